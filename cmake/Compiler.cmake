@@ -1,0 +1,17 @@
+# What every target of this project is compiled with.
+add_library(zep_options INTERFACE)
+target_compile_options(zep_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -fno-semantic-interposition)
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  # Qt's headers reach across translation units in ways clang 14 calls unused.
+  target_compile_options(zep_options INTERFACE -Wno-unused-private-field)
+endif()
+if(ZEP_WERROR)
+  target_compile_options(zep_options INTERFACE -Werror)
+endif()
+if(ZEP_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+  # vptr needs run-time type information of Qt's own classes across libraries.
+  add_compile_options(-fno-sanitize=vptr)
+endif()
