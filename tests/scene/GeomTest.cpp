@@ -1,0 +1,297 @@
+#include "scene/Geom.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <random>
+
+namespace ZEP {
+namespace {
+
+using std::numbers::pi;
+using testing::DoubleNear;
+using testing::Pointwise;
+
+MATCHER(IsClose, "") {
+    return std::abs(std::get<0>(arg) - std::get<1>(arg)) < 1e-12;
+}
+
+auto Near(const TGLArrayd3& expected) {
+    return Pointwise(IsClose(), expected);
+}
+
+void ExpectNear(const TGLMatrixd4& actual, const TGLMatrixd4& expected) {
+    for (std::size_t i = 0; i < 4; ++i) EXPECT_THAT(actual[i], Pointwise(IsClose(), expected[i]));
+}
+
+/// Numbers between -5 and 5, the same in every run.
+class Numbers {
+public:
+    double operator()() { return m_range(m_engine); }
+    TGLArrayd3 Vector() { return {(*this)(), (*this)(), (*this)()}; }
+    TGLMatrixd4 Rigid() {
+        TGLMatrixd4 m = idd;
+        Translatedv(Vector(), m);
+        const TGLArrayd3 axis = Vector();
+        Rotated(100 * (*this)(), axis[0], axis[1], axis[2], m);
+        Translatedv(Vector(), m);
+        return m;
+    }
+
+private:
+    std::mt19937 m_engine{1};
+    std::uniform_real_distribution<double> m_range{-5, 5};
+};
+
+struct Angle {
+    double Given, In180, In360;
+};
+
+TEST(Geom, AnglesAreBroughtIntoRangesOpenBelow) {
+    for (const Angle& a : {Angle{0, 0, 360},
+                           {360, 0, 360},
+                           {720, 0, 360},
+                           {-10, -10, 350},
+                           {180, 180, 180},
+                           {-180, 180, 180},
+                           {540, 180, 180},
+                           {-540, 180, 180},
+                           {190, -170, 190},
+                           {-370, -10, 350},
+                           {359.5, -0.5, 359.5},
+                           {36000 * 25 + 5, 5, 5},
+                           {-36000 * 25 - 5, -5, 355}}) {
+        EXPECT_EQ(NormAngle180(a.Given), a.In180) << a.Given;
+        EXPECT_EQ(NormAngle360(a.Given), a.In360) << a.Given;
+    }
+}
+
+TEST(Geom, AnglesBeyondAllPrecisionStillEnd) {
+    for (const double angle : {1e18, -1e18, 1e300, -1e300}) {
+        EXPECT_GT(NormAngle180(angle), -180) << angle;
+        EXPECT_LE(NormAngle180(angle), 180) << angle;
+        EXPECT_GT(NormAngle360(angle), 0) << angle;
+        EXPECT_LE(NormAngle360(angle), 360) << angle;
+    }
+    EXPECT_TRUE(std::isnan(NormAngle360(std::numeric_limits<double>::infinity())));
+    EXPECT_TRUE(std::isnan(NormAngle180(-std::numeric_limits<double>::infinity())));
+}
+
+struct Spherical {
+    TGLArrayd3 Point, Sphere;
+};
+
+TEST(Geom, SphericalCoordinatesAreRadiusAzimuthPolar) {
+    const double r2 = std::sqrt(2);
+    for (const Spherical& row : {Spherical{{0, 0, 0}, {0, 0, 0}},
+                                 {{0, 0, 1}, {1, 0, 0}},
+                                 {{0, 0, -2}, {2, 0, pi}},
+                                 {{1, 0, 0}, {1, 0, pi / 2}},
+                                 {{0, -3, 0}, {3, -pi / 2, pi / 2}},
+                                 {{-1, 0, 1}, {r2, pi, pi / 4}}}) {
+        TGLArrayd3 s = row.Point;
+        OrthoToSphered(s, s);
+        EXPECT_THAT(s, Near(row.Sphere));
+        SphereToOrthod(s, s);
+        EXPECT_THAT(s, Near(row.Point));
+    }
+}
+
+TEST(Geom, SphericalCoordinatesOfTinyVectorsAreNumbers) {
+    for (double z = 1e-150; z > 0; z *= 0.37) {
+        TGLArrayd3 s;
+        OrthoToSphered({0, 0, -z}, s);
+        EXPECT_FALSE(std::isnan(s[2])) << z;
+    }
+}
+
+TEST(Geom, TriangleGivesUnitNormalAndPlaneThroughItsCorners) {
+    Numbers number;
+    for (int i = 0; i < 50; ++i) {
+        const TGLArrayd3 p1 = number.Vector();
+        const TGLArrayd3 p2 = number.Vector();
+        const TGLArrayd3 p3 = number.Vector();
+        TGLArrayd4 plane;
+        InitPlaned(p1, p2, p3, plane);
+        const TGLArrayd3 normal{plane[0], plane[1], plane[2]};
+        EXPECT_NEAR(Dotd(normal, normal), 1, 1e-12);
+        for (const TGLArrayd3& p : {p1, p2, p3}) EXPECT_NEAR(Dotd(normal, p) + plane[3], 0, 1e-12);
+    }
+    TGLArrayd3 up;
+    CalcNormald(zero3d, {5, 0, 0}, {0, 3, 0}, up);
+    EXPECT_EQ(up, unitz); // counter-clockwise seen from above
+}
+
+TEST(Geom, FlatTrianglesAndZeroVectorsStayZero) {
+    TGLArrayd3 normal = unitx;
+    CalcNormald({1, 1, 1}, {2, 2, 2}, {3, 3, 3}, normal);
+    EXPECT_EQ(normal, zero3d);
+    TGLArrayd4 plane{1, 1, 1, 1};
+    InitPlaned({1, 1, 1}, {1, 1, 1}, {3, 0, 3}, plane);
+    EXPECT_EQ(plane, (TGLArrayd4{0, 0, 0, 0}));
+    TGLArrayd3 v = zero3d;
+    Normalized(v);
+    EXPECT_EQ(v, zero3d);
+}
+
+TEST(Geom, CrossProductsMayWriteOverAnOperand) {
+    TGLArrayd3 d = unitx;
+    CrossProdd(d, unity, d);
+    EXPECT_EQ(d, unitz);
+    CrossProdd(unity, d, d);
+    EXPECT_EQ(d, unitx);
+    TGLArrayf3 f{0, 2, 0};
+    CrossProdf(f, {0, 0, 3}, f);
+    EXPECT_EQ(f, (TGLArrayf3{6, 0, 0}));
+}
+
+TEST(Geom, BoundsGrowOnEachAxisAlone) {
+    TGLArrayd3 min{0, 0, 0};
+    TGLArrayd3 max{1, 1, 1};
+    for (const TGLArrayd3& v : {TGLArrayd3{-1, 0.5, 2}, {0.5, 3, -4}}) {
+        MinBoundsd(min, v);
+        MaxBoundsd(max, v);
+    }
+    EXPECT_EQ(min, (TGLArrayd3{-1, 0, -4}));
+    EXPECT_EQ(max, (TGLArrayd3{1, 3, 2}));
+}
+
+TEST(Geom, IdentityIsExact) {
+    EXPECT_TRUE(IsIdentityd(idd));
+    for (std::size_t i = 0; i < 16; ++i) {
+        TGLMatrixd4 m = idd;
+        double& element = m[i / 4][i % 4];
+        element = element == 0 ? 1e-16 : std::nextafter(1.0, 2.0);
+        EXPECT_FALSE(IsIdentityd(m)) << i;
+    }
+}
+
+TEST(Geom, ProductActsRightHandFirstAndMayWriteOverAFactor) {
+    Numbers number;
+    for (int i = 0; i < 20; ++i) {
+        const TGLMatrixd4 a = number.Rigid();
+        TGLMatrixd4 b = number.Rigid();
+        Scaledv(number.Vector(), b);
+        TGLMatrixd4 c;
+        MultMatrixd(a, b, c);
+        TGLArrayd3 direct = number.Vector();
+        TGLArrayd3 steps = direct;
+        Xformd(c, direct);
+        Xformd(b, steps);
+        Xformd(a, steps);
+        EXPECT_THAT(direct, Pointwise(DoubleNear(1e-9), steps));
+        TGLMatrixd4 overA = a;
+        MultMatrixd(overA, b, overA);
+        EXPECT_EQ(overA, c);
+        TGLMatrixd4 overB = b;
+        MultMatrixd(a, overB, overB);
+        EXPECT_EQ(overB, c);
+    }
+}
+
+/// Rotation of a point by Rodrigues' formula, apart from any matrix.
+TGLArrayd3 Turned(const TGLArrayd3& v, double degrees, TGLArrayd3 axis) {
+    Normalized(axis);
+    const double theta = degrees * pi / 180;
+    TGLArrayd3 side;
+    CrossProdd(axis, v, side);
+    const double along = Dotd(axis, v) * (1 - std::cos(theta));
+    TGLArrayd3 r;
+    for (std::size_t k = 0; k < 3; ++k)
+        r[k] = v[k] * std::cos(theta) + side[k] * std::sin(theta) + axis[k] * along;
+    return r;
+}
+
+TEST(Geom, RotationTurnsPointsAboutItsAxis) {
+    Numbers number;
+    for (int i = 0; i < 100; ++i) {
+        const TGLArrayd3 axis = number.Vector();
+        const double angle = 150 * number();
+        const TGLArrayd3 shift = number.Vector();
+        TGLMatrixd4 m = idd;
+        Translatedv(shift, m);
+        Rotated(angle, axis[0], axis[1], axis[2], m);
+        TGLArrayd3 v = number.Vector();
+        TGLArrayd3 expected = Turned(v, angle, axis);
+        for (std::size_t k = 0; k < 3; ++k) expected[k] += shift[k];
+        Xformd(m, v);
+        EXPECT_THAT(v, Near(expected));
+    }
+}
+
+TEST(Geom, RotationByNothingTouchesNothing) {
+    TGLMatrixd4 m{{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 10, 11, 12}, {13, 14, 15, 16}}};
+    const TGLMatrixd4 before = m;
+    Rotated(0, 0, 0, 0, m);
+    EXPECT_EQ(m, before);
+}
+
+TEST(Geom, RotationAboutAnAxisOfNoLengthShrinks) {
+    TGLMatrixd4 m = idd;
+    Rotated(30, 0, 0, 0, m);
+    const double c = std::sqrt(3) / 2;
+    ExpectNear(m, {{{c, 0, 0, 0}, {0, c, 0, 0}, {0, 0, c, 0}, {0, 0, 0, 1}}});
+}
+
+TEST(Geom, ScaleLeavesTheFourthColumn) {
+    TGLMatrixd4 m{{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 10, 11, 12}, {13, 14, 15, 16}}};
+    Scaled(2, 3, -1, m);
+    const TGLMatrixd4 expected{
+        {{2, 4, 6, 4}, {15, 18, 21, 8}, {-9, -10, -11, 12}, {13, 14, 15, 16}}};
+    EXPECT_EQ(m, expected);
+}
+
+TEST(Geom, TranslationCountsTheFourthColumn) {
+    TGLMatrixd4 m{{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 10, 11, 12}, {13, 14, 15, 16}}};
+    Translated(1, 2, -1, m);
+    EXPECT_EQ(m[3], (TGLArrayd4{15, 18, 21, 24}));
+}
+
+TEST(Geom, PointsAreNeverDividedThrough) {
+    TGLMatrixd4 m = idd;
+    m[2][3] = -1;
+    m[3][3] = 0;
+    TGLArrayd3 v{1, 2, 3};
+    Xformd(m, v);
+    EXPECT_EQ(v, (TGLArrayd3{1, 2, 3}));
+}
+
+TEST(Geom, InverseUndoesRigidTransformsOnly) {
+    Numbers number;
+    for (int i = 0; i < 50; ++i) {
+        const TGLMatrixd4 m = number.Rigid();
+        TGLMatrixd4 product = m;
+        InverseMatrixd(product);
+        MultMatrixd(m, product, product);
+        ExpectNear(product, idd);
+    }
+    TGLMatrixd4 scaled = idd;
+    Scaled(2, 2, 2, scaled);
+    InverseMatrixd(scaled);
+    EXPECT_EQ(scaled[0][0], 2); // transposed, not divided
+}
+
+TEST(Geom, MirrorKeepsItsPlaneAndUndoesItself) {
+    Numbers number;
+    for (int i = 0; i < 50; ++i) {
+        TGLArrayd3 n = number.Vector();
+        Normalized(n);
+        const double d = number();
+        TGLMatrixd4 m;
+        MirrorMatrixd({n[0], n[1], n[2], d}, m);
+        const TGLArrayd3 v = number.Vector();
+        const double distance = Dotd(n, v) + d;
+        TGLArrayd3 image = v;
+        Xformd(m, image);
+        for (std::size_t k = 0; k < 3; ++k)
+            EXPECT_NEAR(image[k], v[k] - 2 * distance * n[k], 1e-12);
+        Xformd(m, image);
+        EXPECT_THAT(image, Near(v));
+    }
+}
+
+} // namespace
+} // namespace ZEP
