@@ -1,0 +1,43 @@
+#include "appearance/Material.h"
+
+#include "framework/Property.h"
+
+namespace ZEP {
+
+TZEPMaterial::TZEPMaterial(TNotifyEvent onChange)
+    : m_frontFace(GL_FRONT, onChange), m_backFace(GL_BACK, onChange), m_texture(onChange) {}
+
+void TZEPMaterial::SetTransparency(float value) {
+    if (!Change(m_transparency, value)) return;
+    m_frontFace.SetParam(TZEPFaceMaterial::TransparencyParam, value);
+    m_backFace.SetParam(TZEPFaceMaterial::TransparencyParam, value);
+}
+
+bool TZEPMaterial::SameAs(const TZEPMaterial& other) const {
+    if (HasTexture() || other.HasTexture()) return false;
+    return this == &other ||
+           (m_frontFace.SameAs(other.m_frontFace) && m_backFace.SameAs(other.m_backFace));
+}
+
+void TZEPMaterial::ApplayMaterial(GLenum face) {
+    if (face != GL_BACK) m_frontFace.ApplayMaterial();
+    if (face != GL_FRONT) m_backFace.ApplayMaterial();
+    m_texture.ApplayMaterial();
+}
+
+void TZEPMaterial::CancelMaterial() {
+    m_frontFace.CancelMaterial();
+    m_backFace.CancelMaterial();
+    m_texture.CancelMaterial();
+}
+
+void TZEPMaterial::Assign(const TPersistent* source) {
+    const auto* material = dynamic_cast<const TZEPMaterial*>(source);
+    if (!material) return TPersistent::Assign(source);
+    m_frontFace.Assign(&material->m_frontFace);
+    m_backFace.Assign(&material->m_backFace);
+    m_texture.Assign(&material->m_texture);
+    m_transparency = material->m_transparency;
+}
+
+} // namespace ZEP
