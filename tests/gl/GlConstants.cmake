@@ -1,0 +1,12 @@
+# Writes the constants of GL/gl.h and GL/glu.h as lines `{"GL_FRONT", 0x0404},`.
+find_path(gl_header_folder GL/gl.h HINTS ${OPENGL_INCLUDE_DIR} REQUIRED NO_CACHE)
+set(gl_constants "")
+foreach(header IN ITEMS gl.h glu.h)
+  set(define "#define[ \t]+(GLU?_[A-Za-z0-9_]+)[ \t]+(0x[0-9A-Fa-f]+|[0-9]+)")
+  file(STRINGS ${gl_header_folder}/GL/${header} lines REGEX "^${define}")
+  foreach(line IN LISTS lines)
+    string(REGEX REPLACE "^${define}.*" "{\"\\1\", \\2}," constant "${line}")
+    string(APPEND gl_constants "${constant}\n")
+  endforeach()
+endforeach()
+file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/gl/GlConstants.inc CONTENT "${gl_constants}" @ONLY)
