@@ -1,0 +1,64 @@
+#pragma once
+
+#include <GL/gl.h>
+
+namespace ZEP {
+
+class TZEPMaterial;
+
+/// What a line shape sets before it sends its vertices.
+struct TZEPLineAttributes {
+    float Width = 1;           ///< pixels
+    bool Stippled = false;     ///< draws with `Pattern`, factor 1
+    GLushort Pattern = 0xFFFF; ///< one bit for each pixel
+    bool Smooth = false;       ///< antialiased
+    bool operator==(const TZEPLineAttributes&) const = default;
+};
+
+/// State that stays set between neighbours of a draw walk. An object drawn alone makes all its
+/// calls, in order: material, line attributes, vertices, then both taken back. Within a walk,
+/// taking them back waits until the next object is known: one that opens the same state finds it
+/// open, any other closes it first. The picture is the same; setting state anew between tiny
+/// draws costs some twenty times the draws (bench/DrawBench.cpp shows it).
+///
+/// Only objects that leave OpenGL's state as these calls set it take part
+/// (`TZEPObject::SharesDrawRun`); before any other object draws, everything is closed.
+class TZEPDrawRun {
+public:
+    /// The run of the one thread that draws.
+    static TZEPDrawRun& Current();
+
+    /// An object is about to draw. \param shares  it takes part
+    void Enter(bool shares);
+    /// Applies the material to both sides, unless it or an equal one is still applied.
+    void OpenMaterial(TZEPMaterial& material);
+    /// The object is done with its material. \param cancel  it is to be cancelled in the end
+    void CloseMaterial(bool cancel);
+    void OpenLine(const TZEPLineAttributes& attributes);
+    void CloseLine();
+    /// Takes back what is still set.
+    void End();
+
+    /// A walk: closing waits for the next object while it lives, and everything is closed where
+    /// it ends. Walks may nest.
+    class Walk {
+    public:
+        Walk();
+        ~Walk();
+        Walk(const Walk&) = delete;
+        Walk& operator=(const Walk&) = delete;
+    };
+
+private:
+    void EndLine();
+
+    TZEPMaterial* m_material = nullptr; // applied and waiting to be closed, or in use
+    TZEPLineAttributes m_line;
+    int m_walks = 0;
+    bool m_lineOpen = false;
+    bool m_cancel = false;
+    bool m_shares = false;
+    bool m_waits = false; // what the present object closes stays open
+};
+
+} // namespace ZEP

@@ -1,0 +1,299 @@
+#pragma once
+
+#include "framework/Color.h"
+#include "framework/Component.h"
+#include "scene/ChildList.h"
+#include "scene/Collection.h"
+#include "scene/DrawStates.h"
+#include "scene/Geom.h"
+
+#include <GL/gl.h>
+
+#include <memory>
+#include <vector>
+
+namespace ZEP {
+
+class TZEPMaterial;
+class TZEPObject;
+class TZEPScene;
+class TZEPSceneContext;
+class TZEPVertex3;
+class TZEPXForm;
+
+/// A listener to changes of a tree: a call with its own context. `data` points to what the action
+/// is about: for `saMove` the new index (`const int*`), for `saRename` the old name
+/// (`const QString*`), for `saInsert` and `saRemove` the parent (`TZEPObject* const*`).
+struct TZEPObjectNotify {
+    using Call = void (*)(void* context, TZEPObject* sender, TZEPObjectAction action,
+                          const void* data);
+    Call Code = nullptr;
+    void* Context = nullptr;
+    bool operator==(const TZEPObjectNotify&) const = default;
+};
+
+/// Called for each object of an iteration.
+using TIterateProc = void (*)(TZEPObject* object, void* data);
+
+/// Node of the scene graph. It is a component with an owner and a name, and apart from that has a
+/// place in a tree: a parent, ordered children, and the scene of the tree. It carries a transform,
+/// bounds, and the conversions between its own frame and the scene's ("absolute") frame; lengths
+/// are in the scene's unit, angles in degrees.
+///
+/// Material, transform and the vectors come into being when they are first asked for: a scene may
+/// hold a million objects.
+///
+/// Defaults: colour clSilver, visible, not selected, `dtFill`, own material, unit scale.
+class TZEPObject : public TComponent, public TZEPCollectionUser {
+    Q_OBJECT
+    Q_MOC_INCLUDE("scene/XForm.h")
+    Q_PROPERTY(QString Ident READ Ident WRITE SetIdent)
+    Q_PROPERTY(ZEP::TZEPXForm* XForm READ XForm)
+public:
+    explicit TZEPObject(TComponent* owner = nullptr);
+    ~TZEPObject() override;
+
+    /// Objects that exist in the process; reported as a leak when the library is unloaded.
+    [[nodiscard]] static int LiveObjects();
+
+    /// \name Identity
+    /// @{
+    [[nodiscard]] const QString& Ident() const { return m_ident; }
+    /// A free identifier, compared without case by `ItemByIdent`.
+    void SetIdent(const QString& ident) { m_ident = ident; }
+    /// Renames and raises `saRename`.
+    void SetName(const QString& name) override;
+    /// Copies ident, colour, visibility, selection, draw settings and the vectors of another
+    /// object; children, transform and material stay. Raises `Exception` for any other source.
+    void Assign(const TComponent* source) override;
+    /// @}
+
+    /// \name Tree
+    /// @{
+    [[nodiscard]] TZEPObject* Parent() const { return m_parent; }
+    /// The scene of the tree, null outside of one.
+    [[nodiscard]] TZEPScene* Scene() const;
+    [[nodiscard]] int GetItemsCount() const { return m_children ? m_children->Count() : 0; }
+    /// Child `index`; raises `Exception` ("List index out of bounds") outside the range.
+    [[nodiscard]] TZEPObject* GetItem(int index) const;
+    /// Position among the parent's children; 0 without a parent.
+    [[nodiscard]] int GetItemIndex() const;
+    /// Moves to position `index` (clamped to the list) and raises `saMove` if that is a move.
+    void SetItemIndex(int index);
+    /// First direct child of that ident, compared without case; null if there is none.
+    [[nodiscard]] TZEPObject* ItemByIdent(const QString& ident) const;
+    /// Puts the ancestors before the entries of `list`, root first.
+    void ListParents(std::vector<TZEPObject*>& list) const;
+    /// Appends the descendants, each after its own descendants; with `classes` only those that
+    /// are of one of the classes or inherit it.
+    void ListChildren(std::vector<TZEPObject*>& list,
+                      const std::vector<const QMetaObject*>& classes = {}) const;
+    /// Calls `proc` for this object, then for its descendants, parents first.
+    void Iterate(TIterateProc proc, void* data);
+    void IterateOnChildren(TIterateProc proc, void* data);
+    /// Leaves the old parent, joins the new one (null: none) at the end or the start of its
+    /// children, and brings the whole subtree into its scene. Raises `saRemove`, `saInsert`. Does
+    /// nothing when that would make an object its own ancestor.
+    void SetParentComponentExt(TComponent* parent, bool append);
+    void SetParentComponent(TComponent* parent) override { SetParentComponentExt(parent, true); }
+    [[nodiscard]] TComponent* GetParentComponent() const override { return m_parent; }
+    [[nodiscard]] bool HasParent() const override { return m_parent != nullptr; }
+    void GetChildren(const std::function<void(TComponent*)>& proc, TComponent* root) override;
+    /// Frees the children, last one first.
+    virtual void Clear();
+    /// A tick of the animation: time in seconds. Passed to the children.
+    virtual void Action(double time);
+    /// @}
+
+    /// \name Notification
+    /// @{
+    /// Adds a listener to changes here and below; a listener already there is not added again.
+    void RegisterNotify(const TZEPObjectNotify& listener);
+    void UnregisterNotify(const TZEPObjectNotify& listener);
+    /// Tells the parents' listeners from the root down, then the own ones.
+    void DoNotify(TZEPObject* sender, TZEPObjectAction action, const void* data);
+    /// Holds back invalidation until the matching `EndUpdate`.
+    virtual void BeginUpdate();
+    /// \param reset  ends all open brackets at once
+    virtual void EndUpdate(bool reset = false);
+    [[nodiscard]] int UpdateLevel() const { return m_updateLevel; }
+    /// Climbs to the scene, which asks its panels to repaint; stopped by an update bracket and by
+    /// the scene's `ManualUpdate`.
+    void Invalidate(TObject* sender) override;
+    [[nodiscard]] bool WantsInvalidation() const override;
+    /// Changes exactly when the transform of this object or of an ancestor has changed since the
+    /// last call.
+    int GetChangeIndex();
+    /// @}
+
+    /// \name Appearance (published by the descendants that draw)
+    /// @{
+    [[nodiscard]] TColor Color() const { return GetColor(); }
+    [[nodiscard]] virtual TColor GetColor() const { return m_color; }
+    /// Also gives both faces of the material this ambient and diffuse colour. Does not invalidate.
+    virtual void SetColor(TColor color);
+    /// The object's own material, made when first asked for.
+    [[nodiscard]] TZEPMaterial* Material();
+    [[nodiscard]] int MaterialIndex() const { return m_materialIndex; }
+    /// Number of a material in the scene's library; outside of it the own material is used.
+    virtual void SetMaterialIndex(int index);
+    [[nodiscard]] bool Visible() const { return m_visible; }
+    virtual void SetVisible(bool visible);
+    [[nodiscard]] bool Selected() const { return m_selected; }
+    /// Fires the scene's events; stays false unless the object is selectable and the scene allows
+    /// selection.
+    virtual void SetSelected(bool selected);
+    [[nodiscard]] bool Selectable() const { return m_selectable; }
+    void SetSelectable(bool selectable) { m_selectable = selectable; }
+    [[nodiscard]] TZEPDrawType DrawType() const { return m_drawType; }
+    virtual void SetDrawType(TZEPDrawType type);
+    [[nodiscard]] bool Smooth() const { return m_smooth; }
+    virtual void SetSmooth(bool smooth);
+    /// Flag 0: casts shadows, flag 1: receives them; any other index is ignored.
+    virtual void SetShadows(int index, bool value);
+    [[nodiscard]] bool CastsShadows() const { return m_castsShadows; }
+    [[nodiscard]] bool ReceivesShadows() const { return m_receivesShadows; }
+    /// May be found by picking; picked up to this level; preferred with a higher priority.
+    [[nodiscard]] bool Pickable() const { return m_pickable; }
+    void SetPickable(bool pickable) { m_pickable = pickable; }
+    [[nodiscard]] int PickLevel() const { return m_pickLevel; }
+    void SetPickLevel(int level) { m_pickLevel = level; }
+    [[nodiscard]] int SelectPriority() const { return m_selectPriority; }
+    void SetSelectPriority(int priority) { m_selectPriority = priority; }
+    /// @}
+
+    /// \name Bounds and frames
+    /// @{
+    /// The transform, made when first asked for.
+    [[nodiscard]] TZEPXForm* XForm();
+    /// Recomputes bounds that a descendant keeps; the unit box needs no keeping.
+    virtual void UpdateSize() {}
+    /// Local box of the object itself, children left out; the unit box about the origin here.
+    virtual void GetSize(TGLArrayd3& min, TGLArrayd3& max) const;
+    [[nodiscard]] virtual TGLArrayd3 GetMin() const;
+    [[nodiscard]] virtual TGLArrayd3 GetMax() const;
+    void GetMin3Real(double& x, double& y, double& z) const;
+    void GetMax3Real(double& x, double& y, double& z) const;
+    [[nodiscard]] virtual TGLArrayd3 GetCenter() const { return zero3d; }
+    [[nodiscard]] virtual double GetRadius() const { return 0.5; }
+    /// From the own frame to the parent's.
+    [[nodiscard]] virtual TGLMatrixd4 GetMatrix() const;
+    /// From the own frame to the absolute one.
+    [[nodiscard]] virtual TGLMatrixd4 GetAbsoluteMatrix() const;
+    virtual void ConvertToAbsolute(const TGLArrayd3& point, TGLArrayd3& result) const;
+    void ConvertToAbsolute3Real(double x, double y, double z, double& rx, double& ry,
+                                double& rz) const;
+    /// Correct only where all transforms on the path are rigid.
+    void ConvertToLocal3Real(double x, double y, double z, double& rx, double& ry,
+                             double& rz) const;
+    /// Axis-aligned box of the transformed corners of `GetSize`.
+    virtual void GetAbsoluteSize(TGLArrayd3& min, TGLArrayd3& max) const;
+    [[nodiscard]] virtual TGLArrayd3 GetAbsoluteMin() const;
+    [[nodiscard]] virtual TGLArrayd3 GetAbsoluteMax() const;
+    void GetAbsoluteMin3Real(double& x, double& y, double& z) const;
+    void GetAbsoluteMax3Real(double& x, double& y, double& z) const;
+    [[nodiscard]] virtual TGLArrayd3 GetAbsoluteCenter() const;
+    void GetAbsoluteCenter3Real(double& x, double& y, double& z) const;
+    void GetBoundingBoxAbsoluteCenter3Real(double& x, double& y, double& z) const;
+    /// Half the diagonal of the absolute box.
+    [[nodiscard]] virtual double GetAbsoluteRadius() const;
+    /// @}
+
+    /// \name Drawing
+    /// @{
+    /// Draws this object and its children for one pass: pushes the transform, calls the hook of
+    /// the pass, passes it on. An invisible object hides its whole subtree.
+    virtual void Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind);
+    virtual void DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind);
+    /// Draws this object alone once, if visible.
+    virtual void QuickDraw();
+    /// Box of `GetSize` in white: stippled edges and corner points.
+    virtual void DrawSelection();
+    /// The geometry itself. \param face GL_FRONT, GL_BACK or GL_FRONT_AND_BACK \param draft outline
+    virtual void DrawSpecific(GLenum face, bool draft);
+    virtual void DrawPre() {}
+    virtual void DrawLight(bool shadowed) { static_cast<void>(shadowed); }
+    virtual void DrawMain(bool draft);
+    virtual void DrawTransparent(bool draft);
+    virtual void DrawReflections() {}
+    virtual void BuildShadowVolumes() {}
+    virtual void DrawShadowVolumes() {}
+    virtual void DrawShadows(bool draft) { static_cast<void>(draft); }
+    virtual void DrawPost() {}
+    /// @}
+
+protected:
+    [[nodiscard]] TZEPSceneContext* SceneContext() const { return m_scene; }
+    /// The scene that children of this object belong to.
+    [[nodiscard]] virtual TZEPSceneContext* SceneOfChildren() { return m_scene; }
+    /// Draws itself also below the top level when the scene draws quickly.
+    [[nodiscard]] virtual bool DrawsInQuickDraw() const { return false; }
+    /// Its drawing leaves OpenGL's state as the material and line attributes set it, so that a
+    /// neighbour with the same ones need not set them again (appearance/DrawRun.h).
+    [[nodiscard]] virtual bool SharesDrawRun() const { return false; }
+
+    /// \name Two vectors that descendants publish under their own names
+    /// @{
+    [[nodiscard]] TZEPVertex3* FirstVector();
+    [[nodiscard]] TZEPVertex3* SecondVector();
+    [[nodiscard]] const TGLArrayd3& FirstPoint() const;
+    [[nodiscard]] const TGLArrayd3& SecondPoint() const;
+    /// @}
+
+    /// Frees the children without raising anything.
+    void FreeChildren();
+
+    /// The own material where one exists.
+    [[nodiscard]] TZEPMaterial* ExistingMaterial() const { return m_material.get(); }
+    /// The colour was set, so that the material's ambient and diffuse colours follow it.
+    [[nodiscard]] bool HasOwnColor() const { return m_hasOwnColor; }
+    /// Drawn as a smooth line: the own material has the tiny transparency that sends it there.
+    [[nodiscard]] bool HasLineTransparency() const { return m_lineTransparency; }
+    void SetLineTransparency();
+
+private:
+    friend class TZEPChildList;
+
+    template <class Proc>
+    void ForEachChild(Proc&& proc) {
+        if (m_children) m_children->ForEach(proc);
+    }
+    void DrawPass(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind);
+    void DrawForSelect(TZEPSceneContext& scene);
+    void LeaveParent();
+    void EnterScene(TZEPSceneContext* scene);
+    void ReportListeners() const;
+    [[nodiscard]] int TransformCounter() const;
+
+    // Ordered to leave no gaps: this is what each of a million objects pays.
+    QString m_ident;
+    TZEPObject* m_parent = nullptr;
+    TZEPSceneContext* m_scene = nullptr;
+    std::unique_ptr<TZEPXForm> m_xform;
+    std::unique_ptr<TZEPMaterial> m_material;
+    std::unique_ptr<TZEPVertex3> m_firstVector;
+    std::unique_ptr<TZEPVertex3> m_secondVector;
+    std::unique_ptr<std::vector<TZEPObjectNotify>> m_listeners;
+    std::unique_ptr<TZEPChildList> m_children; // null: a leaf
+    TColor m_color = clSilver;
+    int m_slot = 0; // place in the parent's child list
+    int m_materialIndex = -1;
+    int m_updateLevel = 0;
+    int m_changeIndex = 0;
+    int m_transformSnapshot = 0;
+    int m_parentSnapshot = 0;
+    int m_pickLevel = 0;
+    int m_selectPriority = 0;
+    TZEPDrawType m_drawType = dtFill;
+    bool m_visible = true;
+    bool m_selectable = true;
+    bool m_selected = false;
+    bool m_pickable = true;
+    bool m_smooth = false;
+    bool m_castsShadows = false;
+    bool m_receivesShadows = false;
+    bool m_hasOwnColor = false;
+    bool m_lineTransparency = false;
+};
+
+} // namespace ZEP

@@ -1,0 +1,149 @@
+#include "appearance/DrawRun.h"
+#include "appearance/Material.h"
+#include "appearance/SharedMaterials.h"
+#include "scene/GLNames.h"
+#include "scene/Scene.h"
+#include "scene/Vertex3.h"
+#include "scene/XForm.h"
+
+#include <array>
+
+namespace ZEP {
+
+namespace {
+
+constexpr TGLColor NoLight{0, 0, 0, 0};
+/// Brightens the averaged shadow images back.
+constexpr float ReturnFactor = 1.2F;
+
+void DisableLights() {
+    for (GLenum light = GL_LIGHT0; light <= GL_LIGHT7; ++light) glDisable(light);
+}
+
+} // namespace
+
+void TZEPScene::SetAmbient(const TGLColor& color) const {
+    glLightModelfv(GL_LIGHT_MODEL_AMBIENT, color.data());
+}
+
+void TZEPScene::ClearBuffers() const {
+    const TGLColor background = ToGLColor(m_backgroundColor, 0);
+    glClearStencil(0);
+    glClearColor(background[0], background[1], background[2], background[3]);
+    SetAmbient(ToGLColor(m_sceneAmbientColor, 1));
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+}
+
+void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draft) {
+    if (UpdateLevel() > 0 || !camera) return;
+    m_currentCamera = camera;
+    TrimSharedMaterials();
+    // The subtractive shadows need the blend equation.
+    if (!m_accumShadows && !BlendEquationEXT) m_accumShadows = true;
+    ClearBuffers();
+    camera->Apply(width, height, -1);
+    emit AfterCamera(this);
+    if (!draft && m_shadows) return DrawShadowedStates();
+    for (const TZEPDrawState state : {dsAllLights, dsAllObjects, dsTransparent})
+        Draw(*this, state, draft ? dkDraft : dkFull);
+}
+
+void TZEPScene::DrawShadowedStates() {
+    static constexpr std::array Accumulated{
+        dsAllLights,     dsNonShadowObjects,  dsShadowLights, dsBuildShadowVolumes,
+        dsShadowObjects, dsDrawShadowVolumes, dsAllLights,    dsTransparent};
+    static constexpr std::array Subtracted{
+        dsAllLights,         dsAllObjects, dsShadowLights, dsBuildShadowVolumes,
+        dsDrawShadowVolumes, dsAllLights,  dsTransparent};
+    const auto drawAll = [this](const auto& states) {
+        for (const TZEPDrawState state : states) Draw(*this, state, dkFull);
+    };
+    if (m_accumShadows) return drawAll(Accumulated);
+    drawAll(Subtracted);
+}
+
+void TZEPScene::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
+    const TZEPDrawRun::Walk walk;
+    if (kind == dkSelect) m_selectNames.clear();
+    if (!EnterState(state)) return;
+    DrawChildren(scene, state, kind);
+    TZEPDrawRun::Current().End();
+    LeaveState(state);
+}
+
+bool TZEPScene::EnterState(TZEPDrawState state) {
+    switch (state) {
+    case dsCamera:
+        return false;
+    case dsAllLights:
+    case dsShadowLights:
+        DisableLights();
+        return true;
+    case dsReflections:
+        if (!m_reflections) return false;
+        glGetDoublev(GL_MODELVIEW_MATRIX, m_savedModelView[0].data());
+        glPushMatrix();
+        glLoadIdentity();
+        return true;
+    case dsBuildShadowVolumes:
+        if (!m_shadows) return false;
+        glPushAttrib(GL_ENABLE_BIT);
+        glEnable(GL_CULL_FACE);
+        m_shadowLights = 0;
+        return true;
+    case dsDrawShadowVolumes:
+        return EnterShadowVolumes();
+    case dsShadows:
+        return m_shadows && m_shadowLights >= 1;
+    case dsTransparent:
+        glEnable(GL_BLEND);
+        glDepthMask(GL_FALSE);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        return true;
+    default:
+        return true;
+    }
+}
+
+void TZEPScene::LeaveState(TZEPDrawState state) {
+    switch (state) {
+    case dsReflections:
+        return glPopMatrix();
+    case dsBuildShadowVolumes:
+        return glPopAttrib();
+    case dsDrawShadowVolumes:
+        return LeaveShadowVolumes();
+    case dsShadows:
+        if (m_accumShadows && m_shadowLights >= 2)
+            glAccum(GL_ACCUM, 1.0F / static_cast<float>(m_shadowLights + 1));
+        return;
+    case dsTransparent:
+        glDepthMask(GL_TRUE);
+        glDisable(GL_BLEND);
+        return;
+    default:
+        return;
+    }
+}
+
+bool TZEPScene::EnterShadowVolumes() {
+    if (!m_shadows || m_shadowLights < 1) return false;
+    glGetDoublev(GL_MODELVIEW_MATRIX, m_savedModelView[0].data());
+    SetAmbient(NoLight);
+    if (m_accumShadows) {
+        if (m_shadowLights > 1) glAccum(GL_LOAD, 1.0F / static_cast<float>(m_shadowLights + 1));
+        return true;
+    }
+    if (BlendEquationEXT) BlendEquationEXT(GL_FUNC_REVERSE_SUBTRACT);
+    glBlendFunc(GL_ONE, GL_ONE);
+    glEnable(GL_BLEND);
+    return true;
+}
+
+void TZEPScene::LeaveShadowVolumes() const {
+    SetAmbient(ToGLColor(m_sceneAmbientColor, 1));
+    if (!m_accumShadows) return glDisable(GL_BLEND);
+    if (m_shadowLights >= 2) glAccum(GL_RETURN, ReturnFactor);
+}
+
+} // namespace ZEP
