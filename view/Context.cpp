@@ -32,6 +32,10 @@ int DriverValue(GLenum name) {
     return values[0];
 }
 
+bool IsSoftware(const TPixelFormat& format) {
+    return format.Has(pfGenericFormat) && !format.Has(pfGenericAccelerated);
+}
+
 /// What is neither leaves `former`: accelerated, but not generic.
 QString AccelerationOf(const TPixelFormat& format, const QString& former) {
     const bool accelerated = format.Has(pfGenericAccelerated);
@@ -97,7 +101,10 @@ void TZEPContext::CreateContext_SafeMode(TWindowHandle window) {
 
 bool TZEPContext::FindFormat() {
     if (Take(SearchFormat(*m_binding, !m_useSoftwareRenderer))) return true;
-    if (!m_useSoftwareRenderer && Take(RequestFormat(*m_binding))) return true;
+    if (!m_useSoftwareRenderer && Take(RequestFormat(*m_binding))) {
+        m_useSoftwareRenderer = IsSoftware(m_format); // the system's choice may be a fallback too
+        return true;
+    }
     if (!Take(SearchFormat(*m_binding, false))) return false;
     m_useSoftwareRenderer = true;
     return true;

@@ -168,13 +168,18 @@ void Screen::ReadFormats() {
     }
 }
 
+QGuiApplication* GuiApplication() {
+    return qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+}
+
 /// The X connection of the application, one of our own where no graphical one runs.
 Display* Connection() {
-    if (!qGuiApp) {
+    const QGuiApplication* application = GuiApplication();
+    if (!application) {
         static Display* const own = XOpenDisplay(nullptr);
         return own;
     }
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    const auto* x11 = application->nativeInterface<QNativeInterface::QX11Application>();
     return x11 ? x11->display() : nullptr;
 }
 
@@ -190,7 +195,7 @@ std::shared_ptr<Screen> CurrentScreen() {
     std::shared_ptr<Screen>& screen = SharedScreen();
     if (!display || (screen && screen->Connection == display)) return display ? screen : nullptr;
     screen = std::make_shared<Screen>(display);
-    if (qGuiApp) qAddPostRoutine([] { SharedScreen().reset(); });
+    if (GuiApplication()) qAddPostRoutine([] { SharedScreen().reset(); });
     return screen;
 }
 

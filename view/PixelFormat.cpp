@@ -21,15 +21,21 @@ bool Fits(const TPixelFormat& format, const TPixelFormat& request) {
            format.PixelType == request.PixelType;
 }
 
+/// A quality and what each bit of it costs that is missing; a surplus bit costs 1.
+struct Quality {
+    int TPixelFormat::*Bits;
+    int MissingBit;
+};
+
 int Distance(const TPixelFormat& format, const TPixelFormat& request) {
-    constexpr int MissingBit = 1000;
-    constexpr std::array Bits = {&TPixelFormat::ColorBits, &TPixelFormat::AlphaBits,
-                                 &TPixelFormat::DepthBits, &TPixelFormat::StencilBits,
-                                 &TPixelFormat::AccumBits};
+    constexpr std::array Qualities = {
+        Quality{&TPixelFormat::StencilBits, 4000}, Quality{&TPixelFormat::AlphaBits, 2000},
+        Quality{&TPixelFormat::ColorBits, 1000}, Quality{&TPixelFormat::DepthBits, 1000},
+        Quality{&TPixelFormat::AccumBits, 250}};
     int distance = 0;
-    for (const auto bits : Bits) {
-        const int surplus = format.*bits - request.*bits;
-        distance += surplus < 0 ? -surplus * MissingBit : surplus;
+    for (const Quality& quality : Qualities) {
+        const int surplus = format.*quality.Bits - request.*quality.Bits;
+        distance += surplus < 0 ? -surplus * quality.MissingBit : surplus;
     }
     return distance;
 }

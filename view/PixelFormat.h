@@ -54,8 +54,9 @@ struct TPaletteEntry {
 [[nodiscard]] std::vector<TPaletteEntry> BuildPalette(const TPixelFormat& format);
 
 /// The 1-based position of the format nearest to `request`; 0 where none has its flags for window,
-/// OpenGL and buffering and its pixel type. A missing bit weighs more than any surplus; of equals
-/// the first is taken. Whether a format is accelerated does not count.
+/// OpenGL and buffering and its pixel type. A missing bit weighs more than any surplus, one of the
+/// stencil most, one of the accumulation buffer least; of equals the first is taken. Whether a
+/// format is accelerated does not count.
 [[nodiscard]] int ClosestFormat(const std::vector<TPixelFormat>& formats,
                                 const TPixelFormat& request);
 

@@ -228,6 +228,8 @@ struct SafeCase {
 
 TEST_F(ContextTest, SafeModeFallsBackStepByStep) {
     const TPixelFormat slow = FakeFormat(32, 24, Software);
+    TPixelFormat offered = FakeFormat(32, 16);
+    offered.Flags = pfSupportOpenGL;
     const std::vector<SafeCase> cases = {
         {"a card with 24 bits before software with 32",
          false,
@@ -236,13 +238,8 @@ TEST_F(ContextTest, SafeModeFallsBackStepByStep) {
          1,
          false,
          0},
-        {"the system's own choice before software",
-         false,
-         {slow, FakeFormat(32, 16, Software)},
-         2,
-         2,
-         false,
-         9},
+        {"the system's own choice where the search fails", false, {slow, offered}, 2, 2, false, 9},
+        {"the system's own choice is software", false, {slow}, 1, 1, true, 5},
         {"software at last", false, {FakeFormat(8, 24), slow}, 1, 2, true, 48},
         {"software when asked", true, {FakeFormat(32, 24), slow}, 1, 2, true, 0},
     };

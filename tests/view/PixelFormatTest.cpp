@@ -45,6 +45,8 @@ TEST(PixelFormat, ClosestMissesLeast) {
     indexed.PixelType = ptColorIndex;
     TPixelFormat hidden = with(32, 24);
     hidden.Flags &= ~pfDrawToWindow;
+    TPixelFormat noStencil = with(32, 24);
+    noStencil.StencilBits = 0;
     const std::vector<ClosestCase> cases = {
         {"none", {}, 0},
         {"other kinds do not count", {indexed, hidden, FakeFormat(32, 24)}, 0},
@@ -52,6 +54,7 @@ TEST(PixelFormat, ClosestMissesLeast) {
         {"the least surplus", {with(64, 32), with(32, 32), with(32, 24)}, 3},
         {"the first of equals", {with(24, 24), with(32, 24), with(32, 24)}, 2},
         {"the least lack", {with(16, 24), with(24, 24), with(32, 0)}, 2},
+        {"stencil before depth", {noStencil, with(32, 16)}, 2},
         {"acceleration does not decide", {with(32, 24, pfGenericFormat), with(32, 24)}, 1},
     };
     for (const ClosestCase& c : cases)
