@@ -252,7 +252,7 @@ protected:
     void SetLineTransparency();
 
 private:
-    friend class TZEPChildList;
+    friend class TZEPChildList<TZEPObject>;
 
     template <class Proc>
     void ForEachChild(Proc&& proc) {
@@ -274,7 +274,7 @@ private:
     std::unique_ptr<TZEPVertex3> m_firstVector;
     std::unique_ptr<TZEPVertex3> m_secondVector;
     std::unique_ptr<std::vector<TZEPObjectNotify>> m_listeners;
-    std::unique_ptr<TZEPChildList> m_children; // null: a leaf
+    std::unique_ptr<TZEPChildList<TZEPObject>> m_children; // null: a leaf
     TColor m_color = clSilver;
     int m_slot = 0; // place in the parent's child list
     int m_materialIndex = -1;
