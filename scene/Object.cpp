@@ -167,6 +167,7 @@ void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
 void TZEPObject::EnterScene(TZEPSceneContext* scene) {
     if (m_scene == scene) return;
     m_scene = scene;
+    EnteredScene();
     TZEPSceneContext* below = SceneOfChildren();
     ForEachChild([below](TZEPObject* child) { child->EnterScene(below); });
 }

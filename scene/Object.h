@@ -226,6 +226,8 @@ protected:
     [[nodiscard]] TZEPSceneContext* SceneContext() const { return m_scene; }
     /// The scene that children of this object belong to.
     [[nodiscard]] virtual TZEPSceneContext* SceneOfChildren() { return m_scene; }
+    /// This object has come to another scene, or to none.
+    virtual void EnteredScene() {}
     /// Draws itself also below the top level when the scene draws quickly.
     [[nodiscard]] virtual bool DrawsInQuickDraw() const { return false; }
     /// Its drawing leaves OpenGL's state as the material and line attributes set it, so that a
