@@ -12,6 +12,20 @@
 
 namespace ZEP {
 
+/// Counts the moves of a tool path.
+class PathCounter : public TRS274DSink {
+public:
+    int Rapids = 0, Feeds = 0, Drills = 0, Arcs = 0, Curves = 0, Tools = 0;
+
+    void Rapid(const TRS274DPoint&, const TRS274DPoint&, qint64) override { ++Rapids; }
+    void Feed(const TRS274DPoint&, const TRS274DPoint&, qint64) override { ++Feeds; }
+    void Drill(const TRS274DPoint&, qint64) override { ++Drills; }
+    void Arc(const TRS274DArc&, qint64) override { ++Arcs; }
+    void Curve(std::span<const TRS274DPoint>, qint64) override { ++Curves; }
+    void NextTool() override { ++Tools; }
+    void Dump(std::string_view) override {}
+};
+
 /// Writes the tool path down: "rapid 0 0 0 > 1 2 3 @1", with the line of the program at the end.
 class PathRecorder : public TRS274DSink {
 public:
@@ -19,20 +33,14 @@ public:
     std::vector<std::string> Trace;
     std::vector<TRS274DArc> Arcs;
     std::vector<std::vector<TRS274DPoint>> Curves;
-    int Tools = 0, Rapids = 0, Feeds = 0, Drills = 0;
 
     void Rapid(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) override {
-        ++Rapids;
         Move("rapid " + Text(from) + " > " + Text(to), line);
     }
     void Feed(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) override {
-        ++Feeds;
         Move("feed " + Text(from) + " > " + Text(to), line);
     }
-    void Drill(const TRS274DPoint& at, qint64 line) override {
-        ++Drills;
-        Move("drill " + Text(at), line);
-    }
+    void Drill(const TRS274DPoint& at, qint64 line) override { Move("drill " + Text(at), line); }
     void Arc(const TRS274DArc& arc, qint64 line) override {
         Arcs.push_back(arc);
         constexpr const char* planes[] = {"XY", "XZ", "YZ"};
@@ -44,10 +52,7 @@ public:
         Curves.emplace_back(points.begin(), points.end());
         Move("curve " + Text(points.front()) + " > " + Text(points.back()), line);
     }
-    void NextTool() override {
-        ++Tools;
-        Moves.emplace_back("tool");
-    }
+    void NextTool() override { Moves.emplace_back("tool"); }
     void Dump(std::string_view text) override { Trace.emplace_back(text); }
 
 private:
@@ -64,11 +69,12 @@ private:
 };
 
 /// What became of a program.
-struct PathResult : PathRecorder {
+template <class Sink>
+struct PathReading : Sink {
     TRS274DReport Report;
     std::string Error;
 
-    PathResult(std::string_view text, const TRS274DOptions& options) {
+    PathReading(std::string_view text, const TRS274DOptions& options) {
         try {
             ReadRS274D(text, options, *this, Report);
         } catch (const Exception& error) {
@@ -84,6 +90,8 @@ struct PathResult : PathRecorder {
         return result;
     }
 };
+using PathResult = PathReading<PathRecorder>;
+using PathCounts = PathReading<PathCounter>;
 
 /// A point of an arc at an angle in degrees.
 inline TRS274DPoint PointOf(const TRS274DArc& arc, double degrees) {
