@@ -1,0 +1,57 @@
+#include "scene/XForm.h"
+#include "tests/gl/CallRecorder.h"
+
+#include <gtest/gtest.h>
+
+namespace ZEP {
+namespace {
+
+const char* const Quarter = "glMultMatrixd(0 1 0 0 -1 0 0 0 0 0 1 0 5 0 0 1)";
+
+void Turn(TZEPXForm& x) {
+    x.Scale()->SetData(1, 1, 1);
+    x.Translate()->SetX(5);
+    x.Rotate()->SetZ(90);
+}
+
+TEST(XFormCalls, IdentityMakesNone) {
+    TZEPXForm x({}, nullptr);
+    x.Scale()->SetData(1, 1, 1);
+    const GlCalls calls;
+    x.Push();
+    x.Apply();
+    x.Pop();
+    { const TZEPXFormScope scope(&x); }
+    { const TZEPXFormScope scope(nullptr); }
+    ExpectNoCalls(calls);
+}
+
+TEST(XFormCalls, ActiveOnesPushMultiplyAndPop) {
+    TZEPXForm x({}, nullptr);
+    Turn(x);
+    const GlCalls calls;
+    x.Push();
+    x.Apply();
+    x.Pop();
+    ExpectCalls(calls, {"glPushMatrix()", Quarter, "glPopMatrix()"});
+}
+
+TEST(XFormCalls, ScopesPopWhatTheyPushed) {
+    TZEPXForm x({}, nullptr);
+    Turn(x);
+    const GlCalls calls;
+    {
+        const TZEPXFormScope scope(&x);
+        x.Translate()->SetX(0);
+        x.Rotate()->SetZ(0);
+        ASSERT_FALSE(x.IsActive());
+    }
+    {
+        const TZEPXFormScope scope(&x);
+        Turn(x);
+    }
+    ExpectCalls(calls, {"glPushMatrix()", Quarter, "glPopMatrix()"});
+}
+
+} // namespace
+} // namespace ZEP

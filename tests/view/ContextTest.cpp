@@ -1,0 +1,370 @@
+#include "view/Context.h"
+
+#include "framework/Message.h"
+#include "framework/Property.h"
+#include "scene/GLNames.h"
+#include "tests/view/FakeBinding.h"
+
+#include <GL/glext.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace {
+
+/// What the driver of these tests answers.
+std::map<GLenum, const char*> DriverStrings;
+std::map<GLenum, int> DriverValues;
+std::vector<GLenum> Enabled;
+GLenum DepthFunction = 0;
+
+} // namespace
+
+extern "C" {
+
+const GLubyte* GLAPIENTRY glGetString(GLenum name) {
+    const auto found = DriverStrings.find(name);
+    return found == DriverStrings.end() ? nullptr : reinterpret_cast<const GLubyte*>(found->second);
+}
+
+void GLAPIENTRY glGetIntegerv(GLenum name, GLint* value) {
+    const auto found = DriverValues.find(name);
+    if (found != DriverValues.end()) *value = found->second;
+}
+
+void GLAPIENTRY glEnable(GLenum what) {
+    Enabled.push_back(what);
+}
+
+void GLAPIENTRY glDepthFunc(GLenum function) {
+    DepthFunction = function;
+}
+}
+
+namespace ZEP {
+namespace {
+
+constexpr std::uint32_t Software = pfGenericFormat;
+
+void EquationOfDriver(GLenum /*mode*/) {}
+
+class ContextTest : public testing::Test {
+protected:
+    ContextTest() {
+        System.Formats = {FakeFormat(32, 24, pfDoubleBuffer)};
+        FormerHandler =
+            SetMessageHandler([this](const QString& text, const QString& title, TMessageIcon icon) {
+                EXPECT_EQ(icon, TMessageIcon::Hand);
+                Messages.append(title + QStringLiteral(": ") + text);
+            });
+    }
+    ~ContextTest() override {
+        SetMessageHandler(FormerHandler);
+        DriverStrings.clear();
+        DriverValues.clear();
+        Enabled.clear();
+    }
+
+    std::unique_ptr<TZEPContext> MakeContext() {
+        return std::make_unique<TZEPContext>(std::make_unique<FakeBinding>(System));
+    }
+
+    FakeBinding::System System;
+    QStringList Messages;
+    TMessageHandler FormerHandler;
+};
+
+TEST_F(ContextTest, PublishesItsReportsInOrder) {
+    QStringList names;
+    const auto context = MakeContext();
+    for (const QMetaProperty& property : PublishedProperties(*context->MetaObject())) {
+        names.append(QString::fromLatin1(property.name()));
+        const TZEPContext& gadget = *context;
+        EXPECT_EQ(property.readOnGadget(&gadget), DeclaredDefault(*context->MetaObject(), property))
+            << property.name();
+    }
+    EXPECT_EQ(names.join(QLatin1Char(' ')),
+              QStringLiteral("Acceleration Vendor Renderer Version Extentions MaxLights "
+                             "MaxViewportSize MaxClipPlanes MaxTextureSize MaxTextureUnits "
+                             "UseSoftwareRenderer SafeMode"));
+}
+
+TEST_F(ContextTest, StringsIgnoreAssignmentLimitsAreStored) {
+    const auto context = MakeContext();
+    for (const QMetaProperty& property : PublishedProperties(*context->MetaObject())) {
+        const bool text = property.metaType() == QMetaType::fromType<QString>();
+        const bool limit = property.metaType() == QMetaType::fromType<int>();
+        if (!text && !limit) continue;
+        EXPECT_TRUE(property.writeOnGadget(context.get(), text ? QVariant("x") : QVariant(5)));
+        EXPECT_EQ(property.readOnGadget(context.get()), text ? QVariant(QString()) : QVariant(5))
+            << property.name();
+    }
+}
+
+TEST_F(ContextTest, ReadsTheDriver) {
+    DriverStrings = {{GL_VENDOR, "Maker"},
+                     {GL_RENDERER, "Card 7"},
+                     {GL_VERSION, "1.4 beta"},
+                     {GL_EXTENSIONS, "GL_EXT_a GL_ARB_multitexture"}};
+    DriverValues = {
+        {GL_MAX_LIGHTS, 8},          {GL_MAX_VIEWPORT_DIMS, 4096},  {GL_MAX_CLIP_PLANES, 6},
+        {GL_MAX_TEXTURE_SIZE, 2048}, {GL_MAX_TEXTURE_UNITS_ARB, 4}, {GL_STENCIL_BITS, 8}};
+    const auto context = MakeContext();
+    context->CreateContext(1);
+    EXPECT_EQ(context->Vendor(), QStringLiteral("MAKER "));
+    EXPECT_EQ(context->Renderer(), QStringLiteral("CARD 7 "));
+    EXPECT_EQ(context->Version(), QStringLiteral("1.4 BETA "));
+    EXPECT_EQ(context->Extentions(), QStringLiteral("GL_EXT_A GL_ARB_MULTITEXTURE "));
+    EXPECT_EQ(context->MaxLights(), 8);
+    EXPECT_EQ(context->MaxViewportSize(), 4096);
+    EXPECT_EQ(context->MaxClipPlanes(), 6);
+    EXPECT_EQ(context->MaxTextureSize(), 2048);
+    EXPECT_EQ(context->MaxTextureUnits(), 4);
+    EXPECT_EQ(context->StencilBits(), 8);
+    EXPECT_THAT(Enabled, testing::Contains(GL_NORMALIZE));
+    EXPECT_EQ(DepthFunction, static_cast<GLenum>(GL_LEQUAL));
+}
+
+TEST_F(ContextTest, FetchesTheBlendEntryPoints) {
+    System.EntryPoints = {{"glBlendEquationEXT", reinterpret_cast<TEntryPoint>(&EquationOfDriver)}};
+    const auto context = MakeContext();
+    context->CreateContext(1);
+    EXPECT_EQ(BlendEquationEXT, &EquationOfDriver);
+    EXPECT_EQ(BlendColorEXT, nullptr);
+    System.GrantsContext = false;
+    MakeContext()->CreateContext(2);
+    EXPECT_EQ(BlendEquationEXT, &EquationOfDriver); // a panel that fails takes nothing from others
+}
+
+TEST_F(ContextTest, OneTextureUnitWithoutTheExtensionAndEmptyStringsWithoutAnswer) {
+    DriverValues = {{GL_MAX_TEXTURE_UNITS_ARB, 4}};
+    const auto context = MakeContext();
+    context->CreateContext(1);
+    EXPECT_EQ(context->MaxTextureUnits(), 1);
+    EXPECT_EQ(context->Extentions(), QString());
+    EXPECT_EQ(context->MaxLights(), 0);
+}
+
+TEST_F(ContextTest, ExtensionsAreFoundByTheBlankAfterTheirFirstOccurrence) {
+    DriverStrings = {{GL_EXTENSIONS, "GL_EXT_blend_color_more GL_EXT_blend_color XGL_FOO GL_LAST"}};
+    const auto context = MakeContext();
+    context->CreateContext(1);
+    const std::vector<std::pair<const char*, bool>> cases = {
+        {"GL_EXT_blend_color_more", true},
+        {"GL_EXT_blend_color", false}, // first the start of a longer one
+        {"GL_FOO", true},              // the end of a longer one
+        {"gl_last", true},
+        {"GL_LAS", false},
+        {"GL_NONE", false},
+        {"GL_LAST ", false},
+    };
+    for (const auto& [name, expected] : cases)
+        EXPECT_EQ(context->CheckExtention(QString::fromLatin1(name)), expected) << name;
+}
+
+struct AccelerationCase {
+    std::uint32_t Flags;
+    const char* First;
+    const char* AfterSoftware; ///< what follows "Software"
+};
+
+TEST_F(ContextTest, AccelerationFollowsTheGrantedFlags) {
+    const std::vector<AccelerationCase> cases = {
+        {pfGenericFormat, "Software", "Software"},
+        {pfGenericFormat | pfGenericAccelerated, "MCD", "MCD"},
+        {0, "ICD", "ICD"},
+        {pfGenericAccelerated, "", "Software"}, // leaves what it was
+    };
+    System.Choose = [](const TPixelFormat&) { return 1; };
+    for (const AccelerationCase& c : cases) {
+        for (const bool after : {false, true}) {
+            const auto context = MakeContext();
+            context->SetSafeMode(false);
+            System.Formats = {FakeFormat(32, 24, pfGenericFormat)};
+            if (after) context->CreateContext(1);
+            System.Formats = {FakeFormat(32, 24, c.Flags)};
+            context->CreateContext(1);
+            EXPECT_EQ(context->Acceleration().toStdString(), after ? c.AfterSoftware : c.First);
+        }
+    }
+}
+
+TEST_F(ContextTest, PlainModeTakesWhatTheSystemChooses) {
+    System.Formats = {FakeFormat(32, 24), FakeFormat(16, 16, Software)};
+    System.Choose = [](const TPixelFormat&) { return 2; };
+    const auto context = MakeContext();
+    context->SetSafeMode(false);
+    context->CreateContext(1);
+    ASSERT_EQ(System.Requests.size(), 1U);
+    TPixelFormat request = FakeFormat(32, 32, pfDoubleBuffer);
+    request.AccumBits = 64;
+    EXPECT_EQ(System.Requests[0], request);
+    EXPECT_EQ(context->PixelFormatIndex(), 2);
+    EXPECT_EQ(context->PixelFormat(), System.Formats[1]);
+    EXPECT_EQ(context->Acceleration(), QStringLiteral("Software"));
+    EXPECT_FALSE(context->UseSoftwareRenderer());
+    EXPECT_TRUE(context->HasContext());
+}
+
+TEST_F(ContextTest, PlainModeChecksNothingAndSaysNothing) {
+    const auto context = MakeContext();
+    context->SetSafeMode(false);
+    context->CreateContext(1);
+    EXPECT_FALSE(context->HasContext());
+    EXPECT_FALSE(context->MakeCurrent());
+    EXPECT_EQ(Messages, QStringList());
+}
+
+struct SafeCase {
+    const char* Name;
+    bool AskSoftware;
+    std::vector<TPixelFormat> Formats;
+    int Chosen; ///< by the system's own choice, 0 for none
+    int Expected;
+    bool UsesSoftware;
+    std::size_t Requests;
+};
+
+TEST_F(ContextTest, SafeModeFallsBackStepByStep) {
+    const TPixelFormat slow = FakeFormat(32, 24, Software);
+    TPixelFormat offered = FakeFormat(32, 16);
+    offered.Flags = pfSupportOpenGL;
+    const std::vector<SafeCase> cases = {
+        {"a card with 24 bits before software with 32",
+         false,
+         {FakeFormat(24, 24), slow},
+         0,
+         1,
+         false,
+         0},
+        {"the system's own choice where the search fails", false, {slow, offered}, 2, 2, false, 9},
+        {"the system's own choice is software", false, {slow}, 1, 1, true, 5},
+        {"software at last", false, {FakeFormat(8, 24), slow}, 1, 2, true, 48},
+        {"software when asked", true, {FakeFormat(32, 24), slow}, 1, 2, true, 0},
+    };
+    for (const SafeCase& c : cases) {
+        System.Formats = c.Formats;
+        System.Requests.clear();
+        System.Choose = [&](const TPixelFormat&) { return c.Chosen; };
+        const auto context = MakeContext();
+        context->SetUseSoftwareRenderer(c.AskSoftware);
+        context->CreateContext(1);
+        EXPECT_EQ(context->PixelFormatIndex(), c.Expected) << c.Name;
+        EXPECT_EQ(context->UseSoftwareRenderer(), c.UsesSoftware) << c.Name;
+        EXPECT_EQ(System.Requests.size(), c.Requests) << c.Name;
+        EXPECT_TRUE(context->HasContext()) << c.Name;
+    }
+    EXPECT_EQ(Messages, QStringList());
+}
+
+TEST_F(ContextTest, TellsOnceForEachObjectThatThereIsNoContext) {
+    System.Formats.clear();
+    const LogKeeper log;
+    const auto context = MakeContext();
+    const auto other = MakeContext();
+    for (int i = 0; i < 3; ++i) context->CreateContext(1);
+    const QString message = QStringLiteral("Error: Unable to initialize OpenGL context!");
+    EXPECT_EQ(Messages, QStringList{message});
+    EXPECT_EQ(log.Lines.count(QStringLiteral("ERROR initializing OpenGL!")), 1);
+    other->CreateContext(1);
+    EXPECT_EQ(Messages, (QStringList{message, message}));
+
+    EXPECT_FALSE(context->UseSoftwareRenderer());
+    EXPECT_FALSE(context->MakeCurrent());
+    EXPECT_FALSE(context->IsCurrent());
+    context->DestroyContext();
+}
+
+TEST_F(ContextTest, SaysSoWhenAFormatButNoContextIsGranted) {
+    System.GrantsContext = false;
+    const auto context = MakeContext();
+    context->CreateContext(1);
+    EXPECT_EQ(context->PixelFormatIndex(), 1);
+    EXPECT_EQ(Messages.size(), 1);
+    System.GrantsContext = true;
+    const LogKeeper log;
+    context->CreateContext(1);
+    EXPECT_TRUE(context->HasContext());
+    EXPECT_TRUE(log.Lines.contains(QStringLiteral("PixelFormat: 1")));
+    EXPECT_EQ(log.Lines.last(), QStringLiteral("OpenGL context OK!"));
+}
+
+TEST_F(ContextTest, MakingCurrentTwiceIsOneCallToTheSystem) {
+    const auto a = MakeContext();
+    const auto b = MakeContext();
+    a->CreateContext(1);
+    b->CreateContext(2);
+    System.Calls.clear();
+    EXPECT_TRUE(a->MakeCurrent());
+    EXPECT_FALSE(a->MakeCurrent());
+    EXPECT_TRUE(b->MakeCurrent());
+    EXPECT_FALSE(a->IsCurrent());
+    EXPECT_TRUE(a->MakeCurrent());
+    EXPECT_THAT(System.Calls, testing::ElementsAre("current 1", "current 2", "current 1"));
+}
+
+TEST_F(ContextTest, ARefusedContextIsNotRecorded) {
+    const auto context = MakeContext();
+    context->CreateContext(1);
+    context->DestroyContext();
+    context->CreateContext(1);
+    const auto other = MakeContext();
+    other->CreateContext(2);
+    System.GrantsCurrent = false;
+    EXPECT_FALSE(context->MakeCurrent());
+    EXPECT_FALSE(context->IsCurrent());
+    EXPECT_FALSE(other->IsCurrent());
+    System.GrantsCurrent = true;
+    EXPECT_TRUE(context->MakeCurrent());
+}
+
+TEST_F(ContextTest, AContextThatTheHostPutAwayIsMadeCurrentAgain) {
+    const auto context = MakeContext();
+    context->CreateContext(1);
+    System.Current = 99; // the host's own
+    EXPECT_FALSE(context->IsCurrent());
+    EXPECT_TRUE(context->MakeCurrent());
+    EXPECT_EQ(System.Current, 1U);
+}
+
+TEST_F(ContextTest, WithoutContextNothingIsDrawnIntoAnotherPanel) {
+    const auto context = MakeContext();
+    context->CreateContext(1);
+    System.GrantsContext = false;
+    const auto poor = MakeContext();
+    poor->CreateContext(2);
+    context->MakeCurrent();
+    EXPECT_FALSE(poor->MakeCurrent());
+    EXPECT_EQ(System.Current, 0U);
+    EXPECT_TRUE(context->MakeCurrent());
+}
+
+TEST_F(ContextTest, MayBeCreatedAndDestroyedManyTimes) {
+    {
+        const auto context = MakeContext();
+        for (int i = 0; i < 5; ++i) context->CreateContext(1); // in place of the former one
+        EXPECT_EQ(System.Alive.size(), 1U);
+        context->DestroyContext();
+        context->DestroyContext();
+        EXPECT_TRUE(System.Alive.empty());
+        EXPECT_EQ(System.Current, 0U);
+        EXPECT_FALSE(context->MakeCurrent());
+        context->CreateContext(1);
+        EXPECT_TRUE(context->IsCurrent());
+    }
+    EXPECT_TRUE(System.Alive.empty());
+}
+
+TEST_F(ContextTest, PaletteIsGivenBackWithTheContext) {
+    System.Formats = {FakeFormat(32, 24, pfNeedPalette)};
+    const auto context = MakeContext();
+    context->CreateContext(1);
+    EXPECT_EQ(System.CallCount("delete palette 77"), 0);
+    context->DestroyContext();
+    context->DestroyContext();
+    EXPECT_EQ(System.CallCount("delete palette 77"), 1);
+}
+
+} // namespace
+} // namespace ZEP

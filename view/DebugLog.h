@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace ZEP {
+
+using TDebugLogHandler = std::function<void(const QString& line)>;
+
+/// A line for developers. It is discarded unless a handler is set.
+void DebugLog(const QString& line);
+
+/// Whether anyone listens, so that nothing is formatted for nobody.
+[[nodiscard]] bool DebugLogEnabled();
+
+/// Replaces what takes the lines and gives back what did; an empty handler discards them.
+TDebugLogHandler SetDebugLogHandler(TDebugLogHandler handler);
+
+} // namespace ZEP
