@@ -120,10 +120,10 @@ TCommandLine ParseCommandLine(const QStringList& arguments) {
     if (parser.isSet(options.Size)) line.PictureSize = ParseSize(parser.value(options.Size));
     if (parser.isSet(options.View)) line.Direction = ParseDirection(parser.value(options.View));
     if (line.Task != Window && line.Files.size() != 1)
-        throw Exception(QStringLiteral("--%1 takes exactly one file, but found %2.")
-                            .arg(line.Task == Info ? QStringLiteral("info")
-                                                   : QStringLiteral("picture"))
-                            .arg(line.Files.size()));
+        throw Exception(
+            QStringLiteral("--%1 takes exactly one file, but found %2.")
+                .arg(line.Task == Info ? QStringLiteral("info") : QStringLiteral("picture"))
+                .arg(line.Files.size()));
     if (line.Task == Picture && line.PictureFile.isEmpty())
         throw Exception(QStringLiteral("--picture takes the name of the picture to write."));
     return line;

@@ -29,8 +29,7 @@ TDisplayEnvironment TDisplayEnvironment::Current() {
 
 QString DisplayProblem(const TDisplayEnvironment& environment,
                        const std::function<bool()>& reaches) {
-    if (!environment.Platform.isEmpty() &&
-        !environment.Platform.startsWith(QStringLiteral("xcb")))
+    if (!environment.Platform.isEmpty() && !environment.Platform.startsWith(QStringLiteral("xcb")))
         return QStringLiteral("The view is drawn through X11, but QT_QPA_PLATFORM is \"%1\". Unset "
                               "it or set it to \"xcb\".")
             .arg(environment.Platform);

@@ -15,10 +15,14 @@ constexpr TColor DarkBackground{0x2B2622};
 /// From the target to the eye. From the top it leans a little to the front, so that y points up.
 TGLArrayd3 ToEye(TDirection direction) {
     switch (direction) {
-    case TDirection::Top: return {0, -0.001, 1};
-    case TDirection::Front: return {0, -1, 0};
-    case TDirection::Right: return {1, 0, 0};
-    case TDirection::Iso: break;
+    case TDirection::Top:
+        return {0, -0.001, 1};
+    case TDirection::Front:
+        return {0, -1, 0};
+    case TDirection::Right:
+        return {1, 0, 0};
+    case TDirection::Iso:
+        break;
     }
     return {1, -1, 1};
 }

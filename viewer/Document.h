@@ -25,7 +25,7 @@ struct TOpenedFile {
     QString Name;
     TFileFormat Format = TFileFormat::Unknown;
     double Seconds = 0; ///< that reading took
-    TPassedOver Messages;
+    std::vector<TPassedOver> Messages;
     TZEPObject* Root = nullptr;
 };
 

@@ -21,9 +21,8 @@ const QStringList& ProgramSuffixes() {
 
 bool LooksLikeProgram(QByteArrayView head) {
     if (head.contains('\0')) return false;
-    static const QRegularExpression Word(
-        QStringLiteral("^/?\\s*(%|[A-Z]\\s*[-+]?\\.?[0-9])"),
-        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression Word(QStringLiteral("^/?\\s*(%|[A-Z]\\s*[-+]?\\.?[0-9])"),
+                                         QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression Comment(QStringLiteral("\\([^)]*\\)|;.*$"));
     const QString text = QString::fromUtf8(head);
     for (QString line : text.split(QRegularExpression(QStringLiteral("[\r\n]+")))) {
@@ -52,8 +51,7 @@ TFileFormat FormatOf(const QString& fileName) {
     if (QFileInfo(fileName).isDir())
         throw Exception(QStringLiteral("%1 is a folder, not a file.").arg(fileName));
     if (!file.open(QIODevice::ReadOnly))
-        throw Exception(
-            QStringLiteral("%1 cannot be read: %2.").arg(fileName, file.errorString()));
+        throw Exception(QStringLiteral("%1 cannot be read: %2.").arg(fileName, file.errorString()));
     const TFileFormat format = FormatOf(fileName, file.read(HeadSize));
     if (format == TFileFormat::Unknown)
         throw Exception(QStringLiteral("%1 is of no format that can be opened: expected a program "

@@ -41,6 +41,22 @@ QString CountsToText(const QMap<QString, qint64>& counts) {
     return text;
 }
 
+QJsonObject MessagesToJson(const std::vector<TPassedOver>& messages) {
+    QJsonObject json;
+    for (const TPassedOver& message : messages) json.insert(message.Kind, message.Count);
+    return json;
+}
+
+QString MessagesToText(const std::vector<TPassedOver>& messages) {
+    QString text;
+    for (const TPassedOver& message : messages)
+        text += QStringLiteral("  %1: %2, first in line %3\n")
+                    .arg(message.Kind)
+                    .arg(message.Count)
+                    .arg(message.FirstLine);
+    return text;
+}
+
 } // namespace
 
 TFileInfo InfoOf(const TOpenedFile& file) {
@@ -55,8 +71,8 @@ TFileInfo InfoOf(const TOpenedFile& file) {
         info.Vertices += VerticesOf(object);
     });
     for (const auto& [metaObject, count] : counts)
-        info.Objects[QString::fromLatin1(metaObject->className()).section(QStringLiteral("::"), -1)] +=
-            count;
+        info.Objects[QString::fromLatin1(metaObject->className())
+                         .section(QStringLiteral("::"), -1)] += count;
     info.Bounds = BoundsOf(*file.Root);
     return info;
 }
@@ -73,8 +89,8 @@ QString ToText(const TFileInfo& info) {
     if (info.Bounds)
         text += QStringLiteral("Bounds: %1 to %2\n")
                     .arg(PointToText(info.Bounds->Min), PointToText(info.Bounds->Max));
-    if (!info.Messages.isEmpty())
-        text += QStringLiteral("Passed over:\n") + CountsToText(info.Messages);
+    if (!info.Messages.empty())
+        text += QStringLiteral("Passed over:\n") + MessagesToText(info.Messages);
     return text;
 }
 
@@ -92,7 +108,7 @@ QJsonObject ToJson(const TFileInfo& info) {
             {QStringLiteral("vertices"), info.Vertices},
             {QStringLiteral("faces"), info.Faces},
             {QStringLiteral("bounds"), bounds},
-            {QStringLiteral("messages"), CountsToJson(info.Messages)}};
+            {QStringLiteral("messages"), MessagesToJson(info.Messages)}};
 }
 
 } // namespace ZEP

@@ -3,6 +3,7 @@
 #include "viewer/Document.h"
 
 #include <QJsonObject>
+#include <QMap>
 
 namespace ZEP {
 
@@ -10,14 +11,14 @@ namespace ZEP {
 struct TFileInfo {
     QString File;
     QString Format;
-    double Seconds = 0; ///< that reading took
+    double Seconds = 0;            ///< that reading took
     QMap<QString, qint64> Objects; ///< class name to count
     qint64 Layers = 0;
     qint64 Materials = 0;
     qint64 Vertices = 0; ///< of the lines, arcs and polylines as they are drawn
     qint64 Faces = 0;
     std::optional<TBox> Bounds; ///< absolute; none where nothing draws
-    TPassedOver Messages;       ///< what was passed over: kind to count
+    std::vector<TPassedOver> Messages;
 };
 
 [[nodiscard]] TFileInfo InfoOf(const TOpenedFile& file);
@@ -25,7 +26,8 @@ struct TFileInfo {
 /// A few lines for people.
 [[nodiscard]] QString ToText(const TFileInfo& info);
 /// Keys: file, format, seconds, objects, layers, materials, vertices, faces, bounds (min, max;
-/// null where nothing draws), messages.
+/// null where nothing draws), messages
+/// (kind to count).
 [[nodiscard]] QJsonObject ToJson(const TFileInfo& info);
 
 } // namespace ZEP

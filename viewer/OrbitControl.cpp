@@ -62,16 +62,21 @@ void TOrbitControl::Pan(double dx, double dy) {
 void TOrbitControl::Dolly(double steps) {
     const TGLArrayd3 toEye = ToEye(*m_camera);
     const double distance = std::sqrt(Dotd(toEye, toEye));
-    // Below a distance of 1 the camera steps by parts of 1, which would carry it through the target.
+    // Below a distance of 1 the camera steps by parts of 1, which would carry it through the
+    // target.
     m_camera->Dolly((std::pow(DollyStep, steps) - 1) * std::min(distance, 1.0));
 }
 
 bool TOrbitControl::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
-    case QEvent::MouseButtonPress: return Press(*static_cast<QMouseEvent*>(event));
-    case QEvent::MouseMove: return Drag(*static_cast<QMouseEvent*>(event));
-    case QEvent::Wheel: return Turn(*static_cast<QWheelEvent*>(event));
-    default: return QObject::eventFilter(watched, event);
+    case QEvent::MouseButtonPress:
+        return Press(*static_cast<QMouseEvent*>(event));
+    case QEvent::MouseMove:
+        return Drag(*static_cast<QMouseEvent*>(event));
+    case QEvent::Wheel:
+        return Turn(*static_cast<QWheelEvent*>(event));
+    default:
+        return QObject::eventFilter(watched, event);
     }
 }
 
