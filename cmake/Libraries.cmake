@@ -29,3 +29,14 @@ target_link_libraries(zep PUBLIC zepcore Qt6::Widgets
 set_target_properties(zepcore zep PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 0)
 set_target_properties(zepcore PROPERTIES EXPORT_NAME Core)
 set_target_properties(zep PROPERTIES EXPORT_NAME ZEP)
+
+# Ninja knows the headers of a target's moc step from its last run only: one that is new to a globbed
+# list would not be looked at. The step runs anew when the list has changed.
+foreach(library IN ITEMS zepcore zep)
+  get_target_property(headers ${library} SOURCES)
+  list(FILTER headers INCLUDE REGEX "\\.h$")
+  if(NOT "${headers}" STREQUAL "${${library}_HEADERS_SEEN}")
+    file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${library}_autogen/timestamp)
+  endif()
+  set(${library}_HEADERS_SEEN "${headers}" CACHE INTERNAL "")
+endforeach()

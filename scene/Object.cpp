@@ -154,7 +154,7 @@ void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
     if (!object) return EnterScene(nullptr);
     m_parent = object;
     m_parentSnapshot = object->m_changeIndex;
-    if (!object->m_children) object->m_children = std::make_unique<TZEPChildList>();
+    if (!object->m_children) object->m_children = std::make_unique<TZEPChildList<TZEPObject>>();
     if (append)
         object->m_children->Append(this);
     else
@@ -167,6 +167,7 @@ void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
 void TZEPObject::EnterScene(TZEPSceneContext* scene) {
     if (m_scene == scene) return;
     m_scene = scene;
+    EnteredScene();
     TZEPSceneContext* below = SceneOfChildren();
     ForEachChild([below](TZEPObject* child) { child->EnterScene(below); });
 }

@@ -226,6 +226,8 @@ protected:
     [[nodiscard]] TZEPSceneContext* SceneContext() const { return m_scene; }
     /// The scene that children of this object belong to.
     [[nodiscard]] virtual TZEPSceneContext* SceneOfChildren() { return m_scene; }
+    /// This object has come to another scene, or to none.
+    virtual void EnteredScene() {}
     /// Draws itself also below the top level when the scene draws quickly.
     [[nodiscard]] virtual bool DrawsInQuickDraw() const { return false; }
     /// Its drawing leaves OpenGL's state as the material and line attributes set it, so that a
@@ -252,7 +254,7 @@ protected:
     void SetLineTransparency();
 
 private:
-    friend class TZEPChildList;
+    friend class TZEPChildList<TZEPObject>;
 
     template <class Proc>
     void ForEachChild(Proc&& proc) {
@@ -274,7 +276,7 @@ private:
     std::unique_ptr<TZEPVertex3> m_firstVector;
     std::unique_ptr<TZEPVertex3> m_secondVector;
     std::unique_ptr<std::vector<TZEPObjectNotify>> m_listeners;
-    std::unique_ptr<TZEPChildList> m_children; // null: a leaf
+    std::unique_ptr<TZEPChildList<TZEPObject>> m_children; // null: a leaf
     TColor m_color = clSilver;
     int m_slot = 0; // place in the parent's child list
     int m_materialIndex = -1;

@@ -2,6 +2,7 @@
 
 #include "view/PixelFormat.h"
 
+#include <functional>
 #include <memory>
 
 namespace ZEP {
@@ -25,6 +26,8 @@ public:
     virtual void SetWindow(TWindowHandle window) = 0;
     /// The window that OpenGL draws in: the one set above or a child of it; 0 without a format.
     [[nodiscard]] virtual TWindowHandle DrawWindow() const = 0;
+    /// Called from the event loop when the system lost what was drawn in the window.
+    virtual void SetExposeHandler(std::function<void()> handler) = 0;
     /// What is drawn in follows its window to that size in device pixels.
     virtual void Resize(int width, int height) = 0;
 

@@ -1,16 +1,19 @@
 #include "view/GlxBinding.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <map>
 #include <tuple>
 
 // After Qt: X defines common words as macros.
 #include <GL/glx.h>
 #include <GL/glxext.h>
 #include <X11/Xutil.h>
+#include <xcb/xproto.h>
 #undef Bool
 #undef None
 #undef Status
@@ -55,6 +58,24 @@ bool Names(const char* list, const char* name) {
     return list && QByteArray(list).split(' ').contains(name);
 }
 
+/// Hands the expose events of windows that the toolkit does not know to those who made them.
+class ExposeFilter : public QAbstractNativeEventFilter {
+public:
+    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) override {
+        if (type != "xcb_generic_event_t") return false;
+        const auto* event = static_cast<const xcb_expose_event_t*>(message);
+        // The events of one exposure count down.
+        if ((event->response_type & 0x7F) != XCB_EXPOSE || event->count != 0) return false;
+        const auto found = Handlers.find(event->window);
+        if (found == Handlers.end()) return false;
+        const std::function<void()> handler = found->second; // it may take itself off the list
+        if (handler) handler();
+        return false;
+    }
+
+    std::map<Window, std::function<void()>> Handlers;
+};
+
 /// What the contexts of one X connection have in common.
 struct Screen {
     explicit Screen(Display* display);
@@ -68,6 +89,7 @@ struct Screen {
     std::vector<TPixelFormat> Formats; // of the same place in `Configs`
     /// Keeps display lists and textures while there is no other context.
     GLXContext ShareRoot = nullptr;
+    ExposeFilter Exposed;
 
 private:
     void ReadFormats();
@@ -195,7 +217,10 @@ std::shared_ptr<Screen> CurrentScreen() {
     std::shared_ptr<Screen>& screen = SharedScreen();
     if (!display || (screen && screen->Connection == display)) return display ? screen : nullptr;
     screen = std::make_shared<Screen>(display);
-    if (GuiApplication()) qAddPostRoutine([] { SharedScreen().reset(); });
+    if (QGuiApplication* application = GuiApplication()) {
+        application->installNativeEventFilter(&screen->Exposed);
+        qAddPostRoutine([] { SharedScreen().reset(); });
+    }
     return screen;
 }
 
@@ -209,6 +234,7 @@ public:
 
     void SetWindow(TWindowHandle window) override;
     [[nodiscard]] TWindowHandle DrawWindow() const override { return m_child; }
+    void SetExposeHandler(std::function<void()> handler) override;
     void Resize(int width, int height) override;
 
     [[nodiscard]] int FormatCount() override;
@@ -237,6 +263,7 @@ private:
     Window m_child = 0;
     Colormap m_colormap = 0;
     GLXFBConfig m_config = nullptr;
+    std::function<void()> m_exposed;
 };
 
 void GlxBinding::SetWindow(TWindowHandle window) {
@@ -249,12 +276,19 @@ void GlxBinding::DestroyChild() {
     if (const auto screen = Alive(); screen && m_child) {
         // The parent may be gone, and its children with it.
         const ErrorTrap trap(screen->Connection);
+        screen->Exposed.Handlers.erase(m_child);
         XDestroyWindow(screen->Connection, m_child);
         XFreeColormap(screen->Connection, m_colormap);
     }
     m_child = 0;
     m_colormap = 0;
     m_config = nullptr;
+}
+
+void GlxBinding::SetExposeHandler(std::function<void()> handler) {
+    m_exposed = std::move(handler);
+    if (const auto screen = Alive(); screen && m_child)
+        screen->Exposed.Handlers[m_child] = m_exposed;
 }
 
 void GlxBinding::Resize(int width, int height) {
@@ -304,7 +338,10 @@ bool GlxBinding::CreateChild(Screen& screen, GLXFBConfig config) {
                             visual->visual, CWColormap | CWBorderPixel | CWEventMask, &attributes);
     XMapWindow(display, m_child);
     m_config = config;
-    if (trap.Clean()) return true;
+    if (trap.Clean()) {
+        screen.Exposed.Handlers[m_child] = m_exposed;
+        return true;
+    }
     DestroyChild();
     return false;
 }

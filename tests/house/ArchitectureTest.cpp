@@ -23,7 +23,7 @@ struct TArrow {
 /// appearance; the panel's parts of view/ stand beside the objects, not below them.
 constexpr TArrow Arrows[] = {
     {"framework", "framework/"},
-    {"scene", "framework/|scene/|appearance/(Face)?(Material|Texture)"},
+    {"scene", "framework/|scene/|appearance/((Face)?(Material|Texture)|DrawRun|SharedMaterials)"},
     {"appearance", "framework/|scene/|appearance/"},
     {"objects", "framework/|scene/|appearance/|objects/"},
     {"view", "framework/|scene/|appearance/|view/"},

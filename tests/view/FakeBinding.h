@@ -58,6 +58,7 @@ public:
         Call("window", static_cast<int>(window));
     }
     [[nodiscard]] TWindowHandle DrawWindow() const override { return m_format ? m_window : 0; }
+    void SetExposeHandler(std::function<void()>) override {}
     void Resize(int, int) override {}
 
     [[nodiscard]] int FormatCount() override { return static_cast<int>(m_system.Formats.size()); }

@@ -12,6 +12,23 @@ Display* Connection() {
     return display;
 }
 
+std::vector<Window> Children(Window window) {
+    Window root = 0;
+    Window parent = 0;
+    Window* children = nullptr;
+    unsigned int count = 0;
+    XQueryTree(Connection(), window, &root, &parent, &children, &count);
+    std::vector<Window> result(children, children + count);
+    if (children) XFree(children);
+    return result;
+}
+
+int CountBelow(Window window) {
+    int count = 0;
+    for (const Window child : Children(window)) count += 1 + CountBelow(child);
+    return count;
+}
+
 } // namespace
 
 bool NativeWindow::HasDisplay() {
@@ -21,10 +38,11 @@ bool NativeWindow::HasDisplay() {
 NativeWindow::NativeWindow(int width, int height) {
     XSetWindowAttributes attributes = {};
     attributes.override_redirect = True;
-    m_window =
-        XCreateWindow(Connection(), DefaultRootWindow(Connection()), 0, 0,
-                      static_cast<unsigned int>(width), static_cast<unsigned int>(height), 0,
-                      CopyFromParent, InputOutput, CopyFromParent, CWOverrideRedirect, &attributes);
+    attributes.background_pixel = 0x0000FF;
+    m_window = XCreateWindow(Connection(), DefaultRootWindow(Connection()), 0, 0,
+                             static_cast<unsigned int>(width), static_cast<unsigned int>(height), 0,
+                             CopyFromParent, InputOutput, CopyFromParent,
+                             CWOverrideRedirect | CWBackPixel, &attributes);
     XMapRaised(Connection(), m_window);
     XSync(Connection(), False);
 }
@@ -41,21 +59,26 @@ void NativeWindow::Destroy() {
     XSync(Connection(), False);
 }
 
-int NativeWindow::ChildCount() const {
-    Window root = 0;
-    Window parent = 0;
-    Window* children = nullptr;
-    unsigned int count = 0;
-    XQueryTree(Connection(), m_window, &root, &parent, &children, &count);
-    if (children) XFree(children);
-    return static_cast<int>(count);
+int NativeWindow::ChildCount(TWindowHandle window) {
+    return static_cast<int>(Children(window).size());
 }
 
-unsigned int NativeWindow::ScreenPixel(int x, int y) const {
-    XWindowAttributes attributes;
-    XGetWindowAttributes(Connection(), m_window, &attributes);
-    XImage* image = XGetImage(Connection(), DefaultRootWindow(Connection()), attributes.x + x,
-                              attributes.y + y, 1, 1, AllPlanes, ZPixmap);
+int NativeWindow::WindowCount() {
+    return CountBelow(DefaultRootWindow(Connection()));
+}
+
+void NativeWindow::Origin(TWindowHandle window, int& x, int& y) {
+    Window child = 0;
+    XTranslateCoordinates(Connection(), window, DefaultRootWindow(Connection()), 0, 0, &x, &y,
+                          &child);
+}
+
+unsigned int NativeWindow::ScreenPixel(TWindowHandle window, int x, int y) {
+    int left = 0;
+    int top = 0;
+    Origin(window, left, top);
+    XImage* image = XGetImage(Connection(), DefaultRootWindow(Connection()), left + x, top + y, 1,
+                              1, AllPlanes, ZPixmap);
     if (!image) return 0;
     const auto pixel = static_cast<unsigned int>(XGetPixel(image, 0, 0));
     XDestroyImage(image);

@@ -1,0 +1,503 @@
+#include "view/Panel.h"
+
+#include "scene/GLNames.h"
+#include "scene/Scene.h"
+#include "tests/view/NativeWindow.h"
+#include "view/Camera.h"
+
+#include <QBoxLayout>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+namespace ZEP {
+namespace {
+
+constexpr unsigned int Red = 0xFF0000;
+constexpr unsigned int Green = 0x00FF00;
+constexpr unsigned int Blue = 0x0000FF;
+constexpr unsigned int Black = 0;
+
+/// A window with a panel that shows a red scene.
+class Panel : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!NativeWindow::HasDisplay()) GTEST_SKIP() << "there is no X display";
+        Scene = std::make_unique<TZEPScene>();
+        Scene->SetBackgroundColor(clRed);
+        Camera = new TZEPCamera(Scene.get());
+        Camera->SetParentComponent(Scene.get());
+        View = new TZEPPanel(&Window);
+        View->SetAlign(TZEPPanel::alClient);
+        View->SetCamera(Camera);
+        QObject::connect(View, &TZEPPanel::AfterDraw, [this] { ++Frames; });
+        Window.setGeometry(20, 30, 160, 120);
+    }
+
+    void Show() {
+        Window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&Window));
+        Settle();
+    }
+    /// Until everything that is on its way has arrived.
+    static void Settle() { QTest::qWait(60); }
+
+    [[nodiscard]] unsigned int Shown(double x, double y) const {
+        const int px = static_cast<int>(x * (View->Width() - 1));
+        const int py = static_cast<int>(y * (View->Height() - 1));
+        return NativeWindow::ScreenPixel(View->winId(), px, py);
+    }
+    /// All corners and the middle of the panel have that colour on the screen.
+    void ExpectShown(unsigned int color, const char* what) const {
+        for (const auto& [x, y] : {std::pair{0., 0.}, {1., 0.}, {0., 1.}, {1., 1.}, {.5, .5}})
+            EXPECT_EQ(Shown(x, y), color) << what << " at " << x << ", " << y;
+    }
+
+    std::unique_ptr<TZEPScene> Scene;
+    TZEPCamera* Camera = nullptr;
+    QWidget Window;
+    TZEPPanel* View = nullptr;
+    int Frames = 0;
+};
+
+TEST_F(Panel, ShowsTheScene) {
+    Show();
+    EXPECT_TRUE(View->Context()->HasContext());
+    ExpectShown(Red, "scene");
+    EXPECT_GT(View->LastRenderMilliseconds(), 0);
+    const int total = TZEPPanel::TotalFrameCount();
+    const int own = View->FrameCount();
+    View->Paint();
+    EXPECT_EQ(View->FrameCount(), own + 1);
+    EXPECT_EQ(TZEPPanel::TotalFrameCount(), total + 1);
+}
+
+TEST_F(Panel, FillsItsWindowInDevicePixels) {
+    Show();
+    EXPECT_EQ(View->Width(), qRound(160 * Window.devicePixelRatioF()));
+    EXPECT_EQ(View->Height(), qRound(120 * Window.devicePixelRatioF()));
+    View->Context()->MakeCurrent();
+    GLint viewport[4] = {};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    EXPECT_THAT(viewport, testing::ElementsAre(0, 0, View->Width(), View->Height()));
+    const QImage frame = View->GrabFrame();
+    EXPECT_EQ(frame.size(), QSize(View->Width(), View->Height()));
+    EXPECT_EQ(frame.pixel(frame.width() - 1, frame.height() - 1), 0xFFFF0000U);
+}
+
+TEST_F(Panel, FiresTheEventsOfAFrameInOrder) {
+    Show();
+    QStringList events;
+    const auto note = [&](const char* name) {
+        return [&events, name](TZEPPanel* sender) {
+            events.append(QLatin1String(name) + (sender->Context()->IsCurrent() ? "" : "!"));
+        };
+    };
+    QObject::connect(View, &TZEPPanel::BeforDraw, note("BeforDraw"));
+    QObject::connect(View, &TZEPPanel::BeforFlush, note("BeforFlush"));
+    QObject::connect(View, &TZEPPanel::AfterDraw, note("AfterDraw"));
+    QObject::connect(Scene.get(), &TZEPScene::AfterCamera,
+                     [&] { events.append(QStringLiteral("scene")); });
+    View->Paint();
+    const QStringList drawn = {"BeforDraw", "scene", "BeforFlush", "AfterDraw"};
+    EXPECT_EQ(events, drawn);
+    events.clear();
+    View->SetCamera(nullptr);
+    View->Paint();
+    EXPECT_EQ(events, (QStringList{"BeforDraw", "BeforFlush", "AfterDraw"}));
+}
+
+TEST_F(Panel, IsBlackWithoutCameraOrSceneOrWhenDisabled) {
+    Show();
+    const int frames = View->FrameCount();
+    View->SetEnabled(false);
+    Settle();
+    ExpectShown(Black, "disabled");
+    View->SetEnabled(true);
+    Settle();
+    ExpectShown(Red, "enabled");
+    EXPECT_EQ(View->FrameCount(), frames + 1); // black frames do not count
+    View->SetCamera(nullptr);
+    Settle();
+    ExpectShown(Black, "no camera");
+    View->SetCamera(Camera);
+    Settle();
+    ExpectShown(Red, "camera again");
+    Camera->SetParentComponent(nullptr);
+    Settle();
+    ExpectShown(Black, "camera without scene");
+}
+
+TEST_F(Panel, ADisabledParentLeavesThePicture) {
+    Show();
+    Window.setEnabled(false);
+    View->Paint();
+    ExpectShown(Red, "parent disabled");
+    EXPECT_TRUE(View->Enabled());
+}
+
+TEST_F(Panel, OptionsAreSetWhereTheyChanged) {
+    Show();
+    std::vector<bool> states;
+    const auto read = [&] {
+        GLint shade = 0;
+        GLboolean twoSided = GL_FALSE;
+        glGetIntegerv(GL_SHADE_MODEL, &shade);
+        glGetBooleanv(GL_LIGHT_MODEL_TWO_SIDE, &twoSided);
+        states = {shade == GL_FLAT, glIsEnabled(GL_DEPTH_TEST) == GL_TRUE, twoSided == GL_TRUE,
+                  glIsEnabled(GL_CULL_FACE) == GL_TRUE, glIsEnabled(GL_LIGHTING) == GL_TRUE};
+    };
+    QObject::connect(View, &TZEPPanel::BeforFlush, read);
+    View->Paint();
+    EXPECT_THAT(states, testing::ElementsAre(false, true, true, true, true));
+    for (int bit = 0; bit < 5; ++bit) {
+        View->SetOptions(TZEPOptions::fromInt(1 << bit));
+        View->Paint();
+        for (int i = 0; i < 5; ++i) EXPECT_EQ(states[static_cast<std::size_t>(i)], i == bit) << bit;
+    }
+    // What a host sets stays as long as the options do.
+    View->Context()->MakeCurrent();
+    glShadeModel(GL_FLAT);
+    View->Paint();
+    EXPECT_TRUE(states[0]);
+}
+
+TEST_F(Panel, RepaintsOnceForWhatChangesAndNotForWhatDoesNot) {
+    Show();
+    Frames = 0;
+    View->SetOptions(View->Options());
+    View->SetEnabled(true);
+    View->SetForceDraft(false);
+    View->SetCamera(Camera);
+    Scene->SetBackgroundColor(clRed);
+    Settle();
+    EXPECT_EQ(Frames, 0);
+    for (int i = 0; i < 100; ++i) View->Invalidate();
+    EXPECT_EQ(Frames, 0); // never at once
+    Settle();
+    EXPECT_EQ(Frames, 1);
+    View->SetOptions(goFlatShadeModel);
+    Scene->SetBackgroundColor(clLime);
+    Settle();
+    EXPECT_EQ(Frames, 2);
+    ExpectShown(Green, "new background");
+}
+
+TEST_F(Panel, AFrameWithinAFrameIsNotDrawn) {
+    Show();
+    QObject::connect(View, &TZEPPanel::BeforFlush, [](TZEPPanel* panel) { panel->Paint(); });
+    Frames = 0;
+    View->Paint();
+    EXPECT_EQ(Frames, 1);
+}
+
+TEST_F(Panel, KeepsDrawingThroughResizeHideShowAndReparent) {
+    Show();
+    Window.resize(300, 200);
+    Settle();
+    EXPECT_EQ(View->width(), 300);
+    ExpectShown(Red, "larger");
+    Window.resize(90, 70);
+    Settle();
+    ExpectShown(Red, "smaller");
+
+    Window.hide();
+    Settle();
+    Window.show();
+    Settle();
+    ExpectShown(Red, "window shown again");
+    View->hide();
+    Settle();
+    Scene->SetBackgroundColor(clLime);
+    View->show();
+    Settle();
+    ExpectShown(Green, "panel shown again");
+
+    QWidget other;
+    other.setGeometry(300, 40, 200, 150);
+    other.show();
+    View->setParent(&other);
+    View->show();
+    Settle();
+    EXPECT_EQ(View->size(), other.size());
+    ExpectShown(Green, "in another window");
+    View->setParent(nullptr);
+    View->setGeometry(40, 250, 100, 100);
+    View->show();
+    Settle();
+    ExpectShown(Green, "a window of its own");
+    View->setParent(&Window);
+    View->show();
+    Settle();
+    ExpectShown(Green, "back in its window");
+    EXPECT_THAT(View->Options(), goDepthTest | goTwoSidedLightModel | goCullFace | goLighting);
+    View->Context()->MakeCurrent();
+    EXPECT_TRUE(glIsEnabled(GL_LIGHTING)); // set again in the new context
+}
+
+long ResidentKilobytes() {
+    std::ifstream status("/proc/self/statm");
+    long total = 0;
+    long resident = 0;
+    status >> total >> resident;
+    return resident * 4;
+}
+
+TEST_F(Panel, NewHandlesLeaveNothingBehind) {
+    Window.resize(500, 400);
+    Show();
+    const auto turn = [this] {
+        View->setParent(nullptr);
+        View->show();
+        QTest::qWait(5);
+        View->setParent(&Window);
+        View->show();
+        QTest::qWait(5);
+    };
+    for (int i = 0; i < 5; ++i) turn();
+    Settle();
+    const int windows = NativeWindow::WindowCount();
+    const long memory = ResidentKilobytes();
+    for (int i = 0; i < 30; ++i) turn();
+    Settle();
+    EXPECT_EQ(NativeWindow::WindowCount(), windows);
+    EXPECT_EQ(NativeWindow::ChildCount(View->winId()), 1);
+    ExpectShown(Red, "after all turns");
+    // The buffers of one context have 2.4 MB and more: 60 kept ones would have 144 MB.
+    EXPECT_LT(ResidentKilobytes() - memory, 20000);
+}
+
+TEST_F(Panel, IsPaintedAgainWhenUncovered) {
+    Show();
+    int x = 0;
+    int y = 0;
+    NativeWindow::Origin(View->winId(), x, y);
+    Frames = 0;
+    {
+        const NativeWindow cover(x + View->Width() / 2, y + View->Height() + 5);
+        Settle();
+        EXPECT_EQ(Shown(0.1, 0.5), Blue);
+    }
+    Settle();
+    EXPECT_GE(Frames, 1);
+    ExpectShown(Red, "uncovered");
+}
+
+TEST_F(Panel, SeveralShowOneSceneAndForgetItInAnyOrder) {
+    auto* second = new TZEPPanel;
+    second->setGeometry(300, 30, 100, 100);
+    second->SetCamera(Camera);
+    second->show();
+    Show();
+    Scene->SetBackgroundColor(clLime);
+    Settle();
+    ExpectShown(Green, "first");
+    EXPECT_EQ(NativeWindow::ScreenPixel(second->winId(), 50, 50), Green);
+
+    delete second;
+    Scene->SetBackgroundColor(clRed);
+    Settle();
+    ExpectShown(Red, "without the second");
+    Scene.reset(); // and the camera with it
+    EXPECT_EQ(View->Camera(), nullptr);
+    Settle();
+    ExpectShown(Black, "without scene");
+}
+
+TEST_F(Panel, ForgetsACameraThatGoesAway) {
+    Show();
+    delete Camera;
+    EXPECT_EQ(View->Camera(), nullptr);
+    Scene->SetBackgroundColor(clLime); // the scene has no panel any more
+    Settle();
+    ExpectShown(Black, "without camera");
+    delete View;
+    Scene->SetBackgroundColor(clRed);
+}
+
+TEST_F(Panel, OutlivedByASceneWithoutCamera) {
+    Show();
+    auto loose = std::make_unique<TZEPCamera>();
+    View->SetCamera(loose.get());
+    loose.reset();
+    EXPECT_EQ(View->Camera(), nullptr);
+    Scene.reset();
+    View->Paint();
+    Settle();
+    ExpectShown(Black, "nothing left");
+}
+
+TEST_F(Panel, FollowsItsCameraToAnotherScene) {
+    Show();
+    TZEPScene other;
+    other.SetBackgroundColor(clLime);
+    auto* group = new TZEPObject(Scene.get());
+    group->SetParentComponent(Scene.get());
+    Camera->SetParentComponent(group);
+    group->SetParentComponent(&other); // takes the camera along
+    Settle();
+    ExpectShown(Green, "other scene");
+    Frames = 0;
+    Scene->SetBackgroundColor(clBlue); // not ours any more
+    Settle();
+    EXPECT_EQ(Frames, 0);
+    other.SetBackgroundColor(clRed);
+    Settle();
+    ExpectShown(Red, "repainted by the other scene");
+    View->SetCamera(nullptr);
+}
+
+TEST_F(Panel, GrabsAPictureWithoutBeingShown) {
+    TZEPPanel hidden;
+    hidden.resize(50, 40);
+    hidden.SetCamera(Camera);
+    const QImage frame = hidden.GrabFrame();
+    EXPECT_EQ(frame.size(), QSize(hidden.Width(), hidden.Height()));
+    EXPECT_EQ(frame.pixel(0, 0), 0xFFFF0000U);
+    EXPECT_EQ(frame.pixel(frame.width() - 1, frame.height() - 1), 0xFFFF0000U);
+}
+
+TEST_F(Panel, ThePictureStandsUpright) {
+    Show();
+    QObject::connect(View, &TZEPPanel::BeforFlush, [](TZEPPanel* panel) {
+        glEnable(GL_SCISSOR_TEST); // the upper half, counted from below
+        glScissor(0, panel->Height() / 2, panel->Width(), panel->Height());
+        glClearColor(0, 1, 0, 0);
+        glClear(GL_COLOR_BUFFER_BIT);
+        glDisable(GL_SCISSOR_TEST);
+    });
+    const QImage frame = View->GrabFrame();
+    EXPECT_EQ(frame.pixel(5, 2), 0xFF00FF00U);
+    EXPECT_EQ(frame.pixel(5, frame.height() - 3), 0xFFFF0000U);
+}
+
+TEST_F(Panel, NamesFreedBetweenFramesGoAtTheNextOne) {
+    Show();
+    View->Context()->MakeCurrent();
+    const GLuint list = glGenLists(1);
+    glNewList(list, GL_COMPILE);
+    glEndList();
+    View->Paint();
+    ReleaseDisplayList(list); // a host might have its own context current here
+    EXPECT_TRUE(glIsList(list));
+    View->Paint();
+    EXPECT_FALSE(glIsList(list));
+}
+
+TEST_F(Panel, DraftsWhileAButtonIsHeldAndTheSceneWantsIt) {
+    Show();
+    Scene->SetQuickMouse(true);
+    Scene->SetShadows(0, false);
+    Settle();
+    QTest::mousePress(View, Qt::LeftButton, {}, {10, 10});
+    EXPECT_TRUE(View->MouseDowned());
+    View->Paint();
+    Frames = 0;
+    QTest::mouseRelease(View, Qt::LeftButton, {}, {10, 10});
+    EXPECT_FALSE(View->MouseDowned());
+    Settle();
+    EXPECT_EQ(Frames, 1); // in full quality again
+}
+
+/// Notes the mouse events of a panel as text.
+class MouseNotes : public QStringList {
+public:
+    explicit MouseNotes(TZEPPanel* panel) {
+        const auto button = [this](const char* name) {
+            return [this, name](TZEPPanel*, TMouseButton which, TShiftState shift, int x, int y) {
+                append(QString::asprintf("%s %d %d %d,%d", name, which, shift.toInt(), x, y));
+            };
+        };
+        const auto move = [this](const char* name) {
+            return [this, name](TZEPPanel*, TShiftState shift, int x, int y) {
+                append(QString::asprintf("%s %d %d,%d", name, shift.toInt(), x, y));
+            };
+        };
+        const auto wheel = [this](const char* name) {
+            return [this, name](TZEPPanel*, TShiftState shift, int delta, int x, int y) {
+                append(QString::asprintf("%s %d %d %d,%d", name, shift.toInt(), delta, x, y));
+            };
+        };
+        QObject::connect(panel, &TZEPPanel::BeforeMouseDown, button("before down"));
+        QObject::connect(panel, &TZEPPanel::AfterMouseDown, button("after down"));
+        QObject::connect(panel, &TZEPPanel::BeforeMouseUp, button("before up"));
+        QObject::connect(panel, &TZEPPanel::AfterMouseUp, button("after up"));
+        QObject::connect(panel, &TZEPPanel::AfterMouseDblClick, button("double"));
+        QObject::connect(panel, &TZEPPanel::BeforeMouseMove, move("before move"));
+        QObject::connect(panel, &TZEPPanel::AfterMouseMove, move("after move"));
+        QObject::connect(panel, &TZEPPanel::BeforeMouseWheel, wheel("before wheel"));
+        QObject::connect(panel, &TZEPPanel::AfterMouseWheel, wheel("after wheel"));
+    }
+};
+
+TEST_F(Panel, TellsOfTheMouseInDevicePixels) {
+    Show();
+    const int ratio = qRound(View->devicePixelRatioF());
+    const QString at = QString::asprintf("%d,%d", 10 * ratio, 20 * ratio);
+    MouseNotes notes(View);
+    QTest::mousePress(View, Qt::RightButton, Qt::ShiftModifier | Qt::ControlModifier, {10, 20});
+    QTest::mouseRelease(View, Qt::RightButton, {}, {10, 20});
+    EXPECT_EQ(notes, (QStringList{"before down 1 21 " + at, "after down 1 21 " + at,
+                                  "before up 1 0 " + at, "after up 1 0 " + at}));
+    notes.clear();
+    QTest::mouseClick(View, Qt::LeftButton, {}, {10, 20});
+    QTest::mouseDClick(View, Qt::LeftButton, {}, {10, 20});
+    QTest::mouseRelease(View, Qt::LeftButton, {}, {10, 20});
+    EXPECT_EQ(notes.filter(QStringLiteral("double")), QStringList{"double 0 72 " + at});
+    EXPECT_EQ(notes.count("after down 0 8 " + at), 1);
+    EXPECT_EQ(notes.count("after down 0 72 " + at), 1);
+    EXPECT_EQ(notes.count("after up 0 0 " + at), 2);
+}
+
+TEST_F(Panel, ARealMouseReachesThePanelThroughItsDrawing) {
+    if (QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty())
+        GTEST_SKIP() << "xdotool is not installed";
+    Show();
+    MouseNotes notes(View);
+    int x = 0;
+    int y = 0;
+    NativeWindow::Origin(View->winId(), x, y);
+    const QStringList script = QString::asprintf("mousemove %d %d mousedown 1 mousemove %d %d "
+                                                 "mouseup 1 click 4",
+                                                 x + 30, y + 40, x + 50, y + 44)
+                                   .split(QLatin1Char(' '));
+    ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"), script), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notes.contains("after wheel 0 120 50,44"); }, 3000));
+    EXPECT_TRUE(notes.contains("after down 0 8 30,40")) << notes.join('\n').toStdString();
+    EXPECT_TRUE(notes.contains("after move 8 50,44")) << notes.join('\n').toStdString();
+    EXPECT_TRUE(notes.contains("after up 0 0 50,44")) << notes.join('\n').toStdString();
+}
+
+TEST_F(Panel, LivesInALayout) {
+    auto* layout = new QVBoxLayout(&Window);
+    layout->addWidget(View);
+    Show();
+    EXPECT_LT(View->width(), 160); // the layout's margins rule, not the alignment
+    ExpectShown(Red, "in a layout");
+}
+
+TEST_F(Panel, KeepsToItsSide) {
+    const std::vector<std::pair<TZEPPanel::TAlign, QRect>> cases = {
+        {TZEPPanel::alNone, {5, 6, 40, 30}},     {TZEPPanel::alTop, {0, 0, 160, 30}},
+        {TZEPPanel::alBottom, {0, 90, 160, 30}}, {TZEPPanel::alLeft, {0, 0, 40, 120}},
+        {TZEPPanel::alRight, {120, 0, 40, 120}}, {TZEPPanel::alClient, {0, 0, 160, 120}},
+    };
+    Window.resize(100, 100);
+    for (const auto& [align, place] : cases) {
+        View->SetAlign(TZEPPanel::alNone);
+        View->setGeometry(5, 6, 40, 30);
+        View->SetAlign(align);
+        Show();
+        Window.resize(160, 120);
+        Settle();
+        EXPECT_EQ(View->geometry(), place) << align;
+        Window.resize(100, 100);
+    }
+}
+
+} // namespace
+} // namespace ZEP
