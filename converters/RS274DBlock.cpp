@@ -1,0 +1,129 @@
+#include "converters/RS274DBlock.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace ZEP {
+
+namespace {
+
+/// What becomes of each character outside comments; 0 drops it.
+constexpr auto Normalized = [] {
+    std::array<char, 256> table{};
+    for (std::size_t c = 0; c < table.size(); ++c)
+        table[c] = static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+    for (const unsigned char dropped : {'\0', '\t', ' ', '%', '\x1A', '\x7F'}) table[dropped] = 0;
+    return table;
+}();
+
+constexpr bool IsLetter(char c, bool polar) {
+    return (c >= 'A' && c <= 'Z') || (polar && (c == '@' || c == '^'));
+}
+
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+constexpr bool IsNumberCharacter(char c) {
+    return IsDigit(c) || c == '.' || c == '-' || c == '+';
+}
+
+/// The number is too long for a double: too large, or so small that it is 0.
+std::optional<double> OutOfRange(std::string_view digits) {
+    const std::string_view whole = digits.substr(0, digits.find('.'));
+    if (whole.find_first_not_of('0') != std::string_view::npos) return std::nullopt;
+    return 0.0;
+}
+
+std::optional<double> Unsigned(std::string_view digits) {
+    if (digits.empty() || digits == ".") return 0.0;
+    if (!IsDigit(digits[0]) && digits[0] != '.') return std::nullopt;
+    double value = 0;
+    const char* end = digits.data() + digits.size();
+    const auto result = std::from_chars(digits.data(), end, value, std::chars_format::fixed);
+    if (result.ptr != end) return std::nullopt;
+    if (result.ec == std::errc::result_out_of_range) return OutOfRange(digits);
+    if (result.ec != std::errc() || value > MaxRS274DNumber) return std::nullopt;
+    return value;
+}
+
+} // namespace
+
+std::string_view NormalizeBlock(std::string_view line, std::string& buffer) {
+    if (buffer.size() < line.size()) buffer.resize(line.size());
+    std::size_t size = 0;
+    for (std::size_t i = 0; i < line.size() && line[i] != ';'; ++i) {
+        if (line[i] == '(') {
+            i = std::min(line.find(')', i), line.size());
+            continue;
+        }
+        const char c = Normalized[static_cast<unsigned char>(line[i])];
+        buffer[size] = c;
+        size += c != 0;
+    }
+    return {buffer.data(), size};
+}
+
+std::string_view GetWord(std::string_view& block, bool polar) {
+    if (block.empty() || !IsLetter(block[0], polar)) return {};
+    std::size_t size = 1;
+    while (size < block.size() && IsNumberCharacter(block[size])) ++size;
+    const std::string_view word = block.substr(0, size);
+    block.remove_prefix(size);
+    return word;
+}
+
+std::optional<double> GetReal(std::string_view word) {
+    std::string_view digits = word.substr(std::min<std::size_t>(1, word.size()));
+    const bool negative = digits.starts_with('-');
+    if (negative || digits.starts_with('+')) digits.remove_prefix(1);
+    const std::optional<double> value = Unsigned(digits);
+    return negative && value ? -*value : value;
+}
+
+void TRS274DBlock::Read(std::string_view line, bool polar) {
+    m_words.clear();
+    m_letters = 0;
+    m_rest = NormalizeBlock(line, m_buffer);
+    m_end = ReadWords(polar);
+}
+
+TRS274DBlockEnd TRS274DBlock::ReadWords(bool polar) {
+    while (!m_rest.empty()) {
+        const std::string_view before = m_rest;
+        const std::string_view word = GetWord(m_rest, polar);
+        if (word.size() < 2) {
+            m_rest = before;
+            return EndAt(before);
+        }
+        const std::optional<double> value = GetReal(word);
+        if (!value) {
+            m_rest = before.substr(0, word.size());
+            return TRS274DBlockEnd::BadNumber;
+        }
+        Add({word[0], *value, word});
+    }
+    return TRS274DBlockEnd::Complete;
+}
+
+void TRS274DBlock::Add(const TRS274DWord& word) {
+    if (!Has(word.Letter)) m_values[Index(word.Letter)] = word.Value;
+    m_letters |= Bit(word.Letter);
+    m_words.push_back(word);
+}
+
+TRS274DBlockEnd TRS274DBlock::EndAt(std::string_view rest) const {
+    if (rest[0] == '/' && (m_letters & ~Bit('N')) == 0) return TRS274DBlockEnd::Deleted;
+    const auto letters = static_cast<std::size_t>(
+        std::find_if_not(rest.begin(), rest.end(), [](char c) { return IsLetter(c, false); }) -
+        rest.begin());
+    // Two letters in a row are rather a word that lacks its number.
+    if (Has('O') || rest[0] == 'O' || letters > 2 || rest.starts_with("IF") ||
+        rest.starts_with("DO"))
+        return TRS274DBlockEnd::ControlWord;
+    const char stop = letters < rest.size() ? rest[letters] : '\0';
+    if (stop == '#' || stop == '=') return TRS274DBlockEnd::Variable;
+    return stop == '[' ? TRS274DBlockEnd::Expression : TRS274DBlockEnd::Unreadable;
+}
+
+} // namespace ZEP

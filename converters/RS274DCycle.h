@@ -1,0 +1,29 @@
+#pragma once
+
+#include <vector>
+
+namespace ZEP {
+
+/// A hole of a drilling cycle: levels on the axis normal to the plane, millimetres.
+struct TRS274DHole {
+    int Cycle = 81; ///< 73 or 81 to 89
+    double R = 0;   ///< level where drilling begins
+    double Bottom = 0;
+    double Clear = 0; ///< level that the tool goes back to
+    double Peck = 0;  ///< depth of each peck (G73, G83); 0 or less drills at once
+};
+
+struct TRS274DLevelMove {
+    bool Rapid;
+    double Level;
+};
+
+/// How many pecks the hole takes; 1 where it is drilled at once.
+[[nodiscard]] double PeckCount(const TRS274DHole& hole);
+
+/// The moves from the R level to the bottom and back to `Clear`. G73 breaks the chip after each
+/// peck, G83 goes back to R; both come within 0.254 mm of the last depth. G84, G85 and G89 feed
+/// out of the hole, the others leave it as a rapid.
+void HoleMoves(const TRS274DHole& hole, std::vector<TRS274DLevelMove>& moves);
+
+} // namespace ZEP

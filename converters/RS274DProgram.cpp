@@ -1,0 +1,35 @@
+#include "converters/RS274DProgram.h"
+
+#include "converters/LineSource.h"
+
+namespace ZEP {
+
+namespace {
+
+constexpr std::size_t ProgressStep = 65536;
+
+} // namespace
+
+bool ReadRS274D(std::string_view text, const TRS274DOptions& options, TRS274DSink& sink,
+                TRS274DReport& report, const TProgress& progress) {
+    const auto machine = TRS274DMachine::Create(options, sink, report);
+    TLineSource lines(text);
+    TRS274DBlock block;
+    std::string_view line;
+    for (std::size_t next = ProgressStep; machine->IsRunning() && lines.Next(line);) {
+        if (progress && lines.Position() >= next) {
+            next = lines.Position() + ProgressStep;
+            if (!progress(static_cast<qint64>(lines.Position()), static_cast<qint64>(text.size())))
+                return false;
+        }
+        if (line.size() > MaxRS274DLineLength) {
+            machine->PassLine(lines.LineNumber());
+            continue;
+        }
+        block.Read(line, options.Extended);
+        machine->Run(block, lines.LineNumber());
+    }
+    return true;
+}
+
+} // namespace ZEP
