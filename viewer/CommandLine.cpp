@@ -107,7 +107,7 @@ TCommandLine ParseCommandLine(const QStringList& arguments) {
     const TOptions options;
     QCommandLineParser parser;
     Describe(parser, options);
-    if (!parser.parse(arguments)) throw Exception(parser.errorText() + QLatin1Char('.'));
+    if (!parser.parse(arguments)) throw Exception(parser.errorText());
 
     TCommandLine line;
     line.Task = TaskOf(parser, options);

@@ -108,12 +108,12 @@ void TDocument::FitAll(double aspect) {
         m_camera->FitTo(bounds->Min, bounds->Max, aspect);
 }
 
-void ForEachObject(TZEPObject& root, const std::function<void(TZEPObject&)>& visit) {
-    root.IterateOnChildren(
-        [](TZEPObject* object, void* data) {
-            (*static_cast<const std::function<void(TZEPObject&)>*>(data))(*object);
-        },
-        const_cast<std::function<void(TZEPObject&)>*>(&visit));
+void ForEachObject(TZEPObject& root, const TObjectVisitor& visit) {
+    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
+        TZEPObject& child = *root.GetItem(i);
+        visit(child);
+        ForEachObject(child, visit);
+    }
 }
 
 std::optional<TBox> BoundsOf(TZEPObject& root) {

@@ -58,8 +58,10 @@ private:
     std::vector<TOpenedFile> m_files;
 };
 
-/// Calls `visit` for each object below `root`.
-void ForEachObject(TZEPObject& root, const std::function<void(TZEPObject&)>& visit);
+using TObjectVisitor = std::function<void(TZEPObject&)>;
+
+/// Calls `visit` for each object below `root`, parents first.
+void ForEachObject(TZEPObject& root, const TObjectVisitor& visit);
 
 /// Of all objects below `root`; none where there are none.
 [[nodiscard]] std::optional<TBox> BoundsOf(TZEPObject& root);

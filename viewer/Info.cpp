@@ -1,5 +1,11 @@
 #include "viewer/Info.h"
 
+#include "objects/Arc.h"
+#include "objects/Circle.h"
+#include "objects/Line.h"
+#include "objects/Point.h"
+#include "objects/Polyline.h"
+
 #include <QJsonArray>
 
 #include <unordered_map>
@@ -8,14 +14,13 @@ namespace ZEP {
 
 namespace {
 
-/// Vertices of one object as it is drawn.
-qint64 VerticesOf(const TZEPObject& object) {
-    const QString name = object.ClassName();
-    if (name == QStringLiteral("TZEPPoint")) return 1;
-    if (name == QStringLiteral("TZEPLine")) return 2;
-    const int segments = object.property("Segments").toInt();
-    if (name == QStringLiteral("TZEPArc")) return segments + 1;
-    if (name == QStringLiteral("TZEPCircle")) return segments;
+/// Vertices of one object: corners of the line that it is drawn as.
+qint64 VerticesOf(TZEPObject& object) {
+    if (qobject_cast<TZEPLine*>(&object)) return 2;
+    if (qobject_cast<TZEPPoint*>(&object)) return 1;
+    if (const auto* arc = qobject_cast<TZEPArc*>(&object)) return arc->Segments() + 1;
+    if (const auto* circle = qobject_cast<TZEPCircle*>(&object)) return circle->Segments();
+    if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) return polyline->Vertexes()->Count();
     return 0;
 }
 

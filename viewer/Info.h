@@ -15,7 +15,7 @@ struct TFileInfo {
     QMap<QString, qint64> Objects; ///< class name to count
     qint64 Layers = 0;
     qint64 Materials = 0;
-    qint64 Vertices = 0; ///< of the lines, arcs and polylines as they are drawn
+    qint64 Vertices = 0; ///< of lines, arcs and circles as drawn; of polylines their own
     qint64 Faces = 0;
     std::optional<TBox> Bounds; ///< absolute; none where nothing draws
     std::vector<TPassedOver> Messages;
