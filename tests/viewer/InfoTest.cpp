@@ -1,0 +1,89 @@
+#include "viewer/Info.h"
+
+#include "objects/Arc.h"
+#include "objects/Circle.h"
+#include "objects/Line.h"
+#include "objects/Point.h"
+#include "objects/Polyline.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonDocument>
+
+namespace ZEP {
+namespace {
+
+template <class Object>
+Object* Add(TZEPObject& parent) {
+    auto* object = new Object(&parent);
+    object->SetParentComponent(&parent);
+    return object;
+}
+
+struct TSample {
+    TSample() {
+        File.Name = QStringLiteral("part.nc");
+        File.Format = TFileFormat::RS274D;
+        File.Seconds = 0.25;
+        File.Root = &Root;
+    }
+    TZEPObject Root;
+    TOpenedFile File;
+};
+
+TEST(Info, AnEmptyFileHasNoBounds) {
+    TSample sample;
+    const QJsonObject json = ToJson(InfoOf(sample.File));
+    EXPECT_TRUE(json[QStringLiteral("bounds")].isNull());
+    EXPECT_TRUE(json[QStringLiteral("objects")].toObject().isEmpty());
+    EXPECT_TRUE(json[QStringLiteral("messages")].toObject().isEmpty());
+    EXPECT_FALSE(ToText(InfoOf(sample.File)).contains(QStringLiteral("Bounds")));
+}
+
+TEST(Info, VerticesAreCountedByKind) {
+    struct TRow {
+        void (*Add)(TZEPObject& root);
+        const char* Class;
+        int Vertices;
+    };
+    const TRow rows[] = {
+        {[](TZEPObject& root) { Add<TZEPPoint>(root); }, "TZEPPoint", 1},
+        {[](TZEPObject& root) { Add<TZEPLine>(root); }, "TZEPLine", 2},
+        {[](TZEPObject& root) { Add<TZEPArc>(root)->SetSegments(7); }, "TZEPArc", 8},
+        {[](TZEPObject& root) { Add<TZEPCircle>(root)->SetSegments(7); }, "TZEPCircle", 7},
+        {[](TZEPObject& root) {
+             auto* polyline = Add<TZEPPolyline>(root);
+             for (int i = 0; i < 5; ++i) polyline->Vertexes()->Add();
+         },
+         "TZEPPolyline", 5},
+    };
+    for (const TRow& row : rows) {
+        TSample sample;
+        row.Add(sample.Root);
+        row.Add(sample.Root);
+        const TFileInfo info = InfoOf(sample.File);
+        const QMap<QString, qint64> objects{{QLatin1String(row.Class), 2}};
+        EXPECT_EQ(info.Objects, objects) << row.Class;
+        EXPECT_EQ(info.Vertices, 2 * row.Vertices) << row.Class;
+    }
+}
+
+TEST(Info, JsonHoldsAbsoluteBoundsAndMessages) {
+    TSample sample;
+    auto* line = Add<TZEPLine>(sample.Root);
+    line->P1()->SetData(-1, 2, 3);
+    auto* inner = Add<TZEPLine>(*line);
+    inner->P2()->SetData(10, 0, -0.5);
+    sample.File.Messages = {{QStringLiteral("code G68"), 3, 12}};
+    const QJsonObject json = ToJson(InfoOf(sample.File));
+    EXPECT_EQ(
+        QJsonDocument(json[QStringLiteral("bounds")].toObject()).toJson(QJsonDocument::Compact),
+        R"({"max":[10,2,3],"min":[-1,0,-0.5]})");
+    EXPECT_EQ(json[QStringLiteral("messages")].toObject()[QStringLiteral("code G68")].toInt(), 3);
+    EXPECT_EQ(json[QStringLiteral("format")].toString(), QStringLiteral("RS-274D"));
+    EXPECT_TRUE(
+        ToText(InfoOf(sample.File)).contains(QStringLiteral("code G68: 3, first in line 12")));
+}
+
+} // namespace
+} // namespace ZEP

@@ -1,0 +1,138 @@
+#include "viewer/CommandLine.h"
+
+#include "framework/Exception.h"
+
+#include <QCommandLineParser>
+
+#include <array>
+#include <utility>
+
+namespace ZEP {
+
+namespace {
+
+constexpr int LargestSide = 16384;
+
+struct TOptions {
+    QCommandLineOption Help{{QStringLiteral("h"), QStringLiteral("help")},
+                            QStringLiteral("Print this help.")};
+    QCommandLineOption Version{{QStringLiteral("v"), QStringLiteral("version")},
+                               QStringLiteral("Print the version.")};
+    QCommandLineOption Info{QStringLiteral("info"),
+                            QStringLiteral("Print what is in FILE; needs no display.")};
+    QCommandLineOption Json{QStringLiteral("json"),
+                            QStringLiteral("With --info: print one JSON object.")};
+    QCommandLineOption Picture{QStringLiteral("picture"),
+                               QStringLiteral("Write a picture of FILE to OUT.png."),
+                               QStringLiteral("OUT.png")};
+    QCommandLineOption Size{QStringLiteral("size"),
+                            QStringLiteral("With --picture: size in pixels (1280x960)."),
+                            QStringLiteral("WxH")};
+    QCommandLineOption View{
+        QStringLiteral("view"),
+        QStringLiteral("With --picture: look from iso, top, front or right (iso)."),
+        QStringLiteral("DIRECTION")};
+    QCommandLineOption Plain{
+        QStringLiteral("plain"),
+        QStringLiteral("Read programs by the bare rules of RS-274D, without what machines do "
+                       "beyond them (pauses, work offsets, canned cycles, long arcs).")};
+
+    [[nodiscard]] QList<QCommandLineOption> All() const {
+        return {Help, Version, Info, Json, Picture, Size, View, Plain};
+    }
+};
+
+void Describe(QCommandLineParser& parser, const TOptions& options) {
+    parser.setApplicationDescription(QStringLiteral("Shows tool paths in an interactive 3D view."));
+    parser.addOptions(options.All());
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("Files to open (.nc .ngc .tap .gcode .cnc)."),
+                                 QStringLiteral("[FILE...]"));
+}
+
+QSize ParseSize(const QString& text) {
+    const QStringList sides = text.toLower().split(QLatin1Char('x'));
+    const auto side = [&](qsizetype i) {
+        bool isNumber = false;
+        const int value = sides.at(i).toInt(&isNumber);
+        return isNumber && value >= 1 && value <= LargestSide ? value : 0;
+    };
+    const QSize size = sides.size() == 2 ? QSize(side(0), side(1)) : QSize(0, 0);
+    if (size.isEmpty())
+        throw Exception(
+            QStringLiteral("--size takes WIDTHxHEIGHT, each from 1 to %1, but found \"%2\".")
+                .arg(LargestSide)
+                .arg(text));
+    return size;
+}
+
+TDirection ParseDirection(const QString& text) {
+    static const std::array<std::pair<QString, TDirection>, 4> Names{
+        {{QStringLiteral("iso"), TDirection::Iso},
+         {QStringLiteral("top"), TDirection::Top},
+         {QStringLiteral("front"), TDirection::Front},
+         {QStringLiteral("right"), TDirection::Right}}};
+    for (const auto& [name, direction] : Names)
+        if (name == text) return direction;
+    throw Exception(
+        QStringLiteral("--view takes iso, top, front or right, but found \"%1\".").arg(text));
+}
+
+/// The options that only go with another one.
+void CheckCompany(const QCommandLineParser& parser, const TOptions& options) {
+    const auto needs = [&](const QCommandLineOption& option, const QCommandLineOption& other) {
+        if (parser.isSet(option) && !parser.isSet(other))
+            throw Exception(QStringLiteral("--%1 only goes with --%2.")
+                                .arg(option.names().constLast(), other.names().constLast()));
+    };
+    needs(options.Json, options.Info);
+    needs(options.Size, options.Picture);
+    needs(options.View, options.Picture);
+    if (parser.isSet(options.Info) && parser.isSet(options.Picture))
+        throw Exception(QStringLiteral("--info and --picture do not go together."));
+}
+
+TCommandLine::TTask TaskOf(const QCommandLineParser& parser, const TOptions& options) {
+    using enum TCommandLine::TTask;
+    if (parser.isSet(options.Help)) return Help;
+    if (parser.isSet(options.Version)) return Version;
+    if (parser.isSet(options.Info)) return Info;
+    return parser.isSet(options.Picture) ? Picture : Window;
+}
+
+} // namespace
+
+TCommandLine ParseCommandLine(const QStringList& arguments) {
+    using enum TCommandLine::TTask;
+    const TOptions options;
+    QCommandLineParser parser;
+    Describe(parser, options);
+    if (!parser.parse(arguments)) throw Exception(parser.errorText());
+
+    TCommandLine line;
+    line.Task = TaskOf(parser, options);
+    line.Files = parser.positionalArguments();
+    if (line.Task == Help || line.Task == Version) return line;
+    CheckCompany(parser, options);
+    line.Json = parser.isSet(options.Json);
+    line.Plain = parser.isSet(options.Plain);
+    line.PictureFile = parser.value(options.Picture);
+    if (parser.isSet(options.Size)) line.PictureSize = ParseSize(parser.value(options.Size));
+    if (parser.isSet(options.View)) line.Direction = ParseDirection(parser.value(options.View));
+    if (line.Task != Window && line.Files.size() != 1)
+        throw Exception(
+            QStringLiteral("--%1 takes exactly one file, but found %2.")
+                .arg(line.Task == Info ? QStringLiteral("info") : QStringLiteral("picture"))
+                .arg(line.Files.size()));
+    if (line.Task == Picture && line.PictureFile.isEmpty())
+        throw Exception(QStringLiteral("--picture takes the name of the picture to write."));
+    return line;
+}
+
+QString HelpText() {
+    QCommandLineParser parser;
+    Describe(parser, TOptions());
+    return parser.helpText();
+}
+
+} // namespace ZEP

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "viewer/Directions.h"
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+namespace ZEP {
+
+/// What the user asked for.
+///
+/// Defaults: a window, 1280 by 960 pixels for a picture, seen from the `Iso` direction.
+struct TCommandLine {
+    enum class TTask { Window, Info, Picture, Version, Help };
+
+    TTask Task = TTask::Window;
+    QStringList Files;
+    bool Json = false;
+    /// Programs are read by the bare rules of the format, without what machines do beyond them.
+    bool Plain = false;
+    QString PictureFile;
+    QSize PictureSize{1280, 960}; ///< device pixels, 1 to 16384 each
+    TDirection Direction = TDirection::Iso;
+};
+
+/// Understands the arguments, the program's name first. Raises `Exception` for those that are
+/// unknown, incomplete or do not go together.
+[[nodiscard]] TCommandLine ParseCommandLine(const QStringList& arguments);
+
+/// The text of `--help`; needs an application object.
+[[nodiscard]] QString HelpText();
+
+} // namespace ZEP

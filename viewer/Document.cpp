@@ -1,0 +1,129 @@
+#include "viewer/Document.h"
+
+#include "scene/Scene.h"
+
+#include <QElapsedTimer>
+
+#include <memory>
+
+namespace ZEP {
+
+namespace {
+
+constexpr TColor DarkBackground{0x2B2622};
+
+/// From the target to the eye. From the top it leans a little to the front, so that y points up.
+TGLArrayd3 ToEye(TDirection direction) {
+    switch (direction) {
+    case TDirection::Top:
+        return {0, -0.001, 1};
+    case TDirection::Front:
+        return {0, -1, 0};
+    case TDirection::Right:
+        return {1, 0, 0};
+    case TDirection::Iso:
+        break;
+    }
+    return {1, -1, 1};
+}
+
+void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box) {
+    if (!box) return;
+    if (!bounds) bounds = box;
+    MinBoundsd(bounds->Min, box->Min);
+    MaxBoundsd(bounds->Max, box->Max);
+}
+
+/// Files that are read but not yet shown.
+class TLoading {
+public:
+    TLoading() = default;
+    ~TLoading() {
+        for (const TOpenedFile& file : Files) delete file.Root;
+    }
+    Q_DISABLE_COPY_MOVE(TLoading)
+
+    void Read(const QString& name, bool plain, const TLoadProgress& progress) {
+        TOpenedFile& file = Files.emplace_back();
+        file.Name = name;
+        file.Format = FormatOf(name);
+        file.Root = new TZEPObject;
+        QElapsedTimer timer;
+        timer.start();
+        file.Messages = ReadProgram(*file.Root, name, plain, progress);
+        file.Seconds = static_cast<double>(timer.nsecsElapsed()) * 1e-9;
+    }
+
+    std::vector<TOpenedFile> Files;
+};
+
+} // namespace
+
+TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
+    m_scene->SetBackgroundColor(DarkBackground);
+    m_scene->SetSceneAmbientColor(clWhite);
+    m_camera = new TZEPCamera(m_scene.get());
+    m_camera->SetParentComponent(m_scene.get());
+    LookFrom(TDirection::Iso, 1);
+}
+
+TDocument::~TDocument() = default;
+
+bool TDocument::Open(const QStringList& files, bool plain, const TLoadProgress& progress) {
+    bool cancelled = false;
+    const TLoadProgress watched = [&](qint64 done, qint64 total) {
+        cancelled = cancelled || (progress && !progress(done, total));
+        return !cancelled;
+    };
+    TLoading loading;
+    for (const QString& file : files) {
+        loading.Read(file, plain, watched);
+        if (cancelled) return false;
+    }
+    m_scene->BeginUpdate();
+    std::swap(m_files, loading.Files);
+    for (const TOpenedFile& file : loading.Files) file.Root->SetParentComponent(nullptr);
+    for (const TOpenedFile& file : m_files) file.Root->SetParentComponent(m_scene.get());
+    m_scene->EndUpdate();
+    m_scene->Invalidate(m_scene.get());
+    return true;
+}
+
+std::optional<TBox> TDocument::Bounds() const {
+    std::optional<TBox> bounds;
+    for (const TOpenedFile& file : m_files) Widen(bounds, BoundsOf(*file.Root));
+    return bounds;
+}
+
+void TDocument::LookFrom(TDirection direction, double aspect) {
+    const TGLArrayd3 eye = ToEye(direction);
+    m_camera->Target()->SetData(0, 0, 0);
+    m_camera->Position()->SetData(eye[0], eye[1], eye[2]);
+    m_camera->Reset();
+    FitAll(aspect);
+}
+
+void TDocument::FitAll(double aspect) {
+    if (const std::optional<TBox> bounds = Bounds())
+        m_camera->FitTo(bounds->Min, bounds->Max, aspect);
+}
+
+void ForEachObject(TZEPObject& root, const TObjectVisitor& visit) {
+    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
+        TZEPObject& child = *root.GetItem(i);
+        visit(child);
+        ForEachObject(child, visit);
+    }
+}
+
+std::optional<TBox> BoundsOf(TZEPObject& root) {
+    std::optional<TBox> bounds;
+    ForEachObject(root, [&](const TZEPObject& object) {
+        TBox box{};
+        object.GetAbsoluteSize(box.Min, box.Max);
+        Widen(bounds, box);
+    });
+    return bounds;
+}
+
+} // namespace ZEP

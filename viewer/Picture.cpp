@@ -1,0 +1,36 @@
+#include "viewer/Picture.h"
+
+#include "framework/Exception.h"
+#include "view/Panel.h"
+#include "viewer/Document.h"
+
+#include <QImageWriter>
+
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+/// A panel of at least that many device pixels.
+QSize WindowSize(const QSize& size, double ratio) {
+    return {static_cast<int>(std::ceil(size.width() / ratio)),
+            static_cast<int>(std::ceil(size.height() / ratio))};
+}
+
+} // namespace
+
+void WritePicture(TDocument& document, const QSize& size, const QString& fileName) {
+    TZEPPanel panel;
+    panel.resize(WindowSize(size, panel.devicePixelRatioF()));
+    panel.SetCamera(document.Camera());
+    const QImage frame = panel.GrabFrame().copy(QRect(QPoint(0, 0), size));
+    if (frame.isNull())
+        throw Exception(QStringLiteral("OpenGL cannot draw here: no rendering context was made."));
+    QImageWriter writer(fileName, "png");
+    if (!writer.write(frame))
+        throw Exception(
+            QStringLiteral("%1 cannot be written: %2.").arg(fileName, writer.errorString()));
+}
+
+} // namespace ZEP

@@ -1,0 +1,34 @@
+#include "viewer/Reader.h"
+
+#include "framework/Exception.h"
+#include "scene/Object.h"
+
+#if __has_include("converters/RS274D.h")
+#include "converters/RS274D.h"
+#endif
+
+namespace ZEP {
+
+std::vector<TPassedOver> ReadProgram(TZEPObject& root, const QString& fileName, bool plain,
+                                     const TLoadProgress& progress) {
+#if __has_include("converters/RS274D.h")
+    TRS274DConverter converter;
+    converter.SetRoot(&root);
+    converter.SetFileName(fileName);
+    converter.SetExtended(!plain);
+    converter.SetProgress(progress);
+    try {
+        converter.LoadFromFile();
+    } catch (const Exception& error) {
+        throw Exception(fileName + QStringLiteral(": ") + error.Message());
+    }
+    std::vector<TPassedOver> passedOver;
+    for (const auto& entry : converter.Report().Entries())
+        passedOver.push_back({entry.Kind, entry.Count, entry.FirstLine});
+    return passedOver;
+#else
+    throw Exception(QStringLiteral("%1: no reader").arg(fileName));
+#endif
+}
+
+} // namespace ZEP

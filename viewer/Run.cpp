@@ -1,0 +1,135 @@
+#include "viewer/Run.h"
+
+#include "framework/Exception.h"
+#include "framework/Message.h"
+#include "viewer/CommandLine.h"
+#include "viewer/Display.h"
+#include "viewer/Info.h"
+#include "viewer/MainWindow.h"
+#include "viewer/Picture.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QJsonDocument>
+#include <QTimer>
+
+#include <cstdio>
+
+namespace ZEP {
+
+namespace {
+
+enum ExitCode { Done = 0, Failed = 1, NotUnderstood = 2 };
+
+void Print(std::FILE* stream, const QString& text) {
+    std::fputs(text.toUtf8().constData(), stream);
+}
+
+void PrintError(const QString& text) {
+    Print(stderr, QStringLiteral("zepview: ") + text + QLatin1Char('\n'));
+}
+
+QStringList Arguments(int argc, char** argv) {
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) arguments << QFile::decodeName(argv[i]);
+    return arguments;
+}
+
+int PrintHelp(int& argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    Print(stdout, HelpText());
+    return Done;
+}
+
+int PrintVersion() {
+    Print(stdout, QStringLiteral("zepview " ZEP_VERSION "\n"));
+    return Done;
+}
+
+int PrintInfo(const TCommandLine& line) {
+    TDocument document;
+    document.Open(line.Files, line.Plain);
+    const TFileInfo info = InfoOf(document.Files().front());
+    Print(stdout,
+          line.Json ? QString::fromUtf8(QJsonDocument(ToJson(info)).toJson()) : ToText(info));
+    if (std::fflush(stdout) != 0)
+        throw Exception(QStringLiteral("Standard output cannot be written."));
+    return Done;
+}
+
+int MakePicture(const TCommandLine& line) {
+    SetMessageHandler([](const QString& text, const QString&, TMessageIcon) { PrintError(text); });
+    TDocument document;
+    document.Open(line.Files, line.Plain);
+    const double aspect = static_cast<double>(line.PictureSize.width()) / line.PictureSize.height();
+    document.LookFrom(line.Direction, aspect);
+    WritePicture(document, line.PictureSize, line.PictureFile);
+    return Done;
+}
+
+int ShowWindow(const TCommandLine& line) {
+    TMainWindow window(line.Plain);
+    window.show();
+    // After the window is there, so that progress and errors have one to stand on.
+    if (!line.Files.isEmpty())
+        QTimer::singleShot(0, &window, [&] { window.OpenFiles(line.Files); });
+    return QApplication::exec();
+}
+
+int RunWithDisplay(int& argc, char** argv, const TCommandLine& line) {
+    const QString problem = DisplayProblem();
+    if (!problem.isEmpty()) throw Exception(problem);
+    ChoosePlatform();
+    const QApplication application(argc, argv);
+    return line.Task == TCommandLine::TTask::Picture ? MakePicture(line) : ShowWindow(line);
+}
+
+int RunWithoutDisplay(int& argc, char** argv, const TCommandLine& line) {
+    const QCoreApplication application(argc, argv);
+    return PrintInfo(line);
+}
+
+int RunTask(int& argc, char** argv, const TCommandLine& line) {
+    switch (line.Task) {
+    case TCommandLine::TTask::Help:
+        return PrintHelp(argc, argv);
+    case TCommandLine::TTask::Version:
+        return PrintVersion();
+    case TCommandLine::TTask::Info:
+        return RunWithoutDisplay(argc, argv, line);
+    default:
+        return RunWithDisplay(argc, argv, line);
+    }
+}
+
+template <class Task>
+int Guarded(Task&& task, ExitCode failure) {
+    try {
+        return task();
+    } catch (const Exception& error) {
+        PrintError(error.Message());
+    } catch (const std::exception& error) {
+        PrintError(QString::fromLocal8Bit(error.what()));
+    }
+    return failure;
+}
+
+} // namespace
+
+int RunViewer(int argc, char** argv) {
+    QCoreApplication::setApplicationName(QStringLiteral("zepview"));
+    QCoreApplication::setOrganizationName(QStringLiteral("zep"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZEP_VERSION));
+    TCommandLine line;
+    const auto parse = [&] {
+        line = ParseCommandLine(Arguments(argc, argv));
+        return Done;
+    };
+    if (const int code = Guarded(parse, NotUnderstood)) {
+        PrintError(QStringLiteral("\"zepview --help\" lists what it understands."));
+        return code;
+    }
+    return Guarded([&] { return RunTask(argc, argv, line); }, Failed);
+}
+
+} // namespace ZEP

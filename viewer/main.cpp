@@ -1,0 +1,5 @@
+#include "viewer/Run.h"
+
+int main(int argc, char** argv) {
+    return ZEP::RunViewer(argc, argv);
+}
