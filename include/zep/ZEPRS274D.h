@@ -1,0 +1,3 @@
+#pragma once
+
+#include "converters/RS274D.h"
