@@ -18,6 +18,7 @@ add_library(ZEP::Core ALIAS zepcore)
 target_include_directories(zepcore PUBLIC
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include/zep>
   $<INSTALL_INTERFACE:include/zep>)
+target_compile_features(zepcore PUBLIC cxx_std_20)
 target_link_libraries(zepcore PUBLIC Qt6::Core Qt6::Gui OpenGL::OpenGL OpenGL::GLU
                       PRIVATE $<BUILD_INTERFACE:zep_options>)
 target_precompile_headers(zepcore PRIVATE <QObject> <QString> <QImage> <vector> <memory> <functional>)
