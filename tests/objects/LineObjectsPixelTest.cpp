@@ -26,8 +26,8 @@ protected:
             Scene.Draw(Scene, state, dkFull);
     }
     /// Pixels of exactly that colour.
-    int Count(QRgb color) const {
-        const QImage frame = const_cast<LineObjectsPixel*>(this)->Context().ReadFrame();
+    int Count(QRgb color) {
+        const QImage frame = Context().ReadFrame();
         int count = 0;
         for (int y = 0; y < frame.height(); ++y)
             for (int x = 0; x < frame.width(); ++x)
@@ -90,34 +90,50 @@ TEST_F(LineObjectsPixel, ASmoothLineIsBlended) {
 }
 
 TEST_F(LineObjectsPixel, NeighboursInOneWalkLookAsTheyDoAlone) {
-    constexpr int Lines = 24;
-    std::vector<TZEPLine*> lines;
-    for (int i = 0; i < Lines; ++i) {
-        auto& line = Add<TZEPLine>(i % 3 == 0 ? clRed : clBlue);
-        line.SetSmooth(i % 5 == 0);
-        line.SetWidth(i % 4 == 0 ? 2.0F : 1.0F);
-        line.SetStyle(i % 7 == 0 ? psDash : psSolid);
-        line.P1()->SetData(-30, i * 2.5 - 30, 0);
-        line.P2()->SetData(30, i * 2.5 - 28, 0);
-        lines.push_back(&line);
+    std::vector<TZEPShape*> shapes;
+    for (int i = 0; i < 24; ++i) {
+        const TColor color = i % 3 == 0 ? clRed : clBlue;
+        const double y = i * 2.5 - 30;
+        TZEPShape* shape = nullptr;
+        if (i % 6 == 5) {
+            auto& point = Add<TZEPPoint>(color);
+            point.P()->SetData(0, y, 0);
+            shape = &point;
+        } else if (i % 6 == 3) {
+            auto& polyline = Add<TZEPPolyline>(color);
+            polyline.Vertexes()->Add()->SetPoint({-25, y, 0});
+            polyline.Vertexes()->Add()->SetPoint({25, y + 1, 0});
+            polyline.Vertexes()->Item(1)->SetColor(clLime);
+            polyline.SetColorVertexes(i % 4 == 1);
+            polyline.SetUseDisplayList(i % 4 == 3);
+            shape = &polyline;
+        } else {
+            auto& line = Add<TZEPLine>(color);
+            line.SetStyle(i % 7 == 0 ? psDash : psSolid);
+            line.P1()->SetData(-30, y, 0);
+            line.P2()->SetData(30, y + 2, 0);
+            shape = &line;
+        }
+        shape->SetSmooth(i % 5 == 0);
+        shape->SetWidth(i % 4 == 0 ? 3.0F : 1.0F);
+        shapes.push_back(shape);
     }
     Draw();
     const QImage together = Context().ReadFrame();
-    QImage alone(together.size(), together.format());
-    alone.fill(Qt::black);
     glClear(GL_COLOR_BUFFER_BIT);
-    for (TZEPLine* line : lines) line->QuickDraw();
+    for (TZEPShape* shape : shapes) shape->QuickDraw();
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    for (TZEPLine* line : lines) line->DrawTransparent(false);
+    for (TZEPShape* shape : shapes) shape->DrawTransparent(false);
     glDisable(GL_BLEND);
     EXPECT_EQ(Context().ReadFrame(), together);
+    EXPECT_GT(Count(Red) + Count(Blue), 500);
 }
 
 TEST_F(LineObjectsPixel, PointsAndCirclesStandWhereTheirTransformPutsThem) {
     auto& point = Add<TZEPPoint>(clRed);
     point.SetWidth(4);
-    point.P()->SetData(10, 10, 0);
+    point.P()->SetData(25, 25, 0);
     auto& circle = Add<TZEPCircle>(clBlue);
     circle.SetSmooth(false);
     circle.SetWidth(3);
@@ -126,7 +142,7 @@ TEST_F(LineObjectsPixel, PointsAndCirclesStandWhereTheirTransformPutsThem) {
     circle.XForm()->Translate()->SetData(-5, 0, 0);
     Draw();
     EXPECT_EQ(Count(Red), 16);
-    EXPECT_EQ(At(10, 10), Red);
+    EXPECT_EQ(At(25, 25), Red);
     for (const auto& [x, y] : {std::pair{15.0, 0.0}, {-25.0, 0.0}, {-5.0, 20.0}, {-5.0, -20.0}})
         EXPECT_EQ(At(x, y), Blue) << x << ", " << y;
     EXPECT_EQ(At(-5, 0), Black);
