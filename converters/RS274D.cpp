@@ -92,6 +92,7 @@ void TRS274DConverter::SaveToFile() {
 void TRS274DConverter::ReadNC(std::string_view text) {
     CheckRoot("ReadNC");
     m_report.Clear();
+    m_cancelled = false;
     m_colorIndex = 0;
     const TUpdate update(m_root);
     const TRS274DOptions options{

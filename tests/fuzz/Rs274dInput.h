@@ -1,0 +1,60 @@
+#pragma once
+
+#include "converters/RS274DProgram.h"
+#include "framework/Exception.h"
+
+#include <cmath>
+#include <cstdlib>
+
+namespace ZEP {
+
+/// Stops the process on a path that no scene could show.
+class PathChecker : public TRS274DSink {
+public:
+    void Rapid(const TRS274DPoint& from, const TRS274DPoint& to, qint64) override {
+        Check(from);
+        Check(to);
+    }
+    void Feed(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) override {
+        Rapid(from, to, line);
+    }
+    void Drill(const TRS274DPoint& at, qint64) override { Check(at); }
+    void Arc(const TRS274DArc& arc, qint64) override {
+        Check(arc.Center);
+        Check({arc.Radius, arc.StartAngle, arc.EndAngle});
+        Require(arc.StartAngle >= 0 && arc.StartAngle < 360);
+        Require(arc.EndAngle >= 0 && arc.EndAngle < 360);
+        Require(arc.Sweep > 0 && arc.Sweep <= 360);
+    }
+    void Curve(std::span<const TRS274DPoint> points, qint64) override {
+        Require(points.size() >= 2);
+        for (const TRS274DPoint& point : points) Check(point);
+    }
+    void NextTool() override {}
+    void Dump(std::string_view text) override { Require(!text.empty()); }
+
+private:
+    static void Require(bool condition) {
+        if (!condition) std::abort();
+    }
+    static void Check(const TRS274DPoint& point) {
+        for (const double value : point) Require(std::isfinite(value));
+    }
+};
+
+/// Reads any bytes as a program, in every way there is.
+inline void ReadAnyRs274d(std::string_view text) {
+    for (const bool extended : {false, true})
+        for (const bool strict : {false, true}) {
+            PathChecker checker;
+            TRS274DReport report;
+            try {
+                ReadRS274D(text, {.Extended = extended, .StopOnErrors = strict, .Trace = strict},
+                           checker, report);
+            } catch (const Exception&) {
+                continue; // errors are told, never crashes
+            }
+        }
+}
+
+} // namespace ZEP
