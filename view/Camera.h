@@ -118,7 +118,12 @@ public:
     virtual void Dolly(double factor);
     /// @}
 
+signals:
+    /// It has come to another scene, or to none.
+    void SceneChanged();
+
 protected:
+    void EnteredScene() override { emit SceneChanged(); }
     void Notification(TComponent* component, TOperation operation) override;
 
 private:

@@ -7,7 +7,6 @@
 #include <array>
 #include <cstring>
 #include <map>
-#include <tuple>
 
 // After Qt: X defines common words as macros.
 #include <GL/glx.h>
@@ -141,16 +140,6 @@ bool IsOpaque(Display* display, GLXFBConfig config) {
     return opaque;
 }
 
-/// Accelerated formats are searched for the last of the deepest, software ones for the first that
-/// is double-buffered: the most useful stand last and first.
-auto Rank(const TPixelFormat& format) {
-    const bool generic = format.Has(pfGenericFormat);
-    const int sign = generic ? -1 : 1;
-    return std::tuple(!generic, sign * format.Has(pfDoubleBuffer), sign * format.DepthBits,
-                      sign * format.AccumBits, sign * format.StencilBits, sign * format.ColorBits,
-                      sign * format.AlphaBits);
-}
-
 Screen::Screen(Display* display) : Connection(display), Number(DefaultScreen(display)) {
     if (glXQueryExtension(display, nullptr, nullptr)) ReadFormats();
 }
@@ -181,8 +170,9 @@ void Screen::ReadFormats() {
         if (Attribute(Connection, configs[i], GLX_SAMPLES) == 0 && IsOpaque(Connection, configs[i]))
             found.emplace_back(Describe(Connection, configs[i], generic), configs[i]);
     if (configs) XFree(configs);
-    std::stable_sort(found.begin(), found.end(),
-                     [](const auto& a, const auto& b) { return Rank(a.first) < Rank(b.first); });
+    std::stable_sort(found.begin(), found.end(), [](const auto& left, const auto& right) {
+        return ListedBefore(left.first, right.first);
+    });
     for (const auto& [format, config] : found) {
         if (!Formats.empty() && Formats.back() == format) continue;
         Formats.push_back(format);

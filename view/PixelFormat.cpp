@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 
 namespace ZEP {
 
@@ -40,6 +41,14 @@ int Distance(const TPixelFormat& format, const TPixelFormat& request) {
     return distance;
 }
 
+auto Rank(const TPixelFormat& format) {
+    const bool software = format.Has(pfGenericFormat) && !format.Has(pfGenericAccelerated);
+    const int sign = software ? -1 : 1;
+    return std::tuple(!software, sign * format.Has(pfDoubleBuffer), sign * format.DepthBits,
+                      sign * format.AccumBits, sign * format.StencilBits, sign * format.ColorBits,
+                      sign * format.AlphaBits);
+}
+
 } // namespace
 
 std::vector<TPaletteEntry> BuildPalette(const TPixelFormat& format) {
@@ -66,6 +75,10 @@ int ClosestFormat(const std::vector<TPixelFormat>& formats, const TPixelFormat& 
         ++i;
     }
     return best;
+}
+
+bool ListedBefore(const TPixelFormat& left, const TPixelFormat& right) {
+    return Rank(left) < Rank(right);
 }
 
 } // namespace ZEP

@@ -60,4 +60,10 @@ struct TPaletteEntry {
 [[nodiscard]] int ClosestFormat(const std::vector<TPixelFormat>& formats,
                                 const TPixelFormat& request);
 
+/// The order in which a binding lists formats that it may put in any order: plain software ones
+/// from the most useful to the least, then the others from the least useful to the most. The search
+/// takes the first double-buffered one of the former and the last of the deepest of the latter, so
+/// that it ends at one with an accumulation buffer.
+[[nodiscard]] bool ListedBefore(const TPixelFormat& left, const TPixelFormat& right);
+
 } // namespace ZEP

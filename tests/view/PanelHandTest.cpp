@@ -1,14 +1,7 @@
-#include "view/Panel.h"
-
 #include "scene/GLNames.h"
-#include "scene/Scene.h"
-#include "tests/view/NativeWindow.h"
-#include "view/Camera.h"
+#include "tests/view/PanelFixture.h"
 
 #include <QBoxLayout>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -16,53 +9,6 @@
 
 namespace ZEP {
 namespace {
-
-constexpr unsigned int Red = 0xFF0000;
-constexpr unsigned int Green = 0x00FF00;
-constexpr unsigned int Blue = 0x0000FF;
-constexpr unsigned int Black = 0;
-
-/// A window with a panel that shows a red scene.
-class Panel : public testing::Test {
-protected:
-    void SetUp() override {
-        if (!NativeWindow::HasDisplay()) GTEST_SKIP() << "there is no X display";
-        Scene = std::make_unique<TZEPScene>();
-        Scene->SetBackgroundColor(clRed);
-        Camera = new TZEPCamera(Scene.get());
-        Camera->SetParentComponent(Scene.get());
-        View = new TZEPPanel(&Window);
-        View->SetAlign(TZEPPanel::alClient);
-        View->SetCamera(Camera);
-        QObject::connect(View, &TZEPPanel::AfterDraw, [this] { ++Frames; });
-        Window.setGeometry(20, 30, 160, 120);
-    }
-
-    void Show() {
-        Window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&Window));
-        Settle();
-    }
-    /// Until everything that is on its way has arrived.
-    static void Settle() { QTest::qWait(60); }
-
-    [[nodiscard]] unsigned int Shown(double x, double y) const {
-        const int px = static_cast<int>(x * (View->Width() - 1));
-        const int py = static_cast<int>(y * (View->Height() - 1));
-        return NativeWindow::ScreenPixel(View->winId(), px, py);
-    }
-    /// All corners and the middle of the panel have that colour on the screen.
-    void ExpectShown(unsigned int color, const char* what) const {
-        for (const auto& [x, y] : {std::pair{0., 0.}, {1., 0.}, {0., 1.}, {1., 1.}, {.5, .5}})
-            EXPECT_EQ(Shown(x, y), color) << what << " at " << x << ", " << y;
-    }
-
-    std::unique_ptr<TZEPScene> Scene;
-    TZEPCamera* Camera = nullptr;
-    QWidget Window;
-    TZEPPanel* View = nullptr;
-    int Frames = 0;
-};
 
 TEST_F(Panel, ShowsTheScene) {
     Show();
@@ -287,68 +233,19 @@ TEST_F(Panel, IsPaintedAgainWhenUncovered) {
     ExpectShown(Red, "uncovered");
 }
 
-TEST_F(Panel, SeveralShowOneSceneAndForgetItInAnyOrder) {
-    auto* second = new TZEPPanel;
-    second->setGeometry(300, 30, 100, 100);
-    second->SetCamera(Camera);
-    second->show();
+TEST_F(Panel, LivesWithoutContext) {
     Show();
-    Scene->SetBackgroundColor(clLime);
-    Settle();
-    ExpectShown(Green, "first");
-    EXPECT_EQ(NativeWindow::ScreenPixel(second->winId(), 50, 50), Green);
-
-    delete second;
-    Scene->SetBackgroundColor(clRed);
-    Settle();
-    ExpectShown(Red, "without the second");
-    Scene.reset(); // and the camera with it
-    EXPECT_EQ(View->Camera(), nullptr);
-    Settle();
-    ExpectShown(Black, "without scene");
-}
-
-TEST_F(Panel, ForgetsACameraThatGoesAway) {
-    Show();
-    delete Camera;
-    EXPECT_EQ(View->Camera(), nullptr);
-    Scene->SetBackgroundColor(clLime); // the scene has no panel any more
-    Settle();
-    ExpectShown(Black, "without camera");
-    delete View;
-    Scene->SetBackgroundColor(clRed);
-}
-
-TEST_F(Panel, OutlivedByASceneWithoutCamera) {
-    Show();
-    auto loose = std::make_unique<TZEPCamera>();
-    View->SetCamera(loose.get());
-    loose.reset();
-    EXPECT_EQ(View->Camera(), nullptr);
-    Scene.reset();
-    View->Paint();
-    Settle();
-    ExpectShown(Black, "nothing left");
-}
-
-TEST_F(Panel, FollowsItsCameraToAnotherScene) {
-    Show();
-    TZEPScene other;
-    other.SetBackgroundColor(clLime);
-    auto* group = new TZEPObject(Scene.get());
-    group->SetParentComponent(Scene.get());
-    Camera->SetParentComponent(group);
-    group->SetParentComponent(&other); // takes the camera along
-    Settle();
-    ExpectShown(Green, "other scene");
+    View->Context()->DestroyContext();
     Frames = 0;
-    Scene->SetBackgroundColor(clBlue); // not ours any more
+    View->Paint();
+    View->SetOptions({});
+    Window.resize(200, 100);
     Settle();
     EXPECT_EQ(Frames, 0);
-    other.SetBackgroundColor(clRed);
-    Settle();
-    ExpectShown(Red, "repainted by the other scene");
-    View->SetCamera(nullptr);
+    EXPECT_TRUE(View->GrabFrame().isNull());
+    View->Context()->CreateContext(View->winId());
+    View->Paint();
+    EXPECT_EQ(Frames, 1);
 }
 
 TEST_F(Panel, GrabsAPictureWithoutBeingShown) {
@@ -386,90 +283,6 @@ TEST_F(Panel, NamesFreedBetweenFramesGoAtTheNextOne) {
     EXPECT_TRUE(glIsList(list));
     View->Paint();
     EXPECT_FALSE(glIsList(list));
-}
-
-TEST_F(Panel, DraftsWhileAButtonIsHeldAndTheSceneWantsIt) {
-    Show();
-    Scene->SetQuickMouse(true);
-    Scene->SetShadows(0, false);
-    Settle();
-    QTest::mousePress(View, Qt::LeftButton, {}, {10, 10});
-    EXPECT_TRUE(View->MouseDowned());
-    View->Paint();
-    Frames = 0;
-    QTest::mouseRelease(View, Qt::LeftButton, {}, {10, 10});
-    EXPECT_FALSE(View->MouseDowned());
-    Settle();
-    EXPECT_EQ(Frames, 1); // in full quality again
-}
-
-/// Notes the mouse events of a panel as text.
-class MouseNotes : public QStringList {
-public:
-    explicit MouseNotes(TZEPPanel* panel) {
-        const auto button = [this](const char* name) {
-            return [this, name](TZEPPanel*, TMouseButton which, TShiftState shift, int x, int y) {
-                append(QString::asprintf("%s %d %d %d,%d", name, which, shift.toInt(), x, y));
-            };
-        };
-        const auto move = [this](const char* name) {
-            return [this, name](TZEPPanel*, TShiftState shift, int x, int y) {
-                append(QString::asprintf("%s %d %d,%d", name, shift.toInt(), x, y));
-            };
-        };
-        const auto wheel = [this](const char* name) {
-            return [this, name](TZEPPanel*, TShiftState shift, int delta, int x, int y) {
-                append(QString::asprintf("%s %d %d %d,%d", name, shift.toInt(), delta, x, y));
-            };
-        };
-        QObject::connect(panel, &TZEPPanel::BeforeMouseDown, button("before down"));
-        QObject::connect(panel, &TZEPPanel::AfterMouseDown, button("after down"));
-        QObject::connect(panel, &TZEPPanel::BeforeMouseUp, button("before up"));
-        QObject::connect(panel, &TZEPPanel::AfterMouseUp, button("after up"));
-        QObject::connect(panel, &TZEPPanel::AfterMouseDblClick, button("double"));
-        QObject::connect(panel, &TZEPPanel::BeforeMouseMove, move("before move"));
-        QObject::connect(panel, &TZEPPanel::AfterMouseMove, move("after move"));
-        QObject::connect(panel, &TZEPPanel::BeforeMouseWheel, wheel("before wheel"));
-        QObject::connect(panel, &TZEPPanel::AfterMouseWheel, wheel("after wheel"));
-    }
-};
-
-TEST_F(Panel, TellsOfTheMouseInDevicePixels) {
-    Show();
-    const int ratio = qRound(View->devicePixelRatioF());
-    const QString at = QString::asprintf("%d,%d", 10 * ratio, 20 * ratio);
-    MouseNotes notes(View);
-    QTest::mousePress(View, Qt::RightButton, Qt::ShiftModifier | Qt::ControlModifier, {10, 20});
-    QTest::mouseRelease(View, Qt::RightButton, {}, {10, 20});
-    EXPECT_EQ(notes, (QStringList{"before down 1 21 " + at, "after down 1 21 " + at,
-                                  "before up 1 0 " + at, "after up 1 0 " + at}));
-    notes.clear();
-    QTest::mouseClick(View, Qt::LeftButton, {}, {10, 20});
-    QTest::mouseDClick(View, Qt::LeftButton, {}, {10, 20});
-    QTest::mouseRelease(View, Qt::LeftButton, {}, {10, 20});
-    EXPECT_EQ(notes.filter(QStringLiteral("double")), QStringList{"double 0 72 " + at});
-    EXPECT_EQ(notes.count("after down 0 8 " + at), 1);
-    EXPECT_EQ(notes.count("after down 0 72 " + at), 1);
-    EXPECT_EQ(notes.count("after up 0 0 " + at), 2);
-}
-
-TEST_F(Panel, ARealMouseReachesThePanelThroughItsDrawing) {
-    if (QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty())
-        GTEST_SKIP() << "xdotool is not installed";
-    Show();
-    MouseNotes notes(View);
-    int x = 0;
-    int y = 0;
-    NativeWindow::Origin(View->winId(), x, y);
-    const QStringList script = QString::asprintf("mousemove %d %d mousedown 1 mousemove %d %d "
-                                                 "mouseup 1 click 4",
-                                                 x + 30, y + 40, x + 50, y + 44)
-                                   .split(QLatin1Char(' '));
-    ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"), script), 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return notes.contains("after wheel 0 120 50,44"); }, 3000));
-    EXPECT_TRUE(notes.contains("after down 0 8 30,40")) << notes.join('\n').toStdString();
-    EXPECT_TRUE(notes.contains("after move 8 50,44")) << notes.join('\n').toStdString();
-    EXPECT_TRUE(notes.contains("after up 0 0 50,44")) << notes.join('\n').toStdString();
 }
 
 TEST_F(Panel, LivesInALayout) {

@@ -1,4 +1,5 @@
 #include "tests/view/FakeBinding.h"
+#include "view/PixelFormatSearch.h"
 
 #include <gtest/gtest.h>
 
@@ -60,6 +61,30 @@ TEST(PixelFormat, ClosestMissesLeast) {
     for (const ClosestCase& c : cases)
         EXPECT_EQ(ClosestFormat(c.Formats, with(32, 24, pfGenericAccelerated)), c.Expected)
             << c.Name;
+}
+
+/// Whatever order the system names its formats in, the listed order leads the search to the same.
+TEST(PixelFormat, TheListedOrderLeadsTheSearchToTheMostUseful) {
+    for (const std::uint32_t kind : {0U, pfGenericFormat, pfGenericFormat | pfGenericAccelerated}) {
+        std::vector<TPixelFormat> formats;
+        for (const std::uint32_t buffering : {0U, pfDoubleBuffer})
+            for (const int depth : {16, 24})
+                for (const int accum : {0, 64}) {
+                    formats.push_back(FakeFormat(32, depth, kind | buffering));
+                    formats.back().AccumBits = accum;
+                }
+        const TPixelFormat best = formats.back();
+        for (std::size_t turn = 0; turn < formats.size(); ++turn) {
+            std::rotate(formats.begin(), formats.begin() + 1, formats.end());
+            FakeBinding::System system;
+            system.Formats = formats;
+            std::sort(system.Formats.begin(), system.Formats.end(), ListedBefore);
+            FakeBinding binding(system);
+            const auto granted = SearchFormat(binding, kind != pfGenericFormat);
+            ASSERT_TRUE(granted);
+            EXPECT_EQ(granted->Format, best) << kind << ' ' << turn;
+        }
+    }
 }
 
 } // namespace
