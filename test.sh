@@ -8,21 +8,23 @@ passed=0
 failed=0
 broken=()
 
-# Passed and failed cases in a log of ctest; a test that is no list of cases, or died, counts as one.
+# Passed and failed cases in ctest's JUnit file; a test that is no list of cases, or died, counts as
+# one.
 count_cases() {
-    awk '/^\[  PASSED  \]/ { passed += $4; listed = 1 }
-         /^\[  FAILED  \] [0-9]+ tests?, listed/ { failed += $4; bad = 1 }
-         /^Test Passed\./ { if (!listed) ++passed; listed = bad = 0 }
-         /^Test (Failed|time)/ { if (/Failed/ && !bad) ++failed; listed = bad = 0 }
+    awk '/<testcase / { ran = /status="run"/; listed = bad = 0 }
+         /\[  PASSED  \]/ { passed += $4; listed = 1 }
+         /\[  FAILED  \] [0-9]+ tests?, listed/ { failed += $4; bad = 1 }
+         /<\/testcase>/ { if (ran && !listed) ++passed; if (!ran && !bad) ++failed }
          END { print passed + 0, failed + 0 }' "$1"
 }
 
 run_tests() {
-    local name=$1 preset=$2 log=build/$2/Testing/Temporary/LastTest.log counts
+    local name=$1 preset=$2 results=$PWD/build/$2/results.xml counts
     echo "== $name"
-    rm -f "$log"
-    ctest --preset "$preset" --parallel "$(nproc)" --no-tests=error || broken+=("$name")
-    counts=$(count_cases "$log")
+    rm -f "$results"
+    ctest --preset "$preset" --parallel "$(nproc)" --no-tests=error --output-junit "$results" \
+        --test-output-size-passed 10000000 --test-output-size-failed 10000000 || broken+=("$name")
+    counts=$(count_cases "$results")
     passed=$((passed + ${counts% *}))
     failed=$((failed + ${counts#* }))
     echo "== $name: ${counts% *} passed, ${counts#* } failed"

@@ -25,7 +25,8 @@ bool TLineSource::Next(std::string_view& line) {
 std::size_t TLineSource::EndLength(std::size_t end) const {
     const std::string_view rest = m_text.substr(end, 3);
     if (rest == "\r\r\n") return 3;
-    return rest.starts_with("\r\n") ? 2 : 1;
+    if (rest.starts_with("\r\n")) return 2;
+    return rest.empty() ? 0 : 1;
 }
 
 } // namespace ZEP

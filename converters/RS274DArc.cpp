@@ -20,7 +20,7 @@ double Angle(TRS274DPlanePoint center, TRS274DPlanePoint point) {
 double Degrees(double radians) {
     const double degrees = radians * 180 / pi;
     const double positive = degrees < 0 ? degrees + 360 : degrees;
-    return positive < 360 ? positive : 0;
+    return positive < 360 - 1e-9 ? positive : 0;
 }
 
 TRS274DPoint InSpace(TRS274DPlanePoint point, TRS274DArcPlane plane, double normal) {

@@ -1,7 +1,5 @@
 #include "converters/RS274DMachine.h"
 
-#include "converters/RS274DExtendedMachine.h"
-#include "converters/RS274DPlainMachine.h"
 #include "framework/Exception.h"
 
 #include <charconv>
@@ -16,12 +14,6 @@ QString Place(qint64 line) {
 }
 
 } // namespace
-
-std::unique_ptr<TRS274DMachine> TRS274DMachine::Create(const TRS274DOptions& options,
-                                                       TRS274DSink& sink, TRS274DReport& report) {
-    if (options.Extended) return std::make_unique<TRS274DExtendedMachine>(options, sink, report);
-    return std::make_unique<TRS274DPlainMachine>(options, sink, report);
-}
 
 TRS274DMachine::TRS274DMachine(const TRS274DOptions& options, TRS274DSink& sink,
                                TRS274DReport& report)

@@ -6,7 +6,6 @@
 
 #include <QString>
 
-#include <memory>
 #include <string>
 
 namespace ZEP {
@@ -28,10 +27,7 @@ struct TRS274DOptions {
 /// kinds of machine share: position, modes, errors, trace.
 class TRS274DMachine {
 public:
-    /// The machine that the options ask for. `sink` and `report` outlive it.
-    [[nodiscard]] static std::unique_ptr<TRS274DMachine>
-    Create(const TRS274DOptions& options, TRS274DSink& sink, TRS274DReport& report);
-
+    /// `sink` and `report` outlive the machine.
     TRS274DMachine(const TRS274DOptions& options, TRS274DSink& sink, TRS274DReport& report);
     virtual ~TRS274DMachine() = default;
     TRS274DMachine(const TRS274DMachine&) = delete;

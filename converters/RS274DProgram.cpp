@@ -1,6 +1,10 @@
 #include "converters/RS274DProgram.h"
 
 #include "converters/LineSource.h"
+#include "converters/RS274DExtendedMachine.h"
+#include "converters/RS274DPlainMachine.h"
+
+#include <memory>
 
 namespace ZEP {
 
@@ -8,11 +12,17 @@ namespace {
 
 constexpr std::size_t ProgressStep = 65536;
 
+std::unique_ptr<TRS274DMachine> MakeMachine(const TRS274DOptions& options, TRS274DSink& sink,
+                                            TRS274DReport& report) {
+    if (options.Extended) return std::make_unique<TRS274DExtendedMachine>(options, sink, report);
+    return std::make_unique<TRS274DPlainMachine>(options, sink, report);
+}
+
 } // namespace
 
 bool ReadRS274D(std::string_view text, const TRS274DOptions& options, TRS274DSink& sink,
                 TRS274DReport& report, const TProgress& progress) {
-    const auto machine = TRS274DMachine::Create(options, sink, report);
+    const auto machine = MakeMachine(options, sink, report);
     TLineSource lines(text);
     TRS274DBlock block;
     std::string_view line;

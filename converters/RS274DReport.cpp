@@ -2,8 +2,6 @@
 
 #include "converters/RS274DBlock.h"
 
-#include <cmath>
-
 namespace ZEP {
 
 namespace {
@@ -51,9 +49,9 @@ void TRS274DReport::AddCode(char letter, double code, qint64 line) {
     const QLatin1Char prefix(letter);
     if (code < 0 || code >= MaxReportedCode)
         return AddEntry(letter, line, QStringLiteral("%1 codes out of range").arg(prefix));
-    const int tenths = static_cast<int>(std::lround(code * 10));
-    const QString text = QStringLiteral("code %1%2").arg(prefix).arg(tenths / 10.0);
-    AddEntry(letter * 100000 + tenths, line, text);
+    const int hundredths = static_cast<int>(code * 100 + 0.5);
+    const QString text = QStringLiteral("code %1%2").arg(prefix).arg(hundredths / 100.0);
+    AddEntry(letter * 1000000 + hundredths, line, text);
 }
 
 void TRS274DReport::AddEntry(int key, qint64 line, const QString& kind) {

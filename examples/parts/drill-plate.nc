@@ -1,0 +1,144 @@
+%
+O0042 (Drill plate: fixed cycles, two fixtures)
+(Rows of holes on 160 x 90 mm; the second fixture stands 100 mm behind the first)
+G10 L2 P1 X0 Y0 Z0
+G10 L2 P2 X0 Y100 Z0
+G21 G17 G90 G80 G40
+G54
+
+(Spot drilling, back to the initial level)
+T1 M6
+S1500 M3
+G0 X10 Y10 Z20
+G98 G81 X10 Y10 Z-2 R3 F150
+X30
+X50
+X70
+X90
+X110
+X130
+X150
+X150 Y30
+X130
+X110
+X90
+X70
+X50
+X30
+X10
+X10 Y50
+X30
+X50
+X70
+X90
+X110
+X130
+X150
+X150 Y70
+X130
+X110
+X90
+X70
+X50
+X30
+X10
+G80
+
+(Deep holes with pecking, back to the R level only)
+T2 M6
+S900 M3
+G0 X10 Y10 Z20
+G99 G83 X10 Y10 Z-24 R3 Q6 F120
+X30
+X50
+X70
+X90
+G80
+
+(Rows in steps)
+G0 X10 Y30 Z10
+G91 G99 G82 X0 Y0 Z-17 R-7 P0.2 F120
+X20
+X20
+X20
+G90 G80
+
+(Boring and reaming)
+T4 M6
+G0 X110 Y70 Z20
+G98 G85 X110 Y70 Z-15 R2 F60
+G89 X130 Y70 Z-15 R2 P0.5
+X150
+G80 G0 Z30
+G55
+
+(Spot drilling, back to the initial level)
+T1 M6
+S1500 M3
+G0 X10 Y10 Z20
+G98 G81 X10 Y10 Z-2 R3 F150
+X30
+X50
+X70
+X90
+X110
+X130
+X150
+X150 Y30
+X130
+X110
+X90
+X70
+X50
+X30
+X10
+X10 Y50
+X30
+X50
+X70
+X90
+X110
+X130
+X150
+X150 Y70
+X130
+X110
+X90
+X70
+X50
+X30
+X10
+G80
+
+(Deep holes with pecking, back to the R level only)
+T2 M6
+S900 M3
+G0 X10 Y10 Z20
+G99 G83 X10 Y10 Z-24 R3 Q6 F120
+X30
+X50
+X70
+X90
+G80
+
+(Rows in steps)
+G0 X10 Y30 Z10
+G91 G99 G82 X0 Y0 Z-17 R-7 P0.2 F120
+X20
+X20
+X20
+G90 G80
+
+(Boring and reaming)
+T4 M6
+G0 X110 Y70 Z20
+G98 G85 X110 Y70 Z-15 R2 F60
+G89 X130 Y70 Z-15 R2 P0.5
+X150
+G80 G0 Z30
+
+G28 G91 Z0
+G90
+M5
+M30
+%
