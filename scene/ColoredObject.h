@@ -38,8 +38,7 @@ protected:
     [[nodiscard]] TZEPMaterial& DrawnMaterial();
     /// Applies the material, draws, cancels it if asked, and draws the selection.
     void DrawWith(TZEPMaterial& material, bool draft, bool cancel = true);
-
-private:
+    /// Item `MaterialIndex` of the scene's library; null where there is none.
     [[nodiscard]] TZEPMaterial* MaterialOfLibrary() const;
 };
 

@@ -1,0 +1,37 @@
+#include "appearance/LineShape.h"
+
+#include "appearance/DrawRun.h"
+#include "framework/Property.h"
+
+#include <array>
+
+namespace ZEP {
+
+namespace {
+
+/// By pen style; a set bit is a drawn pixel, the lowest one first.
+constexpr std::array<GLushort, 7> Patterns{0xFFFF, 0xFFC3, 0xCCCC, 0xFFCC, 0xFCCC, 0x0000, 0xFFFF};
+
+} // namespace
+
+TZEPLineShape::TZEPLineShape(TComponent* owner) : TZEPShape(owner) {
+    SetSmooth(true);
+}
+
+void TZEPLineShape::SetStyle(TPenStyle style) {
+    if (Change(m_style, style)) Invalidate(this);
+}
+
+void TZEPLineShape::DrawSpecific(GLenum face, bool draft) {
+    TZEPDrawRun& run = TZEPDrawRun::Current();
+    run.OpenLine({.Width = Width(),
+                  .Stippled = m_style != psSolid,
+                  .Pattern = Patterns[m_style],
+                  .Smooth = Smooth()});
+    DrawShape(face, draft);
+    run.CloseLine();
+}
+
+void TZEPLineShape::DrawShape(GLenum, bool) {}
+
+} // namespace ZEP

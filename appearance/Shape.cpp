@@ -1,0 +1,37 @@
+#include "appearance/Shape.h"
+
+#include "appearance/Material.h"
+#include "appearance/SharedMaterials.h"
+#include "framework/Property.h"
+
+namespace ZEP {
+
+void TZEPShape::SetWidth(float width) {
+    if (Change(m_width, width >= 0 ? width : 1)) Invalidate(this);
+}
+
+void TZEPShape::DrawMain(bool draft) {
+    if (Smooth()) return;
+    TZEPMaterial& material = DrawnMaterial();
+    if (!material.IsTransparent()) DrawWith(material, draft);
+}
+
+// The first smooth draw leaves its material applied; from the next one on, the material is
+// transparent and takes the ordinary way.
+void TZEPShape::DrawTransparent(bool draft) {
+    TZEPMaterial& material = DrawnMaterial();
+    if (material.IsTransparent()) return DrawWith(material, draft);
+    if (Smooth()) DrawWith(BlendedMaterial(), draft, false);
+}
+
+TZEPMaterial& TZEPShape::BlendedMaterial() {
+    TZEPMaterial* shared = MaterialOfLibrary();
+    if (!shared) {
+        SetLineTransparency();
+        return DrawnMaterial();
+    }
+    shared->SetTransparency(LineTransparency);
+    return *shared;
+}
+
+} // namespace ZEP

@@ -1,0 +1,7 @@
+#pragma once
+
+/// \file
+/// Vectors, matrices and the spline.
+
+#include "scene/Geom.h"
+#include "scene/Spline.h"

@@ -1,0 +1,26 @@
+#include "objects/Line.h"
+
+#include "framework/Registry.h"
+
+namespace ZEP {
+
+namespace {
+
+const TRegisterClass<TZEPLine> Registered;
+
+} // namespace
+
+void TZEPLine::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
+    min = max = FirstPoint();
+    MinBoundsd(min, SecondPoint());
+    MaxBoundsd(max, SecondPoint());
+}
+
+void TZEPLine::DrawShape(GLenum, bool) {
+    glBegin(GL_LINES);
+    glVertex3dv(FirstPoint().data());
+    glVertex3dv(SecondPoint().data());
+    glEnd();
+}
+
+} // namespace ZEP

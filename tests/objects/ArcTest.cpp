@@ -1,0 +1,93 @@
+#include "objects/Arc.h"
+#include "objects/CirclePoints.h"
+
+#include <gmock/gmock.h>
+
+#include <numbers>
+
+using namespace ZEP;
+
+namespace {
+
+/// Box of a hundred thousand points along the arc, by the rule of the angles alone.
+void SampledBox(double start, double end, TGLArrayd3& min, TGLArrayd3& max) {
+    constexpr int Samples = 100000;
+    const double sweep = start < end ? end - start : end - start + 360;
+    min = {1, 1, 0};
+    max = {-1, -1, 0};
+    for (int i = 0; i <= Samples; ++i) {
+        const double angle = (start + sweep * i / Samples) * std::numbers::pi / 180;
+        const TGLArrayd3 point{0.5 * std::cos(angle), 0.5 * std::sin(angle), 0};
+        MinBoundsd(min, point);
+        MaxBoundsd(max, point);
+    }
+}
+
+} // namespace
+
+TEST(Arc, BoxIsThatOfItsPoints) {
+    struct Case {
+        double Start, End;
+    };
+    for (const Case& c : {
+             Case{0, 0},      Case{10, 10},     Case{350, 10},    Case{10, 350},    Case{10, 5},
+             Case{0, 90},     Case{90, 180},    Case{89, 91},     Case{89.5, 90.5}, Case{90, 90.5},
+             Case{0.5, 89.5}, Case{45, 50},     Case{180, 90},    Case{270, 0},     Case{0, 360},
+             Case{-90, 90},   Case{-350, -10},  Case{-800, -700}, Case{700, 740},   Case{0, 720},
+             Case{800, 10},   Case{359.9, 0.1}, Case{100, 50},    Case{360, 90},    Case{1e6, 1e6},
+         }) {
+        TZEPArc arc;
+        arc.SetStartAngle(c.Start);
+        arc.SetEndAngle(c.End);
+        TGLArrayd3 min;
+        TGLArrayd3 max;
+        TGLArrayd3 sampledMin;
+        TGLArrayd3 sampledMax;
+        arc.GetSize(min, max);
+        SampledBox(c.Start, c.End, sampledMin, sampledMax);
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            EXPECT_NEAR(min[axis], sampledMin[axis], 1e-8) << c.Start << " to " << c.End;
+            EXPECT_NEAR(max[axis], sampledMax[axis], 1e-8) << c.Start << " to " << c.End;
+        }
+    }
+}
+
+TEST(Arc, BoxTouchesTheAxesExactly) {
+    TZEPArc arc;
+    arc.SetStartAngle(350);
+    arc.SetEndAngle(10);
+    EXPECT_EQ(arc.GetMax()[0], 0.5);
+    EXPECT_GT(arc.GetMin()[0], 0.49);
+    const TZEPArc full;
+    EXPECT_EQ(full.GetMin(), (TGLArrayd3{-0.5, -0.5, 0}));
+    EXPECT_EQ(full.GetMax(), (TGLArrayd3{0.5, 0.5, 0}));
+}
+
+TEST(Arc, AnglesBeyondAllMeasureStillEnd) {
+    for (const double angle : {1e300, -1e300, 1e18, HUGE_VAL, -HUGE_VAL, double{NAN}}) {
+        TZEPArc arc;
+        arc.SetStartAngle(angle);
+        TGLArrayd3 min;
+        TGLArrayd3 max;
+        arc.GetSize(min, max);
+        arc.SetStartAngle(0);
+        arc.SetEndAngle(angle);
+        arc.GetSize(min, max);
+        EXPECT_EQ(max[2], 0) << angle;
+    }
+}
+
+TEST(CirclePoints, StayOnTheCircleOverAMillionSteps) {
+    double x = 0;
+    double y = 0;
+    int count = 0;
+    constexpr double Step = 2 * std::numbers::pi / 1000000;
+    ForCirclePoints(0.25, Step, 1000001, [&](double px, double py) {
+        x = px;
+        y = py;
+        ++count;
+    });
+    EXPECT_EQ(count, 1000001);
+    EXPECT_NEAR(x, 0.5 * std::cos(0.25), 1e-9);
+    EXPECT_NEAR(y, 0.5 * std::sin(0.25), 1e-9);
+}
