@@ -1,17 +1,13 @@
 #include "viewer/Reader.h"
 
+#include "converters/RS274D.h"
 #include "framework/Exception.h"
 #include "scene/Object.h"
-
-#if __has_include("converters/RS274D.h")
-#include "converters/RS274D.h"
-#endif
 
 namespace ZEP {
 
 std::vector<TPassedOver> ReadProgram(TZEPObject& root, const QString& fileName, bool plain,
                                      const TLoadProgress& progress) {
-#if __has_include("converters/RS274D.h")
     TRS274DConverter converter;
     converter.SetRoot(&root);
     converter.SetFileName(fileName);
@@ -26,9 +22,6 @@ std::vector<TPassedOver> ReadProgram(TZEPObject& root, const QString& fileName, 
     for (const auto& entry : converter.Report().Entries())
         passedOver.push_back({entry.Kind, entry.Count, entry.FirstLine});
     return passedOver;
-#else
-    throw Exception(QStringLiteral("%1: no reader").arg(fileName));
-#endif
 }
 
 } // namespace ZEP
