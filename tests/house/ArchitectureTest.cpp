@@ -33,7 +33,7 @@ constexpr TArrow Arrows[] = {
     {"examples", "framework/|scene/|appearance/|objects/|view/|converters/|examples/"},
 };
 constexpr const char* WindowSystemHeader = "^<(X11/|xcb/|GL/glx|EGL/|wayland)";
-constexpr const char* WindowSystemFile = "^view/GlxBinding\\.cpp$";
+constexpr const char* WindowSystemFile = "^(view/GlxBinding|viewer/Display)\\.cpp$";
 
 QRegularExpression Whole(const QString& pattern) {
     return QRegularExpression(QRegularExpression::anchoredPattern(pattern));
