@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <limits>
 
 namespace ZEP {
 
@@ -28,23 +30,24 @@ constexpr bool IsNumberCharacter(char c) {
     return IsDigit(c) || c == '.' || c == '-' || c == '+';
 }
 
+// Not `std::optional`: returned through memory, it would double the time of a number.
+constexpr double NoNumber = std::numeric_limits<double>::quiet_NaN();
+
 /// The number is too long for a double: too large, or so small that it is 0.
-std::optional<double> OutOfRange(std::string_view digits) {
+double OutOfRange(std::string_view digits) {
     const std::string_view whole = digits.substr(0, digits.find('.'));
-    if (whole.find_first_not_of('0') != std::string_view::npos) return std::nullopt;
-    return 0.0;
+    return whole.find_first_not_of('0') == std::string_view::npos ? 0.0 : NoNumber;
 }
 
-std::optional<double> Unsigned(std::string_view digits) {
+double Unsigned(std::string_view digits) {
     if (digits.empty() || digits == ".") return 0.0;
-    if (!IsDigit(digits[0]) && digits[0] != '.') return std::nullopt;
+    if (!IsDigit(digits[0]) && digits[0] != '.') return NoNumber;
     double value = 0;
     const char* end = digits.data() + digits.size();
     const auto result = std::from_chars(digits.data(), end, value, std::chars_format::fixed);
-    if (result.ptr != end) return std::nullopt;
+    if (result.ptr != end) return NoNumber;
     if (result.ec == std::errc::result_out_of_range) return OutOfRange(digits);
-    if (result.ec != std::errc() || value > MaxRS274DNumber) return std::nullopt;
-    return value;
+    return result.ec == std::errc() && value <= MaxRS274DNumber ? value : NoNumber;
 }
 
 } // namespace
@@ -73,12 +76,12 @@ std::string_view GetWord(std::string_view& block, bool polar) {
     return word;
 }
 
-std::optional<double> GetReal(std::string_view word) {
+double GetReal(std::string_view word) {
     std::string_view digits = word.substr(std::min<std::size_t>(1, word.size()));
     const bool negative = digits.starts_with('-');
     if (negative || digits.starts_with('+')) digits.remove_prefix(1);
-    const std::optional<double> value = Unsigned(digits);
-    return negative && value ? -*value : value;
+    const double value = Unsigned(digits);
+    return negative ? -value : value;
 }
 
 void TRS274DBlock::Read(std::string_view line, bool polar) {
@@ -96,12 +99,12 @@ TRS274DBlockEnd TRS274DBlock::ReadWords(bool polar) {
             m_rest = before;
             return EndAt(before);
         }
-        const std::optional<double> value = GetReal(word);
-        if (!value) {
+        const double value = GetReal(word);
+        if (std::isnan(value)) {
             m_rest = before.substr(0, word.size());
             return TRS274DBlockEnd::BadNumber;
         }
-        Add({word[0], *value, word});
+        Add({word[0], value, word});
     }
     return TRS274DBlockEnd::Complete;
 }

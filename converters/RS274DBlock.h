@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,10 +45,10 @@ std::string_view NormalizeBlock(std::string_view line, std::string& buffer);
 /// \param polar  takes "@" and "^" for letters too
 std::string_view GetWord(std::string_view& block, bool polar = false);
 
-/// The number of a word: "X.5" is 0.5, "X-.5" is -0.5, "X5." is 5, "X+1" is 1, "X-" is 0. Nothing
+/// The number of a word: "X.5" is 0.5, "X-.5" is -0.5, "X5." is 5, "X+1" is 1, "X-" is 0. NaN
 /// where the text is no number ("X1.2.3", "X--5") or beyond `MaxRS274DNumber`. The locale plays no
 /// part.
-std::optional<double> GetReal(std::string_view word);
+double GetReal(std::string_view word);
 
 /// The words of one line. Kept from line to line, it allocates nothing.
 class TRS274DBlock {

@@ -1,7 +1,8 @@
 #pragma once
 
 /// \file
-/// The core: objects, transforms, collections, materials and the scene.
+/// The core: objects, transforms, collections, materials, the scene, the camera and, for programs
+/// with Qt Widgets, the panel and its context.
 
 #include "appearance/LineShape.h"
 #include "appearance/Material.h"
@@ -15,3 +16,8 @@
 #include "scene/Vertex3.h"
 #include "scene/VertexItems.h"
 #include "scene/XForm.h"
+#include "view/Camera.h"
+#if __has_include(<QWidget>)
+#include "view/Context.h"
+#include "view/Panel.h"
+#endif

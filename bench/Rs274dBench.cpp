@@ -1,0 +1,157 @@
+#include "converters/RS274D.h"
+#include "converters/RS274DProgram.h"
+#include "scene/Scene.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <cstring>
+#include <memory>
+#include <string>
+
+namespace ZEP {
+namespace {
+
+constexpr int LineCount = 1'000'000;
+
+void AppendWord(std::string& text, char letter, double value) {
+    char digits[64];
+    const auto end =
+        std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 4);
+    text.append(1, ' ').append(1, letter).append(digits, end.ptr);
+}
+
+/// A path that winds outwards in short lines; every fifth is an arc.
+const std::string& Program() {
+    static const std::string program = [] {
+        std::string text = "G21 G90 G17\n";
+        for (int i = 1; i < LineCount; ++i) {
+            const double angle = i * 0.01;
+            const bool isArc = i % 5 == 0;
+            text += isArc ? "G3" : "G1";
+            AppendWord(text, 'X', (10 + angle) * std::cos(angle));
+            AppendWord(text, 'Y', (10 + angle) * std::sin(angle));
+            if (isArc)
+                AppendWord(text, 'R', 10 + angle);
+            else
+                AppendWord(text, 'Z', -1 - i * 1e-6);
+            text += '\n';
+        }
+        return text;
+    }();
+    return program;
+}
+
+/// What no reader can do without: find the lines, find the words, convert their numbers.
+double SplitAndConvert(const std::string& text) {
+    double sum = 0;
+    for (const char *line = text.data(), *end = line + text.size(); line < end;) {
+        const auto* lineEnd =
+            static_cast<const char*>(std::memchr(line, '\n', static_cast<std::size_t>(end - line)));
+        while (line < lineEnd) {
+            double value = 0;
+            const auto result = std::from_chars(line + 1, lineEnd, value);
+            line = result.ec == std::errc() ? result.ptr : line + 1;
+            sum += value;
+        }
+        ++line;
+    }
+    return sum;
+}
+
+/// Seconds of the yardstick, the best of a few runs of this very process.
+double Yardstick() {
+    static const double seconds = [] {
+        double best = 1e9;
+        for (int i = 0; i < 5; ++i) {
+            const auto start = std::chrono::steady_clock::now();
+            benchmark::DoNotOptimize(SplitAndConvert(Program()));
+            const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+            best = std::min(best, taken.count());
+        }
+        return best;
+    }();
+    return seconds;
+}
+
+/// "lines" a second, and how many times the yardstick a reading takes.
+void Report(benchmark::State& state, double seconds) {
+    state.SetItemsProcessed(state.iterations() * LineCount);
+    state.counters["yardsticks"] = seconds / static_cast<double>(state.iterations()) / Yardstick();
+}
+
+template <class Run>
+double Timed(benchmark::State& state, Run run) {
+    const auto start = std::chrono::steady_clock::now();
+    run();
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    state.SetIterationTime(taken.count());
+    return taken.count();
+}
+
+void Rs274dYardstick(benchmark::State& state) {
+    double seconds = 0;
+    for (auto _ : state)
+        seconds += Timed(state, [] { benchmark::DoNotOptimize(SplitAndConvert(Program())); });
+    Report(state, seconds);
+}
+
+class NoPath : public TRS274DSink {
+public:
+    qint64 Moves = 0;
+    void Rapid(const TRS274DPoint&, const TRS274DPoint&, qint64) override { ++Moves; }
+    void Feed(const TRS274DPoint&, const TRS274DPoint&, qint64) override { ++Moves; }
+    void Drill(const TRS274DPoint&, qint64) override { ++Moves; }
+    void Arc(const TRS274DArc&, qint64) override { ++Moves; }
+    void Curve(std::span<const TRS274DPoint>, qint64) override { ++Moves; }
+    void NextTool() override {}
+    void Dump(std::string_view) override {}
+};
+
+void Rs274dPath(benchmark::State& state) {
+    Yardstick();
+    double seconds = 0;
+    for (auto _ : state) {
+        NoPath path;
+        TRS274DReport report;
+        seconds += Timed(
+            state, [&] { ReadRS274D(Program(), {.Extended = state.range(0) != 0}, path, report); });
+        if (path.Moves != LineCount - 1) state.SkipWithError("not all moves were read");
+    }
+    Report(state, seconds);
+}
+
+void Rs274dObjects(benchmark::State& state) {
+    Yardstick();
+    double seconds = 0;
+    for (auto _ : state) {
+        TZEPScene scene;
+        TRS274DConverter converter;
+        converter.SetRoot(&scene);
+        converter.SetExtended(state.range(0) != 0);
+        seconds += Timed(state, [&] { converter.ReadNC(Program()); });
+        if (scene.GetItemsCount() != LineCount - 1)
+            state.SkipWithError("not all objects were made");
+    }
+    Report(state, seconds);
+}
+
+BENCHMARK(Rs274dYardstick)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(Rs274dPath)
+    ->ArgName("extended")
+    ->Arg(0)
+    ->Arg(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(Rs274dObjects)
+    ->ArgName("extended")
+    ->Arg(0)
+    ->Arg(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace ZEP
