@@ -300,9 +300,9 @@ double TRS274DExtendedMachine::CenterCoordinate(const TRS274DBlock& block, std::
 }
 
 int TRS274DExtendedMachine::Turns(const TRS274DBlock& block) {
-    constexpr qint64 pointsOfTurn = 72;
+    constexpr double pointsOfTurn = 72;
     const qint64 turns = std::max(std::llrint(block.Value('P')), 1LL);
-    SpendRepetitions((turns - 1) * pointsOfTurn);
+    SpendRepetitions(static_cast<double>(turns - 1) * pointsOfTurn);
     return static_cast<int>(turns);
 }
 
@@ -350,7 +350,7 @@ void TRS274DExtendedMachine::ReadHole(const TRS274DBlock& block) {
 }
 
 void TRS274DExtendedMachine::DrillAt(const TRS274DPoint& place) {
-    SpendRepetitions(static_cast<qint64>(PeckCount(m_hole)) - 1);
+    SpendRepetitions(PeckCount(m_hole) - 1);
     HoleMoves(m_hole, m_levelMoves);
     Rapid(place);
     if (m_position[AxesOf(m_plane).Normal] != m_hole.R) MoveOnNormal(true, m_hole.R);

@@ -81,8 +81,8 @@ qint64 TRS274DMachine::GetRepeatCount(const TRS274DBlock& block) const {
         Place(m_line));
 }
 
-void TRS274DMachine::SpendRepetitions(qint64 count) {
-    m_repetitions += count;
+void TRS274DMachine::SpendRepetitions(double count) {
+    m_repetitions += std::fmin(count, MaxRS274DRepetitions + 1.0);
     if (m_repetitions <= MaxRS274DRepetitions) return;
     throw Exception(
         QStringLiteral("The program repeats more than %1 motions. ").arg(MaxRS274DRepetitions) +

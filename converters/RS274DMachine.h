@@ -51,7 +51,7 @@ protected:
     /// The word L rounded, 0 without one.
     [[nodiscard]] qint64 GetRepeatCount(const TRS274DBlock& block) const;
     /// Takes from what the program may repeat.
-    void SpendRepetitions(qint64 count);
+    void SpendRepetitions(double count);
 
     void Rapid(const TRS274DPoint& to);
     void Feed(const TRS274DPoint& to);
@@ -78,7 +78,7 @@ private:
     void NoteEnd(const TRS274DBlock& block);
     void AppendNumber(std::string_view name, double value);
 
-    qint64 m_repetitions = 0;
+    double m_repetitions = 0;
     std::string m_text;
 };
 
