@@ -50,18 +50,18 @@ GlCalls* GlCalls::Recording(bool query) {
 }
 
 void ExpectCalls(const std::vector<std::string>& calls, const std::vector<std::string>& expected,
-                 std::source_location where) {
+                 std::experimental::source_location where) {
     const testing::ScopedTrace trace(where.file_name(), static_cast<int>(where.line()), "calls");
     EXPECT_FALSE(expected.empty()) << "no call is expected: say so with ExpectNoCalls";
     EXPECT_EQ(Joined(calls), Joined(expected));
 }
 
 void ExpectCalls(const GlCalls& calls, const std::vector<std::string>& expected,
-                 std::source_location where) {
+                 std::experimental::source_location where) {
     ExpectCalls(calls.List(), expected, where);
 }
 
-void ExpectNoCalls(const GlCalls& calls, std::source_location where) {
+void ExpectNoCalls(const GlCalls& calls, std::experimental::source_location where) {
     const testing::ScopedTrace trace(where.file_name(), static_cast<int>(where.line()), "calls");
     EXPECT_EQ(Joined(calls.List()), "");
     const GlCalls probe;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <experimental/source_location>
 #include <initializer_list>
-#include <source_location>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,13 +46,15 @@ private:
 
 /// Fails unless exactly these calls were made, in this order; nothing expected fails too, so that a
 /// test cannot pass because nothing was recorded.
-void ExpectCalls(const std::vector<std::string>& calls, const std::vector<std::string>& expected,
-                 std::source_location where = std::source_location::current());
-void ExpectCalls(const GlCalls& calls, const std::vector<std::string>& expected,
-                 std::source_location where = std::source_location::current());
+void ExpectCalls(
+    const std::vector<std::string>& calls, const std::vector<std::string>& expected,
+    std::experimental::source_location where = std::experimental::source_location::current());
+void ExpectCalls(
+    const GlCalls& calls, const std::vector<std::string>& expected,
+    std::experimental::source_location where = std::experimental::source_location::current());
 
 /// Fails when a call was made, and when the recorder does not work.
-void ExpectNoCalls(const GlCalls& calls,
-                   std::source_location where = std::source_location::current());
+void ExpectNoCalls(const GlCalls& calls, std::experimental::source_location where =
+                                             std::experimental::source_location::current());
 
 } // namespace ZEP

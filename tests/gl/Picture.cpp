@@ -45,7 +45,7 @@ TPictureDifference ComparePictures(const QImage& frame, const QImage& kept) {
 }
 
 void ExpectPicture(const QImage& frame, const QString& name, TPictureLimits limits,
-                   std::source_location where) {
+                   std::experimental::source_location where) {
     const testing::ScopedTrace trace(where.file_name(), static_cast<int>(where.line()),
                                      name.toStdString());
     const QString folder = QStringLiteral(ZEP_TEST_DATA "/pictures");

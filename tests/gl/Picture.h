@@ -3,7 +3,7 @@
 #include <QImage>
 #include <QString>
 
-#include <source_location>
+#include <experimental/source_location>
 
 namespace ZEP {
 
@@ -26,7 +26,8 @@ TPictureDifference ComparePictures(const QImage& frame, const QImage& kept);
 /// `NAME.png` and `NAME.difference.png` to the folder that the message names. The environment
 /// variable `ZEP_KEEP_PICTURES` lists (with commas) the names whose pictures are to be replaced by
 /// the frame instead; a picture that is not there is never made unasked.
-void ExpectPicture(const QImage& frame, const QString& name, TPictureLimits limits,
-                   std::source_location where = std::source_location::current());
+void ExpectPicture(
+    const QImage& frame, const QString& name, TPictureLimits limits,
+    std::experimental::source_location where = std::experimental::source_location::current());
 
 } // namespace ZEP
