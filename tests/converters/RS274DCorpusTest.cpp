@@ -1,4 +1,4 @@
-#include "converters/MappedFile.h"
+#include "framework/MappedFile.h"
 #include "tests/fuzz/Rs274dInput.h"
 
 #include <QDir>

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+
+#include <string_view>
+
+namespace ZEP {
+
+/// A file's bytes without a copy of them: the file is mapped, or read where that is refused. The
+/// file must not be cut short while this lives.
+class TMappedFile {
+public:
+    /// Raises `Exception` for whatever is not a readable file (missing, a directory, a device).
+    /// \param method  what the message begins with: "TRS274DConverter.ReadNC"; may be empty
+    TMappedFile(const QString& fileName, const QString& method = {});
+
+    [[nodiscard]] std::string_view Text() const { return m_text; }
+
+private:
+    QFile m_file;
+    QByteArray m_bytes;
+    std::string_view m_text;
+};
+
+} // namespace ZEP
