@@ -209,11 +209,7 @@ const TToken& TBinarySource::ReadString(unsigned char tag) {
 // The text form cannot tell these from values of their own kind, so that neither form does.
 const TToken& TBinarySource::ReadIdentifier() {
     m_token.Bytes = Named(ReadShort("an identifier"), "an identifier");
-    const QLatin1StringView name(m_token.Bytes.data(),
-                                 static_cast<qsizetype>(m_token.Bytes.size()));
-    const auto is = [name](const char* word) {
-        return name.compare(QLatin1StringView(word), Qt::CaseInsensitive) == 0;
-    };
+    const auto is = [this](const char* word) { return SameName(m_token.Bytes, word); };
     if (is("True")) return Emit(TTokenKind::True);
     if (is("False")) return Emit(TTokenKind::False);
     if (is("nil")) return Emit(TTokenKind::Nil);

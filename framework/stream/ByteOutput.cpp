@@ -10,8 +10,7 @@ TByteOutput::TByteOutput(QIODevice& device) : m_device(device) {
 
 void TByteOutput::Flush() {
     const auto size = static_cast<qint64>(m_bytes.size());
-    if (m_device.write(m_bytes.data(), size) != size)
-        throw TOutputError(m_device.errorString());
+    if (m_device.write(m_bytes.data(), size) != size) throw TOutputError(m_device.errorString());
     m_bytes.clear();
 }
 

@@ -32,10 +32,6 @@ int HexValue(char c) {
 
 } // namespace
 
-bool SameName(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, {}, Lower, Lower);
-}
-
 TTextLexer::TTextLexer(std::string_view text) : m_text(text) {
     if (text.starts_with(ByteOrderMark)) m_begin = ByteOrderMark.size();
     Restart();

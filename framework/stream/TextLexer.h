@@ -19,9 +19,6 @@ struct TLexeme {
     std::size_t Start = 0; ///< its first byte
 };
 
-/// Compares without case, as the text form does: only letters of ASCII have one.
-[[nodiscard]] bool SameName(std::string_view a, std::string_view b);
-
 /// Splits the text form of a stream. Raises `TStreamError` naming line and column.
 class TTextLexer {
 public:

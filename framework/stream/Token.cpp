@@ -1,5 +1,7 @@
 #include "framework/stream/Token.h"
 
+#include <algorithm>
+
 namespace ZEP {
 
 namespace {
@@ -11,6 +13,10 @@ bool IsLetter(char c) {
 
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
+}
+
+char Lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 } // namespace
@@ -34,6 +40,10 @@ bool IsStreamName(std::string_view name) {
         atStart = c == '.';
     }
     return !atStart;
+}
+
+bool SameName(std::string_view a, std::string_view b) {
+    return std::ranges::equal(a, b, {}, Lower, Lower);
 }
 
 } // namespace ZEP

@@ -94,4 +94,7 @@ void CopyStream(TTokenSource& source, TTokenSink& sink);
 /// letters.
 [[nodiscard]] bool IsStreamName(std::string_view name);
 
+/// Compares as streams do: without case, which only letters of ASCII have.
+[[nodiscard]] bool SameName(std::string_view a, std::string_view b);
+
 } // namespace ZEP
