@@ -28,6 +28,9 @@ struct Census {
     }
 } Objects;
 
+// A group of objects in a stream; no menu offers it.
+const TRegisterClass<TZEPObject> Registered("");
+
 /// What objects have until they are asked for their own.
 TZEPVertex3* InitialVector() {
     static TZEPVertex3 vector;

@@ -183,14 +183,12 @@ void SetAgain(const TField& field, const TInstance& instance) {
 TEST_P(RoundTrip, AnEqualValueNotifiesNobody) {
     auto* object = qobject_cast<TZEPObject*>(m_subject.Component);
     if (!object) return; // it can tell no scene
-    TZEPScene scene;
     TCountingPanel panel;
-    if (auto* own = qobject_cast<TZEPScene*>(object))
-        own->RegisterGLPanel(&panel);
-    else {
-        scene.RegisterGLPanel(&panel);
-        object->SetParentComponent(&scene);
-    }
+    TZEPScene root;
+    auto* own = qobject_cast<TZEPScene*>(object);
+    TZEPScene& scene = own ? *own : root;
+    scene.RegisterGLPanel(&panel);
+    if (!own) object->SetParentComponent(&scene);
     ForEachField(TInstance(object),
                  [&](const std::string& path, const TField& field, const TInstance& instance) {
                      // A face material tells of every parameter that is set.
@@ -200,6 +198,7 @@ TEST_P(RoundTrip, AnEqualValueNotifiesNobody) {
                      EXPECT_EQ(panel.Count, 0) << path;
                  });
     object->SetParentComponent(nullptr);
+    scene.UnregisterGLPanel(&panel);
 }
 
 std::vector<std::string> RegisteredClasses() {
