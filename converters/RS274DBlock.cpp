@@ -14,8 +14,8 @@ constexpr auto Normalized = [] {
     std::array<char, 256> table{};
     for (std::size_t c = 0; c < table.size(); ++c)
         table[c] = static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
-    for (const int dropped : {'\0', '\t', ' ', '%', '\x1A', '\x7F'})
-        table[static_cast<std::size_t>(dropped)] = 0;
+    for (const char dropped : {'\0', '\t', ' ', '%', '\x1A', '\x7F'})
+        table[static_cast<unsigned char>(dropped)] = 0;
     return table;
 }();
 
