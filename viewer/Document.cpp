@@ -1,16 +1,23 @@
 #include "viewer/Document.h"
 
 #include "scene/Scene.h"
+#include "viewer/FileRoot.h"
+#include "viewer/Look.h"
 
 #include <QElapsedTimer>
+#include <QGuiApplication>
 
+#include <algorithm>
 #include <memory>
 
 namespace ZEP {
 
 namespace {
 
-constexpr TColor DarkBackground{0x2B2622};
+double PixelRatio() {
+    const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+    return application ? application->devicePixelRatio() : 1;
+}
 
 /// From the target to the eye. From the top it leans a little to the front, so that y points up.
 TGLArrayd3 ToEye(TDirection direction) {
@@ -47,11 +54,19 @@ public:
         TOpenedFile& file = Files.emplace_back();
         file.Name = name;
         file.Format = FormatOf(name);
-        file.Root = new TZEPObject;
+        file.Root = new TFileRoot;
         QElapsedTimer timer;
         timer.start();
         file.Messages = ReadProgram(*file.Root, name, plain, progress);
         file.Seconds = static_cast<double>(timer.nsecsElapsed()) * 1e-9;
+    }
+
+    void Prepare() {
+        for (TOpenedFile& file : Files) {
+            ApplyLook(*file.Root, PixelRatio());
+            file.Bounds = BoundsOf(*file.Root);
+            if (file.Bounds) file.Root->Prepare(DiagonalOf(*file.Bounds));
+        }
     }
 
     std::vector<TOpenedFile> Files;
@@ -60,7 +75,8 @@ public:
 } // namespace
 
 TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
-    m_scene->SetBackgroundColor(DarkBackground);
+    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera,
+                     [this] { m_backdrop.Draw(PixelRatio()); });
     m_scene->SetSceneAmbientColor(clWhite);
     m_camera = new TZEPCamera(m_scene.get());
     m_camera->SetParentComponent(m_scene.get());
@@ -80,10 +96,12 @@ bool TDocument::Open(const QStringList& files, bool plain, const TLoadProgress& 
         loading.Read(file, plain, watched);
         if (cancelled) return false;
     }
+    loading.Prepare();
     m_scene->BeginUpdate();
     std::swap(m_files, loading.Files);
     for (const TOpenedFile& file : loading.Files) file.Root->SetParentComponent(nullptr);
     for (const TOpenedFile& file : m_files) file.Root->SetParentComponent(m_scene.get());
+    m_backdrop.SetContent(Bounds());
     m_scene->EndUpdate();
     m_scene->Invalidate(m_scene.get());
     return true;
@@ -91,8 +109,22 @@ bool TDocument::Open(const QStringList& files, bool plain, const TLoadProgress& 
 
 std::optional<TBox> TDocument::Bounds() const {
     std::optional<TBox> bounds;
-    for (const TOpenedFile& file : m_files) Widen(bounds, BoundsOf(*file.Root));
+    for (const TOpenedFile& file : m_files) Widen(bounds, file.Bounds);
     return bounds;
+}
+
+void TDocument::SetGuides(bool shown) {
+    m_backdrop.SetGuides(shown);
+    m_scene->Invalidate(m_scene.get());
+}
+
+bool TDocument::IsLarge() const {
+    return std::any_of(m_files.begin(), m_files.end(),
+                       [](const TOpenedFile& file) { return file.Root->IsLarge(); });
+}
+
+void TDocument::SetShare(double share) {
+    for (const TOpenedFile& file : m_files) file.Root->SetShare(share);
 }
 
 void TDocument::LookFrom(TDirection direction, double aspect) {

@@ -2,6 +2,7 @@
 
 #include "framework/Exception.h"
 #include "view/Panel.h"
+#include "viewer/FileRoot.h"
 #include "viewer/Info.h"
 #include "viewer/OrbitControl.h"
 
