@@ -16,7 +16,7 @@ namespace {
 
 constexpr double CellsAcross = 16; // of the content, about
 constexpr double GridReach = 1.1;  // half the grid's side, in diagonals of the content
-constexpr float GridAlpha = 0.16F;
+constexpr float GridAlpha = 0.28F;
 constexpr double ArmLength = 0.1; // of the origin's axes, in diagonals of the content
 constexpr double MarkMargin = 52; // pixels from the corner of the view to the mark's centre
 constexpr double MarkLength = 30;
@@ -174,12 +174,10 @@ void TBackdrop::DrawGrid(const TBox& box, double pixelRatio) const {
     glLineWidth(static_cast<float>(pixelRatio));
     for (int line = 0; line <= count; ++line) {
         glBegin(GL_LINE_STRIP);
-        for (int i = 0; i <= count; ++i)
-            send(firstX + line, firstY + i, (firstX + line) % 5 == 0);
+        for (int i = 0; i <= count; ++i) send(firstX + line, firstY + i, (firstX + line) % 5 == 0);
         glEnd();
         glBegin(GL_LINE_STRIP);
-        for (int i = 0; i <= count; ++i)
-            send(firstX + i, firstY + line, (firstY + line) % 5 == 0);
+        for (int i = 0; i <= count; ++i) send(firstX + i, firstY + line, (firstY + line) % 5 == 0);
         glEnd();
     }
 }

@@ -27,9 +27,13 @@ struct TOpenedFile {
     std::optional<TBox> Bounds; ///< absolute; none where nothing draws
 };
 
+/// Called now and then with the file that is read, and how much of all is done, from 0 to 1; false
+/// cancels.
+using TOpenProgress = std::function<bool(const QString& file, double fraction)>;
+
 /// What the viewer shows: a scene, the camera that looks at it, and the files in it. A line's
-/// colour appears as it was given: all the light is ambient. Behind the files there are a background, a
-/// grid and the axes.
+/// colour appears as it was given: all the light is ambient. Behind the files there are a
+/// background, a grid and the axes.
 class TDocument {
 public:
     TDocument();
@@ -42,7 +46,7 @@ public:
 
     /// Replaces what is shown. Raises `Exception`; what was shown then stays.
     /// \return false when `progress` cancelled it; what was shown then stays, too
-    bool Open(const QStringList& files, bool plain, const TLoadProgress& progress = {});
+    bool Open(const QStringList& files, bool plain, const TOpenProgress& progress = {});
     /// Of everything that draws; none in an empty document.
     [[nodiscard]] std::optional<TBox> Bounds() const;
     [[nodiscard]] const TBackdrop& Backdrop() const { return m_backdrop; }

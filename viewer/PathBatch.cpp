@@ -14,6 +14,7 @@ namespace ZEP {
 
 namespace {
 
+constexpr float RapidAlpha = 0.15F;
 constexpr double ChordError = 2e-5; // of the path's size
 constexpr GLushort Dots = 0xCCCC;   // as the pen style of rapid moves
 /// Smoothing and dots cost a software rasteriser ten times the plain line.
@@ -83,8 +84,7 @@ private:
         const int needed = static_cast<int>(std::min(turn / StepOf(radius, m_error), 1e6)) + 1;
         const int count = std::clamp(needed, 2, std::max(finest, 2));
         const auto at = [&](int i) -> TGLArrayd3 {
-            const double angle =
-                (arc.StartAngle() + turn * i / count) * std::numbers::pi / 180;
+            const double angle = (arc.StartAngle() + turn * i / count) * std::numbers::pi / 180;
             return {0.5 * std::cos(angle), 0.5 * std::sin(angle), 0};
         };
         MoveTo(at(0));
@@ -122,9 +122,23 @@ void TPathBatch::Build(TZEPObject& root, double size) {
     for (int i = 0, count = root.GetItemsCount(); i < count; ++i) builder.Add(*root.GetItem(i));
 }
 
+/// Dotted; plain ones let through what they would hide.
+void TPathBatch::SetRapidStyle(bool fine) {
+    if (fine) {
+        glLineStipple(1, Dots);
+        glEnable(GL_LINE_STIPPLE);
+        return;
+    }
+    glEnable(GL_BLEND);
+    glBlendColor(0, 0, 0, RapidAlpha);
+    glBlendFunc(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA);
+    glDepthMask(GL_FALSE);
+}
+
 void TPathBatch::Draw(double share) const {
     const bool fine = VertexCount() <= FineVertexes && share >= 1;
-    glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT);
+    glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT |
+                 GL_DEPTH_BUFFER_BIT);
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     glDisable(GL_LIGHTING);
     glEnableClientState(GL_VERTEX_ARRAY);
@@ -132,16 +146,11 @@ void TPathBatch::Draw(double share) const {
     glPointSize(m_holeWidth);
     DrawPieces(GL_POINTS, m_holes, share);
     glLineWidth(fine ? m_width : 1);
-    if (fine) {
-        glEnable(GL_LINE_SMOOTH);
-        glEnable(GL_BLEND);
-        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    }
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    for (const GLenum capability : {GL_LINE_SMOOTH, GL_BLEND})
+        (fine ? glEnable : glDisable)(capability);
     DrawPieces(GL_LINES, m_feeds, share);
-    if (fine) {
-        glLineStipple(1, Dots);
-        glEnable(GL_LINE_STIPPLE);
-    }
+    SetRapidStyle(fine);
     DrawPieces(GL_LINES, m_rapids, share);
     glPopClientAttrib();
     glPopAttrib();
@@ -153,8 +162,9 @@ void TPathBatch::DrawPieces(GLenum mode, const TVertexes& vertexes, double share
     glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(TVertex), vertexes.front().Color.data());
     const std::size_t count = vertexes.size();
     if (share >= 1) return glDrawArrays(mode, 0, static_cast<GLsizei>(count));
-    const auto stride = static_cast<std::size_t>(
-        static_cast<double>(PieceVertexes) / std::max(share, 1e-3) / 2) * 2;
+    const auto stride =
+        static_cast<std::size_t>(static_cast<double>(PieceVertexes) / std::max(share, 1e-3) / 2) *
+        2;
     for (std::size_t first = 0; first < count; first += stride)
         glDrawArrays(mode, static_cast<GLint>(first),
                      static_cast<GLsizei>(std::min(PieceVertexes, count - first)));

@@ -25,7 +25,7 @@ public:
     void Build(TZEPObject& root, double size);
     [[nodiscard]] bool IsEmpty() const { return VertexCount() == 0; }
     [[nodiscard]] std::size_t VertexCount() const {
-         return m_feeds.size() + m_rapids.size() + m_holes.size();
+        return m_feeds.size() + m_rapids.size() + m_holes.size();
     }
 
     /// \param share  of the path that is drawn, above 0; from 1 on all of it
@@ -39,6 +39,7 @@ private:
     using TVertexes = std::vector<TVertex>;
 
     class TBuilder;
+    static void SetRapidStyle(bool fine);
     static void DrawPieces(GLenum mode, const TVertexes& vertexes, double share);
 
     TVertexes m_feeds, m_rapids; ///< two for each line
