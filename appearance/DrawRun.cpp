@@ -2,6 +2,8 @@
 
 #include "appearance/Material.h"
 
+#include <utility>
+
 namespace ZEP {
 
 TZEPDrawRun& TZEPDrawRun::Current() {
@@ -30,11 +32,16 @@ void TZEPDrawRun::CloseMaterial(bool cancel) {
     if (!m_waits) End();
 }
 
+/// Closes what is open and notes the new attributes, unless those are open.
+bool TZEPDrawRun::Replaces(const TAttributes& attributes) {
+    if (m_attributes == attributes) return false;
+    EndAttributes();
+    m_attributes = attributes;
+    return true;
+}
+
 void TZEPDrawRun::OpenLine(const TZEPLineAttributes& attributes) {
-    if (m_lineOpen && m_line == attributes) return;
-    EndLine();
-    m_line = attributes;
-    m_lineOpen = true;
+    if (!Replaces(attributes)) return;
     glPushAttrib(GL_LINE_BIT);
     glLineWidth(attributes.Width);
     if (attributes.Stippled) {
@@ -45,18 +52,23 @@ void TZEPDrawRun::OpenLine(const TZEPLineAttributes& attributes) {
     if (attributes.Smooth) glEnable(GL_LINE_SMOOTH);
 }
 
-void TZEPDrawRun::CloseLine() {
-    if (!m_waits) EndLine();
+void TZEPDrawRun::OpenPoint(const TZEPPointAttributes& attributes) {
+    if (!Replaces(attributes)) return;
+    glPushAttrib(GL_POINT_BIT);
+    glPointSize(attributes.Width);
+    if (attributes.Smooth) glEnable(GL_POINT_SMOOTH);
 }
 
-void TZEPDrawRun::EndLine() {
-    if (!m_lineOpen) return;
-    m_lineOpen = false;
-    glPopAttrib();
+void TZEPDrawRun::CloseAttributes() {
+    if (!m_waits) EndAttributes();
+}
+
+void TZEPDrawRun::EndAttributes() {
+    if (std::exchange(m_attributes, {}).index() != 0) glPopAttrib();
 }
 
 void TZEPDrawRun::End() {
-    EndLine();
+    EndAttributes();
     if (!m_material) return;
     TZEPMaterial* material = m_material;
     m_material = nullptr;
