@@ -20,9 +20,9 @@ void TZEPDrawRun::Enter(bool shares) {
 void TZEPDrawRun::OpenMaterial(TZEPMaterial& material) {
     // A texture is loaded anew at each application, so it never waits.
     m_waits = m_shares && !material.HasTexture();
-    const bool open = m_material && (m_material == &material || m_material->SameAs(material));
-    if (open && m_waits) return;
-    End();
+    if (!m_waits) EndAttributes();
+    if (m_waits && m_material && (m_material == &material || m_material->SameAs(material))) return;
+    EndMaterial();
     m_material = &material;
     material.ApplayMaterial(GL_FRONT_AND_BACK);
 }
@@ -67,13 +67,14 @@ void TZEPDrawRun::EndAttributes() {
     if (std::exchange(m_attributes, {}).index() != 0) glPopAttrib();
 }
 
+void TZEPDrawRun::EndMaterial() {
+    TZEPMaterial* material = std::exchange(m_material, nullptr);
+    if (std::exchange(m_cancel, false) && material) material->CancelMaterial();
+}
+
 void TZEPDrawRun::End() {
     EndAttributes();
-    if (!m_material) return;
-    TZEPMaterial* material = m_material;
-    m_material = nullptr;
-    if (m_cancel) material->CancelMaterial();
-    m_cancel = false;
+    EndMaterial();
 }
 
 TZEPDrawRun::Walk::Walk() {

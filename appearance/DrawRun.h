@@ -25,9 +25,9 @@ struct TZEPPointAttributes {
 };
 
 /// State that stays set between neighbours of a draw walk. An object drawn alone makes all its
-/// calls, in order: material, line or point attributes, vertices, then both taken back. Within a walk,
-/// taking them back waits until the next object is known: one that opens the same state finds it
-/// open, any other closes it first. The picture is the same; setting state anew between tiny
+/// calls, in order: material, line or point attributes, vertices, then both taken back. Within a
+/// walk, taking them back waits until the next object is known: one that opens the same state finds
+/// it open, any other closes it first. The picture is the same; setting state anew between tiny
 /// draws costs some twenty times the draws (bench/DrawBench.cpp shows it).
 ///
 /// Only objects that leave OpenGL's state as these calls set it take part
@@ -39,7 +39,8 @@ public:
 
     /// An object is about to draw. \param shares  it takes part
     void Enter(bool shares);
-    /// Applies the material to both sides, unless it or an equal one is still applied.
+    /// Applies the material to both sides, unless it or an equal one is still applied. Line and
+    /// point attributes stay open under a new material: popping them is what costs.
     void OpenMaterial(TZEPMaterial& material);
     /// The object is done with its material. \param cancel  it is to be cancelled in the end
     void CloseMaterial(bool cancel);
@@ -65,6 +66,7 @@ private:
 
     [[nodiscard]] bool Replaces(const TAttributes& attributes);
     void EndAttributes();
+    void EndMaterial();
 
     TZEPMaterial* m_material = nullptr; // applied and waiting to be closed, or in use
     TAttributes m_attributes;           // likewise

@@ -55,8 +55,13 @@ public:
     }
 
 private:
+    static void SetColor(TColor color) {
+        const TGLColor rgba = ToGLColor(color, 1);
+        glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, rgba.data());
+    }
     void SendLines() const {
         for (std::size_t i = 0; i + 1 < m_path.size(); ++i) {
+            if (i == 0 || m_colors > 1) SetColor(i % m_colors == 0 ? clYellow : clRed);
             glBegin(GL_LINES);
             glVertex3dv(m_path[i].data());
             glVertex3dv(m_path[i + 1].data());
@@ -112,7 +117,7 @@ public:
     }
     void DrawRaw() override {
         for (const auto& [x, y, z] : m_path) {
-            const std::array<double, 16> matrix{Diameter, 0,        0, 0, 0, Diameter, 0, 0,
+            const std::array<double, 16> matrix{Diameter, 0, 0,        0, 0, Diameter, 0, 0,
                                                 0,        0, Diameter, 0, x, y,        z, 1};
             glPushMatrix();
             glMultMatrixd(matrix.data());

@@ -48,7 +48,7 @@ void MeasureFrame(benchmark::State& state, TFrame& frame) {
     scene.BeginUpdate();
     frame.Fill(scene);
     camera.SetParentComponent(&scene);
-    camera.Position()->SetData(0, -3, 2);
+    camera.Position()->SetData(0, -6, 4);
     scene.EndUpdate();
     const auto draw = [&] { scene.Render(&camera, Size, Size, false); };
     const auto drawRaw = [&] {

@@ -74,6 +74,10 @@ public:
     void DrawSelection() override {}
 
 protected:
+    /// A spline may swing beyond its vertexes.
+    [[nodiscard]] bool StaysInSize() const override {
+        return MayBeCulled() && !Smooth() && m_vertexes.Count() > 1;
+    }
     /// A list that a host handed in may leave any state behind.
     [[nodiscard]] bool SharesDrawRun() const override {
         return m_compiled || m_displayList == 0 || !m_useDisplayList;
