@@ -2,6 +2,8 @@
 
 #include "appearance/Material.h"
 
+#include <utility>
+
 namespace ZEP {
 
 TZEPDrawRun& TZEPDrawRun::Current() {
@@ -18,9 +20,9 @@ void TZEPDrawRun::Enter(bool shares) {
 void TZEPDrawRun::OpenMaterial(TZEPMaterial& material) {
     // A texture is loaded anew at each application, so it never waits.
     m_waits = m_shares && !material.HasTexture();
-    const bool open = m_material && (m_material == &material || m_material->SameAs(material));
-    if (open && m_waits) return;
-    End();
+    if (!m_waits) EndAttributes();
+    if (m_waits && m_material && (m_material == &material || m_material->SameAs(material))) return;
+    EndMaterial();
     m_material = &material;
     material.ApplayMaterial(GL_FRONT_AND_BACK);
 }
@@ -30,11 +32,16 @@ void TZEPDrawRun::CloseMaterial(bool cancel) {
     if (!m_waits) End();
 }
 
+/// Closes what is open and notes the new attributes, unless those are open.
+bool TZEPDrawRun::Replaces(const TAttributes& attributes) {
+    if (m_attributes == attributes) return false;
+    EndAttributes();
+    m_attributes = attributes;
+    return true;
+}
+
 void TZEPDrawRun::OpenLine(const TZEPLineAttributes& attributes) {
-    if (m_lineOpen && m_line == attributes) return;
-    EndLine();
-    m_line = attributes;
-    m_lineOpen = true;
+    if (!Replaces(attributes)) return;
     glPushAttrib(GL_LINE_BIT);
     glLineWidth(attributes.Width);
     if (attributes.Stippled) {
@@ -45,23 +52,29 @@ void TZEPDrawRun::OpenLine(const TZEPLineAttributes& attributes) {
     if (attributes.Smooth) glEnable(GL_LINE_SMOOTH);
 }
 
-void TZEPDrawRun::CloseLine() {
-    if (!m_waits) EndLine();
+void TZEPDrawRun::OpenPoint(const TZEPPointAttributes& attributes) {
+    if (!Replaces(attributes)) return;
+    glPushAttrib(GL_POINT_BIT);
+    glPointSize(attributes.Width);
+    if (attributes.Smooth) glEnable(GL_POINT_SMOOTH);
 }
 
-void TZEPDrawRun::EndLine() {
-    if (!m_lineOpen) return;
-    m_lineOpen = false;
-    glPopAttrib();
+void TZEPDrawRun::CloseAttributes() {
+    if (!m_waits) EndAttributes();
+}
+
+void TZEPDrawRun::EndAttributes() {
+    if (std::exchange(m_attributes, {}).index() != 0) glPopAttrib();
+}
+
+void TZEPDrawRun::EndMaterial() {
+    TZEPMaterial* material = std::exchange(m_material, nullptr);
+    if (std::exchange(m_cancel, false) && material) material->CancelMaterial();
 }
 
 void TZEPDrawRun::End() {
-    EndLine();
-    if (!m_material) return;
-    TZEPMaterial* material = m_material;
-    m_material = nullptr;
-    if (m_cancel) material->CancelMaterial();
-    m_cancel = false;
+    EndAttributes();
+    EndMaterial();
 }
 
 TZEPDrawRun::Walk::Walk() {

@@ -2,6 +2,8 @@
 
 #include <GL/gl.h>
 
+#include <variant>
+
 namespace ZEP {
 
 class TZEPMaterial;
@@ -15,10 +17,17 @@ struct TZEPLineAttributes {
     bool operator==(const TZEPLineAttributes&) const = default;
 };
 
+/// What a point sets before it sends its vertex.
+struct TZEPPointAttributes {
+    float Width = 1;     ///< pixels
+    bool Smooth = false; ///< round
+    bool operator==(const TZEPPointAttributes&) const = default;
+};
+
 /// State that stays set between neighbours of a draw walk. An object drawn alone makes all its
-/// calls, in order: material, line attributes, vertices, then both taken back. Within a walk,
-/// taking them back waits until the next object is known: one that opens the same state finds it
-/// open, any other closes it first. The picture is the same; setting state anew between tiny
+/// calls, in order: material, line or point attributes, vertices, then both taken back. Within a
+/// walk, taking them back waits until the next object is known: one that opens the same state finds
+/// it open, any other closes it first. The picture is the same; setting state anew between tiny
 /// draws costs some twenty times the draws (bench/DrawBench.cpp shows it).
 ///
 /// Only objects that leave OpenGL's state as these calls set it take part
@@ -30,12 +39,15 @@ public:
 
     /// An object is about to draw. \param shares  it takes part
     void Enter(bool shares);
-    /// Applies the material to both sides, unless it or an equal one is still applied.
+    /// Applies the material to both sides, unless it or an equal one is still applied. Line and
+    /// point attributes stay open under a new material: popping them is what costs.
     void OpenMaterial(TZEPMaterial& material);
     /// The object is done with its material. \param cancel  it is to be cancelled in the end
     void CloseMaterial(bool cancel);
     void OpenLine(const TZEPLineAttributes& attributes);
-    void CloseLine();
+    void OpenPoint(const TZEPPointAttributes& attributes);
+    /// The object is done with its line or point attributes.
+    void CloseAttributes();
     /// Takes back what is still set.
     void End();
 
@@ -50,12 +62,15 @@ public:
     };
 
 private:
-    void EndLine();
+    using TAttributes = std::variant<std::monostate, TZEPLineAttributes, TZEPPointAttributes>;
+
+    [[nodiscard]] bool Replaces(const TAttributes& attributes);
+    void EndAttributes();
+    void EndMaterial();
 
     TZEPMaterial* m_material = nullptr; // applied and waiting to be closed, or in use
-    TZEPLineAttributes m_line;
+    TAttributes m_attributes;           // likewise
     int m_walks = 0;
-    bool m_lineOpen = false;
     bool m_cancel = false;
     bool m_shares = false;
     bool m_waits = false; // what the present object closes stays open

@@ -29,7 +29,7 @@ void TZEPLineShape::DrawSpecific(GLenum face, bool draft) {
                   .Pattern = Patterns[m_style],
                   .Smooth = Smooth()});
     DrawShape(face, draft);
-    run.CloseLine();
+    run.CloseAttributes();
 }
 
 void TZEPLineShape::DrawShape(GLenum, bool) {}

@@ -30,7 +30,7 @@ void TZEPMaterialCI::Changed(TObject*) {
 
 // Not the library but its owner owns the collection: what searches an item's form by climbing the
 // owners starts there.
-TZEPMaterialLibrary::TZEPMaterialLibrary(TComponent* owner) :
-    TComponent(owner), m_materials(owner) {}
+TZEPMaterialLibrary::TZEPMaterialLibrary(TComponent* owner)
+    : TComponent(owner), m_materials(owner) {}
 
 } // namespace ZEP

@@ -23,6 +23,13 @@ public:
     void DrawMain(bool draft) override;
     void DrawTransparent(bool draft) override;
 
+protected:
+    /// Narrow enough, and without a mark to leave: a smooth shape makes the library's material that
+    /// it is drawn with transparent.
+    [[nodiscard]] bool MayBeCulled() const {
+        return m_width <= WidestCulled && !(Smooth() && MaterialIndex() >= 0);
+    }
+
 private:
     [[nodiscard]] TZEPMaterial& BlendedMaterial();
 

@@ -1,97 +1,216 @@
+#include "bench/Frames.h"
+#include "objects/Arc.h"
 #include "objects/Line.h"
-#include "scene/Scene.h"
+#include "objects/Point.h"
+#include "objects/Polyline.h"
 #include "scene/Vertex3.h"
-#include "tests/gl/OffscreenContext.h"
-#include "view/Camera.h"
-
-#include <benchmark/benchmark.h>
+#include "scene/XForm.h"
 
 #include <GL/gl.h>
 
-#include <chrono>
-#include <vector>
+#include <array>
+#include <cmath>
+#include <numbers>
 
 namespace ZEP {
 namespace {
 
-// A view so small that traversal and calls are what is seen, not pixels.
-constexpr int Size = 16;
-constexpr int Count = 100'000;
-
-std::vector<TGLArrayd3> Path() {
-    std::vector<TGLArrayd3> points;
-    for (int i = 0; i <= Count; ++i)
-        points.push_back({i % 100 * 0.02 - 1, i / 100 % 100 * 0.02 - 1, i / 10'000 * 0.1});
-    return points;
-}
+/// Blending around lines, as a scene's transparent pass has it.
+class Blending {
+public:
+    Blending() {
+        glEnable(GL_BLEND);
+        glDepthMask(GL_FALSE);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        glEnable(GL_LINE_SMOOTH);
+    }
+    ~Blending() {
+        glDisable(GL_LINE_SMOOTH);
+        glDepthMask(GL_TRUE);
+        glDisable(GL_BLEND);
+    }
+    Blending(const Blending&) = delete;
+    Blending& operator=(const Blending&) = delete;
+};
 
 /// Lines as a tool path has them: one object each, all in one colour or in turn in two.
-class LineScene {
+class LineFrame : public TFrame {
 public:
-    LineScene(const std::vector<TGLArrayd3>& path, int colors) {
-        m_scene.BeginUpdate();
-        for (std::size_t i = 0; i < Count; ++i) {
-            auto* line = new TZEPLine(&m_scene);
-            const TGLArrayd3 &from = path[i], &to = path[i + 1];
-            line->P1()->SetData(from[0], from[1], from[2]);
-            line->P2()->SetData(to[0], to[1], to[2]);
-            line->SetSmooth(false);
-            line->SetColor(i % static_cast<std::size_t>(colors) == 0 ? clYellow : clRed);
-            line->SetParentComponent(&m_scene);
-        }
-        m_camera.SetParentComponent(&m_scene);
-        m_camera.Position()->SetData(0, -3, 2);
-        m_scene.EndUpdate();
-    }
+    explicit LineFrame(int colors, bool smooth = false) : m_colors(colors), m_smooth(smooth) {}
 
-    void Render() {
-        m_scene.Render(&m_camera, Size, Size, false);
-        glFinish();
+    void Fill(TZEPObject& root) override {
+        for (std::size_t i = 0; i + 1 < m_path.size(); ++i) {
+            auto* line = new TZEPLine(&root);
+            line->P1()->SetDataQuietly(m_path[i]);
+            line->P2()->SetDataQuietly(m_path[i + 1]);
+            line->SetSmooth(m_smooth);
+            line->SetColor(i % m_colors == 0 ? clYellow : clRed);
+            line->SetParentComponent(&root);
+        }
+    }
+    void DrawRaw() override {
+        if (!m_smooth) return SendLines();
+        const Blending blending;
+        SendLines();
     }
 
 private:
-    TZEPScene m_scene;
-    TZEPCamera m_camera{&m_scene};
+    static void SetColor(TColor color) {
+        const TGLColor rgba = ToGLColor(color, 1);
+        glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, rgba.data());
+    }
+    void SendLines() const {
+        for (std::size_t i = 0; i + 1 < m_path.size(); ++i) {
+            if (i == 0 || m_colors > 1) SetColor(i % m_colors == 0 ? clYellow : clRed);
+            glBegin(GL_LINES);
+            glVertex3dv(m_path[i].data());
+            glVertex3dv(m_path[i + 1].data());
+            glEnd();
+        }
+    }
+
+    std::vector<TGLArrayd3> m_path = Path(100'000);
+    std::size_t m_colors;
+    bool m_smooth;
 };
 
-/// What any program would have to do for such a frame: the yardstick.
-void RenderRaw(const std::vector<TGLArrayd3>& path) {
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    for (std::size_t i = 0; i < Count; ++i) {
-        glBegin(GL_LINES);
-        glVertex3dv(path[i].data());
-        glVertex3dv(path[i + 1].data());
+/// Points as drilling makes them.
+class PointFrame : public TFrame {
+public:
+    void Fill(TZEPObject& root) override {
+        for (const TGLArrayd3& place : m_path) {
+            auto* point = new TZEPPoint(&root);
+            point->P()->SetDataQuietly(place);
+            point->SetWidth(Width);
+            point->SetColor(clYellow);
+            point->SetParentComponent(&root);
+        }
+    }
+    void DrawRaw() override {
+        glPointSize(Width);
+        for (const TGLArrayd3& place : m_path) {
+            glBegin(GL_POINTS);
+            glVertex3dv(place.data());
+            glEnd();
+        }
+        glPointSize(1);
+    }
+
+private:
+    static constexpr float Width = 5;
+    std::vector<TGLArrayd3> m_path = Path(99'999);
+};
+
+/// Quarter circles, each placed and sized by a transform of its own.
+class ArcFrame : public TFrame {
+public:
+    void Fill(TZEPObject& root) override {
+        for (const TGLArrayd3& place : m_path) {
+            auto* arc = new TZEPArc(&root);
+            arc->XForm()->Translate()->SetDataQuietly(place);
+            arc->XForm()->Scale()->SetData(Diameter, Diameter, Diameter);
+            arc->SetEndAngle(90);
+            arc->SetSmooth(false);
+            arc->SetColor(clYellow);
+            arc->SetParentComponent(&root);
+        }
+    }
+    void DrawRaw() override {
+        for (const auto& [x, y, z] : m_path) {
+            const std::array<double, 16> matrix{Diameter, 0, 0,        0, 0, Diameter, 0, 0,
+                                                0,        0, Diameter, 0, x, y,        z, 1};
+            glPushMatrix();
+            glMultMatrixd(matrix.data());
+            glBegin(GL_LINE_STRIP);
+            for (const auto& [u, v] : m_quarter) glVertex3f(u, v, 0);
+            glEnd();
+            glPopMatrix();
+        }
+    }
+
+private:
+    static constexpr double Diameter = 0.1;
+
+    static std::array<std::array<float, 2>, 31> Quarter() {
+        std::array<std::array<float, 2>, 31> points{};
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const double angle = static_cast<double>(i) * std::numbers::pi / 60;
+            points[i] = {static_cast<float>(std::cos(angle) / 2),
+                         static_cast<float>(std::sin(angle) / 2)};
+        }
+        return points;
+    }
+
+    std::vector<TGLArrayd3> m_path = Path(19'999);
+    std::array<std::array<float, 2>, 31> m_quarter = Quarter();
+};
+
+/// Chains of ten vertexes, each in a display list.
+class PolylineFrame : public TFrame {
+public:
+    explicit PolylineFrame(bool listed) : m_listed(listed) {}
+
+    void Fill(TZEPObject& root) override {
+        for (std::size_t first = 0; first + Length < m_path.size(); first += Length) {
+            auto* polyline = new TZEPPolyline(&root);
+            for (std::size_t i = 0; i < Length; ++i)
+                polyline->Vertexes()->Add()->SetPoint(m_path[first + i]);
+            polyline->SetSmooth(false);
+            polyline->SetUseDisplayList(m_listed);
+            polyline->SetOrigColor(clYellow);
+            polyline->SetParentComponent(&root);
+        }
+    }
+    void DrawRaw() override {
+        if (m_listed && m_lists == 0) Compile();
+        for (std::size_t i = 0; i < Count; ++i) {
+            if (m_listed)
+                glCallList(m_lists + static_cast<GLuint>(i));
+            else
+                Send(i);
+        }
+    }
+
+private:
+    static constexpr std::size_t Count = 20'000;
+    static constexpr std::size_t Length = 10;
+
+    void Compile() {
+        m_lists = glGenLists(Count);
+        for (std::size_t i = 0; i < Count; ++i) {
+            glNewList(m_lists + static_cast<GLuint>(i), GL_COMPILE);
+            Send(i);
+            glEndList();
+        }
+    }
+    void Send(std::size_t index) const {
+        glBegin(GL_LINE_STRIP);
+        for (std::size_t i = 0; i < Length; ++i) glVertex3dv(m_path[index * Length + i].data());
         glEnd();
     }
-    glFinish();
+
+    std::vector<TGLArrayd3> m_path = Path(Count * Length);
+    GLuint m_lists = 0;
+    bool m_listed;
+};
+
+template <class Frame, auto... Arguments>
+void Draw(benchmark::State& state) {
+    Frame frame(Arguments...);
+    MeasureFrame(state, frame);
 }
 
-template <class Frame>
-double SecondsOf(Frame frame) {
-    const auto start = std::chrono::steady_clock::now();
-    frame();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+void Frames(benchmark::internal::Benchmark* benchmark) {
+    benchmark->UseManualTime()->Unit(benchmark::kMillisecond);
 }
 
-void Frame(benchmark::State& state) {
-    OffscreenContext context(Size, Size);
-    const std::vector<TGLArrayd3> path = Path();
-    LineScene scene(path, static_cast<int>(state.range(0)));
-    scene.Render();
-    RenderRaw(path);
-    double library = 0, raw = 0;
-    for (auto _ : state) {
-        library += SecondsOf([&] { scene.Render(); });
-        state.PauseTiming();
-        raw += SecondsOf([&] { RenderRaw(path); });
-        state.ResumeTiming();
-    }
-    const auto frames = static_cast<double>(state.iterations());
-    state.counters["raw_ms"] = raw / frames * 1000;
-    state.counters["times_raw"] = library / raw;
-}
-
-BENCHMARK(Frame)->ArgName("colors")->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
+BENCHMARK(Draw<LineFrame, 1>)->Name("Draw/lines:100000")->Apply(Frames);
+BENCHMARK(Draw<LineFrame, 2>)->Name("Draw/lines_of_two_colors:100000")->Apply(Frames);
+BENCHMARK(Draw<LineFrame, 1, true>)->Name("Draw/smooth_lines:100000")->Apply(Frames);
+BENCHMARK(Draw<PointFrame>)->Name("Draw/points:100000")->Apply(Frames);
+BENCHMARK(Draw<ArcFrame>)->Name("Draw/arcs:20000")->Apply(Frames);
+BENCHMARK(Draw<PolylineFrame, false>)->Name("Draw/polylines:20000")->Apply(Frames);
+BENCHMARK(Draw<PolylineFrame, true>)->Name("Draw/listed_polylines:20000")->Apply(Frames);
 
 } // namespace
 } // namespace ZEP

@@ -15,3 +15,7 @@ if(ZEP_SANITIZE)
   # vptr needs run-time type information of Qt's own classes across libraries.
   add_compile_options(-fno-sanitize=vptr)
 endif()
+if(ZEP_FUZZ)
+  # Counts what is reached, in the libraries too: a fuzzer that sees nothing finds little.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdint>
 
 namespace ZEP {
 
@@ -101,9 +102,9 @@ constexpr int CodeLimit = 1000;
 
 /// Place in `Codes` for each code in tenths; -1 where there is none.
 constexpr auto Places = [] {
-    std::array<signed char, CodeLimit> places{};
+    std::array<std::int16_t, CodeLimit> places{};
     for (auto& place : places) place = -1;
-    signed char next = 0;
+    std::int16_t next = 0;
     for (const TRS274DCode& code : Codes) places[static_cast<std::size_t>(code.Tenths)] = next++;
     return places;
 }();

@@ -49,7 +49,7 @@ void TRS274DReport::AddCode(char letter, double code, qint64 line) {
     const QLatin1Char prefix(letter);
     if (code < 0 || code >= MaxReportedCode)
         return AddEntry(letter, line, QStringLiteral("%1 codes out of range").arg(prefix));
-    const int hundredths = static_cast<int>(code * 100 + 0.5);
+    const int hundredths = static_cast<int>(std::lround(code * 100));
     const QString text = QStringLiteral("code %1%2").arg(prefix).arg(hundredths / 100.0);
     AddEntry(letter * 1000000 + hundredths, line, text);
 }

@@ -33,6 +33,7 @@ public:
 
 protected:
     [[nodiscard]] bool SharesDrawRun() const override { return true; }
+    [[nodiscard]] bool StaysInSize() const override { return MayBeCulled(); }
 
 private:
     [[nodiscard]] double Sweep() const;

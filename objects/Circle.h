@@ -24,6 +24,7 @@ public:
 
 protected:
     [[nodiscard]] bool SharesDrawRun() const override { return true; }
+    [[nodiscard]] bool StaysInSize() const override { return MayBeCulled(); }
 
 private:
     int m_segments = 30;

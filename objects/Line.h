@@ -21,6 +21,7 @@ public:
 
 protected:
     [[nodiscard]] bool SharesDrawRun() const override { return true; }
+    [[nodiscard]] bool StaysInSize() const override { return MayBeCulled(); }
 };
 
 } // namespace ZEP

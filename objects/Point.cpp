@@ -1,5 +1,6 @@
 #include "objects/Point.h"
 
+#include "appearance/DrawRun.h"
 #include "framework/Registry.h"
 
 namespace ZEP {
@@ -15,14 +16,13 @@ void TZEPPoint::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
 }
 
 void TZEPPoint::DrawSpecific(GLenum, bool) {
-    glPushAttrib(GL_POINT_BIT);
-    glPointSize(Width());
-    if (Smooth()) glEnable(GL_POINT_SMOOTH);
+    TZEPDrawRun& run = TZEPDrawRun::Current();
+    run.OpenPoint({.Width = Width(), .Smooth = Smooth()});
     glBegin(GL_POINTS);
     glNormal3b(127, 0, 0);
     glVertex3dv(FirstPoint().data());
     glEnd();
-    glPopAttrib();
+    run.CloseAttributes();
 }
 
 } // namespace ZEP

@@ -65,6 +65,7 @@ void TZEPPolyline::SetMinZValue(double value) {
 
 void TZEPPolyline::SetDisplayList(int list) {
     const int old = std::exchange(m_displayList, list);
+    if (old != list) m_compiled = false;
     if (old > 0 && old != list) ReleaseDisplayList(static_cast<GLuint>(old));
 }
 
@@ -87,9 +88,9 @@ void TZEPPolyline::Invalidate(TObject* sender) {
     TZEPLineShape::Invalidate(sender);
 }
 
-// A list that is out of date must go, also where the scene is updated by hand.
+// A list or a box that is out of date must go, also where the scene is updated by hand.
 bool TZEPPolyline::WantsInvalidation() const {
-    return m_displayList != 0 || TZEPLineShape::WantsInvalidation();
+    return m_displayList != 0 || HasKeptBox() || TZEPLineShape::WantsInvalidation();
 }
 
 void TZEPPolyline::ShowState() {
@@ -113,6 +114,7 @@ void TZEPPolyline::DrawShape(GLenum, bool draft) {
     if (m_vertexes.Count() < 2) return;
     if (listed) SetDisplayList(static_cast<int>(glGenLists(1)));
     if (!listed || m_displayList == 0) return SendChain();
+    m_compiled = true;
     const auto list = static_cast<GLuint>(m_displayList);
     glNewList(list, GL_COMPILE);
     SendChain();

@@ -74,7 +74,14 @@ public:
     void DrawSelection() override {}
 
 protected:
-    [[nodiscard]] bool SharesDrawRun() const override { return !m_useDisplayList; }
+    /// A spline may swing beyond its vertexes.
+    [[nodiscard]] bool StaysInSize() const override {
+        return MayBeCulled() && !Smooth() && m_vertexes.Count() > 1;
+    }
+    /// A list that a host handed in may leave any state behind.
+    [[nodiscard]] bool SharesDrawRun() const override {
+        return m_compiled || m_displayList == 0 || !m_useDisplayList;
+    }
 
 private:
     void ShowState();
@@ -92,6 +99,7 @@ private:
     bool m_closed = false;
     bool m_inError = false;
     bool m_useDisplayList = false;
+    bool m_compiled = false; // the display list is of the polyline's own making
 };
 
 } // namespace ZEP

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "framework/Exception.h"
+#include "scene/BlockCounts.h"
+#include "scene/ViewVolume.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -10,7 +12,7 @@ namespace ZEP {
 
 /// The ordered children of an object. A child knows its slot, so that removal costs the same
 /// however many there are: it leaves a hole, and holes are closed once they outnumber the children.
-/// Access by index is direct without holes; with holes it walks counts of blocks.
+/// Slots make up blocks; the box about a block of neighbours is kept until one of them changes.
 ///
 /// `Child` has a member `int m_slot` that this may use.
 template <class Child>
@@ -29,14 +31,32 @@ public:
     /// Moves a child to position `index`, which must be in range.
     void Move(Child* child, int index);
 
+    /// Calls `proc(block)` for each block in order. `proc` may add and remove children.
+    template <class Proc>
+    void ForEachBlock(Proc&& proc) {
+        const Iteration iteration{++m_iterating};
+        for (std::size_t block = 0; block * BlockSize < m_slots.size(); ++block) proc(block);
+    }
+    /// Calls `proc(child)` for each child of a block in order.
+    template <class Proc>
+    void ForEachIn(std::size_t block, Proc&& proc) {
+        const std::size_t end = (block + 1) * BlockSize;
+        for (std::size_t i = block * BlockSize; i < std::min(end, m_slots.size()); ++i)
+            if (Child* child = m_slots[i]) proc(child);
+    }
     /// Calls `proc(child)` for each child in order. `proc` may add and remove children: added ones
     /// are visited, removed ones are not.
     template <class Proc>
     void ForEach(Proc&& proc) {
-        const Iteration iteration{++m_iterating};
-        for (std::size_t i = 0; i < m_slots.size(); ++i)
-            if (Child* child = m_slots[i]) proc(child);
+        ForEachBlock([&](std::size_t block) { ForEachIn(block, proc); });
     }
+
+    /// The box about the children of a block: `extend(box, child)` adds each that it does not know.
+    template <class Extend>
+    [[nodiscard]] const TZEPBlockBox& Box(std::size_t block, Extend&& extend);
+    /// What is known of the child's box is out of date.
+    void ForgetBox(const Child* child);
+    [[nodiscard]] bool KnowsBox(const Child* child) const;
 
 private:
     /// While one lives, slots keep their places.
@@ -45,104 +65,23 @@ private:
         ~Iteration() { --Depth; }
     };
 
-    static constexpr std::size_t BlockSize = 1024;
+    static constexpr std::size_t BlockSize = 64;
+    static constexpr std::size_t HolesKept = 1024;
 
+    [[nodiscard]] static std::size_t BlockOf(const Child* child) {
+        return static_cast<std::size_t>(child->m_slot) / BlockSize;
+    }
     void CloseHoles();
     void Renumber(std::size_t first);
     void CountBlocks();
 
-    std::vector<Child*> m_slots;    // null: a hole; never the last one
-    std::vector<int> m_blockCounts; // children in each block of slots; empty without holes
+    std::vector<Child*> m_slots;       // null: a hole; never the last one
+    TZEPBlockCounts m_counts;          // children in each block of slots; empty without holes
+    std::vector<TZEPBlockBox> m_boxes; // as far as asked for
     int m_count = 0;
     int m_iterating = 0;
 };
 
-template <class Child>
-Child* TZEPChildList<Child>::Item(int index) const {
-    if (index < 0 || index >= m_count)
-        throw Exception(QStringLiteral("List index out of bounds (%1)").arg(index));
-    if (m_blockCounts.empty()) return m_slots[static_cast<std::size_t>(index)];
-    std::size_t block = 0;
-    while (index >= m_blockCounts[block]) index -= m_blockCounts[block++];
-    std::size_t slot = block * BlockSize;
-    for (;; ++slot)
-        if (m_slots[slot] && index-- == 0) return m_slots[slot];
-}
-
-template <class Child>
-int TZEPChildList<Child>::IndexOf(const Child* child) const {
-    const auto slot = static_cast<std::size_t>(child->m_slot);
-    if (m_blockCounts.empty()) return child->m_slot;
-    const std::size_t block = slot / BlockSize;
-    int index = 0;
-    for (std::size_t i = 0; i < block; ++i) index += m_blockCounts[i];
-    for (std::size_t i = block * BlockSize; i < slot; ++i) index += m_slots[i] ? 1 : 0;
-    return index;
-}
-
-template <class Child>
-void TZEPChildList<Child>::Append(Child* child) {
-    child->m_slot = static_cast<int>(m_slots.size());
-    m_slots.push_back(child);
-    ++m_count;
-    if (m_blockCounts.empty()) return;
-    m_blockCounts.resize((m_slots.size() + BlockSize - 1) / BlockSize);
-    ++m_blockCounts[static_cast<std::size_t>(child->m_slot) / BlockSize];
-}
-
-template <class Child>
-void TZEPChildList<Child>::InsertFirst(Child* child) {
-    m_slots.insert(m_slots.begin(), child);
-    ++m_count;
-    Renumber(0);
-    if (!m_blockCounts.empty()) CountBlocks();
-}
-
-template <class Child>
-void TZEPChildList<Child>::Remove(Child* child) {
-    const auto slot = static_cast<std::size_t>(child->m_slot);
-    if (m_blockCounts.empty() && slot + 1 != m_slots.size()) CountBlocks();
-    m_slots[slot] = nullptr;
-    --m_count;
-    if (m_blockCounts.empty()) return m_slots.pop_back();
-    --m_blockCounts[slot / BlockSize];
-    while (!m_slots.empty() && !m_slots.back()) m_slots.pop_back();
-    const bool mostlyHoles = m_slots.size() > 2 * static_cast<std::size_t>(m_count) + BlockSize;
-    const bool none = m_slots.size() == static_cast<std::size_t>(m_count);
-    if (none || (mostlyHoles && m_iterating == 0)) CloseHoles();
-}
-
-template <class Child>
-void TZEPChildList<Child>::Move(Child* child, int index) {
-    CloseHoles();
-    const auto from = m_slots.begin() + child->m_slot;
-    const auto to = m_slots.begin() + index;
-    if (from < to)
-        std::rotate(from, from + 1, to + 1);
-    else
-        std::rotate(to, from, from + 1);
-    Renumber(static_cast<std::size_t>(std::min(child->m_slot, index)));
-}
-
-template <class Child>
-void TZEPChildList<Child>::CloseHoles() {
-    m_blockCounts.clear();
-    if (m_slots.size() == static_cast<std::size_t>(m_count)) return;
-    std::erase(m_slots, nullptr);
-    Renumber(0);
-}
-
-template <class Child>
-void TZEPChildList<Child>::Renumber(std::size_t first) {
-    for (std::size_t i = first; i < m_slots.size(); ++i)
-        if (m_slots[i]) m_slots[i]->m_slot = static_cast<int>(i);
-}
-
-template <class Child>
-void TZEPChildList<Child>::CountBlocks() {
-    m_blockCounts.assign((m_slots.size() + BlockSize - 1) / BlockSize, 0);
-    for (std::size_t i = 0; i < m_slots.size(); ++i)
-        m_blockCounts[i / BlockSize] += m_slots[i] ? 1 : 0;
-}
-
 } // namespace ZEP
+
+#include "scene/ChildListCode.h"

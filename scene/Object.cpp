@@ -169,6 +169,7 @@ void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
         object->m_children->Append(this);
     else
         object->m_children->InsertFirst(this);
+    object->ForgetBox(); // it may have been a leaf
     EnterScene(object->SceneOfChildren());
     DoNotify(this, saInsert, &object);
     Invalidate(this);
@@ -230,8 +231,11 @@ bool TZEPObject::WantsInvalidation() const {
     return m_scene && !m_scene->ManualUpdate();
 }
 
+// A descendant may want to hear of its parts' changes also where nothing is to climb.
 void TZEPObject::Invalidate(TObject* sender) {
-    if (m_updateLevel == 0 && m_parent && WantsInvalidation()) m_parent->Invalidate(sender);
+    ForgetBox();
+    const bool climbs = m_updateLevel == 0 && m_parent && TZEPObject::WantsInvalidation();
+    if (climbs) m_parent->Invalidate(sender);
 }
 
 int TZEPObject::TransformCounter() const {

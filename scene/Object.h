@@ -143,7 +143,7 @@ public:
     virtual void EndUpdate(bool reset = false);
     [[nodiscard]] int UpdateLevel() const { return m_updateLevel; }
     /// Climbs to the scene, which asks its panels to repaint; stopped by an update bracket and by
-    /// the scene's `ManualUpdate`.
+    /// the scene's `ManualUpdate`. Descendants call the inherited operation.
     void Invalidate(TObject* sender) override;
     [[nodiscard]] bool WantsInvalidation() const override;
     /// Changes exactly when the transform of this object or of an ancestor has changed since the
@@ -255,6 +255,10 @@ protected:
     virtual void EnteredScene() {}
     /// Draws itself also below the top level when the scene draws quickly.
     [[nodiscard]] virtual bool DrawsInQuickDraw() const { return false; }
+    /// All that it draws, it draws in the opaque or the transparent pass and within `GetSize` in
+    /// its own frame, apart from widths up to `WidestCulled`. Such an object is passed over where
+    /// that box is out of view. What changes the answer or the box calls `Invalidate`.
+    [[nodiscard]] virtual bool StaysInSize() const { return false; }
     /// Its drawing leaves OpenGL's state as the material and line attributes set it, so that a
     /// neighbour with the same ones need not set them again (appearance/DrawRun.h).
     [[nodiscard]] virtual bool SharesDrawRun() const { return false; }
@@ -267,6 +271,8 @@ protected:
     [[nodiscard]] const TGLArrayd3& SecondPoint() const;
     /// @}
 
+    /// A change of `GetSize` must be told, by `Invalidate`, whatever else is held back.
+    [[nodiscard]] bool HasKeptBox() const;
     /// Frees the children without raising anything.
     void FreeChildren();
 
@@ -287,6 +293,10 @@ private:
     }
     void DrawPass(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind);
     void DrawForSelect(TZEPSceneContext& scene);
+    /// Adds its box, in the parent's frame.
+    void Extend(TZEPBlockBox& box) const;
+    void ForgetBox();
+    [[nodiscard]] bool IsInView() const;
     void LeaveParent();
     void EnterScene(TZEPSceneContext* scene);
     void ReportListeners() const;

@@ -1,6 +1,7 @@
 #include "appearance/DrawRun.h"
 #include "scene/Object.h"
 #include "scene/SceneInterfaces.h"
+#include "scene/ViewVolume.h"
 #include "scene/XForm.h"
 
 #include <array>
@@ -95,7 +96,22 @@ void TZEPObject::DrawPass(TZEPSceneContext& scene, TZEPDrawState state, TZEPDraw
 }
 
 void TZEPObject::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
-    ForEachChild([&](TZEPObject* child) { child->Draw(scene, state, kind); });
+    if (!m_children) return;
+    const auto draw = [&](TZEPObject* child) { child->Draw(scene, state, kind); };
+    const bool lights = kind != dkSelect && (state == dsAllLights || state == dsShadowLights);
+    const auto extend = [](TZEPBlockBox& box, const TZEPObject* child) { child->Extend(box); };
+    const bool bounds = TZEPViewFrame::Bounds();
+    if (!lights && !bounds) return m_children->ForEach(draw);
+    m_children->ForEachBlock([&](std::size_t block) {
+        const TZEPBlockBox& box = m_children->Box(block, extend);
+        if (box.Bounded && lights) return;
+        const TZEPSeen seen = box.Bounded && bounds ? TZEPViewFrame::Shows(box) : TZEPSeen::Part;
+        if (seen == TZEPSeen::Nothing) return;
+        const bool tests = bounds && seen == TZEPSeen::Part;
+        m_children->ForEachIn(block, [&](TZEPObject* child) {
+            if (!tests || child->IsInView()) draw(child);
+        });
+    });
 }
 
 void TZEPObject::QuickDraw() {

@@ -4,6 +4,7 @@
 #include "scene/GLNames.h"
 #include "scene/Scene.h"
 #include "scene/Vertex3.h"
+#include "scene/ViewVolume.h"
 #include "scene/XForm.h"
 
 #include <array>
@@ -15,6 +16,16 @@ namespace {
 constexpr TGLColor NoLight{0, 0, 0, 0};
 /// Brightens the averaged shadow images back.
 constexpr float ReturnFactor = 1.2F;
+
+/// What is seen in a pass, for the two that draw the objects themselves: lights, shadows and what
+/// is picked may lie outside of the view. A display list may be called in another view.
+std::optional<TZEPViewVolume> VolumeOf(TZEPDrawState state, TZEPDrawKind kind) {
+    if (kind == dkSelect || (state != dsAllObjects && state != dsTransparent)) return {};
+    GLint list = 0;
+    glGetIntegerv(GL_LIST_INDEX, &list);
+    if (list != 0) return {};
+    return TZEPViewVolume::OfContext(WidestCulled / 2);
+}
 
 void DisableLights() {
     for (GLenum light = GL_LIGHT0; light <= GL_LIGHT7; ++light) glDisable(light);
@@ -66,6 +77,7 @@ void TZEPScene::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
     const TZEPDrawRun::Walk walk;
     if (kind == dkSelect) m_selectNames.clear();
     if (!EnterState(state)) return;
+    const TZEPViewFrame view(VolumeOf(state, kind));
     DrawChildren(scene, state, kind);
     TZEPDrawRun::Current().End();
     LeaveState(state);

@@ -135,6 +135,7 @@ TZEPXFormScope::TZEPXFormScope(const TZEPXForm* xform) : m_pushed(xform && xform
     if (!m_pushed) return;
     xform->Push();
     xform->Apply();
+    if (TZEPViewFrame::Bounds()) m_frame.emplace(xform->GetMatrix());
 }
 
 TZEPXFormScope::~TZEPXFormScope() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scene/Vertex3.h"
+#include "scene/ViewVolume.h"
 
 #include <cstdint>
 
@@ -95,8 +96,9 @@ private:
     bool m_active = false;
 };
 
-/// Has a transform on the matrix stack for as long as it lives. It pops what it pushed, also where
-/// the transform became or ceased to be the identity in between. Null stands for the identity.
+/// Has a transform on the matrix stack for as long as it lives, and a draw walk in its frame. It
+/// pops what it pushed, also where the transform became or ceased to be the identity in between.
+/// Null stands for the identity.
 class TZEPXFormScope {
 public:
     explicit TZEPXFormScope(const TZEPXForm* xform);
@@ -105,6 +107,7 @@ public:
     TZEPXFormScope& operator=(const TZEPXFormScope&) = delete;
 
 private:
+    std::optional<TZEPViewFrame> m_frame;
     bool m_pushed;
 };
 

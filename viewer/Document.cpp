@@ -1,16 +1,32 @@
 #include "viewer/Document.h"
 
 #include "scene/Scene.h"
+#include "viewer/FileRoot.h"
+#include "viewer/Framing.h"
+#include "viewer/Look.h"
 
 #include <QElapsedTimer>
+#include <QGuiApplication>
 
+#include <algorithm>
 #include <memory>
 
 namespace ZEP {
 
 namespace {
 
-constexpr TColor DarkBackground{0x2B2622};
+double PixelRatio() {
+    const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+    return application ? application->devicePixelRatio() : 1;
+}
+
+/// Polylines of a program have corners, and so are no smooth shapes; their lines look rough beside
+/// those of the others without this.
+void SmoothLines() {
+    glEnable(GL_LINE_SMOOTH);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+}
 
 /// From the target to the eye. From the top it leans a little to the front, so that y points up.
 TGLArrayd3 ToEye(TDirection direction) {
@@ -34,6 +50,31 @@ void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box) {
     MaxBoundsd(bounds->Max, box->Max);
 }
 
+/// What one of the files tells, in terms of all. The end, 1, is not reached.
+TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, std::size_t index) {
+    return [&progress, name = files.at(static_cast<qsizetype>(index)), index,
+            count = static_cast<double>(files.size())](qint64 done, qint64 total) {
+        const double part =
+            static_cast<double>(done) / static_cast<double>(std::max<qint64>(total, 1));
+        const double whole = (static_cast<double>(index) + part) / count;
+        return !progress || progress(name, std::min(whole, 0.999));
+    };
+}
+
+/// Corners of what draws, some thousand of them at most.
+void SampleCorners(TZEPObject& root, std::vector<TGLArrayd3>& corners) {
+    constexpr int MostSamples = 4000;
+    const int stride = root.GetItemsCount() / MostSamples + 1;
+    for (int i = 0, count = root.GetItemsCount(); i < count; i += stride) {
+        TBox box{};
+        root.GetItem(i)->GetAbsoluteSize(box.Min, box.Max);
+        for (unsigned corner = 0; corner < 8; ++corner)
+            corners.push_back({(corner & 1U ? box.Max : box.Min)[0],
+                               (corner & 2U ? box.Max : box.Min)[1],
+                               (corner & 4U ? box.Max : box.Min)[2]});
+    }
+}
+
 /// Files that are read but not yet shown.
 class TLoading {
 public:
@@ -43,15 +84,30 @@ public:
     }
     Q_DISABLE_COPY_MOVE(TLoading)
 
-    void Read(const QString& name, bool plain, const TLoadProgress& progress) {
+    /// \return false when `progress` cancelled it
+    bool Read(const QString& name, bool plain, const TLoadProgress& progress) {
         TOpenedFile& file = Files.emplace_back();
         file.Name = name;
         file.Format = FormatOf(name);
-        file.Root = new TZEPObject;
+        file.Root = new TFileRoot;
         QElapsedTimer timer;
         timer.start();
-        file.Messages = ReadProgram(*file.Root, name, plain, progress);
+        bool cancelled = false;
+        const TLoadProgress watched = [&](qint64 done, qint64 total) {
+            cancelled = cancelled || !progress(done, total);
+            return !cancelled;
+        };
+        file.Messages = ReadProgram(*file.Root, name, plain, watched);
         file.Seconds = static_cast<double>(timer.nsecsElapsed()) * 1e-9;
+        return !cancelled;
+    }
+
+    void Prepare() {
+        for (TOpenedFile& file : Files) {
+            ApplyLook(*file.Root, PixelRatio());
+            file.Bounds = BoundsOf(*file.Root);
+            if (file.Bounds) file.Root->Prepare(DiagonalOf(*file.Bounds));
+        }
     }
 
     std::vector<TOpenedFile> Files;
@@ -60,7 +116,10 @@ public:
 } // namespace
 
 TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
-    m_scene->SetBackgroundColor(DarkBackground);
+    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera, [this] {
+        m_backdrop.Draw(PixelRatio());
+        SmoothLines();
+    });
     m_scene->SetSceneAmbientColor(clWhite);
     m_camera = new TZEPCamera(m_scene.get());
     m_camera->SetParentComponent(m_scene.get());
@@ -69,21 +128,17 @@ TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
 
 TDocument::~TDocument() = default;
 
-bool TDocument::Open(const QStringList& files, bool plain, const TLoadProgress& progress) {
-    bool cancelled = false;
-    const TLoadProgress watched = [&](qint64 done, qint64 total) {
-        cancelled = cancelled || (progress && !progress(done, total));
-        return !cancelled;
-    };
+bool TDocument::Open(const QStringList& files, bool plain, const TOpenProgress& progress) {
     TLoading loading;
-    for (const QString& file : files) {
-        loading.Read(file, plain, watched);
-        if (cancelled) return false;
-    }
+    for (const QString& file : files)
+        if (!loading.Read(file, plain, PartOf(progress, files, loading.Files.size()))) return false;
+    if (progress && !progress(files.last(), 1)) return false;
+    loading.Prepare();
     m_scene->BeginUpdate();
     std::swap(m_files, loading.Files);
     for (const TOpenedFile& file : loading.Files) file.Root->SetParentComponent(nullptr);
     for (const TOpenedFile& file : m_files) file.Root->SetParentComponent(m_scene.get());
+    m_backdrop.SetContent(Bounds());
     m_scene->EndUpdate();
     m_scene->Invalidate(m_scene.get());
     return true;
@@ -91,8 +146,22 @@ bool TDocument::Open(const QStringList& files, bool plain, const TLoadProgress& 
 
 std::optional<TBox> TDocument::Bounds() const {
     std::optional<TBox> bounds;
-    for (const TOpenedFile& file : m_files) Widen(bounds, BoundsOf(*file.Root));
+    for (const TOpenedFile& file : m_files) Widen(bounds, file.Bounds);
     return bounds;
+}
+
+void TDocument::SetGuides(bool shown) {
+    m_backdrop.SetGuides(shown);
+    m_scene->Invalidate(m_scene.get());
+}
+
+bool TDocument::IsLarge() const {
+    return std::any_of(m_files.begin(), m_files.end(),
+                       [](const TOpenedFile& file) { return file.Root->IsLarge(); });
+}
+
+void TDocument::SetShare(double share) {
+    for (const TOpenedFile& file : m_files) file.Root->SetShare(share);
 }
 
 void TDocument::LookFrom(TDirection direction, double aspect) {
@@ -106,6 +175,10 @@ void TDocument::LookFrom(TDirection direction, double aspect) {
 void TDocument::FitAll(double aspect) {
     if (const std::optional<TBox> bounds = Bounds())
         m_camera->FitTo(bounds->Min, bounds->Max, aspect);
+    // The box is larger than what is in it.
+    std::vector<TGLArrayd3> corners;
+    for (const TOpenedFile& file : m_files) SampleCorners(*file.Root, corners);
+    FrameTightly(*m_camera, corners, aspect);
 }
 
 void ForEachObject(TZEPObject& root, const TObjectVisitor& visit) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view/Camera.h"
+#include "viewer/Backdrop.h"
 #include "viewer/Directions.h"
 #include "viewer/Format.h"
 #include "viewer/Reader.h"
@@ -13,12 +14,8 @@
 
 namespace ZEP {
 
+class TFileRoot;
 class TZEPScene;
-
-/// An axis-aligned box in absolute coordinates.
-struct TBox {
-    TGLArrayd3 Min, Max;
-};
 
 /// One opened file: its objects are the children of `Root`.
 struct TOpenedFile {
@@ -26,11 +23,17 @@ struct TOpenedFile {
     TFileFormat Format = TFileFormat::Unknown;
     double Seconds = 0; ///< that reading took
     std::vector<TPassedOver> Messages;
-    TZEPObject* Root = nullptr;
+    TFileRoot* Root = nullptr;
+    std::optional<TBox> Bounds; ///< absolute; none where nothing draws
 };
 
+/// Called now and then with the file that is read, and how much of all is done, from 0 to 1; false
+/// cancels.
+using TOpenProgress = std::function<bool(const QString& file, double fraction)>;
+
 /// What the viewer shows: a scene, the camera that looks at it, and the files in it. A line's
-/// colour appears as it was given: all the light is ambient.
+/// colour appears as it was given: all the light is ambient. Behind the files there are a
+/// background, a grid and the axes.
 class TDocument {
 public:
     TDocument();
@@ -43,9 +46,16 @@ public:
 
     /// Replaces what is shown. Raises `Exception`; what was shown then stays.
     /// \return false when `progress` cancelled it; what was shown then stays, too
-    bool Open(const QStringList& files, bool plain, const TLoadProgress& progress = {});
+    bool Open(const QStringList& files, bool plain, const TOpenProgress& progress = {});
     /// Of everything that draws; none in an empty document.
     [[nodiscard]] std::optional<TBox> Bounds() const;
+    [[nodiscard]] const TBackdrop& Backdrop() const { return m_backdrop; }
+    /// Shows or hides grid and axes.
+    void SetGuides(bool shown);
+    /// A file is so large that it can be drawn in part, for speed: see `SetShare`.
+    [[nodiscard]] bool IsLarge() const;
+    /// How much of the large files the next frames show, above 0; 1 is all. No repaint.
+    void SetShare(double share);
 
     /// Looks from a direction at everything, in a view of that width to height.
     void LookFrom(TDirection direction, double aspect);
@@ -56,6 +66,7 @@ private:
     std::unique_ptr<TZEPScene> m_scene;
     TZEPCamera* m_camera = nullptr;
     std::vector<TOpenedFile> m_files;
+    TBackdrop m_backdrop;
 };
 
 using TObjectVisitor = std::function<void(TZEPObject&)>;

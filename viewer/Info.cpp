@@ -5,6 +5,7 @@
 #include "objects/Line.h"
 #include "objects/Point.h"
 #include "objects/Polyline.h"
+#include "viewer/FileRoot.h"
 
 #include <QJsonArray>
 

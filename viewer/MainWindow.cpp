@@ -2,34 +2,35 @@
 
 #include "framework/Exception.h"
 #include "view/Panel.h"
-#include "viewer/Info.h"
+#include "viewer/DetailControl.h"
+#include "viewer/FileRoot.h"
+#include "viewer/LoadBar.h"
 #include "viewer/OrbitControl.h"
+#include "viewer/RecentFiles.h"
+#include "viewer/WelcomePage.h"
 
-#include <QApplication>
 #include <QDragEnterEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
-#include <QMenuBar>
+#include <QLocale>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QProgressDialog>
+#include <QScopeGuard>
 #include <QSettings>
+#include <QStackedWidget>
 #include <QStatusBar>
 
 #include <algorithm>
+#include <new>
+#include <utility>
 
 namespace ZEP {
 
 namespace {
 
-constexpr int RecentFiles = 10;
-constexpr int ProgressSteps = 1000;
-constexpr int ProgressDelay = 300; // ms: shorter loads show no dialog
+constexpr int MessageTime = 5000; // ms
 
 const QString GeometryKey = QStringLiteral("window/geometry");
-const QString RecentKey = QStringLiteral("files/recent");
-const QString FolderKey = QStringLiteral("files/folder");
 
 QStringList LocalFiles(const QMimeData& data) {
     QStringList files;
@@ -38,26 +39,45 @@ QStringList LocalFiles(const QMimeData& data) {
     return files;
 }
 
-QString TitleOf(const std::vector<TOpenedFile>& files) {
+QString NamesOf(const std::vector<TOpenedFile>& files) {
     QStringList names;
     for (const TOpenedFile& file : files) names << QFileInfo(file.Name).fileName();
     return names.join(QStringLiteral(", "));
 }
 
+QString CountsOf(const std::vector<TOpenedFile>& files) {
+    qint64 objects = 0;
+    qint64 passedOver = 0;
+    for (const TOpenedFile& file : files) {
+        objects += file.Root->GetItemsCount();
+        for (const TPassedOver& message : file.Messages) passedOver += message.Count;
+    }
+    const QLocale locale;
+    QString text = QStringLiteral("%1: %2 objects").arg(NamesOf(files), locale.toString(objects));
+    if (passedOver > 0)
+        text +=
+            QStringLiteral(", %1 passed over (Ctrl+I tells what)").arg(locale.toString(passedOver));
+    return text;
+}
+
+QString SizeOf(const TBox& box, double gridStep) {
+    const auto side = [&](std::size_t k) {
+        return QLocale().toString(box.Max[k] - box.Min[k], 'f', 2);
+    };
+    return QStringLiteral("%1 x %2 x %3, grid %4")
+        .arg(side(0), side(1), side(2), QLocale().toString(gridStep));
+}
+
 } // namespace
 
 TMainWindow::TMainWindow(bool plain)
-    : m_panel(new TZEPPanel(this)), m_status(new QLabel(this)), m_plain(plain) {
+    : m_pages(new QStackedWidget(this)), m_welcome(new TWelcomePage), m_panel(new TZEPPanel),
+      m_loadBar(new TLoadBar), m_status(new QLabel), m_size(new QLabel), m_plain(plain) {
     setWindowTitle(QStringLiteral("zepview"));
     setAcceptDrops(true);
-    setCentralWidget(m_panel);
-    m_panel->SetCamera(m_document.Camera());
-    m_panel->setToolTip(QStringLiteral("Left button: orbit. Right button: pan. Wheel: zoom."));
-    new TOrbitControl(m_panel, m_document.Camera());
-    AddFileMenu();
-    AddViewMenu();
-    AddHelpMenu();
-    statusBar()->addWidget(m_status, 1);
+    MakePages();
+    AddMenus();
+    MakeStatusBar();
     ShowStatus();
     resize(1100, 800);
     restoreGeometry(QSettings().value(GeometryKey).toByteArray());
@@ -68,36 +88,74 @@ TMainWindow::~TMainWindow() {
     delete takeCentralWidget();
 }
 
+void TMainWindow::MakePages() {
+    m_pages->addWidget(m_welcome);
+    m_pages->addWidget(m_panel);
+    setCentralWidget(m_pages);
+    m_panel->SetCamera(m_document.Camera());
+    new TOrbitControl(m_panel, m_document.Camera());
+    new TDetailControl(m_panel, m_document);
+    m_welcome->SetRecentFiles(RecentFiles());
+    connect(m_welcome, &TWelcomePage::OpenWanted, this, &TMainWindow::AskForFiles);
+    connect(m_welcome, &TWelcomePage::FileWanted, this,
+            [this](const QString& file) { OpenFiles({file}); });
+}
+
+void TMainWindow::MakeStatusBar() {
+    statusBar()->addWidget(m_status, 1);
+    statusBar()->addPermanentWidget(m_loadBar);
+    statusBar()->addPermanentWidget(m_size);
+    m_size->setToolTip(QStringLiteral("Size of what is shown along x, y and z, and the distance of "
+                                      "the grid's lines, in its own unit"));
+}
+
 void TMainWindow::OpenFiles(const QStringList& files) {
+    if (files.isEmpty()) return;
+    m_next = files;
+    if (m_loadBar->IsLoading()) return m_loadBar->Cancel();
+    while (!m_next.isEmpty() && !m_closed) LoadNext();
+}
+
+void TMainWindow::LoadNext() {
+    const QStringList files = std::exchange(m_next, {});
+    const bool keepView = std::exchange(m_keepView, false);
     try {
         if (!Load(files)) {
-            statusBar()->showMessage(QStringLiteral("Cancelled."), 5000);
+            statusBar()->showMessage(QStringLiteral("Cancelled."), MessageTime);
             return;
         }
     } catch (const Exception& error) {
-        QMessageBox::critical(this, QStringLiteral("Cannot open"), error.Message());
-        return;
+        for (const QString& file : files)
+            if (!QFileInfo::exists(file)) ForgetFile(file);
+        return Tell(error.Message());
+    } catch (const std::bad_alloc&) {
+        return Tell(QStringLiteral("There is not enough memory to open %1.").arg(files.first()));
     }
-    Remember(files);
-    setWindowTitle(TitleOf(m_document.Files()) + QStringLiteral(" - zepview"));
+    RememberFiles(files);
+    setWindowTitle(NamesOf(m_document.Files()) + QStringLiteral(" - zepview"));
+    statusBar()->clearMessage();
     ShowStatus();
-    LookFrom(TDirection::Iso);
+    if (!keepView) LookFrom(TDirection::Iso);
+    m_panel->setGeometry(m_pages->rect()); // before it is shown, which draws
+    m_pages->setCurrentWidget(m_panel);
 }
 
 bool TMainWindow::Load(const QStringList& files) {
-    QProgressDialog dialog(this);
-    dialog.setWindowTitle(QStringLiteral("Opening"));
-    dialog.setLabelText(files.join(QLatin1Char('\n')));
-    dialog.setWindowModality(Qt::WindowModal);
-    dialog.setRange(0, ProgressSteps);
-    dialog.setMinimumDuration(ProgressDelay);
-    return m_document.Open(files, m_plain, [&](qint64 done, qint64 total) {
-        dialog.setValue(static_cast<int>(done * ProgressSteps / std::max<qint64>(total, 1)));
-        return !dialog.wasCanceled();
+    const auto finish = qScopeGuard([this] { m_loadBar->Finish(); });
+    m_loadBar->Start();
+    return m_document.Open(files, m_plain, [this](const QString& file, double fraction) {
+        return m_loadBar->Progress(file, fraction);
     });
 }
 
+void TMainWindow::Tell(const QString& error) {
+    if (m_closed) return;
+    QMessageBox::critical(this, QStringLiteral("Cannot open"), error);
+}
+
 void TMainWindow::closeEvent(QCloseEvent* event) {
+    m_closed = true;
+    m_loadBar->Cancel();
     QSettings().setValue(GeometryKey, saveGeometry());
     QMainWindow::closeEvent(event);
 }
@@ -108,118 +166,22 @@ void TMainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void TMainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
-    OpenFiles(LocalFiles(*event->mimeData()));
-}
-
-void TMainWindow::AddFileMenu() {
-    QMenu* menu = menuBar()->addMenu(QStringLiteral("&File"));
-    menu->addAction(QStringLiteral("&Open..."), QKeySequence::Open, this, &TMainWindow::AskForFiles)
-        ->setStatusTip(QStringLiteral("Open one or more programs in place of what is shown"));
-    m_recent = menu->addMenu(QStringLiteral("Open &recent"));
-    connect(m_recent, &QMenu::aboutToShow, this, &TMainWindow::ListRecentFiles);
-    menu->addAction(QStringLiteral("&Information..."), QKeySequence(Qt::CTRL | Qt::Key_I), this,
-                    &TMainWindow::ShowInfo)
-        ->setStatusTip(QStringLiteral("What is in the files, and what was passed over"));
-    menu->addSeparator();
-    menu->addAction(QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
-                    &QWidget::close)
-        ->setStatusTip(QStringLiteral("Close the window"));
-}
-
-void TMainWindow::AddViewMenu() {
-    struct TEntry {
-        QString Text;
-        Qt::Key Key;
-        TDirection Direction;
-        QString Tip;
-    };
-    const TEntry entries[] = {
-        {QStringLiteral("&Isometric"), Qt::Key_1, TDirection::Iso,
-         QStringLiteral("From the front, right and above")},
-        {QStringLiteral("&Top"), Qt::Key_2, TDirection::Top, QStringLiteral("Down along z")},
-        {QStringLiteral("&Front"), Qt::Key_3, TDirection::Front, QStringLiteral("Along y")},
-        {QStringLiteral("&Right"), Qt::Key_4, TDirection::Right, QStringLiteral("Against x")}};
-    QMenu* menu = menuBar()->addMenu(QStringLiteral("&View"));
-    for (const TEntry& entry : entries) {
-        const auto look = [this, direction = entry.Direction] { LookFrom(direction); };
-        menu->addAction(entry.Text, QKeySequence(entry.Key), this, look)->setStatusTip(entry.Tip);
-    }
-    menu->addSeparator();
-    menu->addAction(QStringLiteral("Fit &all"), QKeySequence(Qt::Key_F), this,
-                    [this] { m_document.FitAll(Aspect()); })
-        ->setStatusTip(QStringLiteral("The whole, from where you look now"));
-}
-
-void TMainWindow::AddHelpMenu() {
-    QMenu* menu = menuBar()->addMenu(QStringLiteral("&Help"));
-    menu->addAction(QStringLiteral("&Mouse and keys"), QKeySequence::HelpContents, this,
-                    &TMainWindow::ShowHelp);
-}
-
-void TMainWindow::AskForFiles() {
-    QSettings settings;
-    const QString filter = QStringLiteral("Programs (%1);;All files (*)")
-                               .arg(ProgramPatterns().join(QLatin1Char(' ')));
-    const QStringList files = QFileDialog::getOpenFileNames(
-        this, QStringLiteral("Open"), settings.value(FolderKey).toString(), filter);
-    if (!files.isEmpty()) OpenFiles(files);
-}
-
-void TMainWindow::ListRecentFiles() {
-    m_recent->clear();
-    for (const QString& file : QSettings().value(RecentKey).toStringList())
-        m_recent->addAction(QString(file).replace(QLatin1Char('&'), QStringLiteral("&&")), this,
-                            [this, file] { OpenFiles({file}); });
-    if (m_recent->isEmpty()) m_recent->addAction(QStringLiteral("None yet"))->setEnabled(false);
-}
-
-void TMainWindow::Remember(const QStringList& files) {
-    QSettings settings;
-    QStringList recent = settings.value(RecentKey).toStringList();
-    for (const QString& file : files) recent.prepend(QFileInfo(file).absoluteFilePath());
-    recent.removeDuplicates();
-    settings.setValue(RecentKey, recent.mid(0, RecentFiles));
-    if (!files.isEmpty()) settings.setValue(FolderKey, QFileInfo(files.last()).absolutePath());
-}
-
-void TMainWindow::LookFrom(TDirection direction) {
-    m_document.LookFrom(direction, Aspect());
-}
-
-void TMainWindow::ShowInfo() {
-    QString text;
-    for (const TOpenedFile& file : m_document.Files()) text += ToText(InfoOf(file));
-    if (text.isEmpty()) text = QStringLiteral("Nothing is open.");
-    QMessageBox::information(this, QStringLiteral("Information"), text);
-}
-
-void TMainWindow::ShowHelp() {
-    QMessageBox::information(this, QStringLiteral("Mouse and keys"),
-                             QStringLiteral("Left button: orbit\nRight button: pan\nWheel: zoom\n\n"
-                                            "1, 2, 3, 4: isometric, top, front, right\n"
-                                            "F: fit all\nCtrl+O: open\nCtrl+I: information\n"
-                                            "Ctrl+Q: quit"));
+    // Later, since the program that the files come from waits until this returns.
+    QMetaObject::invokeMethod(
+        this, [this, files = LocalFiles(*event->mimeData())] { OpenFiles(files); },
+        Qt::QueuedConnection);
 }
 
 void TMainWindow::ShowStatus() {
-    qint64 objects = 0;
-    qint64 passedOver = 0;
-    for (const TOpenedFile& file : m_document.Files()) {
-        objects += file.Root->GetItemsCount();
-        for (const TPassedOver& message : file.Messages) passedOver += message.Count;
-    }
-    if (m_document.Files().empty())
-        m_status->setText(QStringLiteral("Open a program with Ctrl+O, or drop it here."));
-    else if (passedOver == 0)
-        m_status->setText(QStringLiteral("%1 objects").arg(objects));
-    else
-        m_status->setText(QStringLiteral("%1 objects; %2 passed over (Ctrl+I tells what)")
-                              .arg(objects)
-                              .arg(passedOver));
+    const auto& files = m_document.Files();
+    const std::optional<TBox> bounds = m_document.Bounds();
+    m_status->setText(files.empty() ? QStringLiteral("Open a program with Ctrl+O, or drop it here.")
+                                    : CountsOf(files));
+    m_size->setText(bounds ? SizeOf(*bounds, m_document.Backdrop().GridStep()) : QString());
 }
 
 double TMainWindow::Aspect() const {
-    return static_cast<double>(m_panel->width()) / std::max(1, m_panel->height());
+    return static_cast<double>(m_pages->width()) / std::max(1, m_pages->height());
 }
 
 } // namespace ZEP

@@ -6,13 +6,16 @@
 
 class QLabel;
 class QMenu;
+class QStackedWidget;
 
 namespace ZEP {
 
+class TLoadBar;
+class TWelcomePage;
 class TZEPPanel;
 
 /// The window of the viewer: a view of the document, menus, and a status line. Size, place and the
-/// files opened last are remembered.
+/// files opened last are remembered. While a file is read the window stays in use.
 class TMainWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -21,8 +24,9 @@ public:
     ~TMainWindow() override;
 
     /// Shows these files in place of what is shown, from the `Iso` direction. What goes wrong is
-    /// told in a dialog, and what was shown stays.
+    /// told in a dialog, and what was shown stays. During a load it is called off for this one.
     void OpenFiles(const QStringList& files);
+    [[nodiscard]] const TDocument& Document() const { return m_document; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -30,24 +34,37 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    void MakePages();
+    void MakeStatusBar();
+    void AddMenus();
     void AddFileMenu();
     void AddViewMenu();
     void AddHelpMenu();
     void AskForFiles();
+    void Reload();
+    void SavePicture();
     void ListRecentFiles();
-    void Remember(const QStringList& files);
     void LookFrom(TDirection direction);
     void ShowInfo();
     void ShowHelp();
     void ShowStatus();
+    void LoadNext();
     bool Load(const QStringList& files);
+    void Tell(const QString& error);
     [[nodiscard]] double Aspect() const;
 
     TDocument m_document;
+    QStackedWidget* m_pages;
+    TWelcomePage* m_welcome;
     TZEPPanel* m_panel;
+    TLoadBar* m_loadBar;
     QLabel* m_status;
+    QLabel* m_size;
     QMenu* m_recent = nullptr;
+    QStringList m_next; ///< to be opened when the present load has ended
     bool m_plain;
+    bool m_keepView = false; ///< when the next files are shown
+    bool m_closed = false;
 };
 
 } // namespace ZEP

@@ -24,7 +24,10 @@ void WritePicture(TDocument& document, const QSize& size, const QString& fileNam
     TZEPPanel panel;
     panel.resize(WindowSize(size, panel.devicePixelRatioF()));
     panel.SetCamera(document.Camera());
-    const QImage frame = panel.GrabFrame().copy(QRect(QPoint(0, 0), size));
+    WritePicture(panel.GrabFrame().copy(QRect(QPoint(0, 0), size)), fileName);
+}
+
+void WritePicture(const QImage& frame, const QString& fileName) {
     if (frame.isNull())
         throw Exception(QStringLiteral("OpenGL cannot draw here: no rendering context was made."));
     QImageWriter writer(fileName, "png");

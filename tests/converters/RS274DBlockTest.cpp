@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <cmath>
+#include <random>
 
 namespace ZEP {
 namespace {
@@ -77,6 +79,23 @@ TEST(RS274DBlock, NumbersNeedNoDigitBeforeOrAfterThePoint) {
         if (!std::isnan(value)) {
             EXPECT_DOUBLE_EQ(value, row.Value) << row.Word;
         }
+    }
+}
+
+TEST(RS274DBlock, NumbersOfEveryLengthAreTheNearestDouble) {
+    std::mt19937 random(274);
+    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    for (int i = 0; i < 20000; ++i) {
+        std::string digits;
+        for (std::size_t size = 1 + below(18); digits.size() < size;)
+            digits += static_cast<char>('0' + below(10));
+        digits.insert(below(digits.size()), ".");
+        double expected = 0;
+        std::from_chars(digits.data(), digits.data() + digits.size(), expected);
+        const std::string negative = "X-" + digits;
+        if (expected > MaxRS274DNumber) expected = NAN;
+        const double value = GetReal(negative);
+        EXPECT_TRUE(value == -expected || (std::isnan(value) && std::isnan(expected))) << negative;
     }
 }
 

@@ -1,7 +1,4 @@
-#include "framework/MappedFile.h"
 #include "tests/converters/PathRecorder.h"
-
-#include <QDir>
 
 #include <gmock/gmock.h>
 
@@ -66,68 +63,6 @@ TEST(RS274DProgram, ProgressComesNowAndThenAndCancels) {
     EXPECT_FALSE(ReadRS274D(text, {}, cancelled, report, [](qint64, qint64) { return false; }));
     EXPECT_GT(cancelled.Feeds, 0);
     EXPECT_LT(cancelled.Feeds, all.Feeds / 5);
-}
-
-/// Rapids, feeds, arcs, curves, drill points, tool changes.
-using TCounts = std::array<int, 6>;
-
-TCounts CountsOf(const PathCounter& path) {
-    return {path.Rapids, path.Feeds, path.Arcs, path.Curves, path.Drills, path.Tools};
-}
-
-struct TSample {
-    const char* Name;
-    TCounts Plain, Extended;
-    std::vector<std::string> Passed; ///< in the extended reading
-};
-
-/// An independent interpreter counts the same moves, apart from what the comments say; arcs and
-/// curves together are its arcs.
-const TSample Samples[] = {
-    {"3dtest.ngc", {25, 22, 3}, {25, 22, 3}, {}},
-    {"cds.ngc", {25, 191, 50}, {25, 191, 50}, {}},
-    {"arcspiral.ngc", {4, 2, 999}, {4, 2, 999}, {}},
-    // Plain: M0 ends it in line 4.
-    {"tort.ngc", {1}, {74, 56, 6, 132}, {}},
-    // The other counts a G00 without axis words as a sixteenth rapid.
-    {"plasmatest.ngc", {15, 218, 129, 0, 0, 1}, {15, 218, 129, 0, 0, 1}, {}},
-    // Plain: "^" ends the block, and with it L6 is lost.
-    {"hole-circle.ngc", {1, 0, 0, 0, 1}, {14, 6}, {}},
-    // What needs variables is missing; three arcs start where a passed block should have led.
-    {"mmount.ngc",
-     {73, 36, 60, 0, 14, 7},
-     {67, 47, 45, 13, 0, 7},
-     {"blocks with variables 38@24", "blocks with control words 16@30",
-      "blocks with expressions 3@41", "arcs of unequal radii (drawn as spirals) 3@88"}},
-    // Plain: M0 ends it.
-    {"skeleton.ngc", {2}, {7, 0, 0, 0, 0, 2}, {}},
-    // Plain: each of the eight G10 L2 is a rapid three times over.
-    {"botomata_bottom.nc", {620, 3096, 2384, 0, 0, 4}, {596, 3096, 2384, 0, 0, 4}, {}},
-    {"vcarve.ngc", {119, 4034}, {119, 4034}, {}},
-    // The other stops at the first of two G28 with two rapids each.
-    {"G81.NC", {4, 0, 0, 0, 12, 1}, {27 + 4, 12, 0, 0, 0, 1}, {}},
-    {"CONTOUR_R1.NC", {5 + 2, 9, 4, 0, 0, 1}, {5 + 4, 9, 4, 0, 0, 1}, {}},
-    {"TEST_G91.NC", {19, 45, 76, 0, 0, 2}, {19, 45, 30, 46, 0, 2}, {}},
-};
-
-TEST(RS274DProgram, SamplesHaveTheMovesThatTheyState) {
-    const QDir folder(QStringLiteral(ZEP_SAMPLES "/nc"));
-    if (!folder.exists()) GTEST_SKIP() << "no samples";
-    std::size_t known = 0;
-    for (const QString& name : folder.entryList(QDir::Files)) {
-        const TMappedFile file(folder.filePath(name), name);
-        const PathCounts plain(file.Text(), {});
-        const PathCounts extended(file.Text(), {.Extended = true});
-        EXPECT_EQ(plain.Error + extended.Error, "") << name.toStdString();
-        for (const TSample& sample : Samples) {
-            if (name != QLatin1String(sample.Name)) continue;
-            ++known;
-            EXPECT_EQ(CountsOf(plain), sample.Plain) << sample.Name;
-            EXPECT_EQ(CountsOf(extended), sample.Extended) << sample.Name;
-            EXPECT_EQ(extended.Passed(), sample.Passed) << sample.Name;
-        }
-    }
-    EXPECT_EQ(known, std::size(Samples));
 }
 
 } // namespace

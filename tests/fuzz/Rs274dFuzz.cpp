@@ -1,8 +1,66 @@
-#include "tests/fuzz/Rs274dInput.h"
+#include "converters/RS274DProgram.h"
+#include "framework/Exception.h"
 
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
+
+namespace ZEP {
+namespace {
+
+/// Stops the process on a path that no scene could show.
+class PathChecker : public TRS274DSink {
+public:
+    void Rapid(const TRS274DPoint& from, const TRS274DPoint& to, qint64) override {
+        Check(from);
+        Check(to);
+    }
+    void Feed(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) override {
+        Rapid(from, to, line);
+    }
+    void Drill(const TRS274DPoint& at, qint64) override { Check(at); }
+    void Arc(const TRS274DArc& arc, qint64) override {
+        Check(arc.Center);
+        Check({arc.Radius, arc.StartAngle, arc.EndAngle});
+        Require(arc.StartAngle >= 0 && arc.StartAngle < 360);
+        Require(arc.EndAngle >= 0 && arc.EndAngle < 360);
+        Require(arc.Sweep > 0 && arc.Sweep <= 360);
+    }
+    void Curve(std::span<const TRS274DPoint> points, qint64) override {
+        Require(points.size() >= 2);
+        for (const TRS274DPoint& point : points) Check(point);
+    }
+    void NextTool() override {}
+    void Dump(std::string_view text) override { Require(!text.empty()); }
+
+private:
+    static void Require(bool condition) {
+        if (!condition) std::abort();
+    }
+    static void Check(const TRS274DPoint& point) {
+        for (const double value : point) Require(std::isfinite(value));
+    }
+};
+
+/// Reads any bytes as a program, in every way there is.
+void ReadInEveryWay(std::string_view text) {
+    for (const bool extended : {false, true})
+        for (const bool strict : {false, true}) {
+            PathChecker checker;
+            TRS274DReport report;
+            try {
+                ReadRS274D(text, {.Extended = extended, .StopOnErrors = strict, .Trace = strict},
+                           checker, report);
+            } catch (const Exception&) {
+                continue; // errors are told, never crashes
+            }
+        }
+}
+
+} // namespace
+} // namespace ZEP
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    ZEP::ReadAnyRs274d({reinterpret_cast<const char*>(data), size});
+    ZEP::ReadInEveryWay({reinterpret_cast<const char*>(data), size});
     return 0;
 }

@@ -61,6 +61,8 @@ struct Mask {
     operator T() const { return Value; }
     std::string Text() const { return HexNumber(Value); }
 };
+template <class T>
+Mask(T) -> Mask<T>;
 
 struct Boolean {
     GLboolean Value;

@@ -5,6 +5,7 @@
 #include "objects/Line.h"
 #include "objects/Point.h"
 #include "objects/Polyline.h"
+#include "viewer/FileRoot.h"
 
 #include <gtest/gtest.h>
 
@@ -27,7 +28,7 @@ struct TSample {
         File.Seconds = 0.25;
         File.Root = &Root;
     }
-    TZEPObject Root;
+    TFileRoot Root;
     TOpenedFile File;
 };
 

@@ -101,8 +101,8 @@ TEST(HostileStream, AnErrorThatNobodyHandlesEndsTheReading) {
 TEST(HostileStream, SeedsAndTheirCutsAreReadInEveryWay) {
     for (const TStreamForm form : {TStreamForm::Binary, TStreamForm::Text}) {
         const QDir folder(form == TStreamForm::Text
-                              ? QStringLiteral(ZEP_SOURCE "/tests/fuzz/corpus/stream-text")
-                              : QStringLiteral(ZEP_SOURCE "/tests/fuzz/corpus/stream-binary"));
+                              ? QStringLiteral(ZEP_SOURCE "/tests/fuzz/corpus/StreamText")
+                              : QStringLiteral(ZEP_SOURCE "/tests/fuzz/corpus/StreamBinary"));
         const QStringList names = folder.entryList(QDir::Files);
         EXPECT_GE(names.size(), 3);
         for (const QString& name : names) {

@@ -1,0 +1,59 @@
+#include "scene/Object.h"
+#include "scene/XForm.h"
+
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+/// The box about a turned box, from its centre and its extents.
+void Turn(const TGLMatrixd4& matrix, TGLArrayd3& min, TGLArrayd3& max) {
+    TGLArrayd3 center;
+    TGLArrayd3 extent{};
+    for (std::size_t i = 0; i < 3; ++i) {
+        center[i] = (min[i] + max[i]) / 2;
+        const double half = (max[i] - min[i]) / 2;
+        for (std::size_t j = 0; j < 3; ++j) extent[j] += std::abs(matrix[i][j]) * half;
+    }
+    Xformd(matrix, center);
+    for (std::size_t j = 0; j < 3; ++j) {
+        min[j] = center[j] - extent[j];
+        max[j] = center[j] + extent[j];
+    }
+}
+
+bool IsBox(const TGLArrayd3& min, const TGLArrayd3& max) {
+    return min[0] <= max[0] && min[1] <= max[1] && min[2] <= max[2]; // not so where one is NaN
+}
+
+} // namespace
+
+void TZEPObject::ForgetBox() {
+    if (m_parent) m_parent->m_children->ForgetBox(this);
+}
+
+bool TZEPObject::HasKeptBox() const {
+    return m_parent && m_parent->m_children->KnowsBox(this);
+}
+
+void TZEPObject::Extend(TZEPBlockBox& box) const {
+    if (!m_visible || !box.Bounded) return;
+    box.Bounded = GetItemsCount() == 0 && !m_selected && StaysInSize();
+    if (!box.Bounded) return;
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    GetSize(min, max);
+    if (m_xform && m_xform->IsActive()) Turn(m_xform->GetMatrix(), min, max);
+    box.Bounded = IsBox(min, max);
+    MinBoundsd(box.Min, min);
+    MaxBoundsd(box.Max, max);
+}
+
+bool TZEPObject::IsInView() const {
+    TZEPBlockBox box;
+    Extend(box);
+    return !box.Bounded || TZEPViewFrame::Shows(box) != TZEPSeen::Nothing;
+}
+
+} // namespace ZEP

@@ -1,0 +1,287 @@
+#include "ZEPObjects.h"
+#include "appearance/Material.h"
+#include "appearance/MaterialLibrary.h"
+#include "scene/Scene.h"
+#include "scene/Vertex3.h"
+#include "scene/XForm.h"
+#include "tests/gl/CallRecorder.h"
+#include "tests/gl/OffscreenTest.h"
+
+#include <algorithm>
+#include <functional>
+#include <random>
+
+namespace ZEP {
+namespace {
+
+/// Draws what OpenGL's first matrices show: x, y and z from -1 to 1, on 64 by 64 pixels; with the
+/// 16 pixels around it, to 1.5 in x and y.
+class ViewCall : public OffscreenTest {
+protected:
+    ViewCall() : OffscreenTest(64, 64) {}
+
+    template <class T>
+    static T* Add(TZEPObject* parent) {
+        auto* object = new T(parent);
+        object->SetParentComponent(parent);
+        return object;
+    }
+    TZEPLine* AddLine(double x) {
+        auto* line = Add<TZEPLine>(&Group);
+        line->SetSmooth(false);
+        line->P1()->SetData(x, 0, 0);
+        line->P2()->SetData(x + 1, 1, 0);
+        return line;
+    }
+    template <class T>
+    T* AddPlaced(double x) {
+        auto* object = Add<T>(&Group);
+        object->SetSmooth(false);
+        object->XForm()->Translate()->SetX(x);
+        return object;
+    }
+    TZEPPolyline* AddPolyline(double x) {
+        auto* polyline = Add<TZEPPolyline>(&Group);
+        polyline->SetSmooth(false);
+        polyline->Vertexes()->Add()->SetPoint({x, 0, 0});
+        polyline->Vertexes()->Add()->SetPoint({x + 1, 1, 0});
+        return polyline;
+    }
+    void SetUp() override {
+        OffscreenTest::SetUp();
+        Top.SetParentComponent(&Scene);
+        Group.SetParentComponent(&Top);
+    }
+    /// Shapes that are drawn in a frame.
+    std::size_t Drawn() {
+        const GlCalls calls;
+        for (const TZEPDrawState state : {dsAllLights, dsAllObjects, dsTransparent})
+            Scene.Draw(Scene, state, dkFull);
+        return calls.Count("glBegin");
+    }
+
+    TZEPScene Scene;
+    TZEPObject Top{&Scene};
+    TZEPObject Group{&Scene};
+};
+
+TEST_F(ViewCall, EveryEditIsSeenInTheNextFrame) {
+    TZEPLine& line = *AddLine(20);
+    TZEPPolyline& polyline = *AddPolyline(20);
+    TZEPArc& arc = *AddPlaced<TZEPArc>(1.9); // its right half
+    arc.SetStartAngle(-45);
+    arc.SetEndAngle(45);
+    AddPlaced<TZEPCircle>(20);
+    auto& point = *AddPlaced<TZEPPoint>(20);
+    TZEPObject elsewhere(&Scene);
+    elsewhere.SetParentComponent(&Scene);
+    elsewhere.XForm()->Translate()->SetX(-20);
+    TZEPXForm home({}, nullptr);
+    home.Scale()->SetData(1, 1, 1);
+    constexpr TGLMatrixd4 Left{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {-20, 0, 0, 1}}};
+    struct TEdit {
+        const char* Name;
+        std::size_t Seen; ///< shapes that the edit brings into view
+        std::function<void()> Do, Undo;
+    };
+    const TEdit edits[] = {
+        {"a point's coordinate", 1, [&] { line.P1()->SetX(0); }, [&] { line.P1()->SetX(20); }},
+        {"a point", 1, [&] { line.P2()->SetData(0, 0, 0); }, [&] { line.P2()->SetData(21, 1, 0); }},
+        {"a transform that comes into being", 1, [&] { line.XForm()->Translate()->SetX(-20); },
+         [&] { line.XForm()->Translate()->SetX(0); }},
+        {"a base matrix", 1, [&] { line.XForm()->mId(Left); }, [&] { line.XForm()->mId(idd); }},
+        {"an extra matrix", 1, [&] { line.XForm()->mTranslate(-20, 0, 0); },
+         [&] { line.XForm()->mTranslate(20, 0, 0); }},
+        {"an assigned transform", 1, [&] { point.XForm()->Assign(&home); },
+         [&] { point.XForm()->Translate()->SetX(20); }},
+        {"a turn", 1, [&] { arc.XForm()->Rotate()->SetZ(180); },
+         [&] { arc.XForm()->Rotate()->SetZ(0); }},
+        {"an angle", 1, [&] { arc.SetEndAngle(180); }, [&] { arc.SetEndAngle(45); }},
+        {"the parent's transform", 4, [&] { Group.XForm()->Translate()->SetX(-20); },
+         [&] { Group.XForm()->Translate()->SetX(0); }},
+        {"the transform above", 4, [&] { Top.XForm()->Translate()->SetX(-20); },
+         [&] { Top.XForm()->Translate()->SetX(0); }},
+        {"a vertex", 1, [&] { polyline.Vertexes()->Item(0)->SetX(0); },
+         [&] { polyline.Vertexes()->Item(0)->SetX(20); }},
+        {"one more vertex", 1, [&] { polyline.Vertexes()->Add(); },
+         [&] { polyline.Vertexes()->Delete(2); }},
+        {"a vertex while nothing climbs", 1,
+         [&] {
+             Scene.SetManualUpdate(true);
+             polyline.Vertexes()->Item(1)->SetX(0);
+         },
+         [&] {
+             polyline.Vertexes()->Item(1)->SetX(21);
+             Scene.SetManualUpdate(false);
+         }},
+        {"a point within a bracket", 1,
+         [&] {
+             line.BeginUpdate();
+             line.P1()->SetX(0);
+         },
+         [&] {
+             line.P1()->SetX(20);
+             line.EndUpdate();
+         }},
+        {"smoothing of a chain", 1, [&] { polyline.SetSmooth(true); },
+         [&] { polyline.SetSmooth(false); }},
+        {"more than the widest", 1, [&] { line.SetWidth(33); }, [&] { line.SetWidth(32); }},
+        {"another parent", 1, [&] { line.SetParentComponent(&elsewhere); },
+         [&] { line.SetParentComponent(&Group); }},
+        {"another parent's transform", 1,
+         [&] {
+             elsewhere.XForm()->Translate()->SetX(-60);
+             line.SetParentComponent(&elsewhere);
+             EXPECT_EQ(Drawn(), 0U);
+             elsewhere.XForm()->Translate()->SetX(-20);
+         },
+         [&] { line.SetParentComponent(&Group); }},
+        {"the selection", 5, [&] { line.SetSelected(true); }, [&] { line.SetSelected(false); }},
+    };
+    ASSERT_EQ(Drawn(), 0U);
+    for (const TEdit& edit : edits) {
+        edit.Do();
+        EXPECT_EQ(Drawn(), edit.Seen) << edit.Name;
+        edit.Undo();
+        EXPECT_EQ(Drawn(), 0U) << edit.Name << " undone";
+    }
+}
+
+// The kept boxes of blocks against the boxes of the objects, through many small random edits.
+TEST_F(ViewCall, RandomEditsOfManyLines) {
+    std::mt19937 random(5);
+    const auto place = [&] { return static_cast<int>(random() % 61) * 0.1 - 3.05; };
+    std::vector<TZEPLine*> lines;
+    const auto add = [&] {
+        lines.push_back(AddLine(0));
+        lines.back()->P1()->SetData(place(), place(), 0);
+        lines.back()->P2()->SetData(place(), place(), 0);
+    };
+    for (int i = 0; i < 400; ++i) add();
+    const auto inView = [](const TZEPLine* line) {
+        TGLArrayd3 min, max;
+        line->GetAbsoluteSize(min, max);
+        return line->Visible() && min[0] <= 1.5 && min[1] <= 1.5 && max[0] >= -1.5 &&
+               max[1] >= -1.5;
+    };
+    for (int round = 0; round < 200; ++round) {
+        const std::size_t chosen = random() % lines.size();
+        TZEPLine* line = lines[chosen];
+        switch (random() % 6) {
+        case 0:
+            line->P1()->SetData(place(), place(), 0);
+            break;
+        case 1:
+            line->XForm()->Translate()->SetY(place() + 0.03);
+            break;
+        case 2:
+            line->SetVisible(!line->Visible());
+            break;
+        case 3:
+            line->SetItemIndex(static_cast<int>(random() % lines.size()));
+            break;
+        case 4:
+            line->SetParentComponentExt(&Group, random() % 2 == 0);
+            break;
+        default:
+            delete line;
+            lines.erase(lines.begin() + static_cast<long>(chosen));
+            add();
+        }
+        const auto expected = std::count_if(lines.begin(), lines.end(), inView);
+        ASSERT_EQ(Drawn(), static_cast<std::size_t>(expected)) << "round " << round;
+    }
+}
+
+TEST_F(ViewCall, OnlyTheMainPassesPassOver) {
+    AddLine(20);
+    const auto drawn = [this](TZEPDrawState state, TZEPDrawKind kind) {
+        const GlCalls calls;
+        Scene.Draw(Scene, state, kind);
+        return calls.Count("glBegin");
+    };
+    EXPECT_EQ(drawn(dsAllObjects, dkFull), 0U);
+    EXPECT_EQ(drawn(dsAllObjects, dkDraft), 0U);
+    EXPECT_EQ(drawn(dsAllObjects, dkSelect), 1U) << "the pick volume is not the view";
+    Scene.SetFShadows(true);
+    EXPECT_EQ(drawn(dsNonShadowObjects, dkFull), 1U);
+    glNewList(glGenLists(1), GL_COMPILE);
+    EXPECT_EQ(drawn(dsAllObjects, dkFull), 1U) << "the list may be called in another view";
+    glEndList();
+    const GlCalls alone;
+    Group.Draw(Scene, dsAllObjects, dkFull);
+    EXPECT_EQ(alone.Count("glBegin"), 1U) << "outside of a walk";
+}
+
+/// A host's own line that also lights.
+class Lamp : public TZEPLine {
+public:
+    using TZEPLine::TZEPLine;
+    void DrawLight(bool) override { GlCalls::Note("light"); }
+
+protected:
+    bool StaysInSize() const override { return false; }
+};
+
+TEST_F(ViewCall, WhatDoesNotStayInItsBoxIsAlwaysDrawn) {
+    AddLine(0);
+    auto* lamp = Add<Lamp>(&Group);
+    lamp->SetSmooth(false);
+    lamp->P1()->SetData(50, 0, 0);
+    lamp->P2()->SetData(51, 0, 0);
+    const GlCalls calls;
+    EXPECT_EQ(Drawn(), 2U);
+    for (const TZEPDrawState state : {dsAllLights, dsAllObjects}) Scene.Draw(Scene, state, dkFull);
+    EXPECT_EQ(calls.Count("light"), 1U);
+}
+
+TEST_F(ViewCall, ASmoothLineOutOfViewStillMarksItsLibraryMaterial) {
+    TZEPMaterialLibrary library;
+    TZEPMaterial* material = library.Materials()->Add()->Material();
+    Scene.SetMaterialLibrary(&library);
+    TZEPLine* line = AddLine(20);
+    line->SetMaterialIndex(0);
+    line->SetSmooth(true);
+    Drawn();
+    EXPECT_TRUE(material->IsTransparent());
+}
+
+// --- what neighbours share -------------------------------------------------------------------
+
+TEST_F(ViewCall, NeighboursKeepTheirAttributesUnderOtherMaterials) {
+    for (int i = 0; i < 4; ++i) AddLine(-0.5)->SetColor(i % 2 == 0 ? clRed : clBlue);
+    for (int i = 0; i < 4; ++i) AddPlaced<TZEPPoint>(0)->SetWidth(i < 2 ? 3 : 5);
+    const GlCalls calls;
+    Scene.Draw(Scene, dsAllObjects, dkFull);
+    EXPECT_EQ(calls.Count("glBegin"), 8U);
+    EXPECT_EQ(calls.Of({"glMaterialf*"}).size(), 5 * 10U) << "four colours in turn, then grey";
+    EXPECT_EQ(calls.Of({"glPushAttrib", "glPopAttrib", "glPointSize"}),
+              (std::vector<std::string>{"glPushAttrib(GL_LINE_BIT)", "glPopAttrib()",
+                                        "glPushAttrib(GL_POINT_BIT)", "glPointSize(3)",
+                                        "glPopAttrib()", "glPushAttrib(GL_POINT_BIT)",
+                                        "glPointSize(5)", "glPopAttrib()"}));
+}
+
+TEST_F(ViewCall, AListOfTheHostsOwnSharesNothing) {
+    const GLuint list = glGenLists(1);
+    glNewList(list, GL_COMPILE);
+    glLineWidth(7);
+    glEndList();
+    std::vector<TZEPPolyline*> polylines;
+    for (int i = 0; i < 3; ++i) {
+        polylines.push_back(AddPolyline(-0.5));
+        polylines.back()->SetUseDisplayList(true);
+    }
+    const auto pushes = [this] {
+        const GlCalls calls;
+        Scene.Draw(Scene, dsAllObjects, dkFull);
+        return calls.Count("glPushAttrib");
+    };
+    EXPECT_EQ(pushes(), 1U) << "while the lists are compiled";
+    EXPECT_EQ(pushes(), 1U) << "when they are called";
+    polylines[1]->SetDisplayList(static_cast<int>(list));
+    EXPECT_EQ(pushes(), 3U);
+}
+
+} // namespace
+} // namespace ZEP

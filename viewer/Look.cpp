@@ -1,0 +1,55 @@
+#include "viewer/Look.h"
+
+#include "objects/Point.h"
+#include "objects/Polyline.h"
+
+#include <array>
+
+namespace ZEP {
+
+namespace {
+
+constexpr float FeedWidth = 1.5F;
+constexpr float RapidWidth = 1;
+constexpr float HoleWidth = 6;
+
+struct TShade {
+    TColor Pure, Shown;
+};
+
+constexpr std::array Shades{
+    TShade{0xFFFFFF, 0xF5EBE1}, // before the first tool change
+    TShade{0x0000FF, 0xFFBE5A}, // sky blue
+    TShade{0x00FF00, 0x7EDB8A}, // green
+    TShade{0xFF0000, 0x4FB4FF}, // amber
+    TShade{0xFFFF00, 0x7A72FF}, // coral
+    TShade{0xFF00FF, 0xFFA0CF}, // violet
+    TShade{0x00FFFF, 0xC4DC4E}, // turquoise
+    TShade{0x808080, 0x9C8A7C}, // rapid moves
+};
+
+TColor ShownFor(TColor color) {
+    for (const TShade& shade : Shades)
+        if (shade.Pure == color) return shade.Shown;
+    return color;
+}
+
+void Widen(TZEPShape& shape, double pixelRatio) {
+    const auto* line = qobject_cast<TZEPLineShape*>(&shape);
+    const float width = !line ? HoleWidth : line->Style() == psSolid ? FeedWidth : RapidWidth;
+    shape.SetWidth(width * static_cast<float>(pixelRatio));
+}
+
+} // namespace
+
+void ApplyLook(TZEPObject& root, double pixelRatio) {
+    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
+        TZEPObject& object = *root.GetItem(i);
+        object.SetColor(ShownFor(object.Color()));
+        if (auto* polyline = qobject_cast<TZEPPolyline*>(&object))
+            polyline->SetOrigColor(ShownFor(polyline->OrigColor()));
+        if (auto* shape = qobject_cast<TZEPShape*>(&object)) Widen(*shape, pixelRatio);
+    }
+}
+
+} // namespace ZEP

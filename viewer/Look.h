@@ -1,0 +1,26 @@
+#pragma once
+
+#include "framework/Color.h"
+
+namespace ZEP {
+
+class TZEPObject;
+
+/// Colours of the view, chosen to be told apart on its dark background.
+namespace Look {
+
+inline constexpr TColor Sky{0x33261B};    ///< upper edge of the background
+inline constexpr TColor Ground{0x17110D}; ///< lower edge
+inline constexpr TColor Grid{0xD8C8B8};
+inline constexpr TColor AxisX{0x5B5BF0};
+inline constexpr TColor AxisY{0x6BCB6B};
+inline constexpr TColor AxisZ{0xFF9B5C};
+
+} // namespace Look
+
+/// Gives what was read from a program the colours of the view in place of the reader's, which are
+/// the pure ones: its tool colours in turn, and that of rapid moves.
+/// \param pixelRatio  device pixels for each pixel; lines get that much wider
+void ApplyLook(TZEPObject& root, double pixelRatio);
+
+} // namespace ZEP

@@ -1,0 +1,77 @@
+#include "viewer/WelcomePage.h"
+
+#include "viewer/Format.h"
+#include "viewer/Look.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace ZEP {
+
+namespace {
+
+constexpr int MostFiles = 6;
+
+QString Style() {
+    return QStringLiteral(
+               "ZEP--TWelcomePage { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 %1, "
+               "stop:1 %2); }"
+               "QLabel { color: #b8c4d0; font-size: 14px; }"
+               "QLabel#Title { color: #e8eef4; font-size: 24px; }"
+               "QPushButton { color: #e8eef4; background: #2a6fb0; border: none; border-radius: "
+               "4px; padding: 8px 24px; font-size: 15px; }"
+               "QPushButton:hover, QPushButton:focus { background: #3b86cc; }"
+               "QPushButton[flat=true] { color: #5abeff; background: none; padding: 2px; "
+               "font-size: 14px; }"
+               "QPushButton[flat=true]:hover, QPushButton[flat=true]:focus { color: #ffffff; }")
+        .arg(ToQColor(Look::Sky).name(), ToQColor(Look::Ground).name());
+}
+
+QLabel* AddLabel(QVBoxLayout* layout, const QString& text) {
+    auto* label = new QLabel(text);
+    label->setAlignment(Qt::AlignCenter);
+    layout->addWidget(label);
+    return label;
+}
+
+} // namespace
+
+TWelcomePage::TWelcomePage(QWidget* parent) : QWidget(parent), m_recent(new QVBoxLayout) {
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(Style());
+    auto* layout = new QVBoxLayout(this);
+    layout->setSpacing(14);
+    layout->addStretch(2);
+    AddLabel(layout, QStringLiteral("Drop a program here"))->setObjectName(QStringLiteral("Title"));
+    AddLabel(layout, ProgramPatterns().join(QStringLiteral("   ")).remove(QLatin1Char('*')));
+    auto* open = new QPushButton(QStringLiteral("Open..."));
+    open->setToolTip(QStringLiteral("Choose one or more files (Ctrl+O)"));
+    connect(open, &QPushButton::clicked, this, &TWelcomePage::OpenWanted);
+    layout->addWidget(open, 0, Qt::AlignCenter);
+    layout->addSpacing(24);
+    layout->addLayout(m_recent);
+    layout->addStretch(3);
+}
+
+void TWelcomePage::SetRecentFiles(const QStringList& files) {
+    while (QLayoutItem* item = m_recent->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    if (!files.isEmpty()) AddLabel(m_recent, QStringLiteral("Opened last"));
+    for (const QString& file : files.mid(0, MostFiles)) {
+        QString name = QFileInfo(file).fileName();
+        auto* button = new QPushButton(name.replace(QLatin1Char('&'), QStringLiteral("&&")));
+        button->setFlat(true);
+        button->setToolTip(file);
+        button->setCursor(Qt::PointingHandCursor);
+        // Later, since opening rebuilds this list.
+        const auto want = [this, file] { emit FileWanted(file); };
+        connect(button, &QPushButton::clicked, this, want, Qt::QueuedConnection);
+        m_recent->addWidget(button, 0, Qt::AlignCenter);
+    }
+}
+
+} // namespace ZEP
