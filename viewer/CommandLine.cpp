@@ -1,7 +1,7 @@
 #include "viewer/CommandLine.h"
 
 #include "framework/Exception.h"
-#include "viewer/SceneFile.h"
+#include "viewer/SceneSaving.h"
 
 #include <QCommandLineParser>
 

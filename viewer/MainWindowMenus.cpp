@@ -5,7 +5,7 @@
 #include "viewer/MainWindow.h"
 #include "viewer/Picture.h"
 #include "viewer/RecentFiles.h"
-#include "viewer/SceneFile.h"
+#include "viewer/SceneSaving.h"
 
 #include <QFileDialog>
 #include <QMenuBar>

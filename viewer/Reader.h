@@ -1,8 +1,7 @@
 #pragma once
 
 #include "viewer/Format.h"
-
-#include <QString>
+#include "viewer/PassedOver.h"
 
 #include <functional>
 #include <vector>
@@ -10,13 +9,6 @@
 namespace ZEP {
 
 class TZEPObject;
-
-/// A kind of what was passed over in a file.
-struct TPassedOver {
-    QString Kind;
-    qint64 Count = 0;
-    qint64 FirstLine = 0; ///< 0: the file has no lines
-};
 
 /// Called now and then with what is done and the whole; false cancels.
 using TLoadProgress = std::function<bool(qint64 done, qint64 total)>;

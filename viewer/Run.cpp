@@ -7,7 +7,7 @@
 #include "viewer/Info.h"
 #include "viewer/MainWindow.h"
 #include "viewer/Picture.h"
-#include "viewer/SceneFile.h"
+#include "viewer/SceneSaving.h"
 
 #include <QApplication>
 #include <QFile>

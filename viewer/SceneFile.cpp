@@ -4,15 +4,11 @@
 #include "framework/stream/Reader.h"
 #include "framework/stream/StreamFile.h"
 #include "scene/Scene.h"
-#include "viewer/Format.h"
-
-#include <QFileInfo>
+#include "scene/XForm.h"
 
 namespace ZEP {
 
 namespace {
-
-const QString TextSuffix = QStringLiteral("zept");
 
 qint64 LineOf(const QString& message) {
     if (!message.startsWith(QStringLiteral("line "))) return 0;
@@ -36,63 +32,45 @@ std::unique_ptr<TZEPObject> MakeRoot(TTokenSource& source) {
     return root;
 }
 
-std::unique_ptr<TZEPObject> ReadWhole(const QString& fileName) {
-    TStreamFile file(fileName);
-    std::unique_ptr<TZEPObject> root;
-    file.Read([&root](TTokenSource& source) {
-        root = MakeRoot(source);
-        TReader reader(source);
-        root->LoadFromReader(reader);
-    });
-    return root;
-}
-
-void ReadInto(TZEPObject& root, const QString& fileName, bool plain) {
-    static_cast<void>(ReadFile(root, fileName, FormatOf(fileName), plain, {}));
-}
-
-std::unique_ptr<TZEPObject> ReadAll(const QStringList& files, bool plain) {
-    if (files.size() == 1 && FormatOf(files.front()) == TFileFormat::Scene)
-        return ReadWhole(files.front());
-    auto scene = std::make_unique<TZEPScene>();
-    if (files.size() == 1) ReadInto(*scene, files.front(), plain);
-    for (qsizetype i = 0; files.size() > 1 && i < files.size(); ++i) {
-        auto* group = new TZEPObject(scene.get());
-        group->SetIdent(QFileInfo(files[i]).fileName());
-        ReadInto(*group, files[i], plain);
-        group->SetParentComponent(scene.get());
-    }
-    return scene;
+/// Hands over what a scene holds and owns.
+void MoveContents(TZEPScene& from, TZEPObject& to) {
+    from.SetMaterialLibrary(nullptr);
+    to.XForm()->Assign(from.XForm());
+    std::vector<TZEPObject*> children;
+    for (int i = 0; i < from.GetItemsCount(); ++i) children.push_back(from.GetItem(i));
+    for (TZEPObject* child : children) child->SetParentComponent(&to);
+    while (from.ComponentCount() > 0) to.InsertComponent(from.Components(0));
 }
 
 } // namespace
 
+std::unique_ptr<TZEPObject> ReadWhole(const QString& fileName,
+                                      std::vector<TPassedOver>& passedOver) {
+    TStreamFile file(fileName);
+    std::unique_ptr<TZEPObject> root;
+    file.Read([&](TTokenSource& source) {
+        root = MakeRoot(source);
+        TReader reader(source);
+        root->LoadFromReader(reader);
+        if (reader.ErrorCount() == 0) return;
+        const QString kind =
+            QStringLiteral("properties and objects that are not known or do not fit (%1)")
+                .arg(reader.FirstError());
+        passedOver.push_back({kind, reader.ErrorCount(), LineOf(reader.FirstError())});
+    });
+    return root;
+}
+
 std::vector<TPassedOver> ReadScene(TZEPObject& root, const QString& fileName) {
     std::vector<TPassedOver> passedOver;
-    TStreamFile(fileName).Read([&](TTokenSource& source) {
-        TReader reader(source);
-        root.LoadFromReader(reader);
-        const qint64 count = reader.ErrorCount();
-        if (count > 0)
-            passedOver.push_back({QStringLiteral("properties and objects that are not known or do "
-                                                 "not fit (%1)")
-                                      .arg(reader.FirstError()),
-                                  count, LineOf(reader.FirstError())});
-    });
+    std::unique_ptr<TZEPObject> whole = ReadWhole(fileName, passedOver);
+    if (auto* scene = qobject_cast<TZEPScene*>(whole.get())) {
+        MoveContents(*scene, root);
+        return passedOver;
+    }
+    root.InsertComponent(whole.get());
+    whole.release()->SetParentComponent(&root);
     return passedOver;
-}
-
-bool IsSceneName(const QString& fileName) {
-    const QString suffix = QFileInfo(fileName).suffix().toLower();
-    return suffix == TextSuffix || suffix == QStringLiteral("zep");
-}
-
-void SaveScene(const QStringList& files, bool plain, const QString& fileName) {
-    const std::unique_ptr<TZEPObject> root = ReadAll(files, plain);
-    if (QFileInfo(fileName).suffix().toLower() == TextSuffix)
-        root->SaveToTextFile(fileName);
-    else
-        root->SaveToFile(fileName);
 }
 
 } // namespace ZEP

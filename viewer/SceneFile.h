@@ -1,22 +1,21 @@
 #pragma once
 
-#include "viewer/Reader.h"
+#include "viewer/PassedOver.h"
 
-#include <QStringList>
+#include <memory>
+#include <vector>
 
 namespace ZEP {
 
-/// Reads a component stream in either form: what stands in its root becomes children of `root`.
+class TZEPObject;
+
+/// The outermost object of a component stream in either form, with what was passed over in it.
 /// Raises `Exception`, which names the file and the place in it.
+[[nodiscard]] std::unique_ptr<TZEPObject> ReadWhole(const QString& fileName,
+                                                    std::vector<TPassedOver>& passedOver);
+
+/// The same for a file that is shown: what stands in its scene becomes children of `root`, and so
+/// does an object that stands alone.
 [[nodiscard]] std::vector<TPassedOver> ReadScene(TZEPObject& root, const QString& fileName);
-
-/// What a scene may be saved as: ends in ".zep" (binary) or ".zept" (text).
-[[nodiscard]] bool IsSceneName(const QString& fileName);
-
-/// Reads files and writes what the readers made of them, without what the viewer adds for the eye,
-/// as one component stream, in the form that the name ends in. A stream that stands alone stays
-/// what it is; of several files each becomes an object below the scene, with the file's name as its
-/// ident. Raises `Exception`; an old file of that name then stands.
-void SaveScene(const QStringList& files, bool plain, const QString& fileName);
 
 } // namespace ZEP

@@ -12,6 +12,7 @@ namespace ZEP {
 namespace {
 
 constexpr std::uint64_t LeadingOne = 1ULL << 63;
+constexpr std::uint64_t QuietBit = 1ULL << 62; // all that is kept of a NaN but its sign
 constexpr int MantissaShift = 11; // 63 bits behind the leading one here, 52 in a double
 constexpr std::uint64_t LostBits = (1ULL << MantissaShift) - 1;
 constexpr unsigned Bias = 16383;
@@ -33,7 +34,8 @@ TExtendedFloat ToExtended(double value) {
     const bool negative = bits >> 63 != 0;
     const unsigned exponent = static_cast<unsigned>(bits >> 52) & DoubleEndless;
     const std::uint64_t fraction = bits << 12 >> 1; // without the leading one
-    if (exponent == DoubleEndless) return Pack(negative, Endless, LeadingOne | fraction);
+    if (exponent == DoubleEndless)
+        return Pack(negative, Endless, fraction == 0 ? LeadingOne : LeadingOne | QuietBit);
     if (exponent != 0) return Pack(negative, exponent - DoubleBias + Bias, LeadingOne | fraction);
     if (fraction == 0) return Pack(negative, 0, 0);
     const int shift = std::countl_zero(fraction);

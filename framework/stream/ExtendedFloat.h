@@ -8,7 +8,7 @@ namespace ZEP {
 /// 16383), sign; little-endian.
 using TExtendedFloat = std::array<unsigned char, 10>;
 
-/// Exact for every double, infinities and NaN included.
+/// Exact for every double, infinities included; of a NaN the sign is kept.
 [[nodiscard]] TExtendedFloat ToExtended(double value);
 
 /// The nearest double; infinity beyond its range.

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 
 #include <QFile>
+#include <QLocale>
 #include <QTemporaryDir>
 
 #include <malloc.h>
@@ -315,6 +316,25 @@ TEST_F(Storage, ABrokenStreamRaisesItsPlaceAndLeavesTheTree) {
     EXPECT_EQ(TreeOf(scene), before);
 }
 
+TEST_F(Storage, ColoursOfTheSystemAreStoredAsSuchInAnyLocale) {
+    TZEPLine line;
+    line.SetColor(clBtnFace);
+    line.XForm()->Translate()->SetX(1234567.5);
+    const std::string text = SavedAs(TStreamForm::Text, line);
+    EXPECT_THAT(text, HasSubstr("  Color = -2147483633\n"));
+    EXPECT_THAT(text, HasSubstr("  Material.FrontFace.Ambient = -2147483633\n"));
+    EXPECT_THAT(text, HasSubstr("  XForm.Translate.X = 1234567.5\n"));
+    QLocale::setDefault(QLocale(QLocale::German));
+    EXPECT_EQ(SavedAs(TStreamForm::Text, line), text);
+    TZEPLine loaded;
+    EXPECT_THAT(LoadInto(loaded, text), IsEmpty());
+    QLocale::setDefault(QLocale::c());
+    EXPECT_EQ(loaded.Color(), clBtnFace);
+    TZEPLine named;
+    EXPECT_THAT(LoadInto(named, "object TZEPLine Color = CLbtnFACE end"), IsEmpty());
+    EXPECT_EQ(named.Color(), clBtnFace);
+}
+
 // --- what saving does to the tree
 // ------------------------------------------------------------------
 
@@ -336,6 +356,7 @@ TEST_F(Storage, SavingAndLoadingMakeNoSubObjectsThatNobodyAskedFor) {
     TZEPScene scene;
     fill(scene);
     const std::size_t own = BytesInUse() - start;
+    if (own == 0) GTEST_SKIP() << "the sanitizer's heap does not tell";
     scene.SaveToFile(Path("lines.zep"));
     EXPECT_LT(BytesInUse() - start, own + 20'000);
     const std::size_t before = BytesInUse();

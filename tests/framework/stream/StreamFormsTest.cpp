@@ -135,7 +135,8 @@ TEST(StreamForms, ValuesThatAreReadAndNotWritten) {
         {Hex("05 FFFFFFFFFFFFFFFF0100"), "0.0"},  //
         {Hex("05 01000000000000C0FF3F"), "1.5"},  // more bits than a double
         {Hex("05 00000000000000600040"), "1.5"},  // no leading one
-        {Hex("05 00000000000000C0FFFF"), "-NAN"}, //
+        {Hex("05 00000000000000C0FFFF"), "-NAN"},
+        {Hex("0F 002BC0FF"), "-NAN"}, // a NaN keeps no other bits than its sign //
     };
     for (const auto& row : rows) EXPECT_EQ(TextOfValue(row.Bytes), row.Text);
 }
