@@ -20,14 +20,6 @@ double PixelRatio() {
     return application ? application->devicePixelRatio() : 1;
 }
 
-/// Polylines of a program have corners, and so are no smooth shapes; their lines look rough beside
-/// those of the others without this.
-void SmoothLines() {
-    glEnable(GL_LINE_SMOOTH);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-}
-
 /// From the target to the eye. From the top it leans a little to the front, so that y points up.
 TGLArrayd3 ToEye(TDirection direction) {
     switch (direction) {
@@ -116,10 +108,8 @@ public:
 } // namespace
 
 TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
-    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera, [this] {
-        m_backdrop.Draw(PixelRatio());
-        SmoothLines();
-    });
+    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera,
+                     [this] { m_backdrop.Draw(PixelRatio()); });
     m_scene->SetSceneAmbientColor(clWhite);
     m_camera = new TZEPCamera(m_scene.get());
     m_camera->SetParentComponent(m_scene.get());

@@ -33,11 +33,20 @@ class TPathBatch::TBuilder {
 public:
     TBuilder(TPathBatch& batch, double error) : m_batch(batch), m_error(error) {}
 
-    void Add(TZEPObject& object) {
-        if (auto* line = qobject_cast<TZEPLine*>(&object)) return AddLine(*line);
-        if (const auto* arc = qobject_cast<TZEPArc*>(&object)) return AddArc(*arc);
-        if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) return AddPolyline(*polyline);
-        if (auto* point = qobject_cast<TZEPPoint*>(&object)) return AddPoint(*point);
+    /// \return false for what is of another kind
+    bool Add(TZEPObject& object) {
+        if (auto* line = qobject_cast<TZEPLine*>(&object))
+            AddLine(*line);
+        else if (const auto* arc = qobject_cast<TZEPArc*>(&object))
+            AddArc(*arc);
+        else if (auto* polyline = qobject_cast<TZEPPolyline*>(&object);
+                 polyline && !polyline->Smooth())
+            AddPolyline(*polyline);
+        else if (auto* point = qobject_cast<TZEPPoint*>(&object))
+            AddPoint(*point);
+        else
+            return false;
+        return true;
     }
 
 private:
@@ -113,13 +122,18 @@ private:
     TVertex m_last{};
 };
 
-void TPathBatch::Build(TZEPObject& root, double size) {
+void TPathBatch::Build(TZEPObject& root, double size, std::vector<TZEPObject*>& rest) {
     m_feeds.clear();
     m_rapids.clear();
     m_holes.clear();
     m_feeds.reserve(2 * static_cast<std::size_t>(root.GetItemsCount()));
     TBuilder builder(*this, size * ChordError);
-    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) builder.Add(*root.GetItem(i));
+    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
+        TZEPObject* object = root.GetItem(i);
+        if (!object->Visible()) continue;
+        if (object->Selected() || object->GetItemsCount() > 0 || !builder.Add(*object))
+            rest.push_back(object);
+    }
 }
 
 /// Dotted; plain ones let through what they would hide.

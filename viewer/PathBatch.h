@@ -21,8 +21,9 @@ class TZEPObject;
 class TPathBatch {
 public:
     /// Takes over what the children of `root` draw, in its frame.
+    /// \param rest  gets those that are of other kinds, or selected: they are to draw themselves
     /// \param size  of the path: its diagonal
-    void Build(TZEPObject& root, double size);
+    void Build(TZEPObject& root, double size, std::vector<TZEPObject*>& rest);
     [[nodiscard]] bool IsEmpty() const { return VertexCount() == 0; }
     [[nodiscard]] std::size_t VertexCount() const {
         return m_feeds.size() + m_rapids.size() + m_holes.size();
