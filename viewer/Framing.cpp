@@ -59,16 +59,18 @@ void FrameTightly(TZEPCamera& camera, const std::vector<TGLArrayd3>& points, dou
     const double slope = std::tan(camera.FieldOfView() * std::numbers::pi / 360) / Margin;
     TSpanFinder across(slope * aspect);
     TSpanFinder upwards(slope);
+    double depth = 0; // of the points before the target
     for (const TGLArrayd3& point : points) {
         const TGLArrayd3 place = Sum(point, target, -1);
+        depth = std::max(depth, -Dotd(place, away));
         across.Add(Dotd(place, right), Dotd(place, away));
         upwards.Add(Dotd(place, up), Dotd(place, away));
     }
     const TSpan x = across.Span();
     const TSpan y = upwards.Span();
-    // What is seen from its end has no extent; the box's own distance is right then.
-    double distance = std::max(x.Distance, y.Distance);
-    if (!(distance > before / 100) || !std::isfinite(distance)) distance = before;
+    // What is seen from its end has hardly an extent, and the eye must not come into it.
+    const double distance = std::max({x.Distance, y.Distance, before / 2, 1.1 * depth});
+    if (!std::isfinite(distance)) return;
     const TGLArrayd3 newTarget = Sum(Sum(target, right, x.Middle), up, y.Middle);
     const TGLArrayd3 newEye = Sum(newTarget, away, -distance);
     camera.Target()->SetData(newTarget[0], newTarget[1], newTarget[2]);
