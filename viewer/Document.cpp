@@ -53,9 +53,9 @@ TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, st
     };
 }
 
-/// Corners of what draws, some thousand of them at most.
+/// Corners of what draws, some ten thousand of them at most.
 void SampleCorners(TZEPObject& root, std::vector<TGLArrayd3>& corners) {
-    constexpr int MostSamples = 4000;
+    constexpr int MostSamples = 2000;
     const int stride = root.GetItemsCount() / MostSamples + 1;
     for (int i = 0, count = root.GetItemsCount(); i < count; i += stride) {
         TBox box{};

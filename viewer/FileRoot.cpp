@@ -56,7 +56,7 @@ void TFileRoot::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
     if (m_stale) Update();
     TZEPDrawRun::Current().Enter(false);
     const TZEPXFormScope transform(XForm());
-    if (state == dsAllObjects) m_batch.Draw(m_share);
+    if (state == dsTransparent) m_batch.Draw(m_share);
     for (TZEPObject* child : std::as_const(m_separate)) child->Draw(scene, state, kind);
 }
 
