@@ -52,7 +52,7 @@ Each picture is drawn by `scripts/gallery.sh` with the command below it.
 END
 
 section "Tool paths"
-picture bracket iso $parts/bracket.nc "Milling of a bracket with three tools, each in its own colour. Rapid moves are dotted; the grid lies below the deepest cut."
+picture bracket iso $parts/bracket.nc "Milling of a bracket with three tools, each in its own colour. Rapid moves are dotted; the grid lies at the deepest point."
 picture flange iso $parts/flange-inch.nc "A flange in inches: arcs and drilling cycles."
 picture flange-top top $parts/flange-inch.nc "The same from the top."
 picture surface iso $parts/surface.nc "Finishing of a free-form surface in parallel passes."
