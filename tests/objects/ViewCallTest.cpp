@@ -136,6 +136,15 @@ TEST_F(ViewCall, EveryEditIsSeenInTheNextFrame) {
              elsewhere.XForm()->Translate()->SetX(-20);
          },
          [&] { line.SetParentComponent(&Group); }},
+        {"a child while nothing climbs", 2,
+         [&] {
+             Scene.SetManualUpdate(true);
+             Add<TZEPLine>(&line);
+         },
+         [&] {
+             line.Clear();
+             Scene.SetManualUpdate(false);
+         }},
         {"the selection", 5, [&] { line.SetSelected(true); }, [&] { line.SetSelected(false); }},
     };
     ASSERT_EQ(Drawn(), 0U);
