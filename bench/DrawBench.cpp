@@ -39,7 +39,8 @@ public:
 /// Lines as a tool path has them: one object each, all in one colour or in turn in two.
 class LineFrame : public TFrame {
 public:
-    explicit LineFrame(int colors, bool smooth = false) : m_colors(colors), m_smooth(smooth) {}
+    explicit LineFrame(std::size_t colors, bool smooth = false)
+        : m_colors(colors), m_smooth(smooth) {}
 
     void Fill(TZEPObject& root) override {
         for (std::size_t i = 0; i + 1 < m_path.size(); ++i) {

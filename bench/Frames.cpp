@@ -46,7 +46,8 @@ void TFrame::Aim(TZEPCamera& camera) {
 
 void MeasureFrame(benchmark::State& state, TFrame& frame) {
     OffscreenContext context(Size, Size);
-    for (const GLenum option : {GL_DEPTH_TEST, GL_CULL_FACE, GL_LIGHTING}) glEnable(option);
+    for (const int option : {GL_DEPTH_TEST, GL_CULL_FACE, GL_LIGHTING})
+        glEnable(static_cast<GLenum>(option));
     TZEPScene scene;
     TZEPCamera camera(&scene);
     scene.BeginUpdate();
