@@ -231,8 +231,9 @@ protected:
     /// Draws itself also below the top level when the scene draws quickly.
     [[nodiscard]] virtual bool DrawsInQuickDraw() const { return false; }
     /// All that it draws, it draws in the opaque or the transparent pass and within `GetSize` in
-    /// its own frame, apart from widths up to `WidestCulled`. Such an object is passed over where
-    /// that box is out of view. What changes the answer or the box calls `Invalidate`.
+    /// its own frame, apart from widths up to `WidestCulled`. Where that box is out of view, such
+    /// an object is passed over, unless it has children or is selected. What changes the answer or
+    /// the box calls `Invalidate`.
     [[nodiscard]] virtual bool StaysInSize() const { return false; }
     /// Its drawing leaves OpenGL's state as the material and line attributes set it, so that a
     /// neighbour with the same ones need not set them again (appearance/DrawRun.h).
