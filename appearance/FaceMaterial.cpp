@@ -64,6 +64,10 @@ bool TZEPFaceMaterial::SameAs(const TZEPFaceMaterial& other) const {
     return m_rgba == other.m_rgba && m_shininess == other.m_shininess;
 }
 
+bool TZEPFaceMaterial::HasValuesOf(const TZEPFaceMaterial& other) const {
+    return m_colors == other.m_colors && m_transparency == other.m_transparency && SameAs(other);
+}
+
 void TZEPFaceMaterial::Assign(const TPersistent* source) {
     const auto* material = dynamic_cast<const TZEPFaceMaterial*>(source);
     if (!material) return TPersistent::Assign(source);

@@ -68,6 +68,9 @@ public:
     /// Whether both hand the same values to OpenGL, the side apart.
     [[nodiscard]] bool SameAs(const TZEPFaceMaterial& other) const;
 
+    /// Colours, also as the host names them, shininess and transparency are the same.
+    [[nodiscard]] bool HasValuesOf(const TZEPFaceMaterial& other) const;
+
     /// Copies colours, shininess and transparency of another face material, silently; the side and
     /// the change event stay. Other classes raise `Exception`.
     void Assign(const TPersistent* source) override;

@@ -19,6 +19,11 @@ bool TZEPMaterial::SameAs(const TZEPMaterial& other) const {
            (m_frontFace.SameAs(other.m_frontFace) && m_backFace.SameAs(other.m_backFace));
 }
 
+bool TZEPMaterial::HasValuesOf(const TZEPMaterial& other) const {
+    return m_transparency == other.m_transparency && m_frontFace.HasValuesOf(other.m_frontFace) &&
+           m_backFace.HasValuesOf(other.m_backFace) && m_texture.HasValuesOf(other.m_texture);
+}
+
 void TZEPMaterial::ApplayMaterial(GLenum face) {
     if (face != GL_BACK) m_frontFace.ApplayMaterial();
     if (face != GL_FRONT) m_backFace.ApplayMaterial();

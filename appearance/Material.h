@@ -39,6 +39,9 @@ public:
     /// where one has a texture, since a texture is loaded at each application.
     [[nodiscard]] bool SameAs(const TZEPMaterial& other) const;
 
+    /// All values are the same, and neither has a picture.
+    [[nodiscard]] bool HasValuesOf(const TZEPMaterial& other) const;
+
     /// Hands the material to OpenGL.
     /// \param face  `GL_FRONT`, `GL_BACK` or `GL_FRONT_AND_BACK`: the sides that are set
     virtual void ApplayMaterial(GLenum face);

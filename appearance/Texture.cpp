@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <tuple>
 
 namespace ZEP {
 
@@ -128,6 +129,15 @@ void TZEPTexture::CancelMaterial() const {
     glMatrixMode(GL_TEXTURE);
     glLoadIdentity();
     glMatrixMode(GL_MODELVIEW);
+}
+
+bool TZEPTexture::HasValuesOf(const TZEPTexture& other) const {
+    const auto values = [](const TZEPTexture& t) {
+        return std::tie(t.m_environment, t.m_minFilter, t.m_magFilter, t.m_wrapS, t.m_wrapT,
+                        t.m_border, t.m_angle, t.m_tilingS, t.m_tilingT, t.m_offsetS, t.m_offsetT,
+                        t.m_borderColor);
+    };
+    return Empty() && other.Empty() && values(*this) == values(other);
 }
 
 void TZEPTexture::Assign(const TPersistent* source) {

@@ -104,6 +104,9 @@ public:
     /// Whether the last application built mipmaps.
     [[nodiscard]] bool Mipmapped() const { return m_mipmapped; }
 
+    /// All settings are the same, and neither has a picture.
+    [[nodiscard]] bool HasValuesOf(const TZEPTexture& other) const;
+
     /// Makes the picture OpenGL's current texture and switches texturing on; nothing when empty.
     virtual void ApplayMaterial();
     /// Switches texturing off again; nothing when empty.

@@ -1,6 +1,6 @@
 #include "converters/RS274D.h"
 
-#include "converters/MappedFile.h"
+#include "framework/MappedFile.h"
 #include "converters/RS274DObjects.h"
 #include "converters/RS274DProgram.h"
 #include "framework/Exception.h"

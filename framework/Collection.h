@@ -45,6 +45,10 @@ public:
     virtual void Delete(int index) = 0;
     virtual void Clear() = 0;
 
+    /// Between the two, a collection that tells of its changes gathers them. Brackets nest.
+    virtual void BeginUpdate() {}
+    virtual void EndUpdate() {}
+
 protected:
     /// Raises `Exception` outside 0 .. Count() - 1.
     void CheckIndex(int index) const;

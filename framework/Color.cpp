@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <QPalette>
 
+#include <algorithm>
+
 namespace ZEP {
 
 namespace {
@@ -35,6 +37,52 @@ constexpr std::array SystemRoles{QPalette::Mid,
                                  QPalette::ToolTipText,
                                  QPalette::ToolTipBase};
 
+struct TNamedColor {
+    std::string_view Name;
+    TColor Color;
+};
+constexpr TNamedColor NamedColors[] = {{"clBlack", clBlack},
+                                       {"clMaroon", clMaroon},
+                                       {"clGreen", clGreen},
+                                       {"clOlive", clOlive},
+                                       {"clNavy", clNavy},
+                                       {"clPurple", clPurple},
+                                       {"clTeal", clTeal},
+                                       {"clGray", clGray},
+                                       {"clSilver", clSilver},
+                                       {"clRed", clRed},
+                                       {"clLime", clLime},
+                                       {"clYellow", clYellow},
+                                       {"clBlue", clBlue},
+                                       {"clFuchsia", clFuchsia},
+                                       {"clAqua", clAqua},
+                                       {"clWhite", clWhite},
+                                       {"clScrollBar", clScrollBar},
+                                       {"clBackground", clBackground},
+                                       {"clActiveCaption", clActiveCaption},
+                                       {"clInactiveCaption", clInactiveCaption},
+                                       {"clMenu", clMenu},
+                                       {"clWindow", clWindow},
+                                       {"clWindowFrame", clWindowFrame},
+                                       {"clMenuText", clMenuText},
+                                       {"clWindowText", clWindowText},
+                                       {"clCaptionText", clCaptionText},
+                                       {"clActiveBorder", clActiveBorder},
+                                       {"clInactiveBorder", clInactiveBorder},
+                                       {"clAppWorkSpace", clAppWorkSpace},
+                                       {"clHighlight", clHighlight},
+                                       {"clHighlightText", clHighlightText},
+                                       {"clBtnFace", clBtnFace},
+                                       {"clBtnShadow", clBtnShadow},
+                                       {"clGrayText", clGrayText},
+                                       {"clBtnText", clBtnText},
+                                       {"clInactiveCaptionText", clInactiveCaptionText},
+                                       {"clBtnHighlight", clBtnHighlight},
+                                       {"cl3DDkShadow", cl3DDkShadow},
+                                       {"cl3DLight", cl3DLight},
+                                       {"clInfoText", clInfoText},
+                                       {"clInfoBk", clInfoBk}};
+
 std::uint32_t SystemColor(std::uint32_t number) {
     const bool hasPalette = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
     if (!hasPalette || number >= SystemRoles.size()) return clGray.Value;
@@ -64,6 +112,16 @@ QColor ToQColor(TColor color) {
 
 TColor FromQColor(const QColor& color) {
     return static_cast<std::uint32_t>(color.red() | (color.green() << 8) | (color.blue() << 16));
+}
+
+std::optional<TColor> ColorByName(std::string_view name) {
+    const auto is = [name](const TNamedColor& color) {
+        return QLatin1StringView(color.Name)
+                   .compare(QLatin1StringView(name), Qt::CaseInsensitive) == 0;
+    };
+    const auto* found = std::ranges::find_if(NamedColors, is);
+    if (found == std::end(NamedColors)) return {};
+    return found->Color;
 }
 
 } // namespace ZEP

@@ -5,6 +5,8 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <string_view>
 
 namespace ZEP {
 
@@ -77,6 +79,9 @@ using TGLColor = std::array<float, 4>;
 
 [[nodiscard]] QColor ToQColor(TColor color);
 [[nodiscard]] TColor FromQColor(const QColor& color);
+
+/// The colour of a constant's name ("clRed", "clBtnFace"), compared without case.
+[[nodiscard]] std::optional<TColor> ColorByName(std::string_view name);
 
 } // namespace ZEP
 

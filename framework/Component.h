@@ -11,6 +11,8 @@
 namespace ZEP {
 
 class TFiler;
+class TReader;
+class TWriter;
 
 enum TOperation { opInsert, opRemove };
 
@@ -70,6 +72,10 @@ public:
     [[nodiscard]] virtual bool HasParent() const { return false; }
     [[nodiscard]] virtual TComponent* GetParentComponent() const { return nullptr; }
     virtual void SetParentComponent(TComponent* parent);
+    /// Reads the properties and the children of this component. A descendant first sets what must
+    /// hold where the stream says nothing, and then calls the inherited operation.
+    virtual void ReadState(TReader& reader);
+    virtual void WriteState(TWriter& writer);
     /// @}
 
 protected:

@@ -37,8 +37,8 @@ public:
 
     /// Between the two, changes are gathered; the last `EndUpdate` invalidates once if there were
     /// any. Brackets nest.
-    void BeginUpdate() { ++m_updateLevel; }
-    void EndUpdate();
+    void BeginUpdate() override { ++m_updateLevel; }
+    void EndUpdate() override;
 
 private:
     std::vector<TZEPCollectionUser*> m_users;

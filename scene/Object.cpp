@@ -4,6 +4,7 @@
 #include "appearance/Material.h"
 #include "appearance/SharedMaterials.h"
 #include "framework/Exception.h"
+#include "framework/LookOnly.h"
 #include "framework/Message.h"
 #include "framework/Property.h"
 #include "framework/Registry.h"
@@ -26,6 +27,15 @@ struct Census {
                     QStringLiteral("Warning"), TMessageIcon::Hand);
     }
 } Objects;
+
+// A group of objects in a stream; no menu offers it.
+const TRegisterClass<TZEPObject> Registered("");
+
+/// What objects have until they are asked for their own.
+TZEPVertex3* InitialVector() {
+    static TZEPVertex3 vector;
+    return &vector;
+}
 
 } // namespace
 
@@ -254,6 +264,8 @@ void TZEPObject::SetColor(TColor color) {
 
 TZEPMaterial* TZEPObject::Material() {
     if (m_material) return m_material.get();
+    if (TLookOnly::IsActive())
+        return &SharedMaterial(m_hasOwnColor ? &m_color : nullptr, m_lineTransparency);
     ++m_updateLevel; // coming into being is no change
     m_material = std::make_unique<TZEPMaterial>(Notify<&TZEPObject::Invalidate>(this));
     if (m_hasOwnColor) {
@@ -300,12 +312,14 @@ void TZEPObject::SetShadows(int index, bool value) {
 }
 
 TZEPVertex3* TZEPObject::FirstVector() {
+    if (!m_firstVector && TLookOnly::IsActive()) return InitialVector();
     if (!m_firstVector)
         m_firstVector = std::make_unique<TZEPVertex3>(Notify<&TZEPObject::Invalidate>(this));
     return m_firstVector.get();
 }
 
 TZEPVertex3* TZEPObject::SecondVector() {
+    if (!m_secondVector && TLookOnly::IsActive()) return InitialVector();
     if (!m_secondVector)
         m_secondVector = std::make_unique<TZEPVertex3>(Notify<&TZEPObject::Invalidate>(this));
     return m_secondVector.get();

@@ -14,6 +14,7 @@
 
 namespace ZEP {
 
+enum class TStreamForm;
 class TZEPMaterial;
 class TZEPObject;
 class TZEPScene;
@@ -103,6 +104,30 @@ public:
     virtual void Clear();
     /// A tick of the animation: time in seconds. Passed to the children.
     virtual void Action(double time);
+    /// @}
+
+    /// \name Storage of this object and its subtree
+    /// @{
+    virtual void SaveToWriter(TWriter& writer);
+    /// Replaces children and stored properties; name, parent, scene and listeners stay. Invalidates
+    /// once. Properties and classes that are not known and values that do not fit are passed over.
+    /// Where the structure is broken it raises `TStreamError`; the object then stays as it was but
+    /// for an open update bracket, which `EndUpdate(true)` closes.
+    virtual void LoadFromReader(TReader& reader);
+    /// The binary form. An old file of that name stands until the new one is whole. Raises
+    /// `Exception` naming the file.
+    virtual void SaveToFile(const QString& fileName);
+    /// Raises `Exception` naming the file; where that cannot be read, nothing has changed.
+    virtual void LoadFromFile(const QString& fileName);
+    /// The same in text form.
+    virtual void SaveToTextFile(const QString& fileName);
+    virtual void LoadFromTextFile(const QString& fileName);
+    /// Passes a fault of a stream over. \param message what is wrong, with its place
+    virtual void OnReadError(TReader& reader, const QString& message, bool& handled);
+    /// Before reading, the vectors of the transform and the tiling of the material's texture become
+    /// zero, which a stream does not hold.
+    void ReadState(TReader& reader) override;
+    void WriteState(TWriter& writer) override;
     /// @}
 
     /// \name Notification
@@ -277,6 +302,10 @@ private:
     void EnterScene(TZEPSceneContext* scene);
     void ReportListeners() const;
     [[nodiscard]] int TransformCounter() const;
+    void SaveAs(const QString& fileName, TStreamForm form);
+    void LoadAs(const QString& fileName, TStreamForm form);
+    void DropInitialTransform();
+    void DropInitialMaterial();
 
     // Ordered to leave no gaps: this is what each of a million objects pays.
     QString m_ident;

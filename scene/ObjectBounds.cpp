@@ -1,4 +1,5 @@
 #include "framework/Exception.h"
+#include "framework/LookOnly.h"
 #include "scene/Object.h"
 #include "scene/Vertex3.h"
 #include "scene/XForm.h"
@@ -15,10 +16,18 @@ void Spread(const TGLArrayd3& point, double& x, double& y, double& z) {
     z = point[2];
 }
 
+/// What objects have until they are asked for their own.
+TZEPXForm* InitialTransform() {
+    static TZEPXForm transform({}, nullptr);
+    transform.Scale()->SetDataQuietly({1, 1, 1});
+    return &transform;
+}
+
 } // namespace
 
 TZEPXForm* TZEPObject::XForm() {
     if (m_xform) return m_xform.get();
+    if (TLookOnly::IsActive()) return InitialTransform();
     ++m_updateLevel; // coming into being is no change
     m_xform = std::make_unique<TZEPXForm>(Notify<&TZEPObject::Invalidate>(this), this);
     m_xform->Scale()->SetData(1, 1, 1);

@@ -91,6 +91,13 @@ void TZEPXForm::PrepareMatrix() {
     m_active = !IsIdentityd(m_composed);
 }
 
+bool TZEPXForm::HasValuesOf(const TZEPXForm& other) const {
+    return m_translate.Data() == other.m_translate.Data() &&
+           m_center.Data() == other.m_center.Data() && m_scale.Data() == other.m_scale.Data() &&
+           m_rotate.Data() == other.m_rotate.Data() && m_base == other.m_base &&
+           m_extra == other.m_extra && m_rotateAroundCenter == other.m_rotateAroundCenter;
+}
+
 void TZEPXForm::Assign(const TPersistent* source) {
     const auto* other = dynamic_cast<const TZEPXForm*>(source);
     if (!other) return TPersistent::Assign(source);

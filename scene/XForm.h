@@ -72,6 +72,8 @@ public:
     void Invalidate(TObject* sender);
     void PrepareMatrix();
 
+    /// All vectors, the flag and the matrices are the same.
+    [[nodiscard]] bool HasValuesOf(const TZEPXForm& other) const;
     /// Copies all values and matrices of another transform, with one notification.
     void Assign(const TPersistent* source) override;
     /// Defines the binary property `Matrix`, the extra matrix where it is not the identity.

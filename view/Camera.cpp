@@ -61,6 +61,12 @@ void TZEPCamera::Notification(TComponent* component, TOperation operation) {
     TZEPObject::Notification(component, operation);
 }
 
+void TZEPCamera::ReadState(TReader& reader) {
+    m_focalLength = m_nearClipPlane = m_farClipPlane = 0;
+    m_up.SetDataQuietly(zero3d);
+    TZEPObject::ReadState(reader);
+}
+
 void TZEPCamera::SetFocalLength(double millimetres) {
     if (!Change(m_focalLength, millimetres)) return;
     m_fovy = 2 * std::atan(36 / (2 * m_focalLength)) * 180 / pi;

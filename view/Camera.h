@@ -84,6 +84,10 @@ public:
     void Invalidate(TObject* sender) override;
     /// @}
 
+    /// A stream does not hold zeros, so that before reading the lens, the planes and the up vector
+    /// are zero.
+    void ReadState(TReader& reader) override;
+
     /// Loads the projection and model-view matrices of one frame. A size of 0 counts as 1, an
     /// index outside of the current jitter table as none.
     void Apply(int width, int height, int jitter) override;

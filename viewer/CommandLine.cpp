@@ -1,6 +1,7 @@
 #include "viewer/CommandLine.h"
 
 #include "framework/Exception.h"
+#include "viewer/SceneFile.h"
 
 #include <QCommandLineParser>
 
@@ -32,13 +33,18 @@ struct TOptions {
         QStringLiteral("view"),
         QStringLiteral("With --picture: look from iso, top, front or right (iso)."),
         QStringLiteral("DIRECTION")};
+    QCommandLineOption Save{
+        QStringLiteral("save"),
+        QStringLiteral("Write what is in the files to OUT as a scene, in binary (.zep) or in text "
+                       "(.zept); needs no display."),
+        QStringLiteral("OUT")};
     QCommandLineOption Plain{
         QStringLiteral("plain"),
         QStringLiteral("Read programs by the bare rules of RS-274D, without what machines do "
                        "beyond them (pauses, work offsets, canned cycles, long arcs).")};
 
     [[nodiscard]] QList<QCommandLineOption> All() const {
-        return {Help, Version, Info, Json, Picture, Size, View, Plain};
+        return {Help, Version, Info, Json, Picture, Size, View, Save, Plain};
     }
 };
 
@@ -46,7 +52,8 @@ void Describe(QCommandLineParser& parser, const TOptions& options) {
     parser.setApplicationDescription(QStringLiteral("Shows tool paths in an interactive 3D view."));
     parser.addOptions(options.All());
     parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 QStringLiteral("Files to open (.nc .ngc .tap .gcode .cnc)."),
+                                 QStringLiteral("Files to open (.nc .ngc .tap .gcode .cnc "
+                                                ".zep .zept)."),
                                  QStringLiteral("[FILE...]"));
 }
 
@@ -88,8 +95,14 @@ void CheckCompany(const QCommandLineParser& parser, const TOptions& options) {
     needs(options.Json, options.Info);
     needs(options.Size, options.Picture);
     needs(options.View, options.Picture);
-    if (parser.isSet(options.Info) && parser.isSet(options.Picture))
-        throw Exception(QStringLiteral("--info and --picture do not go together."));
+    const auto excludes = [&](const QCommandLineOption& option, const QCommandLineOption& other) {
+        if (parser.isSet(option) && parser.isSet(other))
+            throw Exception(QStringLiteral("--%1 and --%2 do not go together.")
+                                .arg(option.names().constLast(), other.names().constLast()));
+    };
+    excludes(options.Info, options.Picture);
+    excludes(options.Info, options.Save);
+    excludes(options.Picture, options.Save);
 }
 
 TCommandLine::TTask TaskOf(const QCommandLineParser& parser, const TOptions& options) {
@@ -97,7 +110,25 @@ TCommandLine::TTask TaskOf(const QCommandLineParser& parser, const TOptions& opt
     if (parser.isSet(options.Help)) return Help;
     if (parser.isSet(options.Version)) return Version;
     if (parser.isSet(options.Info)) return Info;
+    if (parser.isSet(options.Save)) return Save;
     return parser.isSet(options.Picture) ? Picture : Window;
+}
+
+void CheckFiles(const TCommandLine& line) {
+    using enum TCommandLine::TTask;
+    if (line.Task == Save && line.Files.isEmpty())
+        throw Exception(QStringLiteral("--save takes one or more files, but found none."));
+    if (line.Task == Save && !IsSceneName(line.SceneFile))
+        throw Exception(QStringLiteral("--save takes a name that ends in .zep or .zept, but found "
+                                       "\"%1\".")
+                            .arg(line.SceneFile));
+    if ((line.Task == Info || line.Task == Picture) && line.Files.size() != 1)
+        throw Exception(
+            QStringLiteral("--%1 takes exactly one file, but found %2.")
+                .arg(line.Task == Info ? QStringLiteral("info") : QStringLiteral("picture"))
+                .arg(line.Files.size()));
+    if (line.Task == Picture && line.PictureFile.isEmpty())
+        throw Exception(QStringLiteral("--picture takes the name of the picture to write."));
 }
 
 } // namespace
@@ -119,13 +150,8 @@ TCommandLine ParseCommandLine(const QStringList& arguments) {
     line.PictureFile = parser.value(options.Picture);
     if (parser.isSet(options.Size)) line.PictureSize = ParseSize(parser.value(options.Size));
     if (parser.isSet(options.View)) line.Direction = ParseDirection(parser.value(options.View));
-    if (line.Task != Window && line.Files.size() != 1)
-        throw Exception(
-            QStringLiteral("--%1 takes exactly one file, but found %2.")
-                .arg(line.Task == Info ? QStringLiteral("info") : QStringLiteral("picture"))
-                .arg(line.Files.size()));
-    if (line.Task == Picture && line.PictureFile.isEmpty())
-        throw Exception(QStringLiteral("--picture takes the name of the picture to write."));
+    line.SceneFile = parser.value(options.Save);
+    CheckFiles(line);
     return line;
 }
 

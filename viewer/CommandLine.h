@@ -12,7 +12,7 @@ namespace ZEP {
 ///
 /// Defaults: a window, 1280 by 960 pixels for a picture, seen from the `Iso` direction.
 struct TCommandLine {
-    enum class TTask { Window, Info, Picture, Version, Help };
+    enum class TTask { Window, Info, Picture, Save, Version, Help };
 
     TTask Task = TTask::Window;
     QStringList Files;
@@ -20,6 +20,7 @@ struct TCommandLine {
     /// Programs are read by the bare rules of the format, without what machines do beyond them.
     bool Plain = false;
     QString PictureFile;
+    QString SceneFile;            ///< to be written; ends in ".zep" or ".zept"
     QSize PictureSize{1280, 960}; ///< device pixels, 1 to 16384 each
     TDirection Direction = TDirection::Iso;
 };

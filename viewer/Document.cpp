@@ -1,5 +1,9 @@
 #include "viewer/Document.h"
 
+#include "objects/Arc.h"
+#include "objects/Line.h"
+#include "objects/Point.h"
+#include "objects/Polyline.h"
 #include "scene/Scene.h"
 #include "viewer/FileRoot.h"
 #include "viewer/Framing.h"
@@ -67,6 +71,20 @@ void SampleCorners(TZEPObject& root, std::vector<TGLArrayd3>& corners) {
     }
 }
 
+/// All children are what a batch draws as they do themselves.
+bool IsPath(TZEPObject& root) {
+    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
+        TZEPObject& object = *root.GetItem(i);
+        const bool isArc = qobject_cast<TZEPArc*>(&object);
+        const bool isPath = isArc || qobject_cast<TZEPLine*>(&object) ||
+                            qobject_cast<TZEPPolyline*>(&object) ||
+                            qobject_cast<TZEPPoint*>(&object);
+        if (!isPath || !object.Visible() || object.GetItemsCount() > 0) return false;
+        if (!isArc && object.GetMatrix() != idd) return false;
+    }
+    return true;
+}
+
 /// Files that are read but not yet shown.
 class TLoading {
 public:
@@ -89,16 +107,18 @@ public:
             cancelled = cancelled || !progress(done, total);
             return !cancelled;
         };
-        file.Messages = ReadProgram(*file.Root, name, plain, watched);
+        file.Messages = ReadFile(*file.Root, name, file.Format, plain, watched);
         file.Seconds = static_cast<double>(timer.nsecsElapsed()) * 1e-9;
         return !cancelled;
     }
 
     void Prepare() {
         for (TOpenedFile& file : Files) {
-            ApplyLook(*file.Root, PixelRatio());
+            const bool isProgram = file.Format == TFileFormat::RS274D;
+            if (isProgram) ApplyLook(*file.Root, PixelRatio());
             file.Bounds = BoundsOf(*file.Root);
-            if (file.Bounds) file.Root->Prepare(DiagonalOf(*file.Bounds));
+            if (file.Bounds && (isProgram || IsPath(*file.Root)))
+                file.Root->Prepare(DiagonalOf(*file.Bounds));
         }
     }
 
@@ -182,6 +202,7 @@ void ForEachObject(TZEPObject& root, const TObjectVisitor& visit) {
 std::optional<TBox> BoundsOf(TZEPObject& root) {
     std::optional<TBox> bounds;
     ForEachObject(root, [&](const TZEPObject& object) {
+        if (!qobject_cast<const TZEPColoredObject*>(&object)) return;
         TBox box{};
         object.GetAbsoluteSize(box.Min, box.Max);
         Widen(bounds, box);

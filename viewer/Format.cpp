@@ -1,6 +1,7 @@
 #include "viewer/Format.h"
 
 #include "framework/Exception.h"
+#include "framework/stream/StreamFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -40,7 +41,13 @@ QStringList ProgramPatterns() {
     return patterns;
 }
 
+QStringList ScenePatterns() {
+    return {QStringLiteral("*.zep"), QStringLiteral("*.zept")};
+}
+
 TFileFormat FormatOf(const QString& fileName, QByteArrayView head) {
+    if (StreamFormOf({head.data(), static_cast<std::size_t>(head.size())}))
+        return TFileFormat::Scene;
     const QString suffix = QFileInfo(fileName).suffix().toLower();
     if (ProgramSuffixes().contains(suffix) || LooksLikeProgram(head)) return TFileFormat::RS274D;
     return TFileFormat::Unknown;
@@ -55,13 +62,21 @@ TFileFormat FormatOf(const QString& fileName) {
     const TFileFormat format = FormatOf(fileName, file.read(HeadSize));
     if (format == TFileFormat::Unknown)
         throw Exception(QStringLiteral("%1 is of no format that can be opened: expected a program "
-                                       "(%2).")
-                            .arg(fileName, ProgramPatterns().join(QLatin1Char(' '))));
+                                       "(%2) or a scene (%3).")
+                            .arg(fileName, ProgramPatterns().join(QLatin1Char(' ')),
+                                 ScenePatterns().join(QLatin1Char(' '))));
     return format;
 }
 
 QString FormatName(TFileFormat format) {
-    return format == TFileFormat::RS274D ? QStringLiteral("RS-274D") : QStringLiteral("unknown");
+    switch (format) {
+    case TFileFormat::RS274D:
+        return QStringLiteral("RS-274D");
+    case TFileFormat::Scene:
+        return QStringLiteral("component stream");
+    default:
+        return QStringLiteral("unknown");
+    }
 }
 
 } // namespace ZEP

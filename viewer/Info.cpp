@@ -56,10 +56,10 @@ QJsonObject MessagesToJson(const std::vector<TPassedOver>& messages) {
 QString MessagesToText(const std::vector<TPassedOver>& messages) {
     QString text;
     for (const TPassedOver& message : messages)
-        text += QStringLiteral("  %1: %2, first in line %3\n")
-                    .arg(message.Kind)
-                    .arg(message.Count)
-                    .arg(message.FirstLine);
+        text +=
+            QStringLiteral("  %1: %2").arg(message.Kind).arg(message.Count) +
+            (message.FirstLine > 0 ? QStringLiteral(", first in line %1\n").arg(message.FirstLine)
+                                   : QStringLiteral("\n"));
     return text;
 }
 

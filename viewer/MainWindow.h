@@ -42,6 +42,7 @@ private:
     void AddHelpMenu();
     void AskForFiles();
     void Reload();
+    void SaveSceneAs();
     void SavePicture();
     void ListRecentFiles();
     void LookFrom(TDirection direction);

@@ -5,6 +5,7 @@
 #include "viewer/MainWindow.h"
 #include "viewer/Picture.h"
 #include "viewer/RecentFiles.h"
+#include "viewer/SceneFile.h"
 
 #include <QFileDialog>
 #include <QMenuBar>
@@ -46,6 +47,10 @@ void TMainWindow::AddFileMenu() {
                               &TMainWindow::Reload),
               QStringLiteral("Read the files again; the view stays"));
     menu->addSeparator();
+    Explained(menu->addAction(QStringLiteral("Save &as..."),
+                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), this,
+                              &TMainWindow::SaveSceneAs),
+              QStringLiteral("Write what is in the files as a scene"));
     Explained(menu->addAction(QStringLiteral("&Save picture..."), QKeySequence::Save, this,
                               &TMainWindow::SavePicture),
               QStringLiteral("Write what is seen as a PNG"));
@@ -89,8 +94,9 @@ void TMainWindow::AddHelpMenu() {
 }
 
 void TMainWindow::AskForFiles() {
-    const QString filter = QStringLiteral("Programs (%1);;All files (*)")
-                               .arg(ProgramPatterns().join(QLatin1Char(' ')));
+    const QString filter =
+        QStringLiteral("Programs and scenes (%1 %2);;All files (*)")
+            .arg(ProgramPatterns().join(QLatin1Char(' ')), ScenePatterns().join(QLatin1Char(' ')));
     OpenFiles(QFileDialog::getOpenFileNames(this, QStringLiteral("Open"), RecentFolder(), filter));
 }
 
@@ -99,6 +105,24 @@ void TMainWindow::Reload() {
     for (const TOpenedFile& file : m_document.Files()) files << file.Name;
     m_keepView = true;
     OpenFiles(files);
+}
+
+void TMainWindow::SaveSceneAs() {
+    if (m_document.Files().empty()) return;
+    QString name =
+        QFileDialog::getSaveFileName(this, QStringLiteral("Save as"), RecentFolder(),
+                                     QStringLiteral("Scenes (*.zep);;Scenes as text (*.zept)"));
+    if (name.isEmpty()) return;
+    if (!IsSceneName(name)) name += QStringLiteral(".zep");
+    QStringList files;
+    for (const TOpenedFile& file : m_document.Files()) files << file.Name;
+    try {
+        SaveScene(files, m_plain, name);
+        RememberFiles({name});
+        statusBar()->showMessage(QStringLiteral("Saved as %1.").arg(name));
+    } catch (const Exception& error) {
+        QMessageBox::critical(this, QStringLiteral("Cannot save"), error.Message());
+    }
 }
 
 void TMainWindow::SavePicture() {
@@ -144,6 +168,7 @@ void TMainWindow::ShowHelp() {
                        "<tr><td>Ctrl+O</td><td>open</td></tr>"
                        "<tr><td>F5</td><td>read again</td></tr>"
                        "<tr><td>Esc</td><td>stop loading</td></tr>"
+                       "<tr><td>Ctrl+Shift+S</td><td>save as a scene</td></tr>"
                        "<tr><td>Ctrl+S</td><td>save a picture</td></tr>"
                        "<tr><td>Ctrl+I</td><td>information</td></tr>"
                        "<tr><td>Ctrl+Q</td><td>quit</td></tr></table>"));

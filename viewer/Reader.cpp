@@ -3,8 +3,11 @@
 #include "converters/RS274D.h"
 #include "framework/Exception.h"
 #include "scene/Object.h"
+#include "viewer/SceneFile.h"
 
 namespace ZEP {
+
+namespace {
 
 std::vector<TPassedOver> ReadProgram(TZEPObject& root, const QString& fileName, bool plain,
                                      const TLoadProgress& progress) {
@@ -22,6 +25,14 @@ std::vector<TPassedOver> ReadProgram(TZEPObject& root, const QString& fileName, 
     for (const auto& entry : converter.Report().Entries())
         passedOver.push_back({entry.Kind, entry.Count, entry.FirstLine});
     return passedOver;
+}
+
+} // namespace
+
+std::vector<TPassedOver> ReadFile(TZEPObject& root, const QString& fileName, TFileFormat format,
+                                  bool plain, const TLoadProgress& progress) {
+    if (format == TFileFormat::Scene) return ReadScene(root, fileName);
+    return ReadProgram(root, fileName, plain, progress);
 }
 
 } // namespace ZEP

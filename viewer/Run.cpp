@@ -7,6 +7,7 @@
 #include "viewer/Info.h"
 #include "viewer/MainWindow.h"
 #include "viewer/Picture.h"
+#include "viewer/SceneFile.h"
 
 #include <QApplication>
 #include <QFile>
@@ -86,7 +87,9 @@ int RunWithDisplay(int& argc, char** argv, const TCommandLine& line) {
 
 int RunWithoutDisplay(int& argc, char** argv, const TCommandLine& line) {
     const QCoreApplication application(argc, argv);
-    return PrintInfo(line);
+    if (line.Task == TCommandLine::TTask::Info) return PrintInfo(line);
+    SaveScene(line.Files, line.Plain, line.SceneFile);
+    return Done;
 }
 
 int RunTask(int& argc, char** argv, const TCommandLine& line) {
@@ -96,6 +99,7 @@ int RunTask(int& argc, char** argv, const TCommandLine& line) {
     case TCommandLine::TTask::Version:
         return PrintVersion();
     case TCommandLine::TTask::Info:
+    case TCommandLine::TTask::Save:
         return RunWithoutDisplay(argc, argv, line);
     default:
         return RunWithDisplay(argc, argv, line);

@@ -1,4 +1,4 @@
-#include "converters/MappedFile.h"
+#include "framework/MappedFile.h"
 #include "converters/RS274D.h"
 #include "objects/Line.h"
 #include "scene/Scene.h"

@@ -29,6 +29,7 @@ constexpr TArrow Arrows[] = {
     {"view", "framework/|scene/|appearance/|view/"},
     {"converters", "framework/|scene/|appearance/|objects/|converters/"},
     {"viewer", "framework/|scene/|appearance/|objects/|view/|converters/|viewer/"},
+    {"tools", "framework/"},
     {"designer", "framework/|scene/|appearance/|objects/|view/|converters/|designer/"},
     {"examples", "framework/|scene/|appearance/|objects/|view/|converters/|examples/"},
 };

@@ -12,8 +12,8 @@ namespace ZEP {
 class TMappedFile {
 public:
     /// Raises `Exception` for whatever is not a readable file (missing, a directory, a device).
-    /// \param method  what the message begins with: "TRS274DConverter.ReadNC"
-    TMappedFile(const QString& fileName, const QString& method);
+    /// \param method  what the message begins with: "TRS274DConverter.ReadNC"; may be empty
+    TMappedFile(const QString& fileName, const QString& method = {});
 
     [[nodiscard]] std::string_view Text() const { return m_text; }
 

@@ -1,4 +1,4 @@
-#include "converters/MappedFile.h"
+#include "framework/MappedFile.h"
 
 #include "framework/Exception.h"
 
@@ -9,7 +9,8 @@ namespace ZEP {
 namespace {
 
 [[noreturn]] void Refuse(const QString& fileName, const QString& method, const QString& reason) {
-    throw Exception(QStringLiteral("%1: Can't read \"%2\": %3.").arg(method, fileName, reason));
+    const QString message = QStringLiteral("Can't read \"%1\": %2.").arg(fileName, reason);
+    throw Exception(method.isEmpty() ? message : method + QStringLiteral(": ") + message);
 }
 
 } // namespace
