@@ -16,6 +16,9 @@ public:
     /// \param width, height  size of the view in device pixels
     /// \param jitter         index into the current jitter table; -1 for none
     virtual void Apply(int width, int height, int jitter) = 0;
+    /// As `Apply`, narrowed to a region of the current viewport about (x, y), which counts from the
+    /// lower left corner in pixels.
+    virtual void Pick(int width, int height, int x, int y, int pickWidth, int pickHeight) = 0;
     /// The camera as an object of a tree.
     [[nodiscard]] virtual TZEPObject* AsObject() = 0;
 
@@ -47,6 +50,8 @@ public:
     [[nodiscard]] bool Shadows() const { return m_shadows; }
     [[nodiscard]] bool AccumShadows() const { return m_accumShadows; }
     [[nodiscard]] bool Reflections() const { return m_reflections; }
+    /// The present draw in select mode may leave out what is outside of OpenGL's view.
+    [[nodiscard]] bool SelectsNear() const { return m_selectsNear; }
 
     /// The scene as an object: the root of its tree.
     [[nodiscard]] virtual TZEPObject* AsObject() = 0;
@@ -69,6 +74,7 @@ protected:
     bool m_shadows = false;
     bool m_accumShadows = false;
     bool m_reflections = false;
+    bool m_selectsNear = false;
 };
 
 } // namespace ZEP

@@ -70,12 +70,13 @@ void TZEPPanel::DrawContent() {
     QElapsedTimer clock;
     clock.start();
     m_drewDraft = DrawsDraft();
+    m_fullNext = false;
     Render(Width(), Height(), m_drewDraft);
     m_lastRenderMilliseconds = static_cast<double>(clock.nsecsElapsed()) * 1e-6;
 }
 
 bool TZEPPanel::DrawsDraft() const {
-    return m_forceDraft || (m_mouseDowned && m_scene && m_scene->QuickMouse());
+    return m_forceDraft || (!m_fullNext && MouseDowned() && m_scene && m_scene->QuickMouse());
 }
 
 void TZEPPanel::Render(int width, int height, bool draft) {

@@ -16,8 +16,12 @@
 #include "scene/Vertex3.h"
 #include "scene/VertexItems.h"
 #include "scene/XForm.h"
+#include "view/Actor.h"
 #include "view/Camera.h"
 #if __has_include(<QWidget>)
 #include "view/Context.h"
+#include "view/Cursors.h"
 #include "view/Panel.h"
+#include "view/PanelControl.h"
+#include "view/TimeLine.h"
 #endif
