@@ -36,7 +36,7 @@ public:
     }
 
 protected:
-    [[nodiscard]] bool DrawsInsideSize() const override { return true; }
+    [[nodiscard]] bool StaysInSize() const override { return true; }
 };
 
 /// A path that goes to and fro over ten layers, one line each.

@@ -276,6 +276,8 @@ protected:
     [[nodiscard]] bool HasKeptBox() const;
     /// Frees the children without raising anything.
     void FreeChildren();
+    /// `SetSelected(false)` for all descendants that may be selected.
+    void DeselectChildren();
 
     /// The own material where one exists.
     [[nodiscard]] TZEPMaterial* ExistingMaterial() const { return m_material.get(); }
@@ -298,6 +300,7 @@ private:
     void Extend(TZEPBlockBox& box) const;
     void ForgetBox();
     [[nodiscard]] bool IsInView() const;
+    [[nodiscard]] bool Climbs() const;
     void LeaveParent();
     void EnterScene(TZEPSceneContext* scene);
     void ReportListeners() const;

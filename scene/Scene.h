@@ -166,6 +166,7 @@ private:
     int m_shadowLights = 0;
     bool m_animation = false;
     bool m_manualDepthCheck = false;
+    bool m_selectsNear = false; ///< a draw in select mode passes over what is out of view
 };
 
 } // namespace ZEP

@@ -50,8 +50,6 @@ public:
     [[nodiscard]] bool Shadows() const { return m_shadows; }
     [[nodiscard]] bool AccumShadows() const { return m_accumShadows; }
     [[nodiscard]] bool Reflections() const { return m_reflections; }
-    /// The present draw in select mode may leave out what is outside of OpenGL's view.
-    [[nodiscard]] bool SelectsNear() const { return m_selectsNear; }
 
     /// The scene as an object: the root of its tree.
     [[nodiscard]] virtual TZEPObject* AsObject() = 0;
@@ -74,7 +72,6 @@ protected:
     bool m_shadows = false;
     bool m_accumShadows = false;
     bool m_reflections = false;
-    bool m_selectsNear = false;
 };
 
 } // namespace ZEP

@@ -35,11 +35,11 @@ void PushMatrices() {
 }
 
 void LogDistance(const TGLArrayd3& eye, double distance, const TZEPObject& object,
-                 const TZEPBox& box) {
+                 const TGLArrayd3& min, const TGLArrayd3& max) {
     DebugLog(QString::asprintf("Camera: %f %f %f", eye[0], eye[1], eye[2]));
     DebugLog(QString::asprintf("Dist: %f Picked: %s Pos: (%f %f %f) -- (%f %f %f)", distance,
-                               qPrintable(object.Name()), box.Min[0], box.Min[1], box.Min[2],
-                               box.Max[0], box.Max[1], box.Max[2]));
+                               qPrintable(object.Name()), min[0], min[1], min[2], max[0], max[1],
+                               max[2]));
 }
 
 } // namespace
@@ -83,14 +83,15 @@ TZEPSelectHits TZEPScene::FindHits(TZEPSceneCamera& camera, const TZEPPickRegion
 
 double TZEPScene::GetObjectDistance(TZEPSceneCamera* camera, TZEPObject* object) const {
     const TGLArrayd3 eye = camera->AsObject()->GetAbsoluteCenter();
-    TZEPBox box;
-    object->GetAbsoluteSize(box.Min, box.Max);
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    object->GetAbsoluteSize(min, max);
     double distance = std::numeric_limits<double>::infinity();
     for (unsigned corner = 0; corner < 8; ++corner)
-        distance = std::min(distance, std::hypot((corner & 1U ? box.Max : box.Min)[0] - eye[0],
-                                                 (corner & 2U ? box.Max : box.Min)[1] - eye[1],
-                                                 (corner & 4U ? box.Max : box.Min)[2] - eye[2]));
-    if (DebugLogEnabled()) LogDistance(eye, distance, *object, box);
+        distance = std::min(distance, std::hypot((corner & 1U ? max : min)[0] - eye[0],
+                                                 (corner & 2U ? max : min)[1] - eye[1],
+                                                 (corner & 4U ? max : min)[2] - eye[2]));
+    if (DebugLogEnabled()) LogDistance(eye, distance, *object, min, max);
     return distance;
 }
 

@@ -19,9 +19,6 @@ public:
 signals:
     /// A tick of the animation, every 40 ms. \param time  seconds since the system started
     void OnAction(ZEP::TZEPObject* sender, double time);
-
-protected:
-    [[nodiscard]] bool DrawsInsideSize() const override { return true; }
 };
 
 } // namespace ZEP

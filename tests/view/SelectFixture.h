@@ -24,7 +24,7 @@ public:
     bool Inside = true;
 
 protected:
-    [[nodiscard]] bool DrawsInsideSize() const override { return Inside; }
+    [[nodiscard]] bool StaysInSize() const override { return Inside; }
 };
 
 /// A view of 200 by 100 that looks down along z: one unit is ten pixels, the middle is the origin.
