@@ -3,10 +3,10 @@
 #include "framework/Property.h"
 #include "scene/Scene.h"
 #include "view/Camera.h"
+#include "view/RubberBand.h"
 
 #include <QLayout>
 #include <QPlatformSurfaceEvent>
-#include <QRubberBand>
 #include <QWindow>
 
 namespace ZEP {

@@ -14,11 +14,11 @@
 #include <optional>
 
 class QPrinter;
-class QRubberBand;
 
 namespace ZEP {
 
 class TZEPCamera;
+class TZEPRubberBand;
 class TZEPScene;
 
 /// The window that shows a scene through a camera. It is a native child window with an OpenGL
@@ -204,7 +204,7 @@ private:
 
     TZEPContext m_context;
     TZEPPanelControl m_control;
-    std::unique_ptr<QRubberBand> m_band;
+    std::unique_ptr<TZEPRubberBand> m_band;
     std::optional<QCursor> m_ownCursor; ///< while another one is shown
     TZEPCamera* m_camera = nullptr;
     TZEPScene* m_scene = nullptr; ///< the one that this panel is registered with

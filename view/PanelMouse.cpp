@@ -1,10 +1,10 @@
 #include "view/Camera.h"
 #include "view/Cursors.h"
 #include "view/Panel.h"
+#include "view/RubberBand.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
-#include <QRubberBand>
 #include <QWheelEvent>
 
 namespace ZEP {
@@ -114,21 +114,12 @@ void TZEPPanel::ShowCursor(int index) {
     m_ownCursor.reset();
 }
 
-// A child in front of OpenGL's window, of which only the border is there: nothing shines through a
-// native window.
 void TZEPPanel::ShowRubberBand(const QRect& place) {
-    if (!m_band) {
-        m_band = std::make_unique<QRubberBand>(QRubberBand::Rectangle, this);
-        m_band->setAttribute(Qt::WA_NativeWindow);
-    }
+    if (!m_band) m_band = std::make_unique<TZEPRubberBand>(this);
     const qreal ratio = devicePixelRatioF();
-    m_band->setGeometry(
+    m_band->Stretch(
         QRectF(place.x() / ratio, place.y() / ratio, place.width() / ratio, place.height() / ratio)
             .toAlignedRect());
-    m_band->show();
-    m_band->raise();
-    const QRect area = m_band->rect();
-    m_band->setMask(QRegion(area).subtracted(area.adjusted(1, 1, -1, -1)));
 }
 
 void TZEPPanel::HideRubberBand() {

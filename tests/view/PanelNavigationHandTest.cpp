@@ -1,9 +1,9 @@
 #include "objects/Line.h"
 #include "tests/view/FakePanel.h"
 #include "tests/view/PanelFixture.h"
+#include "view/RubberBand.h"
 
 #include <QMouseEvent>
-#include <QRubberBand>
 #include <QWheelEvent>
 
 #include <random>
@@ -111,12 +111,12 @@ TEST_F(Panel, HoweverADragEndsTheMouseIsFree) {
         mouse.Move(40, 40);
         EXPECT_EQ(QWidget::mouseGrabber(), View) << ending.Name;
         EXPECT_FALSE(Scene->Animation()) << ending.Name;
-        EXPECT_TRUE(View->findChild<QRubberBand*>()) << ending.Name;
+        EXPECT_TRUE(View->findChild<TZEPRubberBand*>()) << ending.Name;
         ending.End();
         EXPECT_EQ(QWidget::mouseGrabber(), nullptr) << ending.Name;
         EXPECT_FALSE(View->MouseDowned()) << ending.Name;
         EXPECT_TRUE(Scene->Animation()) << ending.Name;
-        EXPECT_FALSE(View->findChild<QRubberBand*>()) << ending.Name;
+        EXPECT_FALSE(View->findChild<TZEPRubberBand*>()) << ending.Name;
     }
 }
 
@@ -314,8 +314,11 @@ public:
             return m_mouse.Move(x, y);
         }
     }
-    /// A scene with a camera and some objects where there is none.
+    /// Seen again, with a scene, a camera and some objects where there are none.
     void Repair() {
+        m_panel.show();
+        m_panel.SetEnabled(true);
+        if (m_panel.size().isEmpty()) m_panel.resize(160, 120);
         if (!m_scene) m_scene = std::make_unique<TZEPScene>();
         if (m_panel.Camera()) return;
         auto* camera = new TZEPCamera(m_scene.get());
@@ -379,14 +382,14 @@ TEST_F(Panel, TenThousandEventsInAnyOrderLeaveItSound) {
             EXPECT_FALSE(View->MouseDowned()) << i;
         }
     }
-    EXPECT_GT(selections, 100);
+    EXPECT_GT(selections, 100) << "too little happened";
     chaos.Repair();
     View->show();
     View->resize(160, 120);
     chaos.LetGo();
     EXPECT_FALSE(View->MouseDowned());
     EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
-    EXPECT_FALSE(View->findChild<QRubberBand*>());
+    EXPECT_FALSE(View->findChild<TZEPRubberBand*>());
     View->Context()->MakeCurrent();
     GLint mode = 0, projections = 0, views = 0;
     glGetIntegerv(GL_RENDER_MODE, &mode);
