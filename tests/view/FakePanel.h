@@ -58,6 +58,8 @@ public:
         View->Target()->SetData(0, 1, 0.5);
     }
 
+    virtual ~FakePanel() = default;
+
     [[nodiscard]] TZEPCamera* Camera() const override { return View; }
     [[nodiscard]] int Width() const override { return 400; }
     [[nodiscard]] int Height() const override { return 200; }

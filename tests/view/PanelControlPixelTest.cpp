@@ -86,7 +86,7 @@ TEST_F(PanelControlDrawn, ClicksAndRectanglesSelectAsTheKeysSay) {
         std::vector<TZEPLine*> After;
     };
     const std::vector<TZEPLine*> none, l{left}, r{right}, both{left, right};
-    const QPoint onLeft(100, 90), onRight(300, 90), beside(200, 20);
+    const QPoint onLeft(100, 90), beside(200, 20);
     const Case cases[] = {
         {"click", r, onLeft, onLeft, {}, l},
         {"click on empty space", both, beside, beside, {}, none},
