@@ -1,3 +1,4 @@
+#include "scene/GLNames.h"
 #include "view/Camera.h"
 #include "view/Cursors.h"
 #include "view/Panel.h"
@@ -89,6 +90,7 @@ void TZEPPanel::wheelEvent(QWheelEvent* event) {
 
 bool TZEPPanel::MakeCurrent() {
     m_context.MakeCurrent();
+    if (!m_drawing) SetContextIsCurrent(false); // a host may draw elsewhere before the next frame
     return m_context.IsCurrent();
 }
 
