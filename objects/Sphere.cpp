@@ -57,6 +57,7 @@ void TZEPSphere::DrawSpecific(GLenum, bool draft) {
     if (!list) list = SharedList({m_slices, m_stacks, Smooth(), draft});
     list->Draw([&] {
         const TQuadric quadric(draft, Smooth());
+        glNormal3f(0, 0, 1); // GLU's flat normals leave the pole with the one that is current
         gluSphere(quadric.Get(), Radius, m_slices, m_stacks);
     });
 }
