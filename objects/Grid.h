@@ -14,6 +14,7 @@ struct TGridPoint {
     TGLArrayd3 Point{};
     TGLArrayd3 Normal{}; ///< of any length above 0
     double S = 0, T = 0; ///< texture coordinates
+    std::array<float, 4> Color{};
 };
 
 /// How a grid is sent.
@@ -21,11 +22,13 @@ struct TGridStyle {
     bool Draft = false;    ///< the outlines of the cells only
     bool Smooth = false;   ///< each point's own normal; else the normal of each cell
     bool Textured = false; ///< with texture coordinates
+    bool Colored = false;  ///< with colours
 };
 
 inline void SendGridPoint(const TGridPoint& point, const TGridStyle& style) {
     if (style.Smooth) glNormal3dv(point.Normal.data());
     if (style.Textured) glTexCoord2d(point.S, point.T);
+    if (style.Colored) glColor4fv(point.Color.data());
     glVertex3dv(point.Point.data());
 }
 
