@@ -2,6 +2,7 @@
 
 #include "framework/Registry.h"
 
+#include <cmath>
 #include <numbers>
 
 namespace ZEP {
@@ -86,15 +87,26 @@ TGLArrayf3 Edge(const TGLArrayf3& from, const TGLArrayf3& to) {
     return {to[0] - from[0], to[1] - from[1], to[2] - from[2]};
 }
 
+/// The corners of a face lie on a circle in the picture.
+void SendTextureCorner(std::size_t corner, std::size_t corners) {
+    const double angle =
+        2 * std::numbers::pi * static_cast<double>(corner) / static_cast<double>(corners);
+    glTexCoord2d(0.5 + std::sin(angle) / 2, 0.5 + std::cos(angle) / 2);
+}
+
 template <std::size_t Count, std::size_t FaceCount, std::size_t Size>
-void SendFaces(const TPoints<Count>& points, const TFaces<FaceCount, Size>& faces, GLenum mode) {
+void SendFaces(const TPoints<Count>& points, const TFaces<FaceCount, Size>& faces, GLenum mode,
+               bool textured) {
     for (const auto& face : faces) {
         const TGLArrayf3& second = points[face[1]];
         TGLArrayf3 normal;
         CrossProdf(Edge(points[face[0]], second), Edge(second, points[face[2]]), normal);
         glBegin(mode);
         glNormal3fv(normal.data());
-        for (const unsigned char corner : face) glVertex3fv(points[corner].data());
+        for (std::size_t i = 0; i < Size; ++i) {
+            if (textured) SendTextureCorner(i, Size);
+            glVertex3fv(points[face[i]].data());
+        }
         glEnd();
     }
 }
@@ -102,17 +114,20 @@ void SendFaces(const TPoints<Count>& points, const TFaces<FaceCount, Size>& face
 } // namespace
 
 void TZEPOctahedron::DrawSpecific(GLenum, bool draft) {
-    SendFaces(Octahedron, OctahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLES);
+    SendFaces(Octahedron, OctahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLES,
+              !draft && Textured());
 }
 
 void TZEPIcosahedron::DrawSpecific(GLenum, bool draft) {
-    SendFaces(Icosahedron, IcosahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLES);
+    SendFaces(Icosahedron, IcosahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLES,
+              !draft && Textured());
 }
 
 void TZEPDodecahedron::DrawSpecific(GLenum, bool draft) {
     glPushMatrix();
     glScalef(DodecahedronScale, DodecahedronScale, DodecahedronScale);
-    SendFaces(Dodecahedron, DodecahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLE_FAN);
+    SendFaces(Dodecahedron, DodecahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLE_FAN,
+              !draft && Textured());
     glPopMatrix();
 }
 

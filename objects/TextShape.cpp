@@ -150,18 +150,21 @@ TTextBitmap MakeTextBitmap(const QString& text, const TFont& textFont) {
     for (const QString& line : lines) width = std::max(width, metrics.horizontalAdvance(line));
     const qsizetype height =
         (lines.size() - 1) * metrics.lineSpacing() + metrics.ascent() + metrics.descent();
-    QImage bits(std::clamp(width + metrics.maxWidth(), 1, MaxBitmapSide),
-                static_cast<int>(std::clamp<qsizetype>(height, 1, MaxBitmapSide)),
-                QImage::Format_Mono);
-    bits.fill(0);
-    QPainter painter(&bits);
+    QImage canvas(std::clamp(width + metrics.maxWidth(), 1, MaxBitmapSide),
+                  static_cast<int>(std::clamp<qsizetype>(height, 1, MaxBitmapSide)),
+                  QImage::Format_RGB32);
+    canvas.fill(Qt::black);
+    QPainter painter(&canvas);
     painter.setFont(font);
-    painter.setPen(Qt::color1);
+    painter.setPen(Qt::white);
     for (int y = metrics.ascent(); const QString& line : lines) {
         painter.drawText(0, y, line);
         y += metrics.lineSpacing();
     }
     painter.end();
+    QImage bits = canvas.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither);
+    // Which of its two colours a bit stands for is the conversion's choice.
+    if (qGray(bits.color(1)) < qGray(bits.color(0))) bits.invertPixels();
     return {bits.mirrored(), bits.height() - metrics.ascent()};
 }
 
