@@ -77,7 +77,41 @@ void SetCallback(GLUtesselator* tess, GLenum which, Function* function) {
     gluTessCallback(tess, which, reinterpret_cast<_GLUfuncptr>(function));
 }
 
-std::vector<TTextPoint> Tessellated(std::vector<std::vector<TVertex>>& contours) {
+using TContour = std::vector<TVertex>;
+
+/// Contours that belong together: a letter's outlines with their holes.
+struct TGroup {
+    std::vector<QRectF> Boxes;
+    std::vector<TContour> Contours;
+
+    [[nodiscard]] bool Takes(const QRectF& box) const {
+        return std::any_of(Boxes.begin(), Boxes.end(), [&](const QRectF& other) {
+            return other.contains(box) || box.contains(other);
+        });
+    }
+    void Add(TGroup&& other) {
+        std::move(other.Boxes.begin(), other.Boxes.end(), std::back_inserter(Boxes));
+        std::move(other.Contours.begin(), other.Contours.end(), std::back_inserter(Contours));
+    }
+};
+
+/// How many groups back a contour may still find the one that it belongs to.
+constexpr std::size_t RecentGroups = 16;
+
+/// Joins the groups that `added` belongs to. Letters stay apart: tessellating takes far more than
+/// twice as long for twice as many contours at once.
+void AddToGroups(std::vector<TGroup>& groups, TGroup added) {
+    const QRectF box = added.Boxes.front();
+    const std::size_t recent = groups.size() - std::min(groups.size(), RecentGroups);
+    for (std::size_t i = groups.size(); i-- > recent;) {
+        if (!groups[i].Takes(box)) continue;
+        added.Add(std::move(groups[i]));
+        groups.erase(groups.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+    groups.push_back(std::move(added));
+}
+
+std::vector<TTextPoint> Tessellated(std::vector<TGroup>& groups) {
     std::vector<TTextPoint> triangles;
     TTessellation target{&triangles, {}};
     const std::unique_ptr<GLUtesselator, TDeleteTess> tess(gluNewTess());
@@ -87,25 +121,27 @@ std::vector<TTextPoint> Tessellated(std::vector<std::vector<TVertex>>& contours)
     SetCallback(tess.get(), GLU_TESS_VERTEX_DATA, TakeVertex);
     SetCallback(tess.get(), GLU_TESS_COMBINE_DATA, Combine);
     SetCallback(tess.get(), GLU_TESS_EDGE_FLAG, IgnoreEdge);
-    gluTessBeginPolygon(tess.get(), &target);
-    for (std::vector<TVertex>& contour : contours) {
-        gluTessBeginContour(tess.get());
-        for (TVertex& vertex : contour) gluTessVertex(tess.get(), vertex.data(), &vertex);
-        gluTessEndContour(tess.get());
+    for (TGroup& group : groups) {
+        gluTessBeginPolygon(tess.get(), &target);
+        for (TContour& contour : group.Contours) {
+            gluTessBeginContour(tess.get());
+            for (TVertex& vertex : contour) gluTessVertex(tess.get(), vertex.data(), &vertex);
+            gluTessEndContour(tess.get());
+        }
+        gluTessEndPolygon(tess.get());
+        triangles.resize(triangles.size() / 3 * 3);
     }
-    gluTessEndPolygon(tess.get());
-    triangles.resize(triangles.size() / 3 * 3);
     return triangles;
 }
 
-std::vector<TVertex> Contour(const QPolygonF& polygon) {
-    std::vector<TVertex> contour;
+TContour Contour(const QPolygonF& polygon) {
+    TContour contour;
     for (const QPointF& point : polygon) contour.push_back({point.x(), point.y(), 0});
     if (polygon.isClosed() && !contour.empty()) contour.pop_back(); // the first point again
     return contour;
 }
 
-std::vector<TTextPoint> Outline(const std::vector<TVertex>& contour) {
+std::vector<TTextPoint> Outline(const TContour& contour) {
     std::vector<TTextPoint> outline;
     for (const auto& [x, y, z] : contour)
         outline.push_back({static_cast<float>(x), static_cast<float>(y)});
@@ -124,12 +160,13 @@ TTextShape MakeTextShape(const QString& text, const TFont& textFont) {
     const QTransform upwards = QTransform::fromScale(scale, -scale);
 
     TTextShape shape;
-    std::vector<std::vector<TVertex>> contours;
+    std::vector<TGroup> groups;
     for (const QPolygonF& polygon : path.toSubpathPolygons(upwards)) {
-        contours.push_back(Contour(polygon));
-        shape.Outlines.push_back(Outline(contours.back()));
+        const TContour contour = Contour(polygon);
+        shape.Outlines.push_back(Outline(contour));
+        AddToGroups(groups, {{polygon.boundingRect()}, {contour}});
     }
-    shape.Triangles = Tessellated(contours);
+    shape.Triangles = Tessellated(groups);
     if (shape.Triangles.empty()) return shape;
     shape.Min = shape.Max = shape.Triangles.front();
     for (const TTextPoint& point : shape.Triangles)

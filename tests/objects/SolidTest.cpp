@@ -4,6 +4,8 @@
 #include "framework/Registry.h"
 #include "tests/objects/InvalidationCounter.h"
 
+#include <QGuiApplication>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -147,4 +149,11 @@ TEST(Solid, ANodesBoxIsThatOfItsContents) {
     EXPECT_EQ(node.GetMax(), (TGLArrayd3{6, 6, 3}));
     node.XForm()->Translate()->SetData(0, 0, 9);
     EXPECT_EQ(node.GetMax(), (TGLArrayd3{6, 6, 3})) << "in the node's own frame";
+}
+
+TEST(Solid, LabelsWithoutFontsAreEmpty) {
+    ASSERT_EQ(qobject_cast<QGuiApplication*>(QCoreApplication::instance()), nullptr);
+    TZEPLabel label;
+    label.SetCaption(QStringLiteral("text"));
+    EXPECT_EQ(label.GetMax(), zero3d);
 }
