@@ -41,6 +41,10 @@ public:
     void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
     void DrawSpecific(GLenum face, bool draft) override;
 
+protected:
+    /// Also as a bitmap: that is drawn where its origin is in view.
+    [[nodiscard]] bool StaysInSize() const override { return true; }
+
 private:
     void TextChanged(TObject* sender);
     [[nodiscard]] const TTextShape& Shape() const;

@@ -19,6 +19,7 @@ public:
 protected:
     /// The material that it is drawn with holds a picture.
     [[nodiscard]] bool Textured() const;
+    [[nodiscard]] bool StaysInSize() const override { return true; }
 };
 
 /// A count of cells brought into 1 (or `least`) to `TZEPSolid::MaxCells`.
