@@ -95,7 +95,7 @@ public:
     /// Leaves the old parent, joins the new one (null: none) at the end or the start of its
     /// children, and brings the whole subtree into its scene. Raises `saRemove`, `saInsert`. Does
     /// nothing when that would make an object its own ancestor.
-    void SetParentComponentExt(TComponent* parent, bool append);
+    virtual void SetParentComponentExt(TComponent* parent, bool append);
     void SetParentComponent(TComponent* parent) override { SetParentComponentExt(parent, true); }
     [[nodiscard]] TComponent* GetParentComponent() const override { return m_parent; }
     [[nodiscard]] bool HasParent() const override { return m_parent != nullptr; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "appearance/Fog.h"
 #include "scene/Geom.h"
 #include "scene/SceneInterfaces.h"
 #include "view/Context.h"
@@ -39,6 +40,7 @@ class TZEPPanel : public QWidget, public TZEPScenePanel, public TZEPMousePanel {
     Q_CLASSINFO("TabStop", "false")
     Q_PROPERTY(ZEP::TZEPContext* Context READ Context)
     Q_PROPERTY(ZEP::TZEPCamera* Camera READ Camera WRITE SetCamera)
+    Q_PROPERTY(ZEP::TZEPFog* Fog READ Fog)
     Q_PROPERTY(ZEP::TZEPOptions Options READ Options WRITE SetOptions)
     Q_CLASSINFO("Options", "goDepthTest,goTwoSidedLightModel,goCullFace,goLighting")
     Q_PROPERTY(ZEP::TZEPPanelControl* PanelControl READ PanelControl)
@@ -66,6 +68,8 @@ public:
     [[nodiscard]] TZEPCamera* Camera() const override { return m_camera; }
     /// The scene that the camera belongs to is shown, also when the camera moves to another one.
     void SetCamera(TZEPCamera* camera);
+    /// Applied before each frame.
+    [[nodiscard]] TZEPFog* Fog() { return &m_fog; }
     [[nodiscard]] TZEPOptions Options() const { return m_options; }
     /// OpenGL follows at the next frame.
     void SetOptions(TZEPOptions options);
@@ -209,6 +213,7 @@ private:
     TZEPCamera* m_camera = nullptr;
     TZEPScene* m_scene = nullptr; ///< the one that this panel is registered with
     QWidget* m_watchedParent = nullptr;
+    TZEPFog m_fog{this};
     TZEPOptions m_options = goDepthTest | goTwoSidedLightModel | goCullFace | goLighting;
     std::optional<TZEPOptions> m_appliedOptions; ///< none in a new context
     TAlign m_align = alNone;

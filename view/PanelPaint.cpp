@@ -82,6 +82,7 @@ bool TZEPPanel::DrawsDraft() const {
 void TZEPPanel::Render(int width, int height, bool draft) {
     if (!m_camera) return;
     if (m_appliedOptions != m_options) ApplyOptions();
+    m_fog.Apply();
     if (m_scene) m_scene->Render(m_camera, width, height, draft);
 }
 

@@ -4,6 +4,8 @@
 /// The core: objects, transforms, collections, materials, the scene, the camera and, for programs
 /// with Qt Widgets, the panel and its context.
 
+#include "appearance/Fog.h"
+#include "appearance/Light.h"
 #include "appearance/LineShape.h"
 #include "appearance/Material.h"
 #include "appearance/MaterialLibrary.h"
