@@ -11,7 +11,8 @@ namespace {
 
 using Key = std::uint64_t;
 
-constexpr std::size_t KeptMaterials = 4096;
+/// As many as bear it in memory (30 MB): beyond, a frame of so many colours makes them anew.
+constexpr std::size_t KeptMaterials = 65536;
 constexpr Key NoColor = Key{1} << 32;
 constexpr Key Line = Key{1} << 33;
 

@@ -36,7 +36,9 @@ int TextureSide(int pictureSide) {
 
 QImage Thinned(const QImage& image) {
     const QSize size = image.size().boundedTo({MaxScaledSide, MaxScaledSide});
-    return size == image.size() ? image : image.scaled(size);
+    const QImage thinned = size == image.size() ? image : image.scaled(size);
+    // Smooth scaling takes two colours of a palette for black and white.
+    return thinned.depth() == 1 ? thinned.convertToFormat(QImage::Format_ARGB32) : thinned;
 }
 
 /// The picture stretched to `size` on a white canvas, bytes in the order red, green, blue.

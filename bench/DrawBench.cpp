@@ -5,12 +5,15 @@
 #include "objects/Polyline.h"
 #include "scene/Vertex3.h"
 #include "scene/XForm.h"
+#include "view/Camera.h"
 
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <random>
 
 namespace ZEP {
 namespace {
@@ -36,7 +39,8 @@ public:
 /// Lines as a tool path has them: one object each, all in one colour or in turn in two.
 class LineFrame : public TFrame {
 public:
-    explicit LineFrame(int colors, bool smooth = false) : m_colors(colors), m_smooth(smooth) {}
+    explicit LineFrame(std::size_t colors, bool smooth = false)
+        : m_colors(colors), m_smooth(smooth) {}
 
     void Fill(TZEPObject& root) override {
         for (std::size_t i = 0; i + 1 < m_path.size(); ++i) {
@@ -69,9 +73,24 @@ private:
         }
     }
 
-    std::vector<TGLArrayd3> m_path = Path(100'000);
     std::size_t m_colors;
     bool m_smooth;
+
+protected:
+    std::vector<TGLArrayd3> m_path = Path(100'000);
+};
+
+/// A view into the middle of the same lines; few are seen. Or of lines that run all over the place,
+/// so that every box must be looked at and hardly one is out of view: the worst case.
+class LinesInsideFrame : public LineFrame {
+public:
+    explicit LinesInsideFrame(bool tangled) : LineFrame(1) {
+        if (tangled) std::shuffle(m_path.begin(), m_path.end(), std::mt19937());
+    }
+    void Aim(TZEPCamera& camera) override {
+        LineFrame::Aim(camera);
+        camera.SetFOVY(1);
+    }
 };
 
 /// Points as drilling makes them.
@@ -206,6 +225,8 @@ void Frames(benchmark::internal::Benchmark* benchmark) {
 
 BENCHMARK(Draw<LineFrame, 1>)->Name("Draw/lines:100000")->Apply(Frames);
 BENCHMARK(Draw<LineFrame, 2>)->Name("Draw/lines_of_two_colors:100000")->Apply(Frames);
+BENCHMARK(Draw<LinesInsideFrame, false>)->Name("Draw/view_inside_lines:100000")->Apply(Frames);
+BENCHMARK(Draw<LinesInsideFrame, true>)->Name("Draw/view_inside_tangle:100000")->Apply(Frames);
 BENCHMARK(Draw<LineFrame, 1, true>)->Name("Draw/smooth_lines:100000")->Apply(Frames);
 BENCHMARK(Draw<PointFrame>)->Name("Draw/points:100000")->Apply(Frames);
 BENCHMARK(Draw<ArcFrame>)->Name("Draw/arcs:20000")->Apply(Frames);

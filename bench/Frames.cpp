@@ -40,15 +40,20 @@ std::vector<TGLArrayd3> Path(int count) {
     return points;
 }
 
+void TFrame::Aim(TZEPCamera& camera) {
+    camera.Position()->SetData(0, -6, 4);
+}
+
 void MeasureFrame(benchmark::State& state, TFrame& frame) {
     OffscreenContext context(Size, Size);
-    for (const GLenum option : {GL_DEPTH_TEST, GL_CULL_FACE, GL_LIGHTING}) glEnable(option);
+    for (const int option : {GL_DEPTH_TEST, GL_CULL_FACE, GL_LIGHTING})
+        glEnable(static_cast<GLenum>(option));
     TZEPScene scene;
     TZEPCamera camera(&scene);
     scene.BeginUpdate();
     frame.Fill(scene);
     camera.SetParentComponent(&scene);
-    camera.Position()->SetData(0, -6, 4);
+    frame.Aim(camera);
     scene.EndUpdate();
     const auto draw = [&] { scene.Render(&camera, Size, Size, false); };
     const auto drawRaw = [&] {

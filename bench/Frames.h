@@ -8,6 +8,7 @@
 
 namespace ZEP {
 
+class TZEPCamera;
 class TZEPObject;
 
 /// What a frame shows, and what any program would have to do to draw the same.
@@ -16,6 +17,8 @@ public:
     virtual ~TFrame() = default;
     /// Makes the objects under `root`.
     virtual void Fill(TZEPObject& root) = 0;
+    /// Where from it is seen: all of -1..1 in x and y and 0..1 in z.
+    virtual void Aim(TZEPCamera& camera);
     /// The yardstick: the bare calls for the same picture, in the view of the library's frame.
     virtual void DrawRaw() = 0;
 };

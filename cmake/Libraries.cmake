@@ -10,7 +10,7 @@ file(GLOB view_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/view/*.cpp ${PROJEC
 
 # The files of view/ that know no window system belong to zepcore.
 set(view_core_files ${view_files})
-list(FILTER view_core_files INCLUDE REGEX "/view/(Camera|Actor|TimeLine)[A-Za-z]*\\.")
+list(FILTER view_core_files INCLUDE REGEX "/view/(Camera|Actor)[A-Za-z]*\\.")
 list(REMOVE_ITEM view_files ${view_core_files})
 
 add_library(zepcore ${core_files} ${view_core_files})
@@ -25,7 +25,7 @@ target_precompile_headers(zepcore PRIVATE <QObject> <QString> <QImage> <vector> 
 
 add_library(zep ${view_files})
 add_library(ZEP::ZEP ALIAS zep)
-target_link_libraries(zep PUBLIC zepcore Qt6::Widgets
+target_link_libraries(zep PUBLIC zepcore Qt6::Widgets Qt6::PrintSupport
                       PRIVATE $<BUILD_INTERFACE:zep_options> OpenGL::GLX X11::X11)
 set_target_properties(zepcore zep PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 0)
 set_target_properties(zepcore PROPERTIES EXPORT_NAME Core)

@@ -88,9 +88,9 @@ void TZEPPolyline::Invalidate(TObject* sender) {
     TZEPLineShape::Invalidate(sender);
 }
 
-// A list or a box that is out of date must go, also where the scene is updated by hand.
+// A list that is out of date must go, also where the scene is updated by hand.
 bool TZEPPolyline::WantsInvalidation() const {
-    return m_displayList != 0 || HasKeptBox() || TZEPLineShape::WantsInvalidation();
+    return m_displayList != 0 || TZEPLineShape::WantsInvalidation();
 }
 
 void TZEPPolyline::ShowState() {

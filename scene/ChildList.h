@@ -57,6 +57,10 @@ public:
     /// What is known of the child's box is out of date.
     void ForgetBox(const Child* child);
     [[nodiscard]] bool KnowsBox(const Child* child) const;
+    /// The box of a block is known, and holds all that its children draw.
+    [[nodiscard]] bool IsBounded(std::size_t block) const {
+        return block < m_boxes.size() && m_boxes[block].Known && m_boxes[block].Bounded;
+    }
 
 private:
     /// While one lives, slots keep their places.

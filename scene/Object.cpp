@@ -227,15 +227,19 @@ void TZEPObject::EndUpdate(bool reset) {
     if (WantsInvalidation() && m_updateLevel == 0) Invalidate(this);
 }
 
-bool TZEPObject::WantsInvalidation() const {
+bool TZEPObject::Climbs() const {
     return m_scene && !m_scene->ManualUpdate();
+}
+
+// A box that is out of date must go, also where the scene is updated by hand.
+bool TZEPObject::WantsInvalidation() const {
+    return Climbs() || HasKeptBox();
 }
 
 // A descendant may want to hear of its parts' changes also where nothing is to climb.
 void TZEPObject::Invalidate(TObject* sender) {
     ForgetBox();
-    const bool climbs = m_updateLevel == 0 && m_parent && TZEPObject::WantsInvalidation();
-    if (climbs) m_parent->Invalidate(sender);
+    if (m_updateLevel == 0 && m_parent && Climbs()) m_parent->Invalidate(sender);
 }
 
 int TZEPObject::TransformCounter() const {

@@ -95,7 +95,7 @@ public:
     /// Leaves the old parent, joins the new one (null: none) at the end or the start of its
     /// children, and brings the whole subtree into its scene. Raises `saRemove`, `saInsert`. Does
     /// nothing when that would make an object its own ancestor.
-    void SetParentComponentExt(TComponent* parent, bool append);
+    virtual void SetParentComponentExt(TComponent* parent, bool append);
     void SetParentComponent(TComponent* parent) override { SetParentComponentExt(parent, true); }
     [[nodiscard]] TComponent* GetParentComponent() const override { return m_parent; }
     [[nodiscard]] bool HasParent() const override { return m_parent != nullptr; }
@@ -256,8 +256,9 @@ protected:
     /// Draws itself also below the top level when the scene draws quickly.
     [[nodiscard]] virtual bool DrawsInQuickDraw() const { return false; }
     /// All that it draws, it draws in the opaque or the transparent pass and within `GetSize` in
-    /// its own frame, apart from widths up to `WidestCulled`. Such an object is passed over where
-    /// that box is out of view. What changes the answer or the box calls `Invalidate`.
+    /// its own frame, apart from widths up to `WidestCulled`. Where that box is out of view, such
+    /// an object is passed over, unless it has children or is selected. What changes the answer or
+    /// the box calls `Invalidate`.
     [[nodiscard]] virtual bool StaysInSize() const { return false; }
     /// Its drawing leaves OpenGL's state as the material and line attributes set it, so that a
     /// neighbour with the same ones need not set them again (appearance/DrawRun.h).
@@ -275,6 +276,8 @@ protected:
     [[nodiscard]] bool HasKeptBox() const;
     /// Frees the children without raising anything.
     void FreeChildren();
+    /// `SetSelected(false)` for all descendants that may be selected.
+    void DeselectChildren();
 
     /// The own material where one exists.
     [[nodiscard]] TZEPMaterial* ExistingMaterial() const { return m_material.get(); }
@@ -297,6 +300,7 @@ private:
     void Extend(TZEPBlockBox& box) const;
     void ForgetBox();
     [[nodiscard]] bool IsInView() const;
+    [[nodiscard]] bool Climbs() const;
     void LeaveParent();
     void EnterScene(TZEPSceneContext* scene);
     void ReportListeners() const;

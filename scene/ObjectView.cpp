@@ -38,8 +38,10 @@ bool TZEPObject::HasKeptBox() const {
 }
 
 void TZEPObject::Extend(TZEPBlockBox& box) const {
+    // Whether it is visible or not: a deselection passes over bounded blocks.
+    if (GetItemsCount() > 0 || m_selected) box.Bounded = false;
     if (!m_visible || !box.Bounded) return;
-    box.Bounded = GetItemsCount() == 0 && !m_selected && StaysInSize();
+    box.Bounded = StaysInSize();
     if (!box.Bounded) return;
     TGLArrayd3 min;
     TGLArrayd3 max;
@@ -54,6 +56,17 @@ bool TZEPObject::IsInView() const {
     TZEPBlockBox box;
     Extend(box);
     return !box.Bounded || TZEPViewFrame::Shows(box) != TZEPSeen::Nothing;
+}
+
+void TZEPObject::DeselectChildren() {
+    if (!m_children) return;
+    m_children->ForEachBlock([this](std::size_t block) {
+        if (m_children->IsBounded(block)) return;
+        m_children->ForEachIn(block, [](TZEPObject* child) {
+            child->SetSelected(false);
+            child->DeselectChildren();
+        });
+    });
 }
 
 } // namespace ZEP

@@ -32,12 +32,12 @@ TZEPScene* TZEPObject::Scene() const {
     return m_scene ? static_cast<TZEPScene*>(m_scene->AsObject()) : nullptr;
 }
 
-TZEPScene::TZEPScene(TComponent* owner) : TZEPObject(owner) {}
+TZEPScene::TZEPScene(TComponent* owner) : TZEPObject(owner), m_selectBuffer(500) {}
 
 TZEPScene::~TZEPScene() {
-    SetAnimation(false);
-    SetMaterialLibrary(nullptr);
     for (TZEPScenePanel* panel : std::exchange(m_panels, {})) panel->SceneDestroyed();
+    SetAnimation(false); // a panel may have let it go on
+    SetMaterialLibrary(nullptr);
     FreeChildren();
 }
 
@@ -121,11 +121,6 @@ void TZEPScene::Invalidate(TObject*) {
     if (m_manualUpdate || UpdateLevel() > 0) return;
     if (m_animation && !IsDesigning()) return; // the next tick repaints
     for (std::size_t i = 0; i < m_panels.size(); ++i) m_panels[i]->Invalidate();
-}
-
-GLuint TZEPScene::SelectName(TZEPObject* object) {
-    m_selectNames.push_back(object);
-    return static_cast<GLuint>(m_selectNames.size() - 1);
 }
 
 } // namespace ZEP

@@ -5,11 +5,14 @@
 
 #include <QBasicTimer>
 
+#include <optional>
 #include <vector>
 
 namespace ZEP {
 
 class TZEPMaterialLibrary;
+class TZEPSelectHits;
+struct TZEPPickRegion;
 
 /// Root of a tree of objects: it chooses the passes of a frame and their order, sets the OpenGL
 /// state that spans a whole pass, and asks the panels that show it to repaint.
@@ -89,6 +92,27 @@ public:
     /// A light built its shadow volumes in this frame.
     void CountShadowLight() { ++m_shadowLights; }
 
+    /// \name Selection
+    /// The region is a part of the current viewport, in device pixels about (x, y) counted from the
+    /// lower left corner, at least 1 by 1; a context is current.
+    /// @{
+    /// Selects what is hit. A region of exactly 4 by 4 pixels is a point: the best hit alone, by
+    /// depth or as `ManualDepthCheck` has it, is selected. Any other region is a rectangle: all
+    /// that is hit is selected. With `SelectionEnabled` off everything is deselected. \param
+    /// processHits  false only counts \param toggle       of a point: what is selected is
+    /// deselected \param clearFirst   everything is deselected before \return the number of
+    /// OpenGL's hit records
+    int Select(TZEPSceneCamera* camera, int viewWidth, int viewHeight, int x, int y, int pickWidth,
+               int pickHeight, bool processHits, bool toggle, bool clearFirst);
+    /// The best hit among the pickable objects of at most that pick level; null for none. Nothing
+    /// changes.
+    [[nodiscard]] TZEPObject* Pick(TZEPSceneCamera* camera, int viewWidth, int viewHeight, int x,
+                                   int y, int pickWidth, int pickHeight, int level);
+    /// From the eye to the nearest corner of the object's absolute box.
+    [[nodiscard]] double GetObjectDistance(TZEPSceneCamera* camera, TZEPObject* object) const;
+    void DeselectAll();
+    /// @}
+
     void RegisterGLPanel(TZEPScenePanel* panel);
     void UnregisterGLPanel(TZEPScenePanel* panel);
     /// Asks every panel to repaint, unless the animation does so anyway.
@@ -122,10 +146,17 @@ private:
     [[nodiscard]] bool EnterShadowVolumes();
     void LeaveShadowVolumes() const;
     void SetAmbient(const TGLColor& color) const;
+    [[nodiscard]] TZEPSelectHits FindHits(TZEPSceneCamera& camera, const TZEPPickRegion& region);
+    [[nodiscard]] int DrawInSelectMode();
+    void GrowSelectBuffer(int overflows);
+    [[nodiscard]] TZEPObject* BestOf(const TZEPSelectHits& hits, TZEPSceneCamera* camera,
+                                     std::optional<int> level) const;
+    void SelectBest(const TZEPSelectHits& hits, bool toggle, bool clearFirst);
     void Store(bool& flag, bool value);
 
     std::vector<TZEPScenePanel*> m_panels;
-    std::vector<TZEPObject*> m_selectNames;
+    std::vector<TZEPObject*> m_selectNames; ///< of the last draw in select mode
+    std::vector<GLuint> m_selectBuffer;     ///< grows by 500 entries, never shrinks
     TZEPMaterialLibrary* m_materialLibrary = nullptr;
     TZEPSceneCamera* m_currentCamera = nullptr;
     TGLMatrixd4 m_savedModelView = idd;
@@ -135,6 +166,7 @@ private:
     int m_shadowLights = 0;
     bool m_animation = false;
     bool m_manualDepthCheck = false;
+    bool m_selectsNear = false; ///< a draw in select mode passes over what is out of view
 };
 
 } // namespace ZEP

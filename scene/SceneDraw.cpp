@@ -17,10 +17,11 @@ constexpr TGLColor NoLight{0, 0, 0, 0};
 /// Brightens the averaged shadow images back.
 constexpr float ReturnFactor = 1.2F;
 
-/// What is seen in a pass, for the two that draw the objects themselves: lights, shadows and what
-/// is picked may lie outside of the view. A display list may be called in another view.
-std::optional<TZEPViewVolume> VolumeOf(TZEPDrawState state, TZEPDrawKind kind) {
-    if (kind == dkSelect || (state != dsAllObjects && state != dsTransparent)) return {};
+/// What is seen in a pass, for the two that draw the objects themselves: lights and shadows may lie
+/// outside of the view, and so may what a host selects by a draw of its own. A display list may be
+/// called in another view.
+std::optional<TZEPViewVolume> VolumeOf(TZEPDrawState state, bool bounds) {
+    if (!bounds || (state != dsAllObjects && state != dsTransparent)) return {};
     GLint list = 0;
     glGetIntegerv(GL_LIST_INDEX, &list);
     if (list != 0) return {};
@@ -77,7 +78,7 @@ void TZEPScene::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
     const TZEPDrawRun::Walk walk;
     if (kind == dkSelect) m_selectNames.clear();
     if (!EnterState(state)) return;
-    const TZEPViewFrame view(VolumeOf(state, kind));
+    const TZEPViewFrame view(VolumeOf(state, kind != dkSelect || m_selectsNear));
     DrawChildren(scene, state, kind);
     TZEPDrawRun::Current().End();
     LeaveState(state);

@@ -16,6 +16,9 @@ public:
     /// \param width, height  size of the view in device pixels
     /// \param jitter         index into the current jitter table; -1 for none
     virtual void Apply(int width, int height, int jitter) = 0;
+    /// As `Apply`, narrowed to a region of the current viewport about (x, y), which counts from the
+    /// lower left corner in pixels.
+    virtual void Pick(int width, int height, int x, int y, int pickWidth, int pickHeight) = 0;
     /// The camera as an object of a tree.
     [[nodiscard]] virtual TZEPObject* AsObject() = 0;
 

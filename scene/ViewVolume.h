@@ -14,8 +14,8 @@ enum class TZEPSeen { Nothing, Part, All };
 
 /// An axis-aligned box about objects, in the frame of their parent.
 struct TZEPBlockBox {
-    TGLArrayd3 Min{1.7e308, 1.7e308, 1.7e308};
-    TGLArrayd3 Max{-1.7e308, -1.7e308, -1.7e308};
+    TGLArrayd3 Min{1e300, 1e300, 1e300}; ///< beyond `Max`: holds nothing, and is seen nowhere
+    TGLArrayd3 Max{-1e300, -1e300, -1e300};
     bool Known = false;
     bool Bounded = true; ///< all that the objects draw lies within
 };

@@ -19,6 +19,10 @@ using std::numbers::pi;
 
 const TRegisterClass<TZEPCamera> Registered;
 
+double Aspect(int width, int height) {
+    return static_cast<double>(std::max(width, 1)) / std::max(height, 1);
+}
+
 TGLArrayd3 Sum(const TGLArrayd3& a, const TGLArrayd3& b) {
     return {a[0] + b[0], a[1] + b[1], a[2] + b[2]};
 }
@@ -155,7 +159,27 @@ void TZEPCamera::Apply(int width, int height, int jitter) {
     glLoadIdentity();
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
-    ApplyProjection(static_cast<double>(std::max(width, 1)) / std::max(height, 1), jitter);
+    ApplyPart(width, height);
+    ApplyProjection(Aspect(width, height), jitter);
+    ApplyView();
+}
+
+void TZEPCamera::ApplyPart(int width, int height) const {
+    if (!m_drawnPart) return;
+    const QRectF part = *m_drawnPart;
+    GLint viewport[4] = {0, 0, width, height};
+    gluPickMatrix(part.center().x(), part.center().y(), part.width(), part.height(), viewport);
+}
+
+void TZEPCamera::Pick(int width, int height, int x, int y, int pickWidth, int pickHeight) {
+    GLint viewport[4] = {};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluPickMatrix(x, y, pickWidth, pickHeight, viewport);
+    ApplyProjection(Aspect(width, height), -1);
     ApplyView();
 }
 

@@ -4,6 +4,10 @@
 #include "scene/SceneInterfaces.h"
 #include "scene/Vertex3.h"
 
+#include <QRect>
+
+#include <optional>
+
 namespace ZEP {
 
 /// The object through which a panel looks at a scene. Its base placement (eye, target, up vector,
@@ -91,6 +95,15 @@ public:
     /// Loads the projection and model-view matrices of one frame. A size of 0 counts as 1, an
     /// index outside of the current jitter table as none.
     void Apply(int width, int height, int jitter) override;
+    /// As `Apply`, without jitter and narrowed to a region of the current viewport about (x, y),
+    /// which counts from the lower left corner in pixels.
+    void Pick(int width, int height, int x, int y, int pickWidth, int pickHeight) override;
+    /// Part of the view that fills the viewport at the next frames, in pixels of the size given to
+    /// `Apply`, counted from the lower left corner; none: the whole view.
+    void SetDrawnPart(const std::optional<QRect>& part) { m_drawnPart = part; }
+    /// What `Apply` loads, without jitter and part.
+    [[nodiscard]] TGLMatrixd4 GetProjectionMatrix(int width, int height) const;
+    [[nodiscard]] TGLMatrixd4 GetViewMatrix() const;
     [[nodiscard]] TZEPObject* AsObject() override { return this; }
 
     /// \name Movement: changes the offsets; angles in degrees
@@ -140,6 +153,7 @@ private:
     [[nodiscard]] TGLArrayd3 CenterOf(const TZEPObject& object) const;
     [[nodiscard]] TGLArrayd3 ToEye() const;
     [[nodiscard]] double Distance() const;
+    void ApplyPart(int width, int height) const;
     void ApplyProjection(double aspect, int jitter) const;
     void ApplyJittered(double aspect, int jitter) const;
     void ApplyView() const;
@@ -154,6 +168,7 @@ private:
     double m_farClipPlane = 100;
     TNavigation m_navigation;
     TNavigation m_storedNavigation;
+    std::optional<QRect> m_drawnPart;
     bool m_orthographic = false;
     bool m_stored = false;
     bool m_changed = true;

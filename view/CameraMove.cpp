@@ -14,11 +14,18 @@ using std::numbers::pi;
 /// down from it.
 TGLArrayd3 TurnBy(const TGLArrayd3& from, double a, double b, bool aboveHorizon = false) {
     constexpr double Margin = 0.001;
+    // There and back through spherical coordinates would leave a trace of rounding: a drag that
+    // returns to its start returns to the very view.
+    if (a == 0 && b == 0 && !aboveHorizon) return zero3d;
     TGLArrayd3 s;
     OrthoToSphered(from, s);
     s[1] += pi * a / 180;
     s[2] += pi * b / 180;
-    if (aboveHorizon) s[2] = std::clamp(s[2], Margin, pi / 2 - Margin);
+    if (aboveHorizon) {
+        const double polar = std::clamp(s[2], Margin, pi / 2 - Margin);
+        if (a == 0 && b == 0 && polar == s[2]) return zero3d;
+        s[2] = polar;
+    }
     TGLArrayd3 to;
     SphereToOrthod(s, to);
     return {to[0] - from[0], to[1] - from[1], to[2] - from[2]};
@@ -98,6 +105,7 @@ void TZEPCamera::Perspective(double factor) {
     const TGLArrayd3 toEye = ToEye();
     const double d = std::sqrt(Dotd(toEye, toEye));
     if (d == 0) return;
+    if (factor == 0) return Invalidate(this); // the tangent and back would leave a trace
     // The tangent of the whole angle, not of the half: the zoom that users know.
     const double t = std::tan((FOVY() + m_navigation.Field) / 180 * pi);
     m_navigation.Field = std::atan(t * d / (d * factor + d)) * 180 / pi - FOVY();

@@ -1,8 +1,8 @@
 #include "view/Context.h"
 
+#include "framework/DebugLog.h"
 #include "framework/Message.h"
 #include "scene/GLNames.h"
-#include "view/DebugLog.h"
 #include "view/PixelFormatSearch.h"
 
 #include <GL/glext.h>
@@ -165,6 +165,14 @@ bool TZEPContext::MakeCurrent() {
     const bool made = m_binding->MakeCurrent(m_context) && m_context != 0;
     Record(made ? m_context : 0);
     return made;
+}
+
+bool TZEPContext::BeginPicture(int width, int height) {
+    return IsCurrent() && m_binding->BeginPicture(m_context, width, height);
+}
+
+void TZEPContext::EndPicture() {
+    m_binding->EndPicture(m_context);
 }
 
 void TZEPContext::DestroyContext() {

@@ -88,6 +88,10 @@ public:
     bool MakeCurrent();
     /// Whether what is drawn now is drawn through this context.
     [[nodiscard]] bool IsCurrent() const;
+    /// Draws into a picture of that size in memory until `EndPicture`, with all of OpenGL's state
+    /// but the viewport's size. The context is current; false where the system refuses.
+    bool BeginPicture(int width, int height);
+    void EndPicture();
     /// Whether `name` stands in `Extentions`, case ignored. Only its first occurrence is looked at,
     /// and only the character after it: a name that first occurs as the start of a longer one is
     /// not found.

@@ -54,6 +54,11 @@ public:
     virtual void DeleteContext(TContextHandle context) = 0;
     /// A function of the driver behind the current context; null where it lacks it.
     [[nodiscard]] virtual TEntryPoint EntryPoint(const char* name) = 0;
+    /// Draws through `context` into a picture of that size in memory, in the format of the window.
+    /// False where the system refuses; then nothing has changed.
+    virtual bool BeginPicture(TContextHandle context, int width, int height) = 0;
+    /// Draws in the window again.
+    virtual void EndPicture(TContextHandle context) = 0;
     /// Shows what was drawn.
     virtual void SwapBuffers() = 0;
 };

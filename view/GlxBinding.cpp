@@ -240,6 +240,8 @@ public:
     [[nodiscard]] bool IsCurrent(TContextHandle context) const override;
     void DeleteContext(TContextHandle context) override;
     [[nodiscard]] TEntryPoint EntryPoint(const char* name) override;
+    bool BeginPicture(TContextHandle context, int width, int height) override;
+    void EndPicture(TContextHandle context) override;
     void SwapBuffers() override;
 
 private:
@@ -253,6 +255,7 @@ private:
     Window m_child = 0;
     Colormap m_colormap = 0;
     GLXFBConfig m_config = nullptr;
+    GLXPbuffer m_picture = 0;
     std::function<void()> m_exposed;
 };
 
@@ -383,6 +386,28 @@ TEntryPoint GlxBinding::EntryPoint(const char* name) {
         if (std::strcmp(extension.Function, name) == 0 && !Names(list, extension.Name))
             return nullptr;
     return glXGetProcAddress(reinterpret_cast<const GLubyte*>(name));
+}
+
+bool GlxBinding::BeginPicture(TContextHandle context, int width, int height) {
+    const auto screen = Alive();
+    if (!screen || !m_config || m_picture) return false;
+    Display* display = screen->Connection;
+    const ErrorTrap trap(display);
+    const std::array size = {GLX_PBUFFER_WIDTH, width, GLX_PBUFFER_HEIGHT, height, 0};
+    m_picture = glXCreatePbuffer(display, m_config, size.data());
+    if (trap.Clean() && m_picture &&
+        glXMakeContextCurrent(display, m_picture, m_picture, ToContext(context)) && trap.Clean())
+        return true;
+    EndPicture(context);
+    return false;
+}
+
+void GlxBinding::EndPicture(TContextHandle context) {
+    const auto screen = Alive();
+    if (!screen || !m_picture) return;
+    const ErrorTrap trap(screen->Connection);
+    glXMakeCurrent(screen->Connection, m_child, ToContext(context));
+    glXDestroyPbuffer(screen->Connection, std::exchange(m_picture, 0));
 }
 
 void GlxBinding::SwapBuffers() {

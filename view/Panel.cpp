@@ -3,6 +3,7 @@
 #include "framework/Property.h"
 #include "scene/Scene.h"
 #include "view/Camera.h"
+#include "view/RubberBand.h"
 
 #include <QLayout>
 #include <QPlatformSurfaceEvent>
@@ -21,6 +22,7 @@ TZEPPanel::TZEPPanel(QWidget* parent) : QWidget(parent) {
 }
 
 TZEPPanel::~TZEPPanel() {
+    m_control.Cancel(*this);
     if (m_scene) m_scene->UnregisterGLPanel(this);
 }
 
@@ -79,10 +81,12 @@ void TZEPPanel::FollowScene() {
 
 void TZEPPanel::CameraDestroyed() {
     m_camera = nullptr;
+    m_control.Cancel(*this);
     FollowScene();
 }
 
 void TZEPPanel::SceneDestroyed() {
+    m_control.Cancel(*this);
     m_scene = nullptr;
     Invalidate();
 }
@@ -103,7 +107,10 @@ bool TZEPPanel::event(QEvent* event) {
         FollowParent();
         break;
     case QEvent::Hide:
-        m_mouseDowned = false; // the release goes elsewhere
+    case QEvent::FocusOut:
+    case QEvent::WindowDeactivate:
+    case QEvent::WindowBlocked:
+        m_control.Cancel(*this); // the release goes elsewhere
         break;
     default:
         break;
@@ -140,7 +147,10 @@ void TZEPPanel::UpdateViewport() {
 }
 
 void TZEPPanel::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::EnabledChange) Invalidate();
+    if (event->type() == QEvent::EnabledChange) {
+        if (!isEnabled()) m_control.Cancel(*this);
+        Invalidate();
+    }
     QWidget::changeEvent(event);
 }
 

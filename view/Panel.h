@@ -1,17 +1,25 @@
 #pragma once
 
+#include "appearance/Fog.h"
+#include "scene/Geom.h"
 #include "scene/SceneInterfaces.h"
 #include "view/Context.h"
-#include "view/MouseInput.h"
+#include "view/MousePanel.h"
+#include "view/PanelControl.h"
 
+#include <QCursor>
 #include <QImage>
 #include <QWidget>
 
+#include <memory>
 #include <optional>
+
+class QPrinter;
 
 namespace ZEP {
 
 class TZEPCamera;
+class TZEPRubberBand;
 class TZEPScene;
 
 /// The window that shows a scene through a camera. It is a native child window with an OpenGL
@@ -21,7 +29,7 @@ class TZEPScene;
 /// Sizes and mouse positions are device pixels, counted from the upper left corner.
 ///
 /// Defaults: no camera, black; depth test, two-sided lighting and culling of back faces.
-class TZEPPanel : public QWidget, public TZEPScenePanel {
+class TZEPPanel : public QWidget, public TZEPScenePanel, public TZEPMousePanel {
     Q_OBJECT
     Q_MOC_INCLUDE("view/Camera.h")
     Q_PROPERTY(TAlign Align READ Align WRITE SetAlign)
@@ -32,8 +40,10 @@ class TZEPPanel : public QWidget, public TZEPScenePanel {
     Q_CLASSINFO("TabStop", "false")
     Q_PROPERTY(ZEP::TZEPContext* Context READ Context)
     Q_PROPERTY(ZEP::TZEPCamera* Camera READ Camera WRITE SetCamera)
+    Q_PROPERTY(ZEP::TZEPFog* Fog READ Fog)
     Q_PROPERTY(ZEP::TZEPOptions Options READ Options WRITE SetOptions)
     Q_CLASSINFO("Options", "goDepthTest,goTwoSidedLightModel,goCullFace,goLighting")
+    Q_PROPERTY(ZEP::TZEPPanelControl* PanelControl READ PanelControl)
     Q_PROPERTY(bool ForceDraft READ ForceDraft WRITE SetForceDraft)
     Q_CLASSINFO("ForceDraft", "false")
     Q_PROPERTY(bool SelectInMouseUp READ SelectInMouseUp WRITE SetSelectInMouseUp)
@@ -55,22 +65,27 @@ public:
     [[nodiscard]] bool TabStop() const { return focusPolicy() & Qt::TabFocus; }
     void SetTabStop(bool stop);
     [[nodiscard]] TZEPContext* Context() { return &m_context; }
-    [[nodiscard]] TZEPCamera* Camera() const { return m_camera; }
+    [[nodiscard]] TZEPCamera* Camera() const override { return m_camera; }
     /// The scene that the camera belongs to is shown, also when the camera moves to another one.
     void SetCamera(TZEPCamera* camera);
+    /// Applied before each frame.
+    [[nodiscard]] TZEPFog* Fog() { return &m_fog; }
     [[nodiscard]] TZEPOptions Options() const { return m_options; }
     /// OpenGL follows at the next frame.
     void SetOptions(TZEPOptions options);
+    /// What the mouse does: nothing at first.
+    [[nodiscard]] TZEPPanelControl* PanelControl() { return &m_control; }
     [[nodiscard]] bool ForceDraft() const { return m_forceDraft; }
     /// Draws outlines without shadows at all times.
     void SetForceDraft(bool force);
-    [[nodiscard]] bool SelectInMouseUp() const { return m_selectInMouseUp; }
+    /// Every release of a button selects what is under the mouse.
+    [[nodiscard]] bool SelectInMouseUp() const override { return m_selectInMouseUp; }
     void SetSelectInMouseUp(bool select) { m_selectInMouseUp = select; }
 
-    [[nodiscard]] int Width() const;  ///< device pixels
-    [[nodiscard]] int Height() const; ///< device pixels
+    [[nodiscard]] int Width() const override;  ///< device pixels
+    [[nodiscard]] int Height() const override; ///< device pixels
     /// A mouse button is held.
-    [[nodiscard]] bool MouseDowned() const { return m_mouseDowned; }
+    [[nodiscard]] bool MouseDowned() const { return m_control.MouseDowned(); }
 
     /// Draws a frame and shows it. The window system asks for it; a host asks by `Invalidate`.
     void Paint();
@@ -81,6 +96,34 @@ public:
     /// context; nothing without a camera.
     void Render(int width, int height, bool draft);
 
+    /// \name Pictures and paper
+    /// @{
+    /// The scene as the camera sees it in a view of that size in pixels, in full quality. What is
+    /// more than the driver draws at once is put together from tiles; memory alone is the limit.
+    /// The panel's own frame events are not fired.
+    /// \param transparent  what the scene does not cover is left out, else it has the background's
+    ///                     colour
+    /// \return `Format_RGB32`, or `Format_ARGB32_Premultiplied` where transparent. Raises
+    ///         `Exception` ("RenderToCanvas: Can't set pixel format") where no context can be had.
+    [[nodiscard]] QImage RenderToCanvas(const QSize& size, bool transparent = false);
+    /// Prints the view, as large as the page takes it, under the title "ZEP rendered image" unless
+    /// the printer has a title. Asks nobody. Raises `Exception` where the printer cannot.
+    void Print(QPrinter& printer);
+    /// On the system's default printer.
+    void Print();
+    /// @}
+
+    /// \name From the window into the scene and back
+    /// Inverses of each other, as the camera looks now. Window places are device pixels from the
+    /// upper left corner of the panel, whole numbers at the corners of pixels; the third coordinate
+    /// is the depth, 0 at the near plane and 1 at the far one.
+    /// @{
+    /// None without camera or size.
+    [[nodiscard]] std::optional<TGLArrayd3> GetWorldCoords(double x, double y, double depth) const;
+    /// None without camera or size, and for a point in the plane of the eye.
+    [[nodiscard]] std::optional<TGLArrayd3> GetScreenCoords(const TGLArrayd3& world) const;
+    /// @}
+
     /// Frames with a scene in them: of this panel, and of all panels of the process.
     [[nodiscard]] int FrameCount() const { return m_frameCount; }
     [[nodiscard]] static int TotalFrameCount();
@@ -90,6 +133,20 @@ public:
     void SceneDestroyed() override;
     /// OpenGL draws in the window; Qt's painters cannot.
     [[nodiscard]] QPaintEngine* paintEngine() const override { return nullptr; }
+
+    /// \name What the mouse control asks
+    /// @{
+    bool MakeCurrent() override;
+    void RepaintFull() override;
+    void CaptureMouse() override;
+    void ReleaseCapture() override;
+    void ShowCursor(int index) override;
+    void ShowRubberBand(const QRect& place) override;
+    void HideRubberBand() override;
+    void FireBeforSelect() override { emit BeforSelect(this); }
+    void FireAfterSelect() override { emit AfterSelect(this); }
+    void ProcessMessages() override;
+    /// @}
 
 signals:
     /// Around each frame: with the context current before anything is drawn, before the frame is
@@ -142,20 +199,28 @@ private:
     void DrawContent();
     void ApplyOptions();
     [[nodiscard]] bool DrawsDraft() const;
+    [[nodiscard]] int TileLength() const;
+    void DrawTransparent(QImage& image);
+    void DrawTiles(QImage& image);
+    void DrawTile(QImage& image, const QRect& tile, int margin);
     [[nodiscard]] QPoint DevicePosition(const QPointF& position) const;
     void Press(QMouseEvent* event, TShiftState extra);
 
     TZEPContext m_context;
+    TZEPPanelControl m_control;
+    std::unique_ptr<TZEPRubberBand> m_band;
+    std::optional<QCursor> m_ownCursor; ///< while another one is shown
     TZEPCamera* m_camera = nullptr;
     TZEPScene* m_scene = nullptr; ///< the one that this panel is registered with
     QWidget* m_watchedParent = nullptr;
+    TZEPFog m_fog{this};
     TZEPOptions m_options = goDepthTest | goTwoSidedLightModel | goCullFace | goLighting;
     std::optional<TZEPOptions> m_appliedOptions; ///< none in a new context
     TAlign m_align = alNone;
     bool m_forceDraft = false;
     bool m_selectInMouseUp = false;
-    bool m_mouseDowned = false;
     bool m_drewDraft = false;
+    bool m_fullNext = false; ///< the next frame is no draft
     bool m_drawing = false;
     int m_frameCount = 0;
     double m_lastRenderMilliseconds = 0;

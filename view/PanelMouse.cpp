@@ -1,6 +1,10 @@
+#include "scene/GLNames.h"
 #include "view/Camera.h"
+#include "view/Cursors.h"
 #include "view/Panel.h"
+#include "view/RubberBand.h"
 
+#include <QCoreApplication>
 #include <QMouseEvent>
 #include <QWheelEvent>
 
@@ -24,7 +28,7 @@ void TZEPPanel::Press(QMouseEvent* event, TShiftState extra) {
     const TShiftState shift = ShiftOf(*event) | extra;
     const QPoint at = DevicePosition(event->position());
     emit BeforeMouseDown(this, button, shift, at.x(), at.y());
-    m_mouseDowned = true;
+    m_control.MouseDown(*this, button, shift, at.x(), at.y());
     emit AfterMouseDown(this, button, shift, at.x(), at.y());
 }
 
@@ -38,6 +42,7 @@ void TZEPPanel::mouseMoveEvent(QMouseEvent* event) {
     const TShiftState shift = ShiftOf(*event);
     const QPoint at = DevicePosition(event->position());
     emit BeforeMouseMove(this, shift, at.x(), at.y());
+    m_control.MouseMove(*this, shift, at.x(), at.y());
     emit AfterMouseMove(this, shift, at.x(), at.y());
     QWidget::mouseMoveEvent(event);
     event->accept();
@@ -48,8 +53,10 @@ void TZEPPanel::mouseReleaseEvent(QMouseEvent* event) {
     if (ToMouseButton(event->button(), button)) {
         const TShiftState shift = ShiftOf(*event);
         const QPoint at = DevicePosition(event->position());
+        const QPointer<TZEPPanel> alive(this);
         emit BeforeMouseUp(this, button, shift, at.x(), at.y());
-        m_mouseDowned = event->buttons() != Qt::NoButton;
+        m_control.MouseUp(*this, button, shift, at.x(), at.y());
+        if (!alive) return; // a handler of the selection closed the window
         if (m_drewDraft && !DrawsDraft()) Invalidate(); // now in full quality
         emit AfterMouseUp(this, button, shift, at.x(), at.y());
     }
@@ -73,9 +80,56 @@ void TZEPPanel::wheelEvent(QWheelEvent* event) {
     const QPoint at = DevicePosition(event->position());
     const int delta = event->angleDelta().y();
     emit BeforeMouseWheel(this, shift, delta, at.x(), at.y());
+    m_control.MouseWheelMove(*this, shift, delta, at);
     emit AfterMouseWheel(this, shift, delta, at.x(), at.y());
     QWidget::wheelEvent(event);
     event->accept();
+}
+
+// --- what the mouse control asks ---------------------------------------------------------------
+
+bool TZEPPanel::MakeCurrent() {
+    m_context.MakeCurrent();
+    if (!m_drawing) SetContextIsCurrent(false); // a host may draw elsewhere before the next frame
+    return m_context.IsCurrent();
+}
+
+void TZEPPanel::RepaintFull() {
+    m_fullNext = true;
+    Invalidate();
+}
+
+void TZEPPanel::CaptureMouse() {
+    if (isVisible()) grabMouse();
+}
+
+void TZEPPanel::ReleaseCapture() {
+    if (mouseGrabber() == this) releaseMouse();
+}
+
+void TZEPPanel::ShowCursor(int index) {
+    if (index >= 0) {
+        if (!m_ownCursor) m_ownCursor = testAttribute(Qt::WA_SetCursor) ? cursor() : QCursor();
+        return setCursor(NavigationCursor(index));
+    }
+    if (m_ownCursor) setCursor(*m_ownCursor);
+    m_ownCursor.reset();
+}
+
+void TZEPPanel::ShowRubberBand(const QRect& place) {
+    if (!m_band) m_band = std::make_unique<TZEPRubberBand>(this);
+    const qreal ratio = devicePixelRatioF();
+    m_band->Stretch(
+        QRectF(place.x() / ratio, place.y() / ratio, place.width() / ratio, place.height() / ratio)
+            .toAlignedRect());
+}
+
+void TZEPPanel::HideRubberBand() {
+    m_band.reset();
+}
+
+void TZEPPanel::ProcessMessages() {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 } // namespace ZEP

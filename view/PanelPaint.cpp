@@ -70,17 +70,19 @@ void TZEPPanel::DrawContent() {
     QElapsedTimer clock;
     clock.start();
     m_drewDraft = DrawsDraft();
+    m_fullNext = false;
     Render(Width(), Height(), m_drewDraft);
     m_lastRenderMilliseconds = static_cast<double>(clock.nsecsElapsed()) * 1e-6;
 }
 
 bool TZEPPanel::DrawsDraft() const {
-    return m_forceDraft || (m_mouseDowned && m_scene && m_scene->QuickMouse());
+    return m_forceDraft || (!m_fullNext && MouseDowned() && m_scene && m_scene->QuickMouse());
 }
 
 void TZEPPanel::Render(int width, int height, bool draft) {
     if (!m_camera) return;
     if (m_appliedOptions != m_options) ApplyOptions();
+    m_fog.Apply();
     if (m_scene) m_scene->Render(m_camera, width, height, draft);
 }
 

@@ -1,6 +1,6 @@
 #include "view/PixelFormatSearch.h"
 
-#include "view/DebugLog.h"
+#include "framework/DebugLog.h"
 
 #include <algorithm>
 #include <array>

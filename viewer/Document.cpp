@@ -24,14 +24,6 @@ double PixelRatio() {
     return application ? application->devicePixelRatio() : 1;
 }
 
-/// Polylines of a program have corners, and so are no smooth shapes; their lines look rough beside
-/// those of the others without this.
-void SmoothLines() {
-    glEnable(GL_LINE_SMOOTH);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-}
-
 /// From the target to the eye. From the top it leans a little to the front, so that y points up.
 TGLArrayd3 ToEye(TDirection direction) {
     switch (direction) {
@@ -65,9 +57,9 @@ TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, st
     };
 }
 
-/// Corners of what draws, some thousand of them at most.
+/// Corners of what draws, some ten thousand of them at most.
 void SampleCorners(TZEPObject& root, std::vector<TGLArrayd3>& corners) {
-    constexpr int MostSamples = 4000;
+    constexpr int MostSamples = 2000;
     const int stride = root.GetItemsCount() / MostSamples + 1;
     for (int i = 0, count = root.GetItemsCount(); i < count; i += stride) {
         TBox box{};
@@ -136,10 +128,8 @@ public:
 } // namespace
 
 TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
-    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera, [this] {
-        m_backdrop.Draw(PixelRatio());
-        SmoothLines();
-    });
+    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera,
+                     [this] { m_backdrop.Draw(PixelRatio()); });
     m_scene->SetSceneAmbientColor(clWhite);
     m_camera = new TZEPCamera(m_scene.get());
     m_camera->SetParentComponent(m_scene.get());

@@ -5,26 +5,33 @@
 
 namespace ZEP {
 
-/// The parent of all that was read from one file. Where its children are too many to be drawn one
-/// by one it draws them as a batch; picking still reaches each of them.
+/// The parent of all that was read from one file. It draws a tool path as a batch, anew after each
+/// change of a child; picking reaches each child, and those that are selected draw themselves.
 class TFileRoot : public TZEPObject {
     Q_OBJECT
 public:
-    using TZEPObject::TZEPObject;
+    explicit TFileRoot(TComponent* owner = nullptr);
+    ~TFileRoot() override;
 
-    /// To be called after the children have changed.
+    /// Makes the batch ready, which the first frame would do otherwise.
     /// \param size  of what was read: its diagonal
     void Prepare(double size);
-    /// In large files only a part of the path is drawn; see `TPathBatch::Draw`. No repaint.
+    /// How much of a large path is drawn; see `TPathBatch::Draw`. No repaint.
     void SetShare(double share) { m_share = share; }
-    [[nodiscard]] bool IsLarge() const { return !m_batch.IsEmpty(); }
+    [[nodiscard]] bool IsLarge() const;
 
-    void Clear() override;
+    void Invalidate(TObject* sender) override;
     void Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) override;
 
 private:
+    [[nodiscard]] TZEPObjectNotify Listener();
+    void Update();
+
     TPathBatch m_batch;
+    std::vector<TZEPObject*> m_separate; ///< children that are not in the batch
+    double m_size = 1;
     double m_share = 1;
+    bool m_stale = true;
 };
 
 } // namespace ZEP

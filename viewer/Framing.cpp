@@ -13,29 +13,50 @@ namespace {
 
 constexpr double Margin = 1.12;
 
-/// Across one direction of the view: where the eye stands, and how far from the target's plane.
-struct TSpan {
-    double Middle = 0, Distance = 0;
-};
-
-/// A point at (x, away) is seen where |x - middle| <= slope (away + distance); the two outermost
-/// ones to either side decide.
-class TSpanFinder {
+/// The points as they lie across one direction of the view: a point at (x, away) is seen within
+/// the view where |x - middle| <= slope (away + distance).
+class TSpan {
 public:
-    explicit TSpanFinder(double slope) : m_slope(slope) {}
+    explicit TSpan(double slope) : m_slope(slope) {}
 
-    void Add(double x, double away) {
-        m_above = std::max(m_above, x - m_slope * away);
-        m_below = std::max(m_below, -x - m_slope * away);
+    void Add(double x, double away) { m_points.push_back({x, away}); }
+
+    /// The least distance of the eye; the two outermost points to either side decide.
+    [[nodiscard]] double Distance() const {
+        double above = -std::numeric_limits<double>::max();
+        double below = above;
+        for (const auto& [x, away] : m_points) {
+            above = std::max(above, x - m_slope * away);
+            below = std::max(below, -x - m_slope * away);
+        }
+        return (above + below) / 2 / m_slope;
     }
-    [[nodiscard]] TSpan Span() const {
-        return {(m_above - m_below) / 2, (m_above + m_below) / 2 / m_slope};
+
+    /// Where the eye stands so that from that distance the margins to both sides are even.
+    [[nodiscard]] double Middle(double distance) const {
+        double middle = 0;
+        for (int step = 0; step < Steps; ++step) {
+            double low = std::numeric_limits<double>::max();
+            double high = -low;
+            for (const auto& [x, away] : m_points) {
+                const double seen = (x - middle) / (away + distance);
+                low = std::min(low, seen);
+                high = std::max(high, seen);
+            }
+            middle += (low + high) / 4 * distance;
+        }
+        return middle;
     }
 
 private:
+    static constexpr int Steps = 30; // each halves the error, about
+
+    struct TPoint {
+        double X, Away;
+    };
+
     double m_slope;
-    double m_above = -std::numeric_limits<double>::max();
-    double m_below = -std::numeric_limits<double>::max();
+    std::vector<TPoint> m_points;
 };
 
 TGLArrayd3 Sum(const TGLArrayd3& a, const TGLArrayd3& b, double times) {
@@ -57,19 +78,21 @@ void FrameTightly(TZEPCamera& camera, const std::vector<TGLArrayd3>& points, dou
     TGLArrayd3 up;
     CrossProdd(right, away, up);
     const double slope = std::tan(camera.FieldOfView() * std::numbers::pi / 360) / Margin;
-    TSpanFinder across(slope * aspect);
-    TSpanFinder upwards(slope);
+    TSpan across(slope * aspect);
+    TSpan upwards(slope);
+    double depth = 0; // of the points before the target
     for (const TGLArrayd3& point : points) {
         const TGLArrayd3 place = Sum(point, target, -1);
+        depth = std::max(depth, -Dotd(place, away));
         across.Add(Dotd(place, right), Dotd(place, away));
         upwards.Add(Dotd(place, up), Dotd(place, away));
     }
-    const TSpan x = across.Span();
-    const TSpan y = upwards.Span();
-    // What is seen from its end has no extent; the box's own distance is right then.
-    double distance = std::max(x.Distance, y.Distance);
-    if (!(distance > before / 100) || !std::isfinite(distance)) distance = before;
-    const TGLArrayd3 newTarget = Sum(Sum(target, right, x.Middle), up, y.Middle);
+    // What is seen from its end has hardly an extent, and the eye must not come into it.
+    const double distance =
+        std::max({across.Distance(), upwards.Distance(), before / 2, 1.1 * depth});
+    if (!std::isfinite(distance)) return;
+    const TGLArrayd3 newTarget =
+        Sum(Sum(target, right, across.Middle(distance)), up, upwards.Middle(distance));
     const TGLArrayd3 newEye = Sum(newTarget, away, -distance);
     camera.Target()->SetData(newTarget[0], newTarget[1], newTarget[2]);
     camera.Position()->SetData(newEye[0], newEye[1], newEye[2]);

@@ -53,7 +53,9 @@ QString CountsOf(const std::vector<TOpenedFile>& files) {
         for (const TPassedOver& message : file.Messages) passedOver += message.Count;
     }
     const QLocale locale;
-    QString text = QStringLiteral("%1: %2 objects").arg(NamesOf(files), locale.toString(objects));
+    QString text = NamesOf(files) + QStringLiteral(": ");
+    text += objects > 0 ? QStringLiteral("%1 objects").arg(locale.toString(objects))
+                        : QStringLiteral("nothing to draw");
     if (passedOver > 0)
         text +=
             QStringLiteral(", %1 passed over (Ctrl+I tells what)").arg(locale.toString(passedOver));

@@ -33,18 +33,27 @@ class TPathBatch::TBuilder {
 public:
     TBuilder(TPathBatch& batch, double error) : m_batch(batch), m_error(error) {}
 
-    void Add(TZEPObject& object) {
-        if (auto* line = qobject_cast<TZEPLine*>(&object)) return AddLine(*line);
-        if (const auto* arc = qobject_cast<TZEPArc*>(&object)) return AddArc(*arc);
-        if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) return AddPolyline(*polyline);
-        if (auto* point = qobject_cast<TZEPPoint*>(&object)) return AddPoint(*point);
+    /// \return false for what is of another kind
+    bool Add(TZEPObject& object) {
+        if (auto* line = qobject_cast<TZEPLine*>(&object))
+            AddLine(*line);
+        else if (const auto* arc = qobject_cast<TZEPArc*>(&object))
+            AddArc(*arc);
+        else if (auto* polyline = qobject_cast<TZEPPolyline*>(&object);
+                 polyline && !polyline->Smooth())
+            AddPolyline(*polyline);
+        else if (auto* point = qobject_cast<TZEPPoint*>(&object))
+            AddPoint(*point);
+        else
+            return false;
+        return true;
     }
 
 private:
     void Start(const TZEPLineShape& shape) {
         Dip(shape);
         m_vertexes = shape.Style() == psSolid ? &m_batch.m_feeds : &m_batch.m_rapids;
-        if (shape.Style() == psSolid) m_batch.m_width = shape.Width();
+        (shape.Style() == psSolid ? m_batch.m_feedWidth : m_batch.m_rapidWidth) = shape.Width();
     }
 
     void Dip(const TZEPObject& shape) {
@@ -113,26 +122,42 @@ private:
     TVertex m_last{};
 };
 
-void TPathBatch::Build(TZEPObject& root, double size) {
+void TPathBatch::Build(TZEPObject& root, double size, std::vector<TZEPObject*>& rest) {
     m_feeds.clear();
     m_rapids.clear();
     m_holes.clear();
     m_feeds.reserve(2 * static_cast<std::size_t>(root.GetItemsCount()));
     TBuilder builder(*this, size * ChordError);
-    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) builder.Add(*root.GetItem(i));
+    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
+        TZEPObject* object = root.GetItem(i);
+        if (!object->Visible()) continue;
+        if (object->Selected() || object->GetItemsCount() > 0 || !builder.Add(*object))
+            rest.push_back(object);
+    }
 }
 
-/// Dotted; plain ones let through what they would hide.
-void TPathBatch::SetRapidStyle(bool fine) {
-    if (fine) {
-        glLineStipple(1, Dots);
-        glEnable(GL_LINE_STIPPLE);
-        return;
-    }
-    glEnable(GL_BLEND);
-    glBlendColor(0, 0, 0, RapidAlpha);
-    glBlendFunc(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA);
+/// Dotted, or faint where that costs too much. Smooth lines do without depth: the rim of each
+/// would cut into those that it joins.
+void TPathBatch::SetRapid(bool fine) const {
     glDepthMask(GL_FALSE);
+    glEnable(GL_BLEND);
+    if (!fine) {
+        glLineWidth(1);
+        glBlendColor(0, 0, 0, RapidAlpha);
+        return glBlendFunc(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA);
+    }
+    glEnable(GL_LINE_SMOOTH);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glLineWidth(m_rapidWidth);
+    glLineStipple(std::max(1, static_cast<int>(std::lround(m_rapidWidth))), Dots);
+    glEnable(GL_LINE_STIPPLE);
+}
+
+void TPathBatch::SetFeed(bool fine) const {
+    glDisable(GL_LINE_STIPPLE);
+    if (fine) return glLineWidth(m_feedWidth);
+    glDepthMask(GL_TRUE);
+    glDisable(GL_BLEND);
 }
 
 void TPathBatch::Draw(double share) const {
@@ -143,15 +168,13 @@ void TPathBatch::Draw(double share) const {
     glDisable(GL_LIGHTING);
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_COLOR_ARRAY);
+    // First, since a retreat covers the hole that it comes from.
+    SetRapid(fine);
+    DrawPieces(GL_LINES, m_rapids, share);
+    SetFeed(fine);
+    DrawPieces(GL_LINES, m_feeds, share);
     glPointSize(m_holeWidth);
     DrawPieces(GL_POINTS, m_holes, share);
-    glLineWidth(fine ? m_width : 1);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    for (const GLenum capability : {GL_LINE_SMOOTH, GL_BLEND})
-        (fine ? glEnable : glDisable)(capability);
-    DrawPieces(GL_LINES, m_feeds, share);
-    SetRapidStyle(fine);
-    DrawPieces(GL_LINES, m_rapids, share);
     glPopClientAttrib();
     glPopAttrib();
 }

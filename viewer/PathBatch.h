@@ -21,13 +21,15 @@ class TZEPObject;
 class TPathBatch {
 public:
     /// Takes over what the children of `root` draw, in its frame.
+    /// \param rest  gets those that are of other kinds, or selected: they are to draw themselves
     /// \param size  of the path: its diagonal
-    void Build(TZEPObject& root, double size);
+    void Build(TZEPObject& root, double size, std::vector<TZEPObject*>& rest);
     [[nodiscard]] bool IsEmpty() const { return VertexCount() == 0; }
     [[nodiscard]] std::size_t VertexCount() const {
         return m_feeds.size() + m_rapids.size() + m_holes.size();
     }
 
+    /// After what is opaque: smooth lines blend with it.
     /// \param share  of the path that is drawn, above 0; from 1 on all of it
     void Draw(double share) const;
 
@@ -39,12 +41,14 @@ private:
     using TVertexes = std::vector<TVertex>;
 
     class TBuilder;
-    static void SetRapidStyle(bool fine);
+    void SetRapid(bool fine) const;
+    void SetFeed(bool fine) const;
     static void DrawPieces(GLenum mode, const TVertexes& vertexes, double share);
 
     TVertexes m_feeds, m_rapids; ///< two for each line
     TVertexes m_holes;           ///< one for each point
-    float m_width = 1;
+    float m_feedWidth = 1;
+    float m_rapidWidth = 1;
     float m_holeWidth = 1;
 };
 

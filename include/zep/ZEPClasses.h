@@ -4,6 +4,8 @@
 /// The core: objects, transforms, collections, materials, the scene, the camera and, for programs
 /// with Qt Widgets, the panel and its context.
 
+#include "appearance/Fog.h"
+#include "appearance/Light.h"
 #include "appearance/LineShape.h"
 #include "appearance/Material.h"
 #include "appearance/MaterialLibrary.h"
@@ -16,8 +18,12 @@
 #include "scene/Vertex3.h"
 #include "scene/VertexItems.h"
 #include "scene/XForm.h"
+#include "view/Actor.h"
 #include "view/Camera.h"
 #if __has_include(<QWidget>)
 #include "view/Context.h"
+#include "view/Cursors.h"
 #include "view/Panel.h"
+#include "view/PanelControl.h"
+#include "view/TimeLine.h"
 #endif

@@ -271,6 +271,13 @@ CALL(glLoadName, (GLuint name), name)
 CALL(glPushName, (GLuint name), name)
 CALL(glPopName, ())
 
+// Evaluators
+CALL(glMap2f, (GLenum target, F u1, F u2, I ustride, I uorder, F v1, F v2, I vstride, I vorder,
+     const F* points),
+     Enum{target}, u1, u2, ustride, uorder, v1, v2, vstride, vorder, Memory(points))
+CALL(glMapGrid2f, (I un, F u1, F u2, I vn, F v1, F v2), un, u1, u2, vn, v1, v2)
+CALL(glEvalMesh2, (GLenum mode, I i1, I i2, I j1, I j2), Enum{mode}, i1, i2, j1, j2)
+
 // Quadrics
 ANSWER(GLUquadric*, gluNewQuadric, ())
 CALL(gluDeleteQuadric, (GLUquadric* quadric), Memory(quadric))

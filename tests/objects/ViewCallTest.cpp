@@ -3,6 +3,7 @@
 #include "appearance/MaterialLibrary.h"
 #include "scene/Scene.h"
 #include "scene/Vertex3.h"
+#include "scene/ViewVolume.h"
 #include "scene/XForm.h"
 #include "tests/gl/CallRecorder.h"
 #include "tests/gl/OffscreenTest.h"
@@ -136,6 +137,15 @@ TEST_F(ViewCall, EveryEditIsSeenInTheNextFrame) {
              elsewhere.XForm()->Translate()->SetX(-20);
          },
          [&] { line.SetParentComponent(&Group); }},
+        {"a child while nothing climbs", 2,
+         [&] {
+             Scene.SetManualUpdate(true);
+             Add<TZEPLine>(&line);
+         },
+         [&] {
+             line.Clear();
+             Scene.SetManualUpdate(false);
+         }},
         {"the selection", 5, [&] { line.SetSelected(true); }, [&] { line.SetSelected(false); }},
     };
     ASSERT_EQ(Drawn(), 0U);
@@ -191,6 +201,20 @@ TEST_F(ViewCall, RandomEditsOfManyLines) {
         const auto expected = std::count_if(lines.begin(), lines.end(), inView);
         ASSERT_EQ(Drawn(), static_cast<std::size_t>(expected)) << "round " << round;
     }
+}
+
+TEST_F(ViewCall, HiddenChildrenMakeNoBox) {
+    std::vector<TZEPLine*> lines;
+    for (int i = 0; i < 64; ++i) lines.push_back(AddLine(0));
+    EXPECT_EQ(Drawn(), 64U);
+    for (TZEPLine* line : lines) line->SetVisible(false);
+    EXPECT_EQ(Drawn(), 0U);
+    {
+        const TZEPViewFrame walk(TZEPViewVolume{idd});
+        EXPECT_EQ(TZEPViewFrame::Shows(TZEPBlockBox()), TZEPSeen::Nothing);
+    }
+    lines[3]->SetVisible(true);
+    EXPECT_EQ(Drawn(), 1U);
 }
 
 TEST_F(ViewCall, OnlyTheMainPassesPassOver) {

@@ -57,6 +57,7 @@ public:
         GlCalls::Note(
             QStringLiteral("camera %1 %2 %3").arg(width).arg(height).arg(jitter).toStdString());
     }
+    void Pick(int, int, int, int, int, int) override {}
     TZEPObject* AsObject() override { return this; }
 };
 

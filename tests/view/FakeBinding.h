@@ -1,7 +1,7 @@
 #pragma once
 
+#include "framework/DebugLog.h"
 #include "view/ContextBinding.h"
-#include "view/DebugLog.h"
 
 #include <QStringList>
 
@@ -104,6 +104,8 @@ public:
         const auto found = m_system.EntryPoints.find(name);
         return found == m_system.EntryPoints.end() ? nullptr : found->second;
     }
+    bool BeginPicture(TContextHandle, int, int) override { return false; }
+    void EndPicture(TContextHandle) override {}
     void SwapBuffers() override {}
 
 private:

@@ -1,4 +1,4 @@
-#include "view/DebugLog.h"
+#include "framework/DebugLog.h"
 
 #include <utility>
 

@@ -1,0 +1,137 @@
+#include "objects/Line.h"
+#include "scene/Scene.h"
+#include "scene/Vertex3.h"
+#include "scene/XForm.h"
+#include "tests/gl/OffscreenContext.h"
+#include "view/Camera.h"
+
+#include <benchmark/benchmark.h>
+
+#include <GL/gl.h>
+
+#include <array>
+
+namespace ZEP {
+namespace {
+
+// A click in the middle of a view of 800 by 600: the scene's own, and one that draws everything in
+// select mode to find the same.
+constexpr int Width = 800;
+constexpr int Height = 600;
+
+/// A cube of six sides, as simple as an object with a transform can be.
+class Block : public TZEPColoredObject {
+public:
+    using TZEPColoredObject::TZEPColoredObject;
+    void DrawSpecific(GLenum, bool) override {
+        glBegin(GL_QUADS);
+        for (const double side : {-0.5, 0.5})
+            for (const auto& [x, y] :
+                 {std::pair{-0.5, -0.5}, {0.5, -0.5}, {0.5, 0.5}, {-0.5, 0.5}}) {
+                glVertex3d(side, x, y);
+                glVertex3d(x, side, y);
+                glVertex3d(x, y, side);
+            }
+        glEnd();
+    }
+
+protected:
+    [[nodiscard]] bool StaysInSize() const override { return true; }
+};
+
+/// A path that goes to and fro over ten layers, one line each.
+void AddPath(TZEPScene& scene, int count) {
+    const auto point = [](int i) {
+        return TGLArrayd3{i % 100 * 0.02 - 1, i / 100 % 100 * 0.02 - 1, i / 10'000 * 0.1};
+    };
+    for (int i = 0; i < count; ++i) {
+        auto* line = new TZEPLine(&scene);
+        const TGLArrayd3 from = point(i), to = point(i + 1);
+        line->P1()->SetData(from[0], from[1], from[2]);
+        line->P2()->SetData(to[0], to[1], to[2]);
+        line->SetSmooth(false);
+        line->SetParentComponent(&scene);
+    }
+}
+
+void AddBlocks(TZEPScene& scene, int count) {
+    for (int i = 0; i < count; ++i) {
+        auto* block = new Block(&scene);
+        block->XForm()->Translate()->SetData(i % 100 * 0.02 - 1, i / 100 * 0.02 - 1, 0);
+        block->XForm()->Scale()->SetData(0.015, 0.015, 0.015);
+        block->SetParentComponent(&scene);
+    }
+}
+
+class ClickedScene {
+public:
+    explicit ClickedScene(void (*fill)(TZEPScene&, int), int count) {
+        m_scene.BeginUpdate();
+        fill(m_scene, count);
+        m_camera.SetParentComponent(&m_scene);
+        m_camera.Position()->SetData(0, -3, 2);
+        m_scene.EndUpdate();
+        Click(0); // the first one measures what there is
+    }
+
+    /// At a place that each click has for itself.
+    int Click(int turn) {
+        return m_scene.Select(&m_camera, Width, Height, Width / 2 + turn % 50, Height / 2, 4, 4,
+                              true, true, true);
+    }
+    int DrawAll() {
+        std::array<GLuint, 4096> hits;
+        m_camera.Pick(Width, Height, Width / 2, Height / 2, 4, 4);
+        glSelectBuffer(static_cast<GLsizei>(hits.size()), hits.data());
+        glRenderMode(GL_SELECT);
+        glInitNames();
+        m_scene.Draw(m_scene, dsAllObjects, dkSelect);
+        return glRenderMode(GL_RENDER);
+    }
+    void MoveAll() {
+        m_scene.Iterate([](TZEPObject* object, void*) { object->Invalidate(object); }, nullptr);
+    }
+
+private:
+    TZEPScene m_scene;
+    TZEPCamera m_camera{&m_scene};
+};
+
+void Click(benchmark::State& state, void (*fill)(TZEPScene&, int)) {
+    const OffscreenContext context(Width, Height);
+    ClickedScene scene(fill, static_cast<int>(state.range(0)));
+    int turn = 0;
+    int hits = 0;
+    for (auto _ : state) hits += scene.Click(++turn);
+    if (hits == 0) state.SkipWithError("nothing was hit");
+    state.counters["hits"] = static_cast<double>(hits) / turn;
+}
+
+/// The first click after everything has changed.
+void FirstClick(benchmark::State& state, void (*fill)(TZEPScene&, int)) {
+    const OffscreenContext context(Width, Height);
+    ClickedScene scene(fill, static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        state.PauseTiming();
+        scene.MoveAll();
+        state.ResumeTiming();
+        scene.Click(0);
+    }
+}
+
+void DrawAll(benchmark::State& state, void (*fill)(TZEPScene&, int)) {
+    const OffscreenContext context(Width, Height);
+    ClickedScene scene(fill, static_cast<int>(state.range(0)));
+    for (auto _ : state)
+        if (scene.DrawAll() == 0) state.SkipWithError("nothing was hit");
+}
+
+BENCHMARK_CAPTURE(Click, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FirstClick, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawAll, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Click, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FirstClick, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawAll, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace ZEP

@@ -1,0 +1,230 @@
+#include "ZEPObjects.h"
+#include "tests/gl/Feedback.h"
+#include "tests/gl/OffscreenTest.h"
+
+#include <cmath>
+#include <functional>
+#include <numbers>
+#include <set>
+
+using namespace ZEP;
+
+namespace {
+
+using std::numbers::phi;
+using std::numbers::pi;
+
+/// A triangle of a drawn surface by the numbers of its corners, with what it encloses.
+class Surface {
+public:
+    explicit Surface(const std::vector<TDrawnPolygon>& polygons) {
+        for (const TDrawnPolygon& polygon : polygons)
+            for (std::size_t i = 2; i < polygon.size(); ++i)
+                Add(polygon[0], polygon[i - 1], polygon[i]);
+    }
+
+    double Area = 0;
+    double Volume = 0;
+    int Faces = 0;
+    double WorstNormal = 1; ///< cosine between a corner's normal and the way its face looks
+    TGLArrayd3 Min{1e9, 1e9, 1e9}, Max{-1e9, -1e9, -1e9};
+
+    /// Two faces at an edge run along it in opposite directions, or one of them is turned over.
+    [[nodiscard]] int EdgesRunTwice() const { return m_twice; }
+    /// Edges that only one face has: none in a closed surface.
+    [[nodiscard]] int OpenEdges() const {
+        int open = 0;
+        for (const auto& [from, to] : m_edges)
+            if (!m_edges.contains({to, from})) ++open;
+        return open;
+    }
+    [[nodiscard]] const std::vector<TGLArrayd3>& Points() const { return m_points; }
+
+private:
+    void Add(const TDrawnVertex& a, const TDrawnVertex& b, const TDrawnVertex& c) {
+        const TGLArrayd3 p = Difference(b.Point, a.Point);
+        const TGLArrayd3 q = Difference(c.Point, a.Point);
+        TGLArrayd3 normal;
+        CrossProdd(p, q, normal);
+        const double area = std::sqrt(Dotd(normal, normal)) / 2;
+        if (area < 1e-8) return;
+        ++Faces;
+        Area += area;
+        Volume += Dotd(a.Point, normal) / 6;
+        for (const TDrawnVertex* vertex : {&a, &b, &c}) {
+            WorstNormal = std::fmin(WorstNormal, Dotd(vertex->Normal, normal) / (2 * area));
+            MinBoundsd(Min, vertex->Point);
+            MaxBoundsd(Max, vertex->Point);
+        }
+        const int numbers[]{Number(a.Point), Number(b.Point), Number(c.Point)};
+        for (int i = 0; i < 3; ++i)
+            if (!m_edges.insert({numbers[i], numbers[(i + 1) % 3]}).second) ++m_twice;
+    }
+    static TGLArrayd3 Difference(const TGLArrayd3& a, const TGLArrayd3& b) {
+        return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
+    }
+    int Number(const TGLArrayd3& point) {
+        for (std::size_t i = 0; i < m_points.size(); ++i) {
+            const TGLArrayd3 d = Difference(m_points[i], point);
+            if (Dotd(d, d) < 1e-9) return static_cast<int>(i);
+        }
+        m_points.push_back(point);
+        return static_cast<int>(m_points.size()) - 1;
+    }
+
+    std::vector<TGLArrayd3> m_points;
+    std::set<std::pair<int, int>> m_edges;
+    int m_twice = 0;
+};
+
+template <class T>
+std::function<std::unique_ptr<TZEPSolid>()> Make(std::function<void(T&)> set = {}) {
+    return [set] {
+        auto solid = std::make_unique<T>();
+        if (set) set(*solid);
+        return solid;
+    };
+}
+
+struct TSolidCase {
+    const char* Name;
+    std::function<std::unique_ptr<TZEPSolid>()> Make;
+    double Volume, Area;   ///< of the faceted solid; 0: not closed, or not known in closed form
+    double Normal = 0.999; ///< least cosine between normals and faces
+};
+
+double Cube(double x) {
+    return x * x * x;
+}
+
+const double FrustumBase = 5 * std::sin(pi / 5); // a regular polygon of 10 corners and radius 1
+
+const TSolidCase Solids[] = {
+    {"box", Make<TZEPBox>(), 1, 6},
+    {"legend box", Make<TZEPLegendBox>(), 1, 6},
+    {"sliced box", Make<TZEPBox>([](TZEPBox& box) {
+         box.SetSlicesX(2);
+         box.SetSlicesY(3);
+         box.SetSlicesZ(5);
+     }),
+     1, 6},
+    {"octahedron", Make<TZEPOctahedron>(), 1.0 / 6, std::sqrt(3)},
+    {"icosahedron", Make<TZEPIcosahedron>(), 5 * (3 + std::sqrt(5)) / 12 * Cube(1 / phi),
+     5 * std::sqrt(3) / phi / phi},
+    {"dodecahedron", Make<TZEPDodecahedron>(), (15 + 7 * std::sqrt(5)) / 4 * Cube(0.6 / phi),
+     3 * std::sqrt(25 + 10 * std::sqrt(5)) * 0.36 / phi / phi},
+    {"flat sphere", Make<TZEPSphere>(), 0, 0, 0},
+    {"smooth sphere", Make<TZEPSphere>([](TZEPSphere& sphere) { sphere.SetSmooth(true); }), 0, 0,
+     0.97},
+    {"cone", Make<TZEPCone>([](TZEPCone& cone) { cone.SetRadius2(0.5); }), FrustumBase / 4 / 3, 0,
+     0.8},
+    {"smooth cylinder", Make<TZEPCone>([](TZEPCone& cone) {
+         cone.SetRadius1(2);
+         cone.SetRadius2(2);
+         cone.SetStacks(3);
+         cone.SetSmooth(true);
+     }),
+     FrustumBase * 4, 2 * FrustumBase * 4 + 10 * 4 * std::sin(pi / 10), 0.95},
+    {"upturned frustum", Make<TZEPCone>([](TZEPCone& cone) {
+         cone.SetRadius1(2);
+         cone.SetRadius2(1);
+     }),
+     FrustumBase * 7 / 3, 0, 0.8},
+    {"torus", Make<TZEPTorus>([](TZEPTorus& torus) {
+         torus.SetRadius1(2);
+         torus.SetRadius2(0.5);
+     }),
+     // The tube's octagon times the way of its centre, shortened to the chords of the ring.
+     4 * std::sin(pi / 4) * 0.25 * 2 * 15 * std::sin(2 * pi / 15), 0},
+    {"smooth torus", Make<TZEPTorus>([](TZEPTorus& torus) {
+         torus.SetRadius1(2);
+         torus.SetRadius2(0.5);
+         torus.SetSmooth(true);
+     }),
+     4 * std::sin(pi / 4) * 0.25 * 2 * 15 * std::sin(2 * pi / 15), 0, 0.85},
+};
+
+class SolidGeometryPixel : public OffscreenTest {};
+
+} // namespace
+
+TEST_F(SolidGeometryPixel, EveryFaceOfEverySolidLooksOutwards) {
+    for (const TSolidCase& c : Solids) {
+        SCOPED_TRACE(c.Name);
+        const std::unique_ptr<TZEPSolid> solid = c.Make();
+        const Surface surface(
+            DrawnPolygons(4, [&] { solid->DrawSpecific(GL_FRONT_AND_BACK, false); }));
+        ASSERT_GT(surface.Faces, 0);
+        EXPECT_EQ(surface.OpenEdges(), 0);
+        EXPECT_EQ(surface.EdgesRunTwice(), 0) << "all faces wind the same way";
+        EXPECT_GT(surface.Volume, 0) << "and that is counter-clockwise seen from outside";
+        EXPECT_GT(surface.WorstNormal, c.Normal) << "normals look where the faces do";
+        EXPECT_NEAR(surface.Volume, c.Volume > 0 ? c.Volume : surface.Volume, 1e-4);
+        EXPECT_NEAR(surface.Area, c.Area > 0 ? c.Area : surface.Area, 1e-4);
+    }
+}
+
+TEST_F(SolidGeometryPixel, SpheresApproachTheSphere) {
+    for (const auto& [cells, part] : {std::pair{20, 0.96}, {60, 0.995}}) {
+        TZEPSphere sphere;
+        sphere.SetSlices(cells);
+        sphere.SetStacks(cells);
+        const Surface surface(DrawnPolygons(1, [&] { sphere.DrawSpecific(GL_FRONT, false); }));
+        EXPECT_GT(surface.Volume, part * pi / 6);
+        EXPECT_LT(surface.Volume, pi / 6);
+    }
+}
+
+TEST_F(SolidGeometryPixel, TheTeapotsPartsLookOutwards) {
+    struct Case {
+        TZEPTeapotParts Part;
+        int Sheets; ///< patches, all images counted
+    };
+    for (const Case& c : {Case{tpBody, 16}, {tpLid, 8}, {tpHandle, 4}, {tpSpout, 4}}) {
+        SCOPED_TRACE(static_cast<int>(c.Part));
+        TZEPTeapot teapot;
+        teapot.SetParts(c.Part);
+        teapot.SetSegments(12);
+        const std::vector<TDrawnPolygon> polygons =
+            DrawnPolygons(2, [&] { teapot.DrawSpecific(GL_FRONT_AND_BACK, false); });
+        const Surface surface(polygons);
+        EXPECT_EQ(surface.Faces, c.Sheets * 288);
+        EXPECT_EQ(surface.EdgesRunTwice(), 0) << "all patches wind the same way";
+        EXPECT_GT(surface.WorstNormal, 0.1) << "normals look where the faces do";
+        // What lies farthest along an axis looks that way.
+        for (const TDrawnPolygon& polygon : polygons)
+            for (const TDrawnVertex& vertex : polygon)
+                EXPECT_TRUE(vertex.Point[1] < surface.Max[1] - 1e-4 || vertex.Normal[1] > 0.5);
+    }
+}
+
+TEST_F(SolidGeometryPixel, TheTeapotStandsUprightWithItsSpoutTowardsX) {
+    TZEPTeapot teapot;
+    teapot.SetSegments(8);
+    const auto box = [&](TZEPTeapotPartSet parts) {
+        teapot.SetParts(parts);
+        return Surface(DrawnPolygons(2, [&] { teapot.DrawSpecific(GL_FRONT_AND_BACK, false); }));
+    };
+    EXPECT_GT(box(tpSpout).Min[0], 0.4);
+    EXPECT_LT(box(tpHandle).Max[0], -0.35);
+    EXPECT_NEAR(box(tpLid).Max[2], 0.6, 1e-4);
+    EXPECT_NEAR(box(tpBody).Min[2], -0.1875, 1e-4);
+    EXPECT_NEAR(box(tpBody).Max[1], 0.5, 1e-3);
+}
+
+TEST_F(SolidGeometryPixel, EverySolidLiesWithinItsBox) {
+    std::vector<std::unique_ptr<TZEPSolid>> solids;
+    for (const TSolidCase& c : Solids) solids.push_back(c.Make());
+    solids.push_back(std::make_unique<TZEPTeapot>());
+    for (const auto& solid : solids) {
+        SCOPED_TRACE(solid->ClassName().toStdString());
+        TGLArrayd3 min, max;
+        solid->GetSize(min, max);
+        const Surface surface(
+            DrawnPolygons(4, [&] { solid->DrawSpecific(GL_FRONT_AND_BACK, false); }));
+        for (std::size_t k = 0; k < 3; ++k) {
+            EXPECT_GE(surface.Min[k], min[k] - 1e-5);
+            EXPECT_LE(surface.Max[k], max[k] + 1e-5);
+        }
+    }
+}

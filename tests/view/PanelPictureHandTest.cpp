@@ -1,0 +1,207 @@
+#include "appearance/Material.h"
+#include "framework/Exception.h"
+#include "objects/Line.h"
+#include "scene/XForm.h"
+#include "tests/view/PanelFixture.h"
+
+#include <QFile>
+#include <QPrinter>
+#include <QTemporaryDir>
+
+#include <random>
+
+namespace ZEP {
+namespace {
+
+/// A panel whose scene is a yellow cross of thick lines.
+class PanelPicture : public Panel {
+protected:
+    void SetUp() override {
+        Panel::SetUp();
+        if (IsSkipped()) return;
+        Scene->SetSceneAmbientColor(clWhite);
+        Camera->Position()->SetData(1, -9, 5);
+        AddLine({-4, 0, -3}, {4, 0, 3});
+        AddLine({-4, 0, 3}, {4, 0, -3});
+        Show();
+    }
+    TZEPLine* AddLine(const TGLArrayd3& from, const TGLArrayd3& to) {
+        auto* line = new TZEPLine(Scene.get());
+        line->P1()->SetData(from[0], from[1], from[2]);
+        line->P2()->SetData(to[0], to[1], to[2]);
+        line->SetColor(clYellow);
+        line->SetWidth(5);
+        line->SetSmooth(false);
+        line->SetParentComponent(Scene.get());
+        return line;
+    }
+    /// Has pictures put together from tiles of that length.
+    void SetTileLength(int length) {
+        const QMetaObject& type = TZEPContext::staticMetaObject;
+        type.property(type.indexOfProperty("MaxViewportSize"))
+            .writeOnGadget(View->Context(), length + 32);
+    }
+};
+
+int DifferentPixels(const QImage& a, const QImage& b) {
+    int count = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) count += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
+    return count;
+}
+
+TEST_F(PanelPicture, IsTheFrameWhereItHasThePanelsSize) {
+    const QImage frame = View->GrabFrame();
+    const QImage picture = View->RenderToCanvas(frame.size());
+    EXPECT_EQ(picture.format(), QImage::Format_RGB32);
+    EXPECT_EQ(picture, frame);
+    EXPECT_GT(DifferentPixels(frame, QImage(frame.size(), QImage::Format_RGB32)), 100);
+    EXPECT_EQ(View->GrabFrame(), frame) << "the panel is as it was";
+    Settle();
+    EXPECT_EQ(Shown(0, 0), Red);
+}
+
+TEST_F(PanelPicture, TilesFitTogether) {
+    const QSize size(333, 211);
+    const QImage whole = View->RenderToCanvas(size);
+    ASSERT_EQ(whole.size(), size);
+    for (const int length : {16, 100, 211, 332}) {
+        SetTileLength(length);
+        const QImage tiled = View->RenderToCanvas(size);
+        // At the borders of lines rounding may fall the other way.
+        EXPECT_LT(DifferentPixels(whole, tiled), 40) << length;
+        EXPECT_EQ(tiled.pixel(0, 0), 0xFFFF0000U);
+        EXPECT_EQ(tiled.pixel(332, 210), 0xFFFF0000U);
+    }
+}
+
+TEST_F(PanelPicture, MayBeLargerThanTheDriverDrawsAtOnce) {
+    const int width = View->Context()->MaxViewportSize() + 1000;
+    const QImage picture = View->RenderToCanvas({width, 60});
+    ASSERT_EQ(picture.size(), QSize(width, 60));
+    EXPECT_EQ(picture.pixel(width - 1, 59), 0xFFFF0000U);
+    bool left = false, right = false;
+    for (int x = 0; x < width; ++x)
+        (x < width / 2 ? left : right) |= picture.pixel(x, 20) == 0xFFFFFF00U;
+    EXPECT_TRUE(left && right) << "both arms of the cross";
+}
+
+TEST_F(PanelPicture, LeavesOutWhatTheSceneDoesNotCover) {
+    TZEPLine* line = AddLine({0, 0, -5}, {0, 0, 5});
+    line->SetWidth(40);
+    line->Material()->SetTransparency(0.5);
+    line->SetMaterialIndex(-1);
+    const QImage picture = View->RenderToCanvas({160, 120}, true);
+    EXPECT_EQ(picture.format(), QImage::Format_ARGB32_Premultiplied);
+    int none = 0, half = 0, full = 0;
+    for (int y = 0; y < 120; ++y)
+        for (int x = 0; x < 160; ++x) {
+            const QColor color = picture.pixelColor(x, y);
+            none += color.alpha() == 0;
+            half += std::abs(color.alpha() - 128) < 3;
+            full += color == QColor(Qt::yellow);
+        }
+    EXPECT_GT(none, 5000);
+    EXPECT_GT(half, 500);
+    EXPECT_GT(full, 100);
+    EXPECT_EQ(Scene->BackgroundColor(), clRed);
+    EXPECT_FALSE(Scene->ManualUpdate());
+}
+
+TEST_F(PanelPicture, OfNothingIsEmptyBlackOrClear) {
+    EXPECT_TRUE(View->RenderToCanvas({0, 50}).isNull());
+    EXPECT_TRUE(View->RenderToCanvas({-5, 50}).isNull());
+    View->SetCamera(nullptr);
+    EXPECT_EQ(View->RenderToCanvas({5, 5}).pixel(2, 2), 0xFF000000U);
+    EXPECT_EQ(View->RenderToCanvas({5, 5}, true).pixel(2, 2), 0U);
+}
+
+TEST_F(PanelPicture, SaysWhenItCannotBeDrawn) {
+    View->Context()->DestroyContext();
+    try {
+        static_cast<void>(View->RenderToCanvas({50, 50}));
+        FAIL() << "nothing was raised";
+    } catch (const Exception& error) {
+        EXPECT_EQ(error.Message(), "RenderToCanvas: Can't set pixel format");
+    }
+}
+
+TEST_F(PanelPicture, IsNotDrawnWithinAFrame) {
+    int refused = 0;
+    QObject::connect(View, &TZEPPanel::BeforFlush, [&] {
+        try {
+            static_cast<void>(View->RenderToCanvas({50, 50}));
+        } catch (const Exception&) {
+            ++refused;
+        }
+    });
+    View->Paint();
+    EXPECT_EQ(refused, 1);
+}
+
+TEST_F(PanelPicture, IsPrintedOnOnePage) {
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("view.pdf"));
+    {
+        QPrinter printer;
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(name);
+        View->Print(printer);
+    }
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray pdf = file.readAll();
+    EXPECT_TRUE(pdf.startsWith("%PDF"));
+    EXPECT_EQ(pdf.count("/Type /Page\n"), 1);
+    EXPECT_TRUE(pdf.contains("/Subtype /Image"));
+    QByteArray title; // two bytes a letter
+    for (const char c : QByteArray("ZEP rendered image")) title.append('\0').append(c);
+    EXPECT_TRUE(pdf.contains(title));
+}
+
+TEST_F(PanelPicture, SaysWhenItCannotBePrinted) {
+    QPrinter printer;
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(QStringLiteral("/nowhere/at/all.pdf"));
+    EXPECT_THROW(View->Print(printer), Exception);
+}
+
+TEST_F(PanelPicture, WindowAndWorldPlacesAreInversesOfEachOther) {
+    std::mt19937 random(3);
+    std::uniform_real_distribution x(-20.0, 200.0), depth(0.01, 0.99);
+    for (const bool orthographic : {false, true}) {
+        Camera->SetOrthographic(orthographic);
+        Camera->Orbit(20, 10);
+        for (int i = 0; i < 200; ++i) {
+            const TGLArrayd3 place{x(random), x(random), depth(random)};
+            const auto world = View->GetWorldCoords(place[0], place[1], place[2]);
+            ASSERT_TRUE(world);
+            const auto back = View->GetScreenCoords(*world);
+            ASSERT_TRUE(back);
+            for (std::size_t k = 0; k < 3; ++k) EXPECT_NEAR((*back)[k], place[k], 1e-4);
+        }
+    }
+    const auto eye = View->GetScreenCoords(Camera->GetPosition());
+    ASSERT_TRUE(eye) << "parallel: it lies over the target";
+    EXPECT_NEAR((*eye)[0], View->Width() / 2., 1e-6);
+    Camera->SetOrthographic(false);
+    EXPECT_EQ(View->GetScreenCoords(Camera->GetPosition()), std::nullopt);
+    View->SetCamera(nullptr);
+    EXPECT_EQ(View->GetWorldCoords(1, 1, 0.5), std::nullopt);
+}
+
+TEST_F(PanelPicture, WindowPlacesAreWhereThingsAreSeen) {
+    for (const TGLArrayd3& end : {TGLArrayd3{-4, 0, -3}, {4, 0, 3}, {4, 0, -3}}) {
+        const auto place = View->GetScreenCoords(end);
+        ASSERT_TRUE(place);
+        const QImage frame = View->GrabFrame();
+        const int x = static_cast<int>((*place)[0]), y = static_cast<int>((*place)[1]);
+        ASSERT_TRUE(frame.rect().contains(x, y));
+        const int inward = end[0] < 0 ? 2 : -2;
+        EXPECT_EQ(frame.pixel(x + inward, y), 0xFFFFFF00U) << end[0] << ' ' << end[2];
+        EXPECT_EQ(frame.pixel(x - 4 * inward, y), 0xFFFF0000U) << end[0] << ' ' << end[2];
+    }
+}
+
+} // namespace
+} // namespace ZEP

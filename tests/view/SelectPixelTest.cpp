@@ -1,0 +1,362 @@
+#include "framework/DebugLog.h"
+#include "objects/Polyline.h"
+#include "tests/view/FakeBinding.h"
+#include "tests/view/SelectFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+namespace ZEP {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+TEST_F(SelectTest, AClickTakesWhatIsNearestInDepthAndTheFirstOfEquals) {
+    Tile* low = AddTile(0, 0, 1);
+    Tile* high = AddTile(0, 0, 3);
+    Tile* twin = AddTile(0, 0, 3);
+    EXPECT_EQ(Click(0, 0), 3);
+    EXPECT_THAT(Selected(), ElementsAre(high));
+    high->SetSelectable(false);
+    EXPECT_EQ(Click(0, 0), 3);
+    EXPECT_THAT(Selected(), ElementsAre(twin));
+    twin->SetVisible(false);
+    high->SetVisible(false);
+    EXPECT_EQ(Click(0, 0), 1);
+    EXPECT_THAT(Selected(), ElementsAre(low));
+    EXPECT_EQ(Click(0.8, 0), 0) << "beside it";
+    EXPECT_THAT(Selected(), IsEmpty());
+}
+
+TEST_F(SelectTest, TogglesAndClears) {
+    struct Case {
+        bool Toggle, Clear, AtTile, WasSelected;
+        bool TileAfter, OtherAfter; // the other one was selected and is not hit
+    };
+    const Case cases[] = {
+        {false, true, true, false, true, false},  {false, false, true, false, true, true},
+        {true, false, true, false, true, true},   {true, false, true, true, false, true},
+        {true, true, true, true, true, false}, // cleared before it is toggled
+        {false, true, false, true, false, false}, {false, false, false, true, true, true},
+    };
+    Tile* tile = AddTile(0, 0, 0);
+    Tile* other = AddTile(5, 0, 0);
+    for (const Case& c : cases) {
+        tile->SetSelected(c.WasSelected);
+        other->SetSelected(true);
+        Click(c.AtTile ? 0 : -5, 0, c.Toggle, c.Clear);
+        EXPECT_EQ(tile->Selected(), c.TileAfter) << &c - cases;
+        EXPECT_EQ(other->Selected(), c.OtherAfter) << &c - cases;
+    }
+}
+
+TEST_F(SelectTest, ARectangleTakesAllThatItTouches) {
+    Tile* left = AddTile(-2, 0, 0);
+    Tile* below = AddTile(-2, 0, -1);
+    Tile* right = AddTile(2, 0, 0);
+    AddTile(2, 3, 0);
+    EXPECT_EQ(Region(0, 0, 60, 10), 3);
+    EXPECT_THAT(Selected(), UnorderedElementsAre(left, below, right));
+    EXPECT_EQ(Region(-2, 0, 0, -7, true, false), 2) << "at least one pixel";
+    EXPECT_THAT(Selected(), UnorderedElementsAre(left, below, right)) << "never toggled";
+    EXPECT_EQ(Region(2, 0, 5, 4), 1);
+    EXPECT_THAT(Selected(), ElementsAre(right));
+}
+
+TEST_F(SelectTest, FiresTheEventsOfEachObject) {
+    Tile* a = AddTile(0, 0, 0, QStringLiteral("A"));
+    AddTile(3, 0, 0, QStringLiteral("B"))->SetSelected(true);
+    QStringList events;
+    QObject::connect(&Scene, &TZEPScene::BeforeSelect, [&](TZEPObject* object) {
+        events << "before " + object->Name() + (object->Selected() ? " on" : " off");
+    });
+    QObject::connect(&Scene, &TZEPScene::AfterSelect, [&](TZEPObject* object) {
+        events << "after " + object->Name() + (object->Selected() ? " on" : " off");
+    });
+    Click(0, 0);
+    EXPECT_EQ(events, (QStringList{"before B on", "after B off", "before A off", "after A on"}));
+    events.clear();
+    EXPECT_EQ(PickAt(0, 0), a);
+    EXPECT_EQ(events, QStringList());
+}
+
+TEST_F(SelectTest, NothingIsSelectedWhereTheSceneForbidsItOrHasNoCamera) {
+    Tile* tile = AddTile(0, 0, 0);
+    tile->SetSelected(true);
+    EXPECT_EQ(Scene.Select(nullptr, 200, 100, 100, 50, 4, 4, true, false, true), 0);
+    EXPECT_EQ(Scene.Pick(nullptr, 200, 100, 100, 50, 4, 4, 0), nullptr);
+    EXPECT_TRUE(tile->Selected());
+    Scene.SetSelectionEnabled(false);
+    EXPECT_EQ(Click(0, 0, false, false), 0);
+    EXPECT_FALSE(tile->Selected());
+    EXPECT_EQ(PickAt(0, 0), tile) << "picking is no selection";
+}
+
+TEST_F(SelectTest, CountsWithoutProcessing) {
+    Tile* tile = AddTile(0, 0, 0);
+    Tile* other = AddTile(3, 0, 0);
+    other->SetSelected(true);
+    EXPECT_EQ(Scene.Select(&Camera, 200, 100, 100, 50, 4, 4, false, false, true), 1);
+    EXPECT_FALSE(tile->Selected());
+    EXPECT_FALSE(other->Selected());
+    EXPECT_EQ(Scene.Select(&Camera, 200, 100, 100, 50, 90, 40, false, false, false), 2);
+    EXPECT_THAT(Selected(), IsEmpty());
+}
+
+TEST_F(SelectTest, PicksWhatIsPickableUpToALevel) {
+    Tile* low = AddTile(0, 0, 0);
+    Tile* middle = AddTile(0, 0, 1);
+    Tile* top = AddTile(0, 0, 2);
+    top->SetPickable(false);
+    middle->SetPickLevel(2);
+    EXPECT_EQ(PickAt(0, 0), low);
+    EXPECT_EQ(PickAt(0, 0, 1), low);
+    EXPECT_EQ(PickAt(0, 0, 2), middle);
+    top->SetPickable(true);
+    EXPECT_EQ(PickAt(0, 0), top);
+    top->SetSelectable(false);
+    EXPECT_EQ(PickAt(0, 0), low);
+    EXPECT_EQ(PickAt(5, 0), nullptr);
+}
+
+TEST_F(SelectTest, ChecksTheDepthByHand) {
+    // The eye is at (0, 0, 10): the deeper tile has the nearer corner.
+    Tile* front = AddTile(6, 0, 1, QStringLiteral("Wheel"));
+    Tile* deep = AddTile(4, 0, 0, QStringLiteral("Axle"));
+    deep->XForm()->Scale()->SetData(4, 1, 1);
+    const auto best = [this] { return PickAt(5.8, 0); };
+    EXPECT_EQ(best(), front);
+    Scene.SetManualDepthCheck(true);
+    EXPECT_EQ(best(), deep);
+    front->SetSelectPriority(1);
+    EXPECT_EQ(best(), front) << "the first hit has a priority that the second lacks";
+    deep->SetSelectPriority(1);
+    EXPECT_EQ(best(), deep);
+    deep->SetSelectPriority(0);
+    deep->SetName(QStringLiteral("WheelNut"));
+    EXPECT_EQ(best(), deep) << "a part of what was best";
+    deep->SetName({});
+    front->SetName({});
+    EXPECT_EQ(best(), front) << "no name is part of no other";
+    front->SetName(QStringLiteral("SomeXXX"));
+    front->SetSelectPriority(-1);
+    deep->SetVisible(false);
+    EXPECT_EQ(best(), front) << "the name that nothing has yet";
+    front->SetName(QStringLiteral("Some"));
+    EXPECT_EQ(best(), nullptr);
+}
+
+TEST_F(SelectTest, MeasuresFromTheEyeToTheNearestCorner) {
+    Tile* tile = AddTile(3, 4, 10, QStringLiteral("Far"));
+    tile->XForm()->Scale()->SetData(0, 0, 0);
+    LogKeeper log;
+    EXPECT_DOUBLE_EQ(Scene.GetObjectDistance(&Camera, tile), 5);
+    Camera.Move(3, 0, 0, 0, 0, 0);
+    EXPECT_DOUBLE_EQ(Scene.GetObjectDistance(&Camera, tile), 4);
+    EXPECT_EQ(log.Lines[0], "Camera: 0.000000 0.000000 10.000000");
+    EXPECT_EQ(log.Lines[1], "Dist: 5.000000 Picked: Far Pos: (3.000000 4.000000 10.000000) -- "
+                            "(3.000000 4.000000 10.000000)");
+}
+
+TEST_F(SelectTest, RepaintsUnlessUpdatedByHand) {
+    struct Counter : TZEPScenePanel {
+        int Count = 0;
+        void Invalidate() override { ++Count; }
+        void SceneDestroyed() override {}
+    } panel;
+    Scene.RegisterGLPanel(&panel);
+    EXPECT_EQ(Click(0, 0), 0);
+    EXPECT_EQ(panel.Count, 1);
+    static_cast<void>(PickAt(0, 0));
+    EXPECT_EQ(panel.Count, 1);
+    Scene.SetManualUpdate(true);
+    Click(0, 0);
+    EXPECT_EQ(panel.Count, 1);
+    Scene.UnregisterGLPanel(&panel);
+}
+
+TEST_F(SelectTest, HandlersMayTakeHitsOutOfTheTree) {
+    auto* group = new TZEPObject(&Scene);
+    group->SetParentComponent(&Scene);
+    Tile* first = AddTile(0, 0, 0);
+    for (int i = 0; i < 3; ++i) AddTile(0, 0, -1 - i)->SetParentComponent(group);
+    group->SetParentComponent(&Scene); // after the first
+    QObject::connect(&Scene, &TZEPScene::AfterSelect,
+                     [&] { delete std::exchange(group, nullptr); });
+    EXPECT_EQ(Region(0, 0, 9, 9), 4);
+    EXPECT_THAT(Selected(), ElementsAre(first));
+    EXPECT_EQ(Region(0, 0, 9, 9), 1);
+}
+
+TEST_F(SelectTest, TakesMoreHitsThanTheBufferHeld) {
+    for (int i = 0; i < 1500; ++i) AddTile(0, 0, 0.001 * i);
+    EXPECT_EQ(Region(0, 0, 9, 9), 1500);
+    EXPECT_EQ(Selected().size(), 1500U);
+    EXPECT_EQ(Click(0, 0), 1500);
+    EXPECT_EQ(Selected().size(), 1U);
+}
+
+TEST_F(SelectTest, DrawsOnlyWhatIsNear) {
+    std::vector<Tile*> tiles;
+    for (int i = 0; i < 40'000; ++i) tiles.push_back(AddTile(i % 200 * 2, i / 200 * 2, 0));
+    EXPECT_EQ(Click(0, 0), 1);
+    EXPECT_EQ(std::count_if(tiles.begin(), tiles.end(), [](Tile* t) { return t->Draws > 0; }), 1);
+    tiles[39'999]->Inside = false; // nobody knows where it draws
+    tiles[39'999]->Invalidate(tiles[39'999]);
+    Click(0, 0);
+    EXPECT_EQ(tiles[39'999]->Draws, 1);
+}
+
+/// Notes which object has which name.
+class NamingScene : public TZEPScene {
+public:
+    GLuint SelectName(TZEPObject* object) override {
+        const GLuint name = TZEPScene::SelectName(object);
+        Names.resize(name + 1);
+        return Names[name] = object, name;
+    }
+    std::vector<TZEPObject*> Names;
+};
+
+/// A tree that changes at random, and a view of it.
+class RandomTree {
+public:
+    explicit RandomTree(unsigned seed) : m_random(seed) {
+        m_camera.SetParentComponent(&Scene);
+        m_camera.SetFarClipPlane(50);
+        for (int i = 0; i < 600; ++i) Add();
+        MoveCamera();
+    }
+
+    void Change() {
+        TZEPObject* object = Any();
+        switch (Int(0, 11)) {
+        case 0:
+            return delete object;
+        case 1:
+            return static_cast<void>(Add());
+        case 2:
+            return object->SetParentComponentExt(Any(), Int(0, 1) == 0);
+        case 3:
+            return object->SetItemIndex(Int(0, 100));
+        case 4:
+            return object->SetVisible(!object->Visible());
+        case 5:
+            return Scene.SetManualUpdate(!Scene.ManualUpdate());
+        case 6:
+            return Int(0, 1) ? Any()->BeginUpdate() : Any()->EndUpdate();
+        case 7:
+            return MoveCamera();
+        case 8:
+            return Place(object);
+        case 9:
+            return object->SetSelected(true);
+        default:
+            return Reshape(object);
+        }
+    }
+    std::vector<TZEPObject*> Select(int x, int y, int width, int height) {
+        Scene.DeselectAll();
+        Scene.Select(&m_camera, 200, 100, x, y, width, height, true, false, true);
+        return Sorted([](TZEPObject* object) { return object->Selected(); });
+    }
+    std::vector<TZEPObject*> DrawAll(int x, int y, int width, int height) {
+        std::vector<GLuint> buffer(100'000);
+        glMatrixMode(GL_MODELVIEW);
+        m_camera.Pick(200, 100, x, y, width, height);
+        glSelectBuffer(static_cast<GLsizei>(buffer.size()), buffer.data());
+        glRenderMode(GL_SELECT);
+        glInitNames();
+        Scene.Draw(Scene, dsAllObjects, dkSelect);
+        std::set<TZEPObject*> hit;
+        const int hits = glRenderMode(GL_RENDER);
+        for (std::size_t i = 0; i < static_cast<std::size_t>(hits); ++i)
+            hit.insert(Scene.Names[buffer[4 * i + 3]]);
+        return Sorted([&](TZEPObject* object) { return hit.count(object) > 0; });
+    }
+    int Int(int from, int to) { return std::uniform_int_distribution(from, to)(m_random); }
+
+    NamingScene Scene;
+
+private:
+    double Real() { return std::uniform_real_distribution(-3.0, 3.0)(m_random); }
+    template <class Test>
+    std::vector<TZEPObject*> Sorted(Test test) {
+        std::vector<TZEPObject*> all;
+        Scene.ListChildren(all);
+        std::erase_if(all, [&](TZEPObject* object) { return !test(object); });
+        return all;
+    }
+    TZEPObject* Any() {
+        std::vector<TZEPObject*> all;
+        Scene.ListChildren(all);
+        std::erase(all, &m_camera);
+        return all.empty() ? Add() : all[static_cast<std::size_t>(Int(0, int(all.size()) - 1))];
+    }
+    TZEPObject* Add() {
+        TZEPObject* object = nullptr;
+        switch (Int(0, 4)) {
+        case 0:
+            object = new TZEPObject(&Scene);
+            break;
+        case 1:
+            object = new Tile(&Scene);
+            static_cast<Tile*>(object)->Inside = Int(0, 1) == 0;
+            break;
+        case 2:
+            object = new TZEPPolyline(&Scene);
+            break;
+        default:
+            object = new TZEPLine(&Scene);
+        }
+        Reshape(object);
+        TZEPObject* parent = Int(0, 2) == 0 && Scene.GetItemsCount() > 1 ? Any() : &Scene;
+        object->SetParentComponentExt(parent, Int(0, 9) != 0);
+        return object;
+    }
+    void Reshape(TZEPObject* object) {
+        if (auto* line = qobject_cast<TZEPLine*>(object)) {
+            line->P1()->SetData(Real(), Real(), Real());
+            line->P2()->SetData(Real(), Real(), Real());
+        } else if (auto* chain = qobject_cast<TZEPPolyline*>(object)) {
+            chain->SetSmooth(Int(0, 1) == 0);
+            chain->Vertexes()->Add()->SetPoint({Real(), Real(), Real()});
+        } else {
+            Place(object);
+        }
+    }
+    void Place(TZEPObject* object) {
+        object->XForm()->Translate()->SetData(Real(), Real(), Real());
+        object->XForm()->Rotate()->SetData(Real() * 60, Real() * 60, 0);
+        object->XForm()->Scale()->SetData(0.2 + Int(0, 2), 0.3, 1);
+    }
+    void MoveCamera() {
+        m_camera.SetOrthographic(Int(0, 2) == 0);
+        m_camera.Position()->SetData(3 * Real(), 3 * Real(), 3 * Real());
+    }
+
+    std::mt19937 m_random;
+    TZEPCamera m_camera{&Scene};
+};
+
+TEST_F(SelectTest, FindsWhatDrawingAllFindsWhateverChanges) {
+    std::size_t hits = 0;
+    for (unsigned seed = 1; seed <= 4; ++seed) {
+        RandomTree tree(seed);
+        for (int turn = 0; turn < 400; ++turn) {
+            for (int i = tree.Int(0, 3); i > 0; --i) tree.Change();
+            const int x = tree.Int(-10, 210), y = tree.Int(-10, 110);
+            const int width = tree.Int(5, 60), height = tree.Int(1, 30);
+            const auto found = tree.Select(x, y, width, height);
+            ASSERT_EQ(found, tree.DrawAll(x, y, width, height)) << seed << ", turn " << turn;
+            hits += found.size();
+        }
+    }
+    EXPECT_GT(hits, 10'000U) << "the view shows too little";
+}
+
+} // namespace
+} // namespace ZEP

@@ -1,0 +1,34 @@
+#include "viewer/Backdrop.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace ZEP {
+namespace {
+
+TEST(Backdrop, TheGridStepIsARoundPartOfTheContent) {
+    struct TRow {
+        double Side, Step;
+    };
+    // The diagonal of a cube, 1.73 times its side, over 16, up to the next round number.
+    for (const auto& [side, step] :
+         {TRow{1, 0.2}, {4, 0.5}, {9, 1}, {100, 20}, {1000, 200}, {1e-4, 2e-5}, {0.46, 0.05}}) {
+        TBackdrop backdrop;
+        backdrop.SetContent(TBox{{0, 0, 0}, {side, side, side}});
+        EXPECT_NEAR(backdrop.GridStep(), step, step * 1e-9) << side;
+    }
+}
+
+TEST(Backdrop, ThereIsNoGridWithoutExtent) {
+    const double endless = std::numeric_limits<double>::infinity();
+    TBackdrop backdrop;
+    EXPECT_EQ(backdrop.GridStep(), 0);
+    backdrop.SetContent(TBox{{1, 2, 3}, {1, 2, 3}});
+    EXPECT_EQ(backdrop.GridStep(), 0);
+    backdrop.SetContent(TBox{{0, 0, 0}, {endless, 0, 0}});
+    EXPECT_EQ(backdrop.GridStep(), 0);
+}
+
+} // namespace
+} // namespace ZEP

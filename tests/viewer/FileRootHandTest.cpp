@@ -1,0 +1,128 @@
+#include "viewer/FileRoot.h"
+
+#include "objects/Arc.h"
+#include "objects/Circle.h"
+#include "objects/Line.h"
+#include "objects/Polyline.h"
+#include "scene/Scene.h"
+#include "scene/Vertex3.h"
+#include "scene/XForm.h"
+#include "view/Camera.h"
+#include "view/Panel.h"
+
+#include <gtest/gtest.h>
+
+namespace ZEP {
+namespace {
+
+constexpr int Side = 100;
+
+/// A root seen from above: a unit is ten pixels, the origin in the middle.
+class FileRoot : public testing::Test {
+protected:
+    FileRoot() {
+        m_scene.SetSceneAmbientColor(clWhite);
+        m_root.SetParentComponent(&m_scene);
+        m_camera.SetParentComponent(&m_scene);
+        m_camera.SetOrthographic(true);
+        m_camera.SetFOVY(90);
+        m_camera.Position()->SetData(0, -0.005, 5);
+        m_panel.resize(Side, Side);
+        m_panel.SetCamera(&m_camera);
+    }
+
+    static QRgb Rounded(QRgb color) {
+        const auto rounded = [](int part) { return part > 200 ? 255 : part < 50 ? 0 : 128; };
+        return qRgb(rounded(qRed(color)), rounded(qGreen(color)), rounded(qBlue(color)));
+    }
+
+    template <class Object>
+    Object* Add(TColor color) {
+        auto* object = new Object(&m_root);
+        object->SetColor(color);
+        object->SetWidth(5);
+        object->SetParentComponent(&m_root);
+        return object;
+    }
+
+    TZEPLine* AddLine(double y, TColor color = clRed) {
+        auto* line = Add<TZEPLine>(color);
+        line->P1()->SetData(-4, y, 0);
+        line->P2()->SetData(4, y, 0);
+        return line;
+    }
+
+    /// The colour at a place of the root's plane, in steps that smoothing does not reach.
+    QRgb At(double x, double y) {
+        const QImage frame = m_panel.GrabFrame();
+        const double ratio = static_cast<double>(frame.width()) / 10;
+        const QPoint pixel(static_cast<int>((5 + x) * ratio), static_cast<int>((5 - y) * ratio));
+        return frame.valid(pixel) ? Rounded(frame.pixel(pixel)) : 0;
+    }
+
+    TZEPScene m_scene;
+    TFileRoot m_root;
+    TZEPCamera m_camera;
+    TZEPPanel m_panel;
+};
+
+TEST_F(FileRoot, FollowsEveryChangeOfItsChildren) {
+    TZEPLine* line = AddLine(0);
+    EXPECT_EQ(At(1, 0), qRgb(255, 0, 0));
+    line->SetColor(clBlue);
+    line->SetVisible(false);
+    EXPECT_EQ(At(1, 0), qRgb(0, 0, 0));
+    line->SetVisible(true);
+    EXPECT_EQ(At(1, 0), qRgb(0, 0, 255));
+    line->P1()->SetData(-4, 2, 0);
+    line->P2()->SetData(4, 2, 0);
+    EXPECT_EQ(At(1, 0), qRgb(0, 0, 0));
+    EXPECT_EQ(At(1, 2), qRgb(0, 0, 255));
+    line->SetSelected(true); // its box is the line itself
+    EXPECT_EQ(At(1, 2), qRgb(255, 255, 255));
+    delete line;
+    EXPECT_EQ(At(1, 2), qRgb(0, 0, 0));
+    AddLine(-3, clLime);
+    m_root.XForm()->Translate()->SetData(0, 1, 0);
+    EXPECT_EQ(At(1, -2), qRgb(0, 255, 0));
+    m_root.SetVisible(false);
+    EXPECT_EQ(At(1, -2), qRgb(0, 0, 0));
+}
+
+TEST_F(FileRoot, DrawsEachKindInItsPlace) {
+    auto* arc = Add<TZEPArc>(clRed); // the left half of a circle of radius 3
+    arc->SetStartAngle(90);
+    arc->SetEndAngle(270);
+    arc->XForm()->Scale()->SetData(6, 6, 6);
+    auto* circle = Add<TZEPCircle>(clLime);
+    circle->XForm()->Scale()->SetData(2, 2, 2);
+    auto* polyline = Add<TZEPPolyline>(clBlue);
+    polyline->SetOrigColor(clBlue);
+    polyline->SetSmooth(false);
+    polyline->Vertexes()->Add()->SetPoint({2, -4, 0});
+    polyline->Vertexes()->Add()->SetPoint({4, -4, 0});
+    polyline->Vertexes()->Add()->SetPoint({4, 4, 0});
+    EXPECT_EQ(At(-3, 0), qRgb(255, 0, 0));
+    EXPECT_EQ(At(3, 0), qRgb(0, 0, 0));
+    EXPECT_EQ(At(1, 0), qRgb(0, 255, 0));
+    EXPECT_EQ(At(3, -4), qRgb(0, 0, 255));
+    EXPECT_EQ(At(4, 1), qRgb(0, 0, 255));
+}
+
+TEST_F(FileRoot, APartOfALargePathStillShowsItsForm) {
+    // Two bands, above and below; the upper one is read first.
+    for (int i = 0; i < 30'000; ++i) AddLine(i < 15'000 ? 3 + i * 1e-4 : -3 - (i - 15'000) * 1e-4);
+    m_root.Prepare(10);
+    EXPECT_TRUE(m_root.IsLarge());
+    for (const double share : {1.0, 0.1, 0.01}) {
+        m_root.SetShare(share);
+        EXPECT_EQ(At(0, 3), qRgb(255, 0, 0)) << share;
+        bool lower = false;
+        for (double y = -3; y > -4.5; y -= 0.1) lower = lower || At(0, y) == qRgb(255, 0, 0);
+        EXPECT_TRUE(lower) << share;
+        EXPECT_EQ(At(0, 0), qRgb(0, 0, 0)) << share;
+    }
+}
+
+} // namespace
+} // namespace ZEP

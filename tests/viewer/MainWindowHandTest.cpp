@@ -1,0 +1,179 @@
+#include "viewer/MainWindow.h"
+
+#include "view/Panel.h"
+#include "viewer/FileRoot.h"
+#include "viewer/RecentFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDropEvent>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QSettings>
+#include <QStackedWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+namespace ZEP {
+namespace {
+
+/// A window with settings of its own, and files to open in it.
+class MainWindow : public testing::Test {
+protected:
+    MainWindow() {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
+        QSettings().clear();
+    }
+
+    QString File(const QString& name, const QByteArray& text) {
+        QFile file(m_folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return file.fileName();
+    }
+
+    /// Takes long enough that something can be done meanwhile.
+    QString LongFile() {
+        QByteArray text;
+        for (int i = 0; i < 400'000; ++i)
+            text += "G1 X" + QByteArray::number(i % 977) + " Y" + QByteArray::number(i) + "\n";
+        return File(QStringLiteral("long.nc"), text);
+    }
+
+    QString ShortFile() { return File(QStringLiteral("short.nc"), "G1 X10 Y5\nG1 X20\n"); }
+
+    static qint64 ObjectsIn(const TMainWindow& window) {
+        qint64 objects = 0;
+        for (const TOpenedFile& file : window.Document().Files())
+            objects += file.Root->GetItemsCount();
+        return objects;
+    }
+
+    static bool ShowsPanel(const TMainWindow& window) {
+        return qobject_cast<TZEPPanel*>(window.findChild<QStackedWidget*>()->currentWidget());
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(MainWindow, WhatIsOpenedReplacesTheWelcome) {
+    TMainWindow window(false);
+    window.show();
+    EXPECT_FALSE(ShowsPanel(window));
+    window.OpenFiles({ShortFile()});
+    EXPECT_TRUE(ShowsPanel(window));
+    EXPECT_EQ(ObjectsIn(window), 2);
+    EXPECT_TRUE(window.windowTitle().startsWith(QStringLiteral("short.nc")));
+    EXPECT_EQ(RecentFiles(), QStringList{m_folder.filePath(QStringLiteral("short.nc"))});
+}
+
+TEST_F(MainWindow, DroppedFilesAreOpened) {
+    TMainWindow window(false);
+    window.show();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(ShortFile()),
+                  QUrl::fromLocalFile(File(QStringLiteral("b.nc"), "G1 X1\n"))});
+    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&window, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&window, &drop);
+    QTest::qWait(1);
+    EXPECT_EQ(ObjectsIn(window), 3);
+    EXPECT_EQ(window.Document().Files().size(), 2U);
+}
+
+TEST_F(MainWindow, TextThatIsDraggedIsNotTaken) {
+    TMainWindow window(false);
+    QMimeData data;
+    data.setText(QStringLiteral("G1 X1"));
+    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    enter.ignore();
+    QApplication::sendEvent(&window, &enter);
+    EXPECT_FALSE(enter.isAccepted());
+}
+
+TEST_F(MainWindow, AnErrorNamesFileAndLineAndKeepsWhatIsShown) {
+    TMainWindow window(false);
+    window.show();
+    window.OpenFiles({ShortFile()});
+    QString told;
+    QTimer::singleShot(100, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(box);
+        told = box->text();
+        box->accept();
+    });
+    window.OpenFiles({File(QStringLiteral("bad.nc"), "G1 X1\nG1 L999999999 X2\n")});
+    EXPECT_TRUE(told.contains(QStringLiteral("bad.nc")) && told.contains(QStringLiteral("Line: 2")))
+        << qPrintable(told);
+    EXPECT_EQ(ObjectsIn(window), 2);
+}
+
+TEST_F(MainWindow, AFileThatIsGoneLeavesTheRecentFiles) {
+    TMainWindow window(false);
+    const QString gone = ShortFile();
+    window.OpenFiles({gone});
+    ASSERT_TRUE(QFile::remove(gone));
+    QTimer::singleShot(100, [] { QApplication::activeModalWidget()->close(); });
+    window.OpenFiles({gone});
+    EXPECT_TRUE(RecentFiles().isEmpty());
+}
+
+TEST_F(MainWindow, WhatTheUserDoesDuringALoadCallsItOff) {
+    struct TRow {
+        const char* Name;
+        std::function<void(TMainWindow&)> Do;
+        qint64 Objects;
+        bool Visible;
+    };
+    const QString other = File(QStringLiteral("other.nc"), "G1 X1\nG1 X2\nG1 X3\n");
+    const TRow rows[] = {
+        {"cancel",
+         [](TMainWindow& window) {
+             window.findChild<QToolButton*>(QStringLiteral("Cancel"))->click();
+         },
+         2, true},
+        {"another file", [&](TMainWindow& window) { window.OpenFiles({other}); }, 3, true},
+        {"close", [](TMainWindow& window) { window.close(); }, 2, false},
+    };
+    const QString large = LongFile();
+    for (const TRow& row : rows) {
+        SCOPED_TRACE(row.Name);
+        TMainWindow window(false);
+        window.show();
+        window.OpenFiles({ShortFile()});
+        bool during = false;
+        QTimer::singleShot(20, &window, [&] {
+            during = ObjectsIn(window) == 2;
+            row.Do(window);
+        });
+        window.OpenFiles({large});
+        EXPECT_TRUE(during);
+        EXPECT_EQ(ObjectsIn(window), row.Objects);
+        EXPECT_EQ(window.isVisible(), row.Visible);
+    }
+}
+
+TEST_F(MainWindow, ALargePathIsDrawnInPartWhileItMovesAndWholeAtRest) {
+    TMainWindow window(false);
+    window.show();
+    window.OpenFiles({LongFile()});
+    EXPECT_TRUE(window.Document().IsLarge());
+    auto* panel = window.findChild<TZEPPanel*>();
+    QTest::qWait(600); // the frames of the first view
+    const int before = panel->FrameCount();
+    window.Document().Camera()->Orbit(10, 0);
+    QTest::qWait(600);
+    // With a rasteriser that draws all in time, one frame is enough.
+    EXPECT_GE(panel->FrameCount(), before + 1);
+    const int rest = panel->FrameCount();
+    QTest::qWait(600);
+    EXPECT_EQ(panel->FrameCount(), rest) << "a view at rest is drawn over and over";
+}
+
+} // namespace
+} // namespace ZEP

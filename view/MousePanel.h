@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QRect>
+
+namespace ZEP {
+
+class TZEPCamera;
+
+/// What the mouse control asks of the panel whose mouse it handles. Sizes and places are device
+/// pixels, counted from the upper left corner.
+class TZEPMousePanel {
+public:
+    [[nodiscard]] virtual TZEPCamera* Camera() const = 0;
+    [[nodiscard]] virtual int Width() const = 0;
+    [[nodiscard]] virtual int Height() const = 0;
+    [[nodiscard]] virtual bool SelectInMouseUp() const = 0;
+
+    /// OpenGL draws in the panel from now on; false where it cannot.
+    virtual bool MakeCurrent() = 0;
+    /// A frame is to come, in full quality whether a button is held or not.
+    virtual void RepaintFull() = 0;
+    /// The mouse belongs to the panel until it is released.
+    virtual void CaptureMouse() = 0;
+    virtual void ReleaseCapture() = 0;
+    /// Cursor `index` of the application's list; -1: the panel's own again.
+    virtual void ShowCursor(int index) = 0;
+    virtual void ShowRubberBand(const QRect& place) = 0;
+    virtual void HideRubberBand() = 0;
+    virtual void FireBeforSelect() = 0;
+    virtual void FireAfterSelect() = 0;
+    /// What waits for the event loop is done, but for input.
+    virtual void ProcessMessages() = 0;
+
+protected:
+    ~TZEPMousePanel() = default;
+};
+
+} // namespace ZEP
