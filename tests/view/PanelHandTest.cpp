@@ -112,6 +112,21 @@ TEST_F(Panel, OptionsAreSetWhereTheyChanged) {
     EXPECT_TRUE(states[0]);
 }
 
+TEST_F(Panel, FogIsSetBeforeTheSceneIsDrawn) {
+    Show();
+    std::vector<bool> foggy;
+    QObject::connect(Scene.get(), &TZEPScene::AfterCamera,
+                     [&] { foggy.push_back(glIsEnabled(GL_FOG) == GL_TRUE); });
+    View->Paint();
+    View->Fog()->SetEnabled(true);
+    EXPECT_EQ(foggy.size(), 1U) << "not at once";
+    Settle();
+    static_cast<void>(View->RenderToCanvas({20, 20}));
+    View->Fog()->SetEnabled(false);
+    Settle();
+    EXPECT_EQ(foggy, (std::vector<bool>{false, true, true, false}));
+}
+
 TEST_F(Panel, RepaintsOnceForWhatChangesAndNotForWhatDoesNot) {
     Show();
     Frames = 0;
