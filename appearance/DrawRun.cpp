@@ -22,9 +22,13 @@ void TZEPDrawRun::OpenMaterial(TZEPMaterial& material) {
     m_waits = m_shares && !material.HasTexture();
     if (!m_waits) EndAttributes();
     if (m_waits && m_material && (m_material == &material || m_material->SameAs(material))) return;
+    const TZEPMaterial* applied = m_waits ? m_material : nullptr;
     EndMaterial();
     m_material = &material;
-    material.ApplayMaterial(GL_FRONT_AND_BACK);
+    if (applied)
+        material.ApplayChanges(*applied);
+    else
+        material.ApplayMaterial(GL_FRONT_AND_BACK);
 }
 
 void TZEPDrawRun::CloseMaterial(bool cancel) {
@@ -59,12 +63,23 @@ void TZEPDrawRun::OpenPoint(const TZEPPointAttributes& attributes) {
     if (attributes.Smooth) glEnable(GL_POINT_SMOOTH);
 }
 
+void TZEPDrawRun::OpenArrays(const TZEPArrayAttributes& arrays) {
+    if (!Replaces(arrays)) return;
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glEnableClientState(GL_NORMAL_ARRAY);
+    glVertexPointer(3, GL_FLOAT, 0, arrays.Points);
+    glNormalPointer(GL_FLOAT, 0, arrays.Normals);
+}
+
 void TZEPDrawRun::CloseAttributes() {
     if (!m_waits) EndAttributes();
 }
 
 void TZEPDrawRun::EndAttributes() {
-    if (std::exchange(m_attributes, {}).index() != 0) glPopAttrib();
+    const TAttributes ended = std::exchange(m_attributes, {});
+    if (std::holds_alternative<TZEPArrayAttributes>(ended)) return glPopClientAttrib();
+    if (ended.index() != 0) glPopAttrib();
 }
 
 void TZEPDrawRun::EndMaterial() {

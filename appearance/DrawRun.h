@@ -24,11 +24,19 @@ struct TZEPPointAttributes {
     bool operator==(const TZEPPointAttributes&) const = default;
 };
 
+/// Arrays that a surface is drawn from: three floats for each vertex.
+struct TZEPArrayAttributes {
+    const float* Points = nullptr;
+    const float* Normals = nullptr;
+    bool operator==(const TZEPArrayAttributes&) const = default;
+};
+
 /// State that stays set between neighbours of a draw walk. An object drawn alone makes all its
 /// calls, in order: material, line or point attributes, vertices, then both taken back. Within a
 /// walk, taking them back waits until the next object is known: one that opens the same state finds
-/// it open, any other closes it first. The picture is the same; setting state anew between tiny
-/// draws costs some twenty times the draws (bench/DrawBench.cpp shows it).
+/// it open, any other closes it first; of a material that follows another only what differs is set.
+/// The picture is the same; setting state anew between tiny draws costs some twenty times the draws
+/// (bench/DrawBench.cpp shows it).
 ///
 /// Only objects that leave OpenGL's state as these calls set it take part
 /// (`TZEPObject::SharesDrawRun`); before any other object draws, everything is closed.
@@ -46,7 +54,12 @@ public:
     void CloseMaterial(bool cancel);
     void OpenLine(const TZEPLineAttributes& attributes);
     void OpenPoint(const TZEPPointAttributes& attributes);
-    /// The object is done with its line or point attributes.
+    void OpenArrays(const TZEPArrayAttributes& arrays);
+    /// A surface comes vertex by vertex; attributes of lines and points must not reach it.
+    void OpenSurface() { EndAttributes(); }
+    /// What the present object closes stays open for the next.
+    [[nodiscard]] bool Waits() const { return m_waits; }
+    /// The object is done with its attributes or arrays.
     void CloseAttributes();
     /// Takes back what is still set.
     void End();
@@ -62,7 +75,8 @@ public:
     };
 
 private:
-    using TAttributes = std::variant<std::monostate, TZEPLineAttributes, TZEPPointAttributes>;
+    using TAttributes =
+        std::variant<std::monostate, TZEPLineAttributes, TZEPPointAttributes, TZEPArrayAttributes>;
 
     [[nodiscard]] bool Replaces(const TAttributes& attributes);
     void EndAttributes();

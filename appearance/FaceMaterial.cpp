@@ -60,6 +60,22 @@ void TZEPFaceMaterial::ApplayMaterial() const {
     glMaterialfv(m_face, GL_SHININESS, &m_shininess);
 }
 
+void TZEPFaceMaterial::ApplayChanges(const TZEPFaceMaterial& applied, GLenum face) const {
+    const auto changed = [&](ColorIndex color) { return m_rgba[color] != applied.m_rgba[color]; };
+    const auto apply = [&](ColorIndex color, GLenum name) {
+        if (changed(color)) glMaterialfv(face, name, m_rgba[color].data());
+    };
+    if (changed(AmbientColor) && m_rgba[AmbientColor] == m_rgba[DiffuseColor]) {
+        glMaterialfv(face, GL_AMBIENT_AND_DIFFUSE, m_rgba[AmbientColor].data());
+    } else {
+        apply(AmbientColor, GL_AMBIENT);
+        apply(DiffuseColor, GL_DIFFUSE);
+    }
+    apply(SpecularColor, GL_SPECULAR);
+    apply(EmissionColor, GL_EMISSION);
+    if (m_shininess != applied.m_shininess) glMaterialfv(face, GL_SHININESS, &m_shininess);
+}
+
 bool TZEPFaceMaterial::SameAs(const TZEPFaceMaterial& other) const {
     return m_rgba == other.m_rgba && m_shininess == other.m_shininess;
 }

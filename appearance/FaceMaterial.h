@@ -63,6 +63,8 @@ public:
 
     /// Hands the colours and the shininess to OpenGL.
     virtual void ApplayMaterial() const;
+    /// Hands `face`, which now has what `applied` holds, the values that differ.
+    void ApplayChanges(const TZEPFaceMaterial& applied, GLenum face) const;
     /// Takes back what `ApplayMaterial` set; nothing here.
     virtual void CancelMaterial() const {}
     /// Whether both hand the same values to OpenGL, the side apart.

@@ -30,6 +30,13 @@ void TZEPMaterial::ApplayMaterial(GLenum face) {
     m_texture.ApplayMaterial();
 }
 
+void TZEPMaterial::ApplayChanges(const TZEPMaterial& applied) const {
+    if (m_frontFace.SameAs(m_backFace) && applied.m_frontFace.SameAs(applied.m_backFace))
+        return m_frontFace.ApplayChanges(applied.m_frontFace, GL_FRONT_AND_BACK);
+    m_frontFace.ApplayChanges(applied.m_frontFace, GL_FRONT);
+    m_backFace.ApplayChanges(applied.m_backFace, GL_BACK);
+}
+
 void TZEPMaterial::CancelMaterial() {
     m_frontFace.CancelMaterial();
     m_backFace.CancelMaterial();

@@ -1,5 +1,6 @@
 #include "objects/Box.h"
 
+#include "appearance/DrawRun.h"
 #include "framework/Property.h"
 #include "framework/Registry.h"
 #include "objects/Grid.h"
@@ -27,7 +28,9 @@ struct TFace {
     TGLArrayf3 Normal;
     std::array<unsigned char, 4> Numbers; // of the corners, from 1
 
-    [[nodiscard]] const TGLArrayf3& Corner(std::size_t i) const { return Corners[Numbers[i] - 1U]; }
+    [[nodiscard]] constexpr const TGLArrayf3& Corner(std::size_t i) const {
+        return Corners[Numbers[i] - 1U];
+    }
 };
 
 constexpr std::array<TFace, 6> Faces{{{bpFront, {0, 0, 1}, {5, 6, 7, 8}},
@@ -48,6 +51,24 @@ void SendFace(const TFace& face, bool draft, bool textured) {
     }
     glEnd();
 }
+
+/// What all faces send, as arrays.
+struct TBoxArrays {
+    std::array<TGLArrayf3, 24> Points{}, Normals{};
+};
+
+constexpr TBoxArrays MakeArrays() {
+    TBoxArrays arrays;
+    std::size_t next = 0;
+    for (const TFace& face : Faces)
+        for (std::size_t i = 0; i < 4; ++i, ++next) {
+            arrays.Points[next] = face.Corner(i);
+            arrays.Normals[next] = face.Normal;
+        }
+    return arrays;
+}
+
+constexpr TBoxArrays Arrays = MakeArrays();
 
 /// How many slices lie along an edge of a face, which runs along one axis.
 int SlicesAlong(const TGLArrayd3& edge, const std::array<int, 3>& slices) {
@@ -94,6 +115,14 @@ double TZEPBox::GetRadius() const {
 
 void TZEPBox::DrawSpecific(GLenum, bool draft) {
     const bool textured = !draft && Textured();
+    TZEPDrawRun& run = TZEPDrawRun::Current();
+    // Between neighbours arrays cost two thirds of what single calls do.
+    if (run.Waits() && !draft && !textured && !Sliced() && m_parts == AllParts) {
+        run.OpenArrays({Arrays.Points.front().data(), Arrays.Normals.front().data()});
+        glDrawArrays(GL_QUADS, 0, static_cast<GLsizei>(Arrays.Points.size()));
+        return run.CloseAttributes();
+    }
+    run.OpenSurface();
     for (const TFace& face : Faces) {
         if (!m_parts.testFlag(face.Part)) continue;
         if (Sliced())

@@ -40,6 +40,8 @@ public:
     Q_DECLARE_FLAGS(TZEPBoxParts, TZEPBoxPart)
     Q_FLAG(TZEPBoxParts)
 
+    static constexpr TZEPBoxParts AllParts{bpLeft | bpRight | bpTop | bpBottom | bpFront | bpBack};
+
     using TZEPSolid::TZEPSolid;
 
     [[nodiscard]] int SlicesX() const { return m_slices[0]; }
@@ -58,11 +60,14 @@ public:
     [[nodiscard]] double GetRadius() const override;
     void DrawSpecific(GLenum face, bool draft) override;
 
+protected:
+    [[nodiscard]] bool SharesDrawRun() const override { return true; }
+
 private:
     [[nodiscard]] bool Sliced() const { return m_slices != std::array{1, 1, 1}; }
 
     std::array<int, 3> m_slices{1, 1, 1};
-    TZEPBoxParts m_parts = TZEPBoxParts(bpLeft) | bpRight | bpTop | bpBottom | bpFront | bpBack;
+    TZEPBoxParts m_parts = AllParts;
 };
 
 /// A box as frames and signs use it.

@@ -7,10 +7,19 @@
 
 namespace ZEP {
 
-bool TZEPSolid::Textured() const {
+const TZEPMaterial* TZEPSolid::SpecialMaterial() const {
     const TZEPMaterial* shared = MaterialOfLibrary();
-    const TZEPMaterial* material = shared ? shared : ExistingMaterial();
+    return shared ? shared : ExistingMaterial();
+}
+
+bool TZEPSolid::Textured() const {
+    const TZEPMaterial* material = SpecialMaterial();
     return material && material->HasTexture();
+}
+
+bool TZEPSolid::DrawsTransparent() const {
+    const TZEPMaterial* material = SpecialMaterial();
+    return material && material->IsTransparent();
 }
 
 int CellCount(int count, int least) {

@@ -19,7 +19,12 @@ public:
 protected:
     /// The material that it is drawn with holds a picture.
     [[nodiscard]] bool Textured() const;
+    [[nodiscard]] bool DrawsTransparent() const override;
     [[nodiscard]] bool StaysInSize() const override { return true; }
+
+private:
+    /// The material that it is drawn with, null for that of a plain colour.
+    [[nodiscard]] const TZEPMaterial* SpecialMaterial() const;
 };
 
 /// A count of cells brought into 1 (or `least`) to `TZEPSolid::MaxCells`.

@@ -255,6 +255,8 @@ protected:
     virtual void EnteredScene() {}
     /// Draws itself also below the top level when the scene draws quickly.
     [[nodiscard]] virtual bool DrawsInQuickDraw() const { return false; }
+    /// Has something to draw in the transparent pass; a leaf that has not is passed over there.
+    [[nodiscard]] virtual bool DrawsTransparent() const { return true; }
     /// All that it draws, it draws in the opaque or the transparent pass and within `GetSize` in
     /// its own frame, apart from widths up to `WidestCulled`. Where that box is out of view, such
     /// an object is passed over, unless it has children or is selected. What changes the answer or

@@ -42,6 +42,7 @@ void SendBox(const TGLArrayd3& min, const TGLArrayd3& max) {
 
 void TZEPObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (!m_visible) return;
+    if (state == dsTransparent && !m_children && !DrawsTransparent()) return;
     const TZEPXFormScope transform(m_xform.get());
     const bool topLevel = m_parent == scene.AsObject();
     if (!scene.QuickDraw() || topLevel || DrawsInQuickDraw()) {

@@ -19,6 +19,7 @@ public:
         glMatrixMode(GL_MODELVIEW);
         glLoadIdentity();
     }
+    void Pick(int, int, int, int, int, int) override {}
     TZEPObject* AsObject() override { return this; }
 };
 

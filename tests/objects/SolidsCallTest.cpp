@@ -281,3 +281,32 @@ TEST_F(SolidsCall, ASelectedNodeShowsNothing) {
     EXPECT_EQ(calls.Count("glBegin"), 0U);
     EXPECT_EQ(calls.Count("glPushAttrib"), 0U);
 }
+
+TEST_F(SolidsCall, NeighbouringBoxesSetOnlyWhatDiffers) {
+    TZEPScene scene;
+    const auto add = [&](TColor color) {
+        auto* box = new TZEPBox(&scene);
+        box->SetParentComponent(&scene);
+        box->SetColor(color);
+        return box;
+    };
+    for (const TColor color : {clRed, clRed, clBlue}) add(color);
+    TZEPMaterial* shiny = add(clBlue)->Material();
+    shiny->BackFace()->SetDiffuse(clLime);
+    shiny->FrontFace()->SetShininess(9);
+    GlCalls calls;
+    scene.Draw(scene, dsAllObjects, dkFull);
+    EXPECT_EQ(calls.Count("glDrawArrays"), 4U);
+    EXPECT_EQ(calls.Count("glVertexPointer"), 1U);
+    EXPECT_EQ(calls.Count("glPushClientAttrib"), calls.Count("glPopClientAttrib"));
+    const TCalls materials = calls.Of({"glMaterialfv"});
+    ASSERT_GT(materials.size(), 10U);
+    EXPECT_EQ(TCalls(materials.begin() + 10, materials.end()),
+              (TCalls{"glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, 0 0 1 0)",
+                      "glMaterialfv(GL_FRONT, GL_SHININESS, 9)",
+                      "glMaterialfv(GL_BACK, GL_DIFFUSE, 0 1 0 0)"}));
+    calls.Clear();
+    scene.Draw(scene, dsTransparent, dkFull);
+    EXPECT_EQ(calls.Of({"glPushMatrix", "glMaterialfv", "glDrawArrays"}), TCalls{})
+        << "nothing is transparent";
+}

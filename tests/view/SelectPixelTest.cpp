@@ -1,4 +1,5 @@
 #include "framework/DebugLog.h"
+#include "framework/Registry.h"
 #include "objects/Polyline.h"
 #include "tests/view/FakeBinding.h"
 #include "tests/view/SelectFixture.h"
@@ -224,10 +225,10 @@ public:
 /// A tree that changes at random, and a view of it.
 class RandomTree {
 public:
-    explicit RandomTree(unsigned seed) : m_random(seed) {
+    explicit RandomTree(unsigned seed, int objects = 600) : m_random(seed) {
         m_camera.SetParentComponent(&Scene);
         m_camera.SetFarClipPlane(50);
-        for (int i = 0; i < 600; ++i) Add();
+        for (int i = 0; i < objects; ++i) Add();
         MoveCamera();
     }
 
@@ -276,6 +277,15 @@ public:
         for (std::size_t i = 0; i < static_cast<std::size_t>(hits); ++i)
             hit.insert(Scene.Names[buffer[4 * i + 3]]);
         return Sorted([&](TZEPObject* object) { return hit.count(object) > 0; });
+    }
+    void Place(TZEPObject* object) {
+        object->XForm()->Translate()->SetData(Real(), Real(), Real());
+        object->XForm()->Rotate()->SetData(Real() * 60, Real() * 60, 0);
+        object->XForm()->Scale()->SetData(0.2 + Int(0, 2), 0.3, 1);
+    }
+    void MoveCamera() {
+        m_camera.SetOrthographic(Int(0, 2) == 0);
+        m_camera.Position()->SetData(3 * Real(), 3 * Real(), 3 * Real());
     }
     int Int(int from, int to) { return std::uniform_int_distribution(from, to)(m_random); }
 
@@ -328,16 +338,6 @@ private:
             Place(object);
         }
     }
-    void Place(TZEPObject* object) {
-        object->XForm()->Translate()->SetData(Real(), Real(), Real());
-        object->XForm()->Rotate()->SetData(Real() * 60, Real() * 60, 0);
-        object->XForm()->Scale()->SetData(0.2 + Int(0, 2), 0.3, 1);
-    }
-    void MoveCamera() {
-        m_camera.SetOrthographic(Int(0, 2) == 0);
-        m_camera.Position()->SetData(3 * Real(), 3 * Real(), 3 * Real());
-    }
-
     std::mt19937 m_random;
     TZEPCamera m_camera{&Scene};
 };
@@ -356,6 +356,29 @@ TEST_F(SelectTest, FindsWhatDrawingAllFindsWhateverChanges) {
         }
     }
     EXPECT_GT(hits, 10'000U) << "the view shows too little";
+}
+
+/// A class that says that it stays within its size must do so.
+TEST_F(SelectTest, FindsObjectsOfEveryClassAsDrawingAllDoes) {
+    int found = 0;
+    for (const QString& name : TClassRegistry::Instance().ClassNames()) {
+        RandomTree tree(11, 0);
+        for (int i = 0; i < 12; ++i) {
+            auto* object =
+                qobject_cast<TZEPObject*>(TClassRegistry::Instance().Find(name)->Make(&tree.Scene));
+            if (!object || qobject_cast<TZEPScene*>(object)) break;
+            tree.Place(object);
+            object->SetParentComponent(&tree.Scene);
+        }
+        for (int turn = 0; turn < 30; ++turn) {
+            tree.MoveCamera();
+            const int x = tree.Int(0, 200), y = tree.Int(0, 100), size = tree.Int(5, 20);
+            const auto hits = tree.Select(x, y, size, size);
+            ASSERT_EQ(hits, tree.DrawAll(x, y, size, size)) << name.toStdString() << ' ' << turn;
+            found += hits.empty() ? 0 : 1;
+        }
+    }
+    EXPECT_GT(found, 100) << "the view shows too little";
 }
 
 } // namespace
