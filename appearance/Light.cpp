@@ -35,6 +35,11 @@ void TZEPLight::SetDirectional(bool directional) {
     if (Change(m_directional, directional)) Invalidate(this);
 }
 
+void TZEPLight::ReadState(TReader& reader) {
+    m_cutoff = 0;
+    TZEPObject::ReadState(reader);
+}
+
 void TZEPLight::SetParam(int index, float value) {
     if (index == ExponentParam)
         m_exponent = Clamped(value, 0, MaxExponent);

@@ -1,4 +1,5 @@
 #include "ZEPClasses.h"
+#include "tests/framework/stream/Fields.h"
 #include "tests/objects/InvalidationCounter.h"
 
 #include <gtest/gtest.h>
@@ -115,8 +116,10 @@ TEST(Light, LightsAttachedInACircleStandSomewhere) {
 
 TEST(Light, ACutoffOfZeroSurvivesReading) {
     TZEPLight light;
-    light.PrepareToRead();
-    EXPECT_EQ(light.Cutoff(), 0);
+    light.SetCutoff(0);
+    TZEPLight loaded;
+    LoadInto(loaded, SavedAs(TStreamForm::Binary, light));
+    EXPECT_EQ(loaded.Cutoff(), 0);
 }
 
 TEST(Fog, OnlyChangesRepaint) {
