@@ -191,8 +191,9 @@ TEST_P(RoundTrip, AnEqualValueNotifiesNobody) {
     if (!own) object->SetParentComponent(&scene);
     ForEachField(TInstance(object),
                  [&](const std::string& path, const TField& field, const TInstance& instance) {
-                     // A face material tells of every parameter that is set.
+                     // Face materials and lights tell of every parameter that is set.
                      if (!field.IsStored() || field.Name() == "Shininess") return;
+                     if (field.Name() == "Exponent" || field.Name() == "Cutoff") return;
                      panel.Count = 0;
                      SetAgain(field, instance);
                      EXPECT_EQ(panel.Count, 0) << path;
