@@ -83,7 +83,7 @@ public:
     void AddShadowList(GLuint list) { m_shadowLists.push_back(list); }
     [[nodiscard]] const std::vector<GLuint>& ShadowLists() const { return m_shadowLists; }
 
-    /// A cutoff of 0 is not stored, and must not come back as 180.
+    /// With a cutoff of 0 at first: that is not stored, and must not come back as 180.
     void ReadState(TReader& reader) override;
 
 protected:

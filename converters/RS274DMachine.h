@@ -42,6 +42,8 @@ public:
     [[nodiscard]] bool IsRunning() const { return m_running; }
 
 protected:
+    using enum TRS274DMoveMode;
+
     virtual void RunBlock(const TRS274DBlock& block) = 0;
 
     /// A program error: raised with `StopOnErrors`, else counted.

@@ -12,7 +12,7 @@ namespace ZEP {
 /// x, y, z.
 using TRS274DPoint = std::array<double, 3>;
 
-enum TRS274DMoveMode : std::uint8_t { mmNone, mmQuick, mmLinear, mmArc, mmDrill };
+enum class TRS274DMoveMode : std::uint8_t { mmNone, mmQuick, mmLinear, mmArc, mmDrill };
 enum TRS274DArcPlane : std::uint8_t { apXY, apXZ, apYZ };
 
 /// Indexes (0 = X, 1 = Y, 2 = Z) of a plane's first, second and normal axis.

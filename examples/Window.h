@@ -5,20 +5,37 @@
 #include "view/Panel.h"
 
 #include <QApplication>
+#include <QPainter>
 
 namespace ZEP {
 
-/// Shows a scene in a window until that is closed; `--picture FILE` writes the picture of the first
-/// frame instead.
-inline int ShowScene(TZEPCamera& camera, const QStringList& arguments) {
-    TZEPPanel panel;
-    panel.SetCamera(&camera);
-    panel.resize(960, 600);
+/// The panels of a window as one picture.
+inline QImage Grabbed(const QWidget& window) {
+    QImage picture(window.size() * window.devicePixelRatioF(), QImage::Format_RGB32);
+    picture.fill(window.palette().window().color());
+    QPainter painter(&picture);
+    for (TZEPPanel* panel : window.findChildren<TZEPPanel*>())
+        painter.drawImage(panel->pos() * window.devicePixelRatioF(), panel->GrabFrame());
+    return picture;
+}
+
+/// Shows a window until it is closed; `--picture FILE` writes the picture of its panels instead.
+inline int ShowWindow(QWidget& window, const QStringList& arguments) {
+    window.show();
     const qsizetype option = arguments.indexOf(QStringLiteral("--picture"));
-    if (option > 0 && option + 1 < arguments.size())
-        return panel.GrabFrame().save(arguments[option + 1]) ? 0 : 1;
-    panel.show();
-    return QApplication::exec();
+    if (option < 1 || option + 1 >= arguments.size()) return QApplication::exec();
+    QApplication::processEvents();
+    return Grabbed(window).save(arguments[option + 1]) ? 0 : 1;
+}
+
+/// Shows a scene in a window of its own.
+inline int ShowScene(TZEPCamera& camera, const QStringList& arguments) {
+    QWidget window;
+    auto* panel = new TZEPPanel(&window);
+    panel->SetCamera(&camera);
+    panel->SetAlign(TZEPPanel::alClient);
+    window.resize(960, 600);
+    return ShowWindow(window, arguments);
 }
 
 /// A new object under `parent`.

@@ -56,7 +56,8 @@ void TZEPTeapot::DrawSpecific(GLenum face, bool draft) {
 
 void TZEPTeapot::SendPatches(GLenum mode) const {
     for (const TTeapotPatch& patch : TeapotPatches()) {
-        if (!m_parts.testFlag(patch.Part)) continue;
+        const auto part = static_cast<TZEPTeapotParts>(1U << static_cast<unsigned>(patch.Group));
+        if (!m_parts.testFlag(part)) continue;
         for (int image = 0; image < patch.Images; ++image)
             SendPatch(TeapotImage(patch, image), m_segments, mode);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/Teapot.h"
+#include "scene/Geom.h"
 
 #include <array>
 #include <span>
@@ -12,9 +12,12 @@ namespace ZEP {
 /// a column points outwards.
 using TBezierPatch = std::array<TGLArrayf3, 16>;
 
+/// In the order of the teapot's published parts.
+enum class TTeapotGroup : unsigned char { Body, Handle, Spout, Lid };
+
 /// A patch of the teapot's table.
 struct TTeapotPatch {
-    TZEPTeapotParts Part;
+    TTeapotGroup Group;
     int Images; ///< 2: itself and its mirror image in y; 4: these and theirs in x
     std::array<unsigned char, 16> Points;
 };

@@ -41,7 +41,7 @@ int main(int argc, char** argv) {
     field->SetColorVertexes(true);
 
     auto* sun = Add<TZEPLight>(&scene);
-    sun->SetColor(TColor{0x909090});
+    sun->SetColor(TColor{0x707070});
     sun->Position()->SetData(-2, 1, 2);
     auto* camera = Add<TZEPCamera>(&scene);
     camera->Position()->SetData(8, -20, 14);

@@ -1,6 +1,7 @@
 #include "ZEPClasses.h"
-#include "tests/framework/stream/Fields.h"
 #include "tests/objects/InvalidationCounter.h"
+
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -115,11 +116,18 @@ TEST(Light, LightsAttachedInACircleStandSomewhere) {
 }
 
 TEST(Light, ACutoffOfZeroSurvivesReading) {
-    TZEPLight light;
-    light.SetCutoff(0);
-    TZEPLight loaded;
-    LoadInto(loaded, SavedAs(TStreamForm::Binary, light));
-    EXPECT_EQ(loaded.Cutoff(), 0);
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("light.zept"));
+    for (const float cutoff : {0.0F, 30.0F, 180.0F}) {
+        TZEPScene saved, loaded;
+        AddLight(&saved)->SetCutoff(cutoff);
+        saved.SaveToTextFile(file);
+        loaded.LoadFromTextFile(file);
+        ASSERT_EQ(loaded.GetItemsCount(), 1);
+        const auto* light = qobject_cast<TZEPLight*>(loaded.GetItem(0));
+        ASSERT_TRUE(light);
+        EXPECT_EQ(light->Cutoff(), cutoff);
+    }
 }
 
 TEST(Fog, OnlyChangesRepaint) {

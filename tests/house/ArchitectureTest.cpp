@@ -31,7 +31,7 @@ constexpr TArrow Arrows[] = {
     {"viewer", "framework/|scene/|appearance/|objects/|view/|converters/|viewer/"},
     {"tools", "framework/"},
     {"designer", "framework/|scene/|appearance/|objects/|view/|converters/|designer/"},
-    {"examples", "framework/|scene/|appearance/|objects/|view/|converters/|examples/"},
+    {"examples", "framework/|scene/|appearance/|objects/|view/|converters/|examples/|ZEP[A-Z]"},
 };
 constexpr const char* WindowSystemHeader = "^<(X11/|xcb/|GL/glx|EGL/|wayland)";
 constexpr const char* WindowSystemFile = "^(view/GlxBinding|viewer/Display)\\.cpp$";
