@@ -64,11 +64,6 @@ void TZEPLight::Notification(TComponent* component, TOperation operation) {
     TZEPObject::Notification(component, operation);
 }
 
-void TZEPLight::ReadState(TReader& reader) {
-    m_cutoff = 0;
-    TZEPObject::ReadState(reader);
-}
-
 // --- numbers -----------------------------------------------------------------------------------
 
 void TZEPLight::SetLightNum(int number) {
