@@ -1,9 +1,9 @@
 #include "converters/RS274D.h"
 
-#include "framework/MappedFile.h"
 #include "converters/RS274DObjects.h"
 #include "converters/RS274DProgram.h"
 #include "framework/Exception.h"
+#include "framework/MappedFile.h"
 #include "framework/Registry.h"
 #include "objects/Arc.h"
 #include "objects/Line.h"

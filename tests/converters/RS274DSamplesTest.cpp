@@ -1,5 +1,5 @@
-#include "framework/MappedFile.h"
 #include "converters/RS274D.h"
+#include "framework/MappedFile.h"
 #include "objects/Line.h"
 #include "scene/Scene.h"
 #include "tests/converters/PathRecorder.h"
