@@ -2,13 +2,11 @@
 
 #include "scene/Scene.h"
 #include "scene/XForm.h"
+#include "tests/FolderTest.h"
 #include "viewer/CommandLine.h"
 #include "viewer/Document.h"
 
 #include <gmock/gmock.h>
-
-#include <QFile>
-#include <QTemporaryDir>
 
 namespace ZEP {
 namespace {
@@ -16,25 +14,7 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class SceneFile : public testing::Test {
-protected:
-    [[nodiscard]] QString Path(const char* name) const {
-        return m_folder.filePath(QString::fromLatin1(name));
-    }
-    QString Put(const char* name, const QByteArray& contents) {
-        QFile file(Path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(contents);
-        return file.fileName();
-    }
-    [[nodiscard]] QByteArray Contents(const char* name) const {
-        QFile file(Path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-private:
-    QTemporaryDir m_folder;
-};
+class SceneFile : public FolderTest {};
 
 const char* const Program = "G21\nG1 X10 F100\nY10\nG3 X0 Y20 R10\n";
 

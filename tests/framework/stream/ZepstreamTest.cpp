@@ -1,8 +1,8 @@
+#include "tests/FolderTest.h"
+
 #include <gmock/gmock.h>
 
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 
 namespace ZEP {
 namespace {
@@ -23,34 +23,16 @@ TResult RunZepstream(const QStringList& arguments) {
             process.readAllStandardError().toStdString()};
 }
 
-class Zepstream : public testing::Test {
-protected:
-    [[nodiscard]] QString Path(const char* name) const {
-        return m_folder.filePath(QString::fromLatin1(name));
-    }
-    QString Put(const char* name, const QByteArray& contents) {
-        QFile file(Path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(contents);
-        return file.fileName();
-    }
-    [[nodiscard]] std::string Contents(const char* name) const {
-        QFile file(Path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "none";
-    }
-
-private:
-    QTemporaryDir m_folder;
-};
+class Zepstream : public FolderTest {};
 
 const QByteArray Text = "object A: TNobodyKnows\n  B.C = 1.5\n  object TNorThis\n  end\nend\n";
 
 TEST_F(Zepstream, ConvertsClassesThatNobodyKnows) {
     const QString text = Put("a.zept", Text);
     EXPECT_EQ(RunZepstream({QStringLiteral("to-binary"), text, Path("a.zep")}).Code, 0);
-    EXPECT_THAT(Contents("a.zep"), StartsWith("TPF0\x0CTNobodyKnows\1A\3B.C\5"));
+    EXPECT_THAT(Contents("a.zep").toStdString(), StartsWith("TPF0\x0CTNobodyKnows\1A\3B.C\5"));
     EXPECT_EQ(RunZepstream({QStringLiteral("to-text"), Path("a.zep"), Path("b.zept")}).Code, 0);
-    EXPECT_EQ(Contents("b.zept"), Text.toStdString());
+    EXPECT_EQ(Contents("b.zept"), Text);
     const TResult result = RunZepstream({QStringLiteral("check"), Path("a.zep")});
     EXPECT_EQ(result.Code, 0);
     EXPECT_THAT(result.Output, HasSubstr("a.zep: binary, 2 components, 1 properties\n"));
