@@ -41,7 +41,8 @@ class TFlatScope {
 public:
     TFlatScope() {
         glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT |
-                     GL_DEPTH_BUFFER_BIT);
+                     GL_DEPTH_BUFFER_BIT | GL_LIGHTING_BIT);
+        glShadeModel(GL_SMOOTH);
         glDisable(GL_LIGHTING);
         glDisable(GL_DEPTH_TEST);
         glDisable(GL_CULL_FACE);

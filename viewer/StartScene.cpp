@@ -31,6 +31,7 @@ constexpr double LampRadius = 3.9;
 constexpr double RingSpeed = 7;     // degrees in a second
 constexpr double LampSpeed = -38;   // degrees in a second
 constexpr double CoreSpeed = 50;    // degrees in a second
+constexpr int AmbientDivisor = 550; // percent
 constexpr double LongestStep = 0.1; // seconds; after a pause time goes on where it stood
 
 template <class T>
@@ -43,11 +44,12 @@ T* Add(TZEPObject* parent, const TGLArrayd3& place = {0, 0, 0},
     return object;
 }
 
-/// Lamps add their ambient light to every surface: a small ambient part keeps the shades deep.
+/// Lamps add their ambient light to every surface: a small ambient part keeps the shades deep, and
+/// still shows everything when the lamps are off.
 void SetLook(TZEPObject* object, TColor color, float shininess) {
     TZEPFaceMaterial* face = object->Material()->FrontFace();
     face->SetDiffuse(color);
-    face->SetAmbient(TColor{0x141010});
+    face->SetAmbient(FromQColor(ToQColor(color).darker(AmbientDivisor)));
     face->SetSpecular(TColor{0xB0B0B0});
     face->SetShininess(shininess);
 }
@@ -58,9 +60,9 @@ void SetPicture(TZEPObject* object, const QImage& picture) {
 }
 
 void SetGlass(TZEPObject* object, TColor color) {
-    SetLook(object, color, 90);
+    SetLook(object, color, 30);
     object->Material()->FrontFace()->SetSpecular(clWhite);
-    object->Material()->SetTransparency(0.6F);
+    object->Material()->SetTransparency(0.5F);
 }
 
 /// Where a solid stands on the ring, by the hour of a clock with six hours.
@@ -155,7 +157,7 @@ void TStartScene::AddRing() {
     auto* glass = AddRound<TZEPSphere>(m_ring, PlaceAt(4, 0.55), {1.1, 1.1, 1.1});
     glass->SetSlices(40);
     glass->SetStacks(40);
-    SetGlass(glass, TColor{0xFFD0A0});
+    SetGlass(glass, TColor{0xFFD8B0});
 
     auto* cone = AddRound<TZEPCone>(m_ring, PlaceAt(5, 0.5), {1, 1, 1});
     cone->SetRadius1(0);

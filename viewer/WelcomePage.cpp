@@ -67,8 +67,9 @@ QWidget* TWelcomePage::MakeSide() {
     layout->setContentsMargins(24, 24, 24, 24);
     layout->setSpacing(14);
     layout->addStretch(2);
-    AddLabel(layout, QStringLiteral("Drop a program here"))->setObjectName(QStringLiteral("Title"));
-    QString patterns = ProgramPatterns().join(QStringLiteral("   ")).remove(QLatin1Char('*'));
+    AddLabel(layout, QStringLiteral("Drop a file here"))->setObjectName(QStringLiteral("Title"));
+    const QStringList names = ProgramPatterns() + ScenePatterns();
+    QString patterns = names.join(QStringLiteral("   ")).remove(QLatin1Char('*'));
     AddLabel(layout, patterns)->setWordWrap(true);
     auto* open = new QPushButton(QStringLiteral("Open..."));
     open->setToolTip(QStringLiteral("Choose one or more files (Ctrl+O)"));
