@@ -25,7 +25,7 @@ const QString FlatKey = QStringLiteral("view/flat");
 const QString WireKey = QStringLiteral("view/wire");
 const QString BackgroundKey = QStringLiteral("view/background");
 
-constexpr TColor HeadlightColor{0xA0A0A0};
+constexpr TColor HeadlightColor{0x909090};
 constexpr TColor AmbientUnderLights{0x202020};
 
 // Of fog, in distances from the eye to what it looks at: that is seen through about a third of it.

@@ -24,7 +24,7 @@ struct TViewLook {
     TFog Fog = TFog::Off;
     bool Flat = false;
     bool Wire = false;
-    std::optional<TColor> Background; ///< none: the view's own
+    std::optional<TColor> Background{}; ///< none: the view's own
 
     bool operator==(const TViewLook&) const = default;
 
