@@ -161,7 +161,8 @@ TTextShape MakeTextShape(const QString& text, const TFont& textFont) {
 
     TTextShape shape;
     std::vector<TGroup> groups;
-    for (const QPolygonF& polygon : path.toSubpathPolygons(upwards)) {
+    for (const QPolygonF& pixels : path.toSubpathPolygons()) {
+        const QPolygonF polygon = upwards.map(pixels);
         const TContour contour = Contour(polygon);
         shape.Outlines.push_back(Outline(contour));
         AddToGroups(groups, {{polygon.boundingRect()}, {contour}});

@@ -4,7 +4,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-zepview=$PWD/build/release/bin/zepview
+bin=$PWD/build/release/bin
+zepview=$bin/zepview
 parts=examples/parts
 size=800x560
 [ -x "$zepview" ] || { echo "Please build first: ./run.sh --build" >&2; exit 1; }
@@ -35,14 +36,30 @@ picture() { # NAME VIEW FILE CAPTION
     entry "$1" "zepview --picture $1.png --view $2 $3" "$4"
 }
 
-window() { # NAME FILE CAPTION
-    "$zepview" "$2" &
-    local viewer=$!
+example() { # NAME CAPTION
+    "$bin/zep_$1" --picture "$out/$1.png"
+    entry "$1" "zep_$1" "$2"
+}
+
+window() { # NAME PROGRAM FILE CAPTION
+    "$bin/$2" $3 &
+    local program=$!
     sleep "${GALLERY_WAIT:-4}"
+    # Without the black of the screen around a window that does not fill it.
     import -window root "$out/$1.png"
-    kill $viewer
-    wait $viewer 2>/dev/null || true
-    entry "$1" "zepview $2" "$3"
+    mogrify -trim +repage "$out/$1.png"
+    kill $program
+    wait $program 2>/dev/null || true
+    entry "$1" "$2${3:+ $3}" "$4"
+}
+
+look() { # NAME CAPTION SETTING...
+    local name=$1 caption=$2
+    shift 2
+    mkdir -p "$home/zep"
+    printf '%s\n' '[view]' "$@" >"$home/zep/zepview.conf"
+    window "$name" zepview "" "$caption"
+    rm "$home/zep/zepview.conf"
 }
 
 cat >"$page" <<'END'
@@ -63,7 +80,19 @@ picture drill-plate iso $parts/drill-plate.nc "Canned cycles: every hole with it
 picture lettering iso $parts/lettering.nc "Engraved letters in a rounded frame."
 
 section "The window"
-window window $parts/bracket.nc "Left button: orbit. Right button: pan. Wheel: nearer and farther. The status line tells what is in the file, its size and the grid's."
+window window zepview $parts/bracket.nc "Left button: orbit. Right button: pan. Wheel: nearer and farther. The status line tells what is in the file, its size and the grid's."
+window start zepview "" "Before a file is opened: solids, pictures on them, glass and text, under lamps that circle above."
+look start-wire "View, Wire frame." wire=true
+look start-fog "View, Fog, Exponential, before a bright background." fog=2 background=#c8d0d8
+look start-flat "View, Flat shading, and the headlight." flat=true headlight=true
+look start-dark "View, Lights, off: what is left comes from all sides." lights=false
+
+section "Examples"
+example solids "Every solid in a colour and, in front of that, with a picture; labels tell their names."
+example lights "Spots that stand on glowing balls: a narrow one that fades to its rim, a cone with a sharp rim, one without a cone that gets weaker with the distance, and a weak light at infinity."
+example heightfield "A function of x and y, coloured by its height."
+window fog zep_fog "" "Fog of a panel in its three modes: linear, exponential, exponential of the squared distance."
+window two-panels zep_two-panels "" "One scene in two panels. On the left a drag orbits, on the right it selects."
 
 # A palette is a third of the size.
 mogrify -dither None -colors 256 "$out"/*.png

@@ -22,6 +22,7 @@ constexpr double MarkMargin = 52; // pixels from the corner of the view to the m
 constexpr double MarkLength = 30;
 constexpr double LetterDistance = 40;
 constexpr double LetterSize = 4;
+constexpr int BrightBackground = 128; // of a lightness up to 255
 
 struct TAxis {
     TGLArrayd3 Direction;
@@ -40,7 +41,8 @@ class TFlatScope {
 public:
     TFlatScope() {
         glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT |
-                     GL_DEPTH_BUFFER_BIT);
+                     GL_DEPTH_BUFFER_BIT | GL_LIGHTING_BIT);
+        glShadeModel(GL_SMOOTH);
         glDisable(GL_LIGHTING);
         glDisable(GL_DEPTH_TEST);
         glDisable(GL_CULL_FACE);
@@ -78,16 +80,21 @@ void SetColor(TColor color, float alpha = 1) {
     glColor4fv(ToGLColor(color, alpha).data());
 }
 
-void DrawBackground() {
+void DrawBackground(TColor low, TColor high) {
     const TViewScope view(1, 1);
     glBegin(GL_QUADS);
-    SetColor(Look::Ground);
+    SetColor(low);
     glVertex2d(0, 0);
     glVertex2d(1, 0);
-    SetColor(Look::Sky);
+    SetColor(high);
     glVertex2d(1, 1);
     glVertex2d(0, 1);
     glEnd();
+}
+
+/// That stands out from the background.
+TColor GridColor(TColor background) {
+    return ToQColor(background).lightness() < BrightBackground ? Look::Grid : Look::GridOnBright;
 }
 
 void DrawOrigin(double length, double pixelRatio) {
@@ -143,9 +150,17 @@ double TBackdrop::GridStep() const {
     return 10 * power;
 }
 
+TColor TBackdrop::MiddleColor() const {
+    if (m_color) return *m_color;
+    const TGLColor low = ToGLColor(Look::Ground, 1);
+    const TGLColor high = ToGLColor(Look::Sky, 1);
+    const auto middle = [&](std::size_t i) { return (low[i] + high[i]) / 2; };
+    return FromQColor(QColor::fromRgbF(middle(0), middle(1), middle(2)));
+}
+
 void TBackdrop::Draw(double pixelRatio) const {
     const TFlatScope flat;
-    DrawBackground();
+    DrawBackground(m_color.value_or(Look::Ground), m_color.value_or(Look::Sky));
     if (!m_guides) return;
     if (m_content && GridStep() > 0) {
         DrawGrid(*m_content, pixelRatio);
@@ -162,13 +177,14 @@ void TBackdrop::DrawGrid(const TBox& box, double pixelRatio) const {
     const auto firstX = static_cast<qint64>(std::ceil((centerX - reach) / step));
     const auto firstY = static_cast<qint64>(std::ceil((centerY - reach) / step));
     const int count = static_cast<int>(2 * reach / step);
+    const TColor color = GridColor(MiddleColor());
     // Every fifth line is brighter, and all fade towards the rim.
     const auto send = [&](qint64 x, qint64 y, bool bright) {
         const double px = static_cast<double>(x) * step;
         const double py = static_cast<double>(y) * step;
         const double rim = std::hypot(px - centerX, py - centerY) / reach;
         const auto fade = static_cast<float>(std::max(0.0, 1 - rim * rim));
-        SetColor(Look::Grid, GridAlpha * fade * (bright ? 1.0F : 0.45F));
+        SetColor(color, GridAlpha * fade * (bright ? 1.0F : 0.45F));
         glVertex3d(px, py, box.Min[2]);
     };
     glLineWidth(static_cast<float>(pixelRatio));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/Color.h"
 #include "scene/Geom.h"
 
 #include <optional>
@@ -21,6 +22,10 @@ public:
     /// Grid and axes, besides the background.
     void SetGuides(bool shown) { m_guides = shown; }
     [[nodiscard]] bool Guides() const { return m_guides; }
+    /// One colour in place of the background of its own.
+    void SetBackground(const std::optional<TColor>& color) { m_color = color; }
+    /// The background's at the height of the eye.
+    [[nodiscard]] TColor MiddleColor() const;
     /// Of the grid: 1, 2 or 5 times a power of ten; 0 without content.
     [[nodiscard]] double GridStep() const;
 
@@ -32,6 +37,7 @@ private:
     void DrawGrid(const TBox& box, double pixelRatio) const;
 
     std::optional<TBox> m_content;
+    std::optional<TColor> m_color;
     bool m_guides = true;
 };
 

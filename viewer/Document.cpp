@@ -165,6 +165,11 @@ void TDocument::SetGuides(bool shown) {
     m_scene->Invalidate(m_scene.get());
 }
 
+void TDocument::SetBackground(const std::optional<TColor>& color) {
+    m_backdrop.SetBackground(color);
+    m_scene->Invalidate(m_scene.get());
+}
+
 bool TDocument::IsLarge() const {
     return std::any_of(m_files.begin(), m_files.end(),
                        [](const TOpenedFile& file) { return file.Root->IsLarge(); });

@@ -52,6 +52,8 @@ public:
     [[nodiscard]] const TBackdrop& Backdrop() const { return m_backdrop; }
     /// Shows or hides grid and axes.
     void SetGuides(bool shown);
+    /// One colour in place of the background of its own.
+    void SetBackground(const std::optional<TColor>& color);
     /// A file is so large that it can be drawn in part, for speed: see `SetShare`.
     [[nodiscard]] bool IsLarge() const;
     /// How much of the large files the next frames show, above 0; 1 is all. No repaint.

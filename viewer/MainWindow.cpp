@@ -7,6 +7,7 @@
 #include "viewer/LoadBar.h"
 #include "viewer/OrbitControl.h"
 #include "viewer/RecentFiles.h"
+#include "viewer/ViewOptions.h"
 #include "viewer/WelcomePage.h"
 
 #include <QDragEnterEvent>
@@ -103,6 +104,17 @@ void TMainWindow::MakePages() {
             [this](const QString& file) { OpenFiles({file}); });
 }
 
+void TMainWindow::AddViewOptions(QMenu* menu) {
+    m_viewOptions = new TViewOptions(menu, this);
+    m_viewOptions->AddView(std::make_unique<TDressedView>(
+        m_panel, [this](const auto& color) { m_document.SetBackground(color); },
+        [this] { return m_document.Backdrop().MiddleColor(); }));
+    TStartScene& start = m_welcome->Start();
+    m_viewOptions->AddView(std::make_unique<TDressedView>(
+        m_welcome->View(), [&start](const auto& color) { start.SetBackground(color); },
+        [&start] { return start.Backdrop().MiddleColor(); }));
+}
+
 void TMainWindow::MakeStatusBar() {
     statusBar()->addWidget(m_status, 1);
     statusBar()->addPermanentWidget(m_loadBar);
@@ -136,6 +148,7 @@ void TMainWindow::LoadNext() {
     RememberFiles(files);
     setWindowTitle(NamesOf(m_document.Files()) + QStringLiteral(" - zepview"));
     statusBar()->clearMessage();
+    m_viewOptions->Apply();
     ShowStatus();
     if (!keepView) LookFrom(TDirection::Iso);
     m_panel->setGeometry(m_pages->rect()); // before it is shown, which draws

@@ -11,6 +11,7 @@ class QStackedWidget;
 namespace ZEP {
 
 class TLoadBar;
+class TViewOptions;
 class TWelcomePage;
 class TZEPPanel;
 
@@ -39,6 +40,7 @@ private:
     void AddMenus();
     void AddFileMenu();
     void AddViewMenu();
+    void AddViewOptions(QMenu* menu);
     void AddHelpMenu();
     void AskForFiles();
     void Reload();
@@ -62,6 +64,7 @@ private:
     QLabel* m_status;
     QLabel* m_size;
     QMenu* m_recent = nullptr;
+    TViewOptions* m_viewOptions = nullptr;
     QStringList m_next; ///< to be opened when the present load has ended
     bool m_plain;
     bool m_keepView = false; ///< when the next files are shown

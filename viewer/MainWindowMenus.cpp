@@ -85,6 +85,7 @@ void TMainWindow::AddViewMenu() {
     connect(guides, &QAction::toggled, this, [this](bool shown) { m_document.SetGuides(shown); });
     Explained(guides,
               QStringLiteral("Show the floor below what is read, and the axes of its origin"));
+    AddViewOptions(menu);
 }
 
 void TMainWindow::AddHelpMenu() {

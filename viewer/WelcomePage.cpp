@@ -1,7 +1,10 @@
 #include "viewer/WelcomePage.h"
 
+#include "view/Camera.h"
+#include "view/Panel.h"
 #include "viewer/Format.h"
 #include "viewer/Look.h"
+#include "viewer/OrbitControl.h"
 
 #include <QFileInfo>
 #include <QLabel>
@@ -13,6 +16,7 @@ namespace ZEP {
 namespace {
 
 constexpr int MostFiles = 6;
+constexpr int LeastSide = 290; // pixels
 
 QString Style() {
     return QStringLiteral(
@@ -38,14 +42,34 @@ QLabel* AddLabel(QVBoxLayout* layout, const QString& text) {
 
 } // namespace
 
-TWelcomePage::TWelcomePage(QWidget* parent) : QWidget(parent), m_recent(new QVBoxLayout) {
+TWelcomePage::TWelcomePage(QWidget* parent)
+    : QWidget(parent), m_view(new TZEPPanel(this)), m_recent(new QVBoxLayout) {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(Style());
-    auto* layout = new QVBoxLayout(this);
+    m_view->SetCamera(m_start.Camera());
+    new TOrbitControl(m_view, m_start.Camera());
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_view, 1);
+    layout->addWidget(MakeSide());
+}
+
+TWelcomePage::~TWelcomePage() {
+    // The view lets go of the camera before the scene takes it away.
+    delete m_view;
+}
+
+QWidget* TWelcomePage::MakeSide() {
+    auto* side = new QWidget;
+    side->setMinimumWidth(LeastSide);
+    auto* layout = new QVBoxLayout(side);
+    layout->setContentsMargins(24, 24, 24, 24);
     layout->setSpacing(14);
     layout->addStretch(2);
-    AddLabel(layout, QStringLiteral("Drop a program here"))->setObjectName(QStringLiteral("Title"));
-    AddLabel(layout, ProgramPatterns().join(QStringLiteral("   ")).remove(QLatin1Char('*')));
+    AddLabel(layout, QStringLiteral("Drop a file here"))->setObjectName(QStringLiteral("Title"));
+    for (const QStringList& patterns : {ProgramPatterns(), ScenePatterns()})
+        AddLabel(layout, patterns.join(QStringLiteral("   ")).remove(QLatin1Char('*')));
     auto* open = new QPushButton(QStringLiteral("Open..."));
     open->setToolTip(QStringLiteral("Choose one or more files (Ctrl+O)"));
     connect(open, &QPushButton::clicked, this, &TWelcomePage::OpenWanted);
@@ -53,6 +77,17 @@ TWelcomePage::TWelcomePage(QWidget* parent) : QWidget(parent), m_recent(new QVBo
     layout->addSpacing(24);
     layout->addLayout(m_recent);
     layout->addStretch(3);
+    return side;
+}
+
+void TWelcomePage::showEvent(QShowEvent* event) {
+    m_start.SetMoving(true);
+    QWidget::showEvent(event);
+}
+
+void TWelcomePage::hideEvent(QHideEvent* event) {
+    m_start.SetMoving(false);
+    QWidget::hideEvent(event);
 }
 
 void TWelcomePage::SetRecentFiles(const QStringList& files) {

@@ -1,16 +1,25 @@
 #pragma once
 
+#include "viewer/StartScene.h"
+
 #include <QWidget>
 
 class QVBoxLayout;
 
 namespace ZEP {
 
-/// What the window shows while nothing is open: how to open something, and the files opened last.
+class TZEPPanel;
+
+/// What the window shows while nothing is open: a scene that moves while it is seen and turns under
+/// the mouse, and beside it how to open something, and the files opened last.
 class TWelcomePage : public QWidget {
     Q_OBJECT
 public:
     explicit TWelcomePage(QWidget* parent = nullptr);
+    ~TWelcomePage() override;
+
+    [[nodiscard]] TZEPPanel* View() const { return m_view; }
+    [[nodiscard]] TStartScene& Start() { return m_start; }
 
     void SetRecentFiles(const QStringList& files);
 
@@ -18,7 +27,15 @@ signals:
     void OpenWanted();
     void FileWanted(const QString& file);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
 private:
+    [[nodiscard]] QWidget* MakeSide();
+
+    TStartScene m_start;
+    TZEPPanel* m_view;
     QVBoxLayout* m_recent;
 };
 

@@ -6,15 +6,15 @@ using namespace ZEP;
 
 namespace {
 
-/// Four solids to a row. Each stands once in a colour and once, in front of that, with a picture.
+/// Five solids to a row. Each stands once in a colour and once, in front of that, with a picture.
 class Gallery {
 public:
     explicit Gallery(TZEPScene* scene) : m_scene(scene) {}
 
     template <class T, class Set>
     void Show(const QString& name, TColor color, Set set) {
-        const double x = 1.9 * (m_count % 4);
-        const double y = -4 * (m_count / 4);
+        const double x = 1.9 * (m_count % 5);
+        const double y = -4 * (m_count / 5);
         set(Plain(Place<T>(x, y), color));
         set(Textured(Place<T>(x + 0.3, y - 1.3)));
         Title(name, x - 0.35, y - 2.1);
@@ -72,6 +72,12 @@ void Fill(Gallery& gallery) {
         cone.SetSlices(32);
         cone.SetSmooth(true);
     });
+    gallery.Show<TZEPCone>(QStringLiteral("Cylinder"), TColor{0x90C040}, [](TZEPCone& cylinder) {
+        cylinder.SetRadius1(0.4);
+        cylinder.SetRadius2(0.4);
+        cylinder.SetSlices(32);
+        cylinder.SetSmooth(true);
+    });
     gallery.Show<TZEPTorus>(QStringLiteral("Torus"), TColor{0x30C0D0}, [](TZEPTorus& torus) {
         torus.SetRadius1(0.38);
         torus.SetRadius2(0.16);
@@ -84,6 +90,8 @@ void Fill(Gallery& gallery) {
         teapot.SetSegments(8);
         teapot.XForm()->Scale()->SetData(0.85, 0.85, 0.85);
     });
+    gallery.Show<TZEPLegendBox>(QStringLiteral("Legend box"), TColor{0xB080D0},
+                                [](auto& frame) { frame.XForm()->Scale()->SetData(1, 0.25, 0.7); });
     gallery.Show<TZEPOctahedron>(QStringLiteral("Octahedron"), TColor{0x8080F0}, same);
     gallery.Show<TZEPIcosahedron>(QStringLiteral("Icosahedron"), TColor{0x70D0A0}, same);
     gallery.Show<TZEPDodecahedron>(QStringLiteral("Dodecahedron"), TColor{0xE0B060}, same);
@@ -105,8 +113,8 @@ int main(int argc, char** argv) {
     sky->SetColor(TColor{0x504030});
     sky->Position()->SetData(4, -1, 1);
     auto* camera = Add<TZEPCamera>(&scene);
-    camera->Position()->SetData(3.1, -14, 13);
-    camera->Target()->SetData(3.1, -2.9, 0);
-    camera->FitTo({-0.8, -6.4, -0.5}, {7, 0.6, 0.5}, 1.6);
+    camera->Position()->SetData(3.8, -14, 13);
+    camera->Target()->SetData(3.8, -2.9, 0);
+    camera->FitTo({-0.8, -6.4, -0.5}, {8.6, 0.6, 0.5}, 1.6);
     return ShowScene(*camera, QApplication::arguments());
 }

@@ -6,6 +6,7 @@
 
 #include <QFontMetricsF>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace ZEP;
@@ -62,7 +63,28 @@ double Area(const TTextShape& shape) {
     return area;
 }
 
+/// The sharpest corner of an outline, in degrees.
+double SharpestTurn(const std::vector<TTextPoint>& outline) {
+    double sharpest = 0;
+    const std::size_t count = outline.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto &a = outline[i], &b = outline[(i + 1) % count], &c = outline[(i + 2) % count];
+        const double before = std::atan2(b[1] - a[1], b[0] - a[0]);
+        const double after = std::atan2(c[1] - b[1], c[0] - b[0]);
+        sharpest = std::max(sharpest, std::abs(std::remainder(after - before, 2 * M_PI)));
+    }
+    return sharpest * 180 / M_PI;
+}
+
 } // namespace
+
+TEST_F(LabelHand, CurvesAreRound) {
+    TFont font;
+    font.SetName(QStringLiteral("DejaVu Sans"));
+    const TTextShape shape = MakeTextShape(QStringLiteral("O"), font);
+    ASSERT_EQ(shape.Outlines.size(), 2U);
+    for (const auto& outline : shape.Outlines) EXPECT_LT(SharpestTurn(outline), 25);
+}
 
 TEST_F(LabelHand, CapitalsAreAsHighAsTheScaleAndStandOnTheBaseline) {
     for (const char* name : {"DejaVu Sans", "DejaVu Serif", "no such font"}) {

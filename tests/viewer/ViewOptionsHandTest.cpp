@@ -1,0 +1,174 @@
+#include "viewer/ViewOptions.h"
+
+#include "appearance/Light.h"
+#include "objects/Box.h"
+#include "objects/Line.h"
+#include "scene/Scene.h"
+#include "view/Camera.h"
+#include "view/Panel.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QMenu>
+#include <QSettings>
+#include <QTemporaryDir>
+
+namespace ZEP {
+namespace {
+
+using TFog = TViewLook::TFog;
+
+/// A panel before a scene, with settings of its own.
+class ViewOptions : public testing::Test {
+protected:
+    ViewOptions() {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
+        QSettings().clear();
+        m_camera = Add<TZEPCamera>();
+        m_camera->Position()->SetData(0, -10, 0);
+        m_panel.SetCamera(m_camera);
+        m_panel.resize(60, 40);
+    }
+
+    template <class T>
+    T* Add() {
+        auto* object = new T(&m_scene);
+        object->SetParentComponent(&m_scene);
+        return object;
+    }
+
+    std::unique_ptr<TDressedView> View() {
+        return std::make_unique<TDressedView>(
+            &m_panel, [this](const auto& color) { m_background = color; },
+            [this] { return m_background.value_or(clNavy); });
+    }
+
+    /// The light that `View` adds comes last.
+    TZEPLight* Headlight() {
+        return qobject_cast<TZEPLight*>(m_scene.GetItem(m_scene.GetItemsCount() - 1));
+    }
+
+    QTemporaryDir m_folder;
+    TZEPScene m_scene;
+    TZEPCamera* m_camera;
+    std::optional<TColor> m_background;
+    TZEPPanel m_panel;
+};
+
+TEST_F(ViewOptions, AreRemembered) {
+    const TViewLook looks[] = {
+        {},
+        {.Lights = false, .Headlight = true},
+        {.Fog = TFog::Exp2, .Flat = true},
+        {.Wire = true, .Background = TColor{0x123456}},
+    };
+    for (const TViewLook& look : looks) {
+        look.Save();
+        EXPECT_EQ(TViewLook::Load(), look);
+    }
+}
+
+TEST_F(ViewOptions, WhatTheSettingsHoldWronglyIsPassedOver) {
+    for (const char* fog : {"-1", "4", "99999999999", "thick"}) {
+        QSettings().setValue(QStringLiteral("view/fog"), QString::fromLatin1(fog));
+        EXPECT_EQ(TViewLook::Load(), TViewLook()) << fog;
+    }
+    QSettings().setValue(QStringLiteral("view/background"), QStringLiteral("no colour"));
+    EXPECT_EQ(TViewLook::Load(), TViewLook());
+}
+
+TEST_F(ViewOptions, TheHeadlightShinesWhereItIsAskedForOrNothingElseDoes) {
+    struct TRow {
+        bool Solid, Lamp, Lights, Headlight, Shines;
+        TColor Ambient;
+    };
+    const TColor lit{0x202020};
+    const TRow rows[] = {
+        {false, false, true, false, false, clWhite}, // lines keep their colours
+        {false, false, true, true, false, clWhite},  //
+        {true, false, true, false, true, lit},       // to show the shape
+        {true, true, true, false, false, lit},       //
+        {true, true, true, true, true, lit},         //
+        {true, true, false, true, false, clWhite},   // all lights are off
+        {true, false, false, false, false, clWhite},
+    };
+    for (const TRow& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        const std::unique_ptr<TZEPObject> solid(row.Solid ? Add<TZEPBox>() : nullptr);
+        const std::unique_ptr<TZEPObject> lamp(row.Lamp ? Add<TZEPLight>() : nullptr);
+        const auto view = View();
+        view->Dress({.Lights = row.Lights, .Headlight = row.Headlight});
+        const std::unique_ptr<TZEPLight> headlight(Headlight());
+        EXPECT_EQ(headlight->Visible(), row.Shines);
+        EXPECT_EQ(m_scene.SceneAmbientColor(), row.Ambient);
+        EXPECT_TRUE(!lamp || lamp->Visible() == row.Lights);
+    }
+}
+
+TEST_F(ViewOptions, WhatIsSwitchedComesBackAsItWas) {
+    auto* dark = Add<TZEPLight>();
+    dark->SetVisible(false);
+    auto* lamp = Add<TZEPLight>();
+    auto* outline = Add<TZEPBox>();
+    outline->SetDrawType(dtLine);
+    auto* box = Add<TZEPBox>();
+    auto* line = Add<TZEPLine>();
+    auto* leaves = Add<TZEPBox>();
+    const auto view = View();
+    view->Dress({.Lights = false, .Wire = true});
+    delete leaves;
+    auto* comes = Add<TZEPBox>();
+    view->Dress({.Lights = false, .Wire = true});
+    EXPECT_FALSE(lamp->Visible());
+    EXPECT_EQ(box->DrawType(), dtLine);
+    EXPECT_EQ(comes->DrawType(), dtLine);
+    EXPECT_EQ(line->DrawType(), dtFill);
+    view->Dress({});
+    EXPECT_FALSE(dark->Visible());
+    EXPECT_TRUE(lamp->Visible());
+    EXPECT_EQ(outline->DrawType(), dtLine);
+    EXPECT_EQ(box->DrawType(), dtFill);
+    EXPECT_EQ(comes->DrawType(), dtFill);
+}
+
+TEST_F(ViewOptions, FogKeepsToWhatIsLookedAt) {
+    const auto view = View();
+    view->Dress({.Fog = TFog::Exp2, .Background = TColor{0x8090A0}});
+    const TZEPFog& fog = *m_panel.Fog();
+    EXPECT_TRUE(fog.Enabled());
+    EXPECT_EQ(fog.Mode(), fmExp2);
+    EXPECT_EQ(fog.Color(), TColor{0x8090A0});
+    const double density = fog.Density();
+    const double end = fog.FogEnd();
+    m_camera->Position()->SetData(0, -20, 0);
+    ASSERT_FALSE(m_panel.GrabFrame().isNull());
+    EXPECT_NEAR(fog.Density(), density / 2, 1e-9);
+    EXPECT_NEAR(fog.FogEnd(), end * 2, 1e-9);
+    view->Dress({});
+    EXPECT_FALSE(fog.Enabled());
+    EXPECT_EQ(fog.Color(), clNavy);
+}
+
+TEST_F(ViewOptions, TheMenuShowsAndMakesTheChoice) {
+    TViewLook{.Fog = TFog::Linear, .Wire = true}.Save();
+    QWidget window;
+    QMenu menu;
+    TViewOptions options(&menu, &window);
+    options.AddView(View());
+    QHash<QString, QAction*> actions;
+    for (QAction* action : menu.findChildren<QAction*>()) actions[action->text()] = action;
+    EXPECT_TRUE(actions[QStringLiteral("&Wire frame")]->isChecked());
+    EXPECT_TRUE(actions[QStringLiteral("&Linear")]->isChecked());
+    for (const char* text : {"&Wire frame", "&Lights", "Flat &shading", "&Exponential"})
+        actions[QString::fromLatin1(text)]->trigger();
+    const TViewLook chosen{.Lights = false, .Fog = TFog::Exp, .Flat = true};
+    EXPECT_EQ(options.Look(), chosen);
+    EXPECT_EQ(TViewLook::Load(), chosen);
+    EXPECT_TRUE(m_panel.Options().testFlag(goFlatShadeModel));
+    EXPECT_FALSE(actions[QStringLiteral("&Linear")]->isChecked());
+    EXPECT_FALSE(actions[QStringLiteral("&Headlight")]->isEnabled());
+}
+
+} // namespace
+} // namespace ZEP

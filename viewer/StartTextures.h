@@ -1,0 +1,20 @@
+#pragma once
+
+class QImage;
+
+namespace ZEP {
+
+/// Pictures for the start scene, drawn by formula. Their sides are powers of two and their opposite
+/// edges meet.
+namespace StartTextures {
+
+/// White stone with grey-blue veins.
+[[nodiscard]] QImage Marble();
+/// Two woods in squares.
+[[nodiscard]] QImage Checkers();
+/// Rings from the pole to the equator of a sphere, of dark slate and thin gold.
+[[nodiscard]] QImage Stage();
+
+} // namespace StartTextures
+
+} // namespace ZEP

@@ -1,0 +1,174 @@
+#include "viewer/ViewLook.h"
+
+#include "appearance/Light.h"
+#include "appearance/Shape.h"
+#include "objects/Solid.h"
+#include "scene/Scene.h"
+#include "view/Camera.h"
+#include "view/Panel.h"
+#include "viewer/Document.h"
+
+#include <QSettings>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace ZEP {
+
+namespace {
+
+const QString LightsKey = QStringLiteral("view/lights");
+const QString HeadlightKey = QStringLiteral("view/headlight");
+const QString FogKey = QStringLiteral("view/fog");
+const QString FlatKey = QStringLiteral("view/flat");
+const QString WireKey = QStringLiteral("view/wire");
+const QString BackgroundKey = QStringLiteral("view/background");
+
+constexpr TColor HeadlightColor{0x909090};
+constexpr TColor AmbientUnderLights{0x202020};
+
+// Of fog, in distances from the eye to what it looks at: that is seen through about a third of it.
+constexpr double FogStart = 0.65;
+constexpr double FogEnd = 1.6;
+constexpr double ExpDensity = 0.42;
+constexpr double Exp2Density = 0.62;
+
+constexpr TFogMode ModeOf(TViewLook::TFog fog) {
+    switch (fog) {
+    case TViewLook::TFog::Exp:
+        return fmExp;
+    case TViewLook::TFog::Exp2:
+        return fmExp2;
+    default:
+        return fmLinear;
+    }
+}
+
+void Show(TZEPObject& light) {
+    light.SetVisible(true);
+}
+
+void Hide(TZEPObject& light) {
+    light.SetVisible(false);
+}
+
+void Fill(TZEPObject& object) {
+    object.SetDrawType(dtFill);
+}
+
+void Outline(TZEPObject& object) {
+    object.SetDrawType(dtLine);
+}
+
+/// Lines and points have no faces.
+bool HasFaces(TZEPObject& object) {
+    return qobject_cast<TZEPColoredObject*>(&object) && !qobject_cast<TZEPShape*>(&object);
+}
+
+} // namespace
+
+TViewLook TViewLook::Load() {
+    const QSettings settings;
+    TViewLook look;
+    look.Lights = settings.value(LightsKey, look.Lights).toBool();
+    look.Headlight = settings.value(HeadlightKey, look.Headlight).toBool();
+    const int fog = settings.value(FogKey).toInt();
+    if (fog > 0 && fog <= static_cast<int>(TFog::Exp2)) look.Fog = static_cast<TFog>(fog);
+    look.Flat = settings.value(FlatKey, look.Flat).toBool();
+    look.Wire = settings.value(WireKey, look.Wire).toBool();
+    const QColor background(settings.value(BackgroundKey).toString());
+    if (background.isValid()) look.Background = FromQColor(background);
+    return look;
+}
+
+void TViewLook::Save() const {
+    QSettings settings;
+    settings.setValue(LightsKey, Lights);
+    settings.setValue(HeadlightKey, Headlight);
+    settings.setValue(FogKey, static_cast<int>(Fog));
+    settings.setValue(FlatKey, Flat);
+    settings.setValue(WireKey, Wire);
+    settings.setValue(BackgroundKey, Background ? ToQColor(*Background).name() : QString());
+}
+
+void TSwitchedObjects::Add(TZEPObject& object, const TSwitch& change) {
+    change(object);
+    m_objects.emplace_back(&object);
+}
+
+void TSwitchedObjects::Restore(const TSwitch& change) {
+    for (const QPointer<TZEPObject>& object : std::exchange(m_objects, {}))
+        if (object) change(*object);
+}
+
+TDressedView::TDressedView(TZEPPanel* panel, TSetBackground setBackground,
+                           std::function<TColor()> background)
+    : m_panel(panel), m_setBackground(std::move(setBackground)),
+      m_background(std::move(background)), m_scene(panel->Camera()->Scene()),
+      m_headlight(new TZEPLight(m_scene)) {
+    m_headlight->SetParentComponent(m_scene);
+    m_headlight->SetVisible(false);
+    m_headlight->SetDirectional(true);
+    m_headlight->SetPositionObject(panel->Camera());
+    m_headlight->SetColor(HeadlightColor);
+    QObject::connect(panel, &TZEPPanel::BeforDraw, [this] { MeasureFog(); });
+}
+
+void TDressedView::Dress(const TViewLook& look) {
+    m_scene->BeginUpdate();
+    DressLights(look);
+    DressWire(look.Wire);
+    m_scene->EndUpdate();
+    DressFog(look);
+    TZEPOptions options = m_panel->Options();
+    options.setFlag(goFlatShadeModel, look.Flat);
+    m_panel->SetOptions(options);
+    m_panel->Invalidate();
+}
+
+void TDressedView::DressLights(const TViewLook& look) {
+    m_dark.Restore(Show);
+    bool lit = false;
+    bool solid = false;
+    ForEachObject(*m_scene, [&](TZEPObject& object) {
+        solid = solid || qobject_cast<TZEPSolid*>(&object);
+        if (!qobject_cast<TZEPLight*>(&object) || &object == m_headlight) return;
+        lit = lit || object.Visible();
+        if (!look.Lights && object.Visible()) m_dark.Add(object, Hide);
+    });
+    const bool headlight = look.Lights && solid && (look.Headlight || !lit);
+    m_headlight->SetVisible(headlight);
+    const bool shines = look.Lights && (lit || headlight);
+    m_scene->SetSceneAmbientColor(shines ? AmbientUnderLights : clWhite);
+}
+
+void TDressedView::DressWire(bool wire) {
+    if (!wire) return m_wired.Restore(Fill);
+    ForEachObject(*m_scene, [this](TZEPObject& object) {
+        if (HasFaces(object) && object.DrawType() == dtFill) m_wired.Add(object, Outline);
+    });
+}
+
+void TDressedView::DressFog(const TViewLook& look) {
+    m_setBackground(look.Background);
+    TZEPFog& fog = *m_panel->Fog();
+    fog.SetColor(m_background());
+    fog.SetMode(ModeOf(look.Fog));
+    fog.SetEnabled(look.Fog != TViewLook::TFog::Off);
+    MeasureFog();
+}
+
+/// Fog keeps to what is looked at, however near the eye comes.
+void TDressedView::MeasureFog() {
+    TZEPFog& fog = *m_panel->Fog();
+    if (!fog.Enabled()) return;
+    const TGLArrayd3 eye = m_panel->Camera()->GetPosition();
+    const TGLArrayd3 target = m_panel->Camera()->GetTarget();
+    const double distance = std::hypot(eye[0] - target[0], eye[1] - target[1], eye[2] - target[2]);
+    fog.SetStart(FogStart * distance);
+    fog.SetEnd(FogEnd * distance);
+    fog.SetDensity((fog.Mode() == fmExp ? ExpDensity : Exp2Density) / std::max(distance, 1e-9));
+}
+
+} // namespace ZEP
