@@ -21,7 +21,7 @@ constexpr GLushort Dots = 0xCCCC;   // as the pen style of rapid moves
 constexpr std::size_t FineVertexes = 200'000;
 constexpr std::array<GLubyte, 3> MarkColor{255, 230, 0};
 constexpr std::array<GLubyte, 3> MarkRim{30, 20, 0};
-constexpr float MarkWidth = 4;
+constexpr float MarkWidth = 5;
 constexpr float MarkRimWidth = 1.5F;
 constexpr std::size_t PieceVertexes = 64; // what stays together where a part is drawn
 
@@ -210,6 +210,9 @@ void TPathBatch::DrawMark(float width) const {
     glLineWidth(width);
     DrawPieces(GL_LINES, m_rapids, 1);
     DrawPieces(GL_LINES, m_feeds, 1);
+    glPointSize(width); // joints, and moves that are too short for a line
+    DrawPieces(GL_POINTS, m_rapids, 1);
+    DrawPieces(GL_POINTS, m_feeds, 1);
     glPointSize(width + m_holeWidth);
     DrawPieces(GL_POINTS, m_holes, 1);
 }

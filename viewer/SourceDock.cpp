@@ -10,10 +10,17 @@
 #include <QFontDatabase>
 #include <QListView>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 #include <algorithm>
 
 namespace ZEP {
+
+namespace {
+
+constexpr int NarrowestText = 36; // characters
+
+} // namespace
 
 TSourceDock::TSourceDock(QWidget* parent, const TDocument& document, TSelection* selection)
     : QDockWidget(QStringLiteral("Program"), parent), m_document(document), m_selection(selection),
@@ -22,6 +29,8 @@ TSourceDock::TSourceDock(QWidget* parent, const TDocument& document, TSelection*
     setWidget(m_list);
     m_list->setModel(m_model);
     m_list->setUniformItemSizes(true);
+    m_list->setMinimumWidth(m_list->fontMetrics().averageCharWidth() * NarrowestText);
+    m_list->setFocusPolicy(Qt::NoFocus); // the arrow keys step from move to move
     m_list->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     connect(m_selection, &TSelection::Changed, this, &TSourceDock::FollowSelection);
@@ -61,7 +70,9 @@ void TSourceDock::FollowSelection() {
     if (file) {
         const QModelIndex index = m_model->index(ProgramLineOf(*object).value_or(0) - 1);
         m_list->setCurrentIndex(index);
+        const int across = m_list->horizontalScrollBar()->value();
         m_list->scrollTo(index);
+        m_list->horizontalScrollBar()->setValue(across);
     } else if (m_moves.ItemOf(m_list->currentIndex().row() + 1)) {
         m_list->setCurrentIndex({});
         m_list->clearSelection();

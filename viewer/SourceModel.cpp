@@ -39,7 +39,9 @@ int TSourceModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant TSourceModel::data(const QModelIndex& index, int role) const {
-    if (role != Qt::DisplayRole || !index.isValid()) return {};
+    if (!index.isValid()) return {};
+    if (role == Qt::ToolTipRole) return Line(index.row());
+    if (role != Qt::DisplayRole) return {};
     const auto width = static_cast<int>(QString::number(m_starts.size()).size());
     return QStringLiteral("%1  %2").arg(index.row() + 1, width).arg(Line(index.row()));
 }

@@ -83,8 +83,11 @@ TEST_F(Program, TheArrowKeysStepFromMoveToMove) {
         QTest::keyClick(&*m_window, row.Key);
         EXPECT_EQ(Selected(), QString::fromLatin1(row.Selected));
     }
-    List().setFocus();
-    QTest::keyClick(&List(), Qt::Key_Down);
+    QTest::mouseClick(List().viewport(), Qt::LeftButton, {},
+                      List().visualRect(List().model()->index(1, 0)).center());
+    ASSERT_EQ(Selected(), QStringLiteral("Line 2"));
+    QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &*m_window,
+                    Qt::Key_Down);
     EXPECT_EQ(Selected(), QStringLiteral("Line 4"));
 }
 
