@@ -31,7 +31,8 @@ struct TOptions {
                             QStringLiteral("WxH")};
     QCommandLineOption View{
         QStringLiteral("view"),
-        QStringLiteral("With --picture: look from iso, top, front or right (iso)."),
+        QStringLiteral(
+            "With --picture: look from iso, top, front, right, left, back or bottom (iso)."),
         QStringLiteral("DIRECTION")};
     QCommandLineOption Save{
         QStringLiteral("save"),
@@ -74,15 +75,20 @@ QSize ParseSize(const QString& text) {
 }
 
 TDirection ParseDirection(const QString& text) {
-    static const std::array<std::pair<QString, TDirection>, 4> Names{
+    static const std::array<std::pair<QString, TDirection>, 7> Names{
         {{QStringLiteral("iso"), TDirection::Iso},
          {QStringLiteral("top"), TDirection::Top},
          {QStringLiteral("front"), TDirection::Front},
-         {QStringLiteral("right"), TDirection::Right}}};
+         {QStringLiteral("right"), TDirection::Right},
+         {QStringLiteral("left"), TDirection::Left},
+         {QStringLiteral("back"), TDirection::Back},
+         {QStringLiteral("bottom"), TDirection::Bottom}}};
     for (const auto& [name, direction] : Names)
         if (name == text) return direction;
     throw Exception(
-        QStringLiteral("--view takes iso, top, front or right, but found \"%1\".").arg(text));
+        QStringLiteral(
+            "--view takes iso, top, front, right, left, back or bottom, but found \"%1\".")
+            .arg(text));
 }
 
 /// The options that only go with another one.

@@ -33,6 +33,12 @@ TGLArrayd3 ToEye(TDirection direction) {
         return {0, -1, 0};
     case TDirection::Right:
         return {1, 0, 0};
+    case TDirection::Left:
+        return {-1, 0, 0};
+    case TDirection::Back:
+        return {0, 1, 0};
+    case TDirection::Bottom:
+        return {0, -0.001, -1};
     case TDirection::Iso:
         break;
     }
@@ -57,18 +63,25 @@ TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, st
     };
 }
 
+TBox BoxOf(const TZEPObject& object) {
+    TBox box{};
+    object.GetAbsoluteSize(box.Min, box.Max);
+    return box;
+}
+
+void AddCorners(const TBox& box, std::vector<TGLArrayd3>& corners) {
+    for (unsigned corner = 0; corner < 8; ++corner)
+        corners.push_back({(corner & 1U ? box.Max : box.Min)[0],
+                           (corner & 2U ? box.Max : box.Min)[1],
+                           (corner & 4U ? box.Max : box.Min)[2]});
+}
+
 /// Corners of what draws, some ten thousand of them at most.
 void SampleCorners(TZEPObject& root, std::vector<TGLArrayd3>& corners) {
     constexpr int MostSamples = 2000;
     const int stride = root.GetItemsCount() / MostSamples + 1;
-    for (int i = 0, count = root.GetItemsCount(); i < count; i += stride) {
-        TBox box{};
-        root.GetItem(i)->GetAbsoluteSize(box.Min, box.Max);
-        for (unsigned corner = 0; corner < 8; ++corner)
-            corners.push_back({(corner & 1U ? box.Max : box.Min)[0],
-                               (corner & 2U ? box.Max : box.Min)[1],
-                               (corner & 4U ? box.Max : box.Min)[2]});
-    }
+    for (int i = 0, count = root.GetItemsCount(); i < count; i += stride)
+        AddCorners(BoxOf(*root.GetItem(i)), corners);
 }
 
 /// All children are what a batch draws as they do themselves.
@@ -131,7 +144,7 @@ TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
     QObject::connect(m_scene.get(), &TZEPScene::AfterCamera,
                      [this] { m_backdrop.Draw(PixelRatio()); });
     m_scene->SetSceneAmbientColor(clWhite);
-    m_camera = new TZEPCamera(m_scene.get());
+    m_camera = new TViewCamera(m_scene.get());
     m_camera->SetParentComponent(m_scene.get());
     LookFrom(TDirection::Iso, 1);
 }
@@ -196,6 +209,23 @@ void TDocument::FitAll(double aspect) {
     FrameTightly(*m_camera, corners, aspect);
 }
 
+void TDocument::FitObjects(const std::vector<TZEPObject*>& objects, double aspect) {
+    std::optional<TBox> bounds;
+    std::vector<TGLArrayd3> corners;
+    for (TZEPObject* object : objects) {
+        const TBox box = BoxOf(*object);
+        Widen(bounds, box);
+        AddCorners(box, corners);
+    }
+    if (!bounds) return FitAll(aspect);
+    const double farthest = m_camera->FarClipPlane(); // what is not fitted is still seen
+    m_camera->FitTo(bounds->Min, bounds->Max, aspect);
+    FrameTightly(*m_camera, corners, aspect);
+    if (farthest <= m_camera->FarClipPlane()) return;
+    m_camera->SetFarClipPlane(farthest);
+    if (m_camera->Orthographic()) m_camera->SetNearClipPlane(-farthest);
+}
+
 void ForEachObject(TZEPObject& root, const TObjectVisitor& visit) {
     for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
         TZEPObject& child = *root.GetItem(i);
@@ -208,9 +238,7 @@ std::optional<TBox> BoundsOf(TZEPObject& root) {
     std::optional<TBox> bounds;
     ForEachObject(root, [&](const TZEPObject& object) {
         if (!qobject_cast<const TZEPColoredObject*>(&object)) return;
-        TBox box{};
-        object.GetAbsoluteSize(box.Min, box.Max);
-        Widen(bounds, box);
+        Widen(bounds, BoxOf(object));
     });
     return bounds;
 }

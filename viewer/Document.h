@@ -1,10 +1,10 @@
 #pragma once
 
-#include "view/Camera.h"
 #include "viewer/Backdrop.h"
 #include "viewer/Directions.h"
 #include "viewer/Format.h"
 #include "viewer/Reader.h"
+#include "viewer/ViewCamera.h"
 
 #include <QStringList>
 
@@ -41,7 +41,7 @@ public:
     Q_DISABLE_COPY_MOVE(TDocument)
 
     [[nodiscard]] TZEPScene* Scene() const { return m_scene.get(); }
-    [[nodiscard]] TZEPCamera* Camera() const { return m_camera; }
+    [[nodiscard]] TViewCamera* Camera() const { return m_camera; }
     [[nodiscard]] const std::vector<TOpenedFile>& Files() const { return m_files; }
 
     /// Replaces what is shown. Raises `Exception`; what was shown then stays.
@@ -63,10 +63,12 @@ public:
     void LookFrom(TDirection direction, double aspect);
     /// The whole from where the camera looks now.
     void FitAll(double aspect);
+    /// The same for some of the objects.
+    void FitObjects(const std::vector<TZEPObject*>& objects, double aspect);
 
 private:
     std::unique_ptr<TZEPScene> m_scene;
-    TZEPCamera* m_camera = nullptr;
+    TViewCamera* m_camera = nullptr;
     std::vector<TOpenedFile> m_files;
     TBackdrop m_backdrop;
 };

@@ -38,6 +38,10 @@ void TFileRoot::Prepare(double size) {
 void TFileRoot::Update() {
     m_stale = false;
     m_separate.clear();
+    m_selected.clear();
+    m_marksStale = true;
+    for (int i = 0, count = GetItemsCount(); i < count; ++i)
+        if (TZEPObject* child = GetItem(i); child->Selected()) m_selected.insert(child);
     m_batch.Build(*this, m_size, m_separate);
 }
 
@@ -46,8 +50,23 @@ bool TFileRoot::IsLarge() const {
 }
 
 void TFileRoot::Invalidate(TObject* sender) {
-    if (sender != this) m_stale = true;
+    if (sender != this && !NotesSelection(sender)) m_stale = true;
     TZEPObject::Invalidate(sender);
+}
+
+/// What else changed would have been told on its own.
+bool TFileRoot::NotesSelection(TObject* sender) {
+    auto* child = dynamic_cast<TZEPObject*>(sender);
+    if (!child || child->Parent() != this) return false;
+    const bool changed = child->Selected() ? m_selected.insert(child).second //
+                                           : m_selected.erase(child) > 0;
+    m_marksStale = m_marksStale || changed;
+    return changed;
+}
+
+void TFileRoot::DrawMarks() {
+    if (std::exchange(m_marksStale, false)) m_marks.BuildOf(m_selected, m_size);
+    if (!m_marks.IsEmpty()) m_marks.DrawMarks();
 }
 
 void TFileRoot::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
@@ -58,6 +77,7 @@ void TFileRoot::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
     const TZEPXFormScope transform(XForm());
     if (state == dsTransparent) m_batch.Draw(m_share);
     for (TZEPObject* child : std::as_const(m_separate)) child->Draw(scene, state, kind);
+    if (state == dsTransparent) DrawMarks();
 }
 
 } // namespace ZEP

@@ -3,10 +3,13 @@
 #include "scene/Object.h"
 #include "viewer/PathBatch.h"
 
+#include <unordered_set>
+
 namespace ZEP {
 
 /// The parent of all that was read from one file. It draws a tool path as a batch, anew after each
-/// change of a child; picking reaches each child, and those that are selected draw themselves.
+/// change of a child; picking reaches each child, and those that are selected stand out from the
+/// rest.
 class TFileRoot : public TZEPObject {
     Q_OBJECT
 public:
@@ -26,12 +29,17 @@ public:
 private:
     [[nodiscard]] TZEPObjectNotify Listener();
     void Update();
+    bool NotesSelection(TObject* sender);
+    void DrawMarks();
 
     TPathBatch m_batch;
+    TPathBatch m_marks; ///< what is selected, over the batch
+    std::unordered_set<TZEPObject*> m_selected;
     std::vector<TZEPObject*> m_separate; ///< children that are not in the batch
     double m_size = 1;
     double m_share = 1;
     bool m_stale = true;
+    bool m_marksStale = true;
 };
 
 } // namespace ZEP

@@ -78,14 +78,17 @@ void FrameTightly(TZEPCamera& camera, const std::vector<TGLArrayd3>& points, dou
     TGLArrayd3 up;
     CrossProdd(right, away, up);
     const double slope = std::tan(camera.FieldOfView() * std::numbers::pi / 360) / Margin;
-    TSpan across(slope * aspect);
-    TSpan upwards(slope);
+    // A parallel view has its angle across, and what is away is not smaller.
+    const bool parallel = camera.Orthographic();
+    TSpan across(parallel ? slope : slope * aspect);
+    TSpan upwards(parallel ? slope / aspect : slope);
     double depth = 0; // of the points before the target
     for (const TGLArrayd3& point : points) {
         const TGLArrayd3 place = Sum(point, target, -1);
         depth = std::max(depth, -Dotd(place, away));
-        across.Add(Dotd(place, right), Dotd(place, away));
-        upwards.Add(Dotd(place, up), Dotd(place, away));
+        const double depthSeen = parallel ? 0 : Dotd(place, away);
+        across.Add(Dotd(place, right), depthSeen);
+        upwards.Add(Dotd(place, up), depthSeen);
     }
     // What is seen from its end has hardly an extent, and the eye must not come into it.
     const double distance =

@@ -2,11 +2,14 @@
 
 #include "framework/Exception.h"
 #include "view/Panel.h"
+#include "viewer/Describe.h"
 #include "viewer/DetailControl.h"
 #include "viewer/FileRoot.h"
 #include "viewer/LoadBar.h"
-#include "viewer/OrbitControl.h"
+#include "viewer/Playback.h"
 #include "viewer/RecentFiles.h"
+#include "viewer/Selection.h"
+#include "viewer/SourceDock.h"
 #include "viewer/ViewOptions.h"
 #include "viewer/WelcomePage.h"
 
@@ -87,7 +90,9 @@ TMainWindow::TMainWindow(bool plain)
 }
 
 TMainWindow::~TMainWindow() {
-    // The panel lets go of the camera before the document takes it away.
+    // What stands in the scene or looks at it goes before the document takes it away.
+    delete m_playback;
+    delete m_source;
     delete takeCentralWidget();
 }
 
@@ -96,8 +101,9 @@ void TMainWindow::MakePages() {
     m_pages->addWidget(m_panel);
     setCentralWidget(m_pages);
     m_panel->SetCamera(m_document.Camera());
-    new TOrbitControl(m_panel, m_document.Camera());
     new TDetailControl(m_panel, m_document);
+    m_selection = new TSelection(m_panel, m_document.Scene());
+    connect(m_selection, &TSelection::Changed, this, &TMainWindow::ShowStatus);
     m_welcome->SetRecentFiles(RecentFiles());
     connect(m_welcome, &TWelcomePage::OpenWanted, this, &TMainWindow::AskForFiles);
     connect(m_welcome, &TWelcomePage::FileWanted, this,
@@ -158,9 +164,13 @@ void TMainWindow::LoadNext() {
 bool TMainWindow::Load(const QStringList& files) {
     const auto finish = qScopeGuard([this] { m_loadBar->Finish(); });
     m_loadBar->Start();
-    return m_document.Open(files, m_plain, [this](const QString& file, double fraction) {
+    const auto progress = [this](const QString& file, double fraction) {
         return m_loadBar->Progress(file, fraction);
-    });
+    };
+    if (!m_document.Open(files, m_plain, progress)) return false;
+    m_selection->Forget();
+    m_source->FilesChanged();
+    return true;
 }
 
 void TMainWindow::Tell(const QString& error) {
@@ -190,8 +200,15 @@ void TMainWindow::dropEvent(QDropEvent* event) {
 void TMainWindow::ShowStatus() {
     const auto& files = m_document.Files();
     const std::optional<TBox> bounds = m_document.Bounds();
-    m_status->setText(files.empty() ? QStringLiteral("Open a program with Ctrl+O, or drop it here.")
-                                    : CountsOf(files));
+    if (TZEPObject* object = m_selection->Only())
+        m_status->setText(Describe(*object));
+    else if (m_selection->Count() > 0)
+        m_status->setText(QStringLiteral("%1 objects are selected")
+                              .arg(QLocale().toString(static_cast<qint64>(m_selection->Count()))));
+    else if (files.empty())
+        m_status->setText(QStringLiteral("Open a program with Ctrl+O, or drop it here."));
+    else
+        m_status->setText(CountsOf(files));
     m_size->setText(bounds ? SizeOf(*bounds, m_document.Backdrop().GridStep()) : QString());
 }
 

@@ -11,6 +11,9 @@ class QStackedWidget;
 namespace ZEP {
 
 class TLoadBar;
+class TPlayback;
+class TSelection;
+class TSourceDock;
 class TViewOptions;
 class TWelcomePage;
 class TZEPPanel;
@@ -28,6 +31,7 @@ public:
     /// told in a dialog, and what was shown stays. During a load it is called off for this one.
     void OpenFiles(const QStringList& files);
     [[nodiscard]] const TDocument& Document() const { return m_document; }
+    [[nodiscard]] TSelection* Selection() const { return m_selection; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -39,15 +43,19 @@ private:
     void MakeStatusBar();
     void AddMenus();
     void AddFileMenu();
+    void AddProgram();
     void AddViewMenu();
     void AddViewOptions(QMenu* menu);
+    void AddCameraMenu();
     void AddHelpMenu();
     void AskForFiles();
     void Reload();
     void SaveSceneAs();
     void SavePicture();
+    void Print();
     void ListRecentFiles();
     void LookFrom(TDirection direction);
+    void FitSelection();
     void ShowInfo();
     void ShowHelp();
     void ShowStatus();
@@ -60,6 +68,9 @@ private:
     QStackedWidget* m_pages;
     TWelcomePage* m_welcome;
     TZEPPanel* m_panel;
+    TSelection* m_selection = nullptr; ///< owned by the panel
+    TSourceDock* m_source = nullptr;
+    TPlayback* m_playback = nullptr;
     TLoadBar* m_loadBar;
     QLabel* m_status;
     QLabel* m_size;

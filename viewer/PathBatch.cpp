@@ -19,6 +19,10 @@ constexpr double ChordError = 2e-5; // of the path's size
 constexpr GLushort Dots = 0xCCCC;   // as the pen style of rapid moves
 /// Smoothing and dots cost a software rasteriser ten times the plain line.
 constexpr std::size_t FineVertexes = 200'000;
+constexpr std::array<GLubyte, 3> MarkColor{255, 230, 0};
+constexpr std::array<GLubyte, 3> MarkRim{30, 20, 0};
+constexpr float MarkWidth = 5;
+constexpr float MarkRimWidth = 1.5F;
 constexpr std::size_t PieceVertexes = 64; // what stays together where a part is drawn
 
 /// A turn that is fine enough for an arc of that radius, in degrees.
@@ -122,17 +126,27 @@ private:
     TVertex m_last{};
 };
 
-void TPathBatch::Build(TZEPObject& root, double size, std::vector<TZEPObject*>& rest) {
+void TPathBatch::Clear() {
     m_feeds.clear();
     m_rapids.clear();
     m_holes.clear();
+}
+
+void TPathBatch::BuildOf(const std::unordered_set<TZEPObject*>& objects, double size) {
+    Clear();
+    TBuilder builder(*this, size * ChordError);
+    for (TZEPObject* object : objects)
+        if (object->Visible()) builder.Add(*object);
+}
+
+void TPathBatch::Build(TZEPObject& root, double size, std::vector<TZEPObject*>& rest) {
+    Clear();
     m_feeds.reserve(2 * static_cast<std::size_t>(root.GetItemsCount()));
     TBuilder builder(*this, size * ChordError);
     for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
         TZEPObject* object = root.GetItem(i);
         if (!object->Visible()) continue;
-        if (object->Selected() || object->GetItemsCount() > 0 || !builder.Add(*object))
-            rest.push_back(object);
+        if (object->GetItemsCount() > 0 || !builder.Add(*object)) rest.push_back(object);
     }
 }
 
@@ -177,6 +191,30 @@ void TPathBatch::Draw(double share) const {
     DrawPieces(GL_POINTS, m_holes, share);
     glPopClientAttrib();
     glPopAttrib();
+}
+
+void TPathBatch::DrawMarks() const {
+    glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_CURRENT_BIT);
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    for (const GLenum off : {GL_LIGHTING, GL_DEPTH_TEST, GL_BLEND, GL_LINE_STIPPLE}) glDisable(off);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glColor3ubv(MarkRim.data()); // sets it off from a path of any colour
+    DrawMark(MarkWidth + 2 * MarkRimWidth);
+    glColor3ubv(MarkColor.data());
+    DrawMark(MarkWidth);
+    glPopClientAttrib();
+    glPopAttrib();
+}
+
+void TPathBatch::DrawMark(float width) const {
+    glLineWidth(width);
+    DrawPieces(GL_LINES, m_rapids, 1);
+    DrawPieces(GL_LINES, m_feeds, 1);
+    glPointSize(width); // joints, and moves that are too short for a line
+    DrawPieces(GL_POINTS, m_rapids, 1);
+    DrawPieces(GL_POINTS, m_feeds, 1);
+    glPointSize(width + m_holeWidth);
+    DrawPieces(GL_POINTS, m_holes, 1);
 }
 
 void TPathBatch::DrawPieces(GLenum mode, const TVertexes& vertexes, double share) {

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <unordered_set>
 #include <vector>
 
 #include <GL/gl.h>
@@ -21,9 +22,11 @@ class TZEPObject;
 class TPathBatch {
 public:
     /// Takes over what the children of `root` draw, in its frame.
-    /// \param rest  gets those that are of other kinds, or selected: they are to draw themselves
+    /// \param rest  gets those that are of other kinds: they are to draw themselves
     /// \param size  of the path: its diagonal
     void Build(TZEPObject& root, double size, std::vector<TZEPObject*>& rest);
+    /// Takes over what these draw that a batch can, in their parent's frame.
+    void BuildOf(const std::unordered_set<TZEPObject*>& objects, double size);
     [[nodiscard]] bool IsEmpty() const { return VertexCount() == 0; }
     [[nodiscard]] std::size_t VertexCount() const {
         return m_feeds.size() + m_rapids.size() + m_holes.size();
@@ -32,6 +35,8 @@ public:
     /// After what is opaque: smooth lines blend with it.
     /// \param share  of the path that is drawn, above 0; from 1 on all of it
     void Draw(double share) const;
+    /// All of it, wide and in the colour of what is selected, over whatever is there.
+    void DrawMarks() const;
 
 private:
     struct TVertex {
@@ -41,6 +46,8 @@ private:
     using TVertexes = std::vector<TVertex>;
 
     class TBuilder;
+    void Clear();
+    void DrawMark(float width) const;
     void SetRapid(bool fine) const;
     void SetFeed(bool fine) const;
     static void DrawPieces(GLenum mode, const TVertexes& vertexes, double share);

@@ -4,7 +4,6 @@
 #include "view/Panel.h"
 #include "viewer/Format.h"
 #include "viewer/Look.h"
-#include "viewer/OrbitControl.h"
 
 #include <QFileInfo>
 #include <QLabel>
@@ -47,7 +46,8 @@ TWelcomePage::TWelcomePage(QWidget* parent)
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(Style());
     m_view->SetCamera(m_start.Camera());
-    new TOrbitControl(m_view, m_start.Camera());
+    m_view->PanelControl()->SetMouseLeft(mmOrbit);
+    m_view->PanelControl()->SetMouseWheel(mmDolly);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

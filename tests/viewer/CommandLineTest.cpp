@@ -71,8 +71,8 @@ TEST(CommandLine, MistakesAreNamed) {
         {"--size 10x10 a.nc", "--size only goes with --picture."},
         {"--view top --info a.nc", "--view only goes with --picture."},
         {"--info --picture o.png a.nc", "--info and --picture do not go together."},
-        {"--picture o.png --view back a.nc",
-         "--view takes iso, top, front or right, but found \"back\"."},
+        {"--picture o.png --view above a.nc",
+         "--view takes iso, top, front, right, left, back or bottom, but found \"above\"."},
     };
     const auto message = [](const QString& arguments) {
         try {

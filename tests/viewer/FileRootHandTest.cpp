@@ -78,8 +78,15 @@ TEST_F(FileRoot, FollowsEveryChangeOfItsChildren) {
     line->P2()->SetData(4, 2, 0);
     EXPECT_EQ(At(1, 0), qRgb(0, 0, 0));
     EXPECT_EQ(At(1, 2), qRgb(0, 0, 255));
-    line->SetSelected(true); // its box is the line itself
-    EXPECT_EQ(At(1, 2), qRgb(255, 255, 255));
+    line->SetSelected(true);
+    EXPECT_EQ(At(1, 2), qRgb(255, 255, 0));
+    line->SetSelected(false);
+    EXPECT_EQ(At(1, 2), qRgb(0, 0, 255));
+    line->SetSelected(true);
+    line->P1()->SetData(-4, 1, 0);
+    line->P2()->SetData(4, 1, 0);
+    EXPECT_EQ(At(1, 1), qRgb(255, 255, 0));
+    EXPECT_EQ(At(1, 2), qRgb(0, 0, 0));
     delete line;
     EXPECT_EQ(At(1, 2), qRgb(0, 0, 0));
     AddLine(-3, clLime);

@@ -1,0 +1,59 @@
+#include "viewer/Describe.h"
+
+#include "converters/RS274D.h"
+#include "scene/Object.h"
+
+#include <gtest/gtest.h>
+
+#include <QLocale>
+
+#include <numbers>
+
+namespace ZEP {
+namespace {
+
+TEST(Describe, TellsOfEachMoveWhereItComesFromAndHowLongItIs) {
+    QLocale::setDefault(QLocale::c());
+    struct TRow {
+        const char* Program;
+        int Item, Line;
+        std::optional<double> Length;
+        QString Text;
+    };
+    const TRow rows[] = {
+        {"G1 X3 Y4\n", 0, 1, 5,
+         QStringLiteral(
+             "TZEPLine \"Line 1\" (0.000; 0.000; 0.000) to (3.000; 4.000; 0.000), length 5.000")},
+        {"G0 X10\n(half a circle)\nG3 X-10 Y0 I-10 J0\n", 1, 3, 10 * std::numbers::pi,
+         QStringLiteral("TZEPArc \"Line 3\" (10.000; 0.000; 0.000) to (-10.000; 0.000; 0.000) "
+                        "about (0.000; 0.000; 0.000), length 31.416")},
+        {"G1 X1\nG81 X2 Y2 Z-1 R1\n", -1, 2, {}, {}},
+    };
+    for (const TRow& row : rows) {
+        SCOPED_TRACE(row.Program);
+        TZEPObject root;
+        TRS274DConverter converter;
+        converter.SetRoot(&root);
+        converter.SetExtended(true);
+        converter.ReadNC(row.Program);
+        ASSERT_GT(root.GetItemsCount(), row.Item);
+        TZEPObject& object = *root.GetItem(row.Item < 0 ? root.GetItemsCount() - 1 : row.Item);
+        EXPECT_EQ(ProgramLineOf(object), row.Line);
+        if (!row.Length) continue;
+        ASSERT_TRUE(LengthOf(object));
+        EXPECT_NEAR(*LengthOf(object), *row.Length, 1e-6);
+        EXPECT_EQ(Describe(object), row.Text);
+    }
+}
+
+TEST(Describe, OnlyAProgramsIdentGivesALine) {
+    for (const char* ident : {"", "Line", "Line ", "Line x", "Line -3", "Line 0", "line 3",
+                              "Line 99999999999", "Line 3a"}) {
+        TZEPObject object;
+        object.SetIdent(QString::fromLatin1(ident));
+        EXPECT_FALSE(ProgramLineOf(object)) << ident;
+    }
+}
+
+} // namespace
+} // namespace ZEP

@@ -1,0 +1,141 @@
+#include "viewer/MainWindow.h"
+
+#include "view/Panel.h"
+#include "viewer/FileRoot.h"
+#include "viewer/Playback.h"
+#include "viewer/Selection.h"
+#include "viewer/SourceDock.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QListView>
+#include <QSettings>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace ZEP {
+namespace {
+
+/// A window with a program of six lines, of which the lines 2, 4, 5 and 6 move the tool.
+class Program : public testing::Test {
+protected:
+    Program() {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
+        QSettings().clear();
+        m_window.emplace(false);
+        m_window->show();
+        m_window->OpenFiles(
+            {File(QStringLiteral("a.nc"), "(start)\nG1 X1\n(more)\nX2\nX3\nG0 X9\n")});
+        QApplication::setActiveWindow(&*m_window);
+    }
+
+    QString File(const QString& name, const QByteArray& text) {
+        QFile file(m_folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return file.fileName();
+    }
+
+    [[nodiscard]] QListView& List() const { return *m_window->findChild<QListView*>(); }
+    [[nodiscard]] int MarkedLine() const {
+        QTest::qWait(1);
+        return List().currentIndex().row() + 1;
+    }
+    void PickLine(int line) const {
+        List().setCurrentIndex(List().model()->index(line - 1, 0));
+        QTest::qWait(1);
+    }
+    [[nodiscard]] QString Selected() const {
+        const TZEPObject* object = m_window->Selection()->Only();
+        return object ? object->Ident() : QString();
+    }
+
+    QTemporaryDir m_folder;
+    std::optional<TMainWindow> m_window;
+};
+
+TEST_F(Program, ALineSelectsItsMoveAndAMoveMarksItsLine) {
+    EXPECT_EQ(List().model()->rowCount(), 6);
+    for (const int line : {4, 2, 6}) {
+        PickLine(line);
+        EXPECT_EQ(Selected(), QStringLiteral("Line %1").arg(line));
+    }
+    PickLine(3);
+    EXPECT_EQ(Selected(), QString()) << "a line that moves nothing";
+    EXPECT_EQ(MarkedLine(), 3) << "the pick was taken back";
+    m_window->Document().Files().front().Root->GetItem(2)->SetSelected(true);
+    EXPECT_EQ(MarkedLine(), 5);
+    m_window->Selection()->SelectOnly(nullptr);
+    EXPECT_EQ(MarkedLine(), 0);
+}
+
+TEST_F(Program, TheArrowKeysStepFromMoveToMove) {
+    struct TRow {
+        Qt::Key Key;
+        const char* Selected;
+    };
+    const TRow rows[] = {{Qt::Key_Down, "Line 2"},  {Qt::Key_Down, "Line 4"},
+                         {Qt::Key_Right, "Line 5"}, {Qt::Key_Up, "Line 4"},
+                         {Qt::Key_Left, "Line 2"},  {Qt::Key_Up, "Line 2"}};
+    for (const TRow& row : rows) {
+        QTest::keyClick(&*m_window, row.Key);
+        EXPECT_EQ(Selected(), QString::fromLatin1(row.Selected));
+    }
+    QTest::mouseClick(List().viewport(), Qt::LeftButton, {},
+                      List().visualRect(List().model()->index(1, 0)).center());
+    ASSERT_EQ(Selected(), QStringLiteral("Line 2"));
+    QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &*m_window,
+                    Qt::Key_Down);
+    EXPECT_EQ(Selected(), QStringLiteral("Line 4"));
+}
+
+TEST_F(Program, PlayRunsToTheEndAndStops) {
+    auto* playback = m_window->findChild<TPlayback*>();
+    playback->SetSpeed(100);
+    QTest::keyClick(&*m_window, Qt::Key_Space);
+    EXPECT_TRUE(playback->IsPlaying());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !playback->IsPlaying(); }, 3000));
+    EXPECT_EQ(Selected(), QStringLiteral("Line 6"));
+    auto* panel = m_window->findChild<TZEPPanel*>();
+    QTest::qWait(100);
+    const int frames = panel->FrameCount();
+    QTest::qWait(200);
+    EXPECT_EQ(panel->FrameCount(), frames) << "it goes on drawing";
+}
+
+TEST_F(Program, TheSliderGoesToItsMove) {
+    auto* slider = m_window->findChild<QSlider*>();
+    EXPECT_EQ(slider->maximum(), 3);
+    slider->setValue(2);
+    EXPECT_EQ(Selected(), QStringLiteral("Line 5"));
+    m_window->Selection()->SelectOnly(m_window->Document().Files().front().Root->GetItem(1));
+    QTest::qWait(1);
+    EXPECT_EQ(slider->value(), 1);
+}
+
+TEST_F(Program, AnotherFileReplacesTextAndSelection) {
+    PickLine(4);
+    m_window->findChild<TPlayback*>()->SetPlaying(true);
+    m_window->OpenFiles({File(QStringLiteral("b.nc"), "G1 X5\nG1 X7\n")});
+    QTest::qWait(100);
+    EXPECT_EQ(List().model()->rowCount(), 2);
+    QTest::keyClick(&*m_window, Qt::Key_Down);
+    QTest::qWait(1);
+    EXPECT_FALSE(Selected().isEmpty());
+    m_window->findChild<TPlayback*>()->SetPlaying(true);
+    m_window.reset(); // while it plays
+}
+
+TEST_F(Program, OfTwoFilesTheTextIsThatOfTheSelected) {
+    const QString a = m_folder.filePath(QStringLiteral("a.nc"));
+    m_window->OpenFiles({a, File(QStringLiteral("b.nc"), "G1 X5\nG1 X7\nG1 X8\n")});
+    EXPECT_EQ(List().model()->rowCount(), 6);
+    m_window->Document().Files().back().Root->GetItem(2)->SetSelected(true);
+    EXPECT_EQ(MarkedLine(), 3);
+    EXPECT_EQ(List().model()->rowCount(), 3);
+}
+
+} // namespace
+} // namespace ZEP
