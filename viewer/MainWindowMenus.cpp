@@ -6,6 +6,7 @@
 #include "viewer/Picture.h"
 #include "viewer/RecentFiles.h"
 #include "viewer/SceneSaving.h"
+#include "viewer/WelcomePage.h"
 
 #include <QFileDialog>
 #include <QMenuBar>
@@ -131,7 +132,8 @@ void TMainWindow::SavePicture() {
                                                       QStringLiteral("Pictures (*.png)"));
     if (name.isEmpty()) return;
     try {
-        WritePicture(m_panel->GrabFrame(), name);
+        TZEPPanel* seen = m_document.Files().empty() ? m_welcome->View() : m_panel;
+        WritePicture(seen->GrabFrame(), name);
     } catch (const Exception& error) {
         QMessageBox::critical(this, QStringLiteral("Cannot save"), error.Message());
     }
