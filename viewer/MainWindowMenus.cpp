@@ -10,6 +10,7 @@
 #include "viewer/SceneSaving.h"
 #include "viewer/Selection.h"
 #include "viewer/SourceDock.h"
+#include "viewer/WelcomePage.h"
 
 #include <QFileDialog>
 #include <QMenuBar>
@@ -167,7 +168,8 @@ void TMainWindow::SavePicture() {
                                                       QStringLiteral("Pictures (*.png)"));
     if (name.isEmpty()) return;
     try {
-        WritePicture(m_panel->GrabFrame(), name);
+        TZEPPanel* seen = m_document.Files().empty() ? m_welcome->View() : m_panel;
+        WritePicture(seen->GrabFrame(), name);
     } catch (const Exception& error) {
         QMessageBox::critical(this, QStringLiteral("Cannot save"), error.Message());
     }

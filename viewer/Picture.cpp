@@ -3,6 +3,7 @@
 #include "framework/Exception.h"
 #include "view/Panel.h"
 #include "viewer/Document.h"
+#include "viewer/ViewLook.h"
 
 #include <QImageWriter>
 
@@ -24,6 +25,9 @@ void WritePicture(TDocument& document, const QSize& size, const QString& fileNam
     TZEPPanel panel;
     panel.resize(WindowSize(size, panel.devicePixelRatioF()));
     panel.SetCamera(document.Camera());
+    TDressedView(
+        &panel, [](const auto&) {}, [&] { return document.Backdrop().MiddleColor(); })
+        .Dress({});
     WritePicture(panel.GrabFrame().copy(QRect(QPoint(0, 0), size)), fileName);
 }
 

@@ -112,7 +112,7 @@ TDressedView::TDressedView(TZEPPanel* panel, TSetBackground setBackground,
     m_headlight->SetDirectional(true);
     m_headlight->SetPositionObject(panel->Camera());
     m_headlight->SetColor(HeadlightColor);
-    QObject::connect(panel, &TZEPPanel::BeforDraw, [this] { MeasureFog(); });
+    QObject::connect(panel, &TZEPPanel::BeforDraw, &m_listener, [this] { MeasureFog(); });
 }
 
 void TDressedView::Dress(const TViewLook& look) {

@@ -2,6 +2,7 @@
 
 #include "framework/Color.h"
 
+#include <QObject>
 #include <QPointer>
 
 #include <functional>
@@ -76,6 +77,7 @@ private:
     std::function<TColor()> m_background;
     TZEPScene* m_scene;
     TZEPLight* m_headlight;
+    QObject m_listener;
     TSwitchedObjects m_dark;  ///< lights
     TSwitchedObjects m_wired; ///< solids
 };

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 using namespace ZEP;
 
@@ -71,9 +72,10 @@ double SharpestTurn(const std::vector<TTextPoint>& outline) {
         const auto &a = outline[i], &b = outline[(i + 1) % count], &c = outline[(i + 2) % count];
         const double before = std::atan2(b[1] - a[1], b[0] - a[0]);
         const double after = std::atan2(c[1] - b[1], c[0] - b[0]);
-        sharpest = std::max(sharpest, std::abs(std::remainder(after - before, 2 * M_PI)));
+        sharpest =
+            std::max(sharpest, std::abs(std::remainder(after - before, 2 * std::numbers::pi)));
     }
-    return sharpest * 180 / M_PI;
+    return sharpest * 180 / std::numbers::pi;
 }
 
 } // namespace
