@@ -34,6 +34,7 @@ namespace {
 
 constexpr int MessageTime = 5000; // ms
 
+const QString BarsKey = QStringLiteral("window/bars");
 const QString GeometryKey = QStringLiteral("window/geometry");
 
 QStringList LocalFiles(const QMimeData& data) {
@@ -87,6 +88,7 @@ TMainWindow::TMainWindow(bool plain)
     ShowStatus();
     resize(1100, 800);
     restoreGeometry(QSettings().value(GeometryKey).toByteArray());
+    restoreState(QSettings().value(BarsKey).toByteArray());
 }
 
 TMainWindow::~TMainWindow() {
@@ -182,6 +184,7 @@ void TMainWindow::closeEvent(QCloseEvent* event) {
     m_closed = true;
     m_loadBar->Cancel();
     QSettings().setValue(GeometryKey, saveGeometry());
+    QSettings().setValue(BarsKey, saveState());
     QMainWindow::closeEvent(event);
 }
 

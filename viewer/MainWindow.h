@@ -18,8 +18,8 @@ class TViewOptions;
 class TWelcomePage;
 class TZEPPanel;
 
-/// The window of the viewer: a view of the document, menus, and a status line. Size, place and the
-/// files opened last are remembered. While a file is read the window stays in use.
+/// The window of the viewer: a view of the document, menus, and a status line. Size, place,
+/// bars and the files opened last are remembered. While a file is read the window stays in use.
 class TMainWindow : public QMainWindow {
     Q_OBJECT
 public:

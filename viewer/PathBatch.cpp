@@ -210,7 +210,7 @@ void TPathBatch::DrawMark(float width) const {
     glLineWidth(width);
     DrawPieces(GL_LINES, m_rapids, 1);
     DrawPieces(GL_LINES, m_feeds, 1);
-    glPointSize(width); // joints, and moves that are too short for a line
+    glPointSize(width - 1); // joints, and moves that are too short for a line
     DrawPieces(GL_POINTS, m_rapids, 1);
     DrawPieces(GL_POINTS, m_feeds, 1);
     glPointSize(width + m_holeWidth);

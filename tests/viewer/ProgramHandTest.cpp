@@ -15,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cmath>
+
 namespace ZEP {
 namespace {
 
@@ -113,6 +115,30 @@ TEST_F(Program, TheSliderGoesToItsMove) {
     m_window->Selection()->SelectOnly(m_window->Document().Files().front().Root->GetItem(1));
     QTest::qWait(1);
     EXPECT_EQ(slider->value(), 1);
+}
+
+TEST_F(Program, FitTakesWhatIsSelectedOrAll) {
+    TViewCamera& camera = *m_window->Document().Camera();
+    const auto distance = [&] {
+        const TGLArrayd3 eye = camera.GetPosition();
+        const TGLArrayd3 target = camera.GetTarget();
+        return std::hypot(eye[0] - target[0], eye[1] - target[1], eye[2] - target[2]);
+    };
+    for (const bool parallel : {false, true}) {
+        SCOPED_TRACE(parallel);
+        camera.SwitchProjection(parallel, 1);
+        m_window->Selection()->SelectOnly(nullptr);
+        QTest::qWait(1);
+        QTest::keyClick(&*m_window, Qt::Key_F);
+        const double whole = distance(); // 9 long
+        PickLine(2);                     // 1 long
+        QTest::keyClick(&*m_window, Qt::Key_F);
+        EXPECT_LT(distance(), whole / 4);
+        EXPECT_NEAR(camera.GetTarget()[0], 0.5, 0.2);
+        EXPECT_GT(camera.FarClipPlane(), 50 * whole) << "the rest is cut off";
+        QTest::keyClick(&*m_window, Qt::Key_A);
+        EXPECT_NEAR(distance(), whole, whole * 1e-6);
+    }
 }
 
 TEST_F(Program, AnotherFileReplacesTextAndSelection) {
