@@ -44,6 +44,7 @@ private:
     void AddMenus();
     void AddFileMenu();
     void AddProgram();
+    void ShowProgram();
     void AddViewMenu();
     void AddViewOptions(QMenu* menu);
     void AddCameraMenu();
@@ -79,6 +80,7 @@ private:
     QStringList m_next; ///< to be opened when the present load has ended
     bool m_plain;
     bool m_keepView = false; ///< when the next files are shown
+    bool m_hadProgram = false;
     bool m_closed = false;
 };
 

@@ -67,12 +67,12 @@ void TPlayback::AddActions(QMainWindow& window) {
     text->setText(QStringLiteral("&Text"));
     text->setShortcut(QKeySequence(Qt::Key_F4));
     menu->addAction(text);
-    auto* bar = new QToolBar(QStringLiteral("Program"));
-    bar->setObjectName(QStringLiteral("ProgramBar"));
-    window.addToolBar(Qt::BottomToolBarArea, bar);
-    bar->addActions({back, m_play, next});
-    bar->addWidget(m_slider);
-    bar->addWidget(SpeedBox(this));
+    m_bar = new QToolBar(QStringLiteral("Program"));
+    m_bar->setObjectName(QStringLiteral("ProgramBar"));
+    window.addToolBar(Qt::BottomToolBarArea, m_bar);
+    m_bar->addActions({back, m_play, next});
+    m_bar->addWidget(m_slider);
+    m_bar->addWidget(SpeedBox(this));
 }
 
 void TPlayback::Step(int by) {

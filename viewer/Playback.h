@@ -9,6 +9,7 @@
 class QAction;
 class QMainWindow;
 class QSlider;
+class QToolBar;
 
 namespace ZEP {
 
@@ -23,6 +24,7 @@ public:
     /// \param window  owns this
     TPlayback(QMainWindow* window, TZEPScene* scene, TSourceDock* source);
 
+    [[nodiscard]] QToolBar* Bar() const { return m_bar; }
     /// From the selected move on; from the first one where the program is at its end.
     void SetPlaying(bool playing);
     [[nodiscard]] bool IsPlaying() const { return m_playing; }
@@ -39,6 +41,7 @@ private:
     TSourceDock* m_source;
     TZEPActor m_actor;
     QSlider* m_slider;
+    QToolBar* m_bar = nullptr;
     QAction* m_play = nullptr;
     std::optional<double> m_lastTime; ///< of the tick before, in seconds
     double m_place = 0;               ///< the move, with the part of it that is done
