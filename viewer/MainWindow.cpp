@@ -89,6 +89,7 @@ TMainWindow::TMainWindow(bool plain)
     resize(1100, 800);
     restoreGeometry(QSettings().value(GeometryKey).toByteArray());
     restoreState(QSettings().value(BarsKey).toByteArray());
+    m_source->FilesChanged();
 }
 
 TMainWindow::~TMainWindow() {

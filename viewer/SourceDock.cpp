@@ -6,6 +6,7 @@
 #include "viewer/Selection.h"
 #include "viewer/SourceModel.h"
 
+#include <QAction>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QListView>
@@ -33,6 +34,7 @@ TSourceDock::TSourceDock(QWidget* parent, const TDocument& document, TSelection*
     m_list->setFocusPolicy(Qt::NoFocus); // the arrow keys step from move to move
     m_list->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    connect(toggleViewAction(), &QAction::triggered, this, [this](bool on) { m_wanted = on; });
     connect(m_selection, &TSelection::Changed, this, &TSourceDock::FollowSelection);
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& index) {
@@ -48,6 +50,7 @@ const TOpenedFile* TSourceDock::ProgramOf(const TZEPObject* root) const {
 
 void TSourceDock::FilesChanged() {
     ShowProgram(ProgramOf(nullptr));
+    setVisible(m_wanted && m_root);
 }
 
 void TSourceDock::ShowProgram(const TOpenedFile* file) {

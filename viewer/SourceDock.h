@@ -14,8 +14,9 @@ class TSourceModel;
 class TZEPObject;
 struct TOpenedFile;
 
-/// The text of a program beside the view. The line of the selected object is marked, and a line
-/// that is picked selects its object. Steps through the moves of the program.
+/// The text of a program beside the view; hidden where there is none. The line of the selected
+/// object is marked, and a line that is picked selects its object. Steps through the moves of the
+/// program.
 class TSourceDock : public QDockWidget {
     Q_OBJECT
 public:
@@ -47,6 +48,7 @@ private:
     TProgramMoves m_moves;
     TZEPObject* m_root = nullptr; ///< of the program that is shown
     bool m_following = false;
+    bool m_wanted = true; ///< where there is a program
 };
 
 } // namespace ZEP
