@@ -159,7 +159,6 @@ void TMainWindow::LoadNext() {
     statusBar()->clearMessage();
     m_viewOptions->Apply();
     ShowStatus();
-    ShowProgram();
     if (!keepView) LookFrom(TDirection::Iso);
     m_panel->setGeometry(m_pages->rect()); // before it is shown, which draws
     m_pages->setCurrentWidget(m_panel);

@@ -44,7 +44,6 @@ private:
     void AddMenus();
     void AddFileMenu();
     void AddProgram();
-    void ShowProgram();
     void AddViewMenu();
     void AddViewOptions(QMenu* menu);
     void AddCameraMenu();
@@ -80,7 +79,6 @@ private:
     QStringList m_next; ///< to be opened when the present load has ended
     bool m_plain;
     bool m_keepView = false; ///< when the next files are shown
-    bool m_hadProgram = false;
     bool m_closed = false;
 };
 

@@ -18,7 +18,6 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QStatusBar>
-#include <QToolBar>
 
 namespace ZEP {
 
@@ -124,16 +123,6 @@ void TMainWindow::AddProgram() {
     m_source = new TSourceDock(this, m_document, m_selection);
     addDockWidget(Qt::RightDockWidgetArea, m_source);
     m_playback = new TPlayback(this, m_document.Scene(), m_source);
-    m_source->hide();
-    m_playback->Bar()->hide();
-}
-
-/// With the first program its text and its bar come; later the user decides whether they are there.
-void TMainWindow::ShowProgram() {
-    if (m_hadProgram || m_source->MoveCount() == 0) return;
-    m_hadProgram = true;
-    m_source->show();
-    m_playback->Bar()->show();
 }
 
 void TMainWindow::AddHelpMenu() {

@@ -105,8 +105,10 @@ void TPlayback::Follow() {
     const int count = m_source->MoveCount();
     m_slider->setMaximum(std::max(count - 1, 0));
     m_slider->setValue(std::max(m_source->CurrentMove(), 0));
-    m_slider->setEnabled(count > 0);
     if (count == 0) SetPlaying(false);
+    // With a program its bar comes; whether it stays is the user's choice.
+    if (count == 0 || !m_hasProgram) m_bar->setVisible(count > 0);
+    m_hasProgram = count > 0;
 }
 
 } // namespace ZEP

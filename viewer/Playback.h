@@ -24,7 +24,6 @@ public:
     /// \param window  owns this
     TPlayback(QMainWindow* window, TZEPScene* scene, TSourceDock* source);
 
-    [[nodiscard]] QToolBar* Bar() const { return m_bar; }
     /// From the selected move on; from the first one where the program is at its end.
     void SetPlaying(bool playing);
     [[nodiscard]] bool IsPlaying() const { return m_playing; }
@@ -47,6 +46,7 @@ private:
     double m_place = 0;               ///< the move, with the part of it that is done
     double m_speed = 20;
     bool m_playing = false;
+    bool m_hasProgram = false;
 };
 
 } // namespace ZEP
