@@ -196,7 +196,9 @@ void TPathBatch::Draw(double share) const {
 void TPathBatch::DrawMarks() const {
     glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_CURRENT_BIT);
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    for (const GLenum off : {GL_LIGHTING, GL_DEPTH_TEST, GL_BLEND, GL_LINE_STIPPLE}) glDisable(off);
+    for (const GLenum off :
+         std::initializer_list<GLenum>{GL_LIGHTING, GL_DEPTH_TEST, GL_BLEND, GL_LINE_STIPPLE})
+        glDisable(off);
     glEnableClientState(GL_VERTEX_ARRAY);
     glColor3ubv(MarkRim.data()); // sets it off from a path of any colour
     DrawMark(MarkWidth + 2 * MarkRimWidth);
