@@ -5,6 +5,7 @@
 #include "viewer/Document.h"
 #include "viewer/ViewLook.h"
 
+#include <QFileInfo>
 #include <QImageWriter>
 
 #include <cmath>
@@ -34,7 +35,8 @@ void WritePicture(TDocument& document, const QSize& size, const QString& fileNam
 void WritePicture(const QImage& frame, const QString& fileName) {
     if (frame.isNull())
         throw Exception(QStringLiteral("OpenGL cannot draw here: no rendering context was made."));
-    QImageWriter writer(fileName, "png");
+    QImageWriter writer(fileName);
+    if (QFileInfo(fileName).suffix().isEmpty()) writer.setFormat("png");
     if (!writer.write(frame))
         throw Exception(
             QStringLiteral("%1 cannot be written: %2.").arg(fileName, writer.errorString()));
