@@ -89,7 +89,7 @@ TEST(RS274DBlock, NumbersOfEveryLengthAreTheNearestDouble) {
         std::string digits;
         for (std::size_t size = 1 + below(18); digits.size() < size;)
             digits += static_cast<char>('0' + below(10));
-        digits.insert(below(digits.size()), ".");
+        digits.insert(digits.begin() + static_cast<std::ptrdiff_t>(below(digits.size())), '.');
         double expected = 0;
         std::from_chars(digits.data(), digits.data() + digits.size(), expected);
         const std::string negative = "X-" + digits;
