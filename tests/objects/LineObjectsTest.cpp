@@ -30,26 +30,6 @@ TEST(LineObjects, AreCreatedByNameAndPublishTheirPropertiesInOrder) {
     }
 }
 
-TEST(LineObjects, StartAtTheirDeclaredDefaults) {
-    for (const char* name : {"TZEPPoint", "TZEPLine", "TZEPPolyline", "TZEPArc", "TZEPCircle"}) {
-        const auto* entry = TClassRegistry::Instance().Find(QString::fromLatin1(name));
-        ASSERT_TRUE(entry) << name;
-        const std::unique_ptr<TComponent> object(entry->Make(nullptr));
-        int checked = 0;
-        for (const QMetaProperty& property : PublishedProperties(*entry->Type)) {
-            const QVariant declared = DeclaredDefault(*entry->Type, property);
-            if (!declared.isValid()) continue;
-            ++checked;
-            const QVariant value = property.read(object.get());
-            if (property.metaType() == QMetaType::fromType<TColor>())
-                EXPECT_EQ(value.value<TColor>(), declared.value<TColor>()) << property.name();
-            else
-                EXPECT_EQ(value.toInt(), declared.toInt()) << name << '.' << property.name();
-        }
-        EXPECT_GE(checked, 6) << name;
-    }
-}
-
 TEST(LineObjects, SegmentsAreAtLeastThree) {
     struct Case {
         int Value, Stored;

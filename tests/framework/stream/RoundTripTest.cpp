@@ -147,6 +147,14 @@ TEST_P(RoundTrip, ANewOneComesBackAsItWas) {
     EXPECT_EQ(SavedAs(TStreamForm::Text, *loaded.Component), saved);
 }
 
+TEST_P(RoundTrip, ANewOneHoldsTheDeclaredDefaults) {
+    ForEachField(TInstance(m_subject.Component),
+                 [](const std::string& path, const TField& field, const TInstance& instance) {
+                     if (!field.IsStored() || !field.Default()) return;
+                     EXPECT_EQ(field.Ordinal(instance), *field.Default()) << path;
+                 });
+}
+
 TEST_P(RoundTrip, ResettingGivesTheDeclaredDefault) {
     AlterAll(m_subject);
     ForEachField(TInstance(m_subject.Component),
