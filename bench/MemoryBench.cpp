@@ -3,25 +3,16 @@
 #include "scene/Scene.h"
 #include "scene/Vertex3.h"
 #include "scene/XForm.h"
+#include "tests/ResidentMemory.h"
 
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>
-#include <unistd.h>
-
-#include <fstream>
 
 namespace ZEP {
 namespace {
 
 constexpr int Count = 200'000;
-
-double ResidentBytes() {
-    std::ifstream file("/proc/self/statm");
-    double size = 0, resident = 0;
-    file >> size >> resident;
-    return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
-}
 
 // What an object costs, all in: itself, its points, its places in the lists of owner and parent.
 template <class Make>

@@ -6,15 +6,14 @@
 #include "scene/Scene.h"
 #include "scene/Vertex3.h"
 #include "scene/XForm.h"
+#include "tests/ResidentMemory.h"
 
 #include <GL/glu.h>
 
 #include <malloc.h>
-#include <unistd.h>
 
 #include <array>
 #include <chrono>
-#include <fstream>
 #include <functional>
 
 namespace ZEP {
@@ -251,13 +250,6 @@ BENCHMARK(TexturedBoxes)
     ->Unit(benchmark::kMillisecond);
 
 // --- building ----------------------------------------------------------------------------------
-
-double ResidentBytes() {
-    std::ifstream file("/proc/self/statm");
-    double size = 0, resident = 0;
-    file >> size >> resident;
-    return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
-}
 
 /// Ten thousand boxes under one root: how long it takes and what each costs, all in.
 void BuildBoxes(benchmark::State& state, bool ownMaterial) {

@@ -1,4 +1,5 @@
 #include "appearance/Material.h"
+#include "tests/gl/FourColours.h"
 #include "tests/gl/OffscreenTest.h"
 
 using namespace ZEP;
@@ -18,16 +19,6 @@ void DrawFullSquare() {
         glVertex2i(2 * s - 1, 2 * t - 1);
     }
     glEnd();
-}
-
-/// Red and green above, blue and white below.
-QImage FourColours() {
-    QImage image(64, 64, QImage::Format_RGB32);
-    for (int y = 0; y < 64; ++y)
-        for (int x = 0; x < 64; ++x)
-            image.setPixelColor(
-                x, y, y < 32 ? (x < 32 ? Qt::red : Qt::green) : (x < 32 ? Qt::blue : Qt::white));
-    return image;
 }
 
 } // namespace

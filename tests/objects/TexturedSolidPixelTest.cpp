@@ -1,6 +1,7 @@
 #include "ZEPClasses.h"
 #include "ZEPObjects.h"
 #include "framework/Exception.h"
+#include "tests/gl/FourColours.h"
 #include "tests/gl/OffscreenTest.h"
 
 #include <QTemporaryDir>
@@ -10,16 +11,6 @@
 using namespace ZEP;
 
 namespace {
-
-/// Red and green above, blue and white below.
-QImage FourColours() {
-    QImage image(64, 64, QImage::Format_RGB32);
-    for (int y = 0; y < 64; ++y)
-        for (int x = 0; x < 64; ++x)
-            image.setPixelColor(
-                x, y, y < 32 ? (x < 32 ? Qt::red : Qt::green) : (x < 32 ? Qt::blue : Qt::white));
-    return image;
-}
 
 QImage Filled(QColor color) {
     QImage image(8, 8, QImage::Format_RGB32);

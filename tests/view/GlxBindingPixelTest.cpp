@@ -2,12 +2,12 @@
 
 #include "framework/Message.h"
 #include "scene/GLNames.h"
+#include "tests/ResidentMemory.h"
 #include "tests/view/NativeWindow.h"
 #include "view/Context.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <set>
 
 namespace ZEP {
@@ -29,14 +29,6 @@ unsigned int ReadPixel(int x, int y) {
     GLubyte rgb[3] = {};
     glReadPixels(x, y, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, rgb);
     return static_cast<unsigned int>(rgb[0] << 16 | rgb[1] << 8 | rgb[2]);
-}
-
-long ResidentKilobytes() {
-    std::ifstream status("/proc/self/statm");
-    long total = 0;
-    long resident = 0;
-    status >> total >> resident;
-    return resident * 4;
 }
 
 TEST_F(GlxBindingTest, SafeModeGetsTheBuffersThatEffectsNeed) {
@@ -181,11 +173,11 @@ TEST_F(GlxBindingTest, ManyTurnsLeaveNothingBehind) {
         context.DestroyContext();
     };
     for (int i = 0; i < 10; ++i) turn();
-    const long before = ResidentKilobytes();
+    const double before = ResidentBytes();
     for (int i = 0; i < 50; ++i) turn();
     EXPECT_EQ(window.ChildCount(), 0);
     // Colour and depth of one turn alone are 900 KB: 50 kept ones would be 45 MB.
-    EXPECT_LT(ResidentKilobytes() - before, 8000);
+    EXPECT_LT(ResidentBytes() - before, 8e6);
 }
 
 TEST_F(GlxBindingTest, RefusalsEndNothing) {

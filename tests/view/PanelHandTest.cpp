@@ -1,11 +1,10 @@
 #include "scene/GLNames.h"
+#include "tests/ResidentMemory.h"
 #include "tests/view/PanelFixture.h"
 
 #include <QBoxLayout>
 
 #include <gmock/gmock.h>
-
-#include <fstream>
 
 namespace ZEP {
 namespace {
@@ -200,14 +199,6 @@ TEST_F(Panel, KeepsDrawingThroughResizeHideShowAndReparent) {
     EXPECT_TRUE(glIsEnabled(GL_LIGHTING)); // set again in the new context
 }
 
-long ResidentKilobytes() {
-    std::ifstream status("/proc/self/statm");
-    long total = 0;
-    long resident = 0;
-    status >> total >> resident;
-    return resident * 4;
-}
-
 TEST_F(Panel, NewHandlesLeaveNothingBehind) {
     Window.resize(500, 400);
     Show();
@@ -222,14 +213,14 @@ TEST_F(Panel, NewHandlesLeaveNothingBehind) {
     for (int i = 0; i < 5; ++i) turn();
     Settle();
     const int windows = NativeWindow::WindowCount();
-    const long memory = ResidentKilobytes();
+    const double memory = ResidentBytes();
     for (int i = 0; i < 30; ++i) turn();
     Settle();
     EXPECT_EQ(NativeWindow::WindowCount(), windows);
     EXPECT_EQ(NativeWindow::ChildCount(View->winId()), 1);
     ExpectShown(Red, "after all turns");
     // The buffers of one context have 2.4 MB and more: 60 kept ones would have 144 MB.
-    EXPECT_LT(ResidentKilobytes() - memory, 20000);
+    EXPECT_LT(ResidentBytes() - memory, 20e6);
 }
 
 TEST_F(Panel, IsPaintedAgainWhenUncovered) {
