@@ -1,3 +1,4 @@
+#include "bench/Memory.h"
 #include "objects/Arc.h"
 #include "objects/Line.h"
 #include "scene/Scene.h"
@@ -7,21 +8,11 @@
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>
-#include <unistd.h>
-
-#include <fstream>
 
 namespace ZEP {
 namespace {
 
 constexpr int Count = 200'000;
-
-double ResidentBytes() {
-    std::ifstream file("/proc/self/statm");
-    double size = 0, resident = 0;
-    file >> size >> resident;
-    return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
-}
 
 // What an object costs, all in: itself, its points, its places in the lists of owner and parent.
 template <class Make>

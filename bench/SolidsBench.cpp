@@ -1,5 +1,6 @@
 #include "appearance/Material.h"
 #include "bench/Frames.h"
+#include "bench/Memory.h"
 #include "objects/Box.h"
 #include "objects/Sphere.h"
 #include "scene/GLNames.h"
@@ -10,11 +11,9 @@
 #include <GL/glu.h>
 
 #include <malloc.h>
-#include <unistd.h>
 
 #include <array>
 #include <chrono>
-#include <fstream>
 #include <functional>
 
 namespace ZEP {
@@ -251,13 +250,6 @@ BENCHMARK(TexturedBoxes)
     ->Unit(benchmark::kMillisecond);
 
 // --- building ----------------------------------------------------------------------------------
-
-double ResidentBytes() {
-    std::ifstream file("/proc/self/statm");
-    double size = 0, resident = 0;
-    file >> size >> resident;
-    return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
-}
 
 /// Ten thousand boxes under one root: how long it takes and what each costs, all in.
 void BuildBoxes(benchmark::State& state, bool ownMaterial) {
