@@ -1,3 +1,4 @@
+#include "tests/ResidentMemory.h"
 #include "objects/Arc.h"
 #include "objects/Line.h"
 #include "scene/Scene.h"

@@ -26,6 +26,7 @@ public:
         glEndList();
         glCallList(m_name);
     }
+    [[nodiscard]] bool Exists() const { return m_name != 0; }
     /// Forgets the list: what it holds is out of date.
     void Reset() { ReleaseDisplayList(std::exchange(m_name, 0)); }
 

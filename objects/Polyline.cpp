@@ -2,6 +2,8 @@
 
 #include "framework/Property.h"
 #include "framework/Registry.h"
+#include "objects/VertexBounds.h"
+#include "objects/VertexColors.h"
 #include "scene/GLNames.h"
 #include "scene/Spline.h"
 
@@ -14,11 +16,6 @@ namespace ZEP {
 namespace {
 
 const TRegisterClass<TZEPPolyline> Registered;
-
-/// The number of the enable constant taken as a mask: its bits save the current colour and normal
-/// and the lighting state, which is all that coloured vertexes change, and besides points, lines,
-/// polygon stipple, depth buffer, accumulation buffer and viewport.
-constexpr GLbitfield ColorMaterialAttributes = GL_COLOR_MATERIAL;
 
 TGLArrayd3 ColorPoint(const TZEPVertex3CI& vertex) {
     const TGLColor color = vertex.RGBA();
@@ -74,13 +71,7 @@ void TZEPPolyline::SetUseDisplayList(bool useDisplayList) {
 }
 
 void TZEPPolyline::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
-    min = max = zero3d;
-    if (m_vertexes.Count() < 2) return;
-    min = max = m_vertexes[0].Data();
-    for (int i = 1; i < m_vertexes.Count(); ++i) {
-        MinBoundsd(min, m_vertexes[i].Data());
-        MaxBoundsd(max, m_vertexes[i].Data());
-    }
+    GetVertexBounds(m_vertexes, min, max);
 }
 
 void TZEPPolyline::Invalidate(TObject* sender) {
@@ -123,17 +114,13 @@ void TZEPPolyline::DrawShape(GLenum, bool draft) {
 }
 
 void TZEPPolyline::SendChain() const {
-    if (m_colorVertexes) {
-        glPushAttrib(ColorMaterialAttributes);
-        glEnable(GL_COLOR_MATERIAL);
-    }
+    const TVertexColors colors(m_colorVertexes);
     glBegin(m_closed ? GL_LINE_LOOP : GL_LINE_STRIP);
     if (Smooth())
         SendSpline();
     else
         SendVertexes();
     glEnd();
-    if (m_colorVertexes) glPopAttrib();
 }
 
 void TZEPPolyline::SendVertexes() const {

@@ -1,6 +1,6 @@
 #include "objects/TextShape.h"
 
-#include <GL/glu.h>
+#include "objects/Tessellator.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <deque>
-#include <memory>
 
 namespace ZEP {
 
@@ -68,15 +67,6 @@ void Combine(const GLdouble place[3], void* [4], const GLfloat[4], void** result
 /// Its presence makes the tessellator send single triangles.
 void IgnoreEdge(GLboolean) {}
 
-struct TDeleteTess {
-    void operator()(GLUtesselator* tess) const { gluDeleteTess(tess); }
-};
-
-template <class Function>
-void SetCallback(GLUtesselator* tess, GLenum which, Function* function) {
-    gluTessCallback(tess, which, reinterpret_cast<_GLUfuncptr>(function));
-}
-
 using TContour = std::vector<TVertex>;
 
 /// Contours that belong together: a letter's outlines with their holes.
@@ -114,21 +104,21 @@ void AddToGroups(std::vector<TGroup>& groups, TGroup added) {
 std::vector<TTextPoint> Tessellated(std::vector<TGroup>& groups) {
     std::vector<TTextPoint> triangles;
     TTessellation target{&triangles, {}};
-    const std::unique_ptr<GLUtesselator, TDeleteTess> tess(gluNewTess());
+    const TTessellator tess;
     // Outlines of letters may overlap.
-    gluTessProperty(tess.get(), GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_NONZERO);
-    gluTessNormal(tess.get(), 0, 0, 1);
-    SetCallback(tess.get(), GLU_TESS_VERTEX_DATA, TakeVertex);
-    SetCallback(tess.get(), GLU_TESS_COMBINE_DATA, Combine);
-    SetCallback(tess.get(), GLU_TESS_EDGE_FLAG, IgnoreEdge);
+    gluTessProperty(tess.Get(), GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_NONZERO);
+    gluTessNormal(tess.Get(), 0, 0, 1);
+    tess.SetCallback(GLU_TESS_VERTEX_DATA, TakeVertex);
+    tess.SetCallback(GLU_TESS_COMBINE_DATA, Combine);
+    tess.SetCallback(GLU_TESS_EDGE_FLAG, IgnoreEdge);
     for (TGroup& group : groups) {
-        gluTessBeginPolygon(tess.get(), &target);
+        gluTessBeginPolygon(tess.Get(), &target);
         for (TContour& contour : group.Contours) {
-            gluTessBeginContour(tess.get());
-            for (TVertex& vertex : contour) gluTessVertex(tess.get(), vertex.data(), &vertex);
-            gluTessEndContour(tess.get());
+            gluTessBeginContour(tess.Get());
+            for (TVertex& vertex : contour) gluTessVertex(tess.Get(), vertex.data(), &vertex);
+            gluTessEndContour(tess.Get());
         }
-        gluTessEndPolygon(tess.get());
+        gluTessEndPolygon(tess.Get());
         triangles.resize(triangles.size() / 3 * 3);
     }
     return triangles;

@@ -26,6 +26,10 @@ void TZEPVertex3TexCI::SetData(int index, double value) {
     if (Change(m_tex[static_cast<std::size_t>(index - 3)], value)) Invalidate();
 }
 
+void TZEPVertex3TexCI::SetNormal(const TGLArrayf3& normal) {
+    if (Change(m_normal, normal)) Invalidate();
+}
+
 void TZEPFace3CI::SetMaterialIndex(int index) {
     if (Change(m_materialIndex, index)) Invalidate();
 }

@@ -38,11 +38,11 @@ public:
     [[nodiscard]] QString GetDisplayName() const override;
 
 private:
-    TColor m_color = clWhite;
     TGLArrayd3 m_data{};
+    TColor m_color = clWhite; // last: a descendant's fields begin right behind it
 };
 
-/// A vertex with texture coordinates, which start at (0, 0).
+/// A vertex with texture coordinates, which start at (0, 0), and a normal for smooth surfaces.
 class TZEPVertex3TexCI : public TZEPVertex3CI {
     Q_GADGET
     Q_PROPERTY(double TexX READ TexX WRITE SetTexX)
@@ -58,7 +58,14 @@ public:
     /// Coordinates 0..2, texture coordinates 3 and 4.
     void SetData(int index, double value) override;
 
+    /// Not published. All zero, as it starts: whoever draws it smooth puts a face's normal here.
+    [[nodiscard]] const TGLArrayf3& Normal() const { return m_normal; }
+    void SetNormal(const TGLArrayf3& normal);
+    /// For a drawing that fills in what is missing: nobody is told.
+    void SetNormalQuietly(const TGLArrayf3& normal) { m_normal = normal; }
+
 private:
+    TGLArrayf3 m_normal{};
     std::array<double, 2> m_tex{};
 };
 

@@ -12,7 +12,7 @@ namespace {
 
 static_assert(sizeof(TZEPVertex3) <= 48);
 static_assert(sizeof(TZEPVertex3CI) <= 16 + 32);
-static_assert(sizeof(TZEPVertex3TexCI) <= 16 + 48);
+static_assert(sizeof(TZEPVertex3TexCI) <= 16 + 56);
 static_assert(sizeof(TZEPFace3CI) <= 16 + 16);
 
 /// Counts what it is told.
