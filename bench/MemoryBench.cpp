@@ -1,4 +1,3 @@
-#include "tests/ResidentMemory.h"
 #include "objects/Arc.h"
 #include "objects/Line.h"
 #include "scene/Scene.h"

@@ -1,8 +1,8 @@
 #include "appearance/MaterialLibrary.h"
 #include "bench/Frames.h"
-#include "tests/ResidentMemory.h"
 #include "objects/Mesh.h"
 #include "scene/Scene.h"
+#include "tests/ResidentMemory.h"
 
 #include <malloc.h>
 

@@ -1,6 +1,5 @@
 #include "appearance/Material.h"
 #include "bench/Frames.h"
-#include "tests/ResidentMemory.h"
 #include "objects/Box.h"
 #include "objects/Sphere.h"
 #include "scene/GLNames.h"

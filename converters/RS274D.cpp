@@ -1,16 +1,15 @@
 #include "converters/RS274D.h"
 
+#include "converters/DumpFile.h"
 #include "converters/RS274DObjects.h"
 #include "converters/RS274DProgram.h"
+#include "converters/RootUpdate.h"
 #include "framework/Exception.h"
 #include "framework/MappedFile.h"
 #include "framework/Registry.h"
 #include "objects/Arc.h"
 #include "objects/Line.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QPointer>
 #include <QScopeGuard>
 
 #include <cmath>
@@ -28,26 +27,6 @@ constexpr TColor RapidColor = 0x808080;
 
 /// Degrees of a line piece in an arc, so that ends on whole quarters lie on corners.
 constexpr double ArcStep = 5;
-
-QString TraceName(const QString& fileName) {
-    const qsizetype dot = fileName.lastIndexOf(u'.');
-    const bool hasExtension = dot > fileName.lastIndexOf(u'/');
-    return (hasExtension ? fileName.left(dot) : fileName) + QStringLiteral(".dmp");
-}
-
-/// An update bracket around reading, which may end with an exception or the object's own end.
-class TUpdate {
-public:
-    explicit TUpdate(TZEPObject* object) : m_object(object) { m_object->BeginUpdate(); }
-    ~TUpdate() {
-        if (m_object) m_object->EndUpdate(false);
-    }
-    TUpdate(const TUpdate&) = delete;
-    TUpdate& operator=(const TUpdate&) = delete;
-
-private:
-    QPointer<TZEPObject> m_object;
-};
 
 } // namespace
 
@@ -77,12 +56,13 @@ void TRS274DConverter::LoadFromFile() {
     CheckRoot("LoadFromFile");
     if (m_fileName.isEmpty())
         throw Exception(QStringLiteral("TRS274DConverter.LoadFromFile: No file name defined."));
-    OpenTrace();
+    if (m_doDump)
+        m_trace = std::make_unique<TDumpFile>(m_fileName, QStringLiteral("TRS274DConverter.Dump"));
     const auto closeTrace = qScopeGuard([this] { m_trace.reset(); });
     if (m_clearBeforRead) m_root->Clear();
     const TMappedFile file(m_fileName, QStringLiteral("TRS274DConverter.LoadFromFile"));
     ReadNC(file.Text());
-    CloseTrace();
+    if (m_trace) m_trace->Finish();
 }
 
 void TRS274DConverter::SaveToFile() {
@@ -94,7 +74,7 @@ void TRS274DConverter::ReadNC(std::string_view text) {
     m_report.Clear();
     m_cancelled = false;
     m_colorIndex = 0;
-    const TUpdate update(m_root);
+    const TRootUpdate update(m_root);
     const TRS274DOptions options{
         .Extended = m_extended, .StopOnErrors = m_stopOnErrors, .Trace = m_trace != nullptr};
     m_cancelled = !ReadRS274D(text, options, *this, m_report, GuardedProgress());
@@ -108,29 +88,8 @@ TProgress TRS274DConverter::GuardedProgress() const {
     };
 }
 
-void TRS274DConverter::OpenTrace() {
-    if (!m_doDump) return;
-    const QString name = TraceName(m_fileName);
-    const auto refuse = [&name](const QString& reason) {
-        throw Exception(
-            QStringLiteral("TRS274DConverter.Dump: Can't write \"%1\": %2.").arg(name, reason));
-    };
-    if (QFileInfo(name) == QFileInfo(m_fileName)) refuse(QStringLiteral("it is the program"));
-    auto trace = std::make_unique<QFile>(name);
-    if (!trace->open(QIODevice::WriteOnly)) refuse(trace->errorString());
-    m_trace = std::move(trace);
-}
-
-void TRS274DConverter::CloseTrace() {
-    if (!m_trace || (m_trace->flush() && m_trace->error() == QFileDevice::NoError)) return;
-    throw Exception(QStringLiteral("TRS274DConverter.Dump: Can't write \"%1\": %2.")
-                        .arg(m_trace->fileName(), m_trace->errorString()));
-}
-
 void TRS274DConverter::Dump(std::string_view text) {
-    if (!m_trace) return;
-    m_trace->write(text.data(), static_cast<qint64>(text.size()));
-    m_trace->write("\r\n", 2);
+    if (m_trace) m_trace->Write(text);
 }
 
 void TRS274DConverter::NextColor() {

@@ -8,10 +8,9 @@
 
 #include <memory>
 
-class QFile;
-
 namespace ZEP {
 
+class TDumpFile;
 class TZEPObject;
 
 /// Reads an NC part program in RS-274D word-address form into the scene: each motion becomes an
@@ -98,15 +97,13 @@ private:
     void NextTool() override { NextColor(); }
 
     void CheckRoot(const char* method) const;
-    void OpenTrace();
-    void CloseTrace();
     [[nodiscard]] TProgress GuardedProgress() const;
 
     QString m_fileName;
     TZEPObject* m_root = nullptr;
     TProgress m_progress;
     TRS274DReport m_report;
-    std::unique_ptr<QFile> m_trace;
+    std::unique_ptr<TDumpFile> m_trace;
     std::size_t m_colorIndex = 0;
     bool m_doDump = false;
     bool m_clearBeforRead = true;

@@ -2,6 +2,8 @@
 
 #include "converters/RS274DBlock.h"
 
+#include <cmath>
+
 namespace ZEP {
 
 namespace {
@@ -42,29 +44,15 @@ constexpr double MaxReportedCode = 1000;
 } // namespace
 
 void TRS274DReport::Add(TRS274DPassed kind, qint64 line) {
-    AddEntry(-1 - static_cast<int>(kind), line, KindText(kind));
+    Add(KindText(kind), line);
 }
 
 void TRS274DReport::AddCode(char letter, double code, qint64 line) {
     const QLatin1Char prefix(letter);
     if (code < 0 || code >= MaxReportedCode)
-        return AddEntry(letter, line, QStringLiteral("%1 codes out of range").arg(prefix));
-    const int hundredths = static_cast<int>(std::lround(code * 100));
-    const QString text = QStringLiteral("code %1%2").arg(prefix).arg(hundredths / 100.0);
-    AddEntry(letter * 1000000 + hundredths, line, text);
-}
-
-void TRS274DReport::AddEntry(int key, qint64 line, const QString& kind) {
-    const auto [place, isNew] = m_indexes.try_emplace(key, m_entries.size());
-    if (isNew)
-        m_entries.push_back({kind, 1, line});
-    else
-        ++m_entries[place->second].Count;
-}
-
-void TRS274DReport::Clear() {
-    m_entries.clear();
-    m_indexes.clear();
+        return Add(QStringLiteral("%1 codes out of range").arg(prefix), line);
+    const auto hundredths = static_cast<int>(std::lround(code * 100));
+    Add(QStringLiteral("code %1%2").arg(prefix).arg(hundredths / 100.0), line);
 }
 
 } // namespace ZEP

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "converters/ReadReport.h"
 
 #include <cstdint>
-#include <map>
-#include <vector>
 
 namespace ZEP {
 
@@ -25,28 +23,13 @@ enum class TRS274DPassed : std::uint8_t {
 };
 
 /// What was passed over in a program, counted by kind.
-class TRS274DReport {
+class TRS274DReport : public TReadReport {
 public:
-    struct TEntry {
-        QString Kind; ///< "blocks with variables", "code G68"
-        qint64 Count;
-        qint64 FirstLine;
-    };
-
-    /// In the order of their first lines; empty where everything was read.
-    [[nodiscard]] const std::vector<TEntry>& Entries() const { return m_entries; }
-
+    using TReadReport::Add;
     /// One more of that kind; a kind is counted at most once for each call.
     void Add(TRS274DPassed kind, qint64 line);
     /// One more block with an unknown code: letter G or M with its number.
     void AddCode(char letter, double code, qint64 line);
-    void Clear();
-
-private:
-    void AddEntry(int key, qint64 line, const QString& kind);
-
-    std::vector<TEntry> m_entries;
-    std::map<int, std::size_t> m_indexes;
 };
 
 } // namespace ZEP

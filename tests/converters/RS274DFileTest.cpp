@@ -176,7 +176,7 @@ INSTANTIATE_TEST_SUITE_P(Locales, RS274DTrace, testing::Values("C", "de_DE"));
 TEST_F(RS274D, TheTraceNeverReplacesTheProgram) {
     Converter.SetDoDump(true);
     Converter.SetFileName(Written(QStringLiteral("a.dmp"), "G1X1"));
-    EXPECT_THAT(ErrorOfLoading(), testing::HasSubstr("it is the program"));
+    EXPECT_THAT(ErrorOfLoading(), testing::HasSubstr("it is the file to read"));
     EXPECT_EQ(Content(Converter.FileName()), "G1X1");
     Converter.SetFileName(Written(QStringLiteral("noextension"), "G1X1"));
     EXPECT_EQ(ErrorOfLoading(), "");

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include <cstddef>
+#include <vector>
+
+namespace ZEP {
+
+/// What a reader passed over, counted by kind.
+class TReadReport {
+public:
+    struct TEntry {
+        QString Kind;         ///< "blocks with variables", "code G68"
+        qint64 Count = 0;     ///< at least 1
+        qint64 FirstLine = 0; ///< 0: the file has no lines
+    };
+
+    /// In the order in which they came up; empty where everything was read.
+    [[nodiscard]] const std::vector<TEntry>& Entries() const { return m_entries; }
+
+    /// One more of that kind. The caller bounds how many kinds a file can bring up.
+    void Add(const QString& kind, qint64 line = 0);
+    void Clear();
+
+private:
+    std::vector<TEntry> m_entries;
+    QHash<QString, std::size_t> m_indexes;
+};
+
+} // namespace ZEP
