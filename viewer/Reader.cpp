@@ -9,12 +9,11 @@ namespace ZEP {
 
 namespace {
 
-std::vector<TPassedOver> ReadProgram(TZEPObject& root, const QString& fileName, bool plain,
-                                     const TLoadProgress& progress) {
-    TRS274DConverter converter;
+template <class Converter>
+std::vector<TPassedOver> Convert(Converter& converter, TZEPObject& root, const QString& fileName,
+                                 const TLoadProgress& progress) {
     converter.SetRoot(&root);
     converter.SetFileName(fileName);
-    converter.SetExtended(!plain);
     converter.SetProgress(progress);
     try {
         converter.LoadFromFile();
@@ -29,10 +28,12 @@ std::vector<TPassedOver> ReadProgram(TZEPObject& root, const QString& fileName, 
 
 } // namespace
 
-std::vector<TPassedOver> ReadFile(TZEPObject& root, const QString& fileName, TFileFormat format,
-                                  bool plain, const TLoadProgress& progress) {
-    if (format == TFileFormat::Scene) return ReadScene(root, fileName);
-    return ReadProgram(root, fileName, plain, progress);
+std::vector<TPassedOver> ReadFile(const TReadTarget& target, const QString& fileName,
+                                  TFileFormat format, bool plain, const TLoadProgress& progress) {
+    if (format == TFileFormat::Scene) return ReadScene(target, fileName);
+    TRS274DConverter converter;
+    converter.SetExtended(!plain);
+    return Convert(converter, *target.Root, fileName, progress);
 }
 
 } // namespace ZEP
