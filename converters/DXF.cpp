@@ -22,7 +22,7 @@ constexpr std::string_view BinaryMark = "AutoCAD Binary DXF";
 QString Shown(std::string_view text) {
     constexpr std::size_t length = 40;
     const QString head =
-        TDXFText().Decode(text.substr(0, text.find_first_of("\r\n")).substr(0, length));
+        TDXFTextDecoder().Decode(text.substr(0, text.find_first_of("\r\n")).substr(0, length));
     QString shown;
     for (const QChar c : head) shown += c.isPrint() ? c : QChar(u'?');
     return shown;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "converters/DXFCodePage.h"
 #include "converters/DXFLayers.h"
 #include "converters/DXFReport.h"
-#include "converters/DXFText.h"
 
 namespace ZEP {
 
@@ -19,7 +19,7 @@ public:
     TDXFTags Tags;
     TZEPObject& Root;
     const TDXFOptions Options;
-    TDXFText Text;
+    TDXFTextDecoder Text;
     TDXFLayers Layers;
     TDXFReport Report;
     /// Where the header says that the drawing lies; z stays 0.

@@ -1,12 +1,12 @@
 #include "converters/DXFLayers.h"
 
+#include "converters/DXFCodePage.h"
 #include "converters/DXFColors.h"
-#include "converters/DXFText.h"
 #include "view/Actor.h"
 
 namespace ZEP {
 
-TDXFLayers::TDXFLayers(TZEPObject& root, const TDXFOptions& options, const TDXFText& text)
+TDXFLayers::TDXFLayers(TZEPObject& root, const TDXFOptions& options, const TDXFTextDecoder& text)
     : m_root(root), m_options(options), m_text(text) {
     for (int i = 0; i < root.GetItemsCount(); ++i) {
         TZEPObject* child = root.GetItem(i);

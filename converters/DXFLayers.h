@@ -10,7 +10,7 @@
 
 namespace ZEP {
 
-class TDXFText;
+class TDXFTextDecoder;
 
 /// What the rules for layers depend on.
 struct TDXFOptions {
@@ -23,7 +23,7 @@ struct TDXFOptions {
 class TDXFLayers final : public TDXFPlace {
 public:
     /// \param root  may go away meanwhile, with its children; then nothing more is asked here
-    TDXFLayers(TZEPObject& root, const TDXFOptions& options, const TDXFText& text);
+    TDXFLayers(TZEPObject& root, const TDXFOptions& options, const TDXFTextDecoder& text);
 
     /// The layer of that name; null where there is none.
     TZEPObject* FindLayer(std::string_view name);
@@ -46,7 +46,7 @@ private:
 
     TZEPObject& m_root;
     TDXFOptions m_options;
-    const TDXFText& m_text;
+    const TDXFTextDecoder& m_text;
     QHash<QString, QPointer<TZEPObject>> m_byIdent;                      // folded
     std::unordered_map<std::string_view, QPointer<TZEPObject>> m_byName; // as it stands in the text
     std::string_view m_lastName;

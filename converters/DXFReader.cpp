@@ -21,16 +21,22 @@ void TDXFReader::ReadSections(std::string_view name, TReadSection read) {
     while (m_tags.skip_upto_section(name)) {
         (this->*read)();
         if (!m_drawing.Options.Extended) break;
+        m_tags.PassSearched();
     }
     m_tags.goto_marked_position();
 }
 
 void TDXFReader::read_header() {
+    std::string_view name, codePage, version;
     while (m_tags.NextGroupCode() >= 0 && !m_drawing.IsAtEnd("ENDSEC")) {
+        if (m_tags.Code() == 3 && name == "$DWGCODEPAGE") codePage = m_tags.ValStr();
+        if (m_tags.Code() == 1 && name == "$ACADVER") version = m_tags.ValStr();
         if (m_tags.Code() != 9) continue;
-        if (m_tags.ValStr() == "$EXTMAX") m_tags.read_2Dpoint(m_drawing.MaxExtent);
-        if (m_tags.ValStr() == "$EXTMIN") m_tags.read_2Dpoint(m_drawing.MinExtent);
+        name = m_tags.ValStr();
+        if (name == "$EXTMAX") m_tags.read_2Dpoint(m_drawing.MaxExtent);
+        if (name == "$EXTMIN") m_tags.read_2Dpoint(m_drawing.MinExtent);
     }
+    m_drawing.Text = TDXFTextDecoder(codePage, version);
 }
 
 void TDXFReader::read_tables() {

@@ -1,6 +1,6 @@
 #include "converters/DXFReport.h"
 
-#include "converters/DXFText.h"
+#include "converters/DXFCodePage.h"
 #include "converters/ReadReport.h"
 
 #include <algorithm>
@@ -40,7 +40,7 @@ void TDXFReport::Add(std::string_view kind, TReason reason, qint64 line) {
     ++m_counts[place->second].Count;
 }
 
-void TDXFReport::MoveTo(TReadReport& report, const TDXFText& text) {
+void TDXFReport::MoveTo(TReadReport& report, const TDXFTextDecoder& text) {
     std::ranges::stable_sort(m_counts, {}, &TCount::FirstLine);
     for (const TCount& count : m_counts) {
         const QString name = text.Decode(count.Kind.substr(0, MaxShownKind)).simplified();

@@ -9,7 +9,7 @@
 
 namespace ZEP {
 
-class TDXFText;
+class TDXFTextDecoder;
 class TReadReport;
 
 /// Counts what is passed over while a drawing is read, without a string for each: the kinds are
@@ -21,7 +21,7 @@ public:
     /// \param kind  the kind of the entity, as it stands in the text
     void Add(std::string_view kind, TReason reason, qint64 line);
     /// Adds all that was counted to `report`, in the order of their first lines.
-    void MoveTo(TReadReport& report, const TDXFText& text);
+    void MoveTo(TReadReport& report, const TDXFTextDecoder& text);
 
 private:
     struct TCount {

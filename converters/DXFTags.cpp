@@ -14,6 +14,9 @@ constexpr std::size_t ProgressStep = 65536;
 /// A drawing has seven.
 constexpr std::size_t MaxSections = 1000;
 
+/// No code that means anything is longer.
+constexpr std::ptrdiff_t MaxCodeDigits = 5;
+
 constexpr bool IsBlank(char c) {
     return static_cast<unsigned char>(c) <= ' ';
 }
@@ -78,6 +81,27 @@ bool TDXFTags::NextLine(std::string_view& line) {
     return true;
 }
 
+/// A code as nearly all are written: blanks, digits, LF or CR LF. A third of the time of all other
+/// ways to read it.
+bool TDXFTags::NextCode() {
+    const char* place = m_next;
+    while (place != m_end && *place == ' ') ++place;
+    const char* const digits = place;
+    int code = 0;
+    while (place != m_end && *place >= '0' && *place <= '9' && place - digits < MaxCodeDigits)
+        code = code * 10 + (*place++ - '0');
+    const bool isShort = place != digits && m_end - place > 1;
+    if (isShort && *place == '\r' && place[1] == '\n') ++place;
+    if (isShort && *place == '\n') {
+        m_code = code;
+        m_next = place + 1;
+        ++m_line;
+        return true;
+    }
+    std::string_view line;
+    return NextLine(line) && Convert(line, m_code) == 0;
+}
+
 int TDXFTags::NextGroupCode() {
     if (m_pushedBack) {
         m_pushedBack = false;
@@ -87,22 +111,27 @@ int TDXFTags::NextGroupCode() {
     const char* const begin = m_next;
     m_pairPosition = {static_cast<std::size_t>(begin - m_begin), m_line};
     m_pairLine = m_line + 1;
-    std::string_view line;
-    if (!NextLine(line) || Convert(line, m_code) != 0 || !NextLine(m_value)) {
-        m_code = EndOfTags;
-        m_value = {};
-        m_next = m_end;
-        return m_code;
-    }
+    const bool wasEnd = m_code == 0 && m_value == "EOF";
+    if (!NextCode() || !NextLine(m_value)) return End(wasEnd);
     m_unasked += static_cast<std::size_t>(m_next - begin);
     m_value = m_value.substr(0, m_longestValue);
     if (m_lenient && !IsText(m_code)) m_value = WithoutBlanks(m_value);
     return m_code;
 }
 
+// What stands behind a code 0 "EOF" is nobody's concern.
+int TDXFTags::End(bool wasEnd) {
+    const std::string_view rest = TextFrom(m_pairPosition);
+    if (!wasEnd && !std::all_of(rest.begin(), rest.end(), IsBlank)) m_badLine = m_pairLine;
+    m_code = EndOfTags;
+    m_value = {};
+    m_next = m_end;
+    return m_code;
+}
+
 void TDXFTags::Ask() {
     m_unasked = 0;
-    m_done = std::max(m_done, m_sectionsFound ? static_cast<std::size_t>(m_next - m_begin) : 0);
+    m_done = std::max(m_done, static_cast<std::size_t>(m_next - m_begin));
     if (!m_progress || m_progress(static_cast<qint64>(m_done), m_end - m_begin)) return;
     m_cancelled = true;
     m_end = m_next = m_begin;
@@ -149,67 +178,76 @@ void TDXFTags::go_back_to_last(int code, std::string_view value) {
     m_pushedBack = true;
 }
 
+std::string_view TDXFTags::TextFrom(const TDXFPosition& position) const {
+    const std::size_t size = static_cast<std::size_t>(m_end - m_begin);
+    const std::size_t offset = std::min(position.Offset, size);
+    return {m_begin + offset, size - offset};
+}
+
 TDXFPosition TDXFTags::Position() const {
     if (m_pushedBack) return m_pairPosition;
     return {static_cast<std::size_t>(m_next - m_begin), m_line};
 }
 
 void TDXFTags::Goto(const TDXFPosition& position) {
-    m_next = m_begin + std::min(position.Offset, static_cast<std::size_t>(m_end - m_begin));
+    m_next = TextFrom(position).data();
     m_line = position.Line;
     m_pushedBack = false;
+    m_code = EndOfTags;
+    m_value = {};
 }
 
 // --- sections ----------------------------------------------------------------------------------
 
-// Readers ask for one section after the other, each from the start of the text, and most texts
-// lack one: five searches would read the text five times.
-void TDXFTags::FindSections() {
-    if (m_sectionsFound) return;
-    const TDXFPosition back = Position();
-    Goto({});
+/// Reads on from where searches have come to, up to the next section; false where there is none.
+bool TDXFTags::FindNextSection() {
+    Goto(m_searched);
     std::optional<std::size_t> start;
     while (NextGroupCode() >= 0) {
-        if (start && m_code == 2 && m_sections.size() < MaxSections)
-            m_sections.push_back({m_value, *start, Position()});
+        if (start && m_code == 2) {
+            m_searched = Position();
+            m_sections.push_back({m_value, *start, m_searched});
+            return true;
+        }
         start.reset();
         if (m_code == 0 && m_value == "SECTION") start = m_pairPosition.Offset;
         m_hasEnd = m_hasEnd || (m_code == 0 && m_value == "EOF");
     }
-    if (EndsBadly()) m_badLine = m_pairLine;
-    m_sectionsFound = true;
-    Goto(back);
-}
-
-/// There is more than blanks where the reading ended, and no code 0 "EOF" before.
-bool TDXFTags::EndsBadly() const {
-    const std::size_t size = static_cast<std::size_t>(m_end - m_begin);
-    const std::size_t offset = std::min(m_pairPosition.Offset, size);
-    const std::string_view rest(m_begin + offset, size - offset);
-    return !m_hasEnd && !std::all_of(rest.begin(), rest.end(), IsBlank);
-}
-
-bool TDXFTags::skip_upto_section(std::string_view name) {
-    FindSections();
-    const std::size_t offset = Position().Offset;
-    for (const TSection& section : m_sections) {
-        if (section.Start < offset || section.Name != name) continue;
-        Goto(section.Begin);
-        return true;
-    }
-    m_next = m_end;
-    m_pushedBack = false;
+    m_searched = Position();
     return false;
 }
 
-bool TDXFTags::IsDrawing() {
-    FindSections();
-    return m_hasEnd || !m_sections.empty();
+const TDXFTags::TSection* TDXFTags::FindSection(std::string_view name, std::size_t offset) {
+    const auto fits = [&](const TSection& section) {
+        return section.Start >= offset && section.Name == name;
+    };
+    const auto known = std::find_if(m_sections.begin(), m_sections.end(), fits);
+    if (known != m_sections.end()) return &*known;
+    while (m_sections.size() < MaxSections && FindNextSection())
+        if (fits(m_sections.back())) return &m_sections.back();
+    return nullptr;
 }
 
-qint64 TDXFTags::BadLine() {
-    FindSections();
-    return m_badLine;
+bool TDXFTags::skip_upto_section(std::string_view name) {
+    const TSection* section = FindSection(name, Position().Offset);
+    if (section)
+        Goto(section->Begin);
+    else
+        m_next = m_end;
+    m_pushedBack = false;
+    return section != nullptr;
+}
+
+void TDXFTags::PassSearched() {
+    const TDXFPosition here = Position();
+    if (here.Offset > m_searched.Offset) m_searched = here;
+}
+
+bool TDXFTags::IsDrawing() {
+    const TDXFPosition back = Position();
+    const bool isDrawing = !m_sections.empty() || FindNextSection() || m_hasEnd;
+    Goto(back);
+    return isDrawing;
 }
 
 } // namespace ZEP

@@ -74,18 +74,20 @@ public:
     /// \name Sections
     /// @{
     /// Goes behind the next pair of code 2 with that name that follows a code 0 "SECTION"; to the
-    /// end where there is none. The first search reads all of the text, the others nothing; those
-    /// behind the first 1000 are not found.
+    /// end where there is none. Searches together read the text once at most. No section behind
+    /// the first 1000 is found.
     bool skip_upto_section(std::string_view name);
     bool move_to_header_section() { return skip_upto_section("HEADER"); }
     bool move_to_classes_section() { return skip_upto_section("CLASSES"); }
     bool move_to_tables_section() { return skip_upto_section("TABLES"); }
     bool move_to_blocks_section() { return skip_upto_section("BLOCKS"); }
     bool move_to_entity_section() { return skip_upto_section("ENTITIES"); }
+    /// No section begins in front of here but those that were found: searches need not look there.
+    void PassSearched();
     /// The text has a section, or at least says where it ends: it is a drawing.
     [[nodiscard]] bool IsDrawing();
-    /// The line that should hold a group code and ends the reading; 0 where there is none.
-    [[nodiscard]] qint64 BadLine();
+    /// The line that should hold a group code and ended the reading; 0 where there was none.
+    [[nodiscard]] qint64 BadLine() const { return m_badLine; }
     /// @}
 
 private:
@@ -96,9 +98,12 @@ private:
     };
 
     bool NextLine(std::string_view& line);
+    bool NextCode();
+    int End(bool wasEnd);
+    [[nodiscard]] std::string_view TextFrom(const TDXFPosition& position) const;
     void Ask();
-    void FindSections();
-    [[nodiscard]] bool EndsBadly() const;
+    [[nodiscard]] const TSection* FindSection(std::string_view name, std::size_t offset);
+    [[nodiscard]] bool FindNextSection();
 
     const char* m_begin = nullptr;
     const char* m_next = nullptr;
@@ -118,11 +123,11 @@ private:
 
     TProgress m_progress;
     std::size_t m_unasked = 0; // bytes since the host was asked
-    std::size_t m_done = 0;
+    std::size_t m_done = 0;    // the furthest place that was told
     bool m_cancelled = false;
 
     std::vector<TSection> m_sections;
-    bool m_sectionsFound = false;
+    TDXFPosition m_searched; // so far
     bool m_hasEnd = false;
     qint64 m_badLine = 0;
 };
