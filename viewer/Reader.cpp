@@ -1,6 +1,8 @@
 #include "viewer/Reader.h"
 
+#include "converters/DXF.h"
 #include "converters/RS274D.h"
+#include "converters/ThreeDS.h"
 #include "framework/Exception.h"
 #include "scene/Object.h"
 #include "viewer/SceneFile.h"
@@ -30,10 +32,25 @@ std::vector<TPassedOver> Convert(Converter& converter, TZEPObject& root, const Q
 
 std::vector<TPassedOver> ReadFile(const TReadTarget& target, const QString& fileName,
                                   TFileFormat format, bool plain, const TLoadProgress& progress) {
-    if (format == TFileFormat::Scene) return ReadScene(target, fileName);
-    TRS274DConverter converter;
-    converter.SetExtended(!plain);
-    return Convert(converter, *target.Root, fileName, progress);
+    switch (format) {
+    case TFileFormat::Scene:
+        return ReadScene(target, fileName);
+    case TFileFormat::DXF: {
+        TDXFConverter converter;
+        converter.SetExtended(!plain);
+        return Convert(converter, *target.Root, fileName, progress);
+    }
+    case TFileFormat::F3DS: {
+        TF3DSConverter converter;
+        converter.SetMaterials(target.Materials);
+        return Convert(converter, *target.Root, fileName, progress);
+    }
+    default: {
+        TRS274DConverter converter;
+        converter.SetExtended(!plain);
+        return Convert(converter, *target.Root, fileName, progress);
+    }
+    }
 }
 
 } // namespace ZEP
