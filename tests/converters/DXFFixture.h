@@ -58,16 +58,15 @@ inline std::string Text(const TGLArrayd3& point) {
 
 template <class TItems>
 std::string PointsOf(const TItems& items) {
-    std::string text;
-    for (int i = 0; i < items.Count(); ++i) text += (i > 0 ? ", " : "") + Text(items[i].Data());
-    return text;
+    QStringList points;
+    for (int i = 0; i < items.Count(); ++i) points << QString::fromStdString(Text(items[i].Data()));
+    return points.join(QStringLiteral(", ")).toStdString();
 }
 
 inline std::string FacesOf(TZEPFaces& faces) {
-    std::string text;
-    for (int i = 0; i < faces.Count(); ++i)
-        text += (i > 0 ? " " : "") + faces[i].GetDisplayName().toStdString();
-    return text;
+    QStringList names;
+    for (int i = 0; i < faces.Count(); ++i) names << faces[i].GetDisplayName();
+    return names.join(u' ').toStdString();
 }
 
 inline std::string PlaceOf(TZEPObject& object) {
