@@ -72,7 +72,7 @@ void TDXFReader::read_blocks() {
 
 void TDXFReader::read_entity_section() {
     if (m_extended) return m_extended->ReadEntities();
-    read_entities(m_drawing, m_drawing.Layers);
+    read_entities(m_drawing);
 }
 
 } // namespace ZEP

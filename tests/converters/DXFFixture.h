@@ -12,6 +12,7 @@
 #include "objects/Polyline.h"
 #include "scene/Scene.h"
 #include "scene/XForm.h"
+#include "tests/converters/DXFPairs.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -24,19 +25,6 @@
 namespace ZEP {
 
 using TTexts = std::vector<std::string>;
-
-/// "0 LINE|8 A|10 1.5" as a drawing has it: code and value on a line each.
-inline std::string Pairs(std::string_view pairs, std::string_view lineEnd = "\n") {
-    std::string text;
-    while (!pairs.empty()) {
-        const std::string_view pair = pairs.substr(0, pairs.find('|'));
-        pairs.remove_prefix(std::min(pair.size() + 1, pairs.size()));
-        const std::size_t blank = pair.find(' ');
-        text.append(pair.substr(0, blank)).append(lineEnd);
-        text.append(pair.substr(blank + 1)).append(lineEnd);
-    }
-    return text;
-}
 
 /// A table of layers: "2 A|62 1", each a record.
 inline std::string LayerTable(const TTexts& records) {
