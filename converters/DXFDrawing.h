@@ -36,7 +36,7 @@ public:
     void PassPairBehindEnd();
 };
 
-/// Reads the entities up to the code 0 `end`, and puts them into `place`.
-void read_entities(TDXFDrawing& drawing, TDXFPlace& place, std::string_view end = "ENDSEC");
+/// Whether a code 0 of that value stands between sections: no entity.
+[[nodiscard]] bool IsDXFSectionMark(std::string_view value);
 
 } // namespace ZEP

@@ -118,4 +118,16 @@ bool IsInModel(TDXFDrawing& drawing, const TEntity& entity) {
     return false;
 }
 
+void read_entities(TDXFDrawing& drawing, TDXFPlace& place, std::string_view end) {
+    TDXFTags& tags = drawing.Tags;
+    while (tags.NextGroupCode() >= 0) {
+        if (tags.Code() != 0) continue;
+        if (drawing.IsAtEnd(end)) return;
+        if (const TDXFReadEntity read = FindEntityReader(tags.ValStr(), drawing.Options.Extended))
+            read(drawing, place);
+        else if (!IsDXFSectionMark(tags.ValStr()))
+            drawing.Report.Add(tags.ValStr(), TDXFReport::TReason::NotDrawn, tags.LineNumber());
+    }
+}
+
 } // namespace ZEP

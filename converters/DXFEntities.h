@@ -13,6 +13,9 @@ struct TDXFEntityKind {
     TDXFReadEntity Read;
 };
 
+/// Reads the entities up to the code 0 `end`, and puts them into `place`.
+void read_entities(TDXFDrawing& drawing, TDXFPlace& place, std::string_view end = "ENDSEC");
+
 /// The reader of a kind of entity; null for one that is passed over.
 [[nodiscard]] TDXFReadEntity FindEntityReader(std::string_view kind, bool extended);
 

@@ -1,6 +1,7 @@
 #include "converters/DXFReader.h"
 
 #include "converters/DXFColors.h"
+#include "converters/DXFEntities.h"
 
 namespace ZEP {
 

@@ -114,7 +114,7 @@ bool TDXFTags::NextCode() {
         return true;
     }
     std::string_view line;
-    return NextLine(line) && Convert(line, m_code) == 0;
+    return NextLine(line) && Convert(line, m_code) == 0 && m_code >= 0;
 }
 
 int TDXFTags::NextGroupCode() {
@@ -149,6 +149,7 @@ void TDXFTags::Ask() {
     m_done = std::max(m_done, static_cast<std::size_t>(m_next - m_begin));
     if (!m_progress || m_progress(static_cast<qint64>(m_done), m_end - m_begin)) return;
     m_cancelled = true;
+    m_sections.clear();
     m_end = m_next = m_begin;
 }
 
