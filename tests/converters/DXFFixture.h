@@ -16,6 +16,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTextStream>
 
 #include <gmock/gmock.h>
 
@@ -63,23 +64,26 @@ inline std::string PlaceOf(TZEPObject& object) {
 }
 
 inline std::string GeometryOf(TZEPObject* object) {
+    QString text;
+    QTextStream stream(&text);
+    const auto add = [&stream](const std::string& part) { stream << QString::fromStdString(part); };
     if (auto* line = qobject_cast<TZEPLine*>(object))
-        return Text(line->P1()->Data()) + " > " + Text(line->P2()->Data());
-    if (auto* point = qobject_cast<TZEPPoint*>(object)) return Text(point->P()->Data());
-    if (auto* circle = qobject_cast<TZEPCircle*>(object))
-        return PlaceOf(*circle) + " in " + std::to_string(circle->Segments());
+        add(Text(line->P1()->Data()) + " > " + Text(line->P2()->Data()));
+    if (auto* point = qobject_cast<TZEPPoint*>(object)) add(Text(point->P()->Data()));
+    if (auto* label = qobject_cast<TZEPLabel*>(object)) stream << u'\'' << label->Caption() << "' ";
+    if (object->inherits("ZEP::TZEPCircle") || object->inherits("ZEP::TZEPArc") ||
+        object->inherits("ZEP::TZEPLabel"))
+        add(PlaceOf(*object));
+    if (auto* circle = qobject_cast<TZEPCircle*>(object)) stream << " in " << circle->Segments();
     if (auto* arc = qobject_cast<TZEPArc*>(object))
-        return PlaceOf(*arc) + " in " + std::to_string(arc->Segments()) + " from " +
-               QString::number(arc->StartAngle()).toStdString() + " to " +
-               QString::number(arc->EndAngle()).toStdString();
-    if (auto* label = qobject_cast<TZEPLabel*>(object))
-        return "'" + label->Caption().toStdString() + "' " + PlaceOf(*label);
-    if (auto* polygon = qobject_cast<TZEPPolygon*>(object)) return PointsOf(*polygon->Vertexes());
+        stream << " in " << arc->Segments() << " from " << arc->StartAngle() << " to "
+               << arc->EndAngle();
+    if (auto* polygon = qobject_cast<TZEPPolygon*>(object)) add(PointsOf(*polygon->Vertexes()));
     if (auto* polyline = qobject_cast<TZEPPolyline*>(object))
-        return PointsOf(*polyline->Vertexes()) + (polyline->Closed() ? " closed" : "");
+        add(PointsOf(*polyline->Vertexes()) + (polyline->Closed() ? " closed" : ""));
     if (auto* mesh = qobject_cast<TZEPMesh*>(object))
-        return PointsOf(*mesh->Vertexes()) + " faces " + FacesOf(*mesh->Faces());
-    return {};
+        add(PointsOf(*mesh->Vertexes()) + " faces " + FacesOf(*mesh->Faces()));
+    return text.toStdString();
 }
 
 /// "A/TZEPLine 0 0 0 > 1 0 0 ff0000 @ident", the layer's ident in front.
