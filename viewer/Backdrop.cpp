@@ -22,7 +22,6 @@ constexpr double MarkMargin = 52; // pixels from the corner of the view to the m
 constexpr double MarkLength = 30;
 constexpr double LetterDistance = 40;
 constexpr double LetterSize = 4;
-constexpr int BrightBackground = 128; // of a lightness up to 255
 
 struct TAxis {
     TGLArrayd3 Direction;
@@ -94,7 +93,7 @@ void DrawBackground(TColor low, TColor high) {
 
 /// That stands out from the background.
 TColor GridColor(TColor background) {
-    return ToQColor(background).lightness() < BrightBackground ? Look::Grid : Look::GridOnBright;
+    return IsBright(background) ? Look::GridOnBright : Look::Grid;
 }
 
 void DrawOrigin(double length, double pixelRatio) {

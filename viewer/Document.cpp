@@ -24,27 +24,6 @@ double PixelRatio() {
     return application ? application->devicePixelRatio() : 1;
 }
 
-/// From the target to the eye. From the top it leans a little to the front, so that y points up.
-TGLArrayd3 ToEye(TDirection direction) {
-    switch (direction) {
-    case TDirection::Top:
-        return {0, -0.001, 1};
-    case TDirection::Front:
-        return {0, -1, 0};
-    case TDirection::Right:
-        return {1, 0, 0};
-    case TDirection::Left:
-        return {-1, 0, 0};
-    case TDirection::Back:
-        return {0, 1, 0};
-    case TDirection::Bottom:
-        return {0, -0.001, -1};
-    case TDirection::Iso:
-        break;
-    }
-    return {1, -1, 1};
-}
-
 void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box) {
     if (!box) return;
     if (!bounds) bounds = box;

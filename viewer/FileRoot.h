@@ -22,6 +22,9 @@ public:
     /// How much of a large path is drawn; see `TPathBatch::Draw`. No repaint.
     void SetShare(double share) { m_share = share; }
     [[nodiscard]] bool IsLarge() const;
+    /// All is drawn in its own colour, as of a flat drawing, whatever lights the scene has.
+    [[nodiscard]] bool IsEven() const { return m_even; }
+    void SetEven(bool even) { m_even = even; }
 
     void Invalidate(TObject* sender) override;
     void Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) override;
@@ -38,6 +41,7 @@ private:
     std::vector<TZEPObject*> m_separate; ///< children that are not in the batch
     double m_size = 1;
     double m_share = 1;
+    bool m_even = false;
     bool m_stale = true;
     bool m_marksStale = true;
 };

@@ -44,10 +44,8 @@ protected:
             [this] { return m_background.value_or(clNavy); });
     }
 
-    /// The light that `View` adds comes last.
-    TZEPLight* Headlight() {
-        return qobject_cast<TZEPLight*>(m_scene.GetItem(m_scene.GetItemsCount() - 1));
-    }
+    /// The light that `View` adds comes first.
+    TZEPLight* Headlight() { return qobject_cast<TZEPLight*>(m_scene.GetItem(0)); }
 
     QTemporaryDir m_folder;
     TZEPScene m_scene;
