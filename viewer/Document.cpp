@@ -1,9 +1,6 @@
 #include "viewer/Document.h"
 
-#include "objects/Arc.h"
-#include "objects/Line.h"
-#include "objects/Point.h"
-#include "objects/Polyline.h"
+#include "scene/ColoredObject.h"
 #include "scene/Scene.h"
 #include "viewer/FileRoot.h"
 #include "viewer/Framing.h"
@@ -63,18 +60,13 @@ void SampleCorners(TZEPObject& root, std::vector<TGLArrayd3>& corners) {
         AddCorners(BoxOf(*root.GetItem(i)), corners);
 }
 
-/// All children are what a batch draws as they do themselves.
-bool IsPath(TZEPObject& root) {
-    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
-        TZEPObject& object = *root.GetItem(i);
-        const bool isArc = qobject_cast<TZEPArc*>(&object);
-        const bool isPath = isArc || qobject_cast<TZEPLine*>(&object) ||
-                            qobject_cast<TZEPPolyline*>(&object) ||
-                            qobject_cast<TZEPPoint*>(&object);
-        if (!isPath || !object.Visible() || object.GetItemsCount() > 0) return false;
-        if (!isArc && object.GetMatrix() != idd) return false;
-    }
-    return true;
+bool IsFlat(const TBox& box) {
+    return box.Max[2] - box.Min[2] <= 1e-9 * DiagonalOf(box);
+}
+
+void PrepareRoot(TFileRoot& root, const TBox& bounds) {
+    root.SetEven(IsFlat(bounds));
+    root.Prepare(DiagonalOf(bounds));
 }
 
 /// Files that are read but not yet shown.
@@ -109,8 +101,7 @@ public:
             const bool isProgram = file.Format == TFileFormat::RS274D;
             if (isProgram) ApplyLook(*file.Root, PixelRatio());
             file.Bounds = BoundsOf(*file.Root);
-            if (file.Bounds && (isProgram || IsPath(*file.Root)))
-                file.Root->Prepare(DiagonalOf(*file.Bounds));
+            if (file.Bounds) PrepareRoot(*file.Root, *file.Bounds);
         }
     }
 
@@ -141,6 +132,7 @@ bool TDocument::Open(const QStringList& files, bool plain, const TOpenProgress& 
     for (const TOpenedFile& file : loading.Files) file.Root->SetParentComponent(nullptr);
     for (const TOpenedFile& file : m_files) file.Root->SetParentComponent(m_scene.get());
     m_backdrop.SetContent(Bounds());
+    ShowColors();
     m_scene->EndUpdate();
     m_scene->Invalidate(m_scene.get());
     return true;
@@ -159,7 +151,21 @@ void TDocument::SetGuides(bool shown) {
 
 void TDocument::SetBackground(const std::optional<TColor>& color) {
     m_backdrop.SetBackground(color);
+    ShowColors();
     m_scene->Invalidate(m_scene.get());
+}
+
+void TDocument::ShowColors() {
+    for (const TOpenedFile& file : m_files) file.Root->SetBackground(m_backdrop.MiddleColor());
+}
+
+bool TDocument::IsFlat() const {
+    const std::optional<TBox> bounds = Bounds();
+    return bounds && ZEP::IsFlat(*bounds);
+}
+
+TDirection TDocument::BestDirection() const {
+    return IsFlat() ? TDirection::Top : TDirection::Iso;
 }
 
 bool TDocument::IsLarge() const {

@@ -59,6 +59,10 @@ public:
     /// How much of the large files the next frames show, above 0; 1 is all. No repaint.
     void SetShare(double share);
 
+    /// There is something to see, all of it in a plane of one z: a drawing.
+    [[nodiscard]] bool IsFlat() const;
+    /// From where it shows best at first: a flat one from the `Top`, in a parallel view.
+    [[nodiscard]] TDirection BestDirection() const;
     /// Looks from a direction at everything, in a view of that width to height.
     void LookFrom(TDirection direction, double aspect);
     /// The whole from where the camera looks now.
@@ -67,6 +71,8 @@ public:
     void FitObjects(const std::vector<TZEPObject*>& objects, double aspect);
 
 private:
+    void ShowColors();
+
     std::unique_ptr<TZEPScene> m_scene;
     TViewCamera* m_camera = nullptr;
     std::vector<TOpenedFile> m_files;

@@ -69,7 +69,7 @@ bool IsGrey(const QColor& color) {
 }
 
 QColor Mixed(const QColor& color, const QColor& other, double part) {
-    const auto mix = [part](double a, double b) { return a + (b - a) * part; };
+    const auto mix = [part](double a, double b) { return static_cast<float>(a + (b - a) * part); };
     return QColor::fromRgbF(mix(color.redF(), other.redF()), mix(color.greenF(), other.greenF()),
                             mix(color.blueF(), other.blueF()));
 }

@@ -36,7 +36,7 @@ constexpr TGLArrayd3 FirstToEye{1.0, -10.2, 4.6};
 constexpr TGLArrayd3 FirstTarget{0, 0, 0.6};
 constexpr TGLArrayd3 MiddleTarget{0, 0, 0.9};
 constexpr double WholeDistance = 13; // from where the stage is seen from every side
-constexpr double LongestStep = 0.1; // seconds; after a pause time goes on where it stood
+constexpr double LongestStep = 0.1;  // seconds; after a pause time goes on where it stood
 
 template <class T>
 T* Add(TZEPObject* parent, const TGLArrayd3& place = {0, 0, 0},

@@ -48,8 +48,8 @@ private:
 /// as it was. Both are there whenever it dresses.
 ///
 /// Where no light shines all is lit alike from all around, in the colours that lamps show it in.
-/// Surfaces without a light in their scene get the headlight in any case, to show their shape; beside
-/// other lights it is weaker. Flat drawings keep their colours whatever shines.
+/// Surfaces without a light in their scene get the headlight in any case, to show their shape;
+/// beside other lights it is weaker. Flat drawings keep their colours whatever shines.
 class TDressedView {
 public:
     using TSetBackground = std::function<void(const std::optional<TColor>&)>;
