@@ -7,7 +7,6 @@
 namespace ZEP {
 
 TEyeLight::TEyeLight(TZEPScene* scene) : TZEPLight(scene) {
-    SetDirectional(true);
     // Before all others: OpenGL has eight lights, and a file may bring more.
     SetParentComponentExt(scene, false);
 }
@@ -15,7 +14,13 @@ TEyeLight::TEyeLight(TZEPScene* scene) : TZEPLight(scene) {
 void TEyeLight::DrawLight(bool shadowPass) {
     TZEPLight::DrawLight(shadowPass);
     constexpr std::array<float, 4> None{0, 0, 0, 1};
-    glLightfv(GL_LIGHT0 + static_cast<GLenum>(LightNum()), GL_AMBIENT, None.data());
+    constexpr std::array<float, 4> Behind{0, 0, 1, 0};
+    const GLenum light = GL_LIGHT0 + static_cast<GLenum>(LightNum());
+    glLightfv(light, GL_AMBIENT, None.data());
+    glPushMatrix();
+    glLoadIdentity(); // the frame of the eye
+    glLightfv(light, GL_POSITION, Behind.data());
+    glPopMatrix();
 }
 
 } // namespace ZEP

@@ -4,8 +4,9 @@
 
 namespace ZEP {
 
-/// A light that stands where the camera is. It gives no ambient light, so that the slope of a
-/// surface shows whatever its ambient colour is.
+/// A light that shines the way the camera looks, from infinitely far behind it, so that it lights
+/// what is near and what is far alike. It gives no ambient light, so that the slope of a surface
+/// shows whatever its ambient colour is.
 class TEyeLight : public TZEPLight {
     Q_OBJECT
 public:

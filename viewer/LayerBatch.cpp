@@ -36,6 +36,13 @@ bool IsPlainText(TZEPLabel& label) {
     return !label.BitmapFont() && label.DrawType() == dtFill && HasPlainMaterial(label);
 }
 
+TGLArrayd3 MiddleOf(const TZEPObject& object) {
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    object.GetSize(min, max);
+    return {(min[0] + max[0]) / 2, (min[1] + max[1]) / 2, (min[2] + max[2]) / 2};
+}
+
 TGLMatrixd4 Product(const TGLMatrixd4& a, const TGLMatrixd4& b) {
     TGLMatrixd4 product;
     MultMatrixd(a, b, product);
@@ -105,7 +112,7 @@ bool TLayerBatch::Take(TZEPObject& object, const TGLMatrixd4& frame) {
     const bool moved = !IsIdentityd(own) || !IsIdentityd(frame);
     const TGLMatrixd4 matrix = moved ? Product(frame, own) : idd;
     if (!m_started) {
-        TGLArrayd3 origin = object.GetCenter();
+        TGLArrayd3 origin = MiddleOf(object);
         Xformd(matrix, origin);
         StartAt(origin);
     }

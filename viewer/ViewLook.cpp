@@ -125,7 +125,6 @@ TDressedView::TDressedView(TZEPPanel* panel, TSetBackground setBackground,
       m_background(std::move(background)), m_scene(panel->Camera()->Scene()),
       m_headlight(new TEyeLight(m_scene)) {
     m_headlight->SetVisible(false);
-    m_headlight->SetPositionObject(panel->Camera());
     QObject::connect(panel, &TZEPPanel::BeforDraw, &m_listener, [this] { MeasureFog(); });
 }
 
