@@ -21,7 +21,8 @@ public:
     [[nodiscard]] const std::vector<TEntry>& Entries() const { return m_entries; }
 
     /// One more of that kind. The caller bounds how many kinds a file can bring up.
-    void Add(const QString& kind, qint64 line = 0);
+    /// \param count  of them at once, the first in `line`
+    void Add(const QString& kind, qint64 line = 0, qint64 count = 1);
     void Clear();
 
 private:

@@ -140,6 +140,11 @@ double DiagonalOf(const TBox& box) {
     return std::hypot(box.Max[0] - box.Min[0], box.Max[1] - box.Min[1], box.Max[2] - box.Min[2]);
 }
 
+bool IsFlat(const TBox& box) {
+    constexpr double LeastRise = 1e-6; // of the diagonal
+    return box.Max[2] - box.Min[2] <= LeastRise * DiagonalOf(box);
+}
+
 double TBackdrop::GridStep() const {
     const double wanted = m_content ? DiagonalOf(*m_content) / CellsAcross : 0;
     if (!(wanted > 0) || !std::isfinite(wanted)) return 0;

@@ -3,8 +3,8 @@
 #include "appearance/MaterialLibrary.h"
 #include "framework/LookOnly.h"
 #include "scene/Scene.h"
-#include "viewer/Document.h"
 #include "viewer/Faces.h"
+#include "viewer/Objects.h"
 
 #include <utility>
 
@@ -49,7 +49,7 @@ void TEvenMaterials::Apply(TZEPScene& scene) {
     auto& items = *scene.MaterialLibrary()->Materials();
     for (int i = 0; i < items.Count(); ++i)
         if (TZEPMaterial& material = *items[i].Material(); !IsEven(material))
-            m_library.push_back({i, MakeEven(material)});
+            m_library.push_back({i, material.FrontFace()->Diffuse(), MakeEven(material)});
 }
 
 void TEvenMaterials::Restore(TZEPScene& scene) {
@@ -58,8 +58,11 @@ void TEvenMaterials::Restore(TZEPScene& scene) {
     const auto library = std::exchange(m_library, {});
     if (!scene.MaterialLibrary()) return;
     auto& items = *scene.MaterialLibrary()->Materials();
-    for (const TOfLibrary& changed : library)
-        if (changed.Index < items.Count()) Restore(*items[changed.Index].Material(), changed.Was);
+    for (const TOfLibrary& changed : library) {
+        if (changed.Index >= items.Count()) continue;
+        TZEPMaterial& material = *items[changed.Index].Material();
+        if (material.FrontFace()->Diffuse() == changed.Diffuse) Restore(material, changed.Was);
+    }
 }
 
 } // namespace ZEP

@@ -31,6 +31,7 @@ private:
     };
     struct TOfLibrary {
         int Index;
+        TColor Diffuse; ///< tells whether another one has taken its place
         TAmbients Was;
     };
 

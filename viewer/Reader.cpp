@@ -1,6 +1,8 @@
 #include "viewer/Reader.h"
 
+#include "converters/DXF.h"
 #include "converters/RS274D.h"
+#include "converters/ThreeDS.h"
 #include "framework/Exception.h"
 #include "scene/Object.h"
 #include "viewer/SceneFile.h"
@@ -9,12 +11,11 @@ namespace ZEP {
 
 namespace {
 
-std::vector<TPassedOver> ReadProgram(TZEPObject& root, const QString& fileName, bool plain,
-                                     const TLoadProgress& progress) {
-    TRS274DConverter converter;
+template <class Converter>
+std::vector<TPassedOver> Convert(Converter& converter, TZEPObject& root, const QString& fileName,
+                                 const TLoadProgress& progress) {
     converter.SetRoot(&root);
     converter.SetFileName(fileName);
-    converter.SetExtended(!plain);
     converter.SetProgress(progress);
     try {
         converter.LoadFromFile();
@@ -29,10 +30,27 @@ std::vector<TPassedOver> ReadProgram(TZEPObject& root, const QString& fileName, 
 
 } // namespace
 
-std::vector<TPassedOver> ReadFile(TZEPObject& root, const QString& fileName, TFileFormat format,
-                                  bool plain, const TLoadProgress& progress) {
-    if (format == TFileFormat::Scene) return ReadScene(root, fileName);
-    return ReadProgram(root, fileName, plain, progress);
+std::vector<TPassedOver> ReadFile(const TReadTarget& target, const QString& fileName,
+                                  TFileFormat format, bool plain, const TLoadProgress& progress) {
+    switch (format) {
+    case TFileFormat::Scene:
+        return ReadScene(target, fileName);
+    case TFileFormat::DXF: {
+        TDXFConverter converter;
+        converter.SetExtended(!plain);
+        return Convert(converter, *target.Root, fileName, progress);
+    }
+    case TFileFormat::F3DS: {
+        TF3DSConverter converter;
+        converter.SetMaterials(target.Materials);
+        return Convert(converter, *target.Root, fileName, progress);
+    }
+    default: {
+        TRS274DConverter converter;
+        converter.SetExtended(!plain);
+        return Convert(converter, *target.Root, fileName, progress);
+    }
+    }
 }
 
 } // namespace ZEP

@@ -4,10 +4,10 @@
 #include "scene/Vertex3.h"
 #include "view/Camera.h"
 #include "view/Panel.h"
-#include "viewer/Document.h"
 #include "viewer/EyeLight.h"
 #include "viewer/Faces.h"
 #include "viewer/FileRoot.h"
+#include "viewer/Objects.h"
 
 #include <QSettings>
 
