@@ -49,7 +49,7 @@ TCameraMenu::TCameraMenu(QMainWindow* window, TDocument& document, TSelection* s
 void TCameraMenu::ListCameras() {
     m_cameras->clear();
     int key = 0;
-    for (const auto& [name, camera] : CamerasOf(m_document)) {
+    for (const auto& [name, camera] : CamerasOf(m_document.Files())) {
         QAction* action =
             m_cameras->addAction(QString(name).replace(QLatin1Char('&'), QStringLiteral("&&")),
                                  this, [this, camera = camera] { Choose(*camera); });

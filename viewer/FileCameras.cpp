@@ -33,10 +33,10 @@ double DepthFrom(const TGLArrayd3& eye, const std::optional<TBox>& bounds) {
 
 } // namespace
 
-std::vector<TFileCamera> CamerasOf(const TDocument& document) {
+std::vector<TFileCamera> CamerasOf(std::span<const TOpenedFile> files) {
     std::vector<TFileCamera> cameras;
     QMap<QString, int> seen;
-    for (const TOpenedFile& file : document.Files()) {
+    for (const TOpenedFile& file : files) {
         if (file.Format == TFileFormat::RS274D || file.Format == TFileFormat::DXF) continue;
         ForEachObject(*file.Root, [&](TZEPObject& object) {
             auto* camera = qobject_cast<TZEPCamera*>(&object);
@@ -67,7 +67,7 @@ void LookThrough(const TZEPCamera& camera, TDocument& document) {
 
 void LookThrough(const QString& name, TDocument& document) {
     QStringList names;
-    for (const auto& [each, camera] : CamerasOf(document)) {
+    for (const auto& [each, camera] : CamerasOf(document.Files())) {
         if (each.compare(name, Qt::CaseInsensitive) == 0) return LookThrough(*camera, document);
         names << each;
     }

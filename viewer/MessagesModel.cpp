@@ -26,10 +26,10 @@ bool IsEntity(const QString& kind) {
 } // namespace
 
 QString MessageText(TFileFormat format, const TPassedOver& message) {
+    QString text = QStringLiteral("%1: %2").arg(message.Kind, QLocale().toString(message.Count));
+    if (format == TFileFormat::F3DS) return text;
     const bool isEntity = format == TFileFormat::DXF && IsEntity(message.Kind);
-    return QStringLiteral("%1: %2 %3")
-        .arg(message.Kind, QLocale().toString(message.Count),
-             isEntity ? QStringLiteral("not drawn") : QStringLiteral("passed over"));
+    return text + (isEntity ? QStringLiteral(" not drawn") : QStringLiteral(" passed over"));
 }
 
 TMessagesModel::TMessagesModel(const TDocument& document, QObject* parent)

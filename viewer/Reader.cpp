@@ -7,9 +7,18 @@
 #include "scene/Object.h"
 #include "viewer/SceneFile.h"
 
+#include <QRegularExpression>
+
 namespace ZEP {
 
 namespace {
+
+/// Without the method that raised it, but with the file.
+QString ForUser(QString message, const QString& fileName) {
+    static const QRegularExpression Method(QStringLiteral("^T\\w+Converter\\.\\w+: "));
+    message.remove(Method);
+    return message.contains(fileName) ? message : fileName + QStringLiteral(": ") + message;
+}
 
 template <class Converter>
 std::vector<TPassedOver> Convert(Converter& converter, TZEPObject& root, const QString& fileName,
@@ -20,7 +29,7 @@ std::vector<TPassedOver> Convert(Converter& converter, TZEPObject& root, const Q
     try {
         converter.LoadFromFile();
     } catch (const Exception& error) {
-        throw Exception(fileName + QStringLiteral(": ") + error.Message());
+        throw Exception(ForUser(error.Message(), fileName));
     }
     std::vector<TPassedOver> passedOver;
     for (const auto& entry : converter.Report().Entries())
