@@ -76,9 +76,11 @@ void TLoading::Prepare(TLoaded& loaded) {
     ShowFacesWithoutMaterial(*file.Root, *loaded.Library);
     const bool isProgram = file.Format == TFileFormat::RS274D;
     if (isProgram) ApplyLook(*file.Root, PixelRatio());
+    if (file.Format == TFileFormat::F3DS) ApplyLook(*loaded.Library);
     file.Bounds = BoundsOf(*file.Root);
     if (!file.Bounds) return;
     file.Root->SetEven(IsFlat(*file.Bounds));
+    file.Root->SetSmoothMeshes(file.Format == TFileFormat::F3DS);
     file.Root->SetRoundArcs(file.Format == TFileFormat::DXF);
     file.Root->Prepare(DiagonalOf(*file.Bounds));
 }
