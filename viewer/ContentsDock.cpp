@@ -76,7 +76,7 @@ void TContentsDock::MakeTree() {
     header->setSectionResizeMode(TContentsModel::ColorColumn, QHeaderView::Fixed);
     header->resizeSection(TContentsModel::ColorColumn, 28);
     header->setSectionResizeMode(TContentsModel::CountColumn, QHeaderView::Interactive);
-    header->resizeSection(TContentsModel::CountColumn, 70);
+    header->resizeSection(TContentsModel::CountColumn, 78);
     connect(m_tree, &TContentsView::OnlyWanted, this,
             [this](const QModelIndex& index) { m_model->ShowOnly({m_model->ObjectAt(index)}); });
     connect(m_tree, &TContentsView::ToggleWanted, this, &TContentsDock::Toggle);

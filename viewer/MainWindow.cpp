@@ -38,6 +38,8 @@ namespace ZEP {
 namespace {
 
 constexpr int MessageTime = 5000; // ms
+constexpr int ContentsWidth = 300;
+constexpr int MessagesHeight = 130;
 
 const QString BarsKey = QStringLiteral("window/bars");
 const QString GeometryKey = QStringLiteral("window/geometry");
@@ -134,6 +136,8 @@ void TMainWindow::MakeDocks() {
     });
     m_messages = new TMessagesDock(this, m_document);
     addDockWidget(Qt::BottomDockWidgetArea, m_messages);
+    resizeDocks({m_contents}, {ContentsWidth}, Qt::Horizontal);
+    resizeDocks({m_messages}, {MessagesHeight}, Qt::Vertical);
     connect(&m_document, &TDocument::AboutToChange, this,
             [this] { m_selection->SelectOnly(nullptr); });
     connect(&m_document, &TDocument::Changed, this, &TMainWindow::ShowFiles);
