@@ -48,7 +48,7 @@ TEST(CommandLine, PicturesTakeSizeAndDirection) {
     const TCommandLine plain = Parse(QStringLiteral("--picture o.png a.nc"));
     EXPECT_EQ(plain.PictureFile, QStringLiteral("o.png"));
     EXPECT_EQ(plain.PictureSize, QSize(1280, 960));
-    EXPECT_EQ(plain.Direction, TDirection::Iso);
+    EXPECT_FALSE(plain.Direction);
     const TCommandLine full =
         Parse(QStringLiteral("--picture o.png --size 16384X1 --view right a.nc"));
     EXPECT_EQ(full.PictureSize, QSize(16384, 1));
