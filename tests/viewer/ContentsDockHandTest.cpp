@@ -154,13 +154,14 @@ TEST_F(ContentsDock, ADoubleClickFitsWhatTheRowHolds) {
 TEST_F(ContentsDock, ASearchIsTyped) {
     Show({PutDrawing(), PutModel()});
     auto* search = Dock().findChild<QLineEdit*>();
-    search->setFocus();
+    QTest::keyClick(&*m_window, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(search->hasFocus());
     QTest::keyClicks(search, QStringLiteral("axle")); // of which the letters are shortcuts, too
     EXPECT_EQ(search->text(), QStringLiteral("axle"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return Tree().model()->rowCount() == 1; }, 2000));
     EXPECT_EQ(Row({0, 0}).data().toString(), QStringLiteral("Axle"));
     EXPECT_TRUE(Tree().isExpanded(Row({0})));
-    search->clear();
+    QTest::keyClick(search, Qt::Key_Escape);
     EXPECT_TRUE(QTest::qWaitFor([&] { return Tree().model()->rowCount() == 2; }, 2000));
 }
 
