@@ -53,7 +53,12 @@ public:
     [[nodiscard]] const QMetaObject* MetaObject() const override { return &staticMetaObject; }
 
 protected:
-    void Invalidate();
+    /// Tells the collection; nothing while it is in none.
+    void Invalidate() {
+        // Only a TZEPCollection adopts items of this class.
+        if (auto* collection = static_cast<TZEPCollection*>(Collection()))
+            collection->Invalidate(this);
+    }
 };
 
 /// A collection of items of one class, each 16 bytes beside its data. Access by index costs the
@@ -81,6 +86,18 @@ public:
         Adopt(item);
         Invalidate(this);
         return &item;
+    }
+    /// Appends `count` items in one go. `fill` is called with each and its number of `count`, while
+    /// its setters do not tell anybody yet; afterwards all is told at once.
+    template <class Fill>
+    void AddEach(std::size_t count, Fill&& fill) {
+        if (count == 0) return;
+        for (std::size_t i = 0; i < count; ++i) {
+            TItem& item = m_items.Append();
+            fill(item, i);
+            Adopt(item);
+        }
+        Invalidate(this);
     }
     void Delete(int index) override {
         CheckIndex(index);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/Color.h"
+#include "framework/Property.h"
 #include "scene/Collection.h"
 #include "scene/Geom.h"
 
@@ -32,7 +33,9 @@ public:
     /// Coordinate 0..2 by number; other numbers are ignored.
     virtual void SetData(int index, double value);
     /// All three at once, with one invalidation where they differ.
-    void SetPoint(const TGLArrayd3& point);
+    void SetPoint(const TGLArrayd3& point) {
+        if (Change(m_data, point)) Invalidate();
+    }
 
     /// "(x, y, z)", each with six decimals and a point.
     [[nodiscard]] QString GetDisplayName() const override;
@@ -57,6 +60,10 @@ public:
 
     /// Coordinates 0..2, texture coordinates 3 and 4.
     void SetData(int index, double value) override;
+    /// Both at once, with one invalidation where they differ.
+    void SetTexCoord(double u, double v) {
+        if (Change(m_tex, {u, v})) Invalidate();
+    }
 
     /// Not published. All zero, as it starts: whoever draws it smooth puts a face's normal here.
     [[nodiscard]] const TGLArrayf3& Normal() const { return m_normal; }
@@ -92,6 +99,10 @@ public:
 
     /// Corner 0..2 by number; other numbers are ignored.
     virtual void SetData(int index, int value);
+    /// All three at once, with one invalidation where they differ.
+    void SetCorners(int a, int b, int c) {
+        if (Change(m_vertices, {a, b, c})) Invalidate();
+    }
 
     /// "(a, b, c)".
     [[nodiscard]] QString GetDisplayName() const override;
