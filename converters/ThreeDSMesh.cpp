@@ -1,3 +1,4 @@
+#include "appearance/MaterialLibrary.h"
 #include "converters/ThreeDSIds.h"
 #include "converters/ThreeDSReader.h"
 #include "objects/Mesh.h"
@@ -10,7 +11,7 @@ namespace {
 
 constexpr std::size_t WordsOfFace = 4; // the last are flags of its edges
 
-/// Gathers what a collection would tell.
+/// Gathers what a collection would tell, also of what is set quietly after items have been added.
 class TGathered {
 public:
     explicit TGathered(TZEPCollection* collection) : m_collection(collection) {
@@ -44,7 +45,7 @@ void TF3DSReader::ReadMeshChunk(const TF3DSChunk& chunk, const QString& name) {
         ReadFaces(child, mesh);
         faceList = child;
     }
-    ReportFaces(mesh);
+    CheckFaces(mesh);
 }
 
 void TF3DSReader::ReadMeshPart(const TF3DSChunk& chunk, TZEPMesh& mesh) {
@@ -77,10 +78,9 @@ void TF3DSReader::ReadPoints(const TF3DSChunk& chunk, TZEPMesh& mesh) {
     Dump(" <PointArrayChunk> \r\n");
     const auto numbers = m_cursor.ReadArray<float>(chunk, 3, "points");
     mesh.Vertexes()->AddEach(numbers.Count() / 3, [&](TZEPVertex3TexCI& vertex, std::size_t i) {
-        const auto number = [&](std::size_t k) {
-            return static_cast<double>(Finite(numbers[3 * i + k]));
-        };
-        vertex.SetPoint({number(0), number(1), number(2)});
+        const std::size_t first = 3 * i;
+        vertex.SetPointQuietly(
+            {Finite(numbers[first]), Finite(numbers[first + 1]), Finite(numbers[first + 2])});
     });
 }
 
@@ -89,7 +89,7 @@ void TF3DSReader::ReadFaces(const TF3DSChunk& chunk, TZEPMesh& mesh) {
     const auto words = m_cursor.ReadArray<std::uint16_t>(chunk, WordsOfFace, "faces");
     mesh.Faces()->AddEach(words.Count() / WordsOfFace, [&](TZEPFace3CI& face, std::size_t i) {
         const std::size_t first = WordsOfFace * i;
-        face.SetCorners(words[first], words[first + 1], words[first + 2]);
+        face.SetCornersQuietly(words[first], words[first + 1], words[first + 2]);
     });
 }
 
@@ -99,9 +99,8 @@ void TF3DSReader::ReadTexCoords(const TF3DSChunk& chunk, TZEPMesh& mesh) {
     const std::size_t count = numbers.Count() / 2;
     const std::size_t used = std::min(count, static_cast<std::size_t>(mesh.Vertexes()->Count()));
     for (std::size_t i = 0; i < used; ++i)
-        (*mesh.Vertexes())[static_cast<int>(i)].SetTexCoord(
-            static_cast<double>(Finite(numbers[2 * i])),
-            static_cast<double>(Finite(numbers[2 * i + 1])));
+        (*mesh.Vertexes())[static_cast<int>(i)].SetTexCoordQuietly(Finite(numbers[2 * i]),
+                                                                   Finite(numbers[2 * i + 1]));
     m_strays.TexCoords += static_cast<qint64>(count - used);
 }
 
@@ -113,19 +112,31 @@ void TF3DSReader::ReadFaceGroup(const TF3DSChunk& chunk, TZEPMesh& mesh) {
     const int faceCount = mesh.Faces()->Count();
     for (std::size_t i = 0; i < words.Count(); ++i) {
         if (words[i] < faceCount)
-            (*mesh.Faces())[words[i]].SetMaterialIndex(material);
+            (*mesh.Faces())[words[i]].SetMaterialIndexQuietly(material);
         else
             ++m_strays.Faces;
     }
 }
 
-void TF3DSReader::ReportFaces(TZEPMesh& mesh) {
+void TF3DSReader::CheckFaces(TZEPMesh& mesh) {
     const int count = mesh.Vertexes()->Count();
     for (int i = 0; i < mesh.Faces()->Count(); ++i) {
-        const TZEPFace3CI& face = (*mesh.Faces())[i];
+        TZEPFace3CI& face = (*mesh.Faces())[i];
         if (std::max({face.A(), face.B(), face.C()}) >= count) ++m_strays.Corners;
-        if (m_target.Materials && face.MaterialIndex() < 0) ++m_strays.Bare;
+        if (m_target.Materials && face.MaterialIndex() < 0) {
+            ++m_strays.Bare;
+            if (m_target.PaintBareFaces) face.SetMaterialIndexQuietly(BareMaterial());
+        }
     }
+}
+
+int TF3DSReader::BareMaterial() {
+    auto* items = m_target.Materials->Materials();
+    if (m_bareMaterial < 0) {
+        m_bareMaterial = items->Count();
+        items->Add();
+    }
+    return m_bareMaterial;
 }
 
 } // namespace ZEP

@@ -226,7 +226,7 @@ QString TF3DSReader::ReadName(const TF3DSChunk& chunk) {
 }
 
 float TF3DSReader::ReadFloat(const TF3DSChunk& chunk) {
-    return Finite(m_cursor.Read<float>(chunk));
+    return static_cast<float>(Finite(m_cursor.Read<float>(chunk)));
 }
 
 TGLArrayd3 TF3DSReader::ReadPoint(const TF3DSChunk& chunk) {
@@ -245,12 +245,6 @@ TGLArrayd3 TF3DSReader::ReadPoint(const TF3DSChunk& chunk, const char* format) {
     const TGLArrayd3 point = ReadPoint(chunk);
     DumpValues(format, point[0], point[1], point[2]);
     return point;
-}
-
-float TF3DSReader::Finite(float value) {
-    if (std::isfinite(value)) return value;
-    ++m_strays.Numbers;
-    return 0;
 }
 
 // --- chunks ------------------------------------------------------------------------------------

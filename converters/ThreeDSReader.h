@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QSet>
 
+#include <cmath>
 #include <functional>
 #include <optional>
 
@@ -26,6 +27,7 @@ class TZEPTexture;
 struct TF3DSTarget {
     TZEPObject& Root;
     TZEPMaterialLibrary* Materials; ///< null: materials are passed over
+    bool PaintBareFaces;            ///< those without a material get a grey one
     QString FileName;               ///< beside which pictures lie; empty: there are none
     TReadReport& Report;
     std::function<void(std::string_view)> Dump; ///< takes the trace; may be empty
@@ -78,7 +80,8 @@ private:
     void ReadFaces(const TF3DSChunk& chunk, TZEPMesh& mesh);
     void ReadFaceGroup(const TF3DSChunk& chunk, TZEPMesh& mesh);
     void ReadTexCoords(const TF3DSChunk& chunk, TZEPMesh& mesh);
-    void ReportFaces(TZEPMesh& mesh);
+    void CheckFaces(TZEPMesh& mesh);
+    [[nodiscard]] int BareMaterial();
     /// @}
 
     /// \name Of a material
@@ -112,7 +115,11 @@ private:
     [[nodiscard]] TGLArrayd3 ReadPoint(const TF3DSChunk& chunk, const char* format);
     /// A number that is none, or is endless, would spoil every box that it comes into: it counts as
     /// 0.
-    [[nodiscard]] float Finite(float value);
+    [[nodiscard]] double Finite(float value) {
+        if (std::isfinite(value)) return static_cast<double>(value);
+        ++m_strays.Numbers;
+        return 0;
+    }
     /// @}
 
     /// \name Chunks
@@ -142,6 +149,7 @@ private:
     std::size_t m_toldPosition = 0;
     int m_objectCount = 0;
     int m_lightCount = 0;
+    int m_bareMaterial = -1;
     QSet<QString> m_textureKinds;
     TStrays m_strays;
 };
