@@ -71,7 +71,7 @@ TEST_F(TextureFolder, IsNoneWhereTheModelIsInMemory) {
 }
 
 std::string Textured(const std::string& picture, const std::string& more = {}) {
-    return F3DS::Material(picture, Chunk(0xA200, Chunk(0xA300, Name(picture)) + more));
+    return Material(picture, Chunk(0xA200, Chunk(0xA300, Name(picture)) + more));
 }
 
 TEST_F(ThreeDSTest, TexturesAreFoundLoadedAndPlaced) {
@@ -81,7 +81,7 @@ TEST_F(ThreeDSTest, TexturesAreFoundLoadedAndPlaced) {
                            Chunk(0xA358, Floats({0.25F})) + Chunk(0xA35A, Floats({0.5F})) +
                            Chunk(0xA35C, Floats({45}))) +
               Textured("wall.png")));
-    TZEPTexture& texture = *Material(0)->Texture();
+    TZEPTexture& texture = *MaterialAt(0)->Texture();
     EXPECT_EQ(texture.Image()->Image().size(), QSize(8, 4));
     EXPECT_EQ(texture.Environment(), teBlend);
     EXPECT_EQ(texture.TilingS(), 2);
@@ -89,7 +89,7 @@ TEST_F(ThreeDSTest, TexturesAreFoundLoadedAndPlaced) {
     EXPECT_EQ(texture.OffsetS(), 0.25F);
     EXPECT_EQ(texture.OffsetT(), 0.5F);
     EXPECT_EQ(texture.Angle(), -45);
-    EXPECT_FALSE(Material(1)->Texture()->Empty());
+    EXPECT_FALSE(MaterialAt(1)->Texture()->Empty());
     EXPECT_THAT(Passed(), testing::IsEmpty());
 }
 
@@ -101,8 +101,8 @@ TEST_F(ThreeDSTest, TexturesThatCannotBeLoadedAreCounted) {
     Load(File(Textured("text.jpg") + Textured("TEXT.JPG") + Textured("none.jpg") +
               Textured("none.jpg") + Textured("empty.png") + Textured("cut.png")));
     for (int i = 0; i < 6; ++i) {
-        EXPECT_TRUE(Material(i)->Texture()->Empty());
-        EXPECT_EQ(Material(i)->Texture()->Environment(), teModulate);
+        EXPECT_TRUE(MaterialAt(i)->Texture()->Empty());
+        EXPECT_EQ(MaterialAt(i)->Texture()->Environment(), teModulate);
     }
     EXPECT_THAT(Passed(),
                 ElementsAre("texture text.jpg is no picture 1", "texture TEXT.JPG is no picture 1",

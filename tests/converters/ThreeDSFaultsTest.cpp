@@ -74,7 +74,7 @@ TEST_F(ThreeDSTest, WhatWasReadBeforeAFaultStays) {
     EXPECT_EQ(ErrorOfLoading(), "TF3DSConverter.LoadFromFile: Can't read \"" +
                                     Path("bad.3ds").toStdString() +
                                     "\": chunk 0x4120 counts 9 faces of 8 bytes where 0 bytes "
-                                    "remain at offset 0xB6.");
+                                    "remain at offset 0xC0.");
     ASSERT_EQ(Scene.GetItemsCount(), 2);
     EXPECT_EQ(Child<TZEPMesh>(0)->Faces()->Count(), 2);
     EXPECT_EQ(Child<TZEPMesh>(1)->Vertexes()->Count(), 4);

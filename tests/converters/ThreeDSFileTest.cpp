@@ -129,7 +129,7 @@ TEST_F(ThreeDSTest, DumpsEveryChunkAndItsValues) {
         Chunk(0xB000, Chunk(0xB00A, std::string(9, ' '))));
     Converter.SetDoDump(true);
     Load(file);
-    const std::string folder = Path("").toStdString();
+    const std::string folder = Path("").toStdString() + "/";
     const std::string lines[] = {
         folder + "model.3ds",
         "0x4D4D <MainChunk> ",

@@ -58,7 +58,7 @@ protected:
     T* Child(int index) {
         return index < Scene.GetItemsCount() ? qobject_cast<T*>(Scene.GetItem(index)) : nullptr;
     }
-    TZEPMaterial* Material(int index) { return Library.Materials()->Item(index)->Material(); }
+    TZEPMaterial* MaterialAt(int index) { return Library.Materials()->Item(index)->Material(); }
 
     TZEPScene Scene;
     TZEPMaterialLibrary Library;

@@ -15,9 +15,9 @@ using namespace F3DS;
 
 /// A cube about the origin, with the picture upright on its front. It shines by itself, grey.
 std::string Cube() {
-    const std::string points = Chunk(0x4110, Words({8}) + Floats({-1, -1, -1, 1, -1, -1, 1,  1,
-                                                                  -1, -1, 1,  -1, -1, -1, 1, 1,
-                                                                  -1, 1,  1,  1,  1,  -1, 1, 1}));
+    const std::string points =
+        Chunk(0x4110, Words({8}) + Floats({-1, -1, -1, 1, -1, -1, 1, 1, -1, -1, 1, -1,
+                                           -1, -1, 1,  1, -1, 1,  1, 1, 1,  -1, 1, 1}));
     const std::string texCoords =
         Chunk(0x4140, Words({8}) + Floats({0, 0, 1, 0, 1, 1, 0, 1, 0, 0, 1, 0, 1, 1, 0, 1}));
     const std::string faces =

@@ -130,7 +130,7 @@ TEST_F(ThreeDSTest, ColoursAreTheSameOnBothSidesWhicheverTheirForm) {
         Chunk(0xA020, Chunk(0x0012, Bytes({10, 20, 30})) + Chunk(0x0011, Bytes({1, 1, 1})));
     Converter.Read3DS(
         File(Material("A", Color24(0xA010, {1, 2, 3}) + gamma + floats + Percent(0xA080, 0))));
-    for (const TZEPFaceMaterial* face : {Material(0)->FrontFace(), Material(0)->BackFace()}) {
+    for (const TZEPFaceMaterial* face : {MaterialAt(0)->FrontFace(), MaterialAt(0)->BackFace()}) {
         EXPECT_EQ(face->Ambient(), TColor(0x030201));
         EXPECT_EQ(face->Diffuse(), TColor(0x1E140A));
         EXPECT_EQ(face->Specular(), TColor(0x00FF80));
@@ -164,8 +164,9 @@ TEST_F(ThreeDSTest, TheLastShininessHoldsAndNoneTakesTheHighlight) {
     for (const TShininess& row : rows) {
         SCOPED_TRACE(row.Name);
         Library.Materials()->Clear();
-        Converter.Read3DS(File(F3DS::Material("A", Color24(0xA030, {255, 255, 255}) + row.Chunks)));
-        for (const TZEPFaceMaterial* face : {Material(0)->FrontFace(), Material(0)->BackFace()}) {
+        Converter.Read3DS(File(Material("A", Color24(0xA030, {255, 255, 255}) + row.Chunks)));
+        for (const TZEPFaceMaterial* face :
+             {MaterialAt(0)->FrontFace(), MaterialAt(0)->BackFace()}) {
             EXPECT_FLOAT_EQ(face->Shininess(), row.Shininess);
             EXPECT_EQ(face->Specular(), row.Specular);
         }
@@ -173,15 +174,15 @@ TEST_F(ThreeDSTest, TheLastShininessHoldsAndNoneTakesTheHighlight) {
 }
 
 TEST_F(ThreeDSTest, OnlyTheWholeNumberOfATransparencyIsInHundredths) {
-    Converter.Read3DS(File(F3DS::Material("A", Percent(0xA050, 17)) +
-                           F3DS::Material("B", Chunk(0xA050, Chunk(0x0031, Floats({50}))))));
-    EXPECT_FLOAT_EQ(Material(0)->Transparency(), 0.17F);
-    EXPECT_EQ(Material(1)->Transparency(), 50);
+    Converter.Read3DS(File(Material("A", Percent(0xA050, 17)) +
+                           Material("B", Chunk(0xA050, Chunk(0x0031, Floats({50}))))));
+    EXPECT_FLOAT_EQ(MaterialAt(0)->Transparency(), 0.17F);
+    EXPECT_EQ(MaterialAt(1)->Transparency(), 50);
 }
 
 TEST_F(ThreeDSTest, NamesAreReadInUtf8AndElseInLatin1) {
-    Converter.Read3DS(File(F3DS::Material("T\xC3\xBCr") + F3DS::Material("T\xFCr") +
-                           F3DS::Material("") + Square("T\xFCr")));
+    Converter.Read3DS(
+        File(Material("T\xC3\xBCr") + Material("T\xFCr") + Material("") + Square("T\xFCr")));
     EXPECT_EQ(Library.Materials()->Item(0)->Ident(), QStringLiteral(u"T\u00FCr"));
     EXPECT_EQ(Library.Materials()->Item(1)->Ident(), QStringLiteral(u"T\u00FCr"));
     EXPECT_EQ(Library.Materials()->Item(2)->Ident(), "DUMMY");
@@ -256,12 +257,11 @@ TEST_F(ThreeDSTest, TheSceneOfTheRootGetsTheColours) {
 TEST_F(ThreeDSTest, WhatOneWouldSeeAndIsPassedOverIsCounted) {
     const std::string map = Chunk(0xA300, Name("A.JPG"));
     const std::string keys = Chunk(0xB000, Chunk(0xB002, Chunk(0xB010)));
-    Converter.Read3DS(
-        File(F3DS::Material("A", Chunk(0xA210, map) + Chunk(0xA230, map) + Chunk(0xA087)) +
-                 F3DS::Material("B", Chunk(0xA230, map)) + Chunk(0x2200) + Chunk(0x7001) +
-                 Object("O", Chunk(0x4010)) +
-                 Object("L", Chunk(0x4600, Floats({0, 0, 0}) + Chunk(0x4620))),
-             keys));
+    Converter.Read3DS(File(Material("A", Chunk(0xA210, map) + Chunk(0xA230, map) + Chunk(0xA087)) +
+                               Material("B", Chunk(0xA230, map)) + Chunk(0x2200) + Chunk(0x7001) +
+                               Object("O", Chunk(0x4010)) +
+                               Object("L", Chunk(0x4600, Floats({0, 0, 0}) + Chunk(0x4620))),
+                           keys));
     EXPECT_THAT(Passed(),
                 ElementsAre("chunk 0xA210 (opacity map) 1", "chunk 0xA230 (bump map) 2",
                             "chunk 0x2200 (fog) 1", "chunk 0x4010 (hidden object) 1",
