@@ -17,6 +17,8 @@ namespace {
 
 constexpr int CircleSegments = 45;
 constexpr int ClosedFlag = 1;
+constexpr int ThirdCorner = 12;
+constexpr int FourthCorner = 13;
 
 /// What begins another class of an entity that derives from a spline.
 constexpr std::string_view HelixMark = "AcDbHelix";
@@ -67,7 +69,8 @@ void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record, std::span<const 
         polygon.SetColorVertexes(false);
         for (const int code : codes) {
             // A triangle may leave out the fourth corner.
-            TGLArrayd3 point = record.Has(code) ? record.Point(code) : record.Point(12);
+            const bool isLeftOut = code == FourthCorner && !record.Has(code);
+            TGLArrayd3 point = record.Point(isLeftOut ? ThirdCorner : code);
             Xformd(frame, point);
             polygon.Vertexes()->Add()->SetPoint(point);
         }
