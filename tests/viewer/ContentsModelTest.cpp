@@ -24,8 +24,7 @@ protected:
                                  LineOn("walls") + LineOn("doors") + LineOn("walls")));
     }
     QString PutModel(const char* name) {
-        return Put(name, Model(Material("steel", 200) + Mesh("Wheel", "steel") +
-                               Mesh("Axle", "") +
+        return Put(name, Model(Material("steel", 200) + Mesh("Wheel", "steel") + Mesh("Axle", "") +
                                Camera("Eye", {9, 0, 0, 0, 0, 0, 0, 50})));
     }
 
@@ -38,8 +37,8 @@ protected:
             const QModelIndex index = model.index(i, 0, parent);
             const QVariant box = index.data(Qt::CheckStateRole);
             const char* mark = box.toInt() == Qt::Checked || box.isNull() ? ""
-                               : box.toInt() == Qt::Unchecked            ? "."
-                                                                         : "-";
+                               : box.toInt() == Qt::Unchecked             ? "."
+                                                                          : "-";
             rows += indent + QLatin1String(mark) + index.data().toString() + QLatin1Char('\n');
             rows += Rows(model, index, indent + QLatin1Char(' '));
         }
@@ -50,8 +49,7 @@ protected:
 TEST_F(ContentsModel, ShowsFilesLayersObjectsAndWhatIsSwitchedOff) {
     TDocument document;
     TContentsModel model(document);
-    QAbstractItemModelTester tester(&model,
-                                    QAbstractItemModelTester::FailureReportingMode::Fatal);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
     EXPECT_EQ(model.rowCount(), 0);
     ASSERT_TRUE(document.Open({PutDrawing("a.dxf"), PutModel("b.3ds")}, false));
     EXPECT_EQ(Rows(model).toStdString(), "-a.dxf\n walls\n  Line\n  Line\n .doors\n  .Line\n"

@@ -40,8 +40,8 @@ protected:
         return Materials(*document.Scene(), *document.Scene()->MaterialLibrary());
     }
     QString PutModel(const char* name, const char* material, const QByteArray& more = {}) {
-        return Put(name, Model(Material("unused", 1) + Material(material, 9) +
-                               Mesh("M", material) + more));
+        return Put(name, Model(Material("unused", 1) + Material(material, 9) + Mesh("M", material) +
+                               more));
     }
 };
 
@@ -75,11 +75,11 @@ TEST_F(Document, AFaceThatHasNoMaterialIsStillDrawn) {
     const QByteArray twoFaces = Chunk(
         0x4000,
         Text("M") +
-            Chunk(0x4100, Chunk(0x4110, Numbers<quint16>({3}) +
-                                            Numbers<float>({0, 0, 0, 2, 0, 0, 0, 2, 0})) +
-                              Chunk(0x4120, Numbers<quint16>({2, 0, 1, 2, 0, 0, 2, 1, 0}) +
-                                                Chunk(0x4130, Text("red") +
-                                                                  Numbers<quint16>({1, 1})))));
+            Chunk(
+                0x4100,
+                Chunk(0x4110, Numbers<quint16>({3}) + Numbers<float>({0, 0, 0, 2, 0, 0, 0, 2, 0})) +
+                    Chunk(0x4120, Numbers<quint16>({2, 0, 1, 2, 0, 0, 2, 1, 0}) +
+                                      Chunk(0x4130, Text("red") + Numbers<quint16>({1, 1})))));
     TDocument document;
     ASSERT_TRUE(document.Open({Put("a.3ds", Model(Material("red", 9) + twoFaces))}, false));
     EXPECT_EQ(Materials(document), " red") << "one without a name is added";
@@ -151,9 +151,8 @@ TEST_F(Document, AViewThroughACameraOfTheFileStandsWhereItDoes) {
 TEST_F(Document, WhatIsHiddenIsNotFitted) {
     TDocument document;
     const QByteArray far = Pairs({{0, "LINE"}, {8, "q"}, {10, "900"}, {11, "1000"}});
-    ASSERT_TRUE(document.Open({Put("a.dxf", Drawing(Layer("p", 1) + Layer("q", 1),
-                                                    LineOn("p") + far))},
-                              false));
+    ASSERT_TRUE(document.Open(
+        {Put("a.dxf", Drawing(Layer("p", 1) + Layer("q", 1), LineOn("p") + far))}, false));
     const auto distance = [&] {
         document.FitAll(1);
         const TGLArrayd3 eye = document.Camera()->GetPosition();

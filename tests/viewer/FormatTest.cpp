@@ -34,7 +34,10 @@ TEST(Format, TheBeginningComesFirstThenTheSuffixThenWhatTheTextLooksLike) {
         {"part.bin", QByteArray("G1\0X1", 5), Unknown},
         {"drawing.dxf", "0\nSECTION\n", DXF},
         {"drawing", "  0\r\nSECTION\r\n  2\r\nHEADER\r\n", DXF},
-        {"drawing.nc", "\xEF\xBB\xBF" "999\nmade by hand\n999\n0\n0\nSECTION\n", DXF},
+        {"drawing.nc",
+         "\xEF\xBB\xBF"
+         "999\nmade by hand\n999\n0\n0\nSECTION\n",
+         DXF},
         {"drawing", "0\rSECTION\r2\rENTITIES", DXF},
         {"drawing", QByteArray("AutoCAD Binary DXF\r\n\x1a\0", 22), DXF},
         {"drawing.DXF", "Dear reader", DXF},

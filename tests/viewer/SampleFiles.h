@@ -12,8 +12,7 @@ namespace ZEP::Sample {
 /// A part of a drawing: pairs of a code and a value.
 inline QByteArray Pairs(std::initializer_list<std::pair<int, const char*>> pairs) {
     QByteArray text;
-    for (const auto& [code, value] : pairs)
-        text += QByteArray::number(code) + "\n" + value + "\n";
+    for (const auto& [code, value] : pairs) text += QByteArray::number(code) + "\n" + value + "\n";
     return text;
 }
 
@@ -60,12 +59,10 @@ inline QByteArray Material(const char* name, int red) {
 
 /// One triangle. \param material  of its face; empty: none
 inline QByteArray Mesh(const char* name, const char* material) {
-    const QByteArray points =
-        Numbers<quint16>({3}) + Numbers<float>({0, 0, 0, 2, 0, 0, 0, 2, 0});
+    const QByteArray points = Numbers<quint16>({3}) + Numbers<float>({0, 0, 0, 2, 0, 0, 0, 2, 0});
     QByteArray faces = Numbers<quint16>({1, 0, 1, 2, 0});
     if (*material) faces += Chunk(0x4130, Text(material) + Numbers<quint16>({1, 0}));
-    return Chunk(0x4000, Text(name) +
-                             Chunk(0x4100, Chunk(0x4110, points) + Chunk(0x4120, faces)));
+    return Chunk(0x4000, Text(name) + Chunk(0x4100, Chunk(0x4110, points) + Chunk(0x4120, faces)));
 }
 
 inline QByteArray Camera(const char* name, std::initializer_list<float> eyeTargetRollLens) {

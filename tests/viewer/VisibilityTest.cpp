@@ -21,8 +21,7 @@ protected:
     /// "x" checked, "-" partially, "." not, in the order of the tree: a p 1 2 q 3 b 4 5.
     [[nodiscard]] std::string Boxes() const {
         std::string boxes;
-        for (const TZEPObject* object : m_objects)
-            boxes += ".-x"[m_visibility.StateOf(*object)];
+        for (const TZEPObject* object : m_objects) boxes += ".-x"[m_visibility.StateOf(*object)];
         return boxes;
     }
     [[nodiscard]] std::string Seen() const {
@@ -62,9 +61,9 @@ TEST_F(Visibility, BoxesTellWhatIsSeen) {
         const char* Boxes; // a p 1 2 q 3 b 4 5
     };
     const TRow rows[] = {
-        {"all", {}, "xxxxxxxxx"},      {"one leaf", {"2"}, "--x.xxxxx"},
+        {"all", {}, "xxxxxxxxx"},        {"one leaf", {"2"}, "--x.xxxxx"},
         {"a layer", {"q"}, "-xxx..xxx"}, {"all leaves of a layer", {"3"}, "-xxx..xxx"},
-        {"a file", {"b"}, "xxxxxx..."}, {"both layers", {"p", "q"}, "......xxx"},
+        {"a file", {"b"}, "xxxxxx..."},  {"both layers", {"p", "q"}, "......xxx"},
     };
     for (const TRow& row : rows) {
         for (const char* ident : row.Off) Find(ident)->SetVisible(false);
@@ -84,17 +83,13 @@ TEST_F(Visibility, AClickHidesShowsAndShowsTheRest) {
         const char* Seen;
     };
     const TRow rows[] = {
-        {"2", false, "--x.xxxxx", "1345"}, //
-        {"p", false, "-...xxxxx", "345"},
-        {"p", true, "--x.xxxxx", "1345"}, // as it was
-        {"p", true, "xxxxxxxxx", "12345"},
-        {"a", false, "......xxx", "45"},
+        {"2", false, "--x.xxxxx", "1345"},                                   //
+        {"p", false, "-...xxxxx", "345"},  {"p", true, "--x.xxxxx", "1345"}, // as it was
+        {"p", true, "xxxxxxxxx", "12345"}, {"a", false, "......xxx", "45"},
         {"3", true, "-...xxxxx", "345"}, // and nothing else of what was hidden
-        {"1", true, "--x.xxxxx", "1345"},
-        {"1", false, "-...xxxxx", "345"},
+        {"1", true, "--x.xxxxx", "1345"},  {"1", false, "-...xxxxx", "345"},
         {"p", true, "xxxxxxxxx", "12345"}, // nothing of it was seen: all is
-        {"4", false, "xxxxxx-.x", "1235"},
-        {"5", false, "xxxxxx...", "123"},
+        {"4", false, "xxxxxx-.x", "1235"}, {"5", false, "xxxxxx...", "123"},
         {"b", true, "xxxxxxxxx", "12345"},
     };
     for (const TRow& row : rows) {
