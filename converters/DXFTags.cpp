@@ -51,7 +51,22 @@ bool IsText(int code) {
     return code == 1 || code == 3;
 }
 
+template <class Number>
+Number Converted(std::string_view text) {
+    Number value = 0;
+    Convert(text, value);
+    return value;
+}
+
 } // namespace
+
+double DXFNumber(std::string_view value) {
+    return Converted<double>(value);
+}
+
+int DXFInteger(std::string_view value) {
+    return Converted<int>(value);
+}
 
 TDXFTags::TDXFTags(std::string_view text, bool lenient)
     : m_longestValue(lenient ? std::numeric_limits<std::size_t>::max() : MaxDXFLineLength),
@@ -99,7 +114,7 @@ bool TDXFTags::NextCode() {
         return true;
     }
     std::string_view line;
-    return NextLine(line) && Convert(line, m_code) == 0;
+    return NextLine(line) && Convert(line, m_code) == 0 && m_code >= 0;
 }
 
 int TDXFTags::NextGroupCode() {
@@ -134,6 +149,7 @@ void TDXFTags::Ask() {
     m_done = std::max(m_done, static_cast<std::size_t>(m_next - m_begin));
     if (!m_progress || m_progress(static_cast<qint64>(m_done), m_end - m_begin)) return;
     m_cancelled = true;
+    m_sections.clear();
     m_end = m_next = m_begin;
 }
 

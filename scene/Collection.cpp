@@ -29,4 +29,9 @@ void TZEPCollection::EndUpdate() {
     if (m_updateLevel == 0 && std::exchange(m_changed, false)) Invalidate(this);
 }
 
+void TZEPCollectionItem::Invalidate() {
+    // Only a TZEPCollection adopts items of this class.
+    if (auto* collection = static_cast<TZEPCollection*>(Collection())) collection->Invalidate(this);
+}
+
 } // namespace ZEP

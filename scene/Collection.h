@@ -53,12 +53,7 @@ public:
     [[nodiscard]] const QMetaObject* MetaObject() const override { return &staticMetaObject; }
 
 protected:
-    /// Tells the collection; nothing while it is in none.
-    void Invalidate() {
-        // Only a TZEPCollection adopts items of this class.
-        if (auto* collection = static_cast<TZEPCollection*>(Collection()))
-            collection->Invalidate(this);
-    }
+    void Invalidate();
 };
 
 /// A collection of items of one class, each 16 bytes beside its data. Access by index costs the
@@ -87,16 +82,15 @@ public:
         Invalidate(this);
         return &item;
     }
-    /// Appends `count` items in one go. `fill` is called with each and its number of `count`, while
-    /// its setters do not tell anybody yet; afterwards all is told at once.
+    /// Appends `count` items and tells it once. `fill` is called with each, which nobody watches
+    /// yet, and its number of `count`.
     template <class Fill>
     void AddEach(std::size_t count, Fill&& fill) {
         if (count == 0) return;
-        for (std::size_t i = 0; i < count; ++i) {
-            TItem& item = m_items.Append();
-            fill(item, i);
+        m_items.AppendEach(count, [&](TItem& item, std::size_t number) {
+            fill(item, number);
             Adopt(item);
-        }
+        });
         Invalidate(this);
     }
     void Delete(int index) override {

@@ -1,5 +1,7 @@
 #include "scene/VertexItems.h"
 
+#include "framework/Property.h"
+
 namespace ZEP {
 
 void TZEPVertex3CI::SetColor(TColor color) {
@@ -9,6 +11,10 @@ void TZEPVertex3CI::SetColor(TColor color) {
 void TZEPVertex3CI::SetData(int index, double value) {
     if (index < 0 || index > 2) return;
     if (Change(m_data[static_cast<std::size_t>(index)], value)) Invalidate();
+}
+
+void TZEPVertex3CI::SetPoint(const TGLArrayd3& point) {
+    if (Change(m_data, point)) Invalidate();
 }
 
 QString TZEPVertex3CI::GetDisplayName() const {

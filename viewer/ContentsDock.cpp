@@ -13,6 +13,7 @@
 #include <QLocale>
 #include <QMenu>
 #include <QScopedValueRollback>
+#include <QShortcut>
 #include <QTimerEvent>
 #include <QVBoxLayout>
 
@@ -62,6 +63,11 @@ TContentsDock::TContentsDock(QWidget* parent, TDocument& document, TSelection* s
     m_found->hide();
     setWidget(page);
     MakeTree();
+    auto* leave = new QShortcut(Qt::Key_Escape, m_search, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(leave, &QShortcut::activated, this, [this] {
+        m_search->clear();
+        m_tree->setFocus();
+    });
     connect(m_search, &QLineEdit::textChanged, this, [this] { m_typing.start(TypingTime, this); });
     connect(&document, &TDocument::Changed, this, &TContentsDock::FilesChanged);
     connect(selection, &TSelection::Changed, this, &TContentsDock::FollowSelection);
@@ -91,6 +97,12 @@ void TContentsDock::MakeTree() {
 void TContentsDock::Focus() {
     show();
     m_tree->setFocus();
+}
+
+void TContentsDock::Find() {
+    show();
+    m_search->setFocus();
+    m_search->selectAll();
 }
 
 // --- files -------------------------------------------------------------------------------------

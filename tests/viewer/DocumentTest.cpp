@@ -19,22 +19,23 @@ using namespace Sample;
 
 class Document : public FolderTest {
 protected:
-    /// Of all faces, in order: the material that each is drawn in, "own" for its mesh's.
+    static QString MaterialOf(TZEPMesh& mesh, const TZEPFace3CI& face,
+                              TZEPMaterialLibrary& library) {
+        const int number = face.MaterialIndex();
+        if (!mesh.ColorFaces()) return QStringLiteral("own");
+        if (number < 0 || number >= library.Materials()->Count()) return QStringLiteral("none");
+        const QString name = (*library.Materials())[number].Ident();
+        return name.isEmpty() ? QStringLiteral("unnamed") : name;
+    }
+    /// What each face is drawn in, in their order: "own" for its mesh's.
     static std::string Materials(TZEPObject& root, TZEPMaterialLibrary& library) {
-        std::string names;
+        QStringList names;
         ForEachObject(root, [&](TZEPObject& object) {
             auto* mesh = qobject_cast<TZEPMesh*>(&object);
-            for (int i = 0; mesh && i < mesh->Faces()->Count(); ++i) {
-                const int number = (*mesh->Faces())[i].MaterialIndex();
-                const bool own = !mesh->ColorFaces();
-                const bool lacks = number < 0 || number >= library.Materials()->Count();
-                names += (names.empty() ? "" : " ") +
-                         (own     ? "own"
-                          : lacks ? "none"
-                                  : (*library.Materials())[number].Ident().toStdString());
-            }
+            for (int i = 0; mesh && i < mesh->Faces()->Count(); ++i)
+                names << MaterialOf(*mesh, (*mesh->Faces())[i], library);
         });
-        return names;
+        return names.join(QLatin1Char(' ')).toStdString();
     }
     static std::string Materials(const TDocument& document) {
         return Materials(*document.Scene(), *document.Scene()->MaterialLibrary());
@@ -82,7 +83,7 @@ TEST_F(Document, AFaceThatHasNoMaterialIsStillDrawn) {
                                       Chunk(0x4130, Text("red") + Numbers<quint16>({1, 1})))));
     TDocument document;
     ASSERT_TRUE(document.Open({Put("a.3ds", Model(Material("red", 9) + twoFaces))}, false));
-    EXPECT_EQ(Materials(document), " red") << "one without a name is added";
+    EXPECT_EQ(Materials(document), "unnamed red");
     EXPECT_EQ(document.Files()[0].Materials, 1) << "but is not the file's";
 }
 
@@ -124,10 +125,9 @@ TEST_F(Document, AViewThroughACameraOfTheFileStandsWhereItDoes) {
                                Camera("Eye", {5, 5, 5, 0, 0, 0, 0, 45});
     TDocument document;
     ASSERT_TRUE(document.Open({PutModel("a.3ds", "red", cameras)}, false));
-    std::string names;
-    for (const TFileCamera& camera : CamerasOf(document.Files()))
-        names += camera.Name.toStdString() + ";";
-    EXPECT_EQ(names, "Left;Eye;Eye (2);");
+    QStringList names;
+    for (const TFileCamera& camera : CamerasOf(document.Files())) names << camera.Name;
+    EXPECT_EQ(names.join(QLatin1Char(';')), QStringLiteral("Left;Eye;Eye (2)"));
     LookThrough(QStringLiteral("eye"), document);
     const TViewCamera& view = *document.Camera();
     EXPECT_EQ(view.GetPosition(), (TGLArrayd3{0, -8, 2}));
