@@ -81,6 +81,7 @@ picture lettering iso $parts/lettering.nc "Engraved letters in a rounded frame."
 
 section "The window"
 window window zepview $parts/bracket.nc "Left button: orbit. Right button: pan. Wheel: nearer and farther. The status line tells what is in the file, its size and the grid's."
+window contents zepview examples/models/lighthouse.3ds "The contents of a model: its boxes show and hide, what is selected there is selected in the view."
 window start zepview "" "Before a file is opened: solids, pictures on them, glass and text, under lamps that circle above."
 look start-wire "View, Wire frame." wire=true
 look start-fog "View, Fog, Exponential, before a bright background." fog=2 background=#c8d0d8

@@ -25,8 +25,6 @@ public:
     [[nodiscard]] QModelIndex IndexOf(const TZEPObject& object) const;
     /// Name of the file that the row stands in.
     [[nodiscard]] QString FileOf(const QModelIndex& index) const;
-    /// Of the files that are shown.
-    [[nodiscard]] const std::vector<TZEPObject*>& Roots() const { return m_roots; }
 
     /// Leaves what has the text in its name or kind; empty: all.
     void SetFilter(const QString& text);

@@ -108,11 +108,6 @@ std::vector<TFileFormat> KnownFormats() {
     return formats;
 }
 
-QString FormatPlural(TFileFormat format) {
-    const TFormatEntry* entry = Find(format);
-    return entry ? entry->Plural : QStringLiteral("Files");
-}
-
 QStringList PatternsOf(TFileFormat format) {
     QStringList patterns;
     const TFormatEntry* entry = Find(format);

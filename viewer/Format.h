@@ -12,8 +12,6 @@ enum class TFileFormat { Unknown, RS274D, DXF, F3DS, Scene };
 
 /// Those that can be opened.
 [[nodiscard]] std::vector<TFileFormat> KnownFormats();
-/// What users call files of a format, in the plural: "Programs".
-[[nodiscard]] QString FormatPlural(TFileFormat format);
 /// The patterns of a file dialog: "*.nc", "*.ngc", ...
 [[nodiscard]] QStringList PatternsOf(TFileFormat format);
 /// The filters of a dialog that opens files: all that can be opened, each format, all files.

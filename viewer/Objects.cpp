@@ -1,7 +1,6 @@
 #include "viewer/Objects.h"
 
 #include "scene/ColoredObject.h"
-#include "scene/Scene.h"
 
 namespace ZEP {
 
@@ -24,12 +23,6 @@ std::optional<TBox> BoundsOf(TZEPObject& root) {
         if (qobject_cast<const TZEPColoredObject*>(&object)) Widen(bounds, BoxOf(object));
     });
     return bounds;
-}
-
-TZEPObject* TopOf(TZEPObject& object) {
-    TZEPObject* top = &object;
-    while (top->Parent() && top->Parent() != object.Scene()) top = top->Parent();
-    return top->Parent() ? top : nullptr;
 }
 
 } // namespace ZEP

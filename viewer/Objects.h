@@ -26,7 +26,4 @@ void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box);
 /// Absolute, of all that draws below `root`; none where nothing does.
 [[nodiscard]] std::optional<TBox> BoundsOf(TZEPObject& root);
 
-/// The one that `object` stands below, or is, among the children of the scene; null outside of one.
-[[nodiscard]] TZEPObject* TopOf(TZEPObject& object);
-
 } // namespace ZEP

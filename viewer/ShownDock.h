@@ -14,7 +14,6 @@ public:
 
     /// There is something to be shown, or there is not.
     void Offer(bool hasContent);
-    [[nodiscard]] bool IsWanted() const { return m_wanted; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
