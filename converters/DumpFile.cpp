@@ -27,6 +27,11 @@ void TDumpFile::Write(std::string_view line) {
     m_file.write("\r\n", 2);
 }
 
+void TDumpFile::Append(std::string_view text) {
+    m_file.write(text.data(), static_cast<qint64>(text.size()));
+    m_file.flush();
+}
+
 void TDumpFile::Finish() {
     if (!m_file.flush() || m_file.error() != QFileDevice::NoError) Refuse(m_file.errorString());
 }

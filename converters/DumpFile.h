@@ -16,6 +16,8 @@ public:
     TDumpFile(const QString& fileName, const QString& method);
 
     void Write(std::string_view line);
+    /// Text as it is, at once on its way to the disk.
+    void Append(std::string_view text);
     /// Raises `Exception` when not all of it could be written.
     void Finish();
 

@@ -2,14 +2,14 @@
 
 namespace ZEP {
 
-void TReadReport::Add(const QString& kind, qint64 line) {
+void TReadReport::Add(const QString& kind, qint64 line, qint64 count) {
     const auto place = m_indexes.constFind(kind);
     if (place != m_indexes.cend()) {
-        ++m_entries[*place].Count;
+        m_entries[*place].Count += count;
         return;
     }
     m_indexes.insert(kind, m_entries.size());
-    m_entries.push_back({kind, 1, line});
+    m_entries.push_back({kind, count, line});
 }
 
 void TReadReport::Clear() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <memory>
@@ -32,6 +33,19 @@ public:
             m_chunks.push_back(std::make_unique<T[]>(Capacity(place.Chunk)));
         ++m_size;
         return m_chunks[place.Chunk][place.Offset];
+    }
+
+    /// Appends `count` values and calls `fill` with each and its number of `count`.
+    template <class Fill>
+    void AppendEach(std::size_t count, Fill&& fill) {
+        for (std::size_t i = 0; i < count;) {
+            T* value = &Append();
+            const Place place = At(m_size - 1);
+            const std::size_t room = Capacity(place.Chunk) - place.Offset;
+            const std::size_t end = std::min(count, i + room);
+            m_size += end - i - 1;
+            for (; i < end; ++i) fill(*value++, i);
+        }
     }
 
     /// Moves the values behind `index` one place down.

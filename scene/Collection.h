@@ -82,6 +82,17 @@ public:
         Invalidate(this);
         return &item;
     }
+    /// Appends `count` items and tells it once. `fill` is called with each, which nobody watches
+    /// yet, and its number of `count`.
+    template <class Fill>
+    void AddEach(std::size_t count, Fill&& fill) {
+        if (count == 0) return;
+        m_items.AppendEach(count, [&](TItem& item, std::size_t number) {
+            fill(item, number);
+            Adopt(item);
+        });
+        Invalidate(this);
+    }
     void Delete(int index) override {
         CheckIndex(index);
         m_items.Remove(static_cast<std::size_t>(index));

@@ -33,6 +33,8 @@ public:
     virtual void SetData(int index, double value);
     /// All three at once, with one invalidation where they differ.
     void SetPoint(const TGLArrayd3& point);
+    /// For a loop that tells by itself: nobody is told.
+    void SetPointQuietly(const TGLArrayd3& point) { m_data = point; }
 
     /// "(x, y, z)", each with six decimals and a point.
     [[nodiscard]] QString GetDisplayName() const override;
@@ -57,6 +59,8 @@ public:
 
     /// Coordinates 0..2, texture coordinates 3 and 4.
     void SetData(int index, double value) override;
+    /// For a loop that tells by itself: nobody is told.
+    void SetTexCoordQuietly(double u, double v) { m_tex = {u, v}; }
 
     /// Not published. All zero, as it starts: whoever draws it smooth puts a face's normal here.
     [[nodiscard]] const TGLArrayf3& Normal() const { return m_normal; }
@@ -92,6 +96,11 @@ public:
 
     /// Corner 0..2 by number; other numbers are ignored.
     virtual void SetData(int index, int value);
+    /// \name For a loop that tells by itself: nobody is told
+    /// @{
+    void SetCornersQuietly(int a, int b, int c) { m_vertices = {a, b, c}; }
+    void SetMaterialIndexQuietly(int index) { m_materialIndex = index; }
+    /// @}
 
     /// "(a, b, c)".
     [[nodiscard]] QString GetDisplayName() const override;
