@@ -1,8 +1,7 @@
+#include "bench/ReaderBench.h"
 #include "converters/RS274D.h"
 #include "converters/RS274DProgram.h"
 #include "scene/Scene.h"
-
-#include <benchmark/benchmark.h>
 
 #include <malloc.h>
 
@@ -11,7 +10,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <sstream>
 #include <string>
 
@@ -78,38 +76,15 @@ double GetlineAndStrtod(const std::string& text) {
     return sum;
 }
 
-/// Seconds that the processor spends on a call, in the system too; what else runs beside it on a
-/// busy machine does not count.
-template <class Run>
-double SecondsOf(Run run) {
-    const std::clock_t start = std::clock();
-    run();
-    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
-
-/// The best of a few runs of this very process.
 double Yardstick() {
-    static const double seconds = [] {
-        double best = 1e9;
-        for (int i = 0; i < 5; ++i)
-            best = std::min(
-                best, SecondsOf([] { benchmark::DoNotOptimize(SplitAndConvert(Program())); }));
-        return best;
-    }();
+    static const double seconds =
+        BestSecondsOf([] { benchmark::DoNotOptimize(SplitAndConvert(Program())); });
     return seconds;
 }
 
 /// "lines" a second, and how many times the yardstick a reading takes.
 void Report(benchmark::State& state, double seconds) {
-    state.SetItemsProcessed(state.iterations() * LineCount);
-    state.counters["yardsticks"] = seconds / static_cast<double>(state.iterations()) / Yardstick();
-}
-
-template <class Run>
-double Timed(benchmark::State& state, Run run) {
-    const double seconds = SecondsOf(run);
-    state.SetIterationTime(seconds);
-    return seconds;
+    ReportReading(state, seconds, Yardstick(), LineCount);
 }
 
 void Rs274dYardstick(benchmark::State& state) {

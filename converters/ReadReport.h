@@ -20,8 +20,8 @@ public:
     /// In the order in which they came up; empty where everything was read.
     [[nodiscard]] const std::vector<TEntry>& Entries() const { return m_entries; }
 
-    /// One more of that kind, or `count` more. The caller bounds how many kinds a file can bring
-    /// up.
+    /// One more of that kind. The caller bounds how many kinds a file can bring up.
+    /// \param count  of them at once, the first in `line`
     void Add(const QString& kind, qint64 line = 0, qint64 count = 1);
     void Clear();
 

@@ -57,8 +57,7 @@ void TZEPArc::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
     };
     widen(PointAt(to));
     const double first = std::floor(from / Quarter) + 1;
-    for (double quarter = first; quarter < first + 4 && quarter * Quarter < to; ++quarter)
-        widen(AxisPoint(quarter));
+    for (int i = 0; i < 4 && (first + i) * Quarter < to; ++i) widen(AxisPoint(first + i));
 }
 
 void TZEPArc::DrawShape(GLenum, bool) {

@@ -83,9 +83,16 @@ public:
     [[nodiscard]] QByteArray StoreMatrix() const;
 
 private:
+    /// A matrix that is the identity in nearly all transforms: null then.
+    using TRareMatrix = std::unique_ptr<TGLMatrixd4>;
+
+    [[nodiscard]] static const TGLMatrixd4& ValueOf(const TRareMatrix& matrix);
+    static void SetValue(TRareMatrix& matrix, const TGLMatrixd4& value);
+    [[nodiscard]] TGLMatrixd4& Extra();
+
     TNotifyEvent m_onChange;
-    TGLMatrixd4 m_base;
-    TGLMatrixd4 m_extra;
+    TRareMatrix m_base;
+    TRareMatrix m_extra;
     TGLMatrixd4 m_composed;
     TZEPVertex3 m_translate;
     TZEPVertex3 m_center;

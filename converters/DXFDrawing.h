@@ -1,0 +1,42 @@
+#pragma once
+
+#include "converters/DXFCodePage.h"
+#include "converters/DXFLayers.h"
+#include "converters/DXFReport.h"
+
+namespace ZEP {
+
+/// A drawing while it is read: its text, what is made of it, and what is passed over.
+class TDXFDrawing {
+public:
+    /// \param text  outlives this
+    /// \param root  owner of what is made. The host may free it while it is asked for progress, if
+    ///              it then cancels
+    TDXFDrawing(std::string_view text, TZEPObject& root, const TDXFOptions& options)
+        : Tags(text, options.Extended), Root(root), Options(options), Layers(root, options, Text) {}
+    Q_DISABLE_COPY_MOVE(TDXFDrawing)
+
+    TDXFTags Tags;
+    TZEPObject& Root;
+    const TDXFOptions Options;
+    TDXFTextDecoder Text;
+    TDXFLayers Layers;
+    TDXFReport Report;
+    /// Where the header says that the drawing lies; z stays 0.
+    TGLArrayd3 MinExtent{}, MaxExtent{};
+
+    /// Reads the groups of the entity whose code 0 was taken last; false where the text ends
+    /// within.
+    bool Read(TEntity& entity);
+    /// Whether the pair that was taken last is the code 0 that ends what is read. In the extended
+    /// reading the end of the section ends all that is in it, and is pushed back.
+    bool IsAtEnd(std::string_view end);
+    /// Passes over the pair behind a "SEQEND", whatever it is: drawings have its layer there. In
+    /// the extended reading an entity that begins there is not lost.
+    void PassPairBehindEnd();
+};
+
+/// Reads the entities up to the code 0 `end`, and puts them into `place`.
+void read_entities(TDXFDrawing& drawing, TDXFPlace& place, std::string_view end = "ENDSEC");
+
+} // namespace ZEP

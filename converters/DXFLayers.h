@@ -1,0 +1,56 @@
+#pragma once
+
+#include "converters/DXFPlace.h"
+#include "scene/Object.h"
+
+#include <QHash>
+#include <QPointer>
+
+#include <unordered_map>
+
+namespace ZEP {
+
+class TDXFTextDecoder;
+
+/// What the rules for layers depend on.
+struct TDXFOptions {
+    bool CreateLayers = true; ///< where an entity names one that is not there
+    bool Extended = false;
+};
+
+/// The layers of a drawing: children of the root, found by their ident without regard to case, the
+/// first of several. Looking one up costs the same however many there are.
+class TDXFLayers final : public TDXFPlace {
+public:
+    /// \param root  may go away meanwhile, with its children; then nothing more is asked here
+    TDXFLayers(TZEPObject& root, const TDXFOptions& options, const TDXFTextDecoder& text);
+
+    /// The layer of that name; null where there is none.
+    TZEPObject* FindLayer(std::string_view name);
+    /// The layer of that name, made where there is none.
+    TZEPObject* Declare(std::string_view name);
+    /// Makes a layer without a name for an entity whose layer is not there: the next entity of that
+    /// layer does not find it.
+    TZEPObject* MakeUnnamed(int colorNumber);
+
+    /// The layer of the entity, which is null where it is not there. In the extended reading it is
+    /// made then.
+    TDXFSpot Find(const TEntity& entity) override;
+    /// A layer that is not there is made, without a name.
+    TDXFSpot FindOrMake(const TEntity& entity) override;
+
+private:
+    TZEPObject* Make(const QString& ident);
+    TZEPObject* LookUp(std::string_view name);
+    [[nodiscard]] TDXFSpot SpotOn(TZEPObject* layer, const TEntity& entity) const;
+
+    TZEPObject& m_root;
+    TDXFOptions m_options;
+    const TDXFTextDecoder& m_text;
+    QHash<QString, QPointer<TZEPObject>> m_byIdent;                      // folded
+    std::unordered_map<std::string_view, QPointer<TZEPObject>> m_byName; // as it stands in the text
+    std::string_view m_lastName;
+    QPointer<TZEPObject> m_lastLayer;
+};
+
+} // namespace ZEP

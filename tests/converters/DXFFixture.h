@@ -1,0 +1,188 @@
+#pragma once
+
+#include "converters/DXF.h"
+#include "framework/Exception.h"
+#include "objects/Arc.h"
+#include "objects/Circle.h"
+#include "objects/Label.h"
+#include "objects/Line.h"
+#include "objects/Mesh.h"
+#include "objects/Point.h"
+#include "objects/Polygon.h"
+#include "objects/Polyline.h"
+#include "scene/Scene.h"
+#include "scene/XForm.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+namespace ZEP {
+
+using TTexts = std::vector<std::string>;
+
+/// "0 LINE|8 A|10 1.5" as a drawing has it: code and value on a line each.
+inline std::string Pairs(std::string_view pairs, std::string_view lineEnd = "\n") {
+    std::string text;
+    while (!pairs.empty()) {
+        const std::string_view pair = pairs.substr(0, pairs.find('|'));
+        pairs.remove_prefix(std::min(pair.size() + 1, pairs.size()));
+        const std::size_t blank = pair.find(' ');
+        text.append(pair.substr(0, blank)).append(lineEnd);
+        text.append(pair.substr(blank + 1)).append(lineEnd);
+    }
+    return text;
+}
+
+/// A table of layers: "2 A|62 1", each a record.
+inline std::string LayerTable(const TTexts& records) {
+    std::string pairs = "0 SECTION|2 TABLES|0 TABLE|2 LAYER|70 9|";
+    for (const std::string& record : records) pairs += "0 LAYER|" + record + "|";
+    return pairs + "0 ENDTAB|0 ENDSEC|";
+}
+
+inline std::string Entities(const std::string& pairs) {
+    return "0 SECTION|2 ENTITIES|" + pairs + "|0 ENDSEC|0 EOF";
+}
+
+/// "1 -2.5 0".
+inline std::string Text(const TGLArrayd3& point) {
+    QStringList numbers;
+    for (const double value : point) numbers << QString::number(value == 0 ? 0 : value);
+    return numbers.join(u' ').toStdString();
+}
+
+template <class TItems>
+std::string PointsOf(const TItems& items) {
+    std::string text;
+    for (int i = 0; i < items.Count(); ++i) text += (i > 0 ? ", " : "") + Text(items[i].Data());
+    return text;
+}
+
+inline std::string FacesOf(TZEPFaces& faces) {
+    std::string text;
+    for (int i = 0; i < faces.Count(); ++i)
+        text += (i > 0 ? " " : "") + faces[i].GetDisplayName().toStdString();
+    return text;
+}
+
+inline std::string PlaceOf(TZEPObject& object) {
+    return Text(object.XForm()->Translate()->Data()) + " x " +
+           Text(object.XForm()->Scale()->Data());
+}
+
+inline std::string GeometryOf(TZEPObject* object) {
+    if (auto* line = qobject_cast<TZEPLine*>(object))
+        return Text(line->P1()->Data()) + " > " + Text(line->P2()->Data());
+    if (auto* point = qobject_cast<TZEPPoint*>(object)) return Text(point->P()->Data());
+    if (auto* circle = qobject_cast<TZEPCircle*>(object))
+        return PlaceOf(*circle) + " in " + std::to_string(circle->Segments());
+    if (auto* arc = qobject_cast<TZEPArc*>(object))
+        return PlaceOf(*arc) + " in " + std::to_string(arc->Segments()) + " from " +
+               QString::number(arc->StartAngle()).toStdString() + " to " +
+               QString::number(arc->EndAngle()).toStdString();
+    if (auto* label = qobject_cast<TZEPLabel*>(object))
+        return "'" + label->Caption().toStdString() + "' " + PlaceOf(*label);
+    if (auto* polygon = qobject_cast<TZEPPolygon*>(object)) return PointsOf(*polygon->Vertexes());
+    if (auto* polyline = qobject_cast<TZEPPolyline*>(object))
+        return PointsOf(*polyline->Vertexes()) + (polyline->Closed() ? " closed" : "");
+    if (auto* mesh = qobject_cast<TZEPMesh*>(object))
+        return PointsOf(*mesh->Vertexes()) + " faces " + FacesOf(*mesh->Faces());
+    return {};
+}
+
+/// "A/TZEPLine 0 0 0 > 1 0 0 ff0000 @ident", the layer's ident in front.
+inline std::string Describe(TZEPObject* object) {
+    const QString parent = object->Parent() ? object->Parent()->Ident() : QStringLiteral("none");
+    const QString color = QStringLiteral("%1").arg(object->Color().Value, 6, 16, QLatin1Char('0'));
+    std::string text = (parent + u'/' + object->ClassName()).toStdString() + ' ' +
+                       GeometryOf(object) + ' ' + color.toStdString();
+    if (!object->Ident().isEmpty()) text += " @" + object->Ident().toStdString();
+    return text;
+}
+
+class DXF : public testing::Test {
+protected:
+    DXF() {
+        Root.SetParentComponent(&Scene);
+        Root.SetIdent(QStringLiteral("root"));
+        Converter.SetRoot(&Root);
+    }
+
+    /// The objects on the layers.
+    TTexts Objects() {
+        TTexts texts;
+        for (int i = 0; i < Root.GetItemsCount(); ++i)
+            for (int j = 0; j < Root.GetItem(i)->GetItemsCount(); ++j)
+                texts.push_back(Describe(Root.GetItem(i)->GetItem(j)));
+        return texts;
+    }
+    /// "A ff0000", and "hidden" for one that is not visible.
+    TTexts Layers() {
+        TTexts texts;
+        for (int i = 0; i < Root.GetItemsCount(); ++i) {
+            TZEPObject* layer = Root.GetItem(i);
+            EXPECT_EQ(layer->ClassName(), QStringLiteral("TZEPActor"));
+            texts.push_back(QStringLiteral("%1 %2%3")
+                                .arg(layer->Ident())
+                                .arg(layer->Color().Value, 6, 16, QLatin1Char('0'))
+                                .arg(QLatin1String(layer->Visible() ? "" : " hidden"))
+                                .toStdString());
+        }
+        return texts;
+    }
+    /// "LWPOLYLINE: 3 @12".
+    TTexts Passed() {
+        TTexts texts;
+        for (const auto& entry : Converter.Report().Entries())
+            texts.push_back(QStringLiteral("%1: %2 @%3")
+                                .arg(entry.Kind)
+                                .arg(entry.Count)
+                                .arg(entry.FirstLine)
+                                .toStdString());
+        return texts;
+    }
+    TTexts Read(const std::string& pairs) {
+        Root.Clear();
+        Converter.ReadDXF(Pairs(pairs));
+        return Objects();
+    }
+    /// Of a drawing with the layer A in blue.
+    TTexts ReadOnA(const std::string& entities) {
+        return Read(LayerTable({"2 A|62 5"}) + Entities(entities));
+    }
+    std::string ErrorOfReading(std::string_view text) {
+        try {
+            Converter.ReadDXF(text);
+        } catch (const Exception& error) {
+            return error.what();
+        }
+        return {};
+    }
+    std::string ErrorOfLoading() {
+        try {
+            Converter.LoadFromFile();
+        } catch (const Exception& error) {
+            return error.what();
+        }
+        return {};
+    }
+    /// A file of the given content in a folder of the test's own.
+    QString Written(const QString& name, const std::string& content) {
+        QFile file(Folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content.data(), static_cast<qint64>(content.size()));
+        return file.fileName();
+    }
+
+    QTemporaryDir Folder;
+    TZEPScene Scene;
+    TZEPObject Root;
+    TDXFConverter Converter;
+};
+
+} // namespace ZEP
