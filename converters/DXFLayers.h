@@ -16,6 +16,7 @@ class TDXFTextDecoder;
 struct TDXFOptions {
     bool CreateLayers = true; ///< where an entity names one that is not there
     bool Extended = false;
+    qint64 MaxBlockObjects = 2'000'000; ///< that inserted blocks make in all
 };
 
 /// The layers of a drawing: children of the root, found by their ident without regard to case, the

@@ -4,15 +4,14 @@
 
 namespace ZEP {
 
-namespace {
-
-constexpr int FrozenFlag = 1;
-
-} // namespace
+TDXFReader::TDXFReader(TDXFDrawing& drawing) : m_drawing(drawing), m_tags(drawing.Tags) {
+    if (drawing.Options.Extended) m_extended.emplace(drawing);
+}
 
 void TDXFReader::Read() {
     ReadSections("HEADER", &TDXFReader::read_header);
     ReadSections("TABLES", &TDXFReader::read_tables);
+    if (m_extended) ReadSections("BLOCKS", &TDXFReader::read_blocks);
     ReadSections("ENTITIES", &TDXFReader::read_entity_section);
 }
 
@@ -56,23 +55,22 @@ void TDXFReader::read_layer_information() {
 
 // The host may free the layer while it is asked for progress.
 void TDXFReader::ReadLayer() {
+    if (m_extended) return m_extended->ReadLayer();
     QPointer<TZEPObject> layer;
     while (m_tags.NextGroupCode() > 0) {
         if (m_tags.Code() == 2 && !layer) layer = m_drawing.Layers.Declare(m_tags.ValStr());
-        if (!layer) continue;
-        if (m_tags.Code() == 62) {
-            const int number = m_tags.ValInt();
-            if (const auto color = DXFColor(number)) layer->SetColor(*color);
-            if (m_drawing.Options.Extended && number < 0) layer->SetVisible(false);
-        }
-        if (m_tags.Code() == 70 && m_drawing.Options.Extended &&
-            (m_tags.ValInt() & FrozenFlag) != 0)
-            layer->SetVisible(false);
+        if (!layer || m_tags.Code() != 62) continue;
+        if (const auto color = DXFColor(m_tags.ValInt())) layer->SetColor(*color);
     }
     if (m_tags.Code() == 0) m_tags.go_back_to_last();
 }
 
+void TDXFReader::read_blocks() {
+    m_extended->ReadBlocks();
+}
+
 void TDXFReader::read_entity_section() {
+    if (m_extended) return m_extended->ReadEntities();
     read_entities(m_drawing, m_drawing.Layers);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "converters/DXFDrawing.h"
+#include "converters/DXFExtended.h"
 
 namespace ZEP {
 
@@ -8,7 +8,7 @@ namespace ZEP {
 /// in any order. Of several of one kind the first counts, in the extended reading all.
 class TDXFReader {
 public:
-    explicit TDXFReader(TDXFDrawing& drawing) : m_drawing(drawing), m_tags(drawing.Tags) {}
+    explicit TDXFReader(TDXFDrawing& drawing);
 
     void Read();
 
@@ -20,10 +20,12 @@ private:
     void read_tables();
     void read_layer_information();
     void ReadLayer();
+    void read_blocks();
     void read_entity_section();
 
     TDXFDrawing& m_drawing;
     TDXFTags& m_tags;
+    std::optional<TDXFExtendedReader> m_extended;
 };
 
 } // namespace ZEP

@@ -23,6 +23,16 @@ QString KindText(const QString& name, TDXFReport::TReason reason) {
         return name + QStringLiteral(" faces of fewer than three corners");
     case TDXFReport::TReason::PaperSpace:
         return name + QStringLiteral(" in paper space");
+    case TDXFReport::TReason::NoPoints:
+        return name + QStringLiteral(" of too few points");
+    case TDXFReport::TReason::NoBlock:
+        return name + QStringLiteral(" of a block that is not there");
+    case TDXFReport::TReason::InItself:
+        return name + QStringLiteral(" of a block in itself");
+    case TDXFReport::TReason::TooDeep:
+        return name + QStringLiteral(" of blocks nested too deep");
+    case TDXFReport::TReason::TooMany:
+        return name + QStringLiteral(" beyond the limit of objects");
     case TDXFReport::TReason::NotDrawn:
         break;
     }

@@ -16,7 +16,18 @@ class TReadReport;
 /// views into its text. A drawing can bring up 200 kinds; further ones count as one.
 class TDXFReport {
 public:
-    enum class TReason : unsigned char { NotDrawn, NoLayer, NoCorners, PaperSpace };
+    enum class TReason : unsigned char {
+        NotDrawn,
+        NoLayer,
+        NoCorners,
+        PaperSpace,
+        NoPoints,
+        NoBlock,
+        InItself,
+        TooDeep,
+        TooMany
+    };
+    static constexpr std::size_t ReasonCount = 9;
 
     /// \param kind  the kind of the entity, as it stands in the text
     void Add(std::string_view kind, TReason reason, qint64 line);
@@ -32,7 +43,8 @@ private:
     };
 
     std::vector<TCount> m_counts;
-    std::array<std::unordered_map<std::string_view, std::size_t>, 4> m_indexes; // by reason
+    std::array<std::unordered_map<std::string_view, std::size_t>, ReasonCount>
+        m_indexes; // by reason
 };
 
 } // namespace ZEP

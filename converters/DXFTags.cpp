@@ -51,7 +51,22 @@ bool IsText(int code) {
     return code == 1 || code == 3;
 }
 
+template <class Number>
+Number Converted(std::string_view text) {
+    Number value = 0;
+    Convert(text, value);
+    return value;
+}
+
 } // namespace
+
+double DXFNumber(std::string_view value) {
+    return Converted<double>(value);
+}
+
+int DXFInteger(std::string_view value) {
+    return Converted<int>(value);
+}
 
 TDXFTags::TDXFTags(std::string_view text, bool lenient)
     : m_longestValue(lenient ? std::numeric_limits<std::size_t>::max() : MaxDXFLineLength),

@@ -11,6 +11,12 @@ namespace ZEP {
 /// Characters of a line that count where the format's limit is kept.
 inline constexpr std::size_t MaxDXFLineLength = 255;
 
+/// \name A value as a number; 0 where it is none
+/// @{
+[[nodiscard]] double DXFNumber(std::string_view value);
+[[nodiscard]] int DXFInteger(std::string_view value);
+/// @}
+
 /// A place between two pairs, to come back to.
 struct TDXFPosition {
     std::size_t Offset = 0;

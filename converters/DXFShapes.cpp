@@ -1,0 +1,176 @@
+#include "converters/DXFBuilder.h"
+#include "converters/DXFFrame.h"
+#include "converters/DXFSpline.h"
+#include "objects/Arc.h"
+#include "objects/Circle.h"
+#include "objects/Line.h"
+#include "objects/Point.h"
+#include "objects/Polygon.h"
+#include "objects/Polyline.h"
+#include "scene/XForm.h"
+
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+constexpr int CircleSegments = 45;
+constexpr int ClosedFlag = 1;
+
+/// What begins another class of an entity that derives from a spline.
+constexpr std::string_view HelixMark = "AcDbHelix";
+
+void Set(TZEPVertex3* vertex, const TGLArrayd3& point) {
+    vertex->SetData(point[0], point[1], point[2]);
+}
+
+/// In 0..360: the box of an arc is right for these only.
+double Turn(double degrees) {
+    const double turn = std::fmod(degrees, 360);
+    return turn < 0 ? turn + 360 : turn;
+}
+
+template <class T>
+void FillRound(T& round, const TDXFRecord& record) {
+    const double diameter = 2 * record.Number(40);
+    round.SetSegments(CircleSegments);
+    PlaceFlat(round, FrameOf(record), record.Point(10), 0, {diameter, diameter, diameter});
+}
+
+void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record, std::span<const int> codes,
+                const TGLMatrixd4& frame) {
+    builder.Add<TZEPPolygon>(record, 0, [&](TZEPPolygon& polygon) {
+        polygon.SetColorVertexes(false);
+        for (const int code : codes) {
+            // A triangle may leave out the fourth corner.
+            TGLArrayd3 point = record.Has(code) ? record.Point(code) : record.Point(12);
+            Xformd(frame, point);
+            polygon.Vertexes()->Add()->SetPoint(point);
+        }
+    });
+}
+
+/// The coordinates of points that stand one behind the other, each begun by its x.
+class TPointList {
+public:
+    explicit TPointList(int code) : m_code(code) {}
+    void Take(const TDXFRecord::TTag& tag) {
+        const int axis = tag.Code - m_code;
+        if (axis == 0) Points.push_back({tag.Number(), 0, 0});
+        if (Points.empty() || (axis != 10 && axis != 20)) return;
+        Points.back()[static_cast<std::size_t>(axis / 10)] = tag.Number();
+    }
+
+    std::vector<TGLArrayd3> Points;
+
+private:
+    int m_code;
+};
+
+} // namespace
+
+TGLMatrixd4 FrameOf(const TDXFRecord& record) {
+    return ExtrusionFrame(record.Point(210, unitz));
+}
+
+void PlaceFlat(TZEPObject& object, const TGLMatrixd4& frame, const TGLArrayd3& place,
+               double rotation, const TGLArrayd3& scale) {
+    TGLArrayd3 inDrawing = place;
+    Xformd(frame, inDrawing);
+    TGLArrayd3 angles{0, 0, rotation};
+    if (!IsIdentityd(frame)) {
+        TGLMatrixd4 turn = frame;
+        Rotated(rotation, 0, 0, 1, turn);
+        angles = RotationAngles(turn);
+    }
+    // Quietly but for the last, which recomputes the matrix.
+    object.XForm()->Translate()->SetDataQuietly(inDrawing);
+    object.XForm()->Rotate()->SetDataQuietly(angles);
+    Set(object.XForm()->Scale(), scale);
+}
+
+// Its corners are meant: no spline through them.
+void TDXFBuilder::AddChain(const TDXFRecord& record, TDXFChain chain, const TGLMatrixd4& frame) {
+    if (!IsIdentityd(frame)) {
+        for (TGLArrayd3& point : chain.Points) Xformd(frame, point);
+        chain = CheckedChain(std::move(chain));
+    }
+    if (chain.Points.empty()) return Pass(record, TDXFReport::TReason::NoPoints);
+    Add<TZEPPolyline>(record, chain.Points.size(), [&](TZEPPolyline& polyline) {
+        polyline.SetOrigColor(polyline.Color());
+        polyline.SetSmooth(false);
+        polyline.SetClosed(chain.Closed);
+        for (const TGLArrayd3& point : chain.Points) polyline.Vertexes()->Add()->SetPoint(point);
+    });
+}
+
+void AddDXFPoint(TDXFBuilder& builder, const TDXFRecord& record) {
+    builder.Add<TZEPPoint>(record, 0, [&](TZEPPoint& point) { Set(point.P(), record.Point(10)); });
+}
+
+void AddDXFLine(TDXFBuilder& builder, const TDXFRecord& record) {
+    builder.Add<TZEPLine>(record, 0, [&](TZEPLine& line) {
+        Set(line.P1(), record.Point(10));
+        Set(line.P2(), record.Point(11));
+    });
+}
+
+void AddDXFCircle(TDXFBuilder& builder, const TDXFRecord& record) {
+    builder.Add<TZEPCircle>(record, 0, [&](TZEPCircle& circle) { FillRound(circle, record); });
+}
+
+void AddDXFArc(TDXFBuilder& builder, const TDXFRecord& record) {
+    builder.Add<TZEPArc>(record, 0, [&](TZEPArc& arc) {
+        FillRound(arc, record);
+        arc.SetStartAngle(Turn(record.Number(50)));
+        arc.SetEndAngle(Turn(record.Number(51)));
+    });
+}
+
+void AddDXFFace(TDXFBuilder& builder, const TDXFRecord& record) {
+    AddPolygon(builder, record, std::array{10, 11, 12, 13}, idd);
+}
+
+void AddDXFSolid(TDXFBuilder& builder, const TDXFRecord& record) {
+    AddPolygon(builder, record, std::array{10, 11, 13, 12}, FrameOf(record));
+}
+
+void AddDXFLightPolyline(TDXFBuilder& builder, const TDXFRecord& record) {
+    std::vector<TDXFBulgeVertex> vertexes;
+    const double elevation = record.Number(38);
+    for (const TDXFRecord::TTag& tag : record.Tags()) {
+        if (tag.Code == 10) vertexes.push_back({{tag.Number(), 0, elevation}});
+        if (vertexes.empty()) continue;
+        if (tag.Code == 20) vertexes.back().Point[1] = tag.Number();
+        if (tag.Code == 42) vertexes.back().Bulge = tag.Number();
+    }
+    builder.AddChain(record, BulgedChain(vertexes, record.Flag(70, ClosedFlag)), FrameOf(record));
+}
+
+void AddDXFEllipse(TDXFBuilder& builder, const TDXFRecord& record) {
+    const TDXFEllipse whole;
+    builder.AddChain(record, EllipseChain({record.Point(10), record.Point(11),
+                                           record.Point(210, unitz), record.Number(40, 1),
+                                           record.Number(41), record.Number(42, whole.End)}));
+}
+
+void AddDXFSpline(TDXFBuilder& builder, const TDXFRecord& record) {
+    TDXFSpline spline{.Degree = record.Integer(71, 3),
+                      .Closed = record.Flag(70, ClosedFlag),
+                      .StartTangent = record.Point(12),
+                      .EndTangent = record.Point(13)};
+    TPointList controls(10), fits(11);
+    for (const TDXFRecord::TTag& tag : record.Tags()) {
+        if (tag.Code == 100 && tag.Value == HelixMark) break;
+        if (tag.Code == 40) spline.Knots.push_back(tag.Number());
+        if (tag.Code == 41) spline.Weights.push_back(tag.Number());
+        controls.Take(tag);
+        fits.Take(tag);
+    }
+    spline.ControlPoints = std::move(controls.Points);
+    spline.FitPoints = std::move(fits.Points);
+    builder.AddChain(record, SplineChain(spline));
+}
+
+} // namespace ZEP
