@@ -1,6 +1,7 @@
 #include "viewer/CommandLine.h"
 
 #include "framework/Exception.h"
+#include "viewer/Format.h"
 #include "viewer/SceneSaving.h"
 
 #include <QCommandLineParser>
@@ -34,6 +35,10 @@ struct TOptions {
         QStringLiteral(
             "With --picture: look from iso, top, front, right, left, back or bottom (iso)."),
         QStringLiteral("DIRECTION")};
+    QCommandLineOption Camera{
+        QStringLiteral("camera"),
+        QStringLiteral("With --picture: look through the camera of that name in FILE."),
+        QStringLiteral("NAME")};
     QCommandLineOption Save{
         QStringLiteral("save"),
         QStringLiteral("Write what is in the files to OUT as a scene, in binary (.zep) or in text "
@@ -42,19 +47,27 @@ struct TOptions {
     QCommandLineOption Plain{
         QStringLiteral("plain"),
         QStringLiteral("Read programs by the bare rules of RS-274D, without what machines do "
-                       "beyond them (pauses, work offsets, canned cycles, long arcs).")};
+                       "beyond them (pauses, work offsets, canned cycles, long arcs), and drawings "
+                       "without newer kinds of entities and blocks.")};
 
     [[nodiscard]] QList<QCommandLineOption> All() const {
-        return {Help, Version, Info, Json, Picture, Size, View, Save, Plain};
+        return {Help, Version, Info, Json, Picture, Size, View, Camera, Save, Plain};
     }
 };
 
+/// ".nc .ngc ..."
+QString Suffixes() {
+    QStringList patterns;
+    for (const TFileFormat format : KnownFormats()) patterns << PatternsOf(format);
+    return patterns.join(QLatin1Char(' ')).remove(QLatin1Char('*'));
+}
+
 void Describe(QCommandLineParser& parser, const TOptions& options) {
-    parser.setApplicationDescription(QStringLiteral("Shows tool paths in an interactive 3D view."));
+    parser.setApplicationDescription(
+        QStringLiteral("Shows tool paths, drawings and models in an interactive 3D view."));
     parser.addOptions(options.All());
     parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 QStringLiteral("Files to open (.nc .ngc .tap .gcode .cnc "
-                                                ".zep .zept)."),
+                                 QStringLiteral("Files to open (%1).").arg(Suffixes()),
                                  QStringLiteral("[FILE...]"));
 }
 
@@ -101,6 +114,7 @@ void CheckCompany(const QCommandLineParser& parser, const TOptions& options) {
     needs(options.Json, options.Info);
     needs(options.Size, options.Picture);
     needs(options.View, options.Picture);
+    needs(options.Camera, options.Picture);
     const auto excludes = [&](const QCommandLineOption& option, const QCommandLineOption& other) {
         if (parser.isSet(option) && parser.isSet(other))
             throw Exception(QStringLiteral("--%1 and --%2 do not go together.")
@@ -109,6 +123,7 @@ void CheckCompany(const QCommandLineParser& parser, const TOptions& options) {
     excludes(options.Info, options.Picture);
     excludes(options.Info, options.Save);
     excludes(options.Picture, options.Save);
+    excludes(options.View, options.Camera);
 }
 
 TCommandLine::TTask TaskOf(const QCommandLineParser& parser, const TOptions& options) {
@@ -156,6 +171,7 @@ TCommandLine ParseCommandLine(const QStringList& arguments) {
     line.PictureFile = parser.value(options.Picture);
     if (parser.isSet(options.Size)) line.PictureSize = ParseSize(parser.value(options.Size));
     if (parser.isSet(options.View)) line.Direction = ParseDirection(parser.value(options.View));
+    line.Camera = parser.value(options.Camera);
     line.SceneFile = parser.value(options.Save);
     CheckFiles(line);
     return line;

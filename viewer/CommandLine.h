@@ -17,12 +17,14 @@ struct TCommandLine {
     TTask Task = TTask::Window;
     QStringList Files;
     bool Json = false;
-    /// Programs are read by the bare rules of the format, without what machines do beyond them.
+    /// Programs and drawings are read by the bare rules of their formats, without what is beyond
+    /// them.
     bool Plain = false;
     QString PictureFile;
     QString SceneFile;            ///< to be written; ends in ".zep" or ".zept"
     QSize PictureSize{1280, 960}; ///< device pixels, 1 to 16384 each
     TDirection Direction = TDirection::Iso;
+    QString Camera; ///< of the file, to look through; empty: from the direction
 };
 
 /// Understands the arguments, the program's name first. Raises `Exception` for those that are

@@ -1,15 +1,14 @@
 #include "viewer/Document.h"
 
-#include "objects/Arc.h"
-#include "objects/Line.h"
-#include "objects/Point.h"
-#include "objects/Polyline.h"
+#include "scene/ColoredObject.h"
 #include "scene/Scene.h"
 #include "viewer/FileRoot.h"
 #include "viewer/Framing.h"
-#include "viewer/Look.h"
+#include "viewer/Loading.h"
+#include "viewer/Materials.h"
+#include "viewer/Visibility.h"
 
-#include <QElapsedTimer>
+#include <QFileInfo>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -18,6 +17,8 @@
 namespace ZEP {
 
 namespace {
+
+constexpr double StandardLens = 45; // mm
 
 double PixelRatio() {
     const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
@@ -45,30 +46,6 @@ TGLArrayd3 ToEye(TDirection direction) {
     return {1, -1, 1};
 }
 
-void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box) {
-    if (!box) return;
-    if (!bounds) bounds = box;
-    MinBoundsd(bounds->Min, box->Min);
-    MaxBoundsd(bounds->Max, box->Max);
-}
-
-/// What one of the files tells, in terms of all. The end, 1, is not reached.
-TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, std::size_t index) {
-    return [&progress, name = files.at(static_cast<qsizetype>(index)), index,
-            count = static_cast<double>(files.size())](qint64 done, qint64 total) {
-        const double part =
-            static_cast<double>(done) / static_cast<double>(std::max<qint64>(total, 1));
-        const double whole = (static_cast<double>(index) + part) / count;
-        return !progress || progress(name, std::min(whole, 0.999));
-    };
-}
-
-TBox BoxOf(const TZEPObject& object) {
-    TBox box{};
-    object.GetAbsoluteSize(box.Min, box.Max);
-    return box;
-}
-
 void AddCorners(const TBox& box, std::vector<TGLArrayd3>& corners) {
     for (unsigned corner = 0; corner < 8; ++corner)
         corners.push_back({(corner & 1U ? box.Max : box.Min)[0],
@@ -76,73 +53,57 @@ void AddCorners(const TBox& box, std::vector<TGLArrayd3>& corners) {
                            (corner & 4U ? box.Max : box.Min)[2]});
 }
 
-/// Corners of what draws, some ten thousand of them at most.
-void SampleCorners(TZEPObject& root, std::vector<TGLArrayd3>& corners) {
-    constexpr int MostSamples = 2000;
-    const int stride = root.GetItemsCount() / MostSamples + 1;
-    for (int i = 0, count = root.GetItemsCount(); i < count; i += stride)
-        AddCorners(BoxOf(*root.GetItem(i)), corners);
-}
-
-/// All children are what a batch draws as they do themselves.
-bool IsPath(TZEPObject& root) {
-    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
-        TZEPObject& object = *root.GetItem(i);
-        const bool isArc = qobject_cast<TZEPArc*>(&object);
-        const bool isPath = isArc || qobject_cast<TZEPLine*>(&object) ||
-                            qobject_cast<TZEPPolyline*>(&object) ||
-                            qobject_cast<TZEPPoint*>(&object);
-        if (!isPath || !object.Visible() || object.GetItemsCount() > 0) return false;
-        if (!isArc && object.GetMatrix() != idd) return false;
-    }
-    return true;
-}
-
-/// Files that are read but not yet shown.
-class TLoading {
-public:
-    TLoading() = default;
-    ~TLoading() {
-        for (const TOpenedFile& file : Files) delete file.Root;
-    }
-    Q_DISABLE_COPY_MOVE(TLoading)
-
-    /// \return false when `progress` cancelled it
-    bool Read(const QString& name, bool plain, const TLoadProgress& progress) {
-        TOpenedFile& file = Files.emplace_back();
-        file.Name = name;
-        file.Format = FormatOf(name);
-        file.Root = new TFileRoot;
-        QElapsedTimer timer;
-        timer.start();
-        bool cancelled = false;
-        const TLoadProgress watched = [&](qint64 done, qint64 total) {
-            cancelled = cancelled || !progress(done, total);
-            return !cancelled;
-        };
-        file.Messages = ReadFile(*file.Root, name, file.Format, plain, watched);
-        file.Seconds = static_cast<double>(timer.nsecsElapsed()) * 1e-9;
-        return !cancelled;
-    }
-
-    void Prepare() {
-        for (TOpenedFile& file : Files) {
-            const bool isProgram = file.Format == TFileFormat::RS274D;
-            if (isProgram) ApplyLook(*file.Root, PixelRatio());
-            file.Bounds = BoundsOf(*file.Root);
-            if (file.Bounds && (isProgram || IsPath(*file.Root)))
-                file.Root->Prepare(DiagonalOf(*file.Bounds));
+/// Calls `visit` for each object below a root that is seen and draws.
+/// \return false where something is hidden
+template <class Visit>
+bool ForEachSeen(TZEPObject& root, const Visit& visit) {
+    bool all = root.Visible();
+    for (int i = 0, count = all ? root.GetItemsCount() : 0; i < count; ++i) {
+        TZEPObject& child = *root.GetItem(i);
+        if (!child.Visible()) {
+            all = false;
+            continue;
         }
+        if (qobject_cast<TZEPColoredObject*>(&child)) visit(child);
+        if (child.GetItemsCount() > 0) all = ForEachSeen(child, visit) && all;
+    }
+    return all;
+}
+
+/// What is seen of files: how much, and corners of it, some ten thousand at most.
+struct TSeen {
+    explicit TSeen(const std::vector<TOpenedFile>& files) {
+        constexpr std::size_t MostSamples = 2000;
+        std::size_t count = 0;
+        for (const TOpenedFile& file : files)
+            All = ForEachSeen(*file.Root, [&](const TZEPObject&) { ++count; }) && All;
+        const std::size_t stride = count / MostSamples + 1;
+        std::size_t i = 0;
+        for (const TOpenedFile& file : files)
+            ForEachSeen(*file.Root, [&](const TZEPObject& object) {
+                const bool sampled = i++ % stride == 0;
+                if (!sampled && All) return;
+                const TBox box = BoxOf(object);
+                if (sampled) AddCorners(box, Corners);
+                if (!All) Widen(Bounds, box);
+            });
     }
 
-    std::vector<TOpenedFile> Files;
+    bool All = true;
+    std::optional<TBox> Bounds; ///< only where something is hidden
+    std::vector<TGLArrayd3> Corners;
 };
+
+bool IsSameFile(const QString& a, const QString& b) {
+    return a == b || QFileInfo(a).absoluteFilePath() == QFileInfo(b).absoluteFilePath();
+}
 
 } // namespace
 
 TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
-    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera,
-                     [this] { m_backdrop.Draw(PixelRatio()); });
+    connect(m_scene.get(), &TZEPScene::AfterCamera, this,
+            [this] { m_backdrop.Draw(PixelRatio()); });
+    m_scene->SetMaterialLibrary(&m_materials);
     m_scene->SetSceneAmbientColor(clWhite);
     m_camera = new TViewCamera(m_scene.get());
     m_camera->SetParentComponent(m_scene.get());
@@ -152,19 +113,75 @@ TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
 TDocument::~TDocument() = default;
 
 bool TDocument::Open(const QStringList& files, bool plain, const TOpenProgress& progress) {
-    TLoading loading;
-    for (const QString& file : files)
-        if (!loading.Read(file, plain, PartOf(progress, files, loading.Files.size()))) return false;
-    if (progress && !progress(files.last(), 1)) return false;
-    loading.Prepare();
+    TLoading loading(plain);
+    if (!loading.Read(files, progress)) return false;
+    ChangeFiles([&] {
+        while (!m_files.empty()) Remove(m_files.size() - 1);
+        while (!loading.IsEmpty()) m_files.push_back(loading.Show(*m_scene));
+    });
+    return true;
+}
+
+bool TDocument::Add(const QStringList& files, bool plain, const TOpenProgress& progress) {
+    TLoading loading(plain);
+    if (!loading.Read(files, progress)) return false;
+    ChangeFiles([&] {
+        for (const QString& file : files) {
+            const TOpenedFile* shown = Find(file);
+            if (shown)
+                Replace(static_cast<std::size_t>(shown - m_files.data()), loading);
+            else
+                m_files.push_back(loading.Show(*m_scene));
+        }
+    });
+    return true;
+}
+
+void TDocument::Close(const QString& file) {
+    if (const TOpenedFile* shown = Find(file))
+        ChangeFiles([&] { Remove(static_cast<std::size_t>(shown - m_files.data())); });
+}
+
+const TOpenedFile* TDocument::Find(const QString& file) const {
+    for (const TOpenedFile& shown : m_files)
+        if (IsSameFile(shown.Name, file)) return &shown;
+    return nullptr;
+}
+
+template <class Change>
+void TDocument::ChangeFiles(Change&& change) {
+    emit AboutToChange();
     m_scene->BeginUpdate();
-    std::swap(m_files, loading.Files);
-    for (const TOpenedFile& file : loading.Files) file.Root->SetParentComponent(nullptr);
-    for (const TOpenedFile& file : m_files) file.Root->SetParentComponent(m_scene.get());
+    change();
     m_backdrop.SetContent(Bounds());
     m_scene->EndUpdate();
     m_scene->Invalidate(m_scene.get());
-    return true;
+    emit Changed();
+}
+
+void TDocument::Remove(std::size_t index) {
+    const TOpenedFile gone = std::move(m_files[index]);
+    m_files.erase(m_files.begin() + static_cast<std::ptrdiff_t>(index));
+    delete gone.Root;
+    const int end = gone.FirstMaterial + gone.SharedMaterials;
+    for (int i = end; i > gone.FirstMaterial; --i) m_materials.Materials()->Delete(i - 1);
+    for (TOpenedFile& file : m_files) {
+        if (file.FirstMaterial < end) continue;
+        RenumberMaterials(*file.Root, end, -gone.SharedMaterials);
+        file.FirstMaterial -= gone.SharedMaterials;
+    }
+}
+
+void TDocument::Replace(std::size_t index, TLoading& loading) {
+    TFileRoot& old = *m_files[index].Root;
+    const bool visible = old.Visible();
+    const QSet<QString> hidden = HiddenBelow(old);
+    const QSet<QString> hiddenBefore = m_files[index].HiddenInFile;
+    Remove(index);
+    const TOpenedFile& file = *m_files.insert(m_files.begin() + static_cast<std::ptrdiff_t>(index),
+                                              loading.Show(*m_scene));
+    RestoreHidden(*file.Root, hiddenBefore, hidden);
+    file.Root->SetVisible(visible);
 }
 
 std::optional<TBox> TDocument::Bounds() const {
@@ -196,17 +213,17 @@ void TDocument::LookFrom(TDirection direction, double aspect) {
     const TGLArrayd3 eye = ToEye(direction);
     m_camera->Target()->SetData(0, 0, 0);
     m_camera->Position()->SetData(eye[0], eye[1], eye[2]);
+    m_camera->SetFocalLength(StandardLens);
     m_camera->Reset();
     FitAll(aspect);
 }
 
 void TDocument::FitAll(double aspect) {
-    if (const std::optional<TBox> bounds = Bounds())
-        m_camera->FitTo(bounds->Min, bounds->Max, aspect);
+    const TSeen seen(m_files);
+    const std::optional<TBox> bounds = seen.Bounds ? seen.Bounds : Bounds();
+    if (bounds) m_camera->FitTo(bounds->Min, bounds->Max, aspect);
     // The box is larger than what is in it.
-    std::vector<TGLArrayd3> corners;
-    for (const TOpenedFile& file : m_files) SampleCorners(*file.Root, corners);
-    FrameTightly(*m_camera, corners, aspect);
+    FrameTightly(*m_camera, seen.Corners, aspect);
 }
 
 void TDocument::FitObjects(const std::vector<TZEPObject*>& objects, double aspect) {
@@ -224,23 +241,6 @@ void TDocument::FitObjects(const std::vector<TZEPObject*>& objects, double aspec
     if (farthest <= m_camera->FarClipPlane()) return;
     m_camera->SetFarClipPlane(farthest);
     if (m_camera->Orthographic()) m_camera->SetNearClipPlane(-farthest);
-}
-
-void ForEachObject(TZEPObject& root, const TObjectVisitor& visit) {
-    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
-        TZEPObject& child = *root.GetItem(i);
-        visit(child);
-        ForEachObject(child, visit);
-    }
-}
-
-std::optional<TBox> BoundsOf(TZEPObject& root) {
-    std::optional<TBox> bounds;
-    ForEachObject(root, [&](const TZEPObject& object) {
-        if (!qobject_cast<const TZEPColoredObject*>(&object)) return;
-        Widen(bounds, BoxOf(object));
-    });
-    return bounds;
 }
 
 } // namespace ZEP

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "appearance/MaterialLibrary.h"
 #include "viewer/Backdrop.h"
 #include "viewer/Directions.h"
-#include "viewer/Format.h"
-#include "viewer/Reader.h"
+#include "viewer/Objects.h"
+#include "viewer/OpenedFile.h"
 #include "viewer/ViewCamera.h"
 
+#include <QObject>
 #include <QStringList>
 
 #include <memory>
@@ -14,31 +16,17 @@
 
 namespace ZEP {
 
-class TFileRoot;
+class TLoading;
 class TZEPScene;
-
-/// One opened file: its objects are the children of `Root`.
-struct TOpenedFile {
-    QString Name;
-    TFileFormat Format = TFileFormat::Unknown;
-    double Seconds = 0; ///< that reading took
-    std::vector<TPassedOver> Messages;
-    TFileRoot* Root = nullptr;
-    std::optional<TBox> Bounds; ///< absolute; none where nothing draws
-};
-
-/// Called now and then with the file that is read, and how much of all is done, from 0 to 1; false
-/// cancels.
-using TOpenProgress = std::function<bool(const QString& file, double fraction)>;
 
 /// What the viewer shows: a scene, the camera that looks at it, and the files in it. A line's
 /// colour appears as it was given: all the light is ambient. Behind the files there are a
-/// background, a grid and the axes.
-class TDocument {
+/// background, a grid and the axes. The materials of all files are in the library of the scene.
+class TDocument : public QObject {
+    Q_OBJECT
 public:
     TDocument();
-    ~TDocument();
-    Q_DISABLE_COPY_MOVE(TDocument)
+    ~TDocument() override;
 
     [[nodiscard]] TZEPScene* Scene() const { return m_scene.get(); }
     [[nodiscard]] TViewCamera* Camera() const { return m_camera; }
@@ -47,6 +35,13 @@ public:
     /// Replaces what is shown. Raises `Exception`; what was shown then stays.
     /// \return false when `progress` cancelled it; what was shown then stays, too
     bool Open(const QStringList& files, bool plain, const TOpenProgress& progress = {});
+    /// Adds to what is shown. Files that are shown already are read again in their place: what the
+    /// user hid or showed, by ident, stays so. Raises and answers as `Open`.
+    bool Add(const QStringList& files, bool plain, const TOpenProgress& progress = {});
+    /// Nothing for a name that is not shown.
+    void Close(const QString& file);
+    /// Null where it is not shown.
+    [[nodiscard]] const TOpenedFile* Find(const QString& file) const;
     /// Of everything that draws; none in an empty document.
     [[nodiscard]] std::optional<TBox> Bounds() const;
     [[nodiscard]] const TBackdrop& Backdrop() const { return m_backdrop; }
@@ -66,19 +61,23 @@ public:
     /// The same for some of the objects.
     void FitObjects(const std::vector<TZEPObject*>& objects, double aspect);
 
+signals:
+    /// Objects of files are about to go away.
+    void AboutToChange();
+    /// Other files, or other objects of them, are shown now.
+    void Changed();
+
 private:
+    template <class Change>
+    void ChangeFiles(Change&& change);
+    void Remove(std::size_t index);
+    void Replace(std::size_t index, TLoading& loading);
+
+    TZEPMaterialLibrary m_materials; ///< before the scene, which looks at it until it goes
     std::unique_ptr<TZEPScene> m_scene;
     TViewCamera* m_camera = nullptr;
     std::vector<TOpenedFile> m_files;
     TBackdrop m_backdrop;
 };
-
-using TObjectVisitor = std::function<void(TZEPObject&)>;
-
-/// Calls `visit` for each object below `root`, parents first.
-void ForEachObject(TZEPObject& root, const TObjectVisitor& visit);
-
-/// Of all objects below `root`; none where there are none.
-[[nodiscard]] std::optional<TBox> BoundsOf(TZEPObject& root);
 
 } // namespace ZEP

@@ -4,18 +4,26 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 namespace ZEP {
 
-enum class TFileFormat { Unknown, RS274D, Scene };
+enum class TFileFormat { Unknown, RS274D, DXF, F3DS, Scene };
 
+/// Those that can be opened.
+[[nodiscard]] std::vector<TFileFormat> KnownFormats();
+/// What users call files of a format, in the plural: "Programs".
+[[nodiscard]] QString FormatPlural(TFileFormat format);
 /// The patterns of a file dialog: "*.nc", "*.ngc", ...
-[[nodiscard]] QStringList ProgramPatterns();
-[[nodiscard]] QStringList ScenePatterns();
+[[nodiscard]] QStringList PatternsOf(TFileFormat format);
+/// The filters of a dialog that opens files: all that can be opened, each format, all files.
+[[nodiscard]] QString OpenFilters();
 
-/// The format of a file. A scene is told by how it begins, whatever its suffix. Others are told by
-/// their suffix, and those without a known one by how they begin: a program is text, and its first
-/// line that is no comment is a "%" or starts with a word: a letter and a number. \param head  the
-/// first bytes of the file
+/// The format of a file. Scenes, drawings and models are told by how they begin, whatever their
+/// suffix: a drawing with its first section, after comments; a model with its main chunk. Others
+/// are told by their suffix, and those without a known one by how they begin: a program is text,
+/// and its first line that is no comment is a "%" or starts with a word: a letter and a number.
+/// \param head  the first bytes of the file
 [[nodiscard]] TFileFormat FormatOf(const QString& fileName, QByteArrayView head);
 
 /// The same for a file on disk. Raises `Exception` when it cannot be read or its format is not

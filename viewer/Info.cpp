@@ -1,10 +1,15 @@
 #include "viewer/Info.h"
 
+#include "appearance/Light.h"
 #include "objects/Arc.h"
 #include "objects/Circle.h"
 #include "objects/Line.h"
+#include "objects/Mesh.h"
 #include "objects/Point.h"
+#include "objects/Polygon.h"
 #include "objects/Polyline.h"
+#include "view/Actor.h"
+#include "viewer/FileCameras.h"
 #include "viewer/FileRoot.h"
 
 #include <QJsonArray>
@@ -22,7 +27,14 @@ qint64 VerticesOf(TZEPObject& object) {
     if (const auto* arc = qobject_cast<TZEPArc*>(&object)) return arc->Segments() + 1;
     if (const auto* circle = qobject_cast<TZEPCircle*>(&object)) return circle->Segments();
     if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) return polyline->Vertexes()->Count();
+    if (auto* polygon = qobject_cast<TZEPPolygon*>(&object)) return polygon->Vertexes()->Count();
+    if (auto* mesh = qobject_cast<TZEPMesh*>(&object)) return mesh->Vertexes()->Count();
     return 0;
+}
+
+qint64 FacesOf(TZEPObject& object) {
+    if (auto* mesh = qobject_cast<TZEPMesh*>(&object)) return mesh->Faces()->Count();
+    return qobject_cast<TZEPPolygon*>(&object) ? 1 : 0;
 }
 
 QJsonObject CountsToJson(const QMap<QString, qint64>& counts) {
@@ -75,7 +87,12 @@ TFileInfo InfoOf(const TOpenedFile& file) {
     ForEachObject(*file.Root, [&](TZEPObject& object) {
         ++counts[object.metaObject()];
         info.Vertices += VerticesOf(object);
+        info.Faces += FacesOf(object);
+        if (qobject_cast<TZEPActor*>(&object)) ++info.Layers;
+        if (qobject_cast<TZEPLight*>(&object)) ++info.Lights;
     });
+    info.Materials = file.Materials;
+    for (const TFileCamera& camera : CamerasOf({&file, 1})) info.Cameras << camera.Name;
     for (const auto& [metaObject, count] : counts)
         info.Objects[QString::fromLatin1(metaObject->className())
                          .section(QStringLiteral("::"), -1)] += count;
@@ -87,11 +104,14 @@ QString ToText(const TFileInfo& info) {
     QString text = QStringLiteral("%1: %2, read in %3 s\n")
                        .arg(info.File, info.Format, QString::number(info.Seconds, 'f', 3));
     text += QStringLiteral("Objects:\n") + CountsToText(info.Objects);
-    text += QStringLiteral("Layers %1, materials %2, vertices %3, faces %4\n")
+    text += QStringLiteral("Layers %1, materials %2, vertices %3, faces %4, lights %5\n")
                 .arg(info.Layers)
                 .arg(info.Materials)
                 .arg(info.Vertices)
-                .arg(info.Faces);
+                .arg(info.Faces)
+                .arg(info.Lights);
+    if (!info.Cameras.isEmpty())
+        text += QStringLiteral("Cameras: %1\n").arg(info.Cameras.join(QStringLiteral(", ")));
     if (info.Bounds)
         text += QStringLiteral("Bounds: %1 to %2\n")
                     .arg(PointToText(info.Bounds->Min), PointToText(info.Bounds->Max));
@@ -113,6 +133,8 @@ QJsonObject ToJson(const TFileInfo& info) {
             {QStringLiteral("materials"), info.Materials},
             {QStringLiteral("vertices"), info.Vertices},
             {QStringLiteral("faces"), info.Faces},
+            {QStringLiteral("lights"), info.Lights},
+            {QStringLiteral("cameras"), QJsonArray::fromStringList(info.Cameras)},
             {QStringLiteral("bounds"), bounds},
             {QStringLiteral("messages"), MessagesToJson(info.Messages)}};
 }

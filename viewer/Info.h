@@ -15,8 +15,10 @@ struct TFileInfo {
     QMap<QString, qint64> Objects; ///< class name to count
     qint64 Layers = 0;
     qint64 Materials = 0;
-    qint64 Vertices = 0; ///< of lines, arcs and circles as drawn; of polylines their own
-    qint64 Faces = 0;
+    qint64 Vertices = 0; ///< of lines, arcs and circles as drawn; of others their own
+    qint64 Faces = 0;    ///< of meshes, and polygons
+    qint64 Lights = 0;
+    QStringList Cameras;        ///< names to choose them by
     std::optional<TBox> Bounds; ///< absolute; none where nothing draws
     std::vector<TPassedOver> Messages;
 };
@@ -25,9 +27,8 @@ struct TFileInfo {
 
 /// A few lines for people.
 [[nodiscard]] QString ToText(const TFileInfo& info);
-/// Keys: file, format, seconds, objects, layers, materials, vertices, faces, bounds (min, max;
-/// null where nothing draws), messages
-/// (kind to count).
+/// Keys: file, format, seconds, objects, layers, materials, vertices, faces, lights, cameras (their
+/// names), bounds (min, max; null where nothing draws), messages (kind to count).
 [[nodiscard]] QJsonObject ToJson(const TFileInfo& info);
 
 } // namespace ZEP

@@ -1,11 +1,15 @@
 #include "viewer/MainWindow.h"
 
 #include "framework/Exception.h"
+#include "view/Actor.h"
 #include "view/Panel.h"
+#include "viewer/ContentsDock.h"
 #include "viewer/Describe.h"
 #include "viewer/DetailControl.h"
 #include "viewer/FileRoot.h"
+#include "viewer/FileWatch.h"
 #include "viewer/LoadBar.h"
+#include "viewer/MessagesDock.h"
 #include "viewer/Playback.h"
 #include "viewer/RecentFiles.h"
 #include "viewer/Selection.h"
@@ -23,6 +27,7 @@
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QToolButton>
 
 #include <algorithm>
 #include <new>
@@ -50,21 +55,21 @@ QString NamesOf(const std::vector<TOpenedFile>& files) {
     return names.join(QStringLiteral(", "));
 }
 
+/// Those that draw: no layers.
+qint64 CountOf(const TOpenedFile& file) {
+    qint64 count = 0;
+    ForEachObject(*file.Root, [&](const TZEPObject& object) {
+        if (object.GetItemsCount() == 0 && !qobject_cast<const TZEPActor*>(&object)) ++count;
+    });
+    return count;
+}
+
 QString CountsOf(const std::vector<TOpenedFile>& files) {
     qint64 objects = 0;
-    qint64 passedOver = 0;
-    for (const TOpenedFile& file : files) {
-        objects += file.Root->GetItemsCount();
-        for (const TPassedOver& message : file.Messages) passedOver += message.Count;
-    }
-    const QLocale locale;
-    QString text = NamesOf(files) + QStringLiteral(": ");
-    text += objects > 0 ? QStringLiteral("%1 objects").arg(locale.toString(objects))
-                        : QStringLiteral("nothing to draw");
-    if (passedOver > 0)
-        text +=
-            QStringLiteral(", %1 passed over (Ctrl+I tells what)").arg(locale.toString(passedOver));
-    return text;
+    for (const TOpenedFile& file : files) objects += CountOf(file);
+    return NamesOf(files) + QStringLiteral(": ") +
+           (objects > 0 ? QStringLiteral("%1 objects").arg(QLocale().toString(objects))
+                        : QStringLiteral("nothing to draw"));
 }
 
 QString SizeOf(const TBox& box, double gridStep) {
@@ -79,23 +84,27 @@ QString SizeOf(const TBox& box, double gridStep) {
 
 TMainWindow::TMainWindow(bool plain)
     : m_pages(new QStackedWidget(this)), m_welcome(new TWelcomePage), m_panel(new TZEPPanel),
-      m_loadBar(new TLoadBar), m_status(new QLabel), m_size(new QLabel), m_plain(plain) {
+      m_watch(new TFileWatch(this)), m_loadBar(new TLoadBar), m_status(new QLabel),
+      m_size(new QLabel), m_plain(plain) {
     setWindowTitle(QStringLiteral("zepview"));
     setAcceptDrops(true);
     MakePages();
+    MakeDocks();
     AddMenus();
     MakeStatusBar();
     ShowStatus();
     resize(1100, 800);
     restoreGeometry(QSettings().value(GeometryKey).toByteArray());
     restoreState(QSettings().value(BarsKey).toByteArray());
-    m_source->FilesChanged();
+    ShowFiles();
 }
 
 TMainWindow::~TMainWindow() {
     // What stands in the scene or looks at it goes before the document takes it away.
     delete m_playback;
     delete m_source;
+    delete m_contents;
+    delete m_messages;
     delete takeCentralWidget();
 }
 
@@ -108,9 +117,31 @@ void TMainWindow::MakePages() {
     m_selection = new TSelection(m_panel, m_document.Scene());
     connect(m_selection, &TSelection::Changed, this, &TMainWindow::ShowStatus);
     m_welcome->SetRecentFiles(RecentFiles());
-    connect(m_welcome, &TWelcomePage::OpenWanted, this, &TMainWindow::AskForFiles);
+    connect(m_welcome, &TWelcomePage::OpenWanted, this,
+            [this] { OpenFiles(AskForFiles(QStringLiteral("Open"))); });
     connect(m_welcome, &TWelcomePage::FileWanted, this,
             [this](const QString& file) { OpenFiles({file}); });
+}
+
+void TMainWindow::MakeDocks() {
+    m_contents = new TContentsDock(this, m_document, m_selection);
+    addDockWidget(Qt::LeftDockWidgetArea, m_contents);
+    connect(m_contents, &TContentsDock::FitWanted, this,
+            [this](const auto& objects) { m_document.FitObjects(objects, Aspect()); });
+    connect(m_contents, &TContentsDock::CloseWanted, this, &TMainWindow::CloseFile);
+    connect(m_contents, &TContentsDock::ReloadWanted, this, [this](const QString& file) {
+        Want({.Files = {file}, .Adds = true, .KeepsView = true});
+    });
+    m_messages = new TMessagesDock(this, m_document);
+    addDockWidget(Qt::BottomDockWidgetArea, m_messages);
+    connect(&m_document, &TDocument::AboutToChange, this,
+            [this] { m_selection->SelectOnly(nullptr); });
+    connect(&m_document, &TDocument::Changed, this, &TMainWindow::ShowFiles);
+    connect(m_watch, &TFileWatch::Changed, this, &TMainWindow::FilesChangedOnDisk);
+    connect(m_watch, &TFileWatch::Vanished, this, [this](const QString& file) {
+        statusBar()->showMessage(QStringLiteral("%1 is gone from the disk; it stays shown.")
+                                     .arg(QFileInfo(file).fileName()));
+    });
 }
 
 void TMainWindow::AddViewOptions(QMenu* menu) {
@@ -126,6 +157,7 @@ void TMainWindow::AddViewOptions(QMenu* menu) {
 
 void TMainWindow::MakeStatusBar() {
     statusBar()->addWidget(m_status, 1);
+    statusBar()->addPermanentWidget(m_messages->Badge());
     statusBar()->addPermanentWidget(m_loadBar);
     statusBar()->addPermanentWidget(m_size);
     m_size->setToolTip(QStringLiteral("Size of what is shown along x, y and z, and the distance of "
@@ -133,52 +165,88 @@ void TMainWindow::MakeStatusBar() {
 }
 
 void TMainWindow::OpenFiles(const QStringList& files) {
-    if (files.isEmpty()) return;
-    m_next = files;
+    Want({files});
+}
+
+void TMainWindow::AddFiles(const QStringList& files) {
+    Want({.Files = files, .Adds = true});
+}
+
+void TMainWindow::CloseFile(const QString& file) {
+    if (!m_loadBar->IsLoading()) m_document.Close(file);
+}
+
+void TMainWindow::Want(const TRequest& request) {
+    if (request.Files.isEmpty()) return;
+    m_next = request;
     if (m_loadBar->IsLoading()) return m_loadBar->Cancel();
-    while (!m_next.isEmpty() && !m_closed) LoadNext();
+    while (m_next && !m_closed) LoadNext();
 }
 
 void TMainWindow::LoadNext() {
-    const QStringList files = std::exchange(m_next, {});
-    const bool keepView = std::exchange(m_keepView, false);
+    const TRequest request = *std::exchange(m_next, {});
+    const bool wasEmpty = m_document.Files().empty();
     try {
-        if (!Load(files)) {
+        if (!Load(request)) {
             statusBar()->showMessage(QStringLiteral("Cancelled."), MessageTime);
             return;
         }
     } catch (const Exception& error) {
-        for (const QString& file : files)
+        for (const QString& file : request.Files)
             if (!QFileInfo::exists(file)) ForgetFile(file);
-        return Tell(error.Message());
+        return Tell(request, error.Message());
     } catch (const std::bad_alloc&) {
-        return Tell(QStringLiteral("There is not enough memory to open %1.").arg(files.first()));
+        return Tell(
+            request,
+            QStringLiteral("There is not enough memory to open %1.").arg(request.Files.first()));
     }
-    RememberFiles(files);
-    setWindowTitle(NamesOf(m_document.Files()) + QStringLiteral(" - zepview"));
     statusBar()->clearMessage();
-    m_viewOptions->Apply();
-    ShowStatus();
-    if (!keepView) LookFrom(TDirection::Iso);
-    m_panel->setGeometry(m_pages->rect()); // before it is shown, which draws
-    m_pages->setCurrentWidget(m_panel);
+    if (!request.KeepsView) RememberFiles(request.Files);
+    if (request.KeepsView) return;
+    if (request.Adds && !wasEmpty) return m_document.FitAll(Aspect());
+    LookFrom(TDirection::Iso);
 }
 
-bool TMainWindow::Load(const QStringList& files) {
+bool TMainWindow::Load(const TRequest& request) {
     const auto finish = qScopeGuard([this] { m_loadBar->Finish(); });
     m_loadBar->Start();
     const auto progress = [this](const QString& file, double fraction) {
         return m_loadBar->Progress(file, fraction);
     };
-    if (!m_document.Open(files, m_plain, progress)) return false;
-    m_selection->Forget();
-    m_source->FilesChanged();
-    return true;
+    return request.Adds ? m_document.Add(request.Files, m_plain, progress)
+                        : m_document.Open(request.Files, m_plain, progress);
 }
 
-void TMainWindow::Tell(const QString& error) {
+void TMainWindow::ShowFiles() {
+    const auto& files = m_document.Files();
+    m_watch->Watch(files);
+    m_source->FilesChanged();
+    m_viewOptions->Apply();
+    ShowStatus();
+    setWindowTitle((files.empty() ? QString() : NamesOf(files) + QStringLiteral(" - ")) +
+                   QStringLiteral("zepview"));
+    if (files.empty()) return m_pages->setCurrentWidget(m_welcome);
+    m_panel->setGeometry(m_pages->rect()); // before it is shown, which draws
+    m_pages->setCurrentWidget(m_panel);
+}
+
+void TMainWindow::FilesChangedOnDisk(const QStringList& files) {
+    if (m_loadBar->IsLoading()) return m_watch->Watch(m_document.Files()); // told again later
+    if (m_reloads->isChecked())
+        return Want({.Files = files, .Adds = true, .KeepsView = true, .IsQuiet = true});
+    statusBar()->showMessage(QStringLiteral("%1 has changed on the disk; F5 reads it again.")
+                                 .arg(QFileInfo(files.first()).fileName()));
+}
+
+void TMainWindow::Tell(const TRequest& request, const QString& error) {
     if (m_closed) return;
-    QMessageBox::critical(this, QStringLiteral("Cannot open"), error);
+    if (!request.IsQuiet)
+        QMessageBox::critical(this, QStringLiteral("Cannot open"), error);
+    else
+        m_messages->SetNote(request.Files.first(),
+                            QStringLiteral("What is shown is older than the file, which cannot be "
+                                           "read: ") +
+                                error);
 }
 
 void TMainWindow::closeEvent(QCloseEvent* event) {
@@ -195,9 +263,13 @@ void TMainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void TMainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
+    const bool adds = event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
     // Later, since the program that the files come from waits until this returns.
     QMetaObject::invokeMethod(
-        this, [this, files = LocalFiles(*event->mimeData())] { OpenFiles(files); },
+        this,
+        [this, adds, files = LocalFiles(*event->mimeData())] {
+            Want({.Files = files, .Adds = adds});
+        },
         Qt::QueuedConnection);
 }
 
@@ -210,7 +282,7 @@ void TMainWindow::ShowStatus() {
         m_status->setText(QStringLiteral("%1 objects are selected")
                               .arg(QLocale().toString(static_cast<qint64>(m_selection->Count()))));
     else if (files.empty())
-        m_status->setText(QStringLiteral("Open a program with Ctrl+O, or drop it here."));
+        m_status->setText(QStringLiteral("Open a file with Ctrl+O, or drop it here."));
     else
         m_status->setText(CountsOf(files));
     m_size->setText(bounds ? SizeOf(*bounds, m_document.Backdrop().GridStep()) : QString());

@@ -4,13 +4,17 @@
 
 #include <QMainWindow>
 
+class QAction;
 class QLabel;
 class QMenu;
 class QStackedWidget;
 
 namespace ZEP {
 
+class TContentsDock;
+class TFileWatch;
 class TLoadBar;
+class TMessagesDock;
 class TPlayback;
 class TSelection;
 class TSourceDock;
@@ -30,6 +34,9 @@ public:
     /// Shows these files in place of what is shown, from the `Iso` direction. What goes wrong is
     /// told in a dialog, and what was shown stays. During a load it is called off for this one.
     void OpenFiles(const QStringList& files);
+    /// Shows these in addition; those that are shown already are read again.
+    void AddFiles(const QStringList& files);
+    void CloseFile(const QString& file);
     [[nodiscard]] const TDocument& Document() const { return m_document; }
     [[nodiscard]] TSelection* Selection() const { return m_selection; }
 
@@ -39,29 +46,41 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    /// What is to be done with files.
+    struct TRequest {
+        QStringList Files;
+        bool Adds = false; ///< to what is shown; those that are shown are read again
+        bool KeepsView = false;
+        bool IsQuiet = false; ///< what goes wrong stands among the messages
+    };
+
     void MakePages();
     void MakeStatusBar();
+    void MakeDocks();
     void AddMenus();
     void AddFileMenu();
+    void AddFileActions(QMenu* menu);
     void AddProgram();
     void AddViewMenu();
+    void AddDocks(QMenu* menu);
     void AddViewOptions(QMenu* menu);
-    void AddCameraMenu();
     void AddHelpMenu();
-    void AskForFiles();
+    [[nodiscard]] QStringList AskForFiles(const QString& title);
+    [[nodiscard]] QStringList FileNames() const;
     void Reload();
     void SaveSceneAs();
     void SavePicture();
     void Print();
     void ListRecentFiles();
     void LookFrom(TDirection direction);
-    void FitSelection();
     void ShowInfo();
-    void ShowHelp();
     void ShowStatus();
+    void Want(const TRequest& request);
     void LoadNext();
-    bool Load(const QStringList& files);
-    void Tell(const QString& error);
+    bool Load(const TRequest& request);
+    void ShowFiles();
+    void FilesChangedOnDisk(const QStringList& files);
+    void Tell(const TRequest& request, const QString& error);
     [[nodiscard]] double Aspect() const;
 
     TDocument m_document;
@@ -70,15 +89,18 @@ private:
     TZEPPanel* m_panel;
     TSelection* m_selection = nullptr; ///< owned by the panel
     TSourceDock* m_source = nullptr;
+    TContentsDock* m_contents = nullptr;
+    TMessagesDock* m_messages = nullptr;
+    TFileWatch* m_watch;
     TPlayback* m_playback = nullptr;
     TLoadBar* m_loadBar;
     QLabel* m_status;
     QLabel* m_size;
     QMenu* m_recent = nullptr;
+    QAction* m_reloads = nullptr; ///< files that change on disk are read again
     TViewOptions* m_viewOptions = nullptr;
-    QStringList m_next; ///< to be opened when the present load has ended
+    std::optional<TRequest> m_next; ///< to be done when the present load has ended
     bool m_plain;
-    bool m_keepView = false; ///< when the next files are shown
     bool m_closed = false;
 };
 

@@ -1,8 +1,12 @@
 #include "framework/Exception.h"
 #include "view/Panel.h"
+#include "viewer/CameraMenu.h"
+#include "viewer/ContentsDock.h"
 #include "viewer/FileRoot.h"
 #include "viewer/Info.h"
+#include "viewer/KeysHelp.h"
 #include "viewer/MainWindow.h"
+#include "viewer/MessagesDock.h"
 #include "viewer/Navigation.h"
 #include "viewer/Picture.h"
 #include "viewer/Playback.h"
@@ -17,6 +21,7 @@
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QSettings>
 #include <QStatusBar>
 
 namespace ZEP {
@@ -30,6 +35,8 @@ struct TDirectionEntry {
     QString Tip;
 };
 
+const QString ReloadsKey = QStringLiteral("files/reloads");
+
 QAction* Explained(QAction* action, const QString& tip) {
     action->setStatusTip(tip);
     return action;
@@ -40,7 +47,7 @@ QAction* Explained(QAction* action, const QString& tip) {
 void TMainWindow::AddMenus() {
     AddFileMenu();
     AddViewMenu();
-    AddCameraMenu();
+    new TCameraMenu(this, m_document, m_selection, [this] { return Aspect(); });
     new TNavigation(this, m_panel);
     AddProgram();
     AddHelpMenu();
@@ -48,14 +55,7 @@ void TMainWindow::AddMenus() {
 
 void TMainWindow::AddFileMenu() {
     QMenu* menu = menuBar()->addMenu(QStringLiteral("&File"));
-    Explained(menu->addAction(QStringLiteral("&Open..."), QKeySequence::Open, this,
-                              &TMainWindow::AskForFiles),
-              QStringLiteral("Open one or more programs in place of what is shown"));
-    m_recent = menu->addMenu(QStringLiteral("Open &recent"));
-    connect(m_recent, &QMenu::aboutToShow, this, &TMainWindow::ListRecentFiles);
-    Explained(menu->addAction(QStringLiteral("Re&load"), QKeySequence(Qt::Key_F5), this,
-                              &TMainWindow::Reload),
-              QStringLiteral("Read the files again; the view stays"));
+    AddFileActions(menu);
     menu->addSeparator();
     Explained(menu->addAction(QStringLiteral("Save &as..."),
                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), this,
@@ -74,6 +74,27 @@ void TMainWindow::AddFileMenu() {
     Explained(menu->addAction(QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
                               &QWidget::close),
               QStringLiteral("Close the window"));
+}
+
+void TMainWindow::AddFileActions(QMenu* menu) {
+    Explained(menu->addAction(QStringLiteral("&Open..."), QKeySequence::Open, this,
+                              [this] { OpenFiles(AskForFiles(QStringLiteral("Open"))); }),
+              QStringLiteral("Open one or more files in place of what is shown"));
+    Explained(menu->addAction(QStringLiteral("&Add file..."),
+                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), this,
+                              [this] { AddFiles(AskForFiles(QStringLiteral("Add"))); }),
+              QStringLiteral("Open one or more files beside what is shown"));
+    m_recent = menu->addMenu(QStringLiteral("Open &recent"));
+    connect(m_recent, &QMenu::aboutToShow, this, &TMainWindow::ListRecentFiles);
+    Explained(menu->addAction(QStringLiteral("Re&load"), QKeySequence(Qt::Key_F5), this,
+                              &TMainWindow::Reload),
+              QStringLiteral("Read the files again; the view stays"));
+    m_reloads = Explained(menu->addAction(QStringLiteral("Reload au&tomatically")),
+                          QStringLiteral("Read files again when they change on the disk"));
+    m_reloads->setCheckable(true);
+    m_reloads->setChecked(QSettings().value(ReloadsKey, true).toBool());
+    connect(m_reloads, &QAction::toggled, this,
+            [](bool on) { QSettings().setValue(ReloadsKey, on); });
 }
 
 void TMainWindow::AddViewMenu() {
@@ -98,25 +119,21 @@ void TMainWindow::AddViewMenu() {
     connect(guides, &QAction::toggled, this, [this](bool shown) { m_document.SetGuides(shown); });
     Explained(guides,
               QStringLiteral("Show the floor below what is read, and the axes of its origin"));
+    AddDocks(menu);
     AddViewOptions(menu);
 }
 
-void TMainWindow::AddCameraMenu() {
-    QMenu* menu = menuBar()->addMenu(QStringLiteral("&Camera"));
-    Explained(menu->addAction(QStringLiteral("Fit &selection"), QKeySequence(Qt::Key_F), this,
-                              &TMainWindow::FitSelection),
-              QStringLiteral("What is selected, or the whole, from where you look now"));
-    Explained(menu->addAction(QStringLiteral("Fit &all"), QKeySequence(Qt::Key_A), this,
-                              [this] { m_document.FitAll(Aspect()); }),
-              QStringLiteral("The whole, from where you look now"));
-    Explained(menu->addAction(QStringLiteral("&Reset"), QKeySequence(Qt::Key_Home), this,
-                              [this] { m_document.Camera()->Reset(); }),
-              QStringLiteral("Back to the last standard view or fit"));
-    QAction* parallel = menu->addAction(QStringLiteral("&Orthographic"), QKeySequence(Qt::Key_X));
-    parallel->setCheckable(true);
-    connect(parallel, &QAction::toggled, this,
-            [this](bool on) { m_document.Camera()->SwitchProjection(on, Aspect()); });
-    Explained(parallel, QStringLiteral("Parallel lines stay parallel"));
+void TMainWindow::AddDocks(QMenu* menu) {
+    menu->addSeparator();
+    QAction* contents = m_contents->toggleViewAction();
+    contents->setShortcut(QKeySequence(Qt::Key_F3));
+    connect(contents, &QAction::triggered, m_contents, [this](bool on) {
+        if (on) m_contents->Focus();
+    });
+    menu->addAction(Explained(contents, QStringLiteral("Files, layers and objects, to show, hide "
+                                                       "and find them")));
+    menu->addAction(Explained(m_messages->toggleViewAction(),
+                              QStringLiteral("What was passed over in the files")));
 }
 
 void TMainWindow::AddProgram() {
@@ -127,22 +144,23 @@ void TMainWindow::AddProgram() {
 
 void TMainWindow::AddHelpMenu() {
     QMenu* menu = menuBar()->addMenu(QStringLiteral("&Help"));
-    menu->addAction(QStringLiteral("&Mouse and keys"), QKeySequence::HelpContents, this,
-                    &TMainWindow::ShowHelp);
+    menu->addAction(QStringLiteral("&Mouse and keys"), QKeySequence::HelpContents, this, [this] {
+        QMessageBox::information(this, QStringLiteral("Mouse and keys"), KeysHelp());
+    });
 }
 
-void TMainWindow::AskForFiles() {
-    const QString filter =
-        QStringLiteral("Programs and scenes (%1 %2);;All files (*)")
-            .arg(ProgramPatterns().join(QLatin1Char(' ')), ScenePatterns().join(QLatin1Char(' ')));
-    OpenFiles(QFileDialog::getOpenFileNames(this, QStringLiteral("Open"), RecentFolder(), filter));
+QStringList TMainWindow::AskForFiles(const QString& title) {
+    return QFileDialog::getOpenFileNames(this, title, RecentFolder(), OpenFilters());
+}
+
+QStringList TMainWindow::FileNames() const {
+    QStringList names;
+    for (const TOpenedFile& file : m_document.Files()) names << file.Name;
+    return names;
 }
 
 void TMainWindow::Reload() {
-    QStringList files;
-    for (const TOpenedFile& file : m_document.Files()) files << file.Name;
-    m_keepView = true;
-    OpenFiles(files);
+    Want({.Files = FileNames(), .Adds = true, .KeepsView = true});
 }
 
 void TMainWindow::SaveSceneAs() {
@@ -152,10 +170,8 @@ void TMainWindow::SaveSceneAs() {
                                      QStringLiteral("Scenes (*.zep);;Scenes as text (*.zept)"));
     if (name.isEmpty()) return;
     if (!IsSceneName(name)) name += QStringLiteral(".zep");
-    QStringList files;
-    for (const TOpenedFile& file : m_document.Files()) files << file.Name;
     try {
-        SaveScene(files, m_plain, name);
+        SaveScene(FileNames(), m_plain, name);
         RememberFiles({name});
         statusBar()->showMessage(QStringLiteral("Saved as %1.").arg(name));
     } catch (const Exception& error) {
@@ -197,45 +213,11 @@ void TMainWindow::LookFrom(TDirection direction) {
     m_document.LookFrom(direction, Aspect());
 }
 
-void TMainWindow::FitSelection() {
-    m_document.FitObjects(m_selection->Objects(), Aspect());
-}
-
 void TMainWindow::ShowInfo() {
     QString text;
     for (const TOpenedFile& file : m_document.Files()) text += ToText(InfoOf(file));
     if (text.isEmpty()) text = QStringLiteral("Nothing is open.");
     QMessageBox::information(this, QStringLiteral("Information"), text);
-}
-
-void TMainWindow::ShowHelp() {
-    QMessageBox::information(
-        this, QStringLiteral("Mouse and keys"),
-        QStringLiteral(
-            "<table cellspacing='6'>"
-            "<tr><td>Left button</td><td>click: select; drag: orbit</td></tr>"
-            "<tr><td>Right button</td><td>shift</td></tr>"
-            "<tr><td>Middle button</td><td>nearer, farther</td></tr>"
-            "<tr><td>Wheel</td><td>nearer, farther</td></tr>"
-            "<tr><td>1 to 7</td><td>isometric, top, front, right, left, back, bottom</td></tr>"
-            "<tr><td>F, A</td><td>fit selection, all</td></tr>"
-            "<tr><td>Home</td><td>back to the last fit</td></tr>"
-            "<tr><td>X</td><td>orthographic</td></tr>"
-            "<tr><td>S, O, T, P, R, D, Z, V</td><td>left button: select, orbit, shift, look "
-            "around, roll, come nearer, zoom, perspective<br>with Shift: right button, "
-            "with Alt+Shift: middle button</td></tr>"
-            "<tr><td>Up, Down</td><td>previous, next move of the program</td></tr>"
-            "<tr><td>Space</td><td>play</td></tr>"
-            "<tr><td>F4</td><td>text of the program</td></tr>"
-            "<tr><td>G</td><td>grid and axes</td></tr>"
-            "<tr><td>Ctrl+O</td><td>open</td></tr>"
-            "<tr><td>F5</td><td>read again</td></tr>"
-            "<tr><td>Esc</td><td>stop loading</td></tr>"
-            "<tr><td>Ctrl+Shift+S</td><td>save as a scene</td></tr>"
-            "<tr><td>Ctrl+S</td><td>save a picture</td></tr>"
-            "<tr><td>Ctrl+P</td><td>print</td></tr>"
-            "<tr><td>Ctrl+I</td><td>information</td></tr>"
-            "<tr><td>Ctrl+Q</td><td>quit</td></tr></table>"));
 }
 
 } // namespace ZEP

@@ -8,14 +8,22 @@
 
 namespace ZEP {
 
+class TZEPMaterialLibrary;
 class TZEPObject;
 
 /// Called now and then with what is done and the whole; false cancels.
 using TLoadProgress = std::function<bool(qint64 done, qint64 total)>;
 
-/// Reads the file into objects below `root`. Raises `Exception`, which names the file, and the
+/// Where what is read goes. Neither is null.
+struct TReadTarget {
+    TZEPObject* Root;
+    TZEPMaterialLibrary* Materials; ///< without any; faces refer to it by number
+};
+
+/// Reads the file into objects below the root. Raises `Exception`, which names the file, and the
 /// line where there is one.
-[[nodiscard]] std::vector<TPassedOver> ReadFile(TZEPObject& root, const QString& fileName,
+/// \param plain  programs and drawings by the bare rules of their formats
+[[nodiscard]] std::vector<TPassedOver> ReadFile(const TReadTarget& target, const QString& fileName,
                                                 TFileFormat format, bool plain,
                                                 const TLoadProgress& progress);
 

@@ -4,6 +4,7 @@
 #include "framework/Message.h"
 #include "viewer/CommandLine.h"
 #include "viewer/Display.h"
+#include "viewer/FileCameras.h"
 #include "viewer/Info.h"
 #include "viewer/MainWindow.h"
 #include "viewer/Picture.h"
@@ -64,6 +65,7 @@ int MakePicture(const TCommandLine& line) {
     document.Open(line.Files, line.Plain);
     const double aspect = static_cast<double>(line.PictureSize.width()) / line.PictureSize.height();
     document.LookFrom(line.Direction, aspect);
+    if (!line.Camera.isEmpty()) LookThrough(line.Camera, document);
     WritePicture(document, line.PictureSize, line.PictureFile);
     return Done;
 }

@@ -1,10 +1,12 @@
 #include "viewer/SceneFile.h"
 
+#include "appearance/MaterialLibrary.h"
 #include "framework/Registry.h"
 #include "framework/stream/Reader.h"
 #include "framework/stream/StreamFile.h"
-#include "scene/Scene.h"
 #include "scene/XForm.h"
+#include "viewer/Materials.h"
+#include "viewer/StoredScene.h"
 
 namespace ZEP {
 
@@ -24,17 +26,21 @@ std::unique_ptr<TZEPObject> MakeRoot(TTokenSource& source) {
     const TClassRegistry::Entry* entry = TClassRegistry::Instance().Find(text(token.Bytes));
     const bool isObject = entry && entry->Type->inherits(&TZEPObject::staticMetaObject);
     std::unique_ptr<TZEPObject> root;
-    if (isObject)
+    if (isObject && entry->Type != &TZEPScene::staticMetaObject)
         root.reset(static_cast<TZEPObject*>(entry->Make(nullptr)));
     else
-        root = std::make_unique<TZEPScene>();
+        root = std::make_unique<TStoredScene>();
     root->SetName(text(token.Name));
     return root;
 }
 
 /// Hands over what a scene holds and owns.
-void MoveContents(TZEPScene& from, TZEPObject& to) {
-    from.SetMaterialLibrary(nullptr);
+void MoveContents(TZEPScene& from, const TReadTarget& target) {
+    TZEPObject& to = *target.Root;
+    if (TZEPMaterialLibrary* library = from.MaterialLibrary()) {
+        AppendMaterials(*target.Materials, *library, from);
+        delete library;
+    }
     to.XForm()->Assign(from.XForm());
     std::vector<TZEPObject*> children;
     for (int i = 0; i < from.GetItemsCount(); ++i) children.push_back(from.GetItem(i));
@@ -61,15 +67,15 @@ std::unique_ptr<TZEPObject> ReadWhole(const QString& fileName,
     return root;
 }
 
-std::vector<TPassedOver> ReadScene(TZEPObject& root, const QString& fileName) {
+std::vector<TPassedOver> ReadScene(const TReadTarget& target, const QString& fileName) {
     std::vector<TPassedOver> passedOver;
     std::unique_ptr<TZEPObject> whole = ReadWhole(fileName, passedOver);
     if (auto* scene = qobject_cast<TZEPScene*>(whole.get())) {
-        MoveContents(*scene, root);
+        MoveContents(*scene, target);
         return passedOver;
     }
-    root.InsertComponent(whole.get());
-    whole.release()->SetParentComponent(&root);
+    target.Root->InsertComponent(whole.get());
+    whole.release()->SetParentComponent(target.Root);
     return passedOver;
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "viewer/PassedOver.h"
+#include "viewer/Reader.h"
 
 #include <memory>
-#include <vector>
 
 namespace ZEP {
 
@@ -14,8 +13,9 @@ class TZEPObject;
 [[nodiscard]] std::unique_ptr<TZEPObject> ReadWhole(const QString& fileName,
                                                     std::vector<TPassedOver>& passedOver);
 
-/// The same for a file that is shown: what stands in its scene becomes children of `root`, and so
-/// does an object that stands alone.
-[[nodiscard]] std::vector<TPassedOver> ReadScene(TZEPObject& root, const QString& fileName);
+/// The same for a file that is shown: what stands in its scene becomes children of the
+/// root, and so does an object that stands alone; materials of its library go to the target's.
+[[nodiscard]] std::vector<TPassedOver> ReadScene(const TReadTarget& target,
+                                                 const QString& fileName);
 
 } // namespace ZEP

@@ -1,8 +1,9 @@
 #include "viewer/SceneSaving.h"
 
-#include "scene/Scene.h"
-#include "viewer/Reader.h"
+#include "appearance/MaterialLibrary.h"
+#include "viewer/Materials.h"
 #include "viewer/SceneFile.h"
+#include "viewer/StoredScene.h"
 
 #include <QFileInfo>
 
@@ -12,20 +13,23 @@ namespace {
 
 const QString TextSuffix = QStringLiteral("zept");
 
-void ReadInto(TZEPObject& root, const QString& fileName, bool plain) {
-    static_cast<void>(ReadFile(root, fileName, FormatOf(fileName), plain, {}));
+void ReadInto(TZEPObject& root, TStoredScene& scene, const QString& fileName, bool plain) {
+    TZEPMaterialLibrary materials;
+    static_cast<void>(ReadFile({&root, &materials}, fileName, FormatOf(fileName), plain, {}));
+    ShowFacesWithoutMaterial(root, materials);
+    if (materials.Materials()->Count() > 0) AppendMaterials(scene.OwnLibrary(), materials, root);
 }
 
 std::unique_ptr<TZEPObject> ReadAll(const QStringList& files, bool plain) {
     std::vector<TPassedOver> passedOver;
     if (files.size() == 1 && FormatOf(files.front()) == TFileFormat::Scene)
         return ReadWhole(files.front(), passedOver);
-    auto scene = std::make_unique<TZEPScene>();
-    if (files.size() == 1) ReadInto(*scene, files.front(), plain);
+    auto scene = std::make_unique<TStoredScene>();
+    if (files.size() == 1) ReadInto(*scene, *scene, files.front(), plain);
     for (qsizetype i = 0; files.size() > 1 && i < files.size(); ++i) {
         auto* group = new TZEPObject(scene.get());
         group->SetIdent(QFileInfo(files[i]).fileName());
-        ReadInto(*group, files[i], plain);
+        ReadInto(*group, *scene, files[i], plain);
         group->SetParentComponent(scene.get());
     }
     return scene;

@@ -76,9 +76,14 @@ TZEPObject* TSelection::Only() const {
 }
 
 void TSelection::SelectOnly(TZEPObject* object) {
+    Select(object ? std::vector{object} : std::vector<TZEPObject*>());
+}
+
+void TSelection::Select(const std::vector<TZEPObject*>& objects) {
+    const std::unordered_set<TZEPObject*> wanted(objects.begin(), objects.end());
     for (TZEPObject* other : Objects())
-        if (other != object) other->SetSelected(false);
-    if (object) object->SetSelected(true);
+        if (!wanted.contains(other)) other->SetSelected(false);
+    for (TZEPObject* object : objects) object->SetSelected(true);
 }
 
 void TSelection::Forget() {

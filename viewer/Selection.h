@@ -27,6 +27,8 @@ public:
     [[nodiscard]] TZEPObject* Only() const;
     /// Null: selects nothing.
     void SelectOnly(TZEPObject* object);
+    /// These, and no others.
+    void Select(const std::vector<TZEPObject*>& objects);
     /// The objects are gone.
     void Forget();
 

@@ -68,8 +68,8 @@ QWidget* TWelcomePage::MakeSide() {
     layout->setSpacing(14);
     layout->addStretch(2);
     AddLabel(layout, QStringLiteral("Drop a file here"))->setObjectName(QStringLiteral("Title"));
-    for (const QStringList& patterns : {ProgramPatterns(), ScenePatterns()})
-        AddLabel(layout, patterns.join(QStringLiteral("   ")).remove(QLatin1Char('*')));
+    for (const TFileFormat format : KnownFormats())
+        AddLabel(layout, PatternsOf(format).join(QStringLiteral("   ")).remove(QLatin1Char('*')));
     auto* open = new QPushButton(QStringLiteral("Open..."));
     open->setToolTip(QStringLiteral("Choose one or more files (Ctrl+O)"));
     connect(open, &QPushButton::clicked, this, &TWelcomePage::OpenWanted);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "scene/Object.h"
+#include "viewer/Backdrop.h"
+
+#include <optional>
+
+namespace ZEP {
+
+/// Calls `visit` for each object below `root`, parents first.
+template <class Visit>
+void ForEachObject(TZEPObject& root, const Visit& visit) {
+    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
+        TZEPObject& child = *root.GetItem(i);
+        visit(child);
+        ForEachObject(child, visit);
+    }
+}
+
+/// Absolute.
+[[nodiscard]] TBox BoxOf(const TZEPObject& object);
+
+/// Makes room for the box.
+void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box);
+
+/// Absolute, of all that draws below `root`; none where nothing does.
+[[nodiscard]] std::optional<TBox> BoundsOf(TZEPObject& root);
+
+/// The one that `object` stands below, or is, among the children of the scene; null outside of one.
+[[nodiscard]] TZEPObject* TopOf(TZEPObject& object);
+
+} // namespace ZEP
