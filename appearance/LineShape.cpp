@@ -9,13 +9,17 @@ namespace ZEP {
 
 namespace {
 
-/// By pen style; a set bit is a drawn pixel, the lowest one first.
+/// By pen style.
 constexpr std::array<GLushort, 7> Patterns{0xFFFF, 0xFFC3, 0xCCCC, 0xFFCC, 0xFCCC, 0x0000, 0xFFFF};
 
 } // namespace
 
 TZEPLineShape::TZEPLineShape(TComponent* owner) : TZEPShape(owner) {
     SetSmooth(true);
+}
+
+GLushort StipplePattern(TPenStyle style) {
+    return Patterns[style];
 }
 
 void TZEPLineShape::SetStyle(TPenStyle style) {
@@ -26,7 +30,7 @@ void TZEPLineShape::DrawSpecific(GLenum face, bool draft) {
     TZEPDrawRun& run = TZEPDrawRun::Current();
     run.OpenLine({.Width = Width(),
                   .Stippled = m_style != psSolid,
-                  .Pattern = Patterns[m_style],
+                  .Pattern = StipplePattern(m_style),
                   .Smooth = Smooth()});
     DrawShape(face, draft);
     run.CloseAttributes();

@@ -42,4 +42,7 @@ private:
 using TPenStyle = TZEPLineShape::TPenStyle;
 using enum TZEPLineShape::TPenStyle;
 
+/// The pixels that a style draws: bits of a repeated pattern, the lowest one first.
+[[nodiscard]] GLushort StipplePattern(TPenStyle style);
+
 } // namespace ZEP

@@ -22,7 +22,6 @@ constexpr double MarkMargin = 52; // pixels from the corner of the view to the m
 constexpr double MarkLength = 30;
 constexpr double LetterDistance = 40;
 constexpr double LetterSize = 4;
-constexpr int BrightBackground = 128; // of a lightness up to 255
 
 struct TAxis {
     TGLArrayd3 Direction;
@@ -94,7 +93,7 @@ void DrawBackground(TColor low, TColor high) {
 
 /// That stands out from the background.
 TColor GridColor(TColor background) {
-    return ToQColor(background).lightness() < BrightBackground ? Look::Grid : Look::GridOnBright;
+    return IsBright(background) ? Look::GridOnBright : Look::Grid;
 }
 
 void DrawOrigin(double length, double pixelRatio) {
@@ -139,6 +138,11 @@ void DrawMark(double pixelRatio) {
 
 double DiagonalOf(const TBox& box) {
     return std::hypot(box.Max[0] - box.Min[0], box.Max[1] - box.Min[1], box.Max[2] - box.Min[2]);
+}
+
+bool IsFlat(const TBox& box) {
+    constexpr double LeastRise = 1e-6; // of the diagonal
+    return box.Max[2] - box.Min[2] <= LeastRise * DiagonalOf(box);
 }
 
 double TBackdrop::GridStep() const {

@@ -13,6 +13,8 @@ struct TBox {
 };
 
 [[nodiscard]] double DiagonalOf(const TBox& box);
+/// It lies in a plane of one z, as good as.
+[[nodiscard]] bool IsFlat(const TBox& box);
 
 /// What a view shows behind its content: a background that gets darker downwards, a grid on the
 /// floor of the content, the axes of the origin, and in the corner the directions of the axes.

@@ -38,6 +38,7 @@ TCameraMenu::TCameraMenu(QMainWindow* window, TDocument& document, TSelection* s
     m_parallel->setStatusTip(QStringLiteral("Parallel lines stay parallel"));
     connect(m_parallel, &QAction::toggled, this,
             [this](bool on) { m_document.Camera()->SwitchProjection(on, m_aspect()); });
+    connect(&document, &TDocument::ProjectionChanged, m_parallel, &QAction::setChecked);
     menu->addSeparator();
     m_cameras = menu->addMenu(QStringLiteral("&Cameras in the file"));
     connect(&document, &TDocument::AboutToChange, m_cameras, &QMenu::clear);

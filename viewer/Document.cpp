@@ -25,27 +25,6 @@ double PixelRatio() {
     return application ? application->devicePixelRatio() : 1;
 }
 
-/// From the target to the eye. From the top it leans a little to the front, so that y points up.
-TGLArrayd3 ToEye(TDirection direction) {
-    switch (direction) {
-    case TDirection::Top:
-        return {0, -0.001, 1};
-    case TDirection::Front:
-        return {0, -1, 0};
-    case TDirection::Right:
-        return {1, 0, 0};
-    case TDirection::Left:
-        return {-1, 0, 0};
-    case TDirection::Back:
-        return {0, 1, 0};
-    case TDirection::Bottom:
-        return {0, -0.001, -1};
-    case TDirection::Iso:
-        break;
-    }
-    return {1, -1, 1};
-}
-
 void AddCorners(const TBox& box, std::vector<TGLArrayd3>& corners) {
     for (unsigned corner = 0; corner < 8; ++corner)
         corners.push_back({(corner & 1U ? box.Max : box.Min)[0],
@@ -154,6 +133,7 @@ void TDocument::ChangeFiles(Change&& change) {
     m_scene->BeginUpdate();
     change();
     m_backdrop.SetContent(Bounds());
+    ShowColors();
     m_scene->EndUpdate();
     m_scene->Invalidate(m_scene.get());
     emit Changed();
@@ -197,7 +177,27 @@ void TDocument::SetGuides(bool shown) {
 
 void TDocument::SetBackground(const std::optional<TColor>& color) {
     m_backdrop.SetBackground(color);
+    ShowColors();
     m_scene->Invalidate(m_scene.get());
+}
+
+void TDocument::ShowColors() {
+    for (const TOpenedFile& file : m_files) file.Root->SetBackground(m_backdrop.MiddleColor());
+}
+
+bool TDocument::IsFlat() const {
+    const std::optional<TBox> bounds = Bounds();
+    return bounds && ZEP::IsFlat(*bounds);
+}
+
+TDirection TDocument::BestDirection() const {
+    return IsFlat() ? TDirection::Top : TDirection::Iso;
+}
+
+void TDocument::LookBest(double aspect) {
+    m_camera->SwitchProjection(IsFlat(), aspect);
+    emit ProjectionChanged(m_camera->Orthographic());
+    LookFrom(BestDirection(), aspect);
 }
 
 bool TDocument::IsLarge() const {

@@ -54,6 +54,12 @@ public:
     /// How much of the large files the next frames show, above 0; 1 is all. No repaint.
     void SetShare(double share);
 
+    /// There is something to see, all of it in a plane of one z: a drawing.
+    [[nodiscard]] bool IsFlat() const;
+    /// From where it shows best at first: what is flat from the `Top`.
+    [[nodiscard]] TDirection BestDirection() const;
+    /// Looks from there, at what is flat in a parallel view.
+    void LookBest(double aspect);
     /// Looks from a direction at everything, in a view of that width to height.
     void LookFrom(TDirection direction, double aspect);
     /// The whole from where the camera looks now.
@@ -66,8 +72,11 @@ signals:
     void AboutToChange();
     /// Other files, or other objects of them, are shown now.
     void Changed();
+    /// The view became parallel, or perspective.
+    void ProjectionChanged(bool parallel);
 
 private:
+    void ShowColors();
     template <class Change>
     void ChangeFiles(Change&& change);
     void Remove(std::size_t index);

@@ -1,10 +1,6 @@
 #include "viewer/Loading.h"
 
 #include "appearance/MaterialLibrary.h"
-#include "objects/Arc.h"
-#include "objects/Line.h"
-#include "objects/Point.h"
-#include "objects/Polyline.h"
 #include "scene/Scene.h"
 #include "viewer/FileRoot.h"
 #include "viewer/Look.h"
@@ -36,20 +32,6 @@ TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, st
         const double whole = (static_cast<double>(index) + part) / count;
         return !progress || progress(name, std::min(whole, 0.999));
     };
-}
-
-/// All children are what a batch draws as they do themselves.
-bool IsPath(TZEPObject& root) {
-    for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {
-        TZEPObject& object = *root.GetItem(i);
-        const bool isArc = qobject_cast<TZEPArc*>(&object);
-        const bool isPath = isArc || qobject_cast<TZEPLine*>(&object) ||
-                            qobject_cast<TZEPPolyline*>(&object) ||
-                            qobject_cast<TZEPPoint*>(&object);
-        if (!isPath || !object.Visible() || object.GetItemsCount() > 0) return false;
-        if (!isArc && object.GetMatrix() != idd) return false;
-    }
-    return true;
 }
 
 } // namespace
@@ -95,8 +77,10 @@ void TLoading::Prepare(TLoaded& loaded) {
     const bool isProgram = file.Format == TFileFormat::RS274D;
     if (isProgram) ApplyLook(*file.Root, PixelRatio());
     file.Bounds = BoundsOf(*file.Root);
-    if (file.Bounds && (isProgram || IsPath(*file.Root)))
-        file.Root->Prepare(DiagonalOf(*file.Bounds));
+    if (!file.Bounds) return;
+    file.Root->SetEven(IsFlat(*file.Bounds));
+    file.Root->SetRoundArcs(file.Format == TFileFormat::DXF);
+    file.Root->Prepare(DiagonalOf(*file.Bounds));
 }
 
 TOpenedFile TLoading::Show(TZEPScene& scene) {

@@ -19,6 +19,12 @@ inline constexpr TColor AxisZ{0xFF9B5C};
 
 } // namespace Look
 
+/// Dark colours stand out from it better than bright ones.
+[[nodiscard]] bool IsBright(TColor color);
+/// The colour itself, or where it could not be told from that background, one that can: greys turn
+/// to the other end, so that white becomes black, others get as dark or bright as they must.
+[[nodiscard]] TColor Readable(TColor color, TColor background);
+
 /// Gives what was read from a program the colours of the view in place of the reader's, which are
 /// the pure ones: its tool colours in turn, and that of rapid moves.
 /// \param pixelRatio  device pixels for each pixel; lines get that much wider

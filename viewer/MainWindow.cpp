@@ -151,7 +151,7 @@ void TMainWindow::AddViewOptions(QMenu* menu) {
         [this] { return m_document.Backdrop().MiddleColor(); }));
     TStartScene& start = m_welcome->Start();
     m_viewOptions->AddView(std::make_unique<TDressedView>(
-        m_welcome->View(), [&start](const auto& color) { start.SetBackground(color); },
+        m_welcome->View(), [this](const auto& color) { m_welcome->SetBackground(color); },
         [&start] { return start.Backdrop().MiddleColor(); }));
 }
 
@@ -204,7 +204,7 @@ void TMainWindow::LoadNext() {
     if (!request.KeepsView) RememberFiles(request.Files);
     if (request.KeepsView) return;
     if (request.Adds && !wasEmpty) return m_document.FitAll(Aspect());
-    LookFrom(TDirection::Iso);
+    m_document.LookBest(Aspect());
 }
 
 bool TMainWindow::Load(const TRequest& request) {

@@ -31,8 +31,9 @@ public:
     explicit TMainWindow(bool plain);
     ~TMainWindow() override;
 
-    /// Shows these files in place of what is shown, from the `Iso` direction. What goes wrong is
-    /// told in a dialog, and what was shown stays. During a load it is called off for this one.
+    /// Shows these files in place of what is shown, from where they show best. What goes
+    /// wrong is told in a dialog, and what was shown stays. During a load it is called off for this
+    /// one.
     void OpenFiles(const QStringList& files);
     /// Shows these in addition; those that are shown already are read again.
     void AddFiles(const QStringList& files);

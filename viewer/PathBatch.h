@@ -1,62 +1,79 @@
 #pragma once
 
+#include "appearance/LineShape.h"
 #include "framework/Color.h"
-#include "scene/Geom.h"
+#include "viewer/VertexArray.h"
 
-#include <array>
-#include <cstdint>
-#include <unordered_set>
-#include <vector>
-
-#include <GL/gl.h>
+#include <functional>
 
 namespace ZEP {
 
-class TZEPObject;
+class TZEPPolyline;
 
-/// The lines, arcs and polylines of a tool path as arrays of vertices, which OpenGL takes in a few
-/// calls: a million separate objects cannot be drawn at an interactive rate. Arcs become chords
-/// that stray from them by less than 1/50,000 of the path's size.
-///
-/// A part of the path can be drawn: evenly spread pieces of it, so that its form still shows.
+/// How a batch takes over what objects draw.
+struct TBatchRules {
+    /// That arcs may stray from their circle, in the unit of the batch.
+    double Error = 1e-5;
+    /// Arcs get as many segments as they need, else at most their own number.
+    bool RoundArcs = false;
+    /// The colour that is shown for the one of an object.
+    std::function<TColor(TColor)> Shown = [](TColor color) { return color; };
+};
+
+/// Lines, arcs, circles, polylines and points as arrays of vertexes: a million separate objects
+/// cannot be drawn at an interactive rate. What has the same width and style is drawn together.
 class TPathBatch {
 public:
-    /// Takes over what the children of `root` draw, in its frame.
-    /// \param rest  gets those that are of other kinds: they are to draw themselves
-    /// \param size  of the path: its diagonal
-    void Build(TZEPObject& root, double size, std::vector<TZEPObject*>& rest);
-    /// Takes over what these draw that a batch can, in their parent's frame.
-    void BuildOf(const std::unordered_set<TZEPObject*>& objects, double size);
+    /// Forgets everything. \param origin  is subtracted from all places, which keeps them exact
+    void Start(const TGLArrayd3& origin, const TBatchRules& rules);
+    /// \param matrix  from the frame of the object to that of the batch
+    /// \return false for what is of another kind
+    bool Add(TZEPObject& object, const TGLMatrixd4& matrix);
+    /// An outline, of one pixel.
+    void AddLoop(const std::vector<TGLArrayd3>& corners, TColor color);
+    void Close();
     [[nodiscard]] bool IsEmpty() const { return VertexCount() == 0; }
-    [[nodiscard]] std::size_t VertexCount() const {
-        return m_feeds.size() + m_rapids.size() + m_holes.size();
-    }
+    [[nodiscard]] std::size_t VertexCount() const;
 
     /// After what is opaque: smooth lines blend with it.
-    /// \param share  of the path that is drawn, above 0; from 1 on all of it
-    void Draw(double share) const;
+    /// \param fine  smooth, and with the styles of the lines
+    void Draw(const TDetail& detail, bool fine) const;
     /// All of it, wide and in the colour of what is selected, over whatever is there.
     void DrawMarks() const;
 
 private:
-    struct TVertex {
-        std::array<float, 3> Point;
-        std::array<std::uint8_t, 4> Color;
+    struct TLines {
+        TPenStyle Style;
+        float Width;
+        TVertexArray Vertexes{}; ///< two for each line
     };
-    using TVertexes = std::vector<TVertex>;
+    struct TPoints {
+        float Width;
+        TVertexArray Vertexes{};
+    };
 
-    class TBuilder;
-    void Clear();
+    void AddArc(double start, double turn, int segments);
+    void AddPolyline(TZEPPolyline& polyline);
+    void StartLines(const TZEPLineShape& shape, TColor color);
+    [[nodiscard]] TVertexArray& LinesOf(TPenStyle style, float width);
+    [[nodiscard]] TVertexArray& PointsOf(float width);
+    [[nodiscard]] TGLArrayd3 At(const TGLArrayd3& point) const;
+    [[nodiscard]] TVertexColor ShownColor(TColor color);
+    void MoveTo(const TGLArrayd3& point) { m_last = At(point); }
+    void LineTo(const TGLArrayd3& point);
     void DrawMark(float width) const;
-    void SetRapid(bool fine) const;
-    void SetFeed(bool fine) const;
-    static void DrawPieces(GLenum mode, const TVertexes& vertexes, double share);
 
-    TVertexes m_feeds, m_rapids; ///< two for each line
-    TVertexes m_holes;           ///< one for each point
-    float m_feedWidth = 1;
-    float m_rapidWidth = 1;
-    float m_holeWidth = 1;
+    std::vector<TLines> m_lines;
+    std::vector<TPoints> m_points;
+    TBatchRules m_rules;
+    TGLArrayd3 m_origin{};
+    const TGLMatrixd4* m_matrix = nullptr;
+    TVertexArray* m_vertexes = nullptr;
+    TVertexColor m_color{};
+    TGLArrayd3 m_last{};
+    TColor m_given = clBlack; ///< the one whose shown colour is at hand
+    TVertexColor m_shown{};
+    bool m_knowsShown = false;
 };
 
 } // namespace ZEP

@@ -32,7 +32,11 @@ constexpr double RingSpeed = 7;     // degrees in a second
 constexpr double LampSpeed = -38;   // degrees in a second
 constexpr double CoreSpeed = 50;    // degrees in a second
 constexpr int AmbientDivisor = 550; // percent
-constexpr double LongestStep = 0.1; // seconds; after a pause time goes on where it stood
+constexpr TGLArrayd3 FirstToEye{1.0, -10.2, 4.6};
+constexpr TGLArrayd3 FirstTarget{0, 0, 0.6};
+constexpr TGLArrayd3 MiddleTarget{0, 0, 0.9};
+constexpr double WholeDistance = 13; // from where the stage is seen from every side
+constexpr double LongestStep = 0.1;  // seconds; after a pause time goes on where it stood
 
 template <class T>
 T* Add(TZEPObject* parent, const TGLArrayd3& place = {0, 0, 0},
@@ -105,14 +109,30 @@ TStartScene::TStartScene() : m_scene(std::make_unique<TZEPScene>()) {
     AddText();
     AddLights();
     m_camera = Add<TZEPCamera>(m_scene.get());
-    m_camera->Position()->SetData(1.0, -10.2, 5.2);
-    m_camera->Target()->SetData(0, 0, 0.6);
+    LookFromStart();
     auto* actor = Add<TZEPActor>(m_scene.get());
     QObject::connect(actor, &TZEPActor::OnAction, [this](TZEPObject*, double time) { Tick(time); });
     MoveTo(0);
 }
 
 TStartScene::~TStartScene() = default;
+
+void TStartScene::Look(const TGLArrayd3& toEye, const TGLArrayd3& target) {
+    m_camera->Target()->SetData(target[0], target[1], target[2]);
+    m_camera->Position()->SetData(target[0] + toEye[0], target[1] + toEye[1], target[2] + toEye[2]);
+    m_camera->Reset();
+}
+
+void TStartScene::LookFrom(TDirection direction) {
+    TGLArrayd3 toEye = ToEye(direction);
+    Normalized(toEye);
+    for (double& part : toEye) part *= WholeDistance;
+    Look(toEye, MiddleTarget);
+}
+
+void TStartScene::LookFromStart() {
+    Look(FirstToEye, FirstTarget);
+}
 
 void TStartScene::SetBackground(const std::optional<TColor>& color) {
     m_backdrop.SetBackground(color);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "viewer/Backdrop.h"
+#include "viewer/Directions.h"
 
 #include <memory>
 
@@ -22,6 +23,10 @@ public:
     [[nodiscard]] TZEPScene* Scene() const { return m_scene.get(); }
     /// Frames the whole for a view of any shape that is not much higher than wide.
     [[nodiscard]] TZEPCamera* Camera() const { return m_camera; }
+    /// Moves the camera to where it sees the whole from a direction.
+    void LookFrom(TDirection direction);
+    /// To where it was at first.
+    void LookFromStart();
     /// One colour in place of the background of its own.
     void SetBackground(const std::optional<TColor>& color);
     [[nodiscard]] const TBackdrop& Backdrop() const { return m_backdrop; }
@@ -35,6 +40,7 @@ private:
     void AddRing();
     void AddText();
     void AddLights();
+    void Look(const TGLArrayd3& toEye, const TGLArrayd3& target);
     void Tick(double time);
 
     std::unique_ptr<TZEPScene> m_scene;

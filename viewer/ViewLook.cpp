@@ -1,12 +1,13 @@
 #include "viewer/ViewLook.h"
 
-#include "appearance/Light.h"
-#include "appearance/Shape.h"
-#include "objects/Solid.h"
 #include "scene/Scene.h"
+#include "scene/Vertex3.h"
 #include "view/Camera.h"
 #include "view/Panel.h"
-#include "viewer/Document.h"
+#include "viewer/EyeLight.h"
+#include "viewer/Faces.h"
+#include "viewer/FileRoot.h"
+#include "viewer/Objects.h"
 
 #include <QSettings>
 
@@ -25,7 +26,9 @@ const QString FlatKey = QStringLiteral("view/flat");
 const QString WireKey = QStringLiteral("view/wire");
 const QString BackgroundKey = QStringLiteral("view/background");
 
-constexpr TColor HeadlightColor{0x909090};
+constexpr TColor HeadlightAlone{0xC8C8C8};
+constexpr TColor HeadlightAmongOthers{0x3C3C3C}; // to what they light already
+constexpr TColor AmbientUnderHeadlight{0x303030};
 constexpr TColor AmbientUnderLights{0x202020};
 
 // Of fog, in distances from the eye to what it looks at: that is seen through about a third of it.
@@ -61,9 +64,23 @@ void Outline(TZEPObject& object) {
     object.SetDrawType(dtLine);
 }
 
-/// Lines and points have no faces.
-bool HasFaces(TZEPObject& object) {
-    return qobject_cast<TZEPColoredObject*>(&object) && !qobject_cast<TZEPShape*>(&object);
+/// Files hold spots that were never aimed.
+bool Shines(TZEPLight& light) {
+    if (!light.Visible()) return false;
+    const bool cone = light.Directional() && light.Cutoff() <= 90;
+    return !cone || light.PositionObject() || light.TargetObject() ||
+           light.Position()->Data() != light.Target()->Data();
+}
+
+/// Flat drawings have no use for lights.
+template <class Visit>
+void ForEachUnderLights(TZEPObject& scene, Visit&& visit) {
+    for (int i = 0, count = scene.GetItemsCount(); i < count; ++i) {
+        TZEPObject& child = *scene.GetItem(i);
+        if (const auto* file = qobject_cast<TFileRoot*>(&child); file && file->IsEven()) continue;
+        visit(child);
+        ForEachObject(child, visit);
+    }
 }
 
 } // namespace
@@ -106,12 +123,8 @@ TDressedView::TDressedView(TZEPPanel* panel, TSetBackground setBackground,
                            std::function<TColor()> background)
     : m_panel(panel), m_setBackground(std::move(setBackground)),
       m_background(std::move(background)), m_scene(panel->Camera()->Scene()),
-      m_headlight(new TZEPLight(m_scene)) {
-    m_headlight->SetParentComponent(m_scene);
+      m_headlight(new TEyeLight(m_scene)) {
     m_headlight->SetVisible(false);
-    m_headlight->SetDirectional(true);
-    m_headlight->SetPositionObject(panel->Camera());
-    m_headlight->SetColor(HeadlightColor);
     QObject::connect(panel, &TZEPPanel::BeforDraw, &m_listener, [this] { MeasureFog(); });
 }
 
@@ -123,6 +136,7 @@ void TDressedView::Dress(const TViewLook& look) {
     DressFog(look);
     TZEPOptions options = m_panel->Options();
     options.setFlag(goFlatShadeModel, look.Flat);
+    options.setFlag(goCullFace, !m_openSurfaces);
     m_panel->SetOptions(options);
     m_panel->Invalidate();
 }
@@ -130,17 +144,29 @@ void TDressedView::Dress(const TViewLook& look) {
 void TDressedView::DressLights(const TViewLook& look) {
     m_dark.Restore(Show);
     bool lit = false;
-    bool solid = false;
-    ForEachObject(*m_scene, [&](TZEPObject& object) {
-        solid = solid || qobject_cast<TZEPSolid*>(&object);
-        if (!qobject_cast<TZEPLight*>(&object) || &object == m_headlight) return;
-        lit = lit || object.Visible();
-        if (!look.Lights && object.Visible()) m_dark.Add(object, Hide);
+    bool faces = false;
+    m_openSurfaces = false;
+    ForEachUnderLights(*m_scene, [&](TZEPObject& object) {
+        faces = faces || HasFaces(object);
+        m_openSurfaces = m_openSurfaces || IsOpenSurface(object);
+        auto* light = qobject_cast<TZEPLight*>(&object);
+        if (!light || light == m_headlight) return;
+        lit = lit || Shines(*light);
+        if (!look.Lights && light->Visible()) m_dark.Add(*light, Hide);
     });
-    const bool headlight = look.Lights && solid && (look.Headlight || !lit);
+    const bool headlight = look.Lights && faces && (look.Headlight || !lit);
     m_headlight->SetVisible(headlight);
-    const bool shines = look.Lights && (lit || headlight);
-    m_scene->SetSceneAmbientColor(shines ? AmbientUnderLights : clWhite);
+    m_headlight->SetColor(lit ? HeadlightAmongOthers : HeadlightAlone);
+    DressAmbient(look.Lights && (lit || headlight), lit);
+}
+
+void TDressedView::DressAmbient(bool shines, bool lit) {
+    if (shines) {
+        m_even.Restore(*m_scene);
+        return m_scene->SetSceneAmbientColor(lit ? AmbientUnderLights : AmbientUnderHeadlight);
+    }
+    m_even.Apply(*m_scene);
+    m_scene->SetSceneAmbientColor(clWhite);
 }
 
 void TDressedView::DressWire(bool wire) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/Color.h"
+#include "viewer/EvenMaterials.h"
 
 #include <QObject>
 #include <QPointer>
@@ -11,10 +11,8 @@
 
 namespace ZEP {
 
-class TZEPLight;
-class TZEPObject;
+class TEyeLight;
 class TZEPPanel;
-class TZEPScene;
 
 /// How a view shows its scene: what the View menu chooses.
 struct TViewLook {
@@ -49,8 +47,9 @@ private:
 /// A panel and the scene of its camera, dressed as a `TViewLook` says. What is dressed comes back
 /// as it was. Both are there whenever it dresses.
 ///
-/// Where no light shines the scene's ambient light is white, so that all is seen. Solids
-/// without a light in their scene get the headlight in any case, to show their shape.
+/// Where no light shines all is lit alike from all around, in the colours that lamps show it in.
+/// Surfaces without a light in their scene get the headlight in any case, to show their shape;
+/// beside other lights it is weaker. Flat drawings keep their colours whatever shines.
 class TDressedView {
 public:
     using TSetBackground = std::function<void(const std::optional<TColor>&)>;
@@ -68,6 +67,7 @@ public:
 
 private:
     void DressLights(const TViewLook& look);
+    void DressAmbient(bool shines, bool lit);
     void DressWire(bool wire);
     void DressFog(const TViewLook& look);
     void MeasureFog();
@@ -76,10 +76,12 @@ private:
     TSetBackground m_setBackground;
     std::function<TColor()> m_background;
     TZEPScene* m_scene;
-    TZEPLight* m_headlight;
+    TEyeLight* m_headlight;
+    TEvenMaterials m_even;
     QObject m_listener;
     TSwitchedObjects m_dark;  ///< lights
     TSwitchedObjects m_wired; ///< solids
+    bool m_openSurfaces = false;
 };
 
 } // namespace ZEP

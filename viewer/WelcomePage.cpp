@@ -17,19 +17,29 @@ namespace {
 constexpr int MostFiles = 6;
 constexpr int LeastSide = 290; // pixels
 
-QString Style() {
+/// Text and what is clicked, on a background of their kind.
+struct TInks {
+    const char *Title, *Text, *Link, *Hover;
+};
+constexpr TInks OnDark{"#e8eef4", "#b8c4d0", "#5abeff", "#ffffff"};
+constexpr TInks OnBright{"#101820", "#303c48", "#0a4a86", "#000000"};
+
+QString Style(TColor high, TColor low) {
+    const TInks& inks = IsBright(high) ? OnBright : OnDark;
+    const auto name = [](const char* ink) { return QString::fromLatin1(ink); };
     return QStringLiteral(
                "ZEP--TWelcomePage { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 %1, "
                "stop:1 %2); }"
-               "QLabel { color: #b8c4d0; font-size: 14px; }"
-               "QLabel#Title { color: #e8eef4; font-size: 24px; }"
-               "QPushButton { color: #e8eef4; background: #2a6fb0; border: none; border-radius: "
+               "QLabel { color: %3; font-size: 14px; }"
+               "QLabel#Title { color: %4; font-size: 24px; }"
+               "QPushButton { color: #ffffff; background: #2a6fb0; border: none; border-radius: "
                "4px; padding: 8px 24px; font-size: 15px; }"
                "QPushButton:hover, QPushButton:focus { background: #3b86cc; }"
-               "QPushButton[flat=true] { color: #5abeff; background: none; padding: 2px; "
+               "QPushButton[flat=true] { color: %5; background: none; padding: 2px; "
                "font-size: 14px; }"
-               "QPushButton[flat=true]:hover, QPushButton[flat=true]:focus { color: #ffffff; }")
-        .arg(ToQColor(Look::Sky).name(), ToQColor(Look::Ground).name());
+               "QPushButton[flat=true]:hover, QPushButton[flat=true]:focus { color: %6; }")
+        .arg(ToQColor(high).name(), ToQColor(low).name(), name(inks.Text), name(inks.Title),
+             name(inks.Link), name(inks.Hover));
 }
 
 QLabel* AddLabel(QVBoxLayout* layout, const QString& text) {
@@ -44,7 +54,7 @@ QLabel* AddLabel(QVBoxLayout* layout, const QString& text) {
 TWelcomePage::TWelcomePage(QWidget* parent)
     : QWidget(parent), m_view(new TZEPPanel(this)), m_recent(new QVBoxLayout) {
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(Style());
+    setStyleSheet(Style(Look::Sky, Look::Ground));
     m_view->SetCamera(m_start.Camera());
     m_view->PanelControl()->SetMouseLeft(mmOrbit);
     m_view->PanelControl()->SetMouseWheel(mmDolly);
@@ -78,6 +88,12 @@ QWidget* TWelcomePage::MakeSide() {
     layout->addLayout(m_recent);
     layout->addStretch(3);
     return side;
+}
+
+void TWelcomePage::SetBackground(const std::optional<TColor>& color) {
+    m_start.SetBackground(color);
+    const QString style = Style(color.value_or(Look::Sky), color.value_or(Look::Ground));
+    if (style != styleSheet()) setStyleSheet(style);
 }
 
 void TWelcomePage::showEvent(QShowEvent* event) {

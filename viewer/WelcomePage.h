@@ -21,6 +21,8 @@ public:
     [[nodiscard]] TZEPPanel* View() const { return m_view; }
     [[nodiscard]] TStartScene& Start() { return m_start; }
 
+    /// One colour behind scene and text in place of those of its own; the text stays readable.
+    void SetBackground(const std::optional<TColor>& color);
     void SetRecentFiles(const QStringList& files);
 
 signals:

@@ -1,70 +1,13 @@
-#include "viewer/FileRoot.h"
+#include "tests/viewer/RootFromAbove.h"
 
 #include "objects/Arc.h"
 #include "objects/Circle.h"
-#include "objects/Line.h"
 #include "objects/Polyline.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
-#include "view/Camera.h"
-#include "view/Panel.h"
-
-#include <gtest/gtest.h>
 
 namespace ZEP {
 namespace {
 
-constexpr int Side = 100;
-
-/// A root seen from above: a unit is ten pixels, the origin in the middle.
-class FileRoot : public testing::Test {
-protected:
-    FileRoot() {
-        m_scene.SetSceneAmbientColor(clWhite);
-        m_root.SetParentComponent(&m_scene);
-        m_camera.SetParentComponent(&m_scene);
-        m_camera.SetOrthographic(true);
-        m_camera.SetFOVY(90);
-        m_camera.Position()->SetData(0, -0.005, 5);
-        m_panel.resize(Side, Side);
-        m_panel.SetCamera(&m_camera);
-    }
-
-    static QRgb Rounded(QRgb color) {
-        const auto rounded = [](int part) { return part > 200 ? 255 : part < 50 ? 0 : 128; };
-        return qRgb(rounded(qRed(color)), rounded(qGreen(color)), rounded(qBlue(color)));
-    }
-
-    template <class Object>
-    Object* Add(TColor color) {
-        auto* object = new Object(&m_root);
-        object->SetColor(color);
-        object->SetWidth(5);
-        object->SetParentComponent(&m_root);
-        return object;
-    }
-
-    TZEPLine* AddLine(double y, TColor color = clRed) {
-        auto* line = Add<TZEPLine>(color);
-        line->P1()->SetData(-4, y, 0);
-        line->P2()->SetData(4, y, 0);
-        return line;
-    }
-
-    /// The colour at a place of the root's plane, in steps that smoothing does not reach.
-    QRgb At(double x, double y) {
-        const QImage frame = m_panel.GrabFrame();
-        const double ratio = static_cast<double>(frame.width()) / 10;
-        const QPoint pixel(static_cast<int>((5 + x) * ratio), static_cast<int>((5 - y) * ratio));
-        return frame.valid(pixel) ? Rounded(frame.pixel(pixel)) : 0;
-    }
-
-    TZEPScene m_scene;
-    TFileRoot m_root;
-    TZEPCamera m_camera;
-    TZEPPanel m_panel;
-};
+class FileRoot : public TRootFromAbove {};
 
 TEST_F(FileRoot, FollowsEveryChangeOfItsChildren) {
     TZEPLine* line = AddLine(0);

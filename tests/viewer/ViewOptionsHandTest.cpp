@@ -1,11 +1,17 @@
 #include "viewer/ViewOptions.h"
 
 #include "appearance/Light.h"
+#include "appearance/Material.h"
 #include "objects/Box.h"
 #include "objects/Line.h"
+#include "objects/Mesh.h"
+#include "objects/Polygon.h"
 #include "scene/Scene.h"
+#include "scene/Vertex3.h"
+#include "scene/XForm.h"
 #include "view/Camera.h"
 #include "view/Panel.h"
+#include "viewer/FileRoot.h"
 
 #include <gtest/gtest.h>
 
@@ -44,10 +50,8 @@ protected:
             [this] { return m_background.value_or(clNavy); });
     }
 
-    /// The light that `View` adds comes last.
-    TZEPLight* Headlight() {
-        return qobject_cast<TZEPLight*>(m_scene.GetItem(m_scene.GetItemsCount() - 1));
-    }
+    /// The light that `View` adds comes first.
+    TZEPLight* Headlight() { return qobject_cast<TZEPLight*>(m_scene.GetItem(0)); }
 
     QTemporaryDir m_folder;
     TZEPScene m_scene;
@@ -84,10 +88,11 @@ TEST_F(ViewOptions, TheHeadlightShinesWhereItIsAskedForOrNothingElseDoes) {
         TColor Ambient;
     };
     const TColor lit{0x202020};
+    const TColor headlit{0x303030};
     const TRow rows[] = {
         {false, false, true, false, false, clWhite}, // lines keep their colours
         {false, false, true, true, false, clWhite},  //
-        {true, false, true, false, true, lit},       // to show the shape
+        {true, false, true, false, true, headlit},   // to show the shape
         {true, true, true, false, false, lit},       //
         {true, true, true, true, true, lit},         //
         {true, true, false, true, false, clWhite},   // all lights are off
@@ -103,6 +108,68 @@ TEST_F(ViewOptions, TheHeadlightShinesWhereItIsAskedForOrNothingElseDoes) {
         EXPECT_EQ(headlight->Visible(), row.Shines);
         EXPECT_EQ(m_scene.SceneAmbientColor(), row.Ambient);
         EXPECT_TRUE(!lamp || lamp->Visible() == row.Lights);
+    }
+}
+
+TEST_F(ViewOptions, SpotsThatWereNeverAimedLightNothing) {
+    Add<TZEPBox>();
+    auto* spot = Add<TZEPLight>();
+    spot->SetDirectional(true);
+    spot->SetCutoff(30);
+    spot->Position()->SetData(1, 2, 3);
+    spot->Target()->SetData(1, 2, 3);
+    const auto view = View();
+    view->Dress({});
+    EXPECT_TRUE(Headlight()->Visible());
+    spot->Target()->SetData(0, 0, 0);
+    view->Dress({});
+    EXPECT_FALSE(Headlight()->Visible());
+}
+
+TEST_F(ViewOptions, SurfacesAreSeenFromBothSides) {
+    const auto view = View();
+    view->Dress({});
+    EXPECT_TRUE(m_panel.Options().testFlag(goCullFace));
+    Add<TZEPMesh>();
+    view->Dress({});
+    EXPECT_FALSE(m_panel.Options().testFlag(goCullFace));
+    EXPECT_TRUE(Headlight()->Visible());
+}
+
+TEST_F(ViewOptions, FlatDrawingsNeedNoLight) {
+    auto* drawing = Add<TFileRoot>();
+    auto* face = new TZEPPolygon(drawing);
+    face->SetParentComponent(drawing);
+    const auto view = View();
+    view->Dress({.Headlight = true});
+    EXPECT_TRUE(Headlight()->Visible());
+    drawing->SetEven(true);
+    view->Dress({.Headlight = true});
+    EXPECT_FALSE(Headlight()->Visible());
+}
+
+TEST_F(ViewOptions, LightNeitherBleachesNorHidesAColour) {
+    auto* box = Add<TZEPBox>();
+    box->XForm()->Scale()->SetData(9, 9, 9); // fills the view
+    TZEPFaceMaterial& face = *box->Material()->FrontFace();
+    const QColor diffuse(200, 120, 40);
+    const auto view = View();
+    const auto seen = [&](const TViewLook& look) {
+        view->Dress(look);
+        return m_panel.GrabFrame().pixelColor(30, 20);
+    };
+    for (const TColor ambient : {clBlack, FromQColor(diffuse)}) {
+        face.SetDiffuse(FromQColor(diffuse));
+        face.SetAmbient(ambient);
+        const QColor dark = seen({.Lights = false});
+        EXPECT_NEAR(dark.red(), 200, 2);
+        EXPECT_NEAR(dark.green(), 120, 2);
+        EXPECT_NEAR(dark.blue(), 40, 2);
+        const QColor bright = seen({.Headlight = true}); // the face is seen square
+        EXPECT_GT(bright.red(), 150);
+        EXPECT_LT(bright.red(), 205);
+        EXPECT_NEAR(1.0 * bright.green() / bright.red(), 0.6, 0.03);
+        EXPECT_EQ(face.Ambient(), ambient);
     }
 }
 

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "objects/Line.h"
+#include "scene/Scene.h"
+#include "scene/Vertex3.h"
+#include "scene/XForm.h"
+#include "view/Camera.h"
+#include "view/Panel.h"
+#include "viewer/FileRoot.h"
+
+#include <gtest/gtest.h>
+
+namespace ZEP {
+
+/// A root seen from above: a unit is ten pixels, the origin in the middle.
+class TRootFromAbove : public testing::Test {
+protected:
+    TRootFromAbove() {
+        m_scene.SetSceneAmbientColor(clWhite);
+        m_root.SetParentComponent(&m_scene);
+        m_camera.SetParentComponent(&m_scene);
+        m_camera.SetOrthographic(true);
+        m_camera.SetFOVY(90);
+        m_camera.Position()->SetData(0, -0.005, 5);
+        m_panel.resize(Side, Side);
+        m_panel.SetCamera(&m_camera);
+    }
+
+    static constexpr int Side = 100;
+
+    static QRgb Rounded(QRgb color) {
+        const auto rounded = [](int part) { return part > 200 ? 255 : part < 50 ? 0 : 128; };
+        return qRgb(rounded(qRed(color)), rounded(qGreen(color)), rounded(qBlue(color)));
+    }
+
+    /// \param parent  null: the root
+    template <class Object>
+    Object* Add(TColor color, TZEPObject* parent = nullptr) {
+        auto* object = new Object(&m_root);
+        object->SetColor(color);
+        if (auto* shape = qobject_cast<TZEPShape*>(object)) shape->SetWidth(5);
+        object->SetParentComponent(parent ? parent : &m_root);
+        return object;
+    }
+
+    TZEPLine* AddLine(double y, TColor color = clRed, TZEPObject* parent = nullptr) {
+        auto* line = Add<TZEPLine>(color, parent);
+        line->P1()->SetData(-4, y, 0);
+        line->P2()->SetData(4, y, 0);
+        return line;
+    }
+
+    /// The colour at a place of the root's plane, in steps that smoothing does not reach.
+    QRgb At(double x, double y) {
+        const QImage frame = m_panel.GrabFrame();
+        const double ratio = static_cast<double>(frame.width()) / 10;
+        const QPoint pixel(static_cast<int>((5 + x) * ratio), static_cast<int>((5 - y) * ratio));
+        return frame.valid(pixel) ? Rounded(frame.pixel(pixel)) : 0;
+    }
+
+    TZEPScene m_scene;
+    TFileRoot m_root;
+    TZEPCamera m_camera;
+    TZEPPanel m_panel;
+};
+
+} // namespace ZEP

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "scene/Geom.h"
+#include "scene/ViewVolume.h"
+
+#include <optional>
+
+namespace ZEP {
+
+/// A frame of its own for what is drawn while it lives; the identity makes no call.
+class TMatrixScope {
+public:
+    explicit TMatrixScope(const TGLMatrixd4& matrix);
+    ~TMatrixScope();
+    TMatrixScope(const TMatrixScope&) = delete;
+    TMatrixScope& operator=(const TMatrixScope&) = delete;
+
+private:
+    TGLMatrixd4 m_matrix;
+    std::optional<TZEPViewFrame> m_frame;
+    bool m_pushed;
+};
+
+/// All that is drawn while it lives is lit alike from all around, by white light.
+class TEvenScope {
+public:
+    TEvenScope();
+    ~TEvenScope();
+    TEvenScope(const TEvenScope&) = delete;
+    TEvenScope& operator=(const TEvenScope&) = delete;
+};
+
+} // namespace ZEP

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "appearance/Light.h"
+
+namespace ZEP {
+
+/// A light that shines the way the camera looks, from infinitely far behind it, so that it lights
+/// what is near and what is far alike. It gives no ambient light, so that the slope of a surface
+/// shows whatever its ambient colour is.
+class TEyeLight : public TZEPLight {
+    Q_OBJECT
+public:
+    /// \param scene  owns it; it takes the first of OpenGL's lights there
+    explicit TEyeLight(TZEPScene* scene);
+
+    void DrawLight(bool shadowPass) override;
+};
+
+} // namespace ZEP
