@@ -1,6 +1,9 @@
-#include "appearance/MaterialLibrary.h"
+#include "converters/ThreeDSMesh.h"
+
+#include "converters/ReadReport.h"
 #include "converters/ThreeDSIds.h"
-#include "converters/ThreeDSReader.h"
+#include "converters/ThreeDSMaterials.h"
+#include "converters/ThreeDSStream.h"
 #include "objects/Mesh.h"
 
 #include <algorithm>
@@ -26,18 +29,17 @@ private:
 
 } // namespace
 
-void TF3DSReader::ReadMeshChunk(const TF3DSChunk& chunk, const QString& name) {
-    Dump(" <MeshChunk> \r\n");
-    auto& mesh = AddObject<TZEPMesh>(chunk, name);
+void TF3DSMeshes::ReadMeshChunk(const TF3DSChunk& chunk, TZEPMesh& mesh) {
+    m_stream.Dump(" <MeshChunk> \r\n");
     const TGathered vertexes(mesh.Vertexes());
     const TGathered faces(mesh.Faces());
     TF3DSChunk faceList;
-    while (m_cursor.IsWithin(chunk)) {
-        const bool isInFaceList = m_cursor.Position() < faceList.End;
-        const TF3DSChunk child = ReadChunk(isInFaceList ? faceList : chunk);
+    while (m_stream.IsWithin(chunk)) {
+        const bool isInFaceList = m_stream.Position() < faceList.End;
+        const TF3DSChunk child = m_stream.ReadChunk(isInFaceList ? faceList : chunk);
         if (child.Id != idFaces) {
-            ReadMeshPart(child, mesh);
-            m_cursor.Leave(child);
+            ReadPart(child, mesh);
+            m_stream.Leave(child);
             continue;
         }
         // What is said about the faces follows them in their chunk, in no level of its own: no
@@ -48,7 +50,7 @@ void TF3DSReader::ReadMeshChunk(const TF3DSChunk& chunk, const QString& name) {
     CheckFaces(mesh);
 }
 
-void TF3DSReader::ReadMeshPart(const TF3DSChunk& chunk, TZEPMesh& mesh) {
+void TF3DSMeshes::ReadPart(const TF3DSChunk& chunk, TZEPMesh& mesh) {
     switch (chunk.Id) {
     case idPoints:
         return ReadPoints(chunk, mesh);
@@ -57,86 +59,89 @@ void TF3DSReader::ReadMeshPart(const TF3DSChunk& chunk, TZEPMesh& mesh) {
     case idTexCoords:
         return ReadTexCoords(chunk, mesh);
     case idSmoothing:
-        return Dump(" <SmoothChunk> \r\n"); // a mesh is smooth or flat as a whole
+        return m_stream.Dump(" <SmoothChunk> \r\n"); // a mesh is smooth or flat as a whole
     case idMatrix:
-        return Dump(" <MatrixChunk> \r\n"); // where the pivot is: points are in the whole's frame
+        return m_stream.Dump(
+            " <MatrixChunk> \r\n"); // where the pivot is: points are in the whole's frame
     case idHidden:
-        Dump(" <HiddenChunk> \r\n");
+        m_stream.Dump(" <HiddenChunk> \r\n");
         return mesh.SetVisible(false);
     case idNoShadows:
-        Dump(" <NoShadowsChunk> \r\n");
+        m_stream.Dump(" <NoShadowsChunk> \r\n");
         return mesh.SetShadows(0, false);
     case idNoReceiveShadows:
-        Dump(" <NotRcvShadowsChunk> \r\n");
+        m_stream.Dump(" <NotRcvShadowsChunk> \r\n");
         return mesh.SetShadows(1, false);
     default:
-        return SkipChunk(chunk, idMesh);
+        return m_stream.SkipChunk(chunk, idMesh);
     }
 }
 
-void TF3DSReader::ReadPoints(const TF3DSChunk& chunk, TZEPMesh& mesh) {
-    Dump(" <PointArrayChunk> \r\n");
-    const auto numbers = m_cursor.ReadArray<float>(chunk, 3, "points");
+void TF3DSMeshes::ReadPoints(const TF3DSChunk& chunk, TZEPMesh& mesh) {
+    m_stream.Dump(" <PointArrayChunk> \r\n");
+    const auto numbers = m_stream.ReadArray<float>(chunk, 3, "points");
     mesh.Vertexes()->AddEach(numbers.Count() / 3, [&](TZEPVertex3TexCI& vertex, std::size_t i) {
         const std::size_t first = 3 * i;
-        vertex.SetPointQuietly(
-            {Finite(numbers[first]), Finite(numbers[first + 1]), Finite(numbers[first + 2])});
+        vertex.SetPointQuietly({m_stream.Finite(numbers[first]),
+                                m_stream.Finite(numbers[first + 1]),
+                                m_stream.Finite(numbers[first + 2])});
     });
 }
 
-void TF3DSReader::ReadFaces(const TF3DSChunk& chunk, TZEPMesh& mesh) {
-    Dump(" <FaceArrayChunk> \r\n");
-    const auto words = m_cursor.ReadArray<std::uint16_t>(chunk, WordsOfFace, "faces");
+void TF3DSMeshes::ReadFaces(const TF3DSChunk& chunk, TZEPMesh& mesh) {
+    m_stream.Dump(" <FaceArrayChunk> \r\n");
+    const auto words = m_stream.ReadArray<std::uint16_t>(chunk, WordsOfFace, "faces");
     mesh.Faces()->AddEach(words.Count() / WordsOfFace, [&](TZEPFace3CI& face, std::size_t i) {
         const std::size_t first = WordsOfFace * i;
         face.SetCornersQuietly(words[first], words[first + 1], words[first + 2]);
     });
 }
 
-void TF3DSReader::ReadTexCoords(const TF3DSChunk& chunk, TZEPMesh& mesh) {
-    Dump(" <TexCoordArrayChunk> \r\n");
-    const auto numbers = m_cursor.ReadArray<float>(chunk, 2, "texture coordinates");
+void TF3DSMeshes::ReadTexCoords(const TF3DSChunk& chunk, TZEPMesh& mesh) {
+    m_stream.Dump(" <TexCoordArrayChunk> \r\n");
+    const auto numbers = m_stream.ReadArray<float>(chunk, 2, "texture coordinates");
     const std::size_t count = numbers.Count() / 2;
     const std::size_t used = std::min(count, static_cast<std::size_t>(mesh.Vertexes()->Count()));
     for (std::size_t i = 0; i < used; ++i)
-        (*mesh.Vertexes())[static_cast<int>(i)].SetTexCoordQuietly(Finite(numbers[2 * i]),
-                                                                   Finite(numbers[2 * i + 1]));
-    m_strays.TexCoords += static_cast<qint64>(count - used);
+        (*mesh.Vertexes())[static_cast<int>(i)].SetTexCoordQuietly(
+            m_stream.Finite(numbers[2 * i]), m_stream.Finite(numbers[2 * i + 1]));
+    m_strayTexCoords += static_cast<qint64>(count - used);
 }
 
-void TF3DSReader::ReadFaceGroup(const TF3DSChunk& chunk, TZEPMesh& mesh) {
-    if (!m_target.Materials) return SkipChunk(chunk, idMesh);
-    Dump(" <MaterialGroupChunk> \r\n");
-    const int material = m_materialIndexes.value(ReadName(chunk), -1);
-    const auto words = m_cursor.ReadArray<std::uint16_t>(chunk, 1, "faces");
+void TF3DSMeshes::ReadFaceGroup(const TF3DSChunk& chunk, TZEPMesh& mesh) {
+    if (!m_materials) return m_stream.SkipChunk(chunk, idMesh);
+    m_stream.Dump(" <MaterialGroupChunk> \r\n");
+    const int material = m_materials->FindMaterialIndex(m_stream.ReadName(chunk));
+    const auto words = m_stream.ReadArray<std::uint16_t>(chunk, 1, "faces");
     const int faceCount = mesh.Faces()->Count();
     for (std::size_t i = 0; i < words.Count(); ++i) {
         if (words[i] < faceCount)
             (*mesh.Faces())[words[i]].SetMaterialIndexQuietly(material);
         else
-            ++m_strays.Faces;
+            ++m_strayFaces;
     }
 }
 
-void TF3DSReader::CheckFaces(TZEPMesh& mesh) {
+void TF3DSMeshes::CheckFaces(TZEPMesh& mesh) {
     const int count = mesh.Vertexes()->Count();
     for (int i = 0; i < mesh.Faces()->Count(); ++i) {
         TZEPFace3CI& face = (*mesh.Faces())[i];
-        if (std::max({face.A(), face.B(), face.C()}) >= count) ++m_strays.Corners;
-        if (m_target.Materials && face.MaterialIndex() < 0) {
-            ++m_strays.Bare;
-            if (m_target.PaintBareFaces) face.SetMaterialIndexQuietly(BareMaterial());
+        if (std::max({face.A(), face.B(), face.C()}) >= count) ++m_strayCorners;
+        if (m_materials && face.MaterialIndex() < 0) {
+            ++m_bareFaces;
+            if (m_paintBareFaces) face.SetMaterialIndexQuietly(m_materials->BareMaterial());
         }
     }
 }
 
-int TF3DSReader::BareMaterial() {
-    auto* items = m_target.Materials->Materials();
-    if (m_bareMaterial < 0) {
-        m_bareMaterial = items->Count();
-        items->Add();
-    }
-    return m_bareMaterial;
+void TF3DSMeshes::ReportStrays() {
+    const auto report = [this](const char* what, qint64 count) {
+        if (count > 0) m_stream.Report().Add(QLatin1String(what), 0, count);
+    };
+    report("faces without a material", m_bareFaces);
+    report("faces with a corner that is no vertex", m_strayCorners);
+    report("materials of faces that the mesh lacks", m_strayFaces);
+    report("texture coordinates without a vertex", m_strayTexCoords);
 }
 
 } // namespace ZEP

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include <array>
 #include <cmath>
 #include <functional>
 #include <numbers>
@@ -103,10 +104,13 @@ private:
     int m_faceCount = 0;
 };
 
-std::string Paint(const std::string& name, std::initializer_list<std::uint8_t> color,
+/// Dull where no light falls, so that lights need not be weak.
+std::string Paint(const std::string& name, std::array<std::uint8_t, 3> color,
                   std::uint16_t shininess = 0, const std::string& more = {}) {
-    return Material(name, Color24(0xA010, color) + Color24(0xA020, color) +
-                              Color24(0xA030, {160, 160, 160}) + Percent(0xA040, shininess) + more);
+    const auto part = [&](std::size_t i) { return static_cast<std::uint8_t>(color[i] * 2 / 5); };
+    return Material(name, Color24(0xA010, {part(0), part(1), part(2)}) +
+                              Color24(0xA020, {color[0], color[1], color[2]}) +
+                              Color24(0xA030, {60, 60, 60}) + Percent(0xA040, shininess) + more);
 }
 
 std::string Camera(const std::string& name, std::initializer_list<float> places) {
@@ -142,7 +146,7 @@ std::string Lighthouse() {
         Chunk(0xA200, Chunk(0xA300, Name("BRICKS.JPG")) + Chunk(0xA354, Floats({1})));
     return File(
         Chunk(0x0100, Floats({1})) + Color24(0x1200, {126, 160, 196}) +
-        Color24(0x2100, {110, 110, 120}) + Paint("Sea", {40, 90, 130}, 60) +
+        Color24(0x2100, {70, 70, 80}) + Paint("Sea", {40, 90, 130}, 60) +
         Paint("Rock", {120, 110, 100}) + Paint("Grass", {90, 130, 60}) +
         Paint("Red", {190, 40, 35}, 30) + Paint("White", {235, 232, 225}, 30) +
         Paint("Iron", {60, 62, 66}, 50) + Paint("Slate", {70, 75, 85}, 20) +
@@ -151,8 +155,8 @@ std::string Lighthouse() {
         Paint("Glass", {190, 215, 225}, 90, Percent(0xA050, 60)) + rock.Mesh("Rock") +
         tower.Mesh("Tower") + lamp.Mesh("Lamp") + house.Mesh("House") +
         Object("Sun",
-               Chunk(0x4600, Floats({30, -50, 60}) + Chunk(0x0010, Floats({1, 0.97F, 0.9F})))) +
-        Object("Beam", Chunk(0x4600, Floats({0, -3, 17}) + Chunk(0x0011, Bytes({255, 235, 160})) +
+               Chunk(0x4600, Floats({30, -50, 60}) + Chunk(0x0010, Floats({0.8F, 0.77F, 0.7F})))) +
+        Object("Beam", Chunk(0x4600, Floats({0, -3, 17}) + Chunk(0x0011, Bytes({120, 100, 50})) +
                                          Chunk(0x4610, Floats({8, -2, 3, 20, 50})))) +
         Camera("From the sea", {22, -30, 9, 2, 0, 8}) +
         Camera("From above", {-14, -18, 34, 3, 0, 6}));
@@ -188,11 +192,11 @@ std::string Gears() {
     return File(Color24(0x1200, {40, 44, 52}) + Color24(0x2100, {70, 70, 70}) +
                 Paint("Steel", {150, 155, 165}, 60) + Paint("Brass", {190, 150, 60}, 40) +
                 Paint("Dark", {50, 50, 55}, 20) + Paint("Wood", {110, 74, 44}) +
-                wheel(-6, 20, 0).Mesh("Large wheel") + wheel(10, 12, 2).Mesh("Small wheel") +
-                plate.Mesh("Plate") +
+                wheel(-6, 20, -0.5F).Mesh("Large wheel") +
+                wheel(10, 12, -2.5F).Mesh("Small wheel") + plate.Mesh("Plate") +
                 Object("Lamp", Chunk(0x4600, Floats({-20, -30, 50}) +
-                                                 Chunk(0x0010, Floats({1, 1, 0.95F})))) +
-                Camera("Near", {6, -30, 24, 3, 0, 0}));
+                                                 Chunk(0x0010, Floats({0.8F, 0.8F, 0.75F})))) +
+                Camera("Near", {7, -40, 33, 1, -1, 0}));
 }
 
 struct TShipped {

@@ -181,6 +181,32 @@ TEST(Collection, IndexAndAddressHoldAcrossAllChunks) {
     }
 }
 
+TEST(Collection, ManyItemsComeInOneGoWithOneNotification) {
+    TZEPFaces faces(nullptr);
+    User user;
+    faces.RegisterObject(&user);
+    int sum = 0;
+    // Into chunks that are full, begun and empty.
+    for (const int count : {4, 0, 1, 9, 3000}) {
+        user.Calls = 0;
+        const int before = faces.Count();
+        faces.AddEach(static_cast<std::size_t>(count), [&](TZEPFace3CI& face, std::size_t i) {
+            face.SetCornersQuietly(before, static_cast<int>(i), 7);
+            face.SetMaterialIndex(5); // watched by nobody yet
+        });
+        sum += count;
+        EXPECT_EQ(user.Calls, count > 0 ? 1 : 0) << count;
+        ASSERT_EQ(faces.Count(), sum);
+        for (int i = before; i < sum; ++i) {
+            ASSERT_EQ(faces[i].A(), before);
+            ASSERT_EQ(faces[i].B(), i - before);
+            ASSERT_EQ(faces[i].Collection(), &faces);
+        }
+    }
+    faces[sum - 1].SetMaterialIndex(6);
+    EXPECT_EQ(user.Calls, 2);
+}
+
 TEST(Collection, DeleteClosesTheGapAndLeavesNothingBehind) {
     TZEPFaces faces(nullptr);
     for (int i = 0; i < 20; ++i) faces.Add()->SetA(i);
