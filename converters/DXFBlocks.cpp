@@ -1,6 +1,6 @@
 #include "converters/DXFBlocks.h"
 
-#include "converters/DXFCodePage.h"
+#include "converters/DXFDrawing.h"
 #include "converters/DXFRecord.h"
 
 namespace ZEP {
@@ -16,16 +16,12 @@ std::string Folded(std::string_view name) {
     return folded;
 }
 
-bool EndsSection(std::string_view value) {
-    return value == "ENDSEC" || value == "SECTION" || value == "EOF";
-}
-
 } // namespace
 
 void TDXFBlocks::Read(TDXFTags& tags, const TDXFTextDecoder& text) {
     while (tags.NextGroupCode() >= 0) {
         if (tags.Code() != 0) continue;
-        if (EndsSection(tags.ValStr())) return tags.go_back_to_last();
+        if (IsDXFSectionMark(tags.ValStr())) return tags.go_back_to_last();
         if (tags.ValStr() == "BLOCK") ReadBlock(tags, text);
     }
 }
@@ -37,7 +33,7 @@ void TDXFBlocks::ReadBlock(TDXFTags& tags, const TDXFTextDecoder& text) {
     while (tags.NextGroupCode() >= 0) {
         if (tags.Code() != 0) continue;
         const std::string_view value = tags.ValStr();
-        if (value == "ENDBLK" || value == "BLOCK" || EndsSection(value)) break;
+        if (value == "ENDBLK" || value == "BLOCK" || IsDXFSectionMark(value)) break;
     }
     if (tags.Code() == 0) tags.go_back_to_last();
     if (record.Flag(70, ExternalFlags)) return;

@@ -25,18 +25,12 @@ public:
     /// Where the header says that the drawing lies; z stays 0.
     TGLArrayd3 MinExtent{}, MaxExtent{};
 
-    /// Reads the groups of the entity whose code 0 was taken last; false where the text ends
-    /// within.
-    bool Read(TEntity& entity);
     /// Whether the pair that was taken last is the code 0 that ends what is read. In the extended
     /// reading the end of the section ends all that is in it, and is pushed back.
     bool IsAtEnd(std::string_view end);
-    /// Passes over the pair behind a "SEQEND", whatever it is: drawings have its layer there. In
-    /// the extended reading an entity that begins there is not lost.
-    void PassPairBehindEnd();
 };
 
-/// Reads the entities up to the code 0 `end`, and puts them into `place`.
-void read_entities(TDXFDrawing& drawing, TDXFPlace& place, std::string_view end = "ENDSEC");
+/// Whether a code 0 of that value stands between sections: no entity.
+[[nodiscard]] bool IsDXFSectionMark(std::string_view value);
 
 } // namespace ZEP

@@ -66,56 +66,70 @@ void Fill(TZEPPolygon& polygon, const TEntity& entity, const TDXFDrawing&) {
     for (const TGLArrayd3& point : entity.Points) polygon.Vertexes()->Add()->SetPoint(point);
 }
 
-/// An entity that becomes one object on a layer that must be there. The object gets its parent last
-/// of all, so that what was set before had nobody to tell.
+/// An entity that becomes one object on a layer that must be there.
 template <class T>
-void ReadSimple(TDXFDrawing& drawing, TDXFPlace& place) {
+void ReadSimple(TDXFDrawing& drawing) {
     TEntity entity;
-    if (!drawing.Read(entity) || !IsInModel(drawing, entity)) return;
-    const TDXFSpot spot = place.Find(entity);
-    if (!spot.Parent)
+    if (!read_entity_data(drawing.Tags, entity)) return;
+    const TDXFSpot spot = drawing.Layers.Find(entity);
+    if (!spot.Layer)
         return drawing.Report.Add(entity.Kind, TDXFReport::TReason::NoLayer, entity.Line);
     T* object = MakeOfEntity<T>(drawing, entity, spot.Color);
     Fill(*object, entity, drawing);
-    object->SetParentComponent(spot.Parent);
+    object->SetParentComponent(spot.Layer);
 }
 
 /// An entity of which nothing is drawn, but whose layer is made.
-bool read_generic(TDXFDrawing& drawing, TDXFPlace& place, TEntity& entity) {
-    if (!drawing.Read(entity)) return false;
-    place.FindOrMake(entity);
+bool read_generic(TDXFDrawing& drawing, TEntity& entity) {
+    if (!read_entity_data(drawing.Tags, entity)) return false;
+    drawing.Layers.FindOrMake(entity);
     drawing.Report.Add(entity.Kind, TDXFReport::TReason::NotDrawn, entity.Line);
     return true;
 }
 
-void read_insert(TDXFDrawing& drawing, TDXFPlace& place) {
+void read_insert(TDXFDrawing& drawing) {
     TEntity insert;
-    if (!read_generic(drawing, place, insert) || insert.Follows != 1) return;
-    ReadFollowers(drawing, "ATTRIB", [&] {
+    if (!read_generic(drawing, insert) || insert.Follows != 1) return;
+    ReadFollowers(drawing.Tags, "ATTRIB", [&] {
         TEntity attribute;
-        return read_generic(drawing, place, attribute);
+        return read_generic(drawing, attribute);
     });
 }
 
-constexpr TDXFEntityKind Kinds[] = {
+/// Reads the entity whose code 0 was taken last. The next pair is then the code 0 of the next
+/// entity, or the text has ended.
+using TReadEntity = void (*)(TDXFDrawing& drawing);
+
+struct TKind {
+    std::string_view Name;
+    TReadEntity Read;
+};
+
+constexpr TKind Kinds[] = {
     {"LINE", ReadSimple<TZEPLine>},     {"ARC", ReadSimple<TZEPArc>},
     {"CIRCLE", ReadSimple<TZEPCircle>}, {"POINT", ReadSimple<TZEPPoint>},
     {"TEXT", ReadSimple<TZEPLabel>},    {"3DFACE", ReadSimple<TZEPPolygon>},
     {"POLYLINE", read_polyline},        {"INSERT", read_insert},
 };
 
-} // namespace
-
-TDXFReadEntity FindEntityReader(std::string_view kind, bool) {
-    for (const TDXFEntityKind& known : Kinds)
+TReadEntity FindReader(std::string_view kind) {
+    for (const TKind& known : Kinds)
         if (known.Name == kind) return known.Read;
     return nullptr;
 }
 
-bool IsInModel(TDXFDrawing& drawing, const TEntity& entity) {
-    if (!drawing.Options.Extended || !entity.PaperSpace) return true;
-    drawing.Report.Add(entity.Kind, TDXFReport::TReason::PaperSpace, entity.Line);
-    return false;
+} // namespace
+
+void read_entities(TDXFDrawing& drawing) {
+    TDXFTags& tags = drawing.Tags;
+    while (tags.NextGroupCode() >= 0) {
+        if (tags.Code() != 0) continue;
+        if (tags.ValStr() == "ENDSEC") return;
+        if (const TReadEntity read = FindReader(tags.ValStr()))
+            read(drawing);
+        else if (!IsDXFSectionMark(tags.ValStr()))
+            drawing.Report.Add(tags.ValStr(), TDXFReport::TReason::NotDrawn, tags.LineNumber());
+    }
 }
 
 } // namespace ZEP

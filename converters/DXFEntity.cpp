@@ -21,7 +21,6 @@ void TakePoint(TDXFTags& tags, TEntity& entity) {
 }
 
 void Take(TDXFTags& tags, TEntity& entity) {
-    const auto index = [&tags](int first) { return static_cast<std::size_t>(tags.Code() - first); };
     switch (tags.Code()) {
     case 1:
         entity.Text = tags.ValStr();
@@ -38,32 +37,17 @@ void Take(TDXFTags& tags, TEntity& entity) {
     case 40:
         entity.Radius = tags.ValDbl();
         break;
-    case 41:
-    case 42:
-    case 43:
-        entity.Scale[index(41)] = tags.ValDbl();
-        break;
-    case 44:
-    case 45:
-        entity.Spacing[index(44)] = tags.ValDbl();
-        break;
     case 50:
         entity.StartAngle = tags.ValDbl();
         break;
     case 51:
         entity.EndAngle = tags.ValDbl();
         break;
-    case 60:
-        entity.Hidden = tags.ValInt() != 0;
-        break;
     case 62:
         entity.Color = tags.ValInt();
         break;
     case 66:
         entity.Follows = tags.ValInt();
-        break;
-    case 67:
-        entity.PaperSpace = tags.ValInt() != 0;
         break;
     case 70:
         entity.Flags = tags.ValInt();
@@ -72,12 +56,7 @@ void Take(TDXFTags& tags, TEntity& entity) {
     case 72:
     case 73:
     case 74:
-        entity.Corners[index(71)] = Amount(tags.ValInt());
-        break;
-    case 210:
-    case 220:
-    case 230:
-        entity.Extrusion[index(210) / 10] = tags.ValDbl();
+        entity.Corners[static_cast<std::size_t>(tags.Code() - 71)] = Amount(tags.ValInt());
         break;
     default:
         TakePoint(tags, entity);

@@ -4,8 +4,8 @@
 
 namespace ZEP {
 
-/// The group values of one entity; of a group that stands more than once the last value. What the
-/// entity lacks keeps its initial value.
+/// The group values of one entity in the plain reading; of a group that stands more than once the
+/// last value. What the entity lacks keeps its initial value.
 struct TEntity {
     std::string_view Kind; ///< of code 0
     qint64 Line = 0;       ///< of its code 0
@@ -22,15 +22,6 @@ struct TEntity {
     std::string_view Text;              ///< 1
     std::string_view Name;              ///< 2
     std::string_view Layer;             ///< 8
-
-    /// \name Only in the extended reading
-    /// @{
-    std::array<double, 3> Scale{1, 1, 1}; ///< 41 to 43
-    std::array<double, 2> Spacing{};      ///< 44, 45
-    TGLArrayd3 Extrusion{0, 0, 1};        ///< 210, 220, 230
-    bool Hidden = false;                  ///< 60
-    bool PaperSpace = false;              ///< 67
-    /// @}
 };
 
 /// Reads the groups of the entity whose code 0 was taken last, up to the next code 0, which is

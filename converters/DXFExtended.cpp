@@ -12,6 +12,7 @@ namespace {
 
 constexpr int FrozenFlag = 1;
 constexpr int WhiteNumber = 7;
+constexpr int MaxNumber = 256;
 
 struct TKind {
     std::string_view Name;
@@ -57,9 +58,9 @@ TDXFExtendedReader::TDXFExtendedReader(TDXFDrawing& drawing)
 void TDXFExtendedReader::ReadLayer() {
     if (!m_record.Read(m_drawing.Tags) || !m_record.Has(2)) return;
     TZEPObject* layer = m_drawing.Layers.Declare(m_record.Text(2));
-    const int number = m_record.Integer(62, WhiteNumber);
+    const int number = std::clamp(m_record.Integer(62, WhiteNumber), -MaxNumber, MaxNumber);
     const bool isFrozen = m_record.Flag(70, FrozenFlag);
-    layer->SetColor(m_record.Has(420) ? DXFTrueColor(m_record.Integer(420))
+    layer->SetColor(m_record.Has(420) ? DXFTrueColor(m_record.Integer(420), std::abs(number))
                                       : DXFPaletteColor(std::abs(number)));
     if (number < 0 || isFrozen) layer->SetVisible(false);
     if (isFrozen) m_frozen.insert(layer);

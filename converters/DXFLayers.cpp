@@ -60,17 +60,12 @@ TDXFSpot TDXFLayers::SpotOn(TZEPObject* layer, const TEntity& entity) const {
 }
 
 TDXFSpot TDXFLayers::Find(const TEntity& entity) {
-    TZEPObject* layer = FindLayer(entity.Layer);
-    if (!layer && m_options.Extended && m_options.CreateLayers) {
-        layer = Declare(entity.Layer);
-        layer->SetColor(clWhite);
-    }
-    return SpotOn(layer, entity);
+    return SpotOn(FindLayer(entity.Layer), entity);
 }
 
 TDXFSpot TDXFLayers::FindOrMake(const TEntity& entity) {
     const TDXFSpot spot = Find(entity);
-    if (spot.Parent || !m_options.CreateLayers) return spot;
+    if (spot.Layer || !m_options.CreateLayers) return spot;
     return SpotOn(MakeUnnamed(entity.Color), entity);
 }
 

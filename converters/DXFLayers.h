@@ -1,6 +1,6 @@
 #pragma once
 
-#include "converters/DXFPlace.h"
+#include "converters/DXFEntity.h"
 #include "scene/Object.h"
 
 #include <QHash>
@@ -19,9 +19,15 @@ struct TDXFOptions {
     qint64 MaxBlockObjects = 2'000'000; ///< that inserted blocks make in all
 };
 
+/// Where an entity goes, and how it looks there.
+struct TDXFSpot {
+    TZEPObject* Layer = nullptr; ///< null where it is not there
+    TColor Color;
+};
+
 /// The layers of a drawing: children of the root, found by their ident without regard to case, the
 /// first of several. Looking one up costs the same however many there are.
-class TDXFLayers final : public TDXFPlace {
+class TDXFLayers {
 public:
     /// \param root  may go away meanwhile, with its children; then nothing more is asked here
     TDXFLayers(TZEPObject& root, const TDXFOptions& options, const TDXFTextDecoder& text);
@@ -34,11 +40,14 @@ public:
     /// layer does not find it.
     TZEPObject* MakeUnnamed(int colorNumber);
 
-    /// The layer of the entity, which is null where it is not there. In the extended reading it is
-    /// made then.
-    TDXFSpot Find(const TEntity& entity) override;
-    /// A layer that is not there is made, without a name.
-    TDXFSpot FindOrMake(const TEntity& entity) override;
+    /// \name For an entity of the plain reading that is read to its end
+    /// What they answer holds until the next pair is taken: while the host is asked for progress,
+    /// it may free any object.
+    /// @{
+    TDXFSpot Find(const TEntity& entity);
+    /// A layer that is not there is made, without a name, if the options say so.
+    TDXFSpot FindOrMake(const TEntity& entity);
+    /// @}
 
 private:
     TZEPObject* Make(const QString& ident);

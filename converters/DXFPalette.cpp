@@ -1,6 +1,7 @@
 #include "converters/DXFPalette.h"
 
-#include <cmath>
+#include <algorithm>
+#include <cstdlib>
 
 namespace ZEP {
 
@@ -10,6 +11,7 @@ constexpr std::array<TColor, 10> Named = {clBlack, clRed,     clYellow, clLime, 
                                           clBlue,  clFuchsia, clWhite,  clGray, clSilver};
 constexpr std::array<unsigned, 6> Greys = {51, 91, 132, 173, 214, 255};
 constexpr std::array<double, 5> Values = {1, 0.65, 0.5, 0.3, 0.15};
+constexpr int UncolouredNumber = 7;
 constexpr int FirstHue = 10;
 constexpr int FirstGrey = 250;
 constexpr int HuesInSixth = 4;
@@ -45,7 +47,8 @@ TColor DXFPaletteColor(int number) {
                  Byte(Share(hue, 16), value, isPale));
 }
 
-TColor DXFTrueColor(int value) {
+TColor DXFTrueColor(int value, int number) {
+    if (value == 0 && number == UncolouredNumber) return clWhite;
     const auto rgb = static_cast<unsigned>(value);
     return Mixed(rgb >> 16U & 0xFFU, rgb >> 8U & 0xFFU, rgb & 0xFFU);
 }

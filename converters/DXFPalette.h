@@ -8,7 +8,8 @@ namespace ZEP {
 /// hues in ten shades each, six greys. White beyond.
 [[nodiscard]] TColor DXFPaletteColor(int number);
 
-/// A true colour (group 420, 0x00RRGGBB).
-[[nodiscard]] TColor DXFTrueColor(int value);
+/// A true colour (group 420, 0x00RRGGBB) that stands beside a colour number. Black with number 7
+/// means what is drawn on a sheet without a colour of its own: white, as number 7 alone.
+[[nodiscard]] TColor DXFTrueColor(int value, int number);
 
 } // namespace ZEP

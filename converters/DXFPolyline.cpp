@@ -29,7 +29,7 @@ void AddFace(TDXFDrawing& drawing, const TEntity& record, TChain& chain) {
 
 bool ReadVertex(TDXFDrawing& drawing, TChain& chain) {
     TEntity vertex;
-    if (!drawing.Read(vertex)) return false;
+    if (!read_entity_data(drawing.Tags, vertex)) return false;
     if (vertex.Flags == FaceFlag)
         AddFace(drawing, vertex, chain);
     else
@@ -55,24 +55,23 @@ void Fill(TZEPPolyline& polyline, const TChain& chain) {
 
 } // namespace
 
-void read_polyline(TDXFDrawing& drawing, TDXFPlace& place) {
+void read_polyline(TDXFDrawing& drawing) {
     TEntity entity;
-    if (!drawing.Read(entity)) return;
-    const TDXFSpot spot = place.FindOrMake(entity);
-    const QPointer<TZEPObject> parent(spot.Parent);
+    if (!read_entity_data(drawing.Tags, entity)) return;
+    const TDXFSpot spot = drawing.Layers.FindOrMake(entity);
+    const QPointer<TZEPObject> layer(spot.Layer);
     TChain chain;
-    if (!ReadFollowers(drawing, "VERTEX", [&] { return ReadVertex(drawing, chain); })) return;
-    if (!IsInModel(drawing, entity)) return;
+    if (!ReadFollowers(drawing.Tags, "VERTEX", [&] { return ReadVertex(drawing, chain); })) return;
     // Without a layer, and with none to be made, it is owned by the root and stands nowhere.
     if (chain.IsMesh) {
         auto* mesh = MakeOfEntity<TZEPMesh>(drawing, entity, spot.Color);
         Fill(*mesh, chain);
-        return mesh->SetParentComponent(parent);
+        return mesh->SetParentComponent(layer);
     }
     auto* polyline = MakeOfEntity<TZEPPolyline>(drawing, entity, spot.Color);
     polyline->SetClosed((entity.Flags & ClosedFlag) != 0);
     Fill(*polyline, chain);
-    polyline->SetParentComponent(parent);
+    polyline->SetParentComponent(layer);
 }
 
 } // namespace ZEP

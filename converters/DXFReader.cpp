@@ -1,6 +1,7 @@
 #include "converters/DXFReader.h"
 
 #include "converters/DXFColors.h"
+#include "converters/DXFEntities.h"
 
 namespace ZEP {
 
@@ -71,7 +72,7 @@ void TDXFReader::read_blocks() {
 
 void TDXFReader::read_entity_section() {
     if (m_extended) return m_extended->ReadEntities();
-    read_entities(m_drawing, m_drawing.Layers);
+    read_entities(m_drawing);
 }
 
 } // namespace ZEP

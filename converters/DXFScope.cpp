@@ -42,8 +42,8 @@ TZEPObject* TDXFScope::LayerOf(const TDXFRecord& record) {
 }
 
 TColor TDXFScope::ColorOf(const TDXFRecord& record, const TZEPObject& layer) const {
-    if (record.Has(420)) return DXFTrueColor(record.Integer(420));
     const int number = record.Integer(62, ByLayer);
+    if (record.Has(420)) return DXFTrueColor(record.Integer(420), number);
     if (number == ByBlock) return IsInBlock() ? m_color : layer.Color();
     if (number >= ByLayer || number <= -ByLayer) return layer.Color();
     return DXFPaletteColor(std::abs(number));

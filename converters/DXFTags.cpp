@@ -114,7 +114,7 @@ bool TDXFTags::NextCode() {
         return true;
     }
     std::string_view line;
-    return NextLine(line) && Convert(line, m_code) == 0;
+    return NextLine(line) && Convert(line, m_code) == 0 && m_code >= 0;
 }
 
 int TDXFTags::NextGroupCode() {

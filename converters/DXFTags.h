@@ -27,8 +27,8 @@ struct TDXFPosition {
 /// text; nothing is copied. A line ends with CR, LF or CR LF, the last one also without any. A byte
 /// order mark (UTF-8) in front is passed over.
 ///
-/// A group code that is no number, or that has no value line, ends the reading there: whoever reads
-/// on gets `EndOfTags`. So does one that is cancelled.
+/// A group code that is no number from 0 on, or that has no value line, ends the reading there:
+/// whoever reads on gets `EndOfTags`. So does a cancelled progress call.
 class TDXFTags {
 public:
     /// What `NextGroupCode` returns when there is no more pair.

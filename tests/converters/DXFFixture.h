@@ -12,9 +12,11 @@
 #include "objects/Polyline.h"
 #include "scene/Scene.h"
 #include "scene/XForm.h"
+#include "tests/converters/DXFPairs.h"
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTextStream>
 
 #include <gmock/gmock.h>
 
@@ -24,19 +26,6 @@
 namespace ZEP {
 
 using TTexts = std::vector<std::string>;
-
-/// "0 LINE|8 A|10 1.5" as a drawing has it: code and value on a line each.
-inline std::string Pairs(std::string_view pairs, std::string_view lineEnd = "\n") {
-    std::string text;
-    while (!pairs.empty()) {
-        const std::string_view pair = pairs.substr(0, pairs.find('|'));
-        pairs.remove_prefix(std::min(pair.size() + 1, pairs.size()));
-        const std::size_t blank = pair.find(' ');
-        text.append(pair.substr(0, blank)).append(lineEnd);
-        text.append(pair.substr(blank + 1)).append(lineEnd);
-    }
-    return text;
-}
 
 /// A table of layers: "2 A|62 1", each a record.
 inline std::string LayerTable(const TTexts& records) {
@@ -58,16 +47,15 @@ inline std::string Text(const TGLArrayd3& point) {
 
 template <class TItems>
 std::string PointsOf(const TItems& items) {
-    std::string text;
-    for (int i = 0; i < items.Count(); ++i) text += (i > 0 ? ", " : "") + Text(items[i].Data());
-    return text;
+    QStringList points;
+    for (int i = 0; i < items.Count(); ++i) points << QString::fromStdString(Text(items[i].Data()));
+    return points.join(QStringLiteral(", ")).toStdString();
 }
 
 inline std::string FacesOf(TZEPFaces& faces) {
-    std::string text;
-    for (int i = 0; i < faces.Count(); ++i)
-        text += (i > 0 ? " " : "") + faces[i].GetDisplayName().toStdString();
-    return text;
+    QStringList names;
+    for (int i = 0; i < faces.Count(); ++i) names << faces[i].GetDisplayName();
+    return names.join(u' ').toStdString();
 }
 
 inline std::string PlaceOf(TZEPObject& object) {
@@ -76,23 +64,26 @@ inline std::string PlaceOf(TZEPObject& object) {
 }
 
 inline std::string GeometryOf(TZEPObject* object) {
+    QString text;
+    QTextStream stream(&text);
+    const auto add = [&stream](const std::string& part) { stream << QString::fromStdString(part); };
     if (auto* line = qobject_cast<TZEPLine*>(object))
-        return Text(line->P1()->Data()) + " > " + Text(line->P2()->Data());
-    if (auto* point = qobject_cast<TZEPPoint*>(object)) return Text(point->P()->Data());
-    if (auto* circle = qobject_cast<TZEPCircle*>(object))
-        return PlaceOf(*circle) + " in " + std::to_string(circle->Segments());
+        add(Text(line->P1()->Data()) + " > " + Text(line->P2()->Data()));
+    if (auto* point = qobject_cast<TZEPPoint*>(object)) add(Text(point->P()->Data()));
+    if (auto* label = qobject_cast<TZEPLabel*>(object)) stream << u'\'' << label->Caption() << "' ";
+    if (object->inherits("ZEP::TZEPCircle") || object->inherits("ZEP::TZEPArc") ||
+        object->inherits("ZEP::TZEPLabel"))
+        add(PlaceOf(*object));
+    if (auto* circle = qobject_cast<TZEPCircle*>(object)) stream << " in " << circle->Segments();
     if (auto* arc = qobject_cast<TZEPArc*>(object))
-        return PlaceOf(*arc) + " in " + std::to_string(arc->Segments()) + " from " +
-               QString::number(arc->StartAngle()).toStdString() + " to " +
-               QString::number(arc->EndAngle()).toStdString();
-    if (auto* label = qobject_cast<TZEPLabel*>(object))
-        return "'" + label->Caption().toStdString() + "' " + PlaceOf(*label);
-    if (auto* polygon = qobject_cast<TZEPPolygon*>(object)) return PointsOf(*polygon->Vertexes());
+        stream << " in " << arc->Segments() << " from " << arc->StartAngle() << " to "
+               << arc->EndAngle();
+    if (auto* polygon = qobject_cast<TZEPPolygon*>(object)) add(PointsOf(*polygon->Vertexes()));
     if (auto* polyline = qobject_cast<TZEPPolyline*>(object))
-        return PointsOf(*polyline->Vertexes()) + (polyline->Closed() ? " closed" : "");
+        add(PointsOf(*polyline->Vertexes()) + (polyline->Closed() ? " closed" : ""));
     if (auto* mesh = qobject_cast<TZEPMesh*>(object))
-        return PointsOf(*mesh->Vertexes()) + " faces " + FacesOf(*mesh->Faces());
-    return {};
+        add(PointsOf(*mesh->Vertexes()) + " faces " + FacesOf(*mesh->Faces()));
+    return text.toStdString();
 }
 
 /// "A/TZEPLine 0 0 0 > 1 0 0 ff0000 @ident", the layer's ident in front.

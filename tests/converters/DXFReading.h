@@ -12,6 +12,7 @@
 #include "objects/Polyline.h"
 #include "scene/Scene.h"
 #include "scene/Vertex3.h"
+#include "tests/converters/DXFPairs.h"
 
 #include <cmath>
 #include <string>
@@ -20,19 +21,6 @@
 namespace ZEP {
 
 using TLines = std::vector<std::string>;
-
-/// The pairs of a drawing from "0 LINE|8 walls|10 1.5".
-inline std::string Pairs(std::string_view compact) {
-    std::string text;
-    bool isCode = true;
-    for (const char c : compact) {
-        const bool ends = c == '|' || (isCode && c == ' ');
-        if (c == '|' && isCode) text += '\n'; // a code without a value
-        text += ends ? '\n' : c;
-        isCode = ends ? c == '|' : isCode;
-    }
-    return compact.empty() ? text : text + '\n';
-}
 
 inline std::string Section(std::string_view name, std::string_view compact) {
     return "0\nSECTION\n2\n" + std::string(name) + "\n" + Pairs(compact) + "0\nENDSEC\n";

@@ -47,7 +47,7 @@ TEST(DXFTags, EndWhereThereIsNoPair) {
         {"0\nA\nX\nB\n0\nC", {"0=A@1"}, 3},
         {"0\nA\n1.5\nB", {"0=A@1"}, 3},
         {"0\nA\n99999999999\nB", {"0=A@1"}, 3},
-        {"0\nA\n-1\nB\n0\nC", {"0=A@1"}, 0}, // a number, but no group
+        {"0\nA\n-1\nB\n0\nC", {"0=A@1"}, 3},
         {"0\nEOF\nwhat is left over", {"0=EOF@1"}, 0},
         {"0\nA\n\x1A", {"0=A@1"}, 0}, // the end mark of old systems
     };
@@ -159,7 +159,7 @@ TEST(DXFTags, FindSectionsFromWhereTheyAre) {
         EXPECT_TRUE(tags.move_to_entity_section());
         EXPECT_EQ(tags.Position().Line, 4);
         EXPECT_TRUE(tags.move_to_entity_section());
-        EXPECT_EQ(AllOf(tags), (TTexts{"8=second@31"}));
+        EXPECT_EQ(AllOf(tags), (TTexts{"8=second@33"}));
         for (const char* name : {"TABLES", "BLOCKS", "CLASSES", ""}) {
             tags.Goto({});
             EXPECT_FALSE(tags.skip_upto_section(name)) << name;

@@ -1,0 +1,48 @@
+#include "converters/DXFReader.h"
+#include "objects/Polyline.h"
+#include "scene/Scene.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+
+namespace ZEP {
+namespace {
+
+/// Fewer than the converter allows: an input should take no longer than a moment.
+constexpr qint64 MaxBlockObjects = 2000;
+
+void Require(bool condition) {
+    if (!condition) std::abort();
+}
+
+void CheckPoints(TZEPPolyline& polyline) {
+    TZEPVertexes& vertexes = *polyline.Vertexes();
+    Require(vertexes.Count() >= 2);
+    for (int i = 0; i < vertexes.Count(); ++i)
+        for (const double value : vertexes[i].Data()) Require(std::isfinite(value));
+}
+
+void Check(TZEPScene& scene, std::size_t size) {
+    std::vector<TZEPObject*> objects;
+    scene.ListChildren(objects);
+    // Each entity takes some bytes, and what a block adds may come with layers and nodes.
+    Require(objects.size() <= size + (TDXFScope::MaxDepth + 2) * MaxBlockObjects);
+    for (TZEPObject* object : objects) {
+        Require(object->Owner() == &scene && object->Parent() != nullptr);
+        if (auto* polyline = qobject_cast<TZEPPolyline*>(object)) CheckPoints(*polyline);
+    }
+}
+
+} // namespace
+} // namespace ZEP
+
+/// Reads any bytes as a drawing of blocks and curves.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    ZEP::TZEPScene scene;
+    ZEP::TDXFDrawing drawing({reinterpret_cast<const char*>(data), size}, scene,
+                             {.Extended = true, .MaxBlockObjects = ZEP::MaxBlockObjects});
+    ZEP::TDXFReader(drawing).Read();
+    ZEP::Check(scene, size);
+    return 0;
+}
