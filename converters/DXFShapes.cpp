@@ -38,16 +38,40 @@ void FillRound(T& round, const TDXFRecord& record) {
     PlaceFlat(round, FrameOf(record), record.Point(10), 0, {diameter, diameter, diameter});
 }
 
-void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record, std::span<const int> codes,
+using TCorners = std::array<TGLArrayd3, 4>;
+
+TGLArrayd3 Difference(const TGLArrayd3& a, const TGLArrayd3& b) {
+    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
+}
+
+/// Turns to one side all along.
+bool IsConvex(const TCorners& corners) {
+    TGLArrayd3 first{};
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        TGLArrayd3 turn;
+        CrossProdd(Difference(corners[(i + 1) % 4], corners[i]),
+                   Difference(corners[(i + 2) % 4], corners[(i + 1) % 4]), turn);
+        if (first == zero3d) first = turn;
+        if (Dotd(first, turn) < 0) return false;
+    }
+    return true;
+}
+
+// The tessellator, which what has a dent needs, takes more time and gives no normals.
+void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record, const std::array<int, 4>& codes,
                 const TGLMatrixd4& frame) {
+    TCorners corners;
+    for (std::size_t i = 0; i < codes.size(); ++i) {
+        // A triangle may leave out the fourth corner.
+        corners[i] = record.Point(record.Has(codes[i]) ? codes[i] : 12);
+        Xformd(frame, corners[i]);
+    }
+    const bool isConvex = IsConvex(corners);
     builder.Add<TZEPPolygon>(record, 0, [&](TZEPPolygon& polygon) {
         polygon.SetColorVertexes(false);
-        for (const int code : codes) {
-            // A triangle may leave out the fourth corner.
-            TGLArrayd3 point = record.Has(code) ? record.Point(code) : record.Point(12);
-            Xformd(frame, point);
-            polygon.Vertexes()->Add()->SetPoint(point);
-        }
+        polygon.SetConcave(!isConvex);
+        polygon.SetUseDisplayList(!isConvex);
+        for (const TGLArrayd3& corner : corners) polygon.Vertexes()->Add()->SetPoint(corner);
     });
 }
 
@@ -129,11 +153,11 @@ void AddDXFArc(TDXFBuilder& builder, const TDXFRecord& record) {
 }
 
 void AddDXFFace(TDXFBuilder& builder, const TDXFRecord& record) {
-    AddPolygon(builder, record, std::array{10, 11, 12, 13}, idd);
+    AddPolygon(builder, record, {10, 11, 12, 13}, idd);
 }
 
 void AddDXFSolid(TDXFBuilder& builder, const TDXFRecord& record) {
-    AddPolygon(builder, record, std::array{10, 11, 13, 12}, FrameOf(record));
+    AddPolygon(builder, record, {10, 11, 13, 12}, FrameOf(record));
 }
 
 void AddDXFLightPolyline(TDXFBuilder& builder, const TDXFRecord& record) {
