@@ -170,29 +170,6 @@ TEST(DXFExtended, ExtrusionsTurnWhatIsFlat) {
     });
 }
 
-TEST(DXFExtended, OnlyCornersWithADentNeedTheTessellator) {
-    const struct {
-        const char* Name;
-        const char* Face;
-        bool Concave;
-    } rows[] = {
-        {"square", "0 3DFACE|10 0|11 1|12 1|22 1|13 0|23 1", false},
-        {"clockwise", "0 3DFACE|10 0|21 1|12 1|22 1|13 1", false},
-        {"triangle", "0 3DFACE|10 0|11 1|12 1|22 1|13 1|23 1", false},
-        {"a corner on an edge", "0 3DFACE|10 0|11 1|12 2|13 1|23 1", false},
-        {"dent", "0 3DFACE|10 0|11 4|12 1|22 1|13 0|23 4", true},
-        {"crossing itself", "0 3DFACE|10 0|11 1|12 0|22 1|13 1|23 1", true},
-        {"no area", "0 3DFACE|10 1|11 1|12 1|13 1", false},
-    };
-    for (const auto& row : rows) {
-        DXFReading reading(Drawing(row.Face));
-        auto* polygon = qobject_cast<TZEPPolygon*>(reading.Scene.GetItem(0)->GetItem(0));
-        ASSERT_TRUE(polygon) << row.Name;
-        EXPECT_EQ(polygon->Concave(), row.Concave) << row.Name;
-        EXPECT_EQ(polygon->UseDisplayList(), row.Concave) << row.Name;
-    }
-}
-
 TEST(DXFExtended, PassesOverAndCounts) {
     Check({
         {"other kinds",
