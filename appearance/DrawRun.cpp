@@ -1,6 +1,7 @@
 #include "appearance/DrawRun.h"
 
 #include "appearance/Material.h"
+#include "appearance/SharedMaterials.h"
 
 #include <utility>
 
@@ -21,6 +22,7 @@ void TZEPDrawRun::OpenMaterial(TZEPMaterial& material) {
     // A texture is loaded anew at each application, so it never waits.
     m_waits = m_shares && !material.HasTexture();
     if (!m_waits) EndAttributes();
+    FindMaterial();
     if (m_waits && m_material && (m_material == &material || m_material->SameAs(material))) return;
     const TZEPMaterial* applied = m_waits ? m_material : nullptr;
     EndMaterial();
@@ -29,6 +31,26 @@ void TZEPDrawRun::OpenMaterial(TZEPMaterial& material) {
         material.ApplayChanges(*applied);
     else
         material.ApplayMaterial(GL_FRONT_AND_BACK);
+}
+
+void TZEPDrawRun::OpenColor(TColor color) {
+    color = TColor{ColorToRGB(color)};
+    if (!m_color || !m_shares) {
+        OpenMaterial(SharedMaterial(&color, false));
+        if (m_waits) m_color = color;
+        return;
+    }
+    m_waits = true;
+    if (m_color == color) return;
+    m_color = color;
+    const TGLColor rgba = ToGLColor(color, 0);
+    glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, rgba.data());
+}
+
+/// The material that looks as what is applied.
+void TZEPDrawRun::FindMaterial() {
+    if (const std::optional<TColor> color = std::exchange(m_color, {}))
+        m_material = &SharedMaterial(&*color, false);
 }
 
 void TZEPDrawRun::CloseMaterial(bool cancel) {
@@ -83,6 +105,7 @@ void TZEPDrawRun::EndAttributes() {
 }
 
 void TZEPDrawRun::EndMaterial() {
+    m_color.reset();
     TZEPMaterial* material = std::exchange(m_material, nullptr);
     if (std::exchange(m_cancel, false) && material) material->CancelMaterial();
 }

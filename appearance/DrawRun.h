@@ -1,7 +1,10 @@
 #pragma once
 
+#include "framework/Color.h"
+
 #include <GL/gl.h>
 
+#include <optional>
 #include <variant>
 
 namespace ZEP {
@@ -50,6 +53,9 @@ public:
     /// Applies the material to both sides, unless it or an equal one is still applied. Line and
     /// point attributes stay open under a new material: popping them is what costs.
     void OpenMaterial(TZEPMaterial& material);
+    /// As `OpenMaterial` for the shared opaque material of a colour (SharedMaterials.h). Of many
+    /// such in a row only the colours are sent, and no material is searched for.
+    void OpenColor(TColor color);
     /// The object is done with its material. \param cancel  it is to be cancelled in the end
     void CloseMaterial(bool cancel);
     void OpenLine(const TZEPLineAttributes& attributes);
@@ -81,8 +87,10 @@ private:
     [[nodiscard]] bool Replaces(const TAttributes& attributes);
     void EndAttributes();
     void EndMaterial();
+    void FindMaterial();
 
     TZEPMaterial* m_material = nullptr; // applied and waiting to be closed, or in use
+    std::optional<TColor> m_color;      // applied since: as the shared material of this colour
     TAttributes m_attributes;           // likewise
     int m_walks = 0;
     bool m_cancel = false;

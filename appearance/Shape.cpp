@@ -11,9 +11,7 @@ void TZEPShape::SetWidth(float width) {
 }
 
 void TZEPShape::DrawMain(bool draft) {
-    if (Smooth()) return;
-    TZEPMaterial& material = DrawnMaterial();
-    if (!material.IsTransparent()) DrawWith(material, draft);
+    if (!Smooth()) TZEPColoredObject::DrawMain(draft);
 }
 
 // The first smooth draw leaves its material applied; from the next one on, the material is

@@ -4,6 +4,7 @@
 #include "appearance/Material.h"
 #include "framework/Property.h"
 #include "framework/Registry.h"
+#include "objects/TriangleSender.h"
 #include "objects/VertexBounds.h"
 #include "scene/Scene.h"
 #include "scene/Vertex3.h"
@@ -15,6 +16,9 @@ namespace ZEP {
 namespace {
 
 const TRegisterClass<TZEPMesh> Registered;
+
+/// Up to here immediate mode is as quick as arrays, which have to be set up.
+constexpr int FewFaces = 64;
 
 TGLArrayf3 ToFloats(const TGLArrayd3& v) {
     return {static_cast<float>(v[0]), static_cast<float>(v[1]), static_cast<float>(v[2])};
@@ -185,44 +189,52 @@ void TZEPMesh::KeepNormals() const {
 
 void TZEPMesh::SendFaces(int first, int last, bool draft, bool textured) {
     last = std::min(last, m_faces.Count() - 1); // some may be gone, with the news still held back
-    if (Smooth())
-        return SendEach(first, last, draft,
-                        [&](const TZEPFace3CI& face, std::size_t) { SendSmooth(face, textured); });
-    if (m_autoNormal) KeepNormals();
-    const TGLArrayf3 common = ToFloats(FirstPoint());
-    SendEach(first, last, draft, [&](const TZEPFace3CI& face, std::size_t i) {
-        glNormal3fv(m_autoNormal ? m_kept.Normals[i].data() : common.data());
-        for (const int corner : {face.A(), face.B(), face.C()})
-            SendPlace(m_vertexes[corner], textured);
-    });
+    if (!Smooth() && m_autoNormal) KeepNormals();
+    if (draft) return SendOutlines(first, last, textured);
+    if (last - first < FewFaces) {
+        TImmediateSender sender;
+        return SendTriangles(first, last, textured, sender);
+    }
+    TArraySender sender(textured);
+    SendTriangles(first, last, textured, sender);
 }
 
-/// Triangles share one pair of `glBegin` and `glEnd`.
-template <class SendFace>
-void TZEPMesh::SendEach(int first, int last, bool draft, SendFace&& sendFace) {
-    if (!draft) glBegin(GL_TRIANGLES);
+void TZEPMesh::SendOutlines(int first, int last, bool textured) {
+    for (int i = first; i <= last; ++i) {
+        if (!HasCorners(m_faces[i])) continue;
+        TImmediateSender sender(GL_LINE_LOOP);
+        SendTriangles(i, i, textured, sender);
+    }
+}
+
+template <class TSender>
+void TZEPMesh::SendTriangles(int first, int last, bool textured, TSender& sender) {
+    if (Smooth()) return SendSmooth(first, last, textured, sender);
+    const TGLArrayf3 common = ToFloats(FirstPoint());
     for (int i = first; i <= last; ++i) {
         const TZEPFace3CI& face = m_faces[i];
         if (!HasCorners(face)) continue;
-        if (draft) glBegin(GL_LINE_LOOP);
-        sendFace(face, static_cast<std::size_t>(i));
-        if (draft) glEnd();
+        sender.Normal(m_autoNormal ? m_kept.Normals[static_cast<std::size_t>(i)] : common);
+        for (const int corner : {face.A(), face.B(), face.C()}) {
+            const TZEPVertex3TexCI& vertex = m_vertexes[corner];
+            if (textured) sender.TexCoord(vertex.TexX(), vertex.TexY());
+            sender.Vertex(vertex.Data());
+        }
     }
-    if (!draft) glEnd();
 }
 
-void TZEPMesh::SendPlace(const TZEPVertex3TexCI& vertex, bool textured) {
-    if (textured) glTexCoord2d(vertex.TexX(), vertex.TexY());
-    glVertex3dv(vertex.Data().data());
-}
-
-void TZEPMesh::SendSmooth(const TZEPFace3CI& face, bool textured) {
-    for (const int corner : {face.A(), face.B(), face.C()}) {
-        TZEPVertex3TexCI& vertex = m_vertexes[corner];
-        if (vertex.Normal() == TGLArrayf3{}) vertex.SetNormalQuietly(FaceNormal(face));
-        if (textured) glTexCoord2d(vertex.TexX(), vertex.TexY());
-        glNormal3fv(vertex.Normal().data());
-        glVertex3dv(vertex.Data().data());
+template <class TSender>
+void TZEPMesh::SendSmooth(int first, int last, bool textured, TSender& sender) {
+    for (int i = first; i <= last; ++i) {
+        const TZEPFace3CI& face = m_faces[i];
+        if (!HasCorners(face)) continue;
+        for (const int corner : {face.A(), face.B(), face.C()}) {
+            TZEPVertex3TexCI& vertex = m_vertexes[corner];
+            if (vertex.Normal() == TGLArrayf3{}) vertex.SetNormalQuietly(FaceNormal(face));
+            if (textured) sender.TexCoord(vertex.TexX(), vertex.TexY());
+            sender.Normal(vertex.Normal());
+            sender.Vertex(vertex.Data());
+        }
     }
 }
 

@@ -87,10 +87,11 @@ private:
     void DrawFiltered(TFilter filter, bool draft);
     void DrawMaterials(GLenum face, bool draft);
     void SendFaces(int first, int last, bool draft, bool textured);
-    template <class SendFace>
-    void SendEach(int first, int last, bool draft, SendFace&& sendFace);
-    void SendSmooth(const TZEPFace3CI& face, bool textured);
-    static void SendPlace(const TZEPVertex3TexCI& vertex, bool textured);
+    void SendOutlines(int first, int last, bool textured);
+    template <class TSender>
+    void SendTriangles(int first, int last, bool textured, TSender& sender);
+    template <class TSender>
+    void SendSmooth(int first, int last, bool textured, TSender& sender);
 
     TZEPTexVertexes m_vertexes{this};
     TZEPFaces m_faces{this};

@@ -27,8 +27,12 @@ TZEPMaterial& TZEPColoredObject::DrawnMaterial() {
 }
 
 void TZEPColoredObject::DrawWith(TZEPMaterial& material, bool draft, bool cancel) {
+    TZEPDrawRun::Current().OpenMaterial(material);
+    DrawOpened(draft, cancel);
+}
+
+void TZEPColoredObject::DrawOpened(bool draft, bool cancel) {
     TZEPDrawRun& run = TZEPDrawRun::Current();
-    run.OpenMaterial(material);
     DrawSpecific(GL_FRONT_AND_BACK, draft);
     run.CloseMaterial(cancel);
     if (!Selected()) return;
@@ -37,6 +41,11 @@ void TZEPColoredObject::DrawWith(TZEPMaterial& material, bool draft, bool cancel
 }
 
 void TZEPColoredObject::DrawMain(bool draft) {
+    const bool isPlain = HasOwnColor() && !HasLineTransparency() && !ExistingMaterial();
+    if (isPlain && !MaterialOfLibrary()) {
+        TZEPDrawRun::Current().OpenColor(GetColor());
+        return DrawOpened(draft, true);
+    }
     TZEPMaterial& material = DrawnMaterial();
     if (!material.IsTransparent()) DrawWith(material, draft);
 }

@@ -40,6 +40,10 @@ protected:
     void DrawWith(TZEPMaterial& material, bool draft, bool cancel = true);
     /// Item `MaterialIndex` of the scene's library; null where there is none.
     [[nodiscard]] TZEPMaterial* MaterialOfLibrary() const;
+
+private:
+    /// Draws under the material that was opened.
+    void DrawOpened(bool draft, bool cancel);
 };
 
 } // namespace ZEP

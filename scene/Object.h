@@ -259,8 +259,8 @@ protected:
     [[nodiscard]] virtual bool DrawsTransparent() const { return true; }
     /// All that it draws, it draws in the opaque or the transparent pass and within `GetSize` in
     /// its own frame, apart from widths up to `WidestCulled`. Where that box is out of view, such
-    /// an object is passed over, unless it has children or is selected. What changes the answer or
-    /// the box calls `Invalidate`.
+    /// an object is passed over, unless it is selected; its children are looked at by themselves.
+    /// What changes the answer or the box calls `Invalidate`.
     [[nodiscard]] virtual bool StaysInSize() const { return false; }
     /// Its drawing leaves OpenGL's state as the material and line attributes set it, so that a
     /// neighbour with the same ones need not set them again (appearance/DrawRun.h).
@@ -302,6 +302,8 @@ private:
     void Extend(TZEPBlockBox& box) const;
     void ForgetBox();
     [[nodiscard]] bool IsInView() const;
+    /// Nothing of what it draws itself is seen in its own frame; its children may be.
+    [[nodiscard]] bool IsOutOfView() const;
     [[nodiscard]] bool Climbs() const;
     void LeaveParent();
     void EnterScene(TZEPSceneContext* scene);

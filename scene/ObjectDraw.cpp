@@ -45,7 +45,8 @@ void TZEPObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind
     if (state == dsTransparent && !m_children && !DrawsTransparent()) return;
     const TZEPXFormScope transform(m_xform.get());
     const bool topLevel = m_parent == scene.AsObject();
-    if (!scene.QuickDraw() || topLevel || DrawsInQuickDraw()) {
+    const bool drawsItself = !scene.QuickDraw() || topLevel || DrawsInQuickDraw();
+    if (drawsItself && !IsOutOfView()) {
         TZEPDrawRun::Current().Enter(SharesDrawRun());
         if (kind == dkSelect)
             DrawForSelect(scene);

@@ -58,6 +58,14 @@ bool TZEPObject::IsInView() const {
     return !box.Bounded || TZEPViewFrame::Shows(box) != TZEPSeen::Nothing;
 }
 
+// A block of children does not tell about one that has children itself: those are walked.
+bool TZEPObject::IsOutOfView() const {
+    if (!m_children || m_selected || !TZEPViewFrame::Bounds() || !StaysInSize()) return false;
+    TZEPBlockBox box;
+    GetSize(box.Min, box.Max);
+    return IsBox(box.Min, box.Max) && TZEPViewFrame::Shows(box) == TZEPSeen::Nothing;
+}
+
 void TZEPObject::DeselectChildren() {
     if (!m_children) return;
     m_children->ForEachBlock([this](std::size_t block) {

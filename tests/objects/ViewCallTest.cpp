@@ -137,7 +137,7 @@ TEST_F(ViewCall, EveryEditIsSeenInTheNextFrame) {
              elsewhere.XForm()->Translate()->SetX(-20);
          },
          [&] { line.SetParentComponent(&Group); }},
-        {"a child while nothing climbs", 2,
+        {"a child in view of a parent that is not", 1,
          [&] {
              Scene.SetManualUpdate(true);
              Add<TZEPLine>(&line);
