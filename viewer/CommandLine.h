@@ -6,11 +6,13 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace ZEP {
 
 /// What the user asked for.
 ///
-/// Defaults: a window, 1280 by 960 pixels for a picture, seen from the `Iso` direction.
+/// Defaults: a window, 1280 by 960 pixels for a picture, seen from where it shows best.
 struct TCommandLine {
     enum class TTask { Window, Info, Picture, Save, Version, Help };
 
@@ -21,9 +23,9 @@ struct TCommandLine {
     /// them.
     bool Plain = false;
     QString PictureFile;
-    QString SceneFile;            ///< to be written; ends in ".zep" or ".zept"
-    QSize PictureSize{1280, 960}; ///< device pixels, 1 to 16384 each
-    TDirection Direction = TDirection::Iso;
+    QString SceneFile;                   ///< to be written; ends in ".zep" or ".zept"
+    QSize PictureSize{1280, 960};        ///< device pixels, 1 to 16384 each
+    std::optional<TDirection> Direction; ///< none: from where it shows best
     QString Camera; ///< of the file, to look through; empty: from the direction
 };
 

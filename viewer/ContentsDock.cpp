@@ -13,6 +13,7 @@
 #include <QLocale>
 #include <QMenu>
 #include <QScopedValueRollback>
+#include <QShortcut>
 #include <QTimerEvent>
 #include <QVBoxLayout>
 
@@ -62,6 +63,11 @@ TContentsDock::TContentsDock(QWidget* parent, TDocument& document, TSelection* s
     m_found->hide();
     setWidget(page);
     MakeTree();
+    auto* leave = new QShortcut(Qt::Key_Escape, m_search, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(leave, &QShortcut::activated, this, [this] {
+        m_search->clear();
+        m_tree->setFocus();
+    });
     connect(m_search, &QLineEdit::textChanged, this, [this] { m_typing.start(TypingTime, this); });
     connect(&document, &TDocument::Changed, this, &TContentsDock::FilesChanged);
     connect(selection, &TSelection::Changed, this, &TContentsDock::FollowSelection);
@@ -76,7 +82,7 @@ void TContentsDock::MakeTree() {
     header->setSectionResizeMode(TContentsModel::ColorColumn, QHeaderView::Fixed);
     header->resizeSection(TContentsModel::ColorColumn, 28);
     header->setSectionResizeMode(TContentsModel::CountColumn, QHeaderView::Interactive);
-    header->resizeSection(TContentsModel::CountColumn, 70);
+    header->resizeSection(TContentsModel::CountColumn, 78);
     connect(m_tree, &TContentsView::OnlyWanted, this,
             [this](const QModelIndex& index) { m_model->ShowOnly({m_model->ObjectAt(index)}); });
     connect(m_tree, &TContentsView::ToggleWanted, this, &TContentsDock::Toggle);
@@ -91,6 +97,12 @@ void TContentsDock::MakeTree() {
 void TContentsDock::Focus() {
     show();
     m_tree->setFocus();
+}
+
+void TContentsDock::Find() {
+    show();
+    m_search->setFocus();
+    m_search->selectAll();
 }
 
 // --- files -------------------------------------------------------------------------------------

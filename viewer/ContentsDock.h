@@ -28,6 +28,8 @@ public:
 
     /// Opens it, and gives it the keys.
     void Focus();
+    /// Opens it, to type what is to be found.
+    void Find();
 
 signals:
     void FitWanted(const std::vector<ZEP::TZEPObject*>& objects);

@@ -118,7 +118,7 @@ QVariant TContentsModel::data(const QModelIndex& index, int role) const {
     if (index.column() == NameColumn) return NameData(object, role);
     if (index.column() == ColorColumn && role == Qt::DecorationRole) {
         const std::optional<TColor> color = ColorOf(object);
-        return color ? QVariant(ToQColor(*color)) : QVariant();
+        return color ? QVariant(ColorIcon(*color)) : QVariant();
     }
     if (index.column() != CountColumn) return {};
     if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignRight | Qt::AlignVCenter);

@@ -17,7 +17,7 @@ constexpr std::size_t SmallVertexes = 50'000;
 /// Smoothing and styles cost a software rasteriser ten times the plain line.
 constexpr std::size_t FineVertexes = 200'000;
 constexpr double ChordError = 2e-5; // of the file's size
-constexpr double LeastText = 3;     // pixels
+constexpr double LeastText = 4.5;   // pixels
 constexpr double LeastTextMoving = 7;
 
 /// \return the child of `root` that the object is or stands below; null where it does neither
@@ -64,6 +64,7 @@ void TFileRoot::Hear(TZEPObject* sender, TZEPObjectAction action, const void*) {
 
 void TFileRoot::Forget(TZEPObject* gone) {
     if (m_layers.erase(gone) > 0) std::erase(m_order, gone);
+    m_meshes.Forget(gone);
     if (m_selected.empty()) return;
     std::erase_if(m_selected, [gone](TZEPObject* object) { return IsAtOrBelow(object, gone); });
     m_marksStale = true;
@@ -73,6 +74,7 @@ void TFileRoot::Invalidate(TObject* sender) {
     if (auto* object = dynamic_cast<TZEPObject*>(sender)) {
         if (object != this && !NotesSelection(*object)) MarkStale(*object);
     } else {
+        m_meshes.Clear();
         MarkAllStale();
     }
     TZEPObject::Invalidate(sender);
@@ -81,6 +83,7 @@ void TFileRoot::Invalidate(TObject* sender) {
 /// A layer that is switched stays as it is.
 void TFileRoot::MarkStale(TZEPObject& object) {
     TZEPObject* top = TopBelow(*this, &object);
+    m_meshes.NoteChange(object);
     m_marksStale = m_marksStale || !m_selected.empty();
     const auto layer = m_layers.find(top);
     if (layer == m_layers.end()) return m_own.MarkStale();
@@ -208,10 +211,11 @@ void TFileRoot::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
     if (kind == dkSelect) return TZEPObject::Draw(scene, state, kind);
     if (!Visible()) return;
     Update();
-    const TLayerView view{.Share = m_share,
-                          .Fine = m_share >= 1 && VertexCount() <= FineVertexes,
-                          .Even = m_even,
-                          .LeastText = m_share < 1 ? LeastTextMoving : LeastText};
+    TLayerView view{.Share = m_share,
+                    .Fine = m_share >= 1 && VertexCount() <= FineVertexes,
+                    .Even = m_even,
+                    .LeastText = m_share < 1 ? LeastTextMoving : LeastText};
+    if (m_smoothMeshes && !m_flat) view.Meshes = &m_meshes;
     const TGLMatrixd4 own = GetMatrix();
     m_own.Draw(own, scene, state, kind, view);
     for (TZEPObject* object : m_order) {

@@ -32,6 +32,11 @@ public:
     [[nodiscard]] bool IsEven() const { return m_even; }
     void SetEven(bool even) { m_even = even; }
 
+    /// Faces of meshes run into each other where they meet at a small angle.
+    void SetSmoothMeshes(bool smooth) { m_smoothMeshes = smooth; }
+    /// Each face shows, whatever was set. No repaint.
+    void SetFlat(bool flat) { m_flat = flat; }
+
     void Invalidate(TObject* sender) override;
     void Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) override;
 
@@ -68,11 +73,14 @@ private:
         TGLMatrixd4 Matrix;
     };
     std::vector<TMarkedBox> m_boxes;
+    TSmoothMeshes m_meshes;
     std::optional<TColor> m_background;
     double m_size = 1;
     double m_share = 1;
     bool m_roundArcs = false;
     bool m_even = false;
+    bool m_smoothMeshes = false;
+    bool m_flat = false;
     bool m_orderStale = true;
     bool m_marksStale = true;
 };

@@ -25,6 +25,7 @@ constexpr TEntry Entries[] = {
     {"Up, Down", "previous, next move of the program"},
     {"Space", "play"},
     {"F3", "contents of the files"},
+    {"Ctrl+F", "find in the contents"},
     {"F4", "text of the program"},
     {"G", "grid and axes"},
     {"Ctrl+O", "open"},

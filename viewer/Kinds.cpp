@@ -136,16 +136,17 @@ QPainterPath OutlineOf(TKind kind) {
     return Through({{8, 1.5}, {14.5, 8}, {8, 14.5}, {1.5, 8}}, true);
 }
 
-QIcon Draw(TKind kind) {
-    constexpr int Side = 16;
+constexpr int Side = 16;
+
+template <class Paint>
+QIcon Draw(Paint&& paint) {
     const qreal ratio = qApp->devicePixelRatio();
     QPixmap pixmap((QSizeF(Side, Side) * ratio).toSize());
     pixmap.setDevicePixelRatio(ratio);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QApplication::palette().color(QPalette::Text), 1.3));
-    painter.drawPath(OutlineOf(kind));
+    paint(painter);
     return pixmap;
 }
 
@@ -175,8 +176,19 @@ QString NameOf(const TZEPObject& object) {
 QIcon KindIcon(TKind kind) {
     static std::array<QIcon, static_cast<std::size_t>(TKind::Other) + 1> icons;
     QIcon& icon = icons[static_cast<std::size_t>(kind)];
-    if (icon.isNull()) icon = Draw(kind);
-    return icon;
+    if (!icon.isNull()) return icon;
+    return icon = Draw([kind](QPainter& painter) {
+               painter.setPen(QPen(QApplication::palette().color(QPalette::Text), 1.3));
+               painter.drawPath(OutlineOf(kind));
+           });
+}
+
+QIcon ColorIcon(TColor color) {
+    return Draw([color](QPainter& painter) {
+        painter.setPen(QPen(QApplication::palette().color(QPalette::Mid), 1));
+        painter.setBrush(ToQColor(color));
+        painter.drawRoundedRect(QRectF(2.5, 2.5, Side - 5, Side - 5), 2, 2);
+    });
 }
 
 std::optional<TColor> ColorOf(TZEPObject& object) {

@@ -36,6 +36,8 @@ enum class TKind {
 [[nodiscard]] QString NameOf(const TZEPObject& object);
 /// A small drawing of such an object, in the colour of the application's text.
 [[nodiscard]] QIcon KindIcon(TKind kind);
+/// A field of the colour, with a frame that shows it on any background.
+[[nodiscard]] QIcon ColorIcon(TColor color);
 /// The one that stands for the object in a list: of a mesh that of its first face; none where it
 /// has no colour.
 [[nodiscard]] std::optional<TColor> ColorOf(TZEPObject& object);

@@ -149,7 +149,7 @@ void TLayerBatch::Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEPDr
     const TMatrixScope place(frame);
     if (!m_shapes.empty()) {
         const TEvenScope even;
-        DrawSeparates(m_shapes, scene, state, kind);
+        DrawSeparates(m_shapes, scene, state, kind, nullptr);
     }
     if (m_others.empty()) return;
     std::optional<TEvenScope> even;
@@ -157,7 +157,7 @@ void TLayerBatch::Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEPDr
     glPushAttrib(GL_POLYGON_BIT);
     glEnable(GL_POLYGON_OFFSET_FILL);
     glPolygonOffset(FaceOffset, FaceOffset);
-    DrawSeparates(m_others, scene, state, kind);
+    DrawSeparates(m_others, scene, state, kind, view.Meshes);
     TZEPDrawRun::Current().End();
     glPopAttrib();
 }
@@ -177,10 +177,11 @@ void TLayerBatch::DrawArrays(TZEPDrawState state, const TLayerView& view) const 
 }
 
 void TLayerBatch::DrawSeparates(const TSeparates& separates, TZEPSceneContext& scene,
-                                TZEPDrawState state, TZEPDrawKind kind) {
+                                TZEPDrawState state, TZEPDrawKind kind, TSmoothMeshes* meshes) {
     for (const TSeparate& separate : separates) {
         const TMatrixScope place(separate.Frame);
-        for (TZEPObject* object : separate.Objects) object->Draw(scene, state, kind);
+        for (TZEPObject* object : separate.Objects)
+            if (!meshes || !meshes->Draw(*object, scene, state)) object->Draw(scene, state, kind);
         TZEPDrawRun::Current().End(); // before the frame goes
     }
 }

@@ -3,6 +3,7 @@
 #include "scene/Object.h"
 #include "viewer/FaceBatch.h"
 #include "viewer/PathBatch.h"
+#include "viewer/SmoothMesh.h"
 #include "viewer/TextBatch.h"
 
 #include <unordered_set>
@@ -13,10 +14,11 @@ class TZEPPolygon;
 
 /// How a frame draws the layers of a file.
 struct TLayerView {
-    double Share = 1;     ///< of large layers; see `TDetail`
-    bool Fine = true;     ///< lines are smooth and have their styles
-    bool Even = false;    ///< surfaces show their colours whatever lights there are
-    double LeastText = 2; ///< pixels; see `TTextBatch::Draw`
+    double Share = 1;                ///< of large layers; see `TDetail`
+    bool Fine = true;                ///< lines are smooth and have their styles
+    bool Even = false;               ///< surfaces show their colours whatever lights there are
+    double LeastText = 2;            ///< pixels; see `TTextBatch::Draw`
+    TSmoothMeshes* Meshes = nullptr; ///< null: meshes draw themselves
 };
 
 /// What stands below one object of a file, a layer say, gathered in arrays of vertexes; what is of
@@ -57,7 +59,7 @@ private:
     void TakeFace(TZEPPolygon& polygon, const TGLMatrixd4& matrix);
     void DrawArrays(TZEPDrawState state, const TLayerView& view) const;
     static void DrawSeparates(const TSeparates& separates, TZEPSceneContext& scene,
-                              TZEPDrawState state, TZEPDrawKind kind);
+                              TZEPDrawState state, TZEPDrawKind kind, TSmoothMeshes* meshes);
 
     TPathBatch m_paths;
     TFaceBatch m_faces;

@@ -2,6 +2,7 @@
 
 #include "appearance/MaterialLibrary.h"
 #include "scene/Scene.h"
+#include "view/Actor.h"
 #include "viewer/FileRoot.h"
 #include "viewer/Look.h"
 #include "viewer/Materials.h"
@@ -32,6 +33,15 @@ TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, st
         const double whole = (static_cast<double>(index) + part) / count;
         return !progress || progress(name, std::min(whole, 0.999));
     };
+}
+
+/// Layers and groups left out.
+qint64 CountBelow(TZEPObject& root) {
+    qint64 count = 0;
+    ForEachObject(root, [&](const TZEPObject& object) {
+        if (object.GetItemsCount() == 0 && !qobject_cast<const TZEPActor*>(&object)) ++count;
+    });
+    return count;
 }
 
 } // namespace
@@ -68,6 +78,7 @@ bool TLoading::ReadOne(const QString& name, const TLoadProgress& progress) {
     file.Seconds = static_cast<double>(timer.nsecsElapsed()) * 1e-9;
     file.Materials = loaded.Library->Materials()->Count();
     file.HiddenInFile = HiddenBelow(*file.Root);
+    file.Objects = CountBelow(*file.Root);
     return !cancelled;
 }
 
@@ -76,9 +87,11 @@ void TLoading::Prepare(TLoaded& loaded) {
     ShowFacesWithoutMaterial(*file.Root, *loaded.Library);
     const bool isProgram = file.Format == TFileFormat::RS274D;
     if (isProgram) ApplyLook(*file.Root, PixelRatio());
+    if (file.Format == TFileFormat::F3DS) ApplyLook(*loaded.Library);
     file.Bounds = BoundsOf(*file.Root);
     if (!file.Bounds) return;
     file.Root->SetEven(IsFlat(*file.Bounds));
+    file.Root->SetSmoothMeshes(file.Format == TFileFormat::F3DS);
     file.Root->SetRoundArcs(file.Format == TFileFormat::DXF);
     file.Root->Prepare(DiagonalOf(*file.Bounds));
 }

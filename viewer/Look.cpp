@@ -1,5 +1,6 @@
 #include "viewer/Look.h"
 
+#include "appearance/MaterialLibrary.h"
 #include "objects/Point.h"
 #include "objects/Polyline.h"
 
@@ -42,7 +43,7 @@ void Widen(TZEPShape& shape, double pixelRatio) {
     shape.SetWidth(width * static_cast<float>(pixelRatio));
 }
 
-constexpr double LeastContrast = 1.6;
+constexpr double LeastContrast = 2;
 constexpr double GreyChroma = 24; // between the parts of a colour, of 255
 /// Of black and of white from this grey alike: sqrt(1.05 * 0.05) - 0.05.
 constexpr double MiddleLuminance = 0.179;
@@ -100,6 +101,19 @@ void ApplyLook(TZEPObject& root, double pixelRatio) {
         if (auto* polyline = qobject_cast<TZEPPolyline*>(&object))
             polyline->SetOrigColor(ShownFor(polyline->OrigColor()));
         if (auto* shape = qobject_cast<TZEPShape*>(&object)) Widen(*shape, pixelRatio);
+    }
+}
+
+void ApplyLook(TZEPMaterialLibrary& materials) {
+    auto& items = *materials.Materials();
+    for (int i = 0; i < items.Count(); ++i) {
+        TZEPMaterial& material = *items[i].Material();
+        if (!material.HasTexture() || material.Texture()->Environment() != teBlend) continue;
+        material.Texture()->SetEnvironment(teModulate);
+        for (TZEPFaceMaterial* face : {material.FrontFace(), material.BackFace()}) {
+            face->SetDiffuse(clWhite);
+            face->SetAmbient(clWhite);
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 
 namespace ZEP {
 
+class TZEPMaterialLibrary;
 class TZEPObject;
 
 /// Colours of the view, chosen to be told apart on its dark background.
@@ -29,5 +30,9 @@ inline constexpr TColor AxisZ{0xFF9B5C};
 /// the pure ones: its tool colours in turn, and that of rapid moves.
 /// \param pixelRatio  device pixels for each pixel; lines get that much wider
 void ApplyLook(TZEPObject& root, double pixelRatio);
+
+/// Pictures take the place of the colour of a surface and are lit with it, as whoever made a model
+/// saw them. The reader blends them with white.
+void ApplyLook(TZEPMaterialLibrary& materials);
 
 } // namespace ZEP

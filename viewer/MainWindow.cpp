@@ -1,7 +1,6 @@
 #include "viewer/MainWindow.h"
 
 #include "framework/Exception.h"
-#include "view/Actor.h"
 #include "view/Panel.h"
 #include "viewer/ContentsDock.h"
 #include "viewer/Describe.h"
@@ -38,6 +37,8 @@ namespace ZEP {
 namespace {
 
 constexpr int MessageTime = 5000; // ms
+constexpr int ContentsWidth = 300;
+constexpr int MessagesHeight = 130;
 
 const QString BarsKey = QStringLiteral("window/bars");
 const QString GeometryKey = QStringLiteral("window/geometry");
@@ -55,18 +56,9 @@ QString NamesOf(const std::vector<TOpenedFile>& files) {
     return names.join(QStringLiteral(", "));
 }
 
-/// Those that draw: no layers.
-qint64 CountOf(const TOpenedFile& file) {
-    qint64 count = 0;
-    ForEachObject(*file.Root, [&](const TZEPObject& object) {
-        if (object.GetItemsCount() == 0 && !qobject_cast<const TZEPActor*>(&object)) ++count;
-    });
-    return count;
-}
-
 QString CountsOf(const std::vector<TOpenedFile>& files) {
     qint64 objects = 0;
-    for (const TOpenedFile& file : files) objects += CountOf(file);
+    for (const TOpenedFile& file : files) objects += file.Objects;
     return NamesOf(files) + QStringLiteral(": ") +
            (objects > 0 ? QStringLiteral("%1 objects").arg(QLocale().toString(objects))
                         : QStringLiteral("nothing to draw"));
@@ -134,6 +126,8 @@ void TMainWindow::MakeDocks() {
     });
     m_messages = new TMessagesDock(this, m_document);
     addDockWidget(Qt::BottomDockWidgetArea, m_messages);
+    resizeDocks({m_contents}, {ContentsWidth}, Qt::Horizontal);
+    resizeDocks({m_messages}, {MessagesHeight}, Qt::Vertical);
     connect(&m_document, &TDocument::AboutToChange, this,
             [this] { m_selection->SelectOnly(nullptr); });
     connect(&m_document, &TDocument::Changed, this, &TMainWindow::ShowFiles);
@@ -225,6 +219,7 @@ void TMainWindow::ShowFiles() {
     ShowStatus();
     setWindowTitle((files.empty() ? QString() : NamesOf(files) + QStringLiteral(" - ")) +
                    QStringLiteral("zepview"));
+    m_welcome->SetRecentFiles(RecentFiles());
     if (files.empty()) return m_pages->setCurrentWidget(m_welcome);
     m_panel->setGeometry(m_pages->rect()); // before it is shown, which draws
     m_pages->setCurrentWidget(m_panel);
@@ -232,8 +227,10 @@ void TMainWindow::ShowFiles() {
 
 void TMainWindow::FilesChangedOnDisk(const QStringList& files) {
     if (m_loadBar->IsLoading()) return m_watch->Watch(m_document.Files()); // told again later
-    if (m_reloads->isChecked())
-        return Want({.Files = files, .Adds = true, .KeepsView = true, .IsQuiet = true});
+    for (const QString& file : files) // one by one: each can fail
+        if (m_reloads->isChecked() && m_document.Find(file))
+            Want({.Files = {file}, .Adds = true, .KeepsView = true, .IsQuiet = true});
+    if (m_reloads->isChecked()) return;
     statusBar()->showMessage(QStringLiteral("%1 has changed on the disk; F5 reads it again.")
                                  .arg(QFileInfo(files.first()).fileName()));
 }

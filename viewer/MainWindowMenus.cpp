@@ -132,6 +132,9 @@ void TMainWindow::AddDocks(QMenu* menu) {
     });
     menu->addAction(Explained(contents, QStringLiteral("Files, layers and objects, to show, hide "
                                                        "and find them")));
+    Explained(menu->addAction(QStringLiteral("&Find..."), QKeySequence::Find, m_contents,
+                              &TContentsDock::Find),
+              QStringLiteral("Find a layer or object by its name or kind"));
     menu->addAction(Explained(m_messages->toggleViewAction(),
                               QStringLiteral("What was passed over in the files")));
 }

@@ -40,6 +40,8 @@ void TMessagesDock::MakeList() {
     m_list->setFocusPolicy(Qt::ClickFocus);
     m_list->setContextMenuPolicy(Qt::ActionsContextMenu);
     m_list->header()->setStretchLastSection(false);
+    m_list->header()->setSectionResizeMode(TMessagesModel::FileColumn,
+                                           QHeaderView::ResizeToContents);
     m_list->header()->setSectionResizeMode(TMessagesModel::TextColumn, QHeaderView::Stretch);
     auto* copy = new QAction(QStringLiteral("&Copy"), m_list);
     copy->setShortcut(QKeySequence::Copy);

@@ -35,6 +35,7 @@ struct TOpenedFile {
     double Seconds = 0; ///< that reading took
     std::vector<TPassedOver> Messages;
     TFileRoot* Root = nullptr;
+    qint64 Objects = 0;         ///< layers and groups left out
     std::optional<TBox> Bounds; ///< absolute; none where nothing draws
     int Materials = 0;          ///< that the file holds
     QSet<QString> HiddenInFile; ///< idents of children of the root that the file switches off

@@ -1,24 +1,14 @@
 #pragma once
 
 #include "viewer/Format.h"
-#include "viewer/PassedOver.h"
+#include "viewer/ReadTarget.h"
 
 #include <functional>
-#include <vector>
 
 namespace ZEP {
 
-class TZEPMaterialLibrary;
-class TZEPObject;
-
 /// Called now and then with what is done and the whole; false cancels.
 using TLoadProgress = std::function<bool(qint64 done, qint64 total)>;
-
-/// Where what is read goes. Neither is null.
-struct TReadTarget {
-    TZEPObject* Root;
-    TZEPMaterialLibrary* Materials; ///< without any; faces refer to it by number
-};
 
 /// Reads the file into objects below the root. Raises `Exception`, which names the file, and the
 /// line where there is one.

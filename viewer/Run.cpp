@@ -64,7 +64,10 @@ int MakePicture(const TCommandLine& line) {
     TDocument document;
     document.Open(line.Files, line.Plain);
     const double aspect = static_cast<double>(line.PictureSize.width()) / line.PictureSize.height();
-    document.LookFrom(line.Direction, aspect);
+    if (line.Direction)
+        document.LookFrom(*line.Direction, aspect);
+    else
+        document.LookBest(aspect);
     if (!line.Camera.isEmpty()) LookThrough(line.Camera, document);
     WritePicture(document, line.PictureSize, line.PictureFile);
     return Done;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "viewer/Reader.h"
+#include "viewer/ReadTarget.h"
 
 #include <memory>
 

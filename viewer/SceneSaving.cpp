@@ -2,6 +2,7 @@
 
 #include "appearance/MaterialLibrary.h"
 #include "viewer/Materials.h"
+#include "viewer/Reader.h"
 #include "viewer/SceneFile.h"
 #include "viewer/StoredScene.h"
 

@@ -134,6 +134,8 @@ void TDressedView::Dress(const TViewLook& look) {
     DressWire(look.Wire);
     m_scene->EndUpdate();
     DressFog(look);
+    for (int i = 0, count = m_scene->GetItemsCount(); i < count; ++i)
+        if (auto* file = qobject_cast<TFileRoot*>(m_scene->GetItem(i))) file->SetFlat(look.Flat);
     TZEPOptions options = m_panel->Options();
     options.setFlag(goFlatShadeModel, look.Flat);
     options.setFlag(goCullFace, !m_openSurfaces);

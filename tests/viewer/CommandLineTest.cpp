@@ -48,11 +48,14 @@ TEST(CommandLine, PicturesTakeSizeAndDirection) {
     const TCommandLine plain = Parse(QStringLiteral("--picture o.png a.nc"));
     EXPECT_EQ(plain.PictureFile, QStringLiteral("o.png"));
     EXPECT_EQ(plain.PictureSize, QSize(1280, 960));
-    EXPECT_EQ(plain.Direction, TDirection::Iso);
+    EXPECT_FALSE(plain.Direction);
     const TCommandLine full =
         Parse(QStringLiteral("--picture o.png --size 16384X1 --view right a.nc"));
     EXPECT_EQ(full.PictureSize, QSize(16384, 1));
     EXPECT_EQ(full.Direction, TDirection::Right);
+    EXPECT_EQ(plain.Camera, QString());
+    EXPECT_EQ(Parse(QStringLiteral("--picture o.png --camera Eye a.3ds")).Camera,
+              QStringLiteral("Eye"));
 }
 
 TEST(CommandLine, MistakesAreNamed) {
@@ -70,6 +73,9 @@ TEST(CommandLine, MistakesAreNamed) {
         {"--json a.nc", "--json only goes with --info."},
         {"--size 10x10 a.nc", "--size only goes with --picture."},
         {"--view top --info a.nc", "--view only goes with --picture."},
+        {"--camera Eye a.3ds", "--camera only goes with --picture."},
+        {"--picture o.png --camera Eye --view top a.3ds",
+         "--view and --camera do not go together."},
         {"--info --picture o.png a.nc", "--info and --picture do not go together."},
         {"--picture o.png --view above a.nc",
          "--view takes iso, top, front, right, left, back or bottom, but found \"above\"."},

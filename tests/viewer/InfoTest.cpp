@@ -1,14 +1,20 @@
 #include "viewer/Info.h"
 
+#include "appearance/Light.h"
 #include "objects/Arc.h"
 #include "objects/Circle.h"
 #include "objects/Line.h"
+#include "objects/Mesh.h"
 #include "objects/Point.h"
+#include "objects/Polygon.h"
 #include "objects/Polyline.h"
+#include "view/Actor.h"
+#include "view/Camera.h"
 #include "viewer/FileRoot.h"
 
 #include <gtest/gtest.h>
 
+#include <QJsonArray>
 #include <QJsonDocument>
 
 namespace ZEP {
@@ -57,6 +63,16 @@ TEST(Info, VerticesAreCountedByKind) {
              for (int i = 0; i < 5; ++i) polyline->Vertexes()->Add();
          },
          "TZEPPolyline", 5},
+        {[](TZEPObject& root) {
+             auto* polygon = Add<TZEPPolygon>(root);
+             for (int i = 0; i < 4; ++i) polygon->Vertexes()->Add();
+         },
+         "TZEPPolygon", 4},
+        {[](TZEPObject& root) {
+             auto* mesh = Add<TZEPMesh>(root);
+             for (int i = 0; i < 6; ++i) mesh->Vertexes()->Add();
+         },
+         "TZEPMesh", 6},
     };
     for (const TRow& row : rows) {
         TSample sample;
@@ -67,6 +83,28 @@ TEST(Info, VerticesAreCountedByKind) {
         EXPECT_EQ(info.Objects, objects) << row.Class;
         EXPECT_EQ(info.Vertices, 2 * row.Vertices) << row.Class;
     }
+}
+
+TEST(Info, LayersFacesLightsAndCamerasAreCounted) {
+    TSample sample;
+    auto* layer = Add<TZEPActor>(sample.Root);
+    Add<TZEPPolygon>(*layer);
+    auto* mesh = Add<TZEPMesh>(*layer);
+    for (int i = 0; i < 5; ++i) mesh->Faces()->Add();
+    Add<TZEPLight>(sample.Root);
+    Add<TZEPLight>(sample.Root);
+    Add<TZEPCamera>(sample.Root)->SetIdent(QStringLiteral("Eye"));
+    Add<TZEPCamera>(sample.Root);
+    sample.File.Format = TFileFormat::F3DS;
+    sample.File.Materials = 7;
+    const QJsonObject json = ToJson(InfoOf(sample.File));
+    const auto number = [&](const char* key) { return json[QLatin1String(key)].toInt(); };
+    EXPECT_EQ(number("layers"), 1);
+    EXPECT_EQ(number("faces"), 6);
+    EXPECT_EQ(number("lights"), 2);
+    EXPECT_EQ(number("materials"), 7);
+    EXPECT_EQ(json[QStringLiteral("cameras")].toArray(), (QJsonArray{"Eye", "Camera"}));
+    EXPECT_TRUE(ToText(InfoOf(sample.File)).contains(QStringLiteral("Cameras: Eye, Camera\n")));
 }
 
 TEST(Info, JsonHoldsAbsoluteBoundsAndMessages) {

@@ -18,7 +18,7 @@ TEST(Look, ColoursStandOutFromTheBackground) {
         {"black on white", clBlack, clWhite, clBlack},
         {"red on white", clRed, clWhite, clRed},
         {"red on dark", clRed, Look::Sky, clRed},
-        {"blue on dark", clBlue, Look::Sky, clBlue},
+        {"blue on white", clBlue, clWhite, clBlue},
         {"grey on dark", TColor{0x808080}, Look::Sky, TColor{0x808080}},
         {"grey on the same grey", TColor{0x808080}, TColor{0x808080}, clBlack},
     };

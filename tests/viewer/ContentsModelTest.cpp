@@ -1,0 +1,144 @@
+#include "viewer/ContentsModel.h"
+
+#include "appearance/MaterialLibrary.h"
+#include "objects/Mesh.h"
+#include "scene/Scene.h"
+#include "tests/FolderTest.h"
+#include "tests/viewer/SampleFiles.h"
+#include "viewer/Document.h"
+#include "viewer/FileRoot.h"
+
+#include <gmock/gmock.h>
+
+#include <QAbstractItemModelTester>
+
+namespace ZEP {
+namespace {
+
+using namespace Sample;
+
+class ContentsModel : public FolderTest {
+protected:
+    QString PutDrawing(const char* name) {
+        return Put(name, Drawing(Layer("walls", 1) + Layer("doors", -3),
+                                 LineOn("walls") + LineOn("doors") + LineOn("walls")));
+    }
+    QString PutModel(const char* name) {
+        return Put(name, Model(Material("steel", 200) + Mesh("Wheel", "steel") + Mesh("Axle", "") +
+                               Camera("Eye", {9, 0, 0, 0, 0, 0, 0, 50})));
+    }
+
+    /// Names of the rows, indented, with "." before those that are not seen and "-" before those
+    /// that are seen in part.
+    static QString Rows(const QAbstractItemModel& model, const QModelIndex& parent = {},
+                        const QString& indent = {}) {
+        QString rows;
+        for (int i = 0; i < model.rowCount(parent); ++i) {
+            const QModelIndex index = model.index(i, 0, parent);
+            const QVariant box = index.data(Qt::CheckStateRole);
+            const char* mark = box.toInt() == Qt::Checked || box.isNull() ? ""
+                               : box.toInt() == Qt::Unchecked             ? "."
+                                                                          : "-";
+            rows += indent + QLatin1String(mark) + index.data().toString() + QLatin1Char('\n');
+            rows += Rows(model, index, indent + QLatin1Char(' '));
+        }
+        return rows;
+    }
+};
+
+TEST_F(ContentsModel, ShowsFilesLayersObjectsAndWhatIsSwitchedOff) {
+    TDocument document;
+    TContentsModel model(document);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    EXPECT_EQ(model.rowCount(), 0);
+    ASSERT_TRUE(document.Open({PutDrawing("a.dxf"), PutModel("b.3ds")}, false));
+    EXPECT_EQ(Rows(model).toStdString(), "-a.dxf\n walls\n  Line\n  Line\n .doors\n  .Line\n"
+                                         "b.3ds\n Wheel\n Axle\n Eye\n");
+    const QModelIndex walls = model.index(0, 0, model.index(0, 0));
+    EXPECT_EQ(walls.siblingAtColumn(TContentsModel::CountColumn).data(), QStringLiteral("2"));
+    EXPECT_EQ(walls.data(Qt::ToolTipRole), QStringLiteral("Layer \"walls\": 2 objects"));
+    const QModelIndex wheel = model.index(0, 0, model.index(1, 0));
+    EXPECT_EQ(wheel.data(Qt::ToolTipRole), QStringLiteral("Mesh \"Wheel\": 1 face, 3 vertices"));
+    EXPECT_TRUE(model.index(0, 0).data(Qt::ToolTipRole).toString().startsWith(Path("a.dxf")));
+    document.Close(Path("a.dxf"));
+    EXPECT_EQ(Rows(model).toStdString(), "b.3ds\n Wheel\n Axle\n Eye\n");
+}
+
+TEST_F(ContentsModel, RowsAndObjectsFindEachOther) {
+    TDocument document;
+    TContentsModel model(document);
+    ASSERT_TRUE(document.Open({PutDrawing("a.dxf"), PutModel("b.3ds")}, false));
+    int rows = 0;
+    const auto visit = [&](const auto& self, const QModelIndex& parent) -> void {
+        for (int i = 0; i < model.rowCount(parent); ++i, ++rows) {
+            const QModelIndex index = model.index(i, 0, parent);
+            EXPECT_EQ(model.IndexOf(*TContentsModel::ObjectAt(index)), index);
+            EXPECT_EQ(index.parent(), parent);
+            self(self, index);
+        }
+    };
+    visit(visit, {});
+    EXPECT_EQ(rows, 10);
+    EXPECT_FALSE(model.IndexOf(*document.Camera()).isValid());
+    EXPECT_EQ(model.FileOf(model.index(1, 0, model.index(1, 0))), Path("b.3ds"));
+}
+
+TEST_F(ContentsModel, ASearchLeavesWhatItFindsAndWhatLeadsThere) {
+    TDocument document;
+    TContentsModel model(document);
+    ASSERT_TRUE(document.Open({PutDrawing("a.dxf"), PutModel("b.3ds")}, false));
+    struct TRow {
+        const char* Text;
+        qint64 Found;
+        const char* Rows;
+    };
+    const TRow rows[] = {
+        {"WHEEL", 1, "b.3ds\n Wheel\n"},
+        {"door", 1, "-a.dxf\n .doors\n  .Line\n"},
+        {"mesh", 2, "b.3ds\n Wheel\n Axle\n"},
+        {"line", 3, "-a.dxf\n walls\n  Line\n  Line\n .doors\n  .Line\n"},
+        {"nothing such", 0, ""},
+    };
+    for (const TRow& row : rows) {
+        model.SetFilter(QLatin1String(row.Text));
+        EXPECT_EQ(Rows(model).toStdString(), row.Rows) << row.Text;
+        EXPECT_EQ(model.Found(), row.Found) << row.Text;
+    }
+    TZEPObject& wheel = *document.Files()[1].Root->GetItem(0);
+    EXPECT_FALSE(model.IndexOf(wheel).isValid());
+    model.SetFilter({});
+    EXPECT_EQ(model.IndexOf(wheel).row(), 0);
+}
+
+TEST_F(ContentsModel, ABoxThatIsClickedShowsAndHides) {
+    TDocument document;
+    TContentsModel model(document);
+    ASSERT_TRUE(document.Open({PutDrawing("a.dxf"), PutModel("b.3ds")}, false));
+    const QModelIndex doors = model.index(1, 0, model.index(0, 0));
+    ASSERT_TRUE(model.setData(doors, Qt::Checked, Qt::CheckStateRole));
+    EXPECT_TRUE(Rows(model).startsWith(QStringLiteral("a.dxf\n walls")));
+    EXPECT_TRUE(document.Files()[0].Root->GetItem(1)->Visible());
+    ASSERT_TRUE(model.setData(model.index(0, 0), Qt::Unchecked, Qt::CheckStateRole));
+    EXPECT_FALSE(document.Files()[0].Root->Visible());
+    model.ShowOnly({document.Files()[1].Root->GetItem(1)});
+    EXPECT_TRUE(Rows(model).endsWith(QStringLiteral("-b.3ds\n .Wheel\n Axle\n Eye\n")))
+        << Rows(model).toStdString();
+    model.ShowAll();
+    EXPECT_FALSE(Rows(model).contains(QLatin1Char('.') + QStringLiteral("Wheel")));
+}
+
+TEST_F(ContentsModel, ARowIsItsObjectHoweverManyThereAre) {
+    TDocument document;
+    TContentsModel model(document);
+    QByteArray program;
+    for (int i = 0; i < 50'000; ++i) program += "G1 X" + QByteArray::number(i) + "\n";
+    ASSERT_TRUE(document.Open({Put("a.nc", program)}, false));
+    const QModelIndex file = model.index(0, 0);
+    EXPECT_EQ(model.rowCount(file), 50'000);
+    const QModelIndex last = model.index(49'999, 0, file);
+    EXPECT_EQ(last.data(), QStringLiteral("Line 50000"));
+    EXPECT_EQ(last.internalPointer(), document.Files()[0].Root->GetItem(49'999));
+}
+
+} // namespace
+} // namespace ZEP
