@@ -23,7 +23,8 @@ TCameraMenu::TCameraMenu(QMainWindow* window, TDocument& document, TSelection* s
     : QObject(window), m_document(document), m_aspect(std::move(aspect)) {
     QMenu* menu = window->menuBar()->addMenu(QStringLiteral("&Camera"));
     const auto add = [&](const QString& text, Qt::Key key, const QString& tip, auto&& call) {
-        menu->addAction(text, QKeySequence(key), this, call)->setStatusTip(tip);
+        const auto look = [this, call] { m_document.Files().empty() ? StartWanted() : call(); };
+        menu->addAction(text, QKeySequence(key), this, look)->setStatusTip(tip);
     };
     add(QStringLiteral("Fit &selection"), Qt::Key_F,
         QStringLiteral("What is selected, or the whole, from where you look now"),
@@ -42,7 +43,12 @@ TCameraMenu::TCameraMenu(QMainWindow* window, TDocument& document, TSelection* s
     menu->addSeparator();
     m_cameras = menu->addMenu(QStringLiteral("&Cameras in the file"));
     connect(&document, &TDocument::AboutToChange, m_cameras, &QMenu::clear);
-    connect(&document, &TDocument::Changed, this, &TCameraMenu::ListCameras);
+    connect(&document, &TDocument::Changed, this, &TCameraMenu::FilesChanged);
+    FilesChanged();
+}
+
+void TCameraMenu::FilesChanged() {
+    m_parallel->setEnabled(!m_document.Files().empty());
     ListCameras();
 }
 

@@ -23,7 +23,12 @@ public:
     TCameraMenu(QMainWindow* window, TDocument& document, TSelection* selection,
                 std::function<double()> aspect);
 
+signals:
+    /// The whole is to be seen, but nothing is open.
+    void StartWanted();
+
 private:
+    void FilesChanged();
     void ListCameras();
     void Choose(const TZEPCamera& camera);
 

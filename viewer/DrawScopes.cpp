@@ -31,4 +31,17 @@ TEvenScope::~TEvenScope() {
     glPopAttrib();
 }
 
+TSinkScope::TSinkScope(bool sinks) : m_sinks(sinks) {
+    if (!m_sinks) return;
+    glPushAttrib(GL_POLYGON_BIT);
+    glEnable(GL_POLYGON_OFFSET_FILL);
+    glPolygonOffset(1, 1);
+}
+
+TSinkScope::~TSinkScope() {
+    if (!m_sinks) return;
+    TZEPDrawRun::Current().End();
+    glPopAttrib();
+}
+
 } // namespace ZEP

@@ -30,4 +30,18 @@ public:
     TEvenScope& operator=(const TEvenScope&) = delete;
 };
 
+/// Surfaces that are drawn while it lives lie a little farther away, so that lines on them are
+/// seen.
+class TSinkScope {
+public:
+    /// \param sinks  false: nothing
+    explicit TSinkScope(bool sinks);
+    ~TSinkScope();
+    TSinkScope(const TSinkScope&) = delete;
+    TSinkScope& operator=(const TSinkScope&) = delete;
+
+private:
+    bool m_sinks;
+};
+
 } // namespace ZEP

@@ -15,7 +15,7 @@ void TEyeLight::DrawLight(bool shadowPass) {
     TZEPLight::DrawLight(shadowPass);
     constexpr std::array<float, 4> None{0, 0, 0, 1};
     // From beside and above the eye, so that faces that turn away from it alike are told apart.
-    constexpr std::array<float, 4> Behind{-0.35F, 0.5F, 1, 0};
+    constexpr std::array<float, 4> Behind{-0.2F, 0.3F, 1, 0};
     constexpr float Gloss = 0.35F;
     TGLColor shine = ToGLColor(GetColor(), 1);
     for (std::size_t k = 0; k < 3; ++k) shine[k] *= Gloss;

@@ -152,6 +152,12 @@ std::size_t TFileRoot::VertexCount() const {
     return count;
 }
 
+bool TFileRoot::HasLines() const {
+    return m_own.HasLines() || std::ranges::any_of(m_layers, [](const auto& layer) {
+               return layer.second->Batch.HasLines();
+           });
+}
+
 bool TFileRoot::IsLarge() const {
     return VertexCount() > SmallVertexes;
 }
@@ -215,6 +221,7 @@ void TFileRoot::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
                     .Fine = m_share >= 1 && VertexCount() <= FineVertexes,
                     .Even = m_even,
                     .LeastText = m_share < 1 ? LeastTextMoving : LeastText};
+    view.Sinks = HasLines();
     if (m_smoothMeshes && !m_flat) view.Meshes = &m_meshes;
     const TGLMatrixd4 own = GetMatrix();
     m_own.Draw(own, scene, state, kind, view);

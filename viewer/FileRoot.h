@@ -57,6 +57,7 @@ private:
     void ListLayers();
     [[nodiscard]] TBatchRules Rules() const;
     [[nodiscard]] std::size_t VertexCount() const;
+    [[nodiscard]] bool HasLines() const;
     bool NotesSelection(TZEPObject& object);
     void BuildMarks();
     void AddMark(TZEPObject& object, const TGLMatrixd4& frame, bool whole);

@@ -13,8 +13,6 @@ namespace ZEP {
 
 namespace {
 
-constexpr float FaceOffset = 1; // away from the eye, so that lines on a surface are seen
-
 /// A colour is all that its material tells.
 bool HasPlainMaterial(TZEPObject& object) {
     if (object.MaterialIndex() >= 0) return false;
@@ -154,12 +152,8 @@ void TLayerBatch::Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEPDr
     if (m_others.empty()) return;
     std::optional<TEvenScope> even;
     if (view.Even) even.emplace();
-    glPushAttrib(GL_POLYGON_BIT);
-    glEnable(GL_POLYGON_OFFSET_FILL);
-    glPolygonOffset(FaceOffset, FaceOffset);
+    const TSinkScope sink(view.Sinks);
     DrawSeparates(m_others, scene, state, kind, view.Meshes);
-    TZEPDrawRun::Current().End();
-    glPopAttrib();
 }
 
 void TLayerBatch::DrawArrays(TZEPDrawState state, const TLayerView& view) const {
@@ -169,11 +163,8 @@ void TLayerBatch::DrawArrays(TZEPDrawState state, const TLayerView& view) const 
         m_paths.Draw(detail, view.Fine);
         return m_texts.Draw(view.LeastText);
     }
-    glPushAttrib(GL_POLYGON_BIT);
-    glEnable(GL_POLYGON_OFFSET_FILL);
-    glPolygonOffset(FaceOffset, FaceOffset);
+    const TSinkScope sink(view.Sinks);
     m_faces.Draw(detail, !view.Even);
-    glPopAttrib();
 }
 
 void TLayerBatch::DrawSeparates(const TSeparates& separates, TZEPSceneContext& scene,

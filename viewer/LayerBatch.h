@@ -18,6 +18,7 @@ struct TLayerView {
     bool Fine = true;                ///< lines are smooth and have their styles
     bool Even = false;               ///< surfaces show their colours whatever lights there are
     double LeastText = 2;            ///< pixels; see `TTextBatch::Draw`
+    bool Sinks = false;              ///< surfaces give way to lines that lie on them
     TSmoothMeshes* Meshes = nullptr; ///< null: meshes draw themselves
 };
 
@@ -40,6 +41,7 @@ public:
     void MarkStale() { m_stale = true; }
     [[nodiscard]] bool IsStale() const { return m_stale; }
     [[nodiscard]] std::size_t VertexCount() const;
+    [[nodiscard]] bool HasLines() const { return !m_paths.IsEmpty(); }
 
     /// One pass. \param frame  that the layer's objects lie in
     void Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEPDrawState state,

@@ -47,7 +47,9 @@ QAction* Explained(QAction* action, const QString& tip) {
 void TMainWindow::AddMenus() {
     AddFileMenu();
     AddViewMenu();
-    new TCameraMenu(this, m_document, m_selection, [this] { return Aspect(); });
+    auto* camera = new TCameraMenu(this, m_document, m_selection, [this] { return Aspect(); });
+    connect(camera, &TCameraMenu::StartWanted, this,
+            [this] { m_welcome->Start().LookFromStart(); });
     new TNavigation(this, m_panel);
     AddProgram();
     AddHelpMenu();
@@ -119,6 +121,9 @@ void TMainWindow::AddViewMenu() {
     connect(guides, &QAction::toggled, this, [this](bool shown) { m_document.SetGuides(shown); });
     Explained(guides,
               QStringLiteral("Show the floor below what is read, and the axes of its origin"));
+    guides->setEnabled(false);
+    connect(&m_document, &TDocument::Changed, guides,
+            [this, guides] { guides->setEnabled(!m_document.Files().empty()); });
     AddDocks(menu);
     AddViewOptions(menu);
 }
@@ -213,6 +218,7 @@ void TMainWindow::ListRecentFiles() {
 }
 
 void TMainWindow::LookFrom(TDirection direction) {
+    if (m_document.Files().empty()) return m_welcome->Start().LookFrom(direction);
     m_document.LookFrom(direction, Aspect());
 }
 

@@ -26,7 +26,7 @@ const QString FlatKey = QStringLiteral("view/flat");
 const QString WireKey = QStringLiteral("view/wire");
 const QString BackgroundKey = QStringLiteral("view/background");
 
-constexpr TColor HeadlightAlone{0xC8C8C8};
+constexpr TColor HeadlightAlone{0xE0E0E0};
 constexpr TColor HeadlightAmongOthers{0x3C3C3C}; // to what they light already
 constexpr TColor AmbientUnderHeadlight{0x303030};
 constexpr TColor AmbientUnderLights{0x202020};
