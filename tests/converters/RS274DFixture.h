@@ -33,7 +33,7 @@ inline std::string Text(const TGLArrayd3& point) {
 }
 
 /// "TZEPLine 0 0 0 > 1 2 0 ffffff @Line 1".
-inline std::string Describe(TZEPObject* object) {
+inline std::string DescribeMove(TZEPObject* object) {
     QString text = object->ClassName() + u' ';
     if (auto* line = qobject_cast<TZEPLine*>(object)) {
         text += QString::fromStdString(Text(line->P1()->Data()) + " > " + Text(line->P2()->Data()));
@@ -60,7 +60,7 @@ protected:
 
     TTexts Objects() {
         TTexts texts;
-        for (int i = 0; i < Root.GetItemsCount(); ++i) texts.push_back(Describe(Root.GetItem(i)));
+        for (int i = 0; i < Root.GetItemsCount(); ++i) texts.push_back(DescribeMove(Root.GetItem(i)));
         return texts;
     }
     TTexts Read(std::string_view text) {
