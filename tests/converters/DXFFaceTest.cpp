@@ -28,7 +28,8 @@ TEST_F(DXF, LeavesOnlyFacesWithDentsToTheTessellator) {
         auto* face = qobject_cast<TZEPPolygon*>(Root.GetItem(0)->GetItem(0));
         EXPECT_EQ(face->Concave(), row.Concave) << row.Name;
         EXPECT_EQ(face->UseDisplayList(), row.Concave) << row.Name;
-        EXPECT_EQ(face->AutoNormal() ? "" : Text(face->Normal()->Data()), row.Normal) << row.Name;
+        EXPECT_EQ(face->AutoNormal() ? "" : PointText(face->Normal()->Data()), row.Normal)
+            << row.Name;
     }
 }
 
