@@ -1,11 +1,11 @@
 #include "viewer/Document.h"
 
-#include "scene/ColoredObject.h"
 #include "scene/Scene.h"
 #include "viewer/FileRoot.h"
 #include "viewer/Framing.h"
 #include "viewer/Loading.h"
 #include "viewer/Materials.h"
+#include "viewer/Seen.h"
 #include "viewer/Visibility.h"
 
 #include <QFileInfo>
@@ -24,54 +24,6 @@ double PixelRatio() {
     const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
     return application ? application->devicePixelRatio() : 1;
 }
-
-void AddCorners(const TBox& box, std::vector<TGLArrayd3>& corners) {
-    for (unsigned corner = 0; corner < 8; ++corner)
-        corners.push_back({(corner & 1U ? box.Max : box.Min)[0],
-                           (corner & 2U ? box.Max : box.Min)[1],
-                           (corner & 4U ? box.Max : box.Min)[2]});
-}
-
-/// Calls `visit` for each object below a root that is seen and draws.
-/// \return false where something is hidden
-template <class Visit>
-bool ForEachSeen(TZEPObject& root, const Visit& visit) {
-    bool all = root.Visible();
-    for (int i = 0, count = all ? root.GetItemsCount() : 0; i < count; ++i) {
-        TZEPObject& child = *root.GetItem(i);
-        if (!child.Visible()) {
-            all = false;
-            continue;
-        }
-        if (qobject_cast<TZEPColoredObject*>(&child)) visit(child);
-        if (child.GetItemsCount() > 0) all = ForEachSeen(child, visit) && all;
-    }
-    return all;
-}
-
-/// What is seen of files: how much, and corners of it, some ten thousand at most.
-struct TSeen {
-    explicit TSeen(const std::vector<TOpenedFile>& files) {
-        constexpr std::size_t MostSamples = 2000;
-        std::size_t count = 0;
-        for (const TOpenedFile& file : files)
-            All = ForEachSeen(*file.Root, [&](const TZEPObject&) { ++count; }) && All;
-        const std::size_t stride = count / MostSamples + 1;
-        std::size_t i = 0;
-        for (const TOpenedFile& file : files)
-            ForEachSeen(*file.Root, [&](const TZEPObject& object) {
-                const bool sampled = i++ % stride == 0;
-                if (!sampled && All) return;
-                const TBox box = BoxOf(object);
-                if (sampled) AddCorners(box, Corners);
-                if (!All) Widen(Bounds, box);
-            });
-    }
-
-    bool All = true;
-    std::optional<TBox> Bounds; ///< only where something is hidden
-    std::vector<TGLArrayd3> Corners;
-};
 
 bool IsSameFile(const QString& a, const QString& b) {
     return a == b || QFileInfo(a).absoluteFilePath() == QFileInfo(b).absoluteFilePath();
@@ -219,7 +171,9 @@ void TDocument::LookFrom(TDirection direction, double aspect) {
 }
 
 void TDocument::FitAll(double aspect) {
-    const TSeen seen(m_files);
+    std::vector<TZEPObject*> roots;
+    for (const TOpenedFile& file : m_files) roots.push_back(file.Root);
+    const TSeen seen = SeenOf(roots, Bounds());
     const std::optional<TBox> bounds = seen.Bounds ? seen.Bounds : Bounds();
     if (bounds) m_camera->FitTo(bounds->Min, bounds->Max, aspect);
     // The box is larger than what is in it.
@@ -227,17 +181,11 @@ void TDocument::FitAll(double aspect) {
 }
 
 void TDocument::FitObjects(const std::vector<TZEPObject*>& objects, double aspect) {
-    std::optional<TBox> bounds;
-    std::vector<TGLArrayd3> corners;
-    for (TZEPObject* object : objects) {
-        const TBox box = BoxOf(*object);
-        Widen(bounds, box);
-        AddCorners(box, corners);
-    }
-    if (!bounds) return FitAll(aspect);
+    const TSeen seen = SeenOf(objects);
+    if (!seen.Bounds) return FitAll(aspect);
     const double farthest = m_camera->FarClipPlane(); // what is not fitted is still seen
-    m_camera->FitTo(bounds->Min, bounds->Max, aspect);
-    FrameTightly(*m_camera, corners, aspect);
+    m_camera->FitTo(seen.Bounds->Min, seen.Bounds->Max, aspect);
+    FrameTightly(*m_camera, seen.Corners, aspect);
     if (farthest <= m_camera->FarClipPlane()) return;
     m_camera->SetFarClipPlane(farthest);
     if (m_camera->Orthographic()) m_camera->SetNearClipPlane(-farthest);
