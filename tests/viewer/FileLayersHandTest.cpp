@@ -51,12 +51,12 @@ TEST_F(FileLayers, AreDrawnWithTheirTransforms) {
     point->SetWidth(9);
     point->P()->SetData(2, -3, 0);
     EXPECT_EQ(At(1, 1), Red);
-    EXPECT_EQ(At(-2, -1), Green);
+    EXPECT_EQ(At(-2, 2), Green);
     EXPECT_EQ(At(2, -2), Blue); // the circle is about (0, -2)
     EXPECT_EQ(At(3, 3), Blue);
     block->XForm()->Rotate()->SetData(0, 0, 0);
     EXPECT_EQ(At(1, 3), Green);
-    EXPECT_EQ(At(-2, -1), Nothing);
+    EXPECT_EQ(At(-2, 2), Nothing);
 }
 
 TEST_F(FileLayers, FollowEveryChange) {
@@ -159,7 +159,7 @@ TEST_F(FileLayers, ColoursThatCouldNotBeToldFromTheBackgroundGiveWay) {
     };
     for (const TRow& row :
          {TRow{clBlack, qRgb(255, 255, 255), qRgb(255, 255, 255)}, TRow{clWhite, Nothing, Nothing},
-          TRow{TColor{0x707070}, qRgb(255, 255, 255), Nothing}}) {
+          TRow{TColor{0x909090}, qRgb(255, 255, 255), Nothing}}) {
         m_scene.SetBackgroundColor(row.Background);
         m_root.SetBackground(row.Background);
         EXPECT_EQ(At(1, 2), row.White) << ToQColor(row.Background).name().toStdString();

@@ -1,8 +1,10 @@
 #include "viewer/MainWindow.h"
 
+#include "view/Camera.h"
 #include "view/Panel.h"
 #include "viewer/FileRoot.h"
 #include "viewer/RecentFiles.h"
+#include "viewer/WelcomePage.h"
 
 #include <gtest/gtest.h>
 
@@ -56,6 +58,12 @@ protected:
         return qobject_cast<TZEPPanel*>(window.findChild<QStackedWidget*>()->currentWidget());
     }
 
+    static QAction* ActionOf(const TMainWindow& window, Qt::Key key) {
+        for (QAction* action : window.findChildren<QAction*>())
+            if (action->shortcut() == QKeySequence(key)) return action;
+        return nullptr;
+    }
+
     QTemporaryDir m_folder;
 };
 
@@ -68,6 +76,40 @@ TEST_F(MainWindow, WhatIsOpenedReplacesTheWelcome) {
     EXPECT_EQ(ObjectsIn(window), 2);
     EXPECT_TRUE(window.windowTitle().startsWith(QStringLiteral("short.nc")));
     EXPECT_EQ(RecentFiles(), QStringList{m_folder.filePath(QStringLiteral("short.nc"))});
+}
+
+TEST_F(MainWindow, FlatFilesAreSeenFromTheTopInParallel) {
+    TMainWindow window(false);
+    const QString flat = ShortFile();
+    const QString deep = File(QStringLiteral("deep.nc"), "G1 X10 Y5\nG1 X20 Z-4\n");
+    const TZEPCamera& camera = *window.Document().Camera();
+    for (const bool isFlat : {true, false, true}) {
+        window.OpenFiles({isFlat ? flat : deep});
+        EXPECT_EQ(camera.Orthographic(), isFlat);
+        EXPECT_EQ(ActionOf(window, Qt::Key_X)->isChecked(), isFlat);
+        const TGLArrayd3 eye = camera.GetPosition();
+        const TGLArrayd3 target = camera.GetTarget();
+        EXPECT_EQ(std::abs(eye[0] - target[0]) < 1e-6, isFlat);
+    }
+}
+
+TEST_F(MainWindow, KeysOfTheViewServeTheStartSceneUntilSomethingIsOpen) {
+    TMainWindow window(false);
+    const TZEPCamera& start = *window.findChild<TWelcomePage*>()->Start().Camera();
+    const TGLArrayd3 first = start.GetPosition();
+    for (const auto fit : {Qt::Key_F, Qt::Key_A, Qt::Key_Home}) {
+        ActionOf(window, Qt::Key_4)->trigger(); // from the right
+        EXPECT_NEAR(start.GetPosition()[1], 0, 1e-9);
+        EXPECT_GT(start.GetPosition()[0], 5);
+        ActionOf(window, fit)->trigger();
+        EXPECT_EQ(start.GetPosition(), first);
+    }
+    for (const auto file : {Qt::Key_G, Qt::Key_X}) {
+        EXPECT_FALSE(ActionOf(window, file)->isEnabled());
+        window.OpenFiles({ShortFile()});
+        EXPECT_TRUE(ActionOf(window, file)->isEnabled());
+        window.CloseFile(m_folder.filePath(QStringLiteral("short.nc")));
+    }
 }
 
 TEST_F(MainWindow, DroppedFilesAreOpened) {

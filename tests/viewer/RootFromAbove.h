@@ -50,13 +50,16 @@ protected:
         return line;
     }
 
-    /// The colour at a place of the root's plane, in steps that smoothing does not reach.
-    QRgb At(double x, double y) {
+    /// The colour at a place of the root's plane.
+    QRgb ColorAt(double x, double y) {
         const QImage frame = m_panel.GrabFrame();
         const double ratio = static_cast<double>(frame.width()) / 10;
         const QPoint pixel(static_cast<int>((5 + x) * ratio), static_cast<int>((5 - y) * ratio));
-        return frame.valid(pixel) ? Rounded(frame.pixel(pixel)) : 0;
+        return frame.valid(pixel) ? frame.pixel(pixel) : 0;
     }
+
+    /// The same in steps that smoothing does not reach.
+    QRgb At(double x, double y) { return Rounded(ColorAt(x, y)); }
 
     TZEPScene m_scene;
     TFileRoot m_root;
