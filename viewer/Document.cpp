@@ -25,13 +25,6 @@ double PixelRatio() {
     return application ? application->devicePixelRatio() : 1;
 }
 
-void AddCorners(const TBox& box, std::vector<TGLArrayd3>& corners) {
-    for (unsigned corner = 0; corner < 8; ++corner)
-        corners.push_back({(corner & 1U ? box.Max : box.Min)[0],
-                           (corner & 2U ? box.Max : box.Min)[1],
-                           (corner & 4U ? box.Max : box.Min)[2]});
-}
-
 /// Calls `visit` for each object below a root that is seen and draws.
 /// \return false where something is hidden
 template <class Visit>
@@ -43,35 +36,24 @@ bool ForEachSeen(TZEPObject& root, const Visit& visit) {
             all = false;
             continue;
         }
-        if (qobject_cast<TZEPColoredObject*>(&child)) visit(child);
+        if (Draws(child)) visit(child);
         if (child.GetItemsCount() > 0) all = ForEachSeen(child, visit) && all;
     }
     return all;
 }
 
-/// What is seen of files: how much, and corners of it, some ten thousand at most.
-struct TSeen {
-    explicit TSeen(const std::vector<TOpenedFile>& files) {
-        constexpr std::size_t MostSamples = 2000;
-        std::size_t count = 0;
-        for (const TOpenedFile& file : files)
-            All = ForEachSeen(*file.Root, [&](const TZEPObject&) { ++count; }) && All;
-        const std::size_t stride = count / MostSamples + 1;
-        std::size_t i = 0;
-        for (const TOpenedFile& file : files)
-            ForEachSeen(*file.Root, [&](const TZEPObject& object) {
-                const bool sampled = i++ % stride == 0;
-                if (!sampled && All) return;
-                const TBox box = BoxOf(object);
-                if (sampled) AddCorners(box, Corners);
-                if (!All) Widen(Bounds, box);
-            });
+/// Of what is seen of the files.
+TExtent SeenOf(const std::vector<TOpenedFile>& files) {
+    TExtent extent;
+    for (const TOpenedFile& file : files) {
+        const bool all = ForEachSeen(*file.Root, [](const TZEPObject&) {});
+        if (all)
+            extent.Add(file.Extent);
+        else
+            ForEachSeen(*file.Root, [&](const TZEPObject& object) { extent.Add(BoxOf(object)); });
     }
-
-    bool All = true;
-    std::optional<TBox> Bounds; ///< only where something is hidden
-    std::vector<TGLArrayd3> Corners;
-};
+    return extent;
+}
 
 bool IsSameFile(const QString& a, const QString& b) {
     return a == b || QFileInfo(a).absoluteFilePath() == QFileInfo(b).absoluteFilePath();
@@ -166,7 +148,7 @@ void TDocument::Replace(std::size_t index, TLoading& loading) {
 
 std::optional<TBox> TDocument::Bounds() const {
     std::optional<TBox> bounds;
-    for (const TOpenedFile& file : m_files) Widen(bounds, file.Bounds);
+    for (const TOpenedFile& file : m_files) Widen(bounds, file.Extent.Bounds());
     return bounds;
 }
 
@@ -219,25 +201,24 @@ void TDocument::LookFrom(TDirection direction, double aspect) {
 }
 
 void TDocument::FitAll(double aspect) {
-    const TSeen seen(m_files);
-    const std::optional<TBox> bounds = seen.Bounds ? seen.Bounds : Bounds();
+    const TExtent seen = SeenOf(m_files);
+    const std::optional<TBox> bounds = seen.Bounds() ? seen.Bounds() : Bounds();
     if (bounds) m_camera->FitTo(bounds->Min, bounds->Max, aspect);
     // The box is larger than what is in it.
-    FrameTightly(*m_camera, seen.Corners, aspect);
+    FrameTightly(*m_camera, seen.Corners(), aspect);
 }
 
 void TDocument::FitObjects(const std::vector<TZEPObject*>& objects, double aspect) {
-    std::optional<TBox> bounds;
-    std::vector<TGLArrayd3> corners;
+    TExtent extent;
     for (TZEPObject* object : objects) {
-        const TBox box = BoxOf(*object);
-        Widen(bounds, box);
-        AddCorners(box, corners);
+        if (Draws(*object)) extent.Add(BoxOf(*object));
+        extent.Add(ExtentOf(*object));
     }
+    const std::optional<TBox>& bounds = extent.Bounds();
     if (!bounds) return FitAll(aspect);
     const double farthest = m_camera->FarClipPlane(); // what is not fitted is still seen
     m_camera->FitTo(bounds->Min, bounds->Max, aspect);
-    FrameTightly(*m_camera, corners, aspect);
+    FrameTightly(*m_camera, extent.Corners(), aspect);
     if (farthest <= m_camera->FarClipPlane()) return;
     m_camera->SetFarClipPlane(farthest);
     if (m_camera->Orthographic()) m_camera->SetNearClipPlane(-farthest);

@@ -1,9 +1,20 @@
 #include "viewer/Objects.h"
 
-#include "scene/ColoredObject.h"
+#include "objects/Node.h"
 #include "scene/Scene.h"
+#include "view/Actor.h"
 
 namespace ZEP {
+
+bool IsGroup(const TZEPObject& object) {
+    const QMetaObject* kind = object.metaObject();
+    return kind == &TZEPObject::staticMetaObject || kind == &TZEPActor::staticMetaObject ||
+           kind == &TZEPNode::staticMetaObject;
+}
+
+bool Draws(const TZEPObject& object) {
+    return qobject_cast<const TZEPColoredObject*>(&object) && !IsGroup(object);
+}
 
 TBox BoxOf(const TZEPObject& object) {
     TBox box{};
@@ -18,12 +29,12 @@ void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box) {
     MaxBoundsd(bounds->Max, box->Max);
 }
 
-std::optional<TBox> BoundsOf(TZEPObject& root) {
-    std::optional<TBox> bounds;
+TExtent ExtentOf(TZEPObject& root) {
+    TExtent extent;
     ForEachObject(root, [&](const TZEPObject& object) {
-        if (qobject_cast<const TZEPColoredObject*>(&object)) Widen(bounds, BoxOf(object));
+        if (Draws(object)) extent.Add(BoxOf(object));
     });
-    return bounds;
+    return extent;
 }
 
 TZEPObject* TopOf(TZEPObject& object) {
