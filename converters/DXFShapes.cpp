@@ -17,6 +17,8 @@ namespace {
 
 constexpr int CircleSegments = 45;
 constexpr int ClosedFlag = 1;
+constexpr int ThirdCorner = 12;
+constexpr int FourthCorner = 13;
 
 /// What begins another class of an entity that derives from a spline.
 constexpr std::string_view HelixMark = "AcDbHelix";
@@ -38,16 +40,41 @@ void FillRound(T& round, const TDXFRecord& record) {
     PlaceFlat(round, FrameOf(record), record.Point(10), 0, {diameter, diameter, diameter});
 }
 
+/// The normal of a triangle, as long as its area is large.
+TGLArrayd3 AreaOf(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& c) {
+    TGLArrayd3 normal;
+    CrossProdd({b[0] - a[0], b[1] - a[1], b[2] - a[2]}, {c[0] - a[0], c[1] - a[1], c[2] - a[2]},
+               normal);
+    return normal;
+}
+
+/// Where the two triangles of a face look the same way, they fill it: it needs no tessellator and
+/// no list then, and light falls on it. A dent, or sides that cross, are left to the tessellator.
+void DrawAsTriangles(TZEPPolygon& polygon) {
+    const TZEPTexVertexes& v = *polygon.Vertexes();
+    const TGLArrayd3 first = AreaOf(v[0].Data(), v[1].Data(), v[2].Data());
+    const TGLArrayd3 second = AreaOf(v[0].Data(), v[2].Data(), v[3].Data());
+    if (first[0] * second[0] + first[1] * second[1] + first[2] * second[2] < 0) return;
+    polygon.SetConcave(false);
+    polygon.SetUseDisplayList(false);
+    if (first != zero3d || second == zero3d) return;
+    const double length = std::hypot(second[0], second[1], second[2]);
+    polygon.SetAutoNormal(false);
+    polygon.Normal()->SetData(second[0] / length, second[1] / length, second[2] / length);
+}
+
 void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record, std::span<const int> codes,
                 const TGLMatrixd4& frame) {
     builder.Add<TZEPPolygon>(record, 0, [&](TZEPPolygon& polygon) {
         polygon.SetColorVertexes(false);
         for (const int code : codes) {
             // A triangle may leave out the fourth corner.
-            TGLArrayd3 point = record.Has(code) ? record.Point(code) : record.Point(12);
+            const bool isLeftOut = code == FourthCorner && !record.Has(code);
+            TGLArrayd3 point = record.Point(isLeftOut ? ThirdCorner : code);
             Xformd(frame, point);
             polygon.Vertexes()->Add()->SetPoint(point);
         }
+        DrawAsTriangles(polygon);
     });
 }
 

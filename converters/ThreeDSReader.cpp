@@ -91,7 +91,7 @@ void TF3DSReader::ReadKfrmChunk(const TF3DSChunk& chunk) {
     m_stream.Dump(" <KfrmChunk> \r\n");
     m_stream.ReadChildren(
         chunk, [this](const TF3DSChunk& child) { m_stream.SkipChunk(child, idKeyframer); });
-    m_target.Report.Add(QStringLiteral("chunk 0xB000 (animation)"));
+    m_stream.ReportMissed(chunk, idMain);
 }
 
 void TF3DSReader::ReadVersionChunk(const TF3DSChunk& chunk) {

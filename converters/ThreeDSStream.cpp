@@ -66,6 +66,10 @@ void TF3DSStream::SkipChunk(const TF3DSChunk& chunk, std::uint16_t parent) {
     const std::size_t count = chunk.End - Position();
     Leave(chunk);
     DumpValues(" %zu bytes skipped\r\n", count);
+    ReportMissed(chunk, parent);
+}
+
+void TF3DSStream::ReportMissed(const TF3DSChunk& chunk, std::uint16_t parent) {
     for (const TMissed& missed : Missed)
         if (missed.Parent == parent && missed.Id == chunk.Id)
             m_report.Add(QStringLiteral("chunk %1 (%2)")

@@ -42,6 +42,8 @@ public:
     }
     /// \param parent  kind of the chunk that it is in
     void SkipChunk(const TF3DSChunk& chunk, std::uint16_t parent);
+    /// Counts the chunk as passed over if it is of a kind that one would see.
+    void ReportMissed(const TF3DSChunk& chunk, std::uint16_t parent);
     void Dump(std::string_view text) {
         if (m_dump) m_dump(text);
     }

@@ -5,6 +5,7 @@
 #include "viewer/ContentsView.h"
 #include "viewer/Document.h"
 #include "viewer/FileRoot.h"
+#include "viewer/Kinds.h"
 #include "viewer/Selection.h"
 
 #include <QHeaderView>
@@ -29,9 +30,10 @@ constexpr int LargestOpened = 500;            // layers or objects of a file tha
 constexpr std::size_t MostSelected = 20'000;  // objects that a row selects
 constexpr std::size_t MostRowsSelected = 500; // rows that a selection in the view marks
 
-/// Leaves below an object, or the object where it is one.
+/// Leaves below an object, or the object where it is one; no empty layers.
 void AddLeaves(TZEPObject& object, std::vector<TZEPObject*>& leaves) {
-    if (object.GetItemsCount() == 0) return leaves.push_back(&object);
+    if (object.GetItemsCount() == 0 && KindOf(object) != TKind::Layer)
+        return leaves.push_back(&object);
     for (int i = 0, count = object.GetItemsCount(); i < count; ++i)
         if (leaves.size() <= MostSelected) AddLeaves(*object.GetItem(i), leaves);
 }

@@ -1,11 +1,11 @@
 #include "viewer/Document.h"
 
-#include "scene/ColoredObject.h"
 #include "scene/Scene.h"
 #include "viewer/FileRoot.h"
 #include "viewer/Framing.h"
 #include "viewer/Loading.h"
 #include "viewer/Materials.h"
+#include "viewer/Seen.h"
 #include "viewer/Visibility.h"
 
 #include <QFileInfo>
@@ -25,33 +25,11 @@ double PixelRatio() {
     return application ? application->devicePixelRatio() : 1;
 }
 
-/// Calls `visit` for each object below a root that is seen and draws.
-/// \return false where something is hidden
-template <class Visit>
-bool ForEachSeen(TZEPObject& root, const Visit& visit) {
-    bool all = root.Visible();
-    for (int i = 0, count = all ? root.GetItemsCount() : 0; i < count; ++i) {
-        TZEPObject& child = *root.GetItem(i);
-        if (!child.Visible()) {
-            all = false;
-            continue;
-        }
-        if (Draws(child)) visit(child);
-        if (child.GetItemsCount() > 0) all = ForEachSeen(child, visit) && all;
-    }
-    return all;
-}
-
 /// Of what is seen of the files.
-TExtent SeenOf(const std::vector<TOpenedFile>& files) {
+TExtent ExtentSeen(const std::vector<TOpenedFile>& files) {
     TExtent extent;
-    for (const TOpenedFile& file : files) {
-        const bool all = ForEachSeen(*file.Root, [](const TZEPObject&) {});
-        if (all)
-            extent.Add(file.Extent);
-        else
-            ForEachSeen(*file.Root, [&](const TZEPObject& object) { extent.Add(BoxOf(object)); });
-    }
+    for (const TOpenedFile& file : files)
+        extent.Add(IsSeenWhole(*file.Root) ? file.Extent : SeenOf({file.Root}));
     return extent;
 }
 
@@ -201,7 +179,7 @@ void TDocument::LookFrom(TDirection direction, double aspect) {
 }
 
 void TDocument::FitAll(double aspect) {
-    const TExtent seen = SeenOf(m_files);
+    const TExtent seen = ExtentSeen(m_files);
     const std::optional<TBox> bounds = seen.Bounds() ? seen.Bounds() : Bounds();
     if (bounds) m_camera->FitTo(bounds->Min, bounds->Max, aspect);
     // The box is larger than what is in it.
@@ -209,11 +187,7 @@ void TDocument::FitAll(double aspect) {
 }
 
 void TDocument::FitObjects(const std::vector<TZEPObject*>& objects, double aspect) {
-    TExtent extent;
-    for (TZEPObject* object : objects) {
-        if (Draws(*object)) extent.Add(BoxOf(*object));
-        extent.Add(ExtentOf(*object));
-    }
+    const TExtent extent = SeenOf(objects);
     const std::optional<TBox>& bounds = extent.Bounds();
     if (!bounds) return FitAll(aspect);
     const double farthest = m_camera->FarClipPlane(); // what is not fitted is still seen

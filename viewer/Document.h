@@ -64,7 +64,7 @@ public:
     void LookFrom(TDirection direction, double aspect);
     /// The whole from where the camera looks now.
     void FitAll(double aspect);
-    /// The same for some of the objects.
+    /// The same for some of the objects, with all that is below them.
     void FitObjects(const std::vector<TZEPObject*>& objects, double aspect);
 
 signals:

@@ -7,6 +7,7 @@
 #include "objects/Label.h"
 #include "objects/Line.h"
 #include "objects/Mesh.h"
+#include "objects/Node.h"
 #include "objects/Point.h"
 #include "objects/Polygon.h"
 #include "objects/Polyline.h"
@@ -33,8 +34,8 @@ struct TKindEntry {
 };
 
 /// The most common first. What inherits stands before what it inherits.
-const std::array<TKindEntry, 13>& Entries() {
-    static const std::array<TKindEntry, 13> Table{{
+const std::array<TKindEntry, 14>& Entries() {
+    static const std::array<TKindEntry, 14> Table{{
         {&TZEPLine::staticMetaObject, TKind::Line, QStringLiteral("Line")},
         {&TZEPPolyline::staticMetaObject, TKind::Polyline, QStringLiteral("Polyline")},
         {&TZEPArc::staticMetaObject, TKind::Arc, QStringLiteral("Arc")},
@@ -46,6 +47,7 @@ const std::array<TKindEntry, 13>& Entries() {
         {&TZEPLight::staticMetaObject, TKind::Light, QStringLiteral("Light")},
         {&TZEPCamera::staticMetaObject, TKind::Camera, QStringLiteral("Camera")},
         {&TZEPActor::staticMetaObject, TKind::Layer, QStringLiteral("Layer")},
+        {&TZEPNode::staticMetaObject, TKind::Group, QStringLiteral("Group")},
         {&TFileRoot::staticMetaObject, TKind::File, QStringLiteral("File")},
         {&TZEPObject::staticMetaObject, TKind::Group, QStringLiteral("Group")},
     }};

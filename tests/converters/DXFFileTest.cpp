@@ -1,8 +1,6 @@
 #include "tests/converters/DXFFixture.h"
 
-#include <QLocale>
-
-#include <clocale>
+#include <algorithm>
 
 namespace ZEP {
 namespace {
@@ -54,17 +52,6 @@ TEST_F(DXF, ForgetsARootThatIsFreed) {
     EXPECT_EQ(Converter.Root(), root);
     delete root;
     EXPECT_EQ(Converter.Root(), nullptr);
-}
-
-TEST_F(DXF, ReadsNumbersInAnyLocale) {
-    const std::string before = std::setlocale(LC_ALL, nullptr);
-    const QLocale locale;
-    if (!std::setlocale(LC_ALL, "de_DE.UTF-8")) GTEST_SKIP() << "no such locale";
-    QLocale::setDefault(QLocale(QLocale::German));
-    EXPECT_EQ(Read(Drawing).size(), 1U);
-    EXPECT_EQ(qobject_cast<TZEPPoint*>(Root.GetItem(0)->GetItem(0))->P()->X(), 1.5);
-    QLocale::setDefault(locale);
-    std::setlocale(LC_ALL, before.c_str());
 }
 
 // --- progress ----------------------------------------------------------------------------------

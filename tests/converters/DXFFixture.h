@@ -39,7 +39,7 @@ inline std::string Entities(const std::string& pairs) {
 }
 
 /// "1 -2.5 0".
-inline std::string Text(const TGLArrayd3& point) {
+inline std::string PointText(const TGLArrayd3& point) {
     QStringList numbers;
     for (const double value : point) numbers << QString::number(value == 0 ? 0 : value);
     return numbers.join(u' ').toStdString();
@@ -48,7 +48,8 @@ inline std::string Text(const TGLArrayd3& point) {
 template <class TItems>
 std::string PointsOf(const TItems& items) {
     QStringList points;
-    for (int i = 0; i < items.Count(); ++i) points << QString::fromStdString(Text(items[i].Data()));
+    for (int i = 0; i < items.Count(); ++i)
+        points << QString::fromStdString(PointText(items[i].Data()));
     return points.join(QStringLiteral(", ")).toStdString();
 }
 
@@ -59,8 +60,8 @@ inline std::string FacesOf(TZEPFaces& faces) {
 }
 
 inline std::string PlaceOf(TZEPObject& object) {
-    return Text(object.XForm()->Translate()->Data()) + " x " +
-           Text(object.XForm()->Scale()->Data());
+    return PointText(object.XForm()->Translate()->Data()) + " x " +
+           PointText(object.XForm()->Scale()->Data());
 }
 
 inline std::string GeometryOf(TZEPObject* object) {
@@ -68,8 +69,8 @@ inline std::string GeometryOf(TZEPObject* object) {
     QTextStream stream(&text);
     const auto add = [&stream](const std::string& part) { stream << QString::fromStdString(part); };
     if (auto* line = qobject_cast<TZEPLine*>(object))
-        add(Text(line->P1()->Data()) + " > " + Text(line->P2()->Data()));
-    if (auto* point = qobject_cast<TZEPPoint*>(object)) add(Text(point->P()->Data()));
+        add(PointText(line->P1()->Data()) + " > " + PointText(line->P2()->Data()));
+    if (auto* point = qobject_cast<TZEPPoint*>(object)) add(PointText(point->P()->Data()));
     if (auto* label = qobject_cast<TZEPLabel*>(object)) stream << u'\'' << label->Caption() << "' ";
     if (object->inherits("ZEP::TZEPCircle") || object->inherits("ZEP::TZEPArc") ||
         object->inherits("ZEP::TZEPLabel"))
@@ -87,7 +88,7 @@ inline std::string GeometryOf(TZEPObject* object) {
 }
 
 /// "A/TZEPLine 0 0 0 > 1 0 0 ff0000 @ident", the layer's ident in front.
-inline std::string Describe(TZEPObject* object) {
+inline std::string DescribeEntity(TZEPObject* object) {
     const QString parent = object->Parent() ? object->Parent()->Ident() : QStringLiteral("none");
     const QString color = QStringLiteral("%1").arg(object->Color().Value, 6, 16, QLatin1Char('0'));
     std::string text = (parent + u'/' + object->ClassName()).toStdString() + ' ' +
@@ -109,7 +110,7 @@ protected:
         TTexts texts;
         for (int i = 0; i < Root.GetItemsCount(); ++i)
             for (int j = 0; j < Root.GetItem(i)->GetItemsCount(); ++j)
-                texts.push_back(Describe(Root.GetItem(i)->GetItem(j)));
+                texts.push_back(DescribeEntity(Root.GetItem(i)->GetItem(j)));
         return texts;
     }
     /// "A ff0000", and "hidden" for one that is not visible.

@@ -151,7 +151,7 @@ TEST_F(DXF, LeavesPolylinesWithoutALayerAside) {
     EXPECT_EQ(Root.GetItemsCount(), 0);
     TTexts owned;
     for (int i = 0; i < Root.ComponentCount(); ++i)
-        owned.push_back(Describe(qobject_cast<TZEPObject*>(Root.Components(i))));
+        owned.push_back(DescribeEntity(qobject_cast<TZEPObject*>(Root.Components(i))));
     EXPECT_THAT(owned, testing::UnorderedElementsAre("none/TZEPPolyline 1 0 0 0000ff",
                                                      "none/TZEPPolyline  c0c0c0"));
 }

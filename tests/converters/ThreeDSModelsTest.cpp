@@ -192,8 +192,8 @@ std::string Gears() {
     return File(Color24(0x1200, {40, 44, 52}) + Color24(0x2100, {70, 70, 70}) +
                 Paint("Steel", {150, 155, 165}, 60) + Paint("Brass", {190, 150, 60}, 40) +
                 Paint("Dark", {50, 50, 55}, 20) + Paint("Wood", {110, 74, 44}) +
-                wheel(-6, 20, -0.5F).Mesh("Large wheel") + wheel(10, 12, -2.5F).Mesh("Small wheel") +
-                plate.Mesh("Plate") +
+                wheel(-6, 20, -0.5F).Mesh("Large wheel") +
+                wheel(10, 12, -2.5F).Mesh("Small wheel") + plate.Mesh("Plate") +
                 Object("Lamp", Chunk(0x4600, Floats({-20, -30, 50}) +
                                                  Chunk(0x0010, Floats({0.8F, 0.8F, 0.75F})))) +
                 Camera("Near", {7, -40, 33, 1, -1, 0}));

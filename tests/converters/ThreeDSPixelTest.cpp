@@ -22,7 +22,7 @@ std::string Cube() {
         Chunk(0x4140, Words({8}) + Floats({0, 0, 1, 0, 1, 1, 0, 1, 0, 0, 1, 0, 1, 1, 0, 1}));
     const std::string faces =
         Words({12, 4, 5, 6, 0, 4, 6, 7, 0, 1, 0, 3, 0, 1, 3, 2, 0, 0, 4, 7, 0, 0, 7, 3, 0,
-               5,  1, 2, 6, 0, 5, 2, 6, 0, 7, 6, 2, 0, 7, 2, 3, 0, 0, 1, 5, 0, 0, 5, 4, 0});
+               5,  1, 2, 0, 5, 2, 6, 0, 7, 6, 2, 0, 7, 2, 3, 0, 0, 1, 5, 0, 0, 5, 4, 0});
     const std::string group = Group("Front", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11});
     const std::string texture = Chunk(0xA200, Chunk(0xA300, Name("FOUR.PNG")));
     return File(Material("Front", Color24(0xA010, {0, 0, 0}) + Chunk(0xA080) + texture) +
