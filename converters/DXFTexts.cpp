@@ -15,6 +15,9 @@ namespace {
 constexpr double Descent = 1.0 / 3;
 constexpr double LineDistance = 5.0 / 3;
 
+/// No text has more; each becomes an object.
+constexpr qsizetype MostLines = 1000;
+
 constexpr int InvisibleAttribute = 1;
 constexpr int Mirrored = 2;
 constexpr int UpsideDown = 4;
@@ -163,7 +166,11 @@ void AddDXFText(TDXFBuilder& builder, const TDXFRecord& record) {
 }
 
 void AddDXFLines(TDXFBuilder& builder, const TDXFRecord& record) {
-    const QStringList lines = PlainDXFLines(LongText(builder, record));
+    QStringList lines = PlainDXFLines(LongText(builder, record));
+    if (lines.size() > MostLines) {
+        builder.Pass(record, TDXFReport::TReason::TooMany);
+        lines.resize(MostLines);
+    }
     const TTextFrame turn(record);
     const TAttachment attachment(record.Integer(71, 1));
     const double height = record.Number(40, 1);

@@ -214,6 +214,30 @@ TEST(DXFBlocks, ThatAreOddAreReadAsFarAsTheyGo) {
     EXPECT_THAT(late.Shapes(), ElementsAre("point (0 0 0)", "point (1 0 0)"));
 }
 
+TEST(DXFBlocks, PutUpWithAHostThatFreesWhatIsThere) {
+    // The host is asked within blocks, too.
+    std::string blocks = "0 BLOCK|2 A|0 INSERT|2 B|8 0|0 INSERT|2 B|8 Walls|0 ENDBLK|0 BLOCK|2 B";
+    for (int i = 0; i < 3000; ++i) blocks += i % 2 == 0 ? "|0 POINT|8 0" : "|0 POINT|8 Walls";
+    const std::string text = Drawing("0 INSERT|2 A|8 Doors|70 5", blocks + "|0 ENDBLK");
+    TZEPScene scene;
+    TDXFConverter converter;
+    converter.SetRoot(&scene);
+    converter.SetExtended(true);
+    int calls = 0;
+    converter.SetProgress([&](qint64, qint64) {
+        ++calls;
+        scene.Clear();
+        return true;
+    });
+    converter.ReadDXF(text);
+    EXPECT_GT(calls, 5);
+    EXPECT_LT(PointsIn(scene).size(), 30'000U);
+    converter.SetProgress([left = calls / 2](qint64, qint64) mutable { return --left > 0; });
+    converter.ReadDXF(text);
+    EXPECT_TRUE(converter.Cancelled());
+    EXPECT_TRUE(converter.Report().Entries().empty());
+}
+
 TEST(DXFBlocks, InThemselvesAreNotInserted) {
     const std::string blocks =
         "0 BLOCK|2 Self|0 POINT|0 INSERT|2 SELF|0 ENDBLK|"

@@ -78,6 +78,14 @@ TEST(DXFTexts, LinesStandBelowEachOther) {
     });
 }
 
+TEST(DXFTexts, OfTooManyLinesEndEarly) {
+    std::string text = "0 MTEXT|40 1|1 x";
+    for (int i = 0; i < 5000; ++i) text += "\\Px";
+    DXFReading reading(Drawing(text));
+    EXPECT_EQ(reading.Shapes().size(), 1000U);
+    EXPECT_EQ(reading.Passed(), TLines{"MTEXT beyond the limit of objects 1"});
+}
+
 TEST(DXFTexts, AreDecodedByTheCodePage) {
     const std::string header = Section("HEADER", "9 $ACADVER|1 AC1015|9 $DWGCODEPAGE|3 ANSI_1251");
     DXFReading reading(header + Section("ENTITIES", "0 TEXT|8 \xD1\xEB\xEE\xE9|1 \xD1|40 1"));

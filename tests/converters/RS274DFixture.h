@@ -22,7 +22,7 @@ namespace ZEP {
 
 using TTexts = std::vector<std::string>;
 
-inline std::string Text(const TGLArrayd3& point) {
+inline std::string PlaceText(const TGLArrayd3& point) {
     std::string text;
     for (const double value : point) {
         const double rounded = std::round(value * 1e6) / 1e6;
@@ -33,18 +33,19 @@ inline std::string Text(const TGLArrayd3& point) {
 }
 
 /// "TZEPLine 0 0 0 > 1 2 0 ffffff @Line 1".
-inline std::string Describe(TZEPObject* object) {
+inline std::string DescribeMove(TZEPObject* object) {
     QString text = object->ClassName() + u' ';
     if (auto* line = qobject_cast<TZEPLine*>(object)) {
-        text += QString::fromStdString(Text(line->P1()->Data()) + " > " + Text(line->P2()->Data()));
+        text += QString::fromStdString(PlaceText(line->P1()->Data()) + " > " +
+                                       PlaceText(line->P2()->Data()));
         if (line->Style() != psSolid) text += QStringLiteral(" style%1").arg(line->Style());
     }
     if (auto* point = qobject_cast<TZEPPoint*>(object))
-        text += QString::fromStdString(Text(point->P()->Data())) +
+        text += QString::fromStdString(PlaceText(point->P()->Data())) +
                 QStringLiteral(" w%1").arg(point->Width());
     if (auto* arc = qobject_cast<TZEPArc*>(object))
         text += QStringLiteral("%1 x%2 %3..%4")
-                    .arg(QString::fromStdString(Text(arc->XForm()->Translate()->Data())))
+                    .arg(QString::fromStdString(PlaceText(arc->XForm()->Translate()->Data())))
                     .arg(arc->XForm()->Scale()->X())
                     .arg(arc->StartAngle())
                     .arg(arc->EndAngle());
@@ -60,7 +61,8 @@ protected:
 
     TTexts Objects() {
         TTexts texts;
-        for (int i = 0; i < Root.GetItemsCount(); ++i) texts.push_back(Describe(Root.GetItem(i)));
+        for (int i = 0; i < Root.GetItemsCount(); ++i)
+            texts.push_back(DescribeMove(Root.GetItem(i)));
         return texts;
     }
     TTexts Read(std::string_view text) {

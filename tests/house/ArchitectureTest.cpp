@@ -20,15 +20,16 @@ struct TArrow {
 };
 
 /// Arrows only down. The scene resolves and applies materials, so it knows these and no other
-/// appearance; the panel's parts of view/ stand beside the objects, not below them; readers know of
-/// view/ the camera and the actor alone, which need no window.
+/// appearance; the panel's parts of view/ stand beside the objects, not below them. Readers make
+/// cameras, and group what they make under actors: both stand in view/ but know no window.
 constexpr TArrow Arrows[] = {
     {"framework", "framework/"},
     {"scene", "framework/|scene/|appearance/((Face)?(Material|Texture)|DrawRun|SharedMaterials)"},
     {"appearance", "framework/|scene/|appearance/"},
     {"objects", "framework/|scene/|appearance/|objects/"},
     {"view", "framework/|scene/|appearance/|view/"},
-    {"converters", "framework/|scene/|appearance/|objects/|view/(Actor|Camera)\\.h|converters/"},
+    {"converters",
+     "framework/|scene/|appearance/|objects/|view/(Actor|Camera)\\.h|converters/"},
     {"viewer", "framework/|scene/|appearance/|objects/|view/|converters/|viewer/"},
     {"tools", "framework/"},
     {"designer", "framework/|scene/|appearance/|objects/|view/|converters/|designer/"},
