@@ -1,5 +1,6 @@
 #include "viewer/Objects.h"
 
+#include "objects/Mesh.h"
 #include "objects/Node.h"
 #include "scene/Scene.h"
 #include "view/Actor.h"
@@ -29,10 +30,21 @@ void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box) {
     MaxBoundsd(bounds->Max, box->Max);
 }
 
+void AddTo(TExtent& extent, TZEPObject& object) {
+    auto* mesh = qobject_cast<TZEPMesh*>(&object);
+    if (!mesh || mesh->Vertexes()->Count() < 2) return extent.Add(BoxOf(object));
+    const TGLMatrixd4 matrix = mesh->GetAbsoluteMatrix();
+    for (int i = 0; i < mesh->Vertexes()->Count(); ++i) {
+        TGLArrayd3 place = (*mesh->Vertexes())[i].Data();
+        Xformd(matrix, place);
+        extent.Add({place, place});
+    }
+}
+
 TExtent ExtentOf(TZEPObject& root) {
     TExtent extent;
-    ForEachObject(root, [&](const TZEPObject& object) {
-        if (Draws(object)) extent.Add(BoxOf(object));
+    ForEachObject(root, [&](TZEPObject& object) {
+        if (Draws(object)) AddTo(extent, object);
     });
     return extent;
 }

@@ -29,6 +29,9 @@ void ForEachObject(TZEPObject& root, const Visit& visit) {
 /// Makes room for the box.
 void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box);
 
+/// What draws itself, as far as it reaches: a mesh fills its box badly, so that its vertexes count.
+void AddTo(TExtent& extent, TZEPObject& object);
+
 /// Absolute, of all that draws below `root`.
 [[nodiscard]] TExtent ExtentOf(TZEPObject& root);
 

@@ -25,7 +25,7 @@ bool IsSeenWhole(TZEPObject& object) {
 TExtent SeenOf(const std::vector<TZEPObject*>& objects) {
     TExtent extent;
     for (TZEPObject* object : objects)
-        ForEachSeen(*object, [&](const TZEPObject& each) { extent.Add(BoxOf(each)); });
+        ForEachSeen(*object, [&](TZEPObject& each) { AddTo(extent, each); });
     return extent;
 }
 
