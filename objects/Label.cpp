@@ -39,28 +39,34 @@ void TZEPLabel::SetBitmapFont(bool bitmap) {
 
 void TZEPLabel::TextChanged(TObject* sender) {
     m_shape.reset();
+    m_box.reset();
     m_bitmap.reset();
     m_lists.Reset();
     Invalidate(sender);
 }
 
-const TTextShape& TZEPLabel::Shape() const {
+const TTextShape& TZEPLabel::Shape() {
     if (!m_shape) m_shape = std::make_unique<TTextShape>(MakeTextShape(m_caption, m_font));
     return *m_shape;
+}
+
+const TTextBox& TZEPLabel::Box() const {
+    if (!m_box) m_box = std::make_unique<TTextBox>(MeasureText(m_caption, m_font));
+    return *m_box;
 }
 
 void TZEPLabel::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
     min = max = zero3d;
     if (m_bitmapFont) return;
-    const TTextShape& shape = Shape();
-    min = {shape.Min[0], shape.Min[1], 0};
-    max = {shape.Max[0], shape.Max[1], 0};
+    const auto& [low, high] = Box();
+    min = {low[0], low[1], 0};
+    max = {high[0], high[1], 0};
 }
 
 void TZEPLabel::DrawSpecific(GLenum, bool draft) {
     if (m_caption.isEmpty()) return;
     if (m_bitmapFont) return DrawBitmap();
-    const auto& [low, high] = std::pair(Shape().Min, Shape().Max);
+    const auto& [low, high] = Box();
     glPushAttrib(GL_POLYGON_BIT);
     glDisable(GL_CULL_FACE);
     if (IsSelecting())

@@ -9,6 +9,7 @@
 namespace ZEP {
 
 struct TTextBitmap;
+struct TTextBox;
 struct TTextShape;
 
 /// Text. It lies in the plane z = 0, seen from both sides, and is as high as its scale: capital
@@ -47,13 +48,15 @@ protected:
 
 private:
     void TextChanged(TObject* sender);
-    [[nodiscard]] const TTextShape& Shape() const;
+    [[nodiscard]] const TTextShape& Shape();
+    [[nodiscard]] const TTextBox& Box() const;
     void DrawShape(bool draft);
     void DrawBitmap();
 
     QString m_caption;
     TFont m_font;
-    mutable std::unique_ptr<TTextShape> m_shape;
+    std::unique_ptr<TTextShape> m_shape;
+    mutable std::unique_ptr<TTextBox> m_box; ///< known long before the text is drawn
     std::unique_ptr<TTextBitmap> m_bitmap;
     TDisplayLists m_lists;
     bool m_bitmapFont = false;

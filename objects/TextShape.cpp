@@ -138,34 +138,39 @@ std::vector<TTextPoint> Outline(const TContour& contour) {
     return outline;
 }
 
-} // namespace
-
-TTextShape MakeTextShape(const QString& text, const TFont& textFont) {
-    if (!HasFonts()) return {};
+/// The outlines of text, y upwards, in units of the cap height.
+QList<QPolygonF> TextPolygons(const QString& text, const TFont& textFont) {
     QFont font = textFont.ToQFont(OutlinePixels);
     font.setHintingPreference(QFont::PreferNoHinting);
     const QFontMetricsF metrics(font);
     const QPainterPath path = TextPath(text, font, metrics.lineSpacing());
     const double scale = 1 / CapHeight(font, metrics);
-    const QTransform upwards = QTransform::fromScale(scale, -scale);
+    QList<QPolygonF> polygons = path.toSubpathPolygons();
+    for (QPolygonF& polygon : polygons) polygon = QTransform::fromScale(scale, -scale).map(polygon);
+    return polygons;
+}
 
+} // namespace
+
+TTextShape MakeTextShape(const QString& text, const TFont& font) {
+    if (!HasFonts()) return {};
     TTextShape shape;
     std::vector<TGroup> groups;
-    for (const QPolygonF& pixels : path.toSubpathPolygons()) {
-        const QPolygonF polygon = upwards.map(pixels);
+    for (const QPolygonF& polygon : TextPolygons(text, font)) {
         const TContour contour = Contour(polygon);
         shape.Outlines.push_back(Outline(contour));
         AddToGroups(groups, {{polygon.boundingRect()}, {contour}});
     }
     shape.Triangles = Tessellated(groups);
-    if (shape.Triangles.empty()) return shape;
-    shape.Min = shape.Max = shape.Triangles.front();
-    for (const TTextPoint& point : shape.Triangles)
-        for (std::size_t k = 0; k < 2; ++k) {
-            shape.Min[k] = std::min(shape.Min[k], point[k]);
-            shape.Max[k] = std::max(shape.Max[k], point[k]);
-        }
     return shape;
+}
+
+TTextBox MeasureText(const QString& text, const TFont& font) {
+    if (!HasFonts()) return {};
+    QRectF box;
+    for (const QPolygonF& polygon : TextPolygons(text, font)) box |= polygon.boundingRect();
+    return {{static_cast<float>(box.left()), static_cast<float>(box.top())},
+            {static_cast<float>(box.right()), static_cast<float>(box.bottom())}};
 }
 
 TTextBitmap MakeTextBitmap(const QString& text, const TFont& textFont) {

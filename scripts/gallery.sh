@@ -7,6 +7,8 @@ cd "$(dirname "$0")/.."
 bin=$PWD/build/release/bin
 zepview=$bin/zepview
 parts=examples/parts
+drawings=examples/drawings
+models=examples/models
 size=800x560
 [ -x "$zepview" ] || { echo "Please build first: ./run.sh --build" >&2; exit 1; }
 command -v import >/dev/null || { echo "Please install imagemagick" >&2; exit 1; }
@@ -53,12 +55,12 @@ window() { # NAME PROGRAM FILE CAPTION
     entry "$1" "$2${3:+ $3}" "$4"
 }
 
-look() { # NAME CAPTION SETTING...
-    local name=$1 caption=$2
-    shift 2
+look() { # NAME CAPTION FILE SETTING...
+    local name=$1 caption=$2 file=$3
+    shift 3
     mkdir -p "$home/zep"
     printf '%s\n' '[view]' "$@" >"$home/zep/zepview.conf"
-    window "$name" zepview "" "$caption"
+    window "$name" zepview "$file" "$caption"
     rm "$home/zep/zepview.conf"
 }
 
@@ -79,14 +81,23 @@ picture planes iso $parts/planes.nc "Arcs in all three planes."
 picture drill-plate iso $parts/drill-plate.nc "Canned cycles: every hole with its approach, its depth and its retreat."
 picture lettering iso $parts/lettering.nc "Engraved letters in a rounded frame."
 
+section "Drawings"
+picture drawing top $drawings/flange.dxf "Layers in their colours, inserted blocks, hatching, text."
+look drawing-bright "The same before a bright background: what is white elsewhere is black." $drawings/flange.dxf background=#f4f4f0
+
+section "Models"
+picture lighthouse iso $models/lighthouse.3ds "Materials, a picture for the bricks, smooth faces between sharp edges, lit by the headlight beside the lights of the file."
+picture gears iso $models/gears.3ds "Gears: faces that meet at a small angle run into each other."
+look gears-flat "View, Flat shading." $models/gears.3ds flat=true
+
 section "The window"
 window window zepview $parts/bracket.nc "Left button: orbit. Right button: pan. Wheel: nearer and farther. The status line tells what is in the file, its size and the grid's."
 window contents zepview examples/models/lighthouse.3ds "The contents of a model: its boxes show and hide, what is selected there is selected in the view."
 window start zepview "" "Before a file is opened: solids, pictures on them, glass and text, under lamps that circle above."
-look start-wire "View, Wire frame." wire=true
-look start-fog "View, Fog, Exponential, before a bright background." fog=2 background=#c8d0d8
-look start-flat "View, Flat shading, and the headlight." flat=true headlight=true
-look start-dark "View, Lights, off: what is left comes from all sides." lights=false
+look start-wire "View, Wire frame." "" wire=true
+look start-fog "View, Fog, Exponential, before a bright background." "" fog=2 background=#c8d0d8
+look start-flat "View, Flat shading, and the headlight." "" flat=true headlight=true
+look start-dark "View, Lights, off: what is left comes from all sides." "" lights=false
 
 section "Examples"
 example solids "Every solid in a colour and, in front of that, with a picture; labels tell their names."

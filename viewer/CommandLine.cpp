@@ -32,8 +32,8 @@ struct TOptions {
                             QStringLiteral("WxH")};
     QCommandLineOption View{
         QStringLiteral("view"),
-        QStringLiteral(
-            "With --picture: look from iso, top, front, right, left, back or bottom (iso)."),
+        QStringLiteral("With --picture: look from iso, top, front, right, left, back or bottom "
+                       "(what is flat from the top, else iso)."),
         QStringLiteral("DIRECTION")};
     QCommandLineOption Camera{
         QStringLiteral("camera"),

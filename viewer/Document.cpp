@@ -25,6 +25,14 @@ double PixelRatio() {
     return application ? application->devicePixelRatio() : 1;
 }
 
+/// Of what is seen of the files.
+TExtent ExtentSeen(const std::vector<TOpenedFile>& files) {
+    TExtent extent;
+    for (const TOpenedFile& file : files)
+        extent.Add(IsSeenWhole(*file.Root) ? file.Extent : SeenOf({file.Root}));
+    return extent;
+}
+
 bool IsSameFile(const QString& a, const QString& b) {
     return a == b || QFileInfo(a).absoluteFilePath() == QFileInfo(b).absoluteFilePath();
 }
@@ -118,7 +126,7 @@ void TDocument::Replace(std::size_t index, TLoading& loading) {
 
 std::optional<TBox> TDocument::Bounds() const {
     std::optional<TBox> bounds;
-    for (const TOpenedFile& file : m_files) Widen(bounds, file.Bounds);
+    for (const TOpenedFile& file : m_files) Widen(bounds, file.Extent.Bounds());
     return bounds;
 }
 
@@ -171,21 +179,20 @@ void TDocument::LookFrom(TDirection direction, double aspect) {
 }
 
 void TDocument::FitAll(double aspect) {
-    std::vector<TZEPObject*> roots;
-    for (const TOpenedFile& file : m_files) roots.push_back(file.Root);
-    const TSeen seen = SeenOf(roots, Bounds());
-    const std::optional<TBox> bounds = seen.Bounds ? seen.Bounds : Bounds();
+    const TExtent seen = ExtentSeen(m_files);
+    const std::optional<TBox> bounds = seen.Bounds() ? seen.Bounds() : Bounds();
     if (bounds) m_camera->FitTo(bounds->Min, bounds->Max, aspect);
     // The box is larger than what is in it.
-    FrameTightly(*m_camera, seen.Corners, aspect);
+    FrameTightly(*m_camera, seen.Corners(), aspect);
 }
 
 void TDocument::FitObjects(const std::vector<TZEPObject*>& objects, double aspect) {
-    const TSeen seen = SeenOf(objects);
-    if (!seen.Bounds) return FitAll(aspect);
+    const TExtent extent = SeenOf(objects);
+    const std::optional<TBox>& bounds = extent.Bounds();
+    if (!bounds) return FitAll(aspect);
     const double farthest = m_camera->FarClipPlane(); // what is not fitted is still seen
-    m_camera->FitTo(seen.Bounds->Min, seen.Bounds->Max, aspect);
-    FrameTightly(*m_camera, seen.Corners, aspect);
+    m_camera->FitTo(bounds->Min, bounds->Max, aspect);
+    FrameTightly(*m_camera, extent.Corners(), aspect);
     if (farthest <= m_camera->FarClipPlane()) return;
     m_camera->SetFarClipPlane(farthest);
     if (m_camera->Orthographic()) m_camera->SetNearClipPlane(-farthest);

@@ -4,6 +4,7 @@
 #include "framework/Property.h"
 #include "viewer/DrawScopes.h"
 #include "viewer/Look.h"
+#include "viewer/Objects.h"
 
 #include <algorithm>
 #include <utility>
@@ -124,7 +125,7 @@ void TFileRoot::ListLayers() {
     m_order.clear();
     for (int i = 0, count = GetItemsCount(); i < count; ++i) {
         TZEPObject* child = GetItem(i);
-        if (!TLayerBatch::IsGroup(*child)) continue;
+        if (!IsGroup(*child)) continue;
         m_order.push_back(child);
         auto& layer = m_layers[child];
         if (!layer) layer = std::make_unique<TLayer>(TLayer{{}, child->Visible()});
@@ -184,7 +185,7 @@ void TFileRoot::AddMark(TZEPObject& object, const TGLMatrixd4& frame, bool whole
     if (!object.Visible()) return;
     TGLMatrixd4 matrix;
     MultMatrixd(frame, object.GetMatrix(), matrix);
-    if (TLayerBatch::IsGroup(object)) {
+    if (IsGroup(object)) {
         for (int i = 0, count = object.GetItemsCount(); i < count; ++i)
             AddMark(*object.GetItem(i), matrix, true);
     } else if (!m_marks.Add(object, matrix) && (whole || TLayerBatch::Gathers(object))) {

@@ -96,7 +96,7 @@ TFileInfo InfoOf(const TOpenedFile& file) {
     for (const auto& [metaObject, count] : counts)
         info.Objects[QString::fromLatin1(metaObject->className())
                          .section(QStringLiteral("::"), -1)] += count;
-    info.Bounds = BoundsOf(*file.Root);
+    info.Bounds = file.Extent.Bounds();
     return info;
 }
 

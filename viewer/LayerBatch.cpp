@@ -6,8 +6,8 @@
 #include "objects/Label.h"
 #include "objects/Polygon.h"
 #include "scene/ViewVolume.h"
-#include "view/Actor.h"
 #include "viewer/DrawScopes.h"
+#include "viewer/Objects.h"
 
 namespace ZEP {
 
@@ -53,11 +53,6 @@ void Append(TGLMatrixd4 frame, TZEPObject& object, auto& separates) {
 }
 
 } // namespace
-
-bool TLayerBatch::IsGroup(const TZEPObject& object) {
-    const QMetaObject* kind = object.metaObject();
-    return kind == &TZEPObject::staticMetaObject || kind == &TZEPActor::staticMetaObject;
-}
 
 bool TLayerBatch::Gathers(TZEPObject& object) {
     if (object.GetItemsCount() > 0) return false;

@@ -28,8 +28,6 @@ class TLayerBatch {
 public:
     using TObjects = std::unordered_set<TZEPObject*>;
 
-    /// It only holds others, and draws nothing.
-    [[nodiscard]] static bool IsGroup(const TZEPObject& object);
     /// It is drawn from arrays, so that its selection must be drawn as well.
     [[nodiscard]] static bool Gathers(TZEPObject& object);
 

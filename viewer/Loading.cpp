@@ -88,12 +88,13 @@ void TLoading::Prepare(TLoaded& loaded) {
     const bool isProgram = file.Format == TFileFormat::RS274D;
     if (isProgram) ApplyLook(*file.Root, PixelRatio());
     if (file.Format == TFileFormat::F3DS) ApplyLook(*loaded.Library);
-    file.Bounds = BoundsOf(*file.Root);
-    if (!file.Bounds) return;
-    file.Root->SetEven(IsFlat(*file.Bounds));
+    file.Extent = ExtentOf(*file.Root);
+    const std::optional<TBox>& bounds = file.Extent.Bounds();
+    if (!bounds) return;
+    file.Root->SetEven(IsFlat(*bounds));
     file.Root->SetSmoothMeshes(file.Format == TFileFormat::F3DS);
     file.Root->SetRoundArcs(file.Format == TFileFormat::DXF);
-    file.Root->Prepare(DiagonalOf(*file.Bounds));
+    file.Root->Prepare(DiagonalOf(*bounds));
 }
 
 TOpenedFile TLoading::Show(TZEPScene& scene) {

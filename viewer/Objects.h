@@ -1,7 +1,7 @@
 #pragma once
 
 #include "scene/Object.h"
-#include "viewer/Backdrop.h"
+#include "viewer/Extent.h"
 
 #include <optional>
 
@@ -17,13 +17,22 @@ void ForEachObject(TZEPObject& root, const Visit& visit) {
     }
 }
 
+/// It only holds others, and draws nothing: a layer, an inserted block.
+[[nodiscard]] bool IsGroup(const TZEPObject& object);
+
+/// It has a place and a form of its own.
+[[nodiscard]] bool Draws(const TZEPObject& object);
+
 /// Absolute.
 [[nodiscard]] TBox BoxOf(const TZEPObject& object);
 
 /// Makes room for the box.
 void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box);
 
-/// Absolute, of all that draws below `root`; none where nothing does.
-[[nodiscard]] std::optional<TBox> BoundsOf(TZEPObject& root);
+/// What draws itself, as far as it reaches: a mesh fills its box badly, so that its vertexes count.
+void AddTo(TExtent& extent, TZEPObject& object);
+
+/// Absolute, of all that draws below `root`.
+[[nodiscard]] TExtent ExtentOf(TZEPObject& root);
 
 } // namespace ZEP

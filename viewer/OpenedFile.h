@@ -1,6 +1,6 @@
 #pragma once
 
-#include "viewer/Backdrop.h"
+#include "viewer/Extent.h"
 #include "viewer/Format.h"
 #include "viewer/PassedOver.h"
 
@@ -36,7 +36,7 @@ struct TOpenedFile {
     std::vector<TPassedOver> Messages;
     TFileRoot* Root = nullptr;
     qint64 Objects = 0;         ///< layers and groups left out
-    std::optional<TBox> Bounds; ///< absolute; none where nothing draws
+    TExtent Extent;             ///< absolute, of all that draws
     int Materials = 0;          ///< that the file holds
     QSet<QString> HiddenInFile; ///< idents of children of the root that the file switches off
     int FirstMaterial = 0;      ///< number in the scene's library

@@ -6,15 +6,10 @@
 
 namespace ZEP {
 
-/// What can be seen of objects and all that is below them.
-struct TSeen {
-    bool All = true;                 ///< nothing is hidden
-    std::optional<TBox> Bounds;      ///< absolute; none where nothing draws
-    std::vector<TGLArrayd3> Corners; ///< of boxes in it, some ten thousand at most
-};
+/// Nothing is hidden, neither the object nor anything below it.
+[[nodiscard]] bool IsSeenWhole(TZEPObject& object);
 
-/// \param known  the bounds of all of it, where nothing is hidden; else they are measured
-[[nodiscard]] TSeen SeenOf(const std::vector<TZEPObject*>& objects,
-                           const std::optional<TBox>& known = {});
+/// Absolute, of what can be seen of objects and all that is below them.
+[[nodiscard]] TExtent SeenOf(const std::vector<TZEPObject*>& objects);
 
 } // namespace ZEP

@@ -2,6 +2,7 @@
 
 #include "appearance/Light.h"
 #include "appearance/Material.h"
+#include "framework/Property.h"
 #include "objects/Box.h"
 #include "objects/Cone.h"
 #include "objects/Label.h"
@@ -35,6 +36,7 @@ constexpr int AmbientDivisor = 550; // percent
 constexpr TGLArrayd3 FirstToEye{1.0, -10.2, 4.6};
 constexpr TGLArrayd3 FirstTarget{0, 0, 0.6};
 constexpr TGLArrayd3 MiddleTarget{0, 0, 0.9};
+constexpr double WholeAspect = 1.05; // from which on width to height the stage is seen whole
 constexpr double WholeDistance = 13; // from where the stage is seen from every side
 constexpr double LongestStep = 0.1;  // seconds; after a pause time goes on where it stood
 
@@ -118,9 +120,22 @@ TStartScene::TStartScene() : m_scene(std::make_unique<TZEPScene>()) {
 TStartScene::~TStartScene() = default;
 
 void TStartScene::Look(const TGLArrayd3& toEye, const TGLArrayd3& target) {
-    m_camera->Target()->SetData(target[0], target[1], target[2]);
-    m_camera->Position()->SetData(target[0] + toEye[0], target[1] + toEye[1], target[2] + toEye[2]);
+    m_toEye = toEye;
+    m_target = target;
+    Place();
+}
+
+/// A narrow view needs more distance.
+void TStartScene::Place() {
+    const double k = std::max(1.0, WholeAspect / m_aspect);
+    m_camera->Target()->SetData(m_target[0], m_target[1], m_target[2]);
+    m_camera->Position()->SetData(m_target[0] + k * m_toEye[0], m_target[1] + k * m_toEye[1],
+                                  m_target[2] + k * m_toEye[2]);
     m_camera->Reset();
+}
+
+void TStartScene::SetAspect(double aspect) {
+    if (Change(m_aspect, std::max(aspect, 0.1))) Place();
 }
 
 void TStartScene::LookFrom(TDirection direction) {

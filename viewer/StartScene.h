@@ -21,8 +21,10 @@ public:
     TStartScene& operator=(const TStartScene&) = delete;
 
     [[nodiscard]] TZEPScene* Scene() const { return m_scene.get(); }
-    /// Frames the whole for a view of any shape that is not much higher than wide.
+    /// Frames the whole.
     [[nodiscard]] TZEPCamera* Camera() const { return m_camera; }
+    /// Width to height of the view: the whole stays in it.
+    void SetAspect(double aspect);
     /// Moves the camera to where it sees the whole from a direction.
     void LookFrom(TDirection direction);
     /// To where it was at first.
@@ -41,6 +43,7 @@ private:
     void AddText();
     void AddLights();
     void Look(const TGLArrayd3& toEye, const TGLArrayd3& target);
+    void Place();
     void Tick(double time);
 
     std::unique_ptr<TZEPScene> m_scene;
@@ -48,6 +51,9 @@ private:
     TZEPObject* m_ring = nullptr;  ///< turns with the solids that stand on it
     TZEPObject* m_lamps = nullptr; ///< turns the other way
     TZEPObject* m_core = nullptr;  ///< what is in the glass
+    TGLArrayd3 m_toEye{};          ///< where the view is as wide as `WholeAspect`
+    TGLArrayd3 m_target{};
+    double m_aspect = 2;
     TBackdrop m_backdrop;
     double m_seconds = 0;
     double m_lastTick = -1; ///< below 0 while time stands

@@ -1,5 +1,6 @@
 #include "viewer/VertexArray.h"
 
+#include "framework/Property.h"
 #include "scene/ViewVolume.h"
 
 #include <algorithm>
@@ -15,6 +16,11 @@ constexpr std::size_t BlockSize = 24 * PieceSize;
 void DrawRange(GLenum mode, std::size_t first, std::size_t end) {
     if (first < end)
         glDrawArrays(mode, static_cast<GLint>(first), static_cast<GLsizei>(end - first));
+}
+
+/// Numbers without a pattern, the same in each frame; 0 for 0. From Knuth's multiplicative hash.
+std::size_t Scatter(std::size_t i) {
+    return (i * 2654435761U & 0xFFFFFFFFU) >> 16U;
 }
 
 } // namespace
@@ -71,15 +77,18 @@ void TVertexArray::DrawBlocks(GLenum mode, const TDetail& detail) const {
 }
 
 void TVertexArray::DrawPieces(GLenum mode, const TDetail& detail) const {
-    const auto stride = static_cast<std::size_t>(1 / std::max(detail.Share, 1e-3)) * PieceSize;
-    // A share of a half and more would be all by whole strides.
+    const auto pieces = static_cast<std::size_t>(1 / std::max(detail.Share, 1e-3));
+    // A share of a half and more would be all by whole pieces.
     const std::size_t size =
-        stride > PieceSize ? PieceSize : static_cast<std::size_t>(detail.Share * PieceSize / 6) * 6;
+        pieces > 1 ? PieceSize : static_cast<std::size_t>(detail.Share * PieceSize / 6) * 6;
     std::size_t known = m_blocks.size(); // the block whose answer is at hand
     bool shows = false;
-    for (std::size_t first = 0; first < m_vertexes.size(); first += stride) {
-        const std::size_t block = first / BlockSize;
-        if (block != known) shows = Shows(known = block, detail);
+    for (std::size_t start = 0, i = 0; start < m_vertexes.size();
+         start += pieces * PieceSize, ++i) {
+        // What is drawn in rows would show a pattern of even steps.
+        const std::size_t first = start + Scatter(i) % pieces * PieceSize;
+        if (first >= m_vertexes.size()) break;
+        if (Change(known, first / BlockSize)) shows = Shows(known, detail);
         if (shows) DrawRange(mode, first, std::min(first + size, m_vertexes.size()));
     }
 }

@@ -5,6 +5,7 @@
 #include "viewer/Format.h"
 #include "viewer/Look.h"
 
+#include <QEvent>
 #include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
@@ -56,6 +57,7 @@ TWelcomePage::TWelcomePage(QWidget* parent)
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(Style(Look::Sky, Look::Ground));
     m_view->SetCamera(m_start.Camera());
+    m_view->installEventFilter(this);
     m_view->PanelControl()->SetMouseLeft(mmOrbit);
     m_view->PanelControl()->SetMouseWheel(mmDolly);
     auto* layout = new QHBoxLayout(this);
@@ -94,6 +96,12 @@ void TWelcomePage::SetBackground(const std::optional<TColor>& color) {
     m_start.SetBackground(color);
     const QString style = Style(color.value_or(Look::Sky), color.value_or(Look::Ground));
     if (style != styleSheet()) setStyleSheet(style);
+}
+
+bool TWelcomePage::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_view && event->type() == QEvent::Resize && m_view->height() > 0)
+        m_start.SetAspect(static_cast<double>(m_view->width()) / m_view->height());
+    return QWidget::eventFilter(watched, event);
 }
 
 void TWelcomePage::showEvent(QShowEvent* event) {

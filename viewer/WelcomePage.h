@@ -30,6 +30,7 @@ signals:
     void FileWanted(const QString& file);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 

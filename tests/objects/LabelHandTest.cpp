@@ -78,6 +78,10 @@ double SharpestTurn(const std::vector<TTextPoint>& outline) {
     return sharpest * 180 / std::numbers::pi;
 }
 
+double AreaOf(const TTextBox& box) {
+    return (box.Max[0] - box.Min[0]) * (box.Max[1] - box.Min[1]);
+}
+
 } // namespace
 
 TEST_F(LabelHand, CurvesAreRound) {
@@ -109,12 +113,17 @@ TEST_F(LabelHand, TheAreasAreThoseOfTheOutlines) {
     font.SetName(QStringLiteral("DejaVu Sans"));
     // A bar, a ring and a letter with two holes: area within, and less than that of its box.
     const TTextShape bar = MakeTextShape(QStringLiteral("l"), font);
-    EXPECT_NEAR(Area(bar), (bar.Max[0] - bar.Min[0]) * (bar.Max[1] - bar.Min[1]), 1e-4);
+    EXPECT_NEAR(Area(bar), AreaOf(MeasureText(QStringLiteral("l"), font)), 1e-4);
     for (const char* text : {"O", "B", "%", "@"}) {
         const TTextShape shape = MakeTextShape(QString::fromLatin1(text), font);
-        const double box = (shape.Max[0] - shape.Min[0]) * (shape.Max[1] - shape.Min[1]);
-        EXPECT_GT(Area(shape), 0.15 * box) << text;
-        EXPECT_LT(Area(shape), 0.65 * box) << text;
+        const TTextBox box = MeasureText(QString::fromLatin1(text), font);
+        for (const TTextPoint& point : shape.Triangles)
+            for (std::size_t k = 0; k < 2; ++k) {
+                EXPECT_GE(point[k], box.Min[k]) << text;
+                EXPECT_LE(point[k], box.Max[k]) << text;
+            }
+        EXPECT_GT(Area(shape), 0.15 * AreaOf(box)) << text;
+        EXPECT_LT(Area(shape), 0.65 * AreaOf(box)) << text;
         EXPECT_GE(shape.Outlines.size(), 2U) << text;
     }
 }
