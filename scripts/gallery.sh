@@ -87,8 +87,7 @@ look drawing-bright "The same before a bright background: what is white elsewher
 
 section "Models"
 picture lighthouse iso $models/lighthouse.3ds "Materials, a picture for the bricks, smooth faces between sharp edges, lit by the headlight beside the lights of the file."
-picture gears iso $models/gears.3ds "Gears: faces that meet at a small angle run into each other."
-look gears-flat "View, Flat shading." $models/gears.3ds flat=true
+picture gears iso $models/gears.3ds "Gears on a plate."
 
 section "The window"
 window window zepview $parts/bracket.nc "Left button: orbit. Right button: pan. Wheel: nearer and farther. The status line tells what is in the file, its size and the grid's."

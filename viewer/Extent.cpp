@@ -1,7 +1,5 @@
 #include "viewer/Extent.h"
 
-#include "viewer/Objects.h"
-
 #include <algorithm>
 #include <cstdlib>
 
@@ -34,6 +32,13 @@ double Reach(const std::array<int, 3>& direction, const TGLArrayd3& point) {
 }
 
 } // namespace
+
+void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box) {
+    if (!box) return;
+    if (!bounds) bounds = box;
+    MinBoundsd(bounds->Min, box->Min);
+    MaxBoundsd(bounds->Max, box->Max);
+}
 
 void TExtent::Add(const TBox& box) {
     const bool first = !m_bounds;

@@ -8,6 +8,9 @@
 
 namespace ZEP {
 
+/// Makes room for the box.
+void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box);
+
 /// How far boxes reach to all sides: their bounds, and for some fifty directions the corner that
 /// lies farthest there, so that a view can be fitted to them whatever their number is.
 class TExtent {

@@ -96,7 +96,7 @@ TFileInfo InfoOf(const TOpenedFile& file) {
     for (const auto& [metaObject, count] : counts)
         info.Objects[QString::fromLatin1(metaObject->className())
                          .section(QStringLiteral("::"), -1)] += count;
-    info.Bounds = file.Extent.Bounds();
+    info.Bounds = ExtentOf(*file.Root).Bounds();
     return info;
 }
 

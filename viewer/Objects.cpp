@@ -22,13 +22,6 @@ TBox BoxOf(const TZEPObject& object) {
     return box;
 }
 
-void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box) {
-    if (!box) return;
-    if (!bounds) bounds = box;
-    MinBoundsd(bounds->Min, box->Min);
-    MaxBoundsd(bounds->Max, box->Max);
-}
-
 void AddTo(TExtent& extent, TZEPObject& object) {
     auto* mesh = qobject_cast<TZEPMesh*>(&object);
     if (!mesh || mesh->Vertexes()->Count() < 2) return extent.Add(BoxOf(object));

@@ -26,9 +26,6 @@ void ForEachObject(TZEPObject& root, const Visit& visit) {
 /// Absolute.
 [[nodiscard]] TBox BoxOf(const TZEPObject& object);
 
-/// Makes room for the box.
-void Widen(std::optional<TBox>& bounds, const std::optional<TBox>& box);
-
 /// What draws itself, as far as it reaches: a mesh fills its box badly, so that its vertexes count.
 void AddTo(TExtent& extent, TZEPObject& object);
 
