@@ -7,7 +7,7 @@
 #include "scene/XForm.h"
 #include "view/Actor.h"
 #include "view/Camera.h"
-#include "viewer/FileRoot.h"
+#include "viewer/drawing/FileRoot.h"
 
 #include <GL/gl.h>
 

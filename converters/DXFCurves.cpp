@@ -13,6 +13,7 @@ namespace {
 using std::numbers::pi;
 
 constexpr double SamePoint = 1e-9; // of the chain's size
+constexpr double Rounding = 1e-4;  // radians: whole turns are written as 6.2832, too
 
 /// Steps for an arc of that angle, in radians of any sign.
 int StepsOf(double sweep) {
@@ -69,7 +70,8 @@ TDXFChain EllipseChain(const TDXFEllipse& ellipse) {
     CrossProdd(normal, ellipse.MajorAxis, minor);
     const double start = std::fmod(ellipse.Start, 2 * pi);
     double sweep = std::fmod(std::fmod(ellipse.End, 2 * pi) - start, 2 * pi);
-    if (sweep <= 1e-9) sweep += 2 * pi; // also where the end is a whole turn further on
+    if (sweep <= 1e-9) sweep += 2 * pi; // also where the end is some turns further on
+    if (std::abs(std::abs(ellipse.End - ellipse.Start) - 2 * pi) < Rounding) sweep = 2 * pi;
     const bool isFull = sweep >= 2 * pi - 1e-9;
     const int steps = StepsOf(sweep);
     TDXFChain chain{{}, isFull};

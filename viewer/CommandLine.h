@@ -1,6 +1,6 @@
 #pragma once
 
-#include "viewer/Directions.h"
+#include "viewer/drawing/Directions.h"
 
 #include <QSize>
 #include <QString>

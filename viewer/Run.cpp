@@ -4,11 +4,11 @@
 #include "framework/Message.h"
 #include "viewer/CommandLine.h"
 #include "viewer/Display.h"
-#include "viewer/FileCameras.h"
-#include "viewer/Info.h"
-#include "viewer/MainWindow.h"
-#include "viewer/Picture.h"
-#include "viewer/SceneSaving.h"
+#include "viewer/files/FileCameras.h"
+#include "viewer/files/Info.h"
+#include "viewer/files/Picture.h"
+#include "viewer/files/SceneSaving.h"
+#include "viewer/window/MainWindow.h"
 
 #include <QApplication>
 #include <QFile>

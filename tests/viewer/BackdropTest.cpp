@@ -1,4 +1,4 @@
-#include "viewer/Backdrop.h"
+#include "viewer/drawing/Backdrop.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "viewer/ContentsDock.h"
+#include "viewer/window/ContentsDock.h"
 
 #include "tests/viewer/WindowTest.h"
 #include "view/Panel.h"
-#include "viewer/ContentsModel.h"
-#include "viewer/ContentsView.h"
-#include "viewer/Selection.h"
+#include "viewer/window/ContentsModel.h"
+#include "viewer/window/ContentsView.h"
+#include "viewer/window/Selection.h"
 
 #include <QLineEdit>
 #include <QMenu>

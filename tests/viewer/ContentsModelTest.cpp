@@ -1,12 +1,12 @@
-#include "viewer/ContentsModel.h"
+#include "viewer/window/ContentsModel.h"
 
 #include "appearance/MaterialLibrary.h"
 #include "objects/Mesh.h"
 #include "scene/Scene.h"
 #include "tests/FolderTest.h"
 #include "tests/viewer/SampleFiles.h"
-#include "viewer/Document.h"
-#include "viewer/FileRoot.h"
+#include "viewer/drawing/FileRoot.h"
+#include "viewer/files/Document.h"
 
 #include <gmock/gmock.h>
 

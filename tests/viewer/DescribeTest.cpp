@@ -1,4 +1,4 @@
-#include "viewer/Describe.h"
+#include "viewer/content/Describe.h"
 
 #include "converters/RS274D.h"
 #include "scene/Object.h"

@@ -1,4 +1,4 @@
-#include "viewer/Document.h"
+#include "viewer/files/Document.h"
 
 #include "appearance/MaterialLibrary.h"
 #include "framework/Exception.h"
@@ -6,9 +6,9 @@
 #include "scene/Scene.h"
 #include "tests/FolderTest.h"
 #include "tests/viewer/SampleFiles.h"
-#include "viewer/FileCameras.h"
-#include "viewer/FileRoot.h"
-#include "viewer/SceneSaving.h"
+#include "viewer/drawing/FileRoot.h"
+#include "viewer/files/FileCameras.h"
+#include "viewer/files/SceneSaving.h"
 
 #include <gtest/gtest.h>
 

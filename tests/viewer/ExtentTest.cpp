@@ -1,4 +1,4 @@
-#include "viewer/Extent.h"
+#include "viewer/content/Extent.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "viewer/FileWatch.h"
+#include "viewer/files/FileWatch.h"
 
 #include "tests/FolderTest.h"
 

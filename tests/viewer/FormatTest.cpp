@@ -1,4 +1,4 @@
-#include "viewer/Format.h"
+#include "viewer/files/Format.h"
 
 #include "framework/Exception.h"
 #include "tests/viewer/SampleFiles.h"

@@ -1,4 +1,4 @@
-#include "viewer/Framing.h"
+#include "viewer/drawing/Framing.h"
 
 #include "view/Camera.h"
 

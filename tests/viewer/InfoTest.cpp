@@ -1,4 +1,4 @@
-#include "viewer/Info.h"
+#include "viewer/files/Info.h"
 
 #include "appearance/Light.h"
 #include "objects/Arc.h"
@@ -10,7 +10,7 @@
 #include "objects/Polyline.h"
 #include "view/Actor.h"
 #include "view/Camera.h"
-#include "viewer/FileRoot.h"
+#include "viewer/drawing/FileRoot.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "viewer/Look.h"
+#include "viewer/drawing/Look.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "viewer/MainWindow.h"
+#include "viewer/window/MainWindow.h"
 
 #include "view/Camera.h"
 #include "view/Panel.h"
-#include "viewer/FileRoot.h"
-#include "viewer/RecentFiles.h"
-#include "viewer/WelcomePage.h"
+#include "viewer/drawing/FileRoot.h"
+#include "viewer/files/RecentFiles.h"
+#include "viewer/window/WelcomePage.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "viewer/MessagesModel.h"
+#include "viewer/window/MessagesModel.h"
 
 #include "tests/FolderTest.h"
 #include "tests/viewer/SampleFiles.h"
-#include "viewer/Document.h"
+#include "viewer/files/Document.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "viewer/Navigation.h"
+#include "viewer/window/Navigation.h"
 
 #include "objects/Line.h"
 #include "scene/Scene.h"
 #include "view/Panel.h"
-#include "viewer/Selection.h"
-#include "viewer/ViewCamera.h"
+#include "viewer/drawing/ViewCamera.h"
+#include "viewer/window/Selection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "viewer/MainWindow.h"
+#include "viewer/window/MainWindow.h"
 
 #include "view/Panel.h"
-#include "viewer/FileRoot.h"
-#include "viewer/Playback.h"
-#include "viewer/Selection.h"
-#include "viewer/SourceDock.h"
+#include "viewer/drawing/FileRoot.h"
+#include "viewer/window/Playback.h"
+#include "viewer/window/Selection.h"
+#include "viewer/window/SourceDock.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "scene/XForm.h"
 #include "view/Camera.h"
 #include "view/Panel.h"
-#include "viewer/FileRoot.h"
+#include "viewer/drawing/FileRoot.h"
 
 #include <gtest/gtest.h>
 

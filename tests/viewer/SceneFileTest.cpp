@@ -1,10 +1,10 @@
-#include "viewer/SceneSaving.h"
+#include "viewer/files/SceneSaving.h"
 
 #include "scene/Scene.h"
 #include "scene/XForm.h"
 #include "tests/FolderTest.h"
 #include "viewer/CommandLine.h"
-#include "viewer/Document.h"
+#include "viewer/files/Document.h"
 
 #include <gmock/gmock.h>
 

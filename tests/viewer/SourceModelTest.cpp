@@ -1,5 +1,5 @@
-#include "viewer/SourceModel.h"
-#include "viewer/ProgramMoves.h"
+#include "viewer/window/SourceModel.h"
+#include "viewer/content/ProgramMoves.h"
 
 #include "scene/Object.h"
 

@@ -1,4 +1,4 @@
-#include "viewer/ViewOptions.h"
+#include "viewer/window/ViewOptions.h"
 
 #include "appearance/Light.h"
 #include "appearance/Material.h"
@@ -11,7 +11,7 @@
 #include "scene/XForm.h"
 #include "view/Camera.h"
 #include "view/Panel.h"
-#include "viewer/FileRoot.h"
+#include "viewer/drawing/FileRoot.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "viewer/Visibility.h"
+#include "viewer/content/Visibility.h"
 
 #include "scene/Scene.h"
 

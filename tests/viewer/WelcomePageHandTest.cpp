@@ -1,4 +1,4 @@
-#include "viewer/WelcomePage.h"
+#include "viewer/window/WelcomePage.h"
 
 #include "scene/Scene.h"
 #include "view/Panel.h"

@@ -1,0 +1,108 @@
+#include "viewer/content/Describe.h"
+
+#include "objects/Arc.h"
+#include "objects/Line.h"
+#include "objects/Point.h"
+#include "objects/Polyline.h"
+#include "scene/Vertex3.h"
+
+#include <QLocale>
+
+#include <cmath>
+#include <numbers>
+
+namespace ZEP {
+
+namespace {
+
+constexpr int Decimals = 3;
+
+TGLArrayd3 Absolute(const TZEPObject& object, const TGLArrayd3& point) {
+    TGLArrayd3 result;
+    object.ConvertToAbsolute(point, result);
+    return result;
+}
+
+double Between(const TGLArrayd3& a, const TGLArrayd3& b) {
+    return std::hypot(b[0] - a[0], b[1] - a[1], b[2] - a[2]);
+}
+
+TGLArrayd3 OnArc(const TZEPArc& arc, double degrees) {
+    const double angle = degrees * std::numbers::pi / 180;
+    return Absolute(arc, {0.5 * std::cos(angle), 0.5 * std::sin(angle), 0});
+}
+
+double LengthOfArc(const TZEPArc& arc) {
+    const double sweep = arc.EndAngle() - arc.StartAngle();
+    const double turn = sweep > 0 ? sweep : sweep + 360;
+    return Between(OnArc(arc, 0), Absolute(arc, zero3d)) * turn * std::numbers::pi / 180;
+}
+
+double LengthOfPolyline(TZEPPolyline& polyline) {
+    TZEPVertexes& points = *polyline.Vertexes();
+    double length = 0;
+    for (int i = 1; i < points.Count(); ++i)
+        length +=
+            Between(Absolute(polyline, points[i - 1].Data()), Absolute(polyline, points[i].Data()));
+    return length;
+}
+
+QString Text(double value) {
+    return QLocale().toString(value, 'f', Decimals);
+}
+
+QString Text(const TGLArrayd3& point) {
+    return QStringLiteral("(%1; %2; %3)").arg(Text(point[0]), Text(point[1]), Text(point[2]));
+}
+
+QString FromTo(const TGLArrayd3& from, const TGLArrayd3& to) {
+    return Text(from) + QStringLiteral(" to ") + Text(to);
+}
+
+TGLArrayd3 CenterOf(const TZEPObject& object) {
+    TGLArrayd3 center;
+    object.GetBoundingBoxAbsoluteCenter3Real(center[0], center[1], center[2]);
+    return center;
+}
+
+QString PlaceOf(TZEPObject& object) {
+    if (auto* line = qobject_cast<TZEPLine*>(&object))
+        return FromTo(Absolute(*line, line->P1()->Data()), Absolute(*line, line->P2()->Data()));
+    if (auto* point = qobject_cast<TZEPPoint*>(&object))
+        return Text(Absolute(*point, point->P()->Data()));
+    if (const auto* arc = qobject_cast<TZEPArc*>(&object))
+        return FromTo(OnArc(*arc, arc->StartAngle()), OnArc(*arc, arc->EndAngle())) +
+               QStringLiteral(" about ") + Text(Absolute(*arc, zero3d));
+    return QStringLiteral("about ") + Text(CenterOf(object));
+}
+
+} // namespace
+
+std::optional<int> ProgramLineOf(const TZEPObject& object) {
+    const QStringView ident = object.Ident();
+    const QLatin1String prefix("Line ");
+    if (!ident.startsWith(prefix)) return {};
+    bool isNumber = false;
+    const int line = ident.mid(prefix.size()).toInt(&isNumber);
+    return isNumber && line > 0 ? std::optional(line) : std::nullopt;
+}
+
+std::optional<double> LengthOf(TZEPObject& object) {
+    if (auto* line = qobject_cast<TZEPLine*>(&object))
+        return Between(Absolute(*line, line->P1()->Data()), Absolute(*line, line->P2()->Data()));
+    if (const auto* arc = qobject_cast<TZEPArc*>(&object)) return LengthOfArc(*arc);
+    if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) return LengthOfPolyline(*polyline);
+    return {};
+}
+
+QString Describe(TZEPObject& object) {
+    QString text =
+        QString::fromLatin1(object.metaObject()->className()).section(QLatin1Char(':'), -1);
+    if (!object.Ident().isEmpty()) text += QStringLiteral(" \"%1\"").arg(object.Ident());
+    text += QLatin1Char(' ') + PlaceOf(object);
+    if (const std::optional<double> length = LengthOf(object))
+        text += QStringLiteral(", length ") + Text(*length);
+    return text;
+}
+
+} // namespace ZEP

@@ -1,0 +1,19 @@
+#include "viewer/content/Faces.h"
+
+#include "appearance/Shape.h"
+#include "objects/Label.h"
+#include "objects/Mesh.h"
+#include "objects/Polygon.h"
+
+namespace ZEP {
+
+bool HasFaces(const TZEPObject& object) {
+    return qobject_cast<const TZEPColoredObject*>(&object) &&
+           !qobject_cast<const TZEPShape*>(&object) && !qobject_cast<const TZEPLabel*>(&object);
+}
+
+bool IsOpenSurface(const TZEPObject& object) {
+    return qobject_cast<const TZEPMesh*>(&object) || qobject_cast<const TZEPPolygon*>(&object);
+}
+
+} // namespace ZEP

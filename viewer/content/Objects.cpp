@@ -1,0 +1,44 @@
+#include "viewer/content/Objects.h"
+
+#include "objects/Mesh.h"
+#include "objects/Node.h"
+#include "view/Actor.h"
+
+namespace ZEP {
+
+bool IsGroup(const TZEPObject& object) {
+    const QMetaObject* kind = object.metaObject();
+    return kind == &TZEPObject::staticMetaObject || kind == &TZEPActor::staticMetaObject ||
+           kind == &TZEPNode::staticMetaObject;
+}
+
+bool Draws(const TZEPObject& object) {
+    return qobject_cast<const TZEPColoredObject*>(&object) && !IsGroup(object);
+}
+
+TBox BoxOf(const TZEPObject& object) {
+    TBox box{};
+    object.GetAbsoluteSize(box.Min, box.Max);
+    return box;
+}
+
+void AddTo(TExtent& extent, TZEPObject& object) {
+    auto* mesh = qobject_cast<TZEPMesh*>(&object);
+    if (!mesh || mesh->Vertexes()->Count() < 2) return extent.Add(BoxOf(object));
+    const TGLMatrixd4 matrix = mesh->GetAbsoluteMatrix();
+    for (int i = 0; i < mesh->Vertexes()->Count(); ++i) {
+        TGLArrayd3 place = (*mesh->Vertexes())[i].Data();
+        Xformd(matrix, place);
+        extent.Add({place, place});
+    }
+}
+
+TExtent ExtentOf(TZEPObject& root) {
+    TExtent extent;
+    ForEachObject(root, [&](TZEPObject& object) {
+        if (Draws(object)) AddTo(extent, object);
+    });
+    return extent;
+}
+
+} // namespace ZEP

@@ -1,0 +1,175 @@
+#include "viewer/drawing/LayerBatch.h"
+
+#include "appearance/DrawRun.h"
+#include "appearance/Material.h"
+#include "framework/LookOnly.h"
+#include "objects/Label.h"
+#include "objects/Polygon.h"
+#include "scene/ViewVolume.h"
+#include "viewer/content/Objects.h"
+#include "viewer/drawing/DrawScopes.h"
+
+namespace ZEP {
+
+namespace {
+
+/// A colour is all that its material tells.
+bool HasPlainMaterial(TZEPObject& object) {
+    if (object.MaterialIndex() >= 0) return false;
+    const TLookOnly look;
+    const TZEPMaterial& material = *object.Material();
+    const TZEPFaceMaterial& front = *material.FrontFace();
+    return !material.IsTransparent() && !material.HasTexture() && front.Emission() == clBlack &&
+           front.Diffuse() == object.GetColor() &&
+           material.BackFace()->Diffuse() == front.Diffuse();
+}
+
+bool IsPlainFace(TZEPPolygon& polygon) {
+    const int count = polygon.Vertexes()->Count();
+    return (count == 3 || count == 4) && polygon.AutoNormal() && !polygon.ColorVertexes() &&
+           HasPlainMaterial(polygon);
+}
+
+bool IsPlainText(TZEPLabel& label) {
+    return !label.BitmapFont() && label.DrawType() == dtFill && HasPlainMaterial(label);
+}
+
+TGLArrayd3 MiddleOf(const TZEPObject& object) {
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    object.GetSize(min, max);
+    return {(min[0] + max[0]) / 2, (min[1] + max[1]) / 2, (min[2] + max[2]) / 2};
+}
+
+TGLMatrixd4 Product(const TGLMatrixd4& a, const TGLMatrixd4& b) {
+    TGLMatrixd4 product;
+    MultMatrixd(a, b, product);
+    return product;
+}
+
+void Append(TGLMatrixd4 frame, TZEPObject& object, auto& separates) {
+    if (separates.empty() || separates.back().Frame != frame) separates.push_back({frame, {}});
+    separates.back().Objects.push_back(&object);
+}
+
+} // namespace
+
+bool TLayerBatch::Gathers(TZEPObject& object) {
+    if (object.GetItemsCount() > 0) return false;
+    if (auto* label = qobject_cast<TZEPLabel*>(&object)) return IsPlainText(*label);
+    auto* polygon = qobject_cast<TZEPPolygon*>(&object);
+    return polygon && IsPlainFace(*polygon);
+}
+
+void TLayerBatch::Build(TZEPObject& layer, bool groups, const TBatchRules& rules,
+                        TObjects& selected) {
+    m_rules = rules;
+    m_started = m_stale = false;
+    m_shapes.clear();
+    m_others.clear();
+    StartAt(zero3d);
+    m_started = false;
+    Collect(layer, idd, groups, selected);
+    m_paths.Close();
+    m_faces.Close();
+}
+
+std::size_t TLayerBatch::VertexCount() const {
+    return m_paths.VertexCount() + m_faces.VertexCount();
+}
+
+void TLayerBatch::StartAt(const TGLArrayd3& origin) {
+    m_started = true;
+    m_origin = origin;
+    m_paths.Start(origin, m_rules);
+    m_faces.Start(origin);
+    m_texts.Start(origin);
+}
+
+void TLayerBatch::Collect(TZEPObject& group, const TGLMatrixd4& frame, bool groups,
+                          TObjects& selected) {
+    for (int i = 0, count = group.GetItemsCount(); i < count; ++i) {
+        TZEPObject& object = *group.GetItem(i);
+        if (object.Selected()) selected.insert(&object);
+        if (!object.Visible()) continue;
+        if (IsGroup(object)) {
+            if (groups) Collect(object, Product(frame, object.GetMatrix()), true, selected);
+        } else if (object.GetItemsCount() > 0 || !Take(object, frame)) {
+            Append(frame, object, qobject_cast<TZEPShape*>(&object) ? m_shapes : m_others);
+        }
+    }
+}
+
+bool TLayerBatch::Take(TZEPObject& object, const TGLMatrixd4& frame) {
+    const TGLMatrixd4 own = object.GetMatrix();
+    const bool moved = !IsIdentityd(own) || !IsIdentityd(frame);
+    const TGLMatrixd4 matrix = moved ? Product(frame, own) : idd;
+    if (!m_started) {
+        TGLArrayd3 origin = MiddleOf(object);
+        Xformd(matrix, origin);
+        StartAt(origin);
+    }
+    if (object.MaterialIndex() < 0 && m_paths.Add(object, moved ? matrix : idd)) return true;
+    if (!Gathers(object)) return false;
+    if (auto* label = qobject_cast<TZEPLabel*>(&object))
+        m_texts.Add(*label, frame, m_rules.Shown(label->GetColor()));
+    else
+        TakeFace(*qobject_cast<TZEPPolygon*>(&object), matrix);
+    return true;
+}
+
+void TLayerBatch::TakeFace(TZEPPolygon& polygon, const TGLMatrixd4& matrix) {
+    std::vector<TGLArrayd3> corners;
+    for (int i = 0; i < polygon.Vertexes()->Count(); ++i) {
+        corners.push_back((*polygon.Vertexes())[i].Data());
+        Xformd(matrix, corners.back());
+    }
+    if (polygon.DrawType() == dtLine) return m_paths.AddLoop(corners, polygon.GetColor());
+    m_faces.Add(corners, m_rules.Shown(polygon.GetColor()));
+}
+
+// --- drawing -----------------------------------------------------------------------------------
+
+void TLayerBatch::Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEPDrawState state,
+                       TZEPDrawKind kind, const TLayerView& view) const {
+    if (state == dsAllObjects || state == dsTransparent) {
+        TZEPDrawRun::Current().Enter(false);
+        TGLMatrixd4 origin = idd;
+        for (std::size_t k = 0; k < 3; ++k) origin[3][k] = m_origin[k];
+        const TMatrixScope place(Product(frame, origin));
+        DrawArrays(state, view);
+    }
+    const TMatrixScope place(frame);
+    if (!m_shapes.empty()) {
+        const TEvenScope even;
+        DrawSeparates(m_shapes, scene, state, kind, nullptr);
+    }
+    if (m_others.empty()) return;
+    std::optional<TEvenScope> even;
+    if (view.Even) even.emplace();
+    const TSinkScope sink(view.Sinks);
+    DrawSeparates(m_others, scene, state, kind, view.Meshes);
+}
+
+void TLayerBatch::DrawArrays(TZEPDrawState state, const TLayerView& view) const {
+    const TZEPViewVolume volume = TZEPViewVolume::OfContext(WidestCulled / 2);
+    const TDetail detail{view.Share, &volume};
+    if (state == dsTransparent) {
+        m_paths.Draw(detail, view.Fine);
+        return m_texts.Draw(view.LeastText);
+    }
+    const TSinkScope sink(view.Sinks);
+    m_faces.Draw(detail, !view.Even);
+}
+
+void TLayerBatch::DrawSeparates(const TSeparates& separates, TZEPSceneContext& scene,
+                                TZEPDrawState state, TZEPDrawKind kind, TSmoothMeshes* meshes) {
+    for (const TSeparate& separate : separates) {
+        const TMatrixScope place(separate.Frame);
+        for (TZEPObject* object : separate.Objects)
+            if (!meshes || !meshes->Draw(*object, scene, state)) object->Draw(scene, state, kind);
+        TZEPDrawRun::Current().End(); // before the frame goes
+    }
+}
+
+} // namespace ZEP

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "appearance/MaterialLibrary.h"
+#include "viewer/content/Objects.h"
+#include "viewer/drawing/Backdrop.h"
+#include "viewer/drawing/Directions.h"
+#include "viewer/drawing/ViewCamera.h"
+#include "viewer/files/OpenedFile.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace ZEP {
+
+class TLoading;
+class TZEPScene;
+
+/// What the viewer shows: a scene, the camera that looks at it, and the files in it. A line's
+/// colour appears as it was given: all the light is ambient. Behind the files there are a
+/// background, a grid and the axes. The materials of all files are in the library of the scene.
+class TDocument : public QObject {
+    Q_OBJECT
+public:
+    TDocument();
+    ~TDocument() override;
+
+    [[nodiscard]] TZEPScene* Scene() const { return m_scene.get(); }
+    [[nodiscard]] TViewCamera* Camera() const { return m_camera; }
+    [[nodiscard]] const std::vector<TOpenedFile>& Files() const { return m_files; }
+
+    /// Replaces what is shown. Raises `Exception`; what was shown then stays.
+    /// \return false when `progress` cancelled it; what was shown then stays, too
+    bool Open(const QStringList& files, bool plain, const TOpenProgress& progress = {});
+    /// Adds to what is shown. Files that are shown already are read again in their place: what the
+    /// user hid or showed, by ident, stays so. Raises and answers as `Open`.
+    bool Add(const QStringList& files, bool plain, const TOpenProgress& progress = {});
+    /// Nothing for a name that is not shown.
+    void Close(const QString& file);
+    /// Null where it is not shown.
+    [[nodiscard]] const TOpenedFile* Find(const QString& file) const;
+    /// Of everything that draws; none in an empty document.
+    [[nodiscard]] std::optional<TBox> Bounds() const;
+    [[nodiscard]] const TBackdrop& Backdrop() const { return m_backdrop; }
+    /// Shows or hides grid and axes.
+    void SetGuides(bool shown);
+    /// One colour in place of the background of its own.
+    void SetBackground(const std::optional<TColor>& color);
+    /// A file is so large that it can be drawn in part, for speed: see `SetShare`.
+    [[nodiscard]] bool IsLarge() const;
+    /// How much of the large files the next frames show, above 0; 1 is all. No repaint.
+    void SetShare(double share);
+
+    /// There is something to see, all of it in a plane of one z: a drawing.
+    [[nodiscard]] bool IsFlat() const;
+    /// From where it shows best at first: what is flat from the `Top`.
+    [[nodiscard]] TDirection BestDirection() const;
+    /// Looks from there, at what is flat in a parallel view.
+    void LookBest(double aspect);
+    /// Looks from a direction at everything, in a view of that width to height.
+    void LookFrom(TDirection direction, double aspect);
+    /// The whole from where the camera looks now.
+    void FitAll(double aspect);
+    /// The same for some of the objects, with all that is below them.
+    void FitObjects(const std::vector<TZEPObject*>& objects, double aspect);
+
+signals:
+    /// Objects of files are about to go away.
+    void AboutToChange();
+    /// Other files, or other objects of them, are shown now.
+    void Changed();
+    /// The view became parallel, or perspective.
+    void ProjectionChanged(bool parallel);
+
+private:
+    void ShowColors();
+    template <class Change>
+    void ChangeFiles(Change&& change);
+    void Remove(std::size_t index);
+    void Replace(std::size_t index, TLoading& loading);
+
+    TZEPMaterialLibrary m_materials; ///< before the scene, which looks at it until it goes
+    std::unique_ptr<TZEPScene> m_scene;
+    TViewCamera* m_camera = nullptr;
+    std::vector<TOpenedFile> m_files;
+    TBackdrop m_backdrop;
+};
+
+} // namespace ZEP

@@ -1,0 +1,81 @@
+#include "viewer/files/FileCameras.h"
+
+#include "framework/Exception.h"
+#include "viewer/drawing/FileRoot.h"
+#include "viewer/files/Document.h"
+
+#include <QMap>
+
+#include <algorithm>
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+constexpr double NearPart = 1e-4; // of the depth
+constexpr double DepthMargin = 10;
+
+TGLArrayd3 Absolute(const TZEPCamera& camera, TGLArrayd3 point) {
+    Xformd(camera.GetAbsoluteMatrix(), point);
+    return point;
+}
+
+double Distance(const TGLArrayd3& a, const TGLArrayd3& b) {
+    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
+}
+
+/// So far that all can be seen from there, also when the view moves back.
+double DepthFrom(const TGLArrayd3& eye, const std::optional<TBox>& bounds) {
+    if (!bounds) return 1;
+    return DepthMargin * std::max(Distance(eye, bounds->Min), Distance(eye, bounds->Max));
+}
+
+} // namespace
+
+std::vector<TFileCamera> CamerasOf(std::span<const TOpenedFile> files) {
+    std::vector<TFileCamera> cameras;
+    QMap<QString, int> seen;
+    for (const TOpenedFile& file : files) {
+        if (file.Format == TFileFormat::RS274D || file.Format == TFileFormat::DXF) continue;
+        ForEachObject(*file.Root, [&](TZEPObject& object) {
+            auto* camera = qobject_cast<TZEPCamera*>(&object);
+            if (!camera) return;
+            QString name = camera->Ident().isEmpty() ? QStringLiteral("Camera") : camera->Ident();
+            const int number = ++seen[name];
+            if (number > 1) name += QStringLiteral(" (%1)").arg(number);
+            cameras.push_back({name, camera});
+        });
+    }
+    return cameras;
+}
+
+void LookThrough(const TZEPCamera& camera, TDocument& document) {
+    TViewCamera& view = *document.Camera();
+    const TGLArrayd3 eye = Absolute(camera, camera.GetPosition());
+    const TGLArrayd3 target = Absolute(camera, camera.GetTarget());
+    const double depth = std::max(DepthFrom(eye, document.Bounds()), Distance(eye, target));
+    view.Position()->SetData(eye[0], eye[1], eye[2]);
+    view.Target()->SetData(target[0], target[1], target[2]);
+    view.SetOrthographic(camera.Orthographic());
+    view.SetFOVY(camera.FieldOfView());
+    view.SetNearClipPlane(camera.Orthographic() ? -depth : depth * NearPart);
+    view.SetFarClipPlane(depth);
+    view.Reset();
+    view.Roll(camera.RollAngle());
+}
+
+void LookThrough(const QString& name, TDocument& document) {
+    QStringList names;
+    for (const auto& [each, camera] : CamerasOf(document.Files())) {
+        if (each.compare(name, Qt::CaseInsensitive) == 0) return LookThrough(*camera, document);
+        names << each;
+    }
+    const QString known = names.isEmpty()
+                              ? QStringLiteral("it has none")
+                              : QStringLiteral("it has ") + names.join(QStringLiteral(", "));
+    throw Exception(QStringLiteral("%1 has no camera \"%2\": %3.")
+                        .arg(document.Files().front().Name, name, known));
+}
+
+} // namespace ZEP

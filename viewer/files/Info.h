@@ -1,0 +1,34 @@
+#pragma once
+
+#include "viewer/files/Document.h"
+
+#include <QJsonObject>
+#include <QMap>
+
+namespace ZEP {
+
+/// What is in an opened file, counted.
+struct TFileInfo {
+    QString File;
+    QString Format;
+    double Seconds = 0;            ///< that reading took
+    QMap<QString, qint64> Objects; ///< class name to count
+    qint64 Layers = 0;
+    qint64 Materials = 0;
+    qint64 Vertices = 0; ///< of lines, arcs and circles as drawn; of others their own
+    qint64 Faces = 0;    ///< of meshes, and polygons
+    qint64 Lights = 0;
+    QStringList Cameras;        ///< names to choose them by
+    std::optional<TBox> Bounds; ///< absolute; none where nothing draws
+    std::vector<TPassedOver> Messages;
+};
+
+[[nodiscard]] TFileInfo InfoOf(const TOpenedFile& file);
+
+/// A few lines for people.
+[[nodiscard]] QString ToText(const TFileInfo& info);
+/// Keys: file, format, seconds, objects, layers, materials, vertices, faces, lights, cameras (their
+/// names), bounds (min, max; null where nothing draws), messages (kind to count).
+[[nodiscard]] QJsonObject ToJson(const TFileInfo& info);
+
+} // namespace ZEP

@@ -1,0 +1,111 @@
+#include "viewer/files/Loading.h"
+
+#include "appearance/MaterialLibrary.h"
+#include "scene/Scene.h"
+#include "view/Actor.h"
+#include "viewer/content/Objects.h"
+#include "viewer/content/Visibility.h"
+#include "viewer/drawing/FileRoot.h"
+#include "viewer/drawing/Look.h"
+#include "viewer/files/Materials.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <utility>
+
+namespace ZEP {
+
+namespace {
+
+double PixelRatio() {
+    const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+    return application ? application->devicePixelRatio() : 1;
+}
+
+/// What one of the files tells, in terms of all. The end, 1, is not reached.
+TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, std::size_t index) {
+    return [&progress, name = files.at(static_cast<qsizetype>(index)), index,
+            count = static_cast<double>(files.size())](qint64 done, qint64 total) {
+        const double part =
+            static_cast<double>(done) / static_cast<double>(std::max<qint64>(total, 1));
+        const double whole = (static_cast<double>(index) + part) / count;
+        return !progress || progress(name, std::min(whole, 0.999));
+    };
+}
+
+/// Layers and groups left out.
+qint64 CountBelow(TZEPObject& root) {
+    qint64 count = 0;
+    ForEachObject(root, [&](const TZEPObject& object) {
+        if (object.GetItemsCount() == 0 && !qobject_cast<const TZEPActor*>(&object)) ++count;
+    });
+    return count;
+}
+
+} // namespace
+
+TLoading::~TLoading() {
+    for (const TLoaded& loaded : m_loaded) delete loaded.File.Root;
+}
+
+bool TLoading::Read(const QStringList& files, const TOpenProgress& progress) {
+    for (const QString& file : files)
+        if (!ReadOne(file, PartOf(progress, files, m_loaded.size()))) return false;
+    if (progress && !progress(files.last(), 1)) return false;
+    for (TLoaded& loaded : m_loaded) Prepare(loaded);
+    return true;
+}
+
+bool TLoading::ReadOne(const QString& name, const TLoadProgress& progress) {
+    TLoaded& loaded = m_loaded.emplace_back();
+    loaded.Library = std::make_unique<TZEPMaterialLibrary>();
+    TOpenedFile& file = loaded.File;
+    file.Name = name;
+    file.State = TFileState::Of(name);
+    file.Format = FormatOf(name);
+    file.Root = new TFileRoot;
+    QElapsedTimer timer;
+    timer.start();
+    bool cancelled = false;
+    const TLoadProgress watched = [&](qint64 done, qint64 total) {
+        cancelled = cancelled || !progress(done, total);
+        return !cancelled;
+    };
+    file.Messages =
+        ReadFile({file.Root, loaded.Library.get()}, name, file.Format, m_plain, watched);
+    file.Seconds = static_cast<double>(timer.nsecsElapsed()) * 1e-9;
+    file.Materials = loaded.Library->Materials()->Count();
+    file.HiddenInFile = HiddenBelow(*file.Root);
+    file.Objects = CountBelow(*file.Root);
+    return !cancelled;
+}
+
+void TLoading::Prepare(TLoaded& loaded) {
+    TOpenedFile& file = loaded.File;
+    ShowFacesWithoutMaterial(*file.Root, *loaded.Library);
+    const bool isProgram = file.Format == TFileFormat::RS274D;
+    if (isProgram) ApplyLook(*file.Root, PixelRatio());
+    if (file.Format == TFileFormat::F3DS) ApplyLook(*loaded.Library);
+    file.Extent = ExtentOf(*file.Root);
+    const std::optional<TBox>& bounds = file.Extent.Bounds();
+    if (!bounds) return;
+    file.Root->SetEven(IsFlat(*bounds));
+    file.Root->SetSmoothMeshes(file.Format == TFileFormat::F3DS);
+    file.Root->SetRoundArcs(file.Format == TFileFormat::DXF);
+    file.Root->Prepare(DiagonalOf(*bounds));
+}
+
+TOpenedFile TLoading::Show(TZEPScene& scene) {
+    TLoaded loaded = std::move(m_loaded.front());
+    m_loaded.erase(m_loaded.begin());
+    TOpenedFile& file = loaded.File;
+    TZEPMaterialLibrary& shared = *scene.MaterialLibrary();
+    file.FirstMaterial = AppendMaterials(shared, *loaded.Library, *file.Root);
+    file.SharedMaterials = shared.Materials()->Count() - file.FirstMaterial;
+    file.Root->SetParentComponent(&scene);
+    return std::move(file);
+}
+
+} // namespace ZEP

@@ -1,0 +1,45 @@
+#include "viewer/files/Picture.h"
+
+#include "framework/Exception.h"
+#include "view/Panel.h"
+#include "viewer/drawing/ViewLook.h"
+#include "viewer/files/Document.h"
+
+#include <QFileInfo>
+#include <QImageWriter>
+
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+/// A panel of at least that many device pixels.
+QSize WindowSize(const QSize& size, double ratio) {
+    return {static_cast<int>(std::ceil(size.width() / ratio)),
+            static_cast<int>(std::ceil(size.height() / ratio))};
+}
+
+} // namespace
+
+void WritePicture(TDocument& document, const QSize& size, const QString& fileName) {
+    TZEPPanel panel;
+    panel.resize(WindowSize(size, panel.devicePixelRatioF()));
+    panel.SetCamera(document.Camera());
+    TDressedView(
+        &panel, [](const auto&) {}, [&] { return document.Backdrop().MiddleColor(); })
+        .Dress({});
+    WritePicture(panel.GrabFrame().copy(QRect(QPoint(0, 0), size)), fileName);
+}
+
+void WritePicture(const QImage& frame, const QString& fileName) {
+    if (frame.isNull())
+        throw Exception(QStringLiteral("OpenGL cannot draw here: no rendering context was made."));
+    QImageWriter writer(fileName);
+    if (QFileInfo(fileName).suffix().isEmpty()) writer.setFormat("png");
+    if (!writer.write(frame))
+        throw Exception(
+            QStringLiteral("%1 cannot be written: %2.").arg(fileName, writer.errorString()));
+}
+
+} // namespace ZEP

@@ -1,0 +1,52 @@
+#include "viewer/window/KeysHelp.h"
+
+namespace ZEP {
+
+namespace {
+
+struct TEntry {
+    const char* Keys;
+    const char* Text;
+};
+
+constexpr TEntry Entries[] = {
+    {"Left button", "click: select; drag: orbit"},
+    {"Right button", "shift"},
+    {"Middle button", "nearer, farther"},
+    {"Wheel", "nearer, farther"},
+    {"1 to 7", "isometric, top, front, right, left, back, bottom"},
+    {"F, A", "fit selection, all"},
+    {"Home", "back to the last fit"},
+    {"X", "orthographic"},
+    {"Ctrl+1 to Ctrl+9", "cameras in the file"},
+    {"S, O, T, P, R, D, Z, V",
+     "left button: select, orbit, shift, look around, roll, come nearer, zoom, perspective<br>"
+     "with Shift: right button, with Alt+Shift: middle button"},
+    {"Up, Down", "previous, next move of the program"},
+    {"Space", "play"},
+    {"F3", "contents of the files"},
+    {"Ctrl+F", "find in the contents"},
+    {"F4", "text of the program"},
+    {"G", "grid and axes"},
+    {"Ctrl+O", "open"},
+    {"Ctrl+Shift+O", "add a file to those that are shown"},
+    {"F5", "read again"},
+    {"Esc", "stop loading"},
+    {"Ctrl+Shift+S", "save as a scene"},
+    {"Ctrl+S", "save a picture"},
+    {"Ctrl+P", "print"},
+    {"Ctrl+I", "information"},
+    {"Ctrl+Q", "quit"},
+};
+
+} // namespace
+
+QString KeysHelp() {
+    QString text = QStringLiteral("<table cellspacing='6'>");
+    for (const TEntry& entry : Entries)
+        text += QStringLiteral("<tr><td>%1</td><td>%2</td></tr>")
+                    .arg(QLatin1String(entry.Keys), QLatin1String(entry.Text));
+    return text + QStringLiteral("</table>");
+}
+
+} // namespace ZEP

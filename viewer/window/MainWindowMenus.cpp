@@ -1,0 +1,232 @@
+#include "framework/Exception.h"
+#include "view/Panel.h"
+#include "viewer/drawing/FileRoot.h"
+#include "viewer/files/Info.h"
+#include "viewer/files/Picture.h"
+#include "viewer/files/RecentFiles.h"
+#include "viewer/files/SceneSaving.h"
+#include "viewer/window/CameraMenu.h"
+#include "viewer/window/ContentsDock.h"
+#include "viewer/window/KeysHelp.h"
+#include "viewer/window/MainWindow.h"
+#include "viewer/window/MessagesDock.h"
+#include "viewer/window/Navigation.h"
+#include "viewer/window/Playback.h"
+#include "viewer/window/Selection.h"
+#include "viewer/window/SourceDock.h"
+#include "viewer/window/WelcomePage.h"
+
+#include <QFileDialog>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QSettings>
+#include <QStatusBar>
+
+namespace ZEP {
+
+namespace {
+
+struct TDirectionEntry {
+    QString Text;
+    Qt::Key Key;
+    TDirection Direction;
+    QString Tip;
+};
+
+const QString ReloadsKey = QStringLiteral("files/reloads");
+
+QAction* Explained(QAction* action, const QString& tip) {
+    action->setStatusTip(tip);
+    return action;
+}
+
+} // namespace
+
+void TMainWindow::AddMenus() {
+    AddFileMenu();
+    AddViewMenu();
+    auto* camera = new TCameraMenu(this, m_document, m_selection, [this] { return Aspect(); });
+    connect(camera, &TCameraMenu::StartWanted, this,
+            [this] { m_welcome->Start().LookFromStart(); });
+    new TNavigation(this, m_panel);
+    AddProgram();
+    AddHelpMenu();
+}
+
+void TMainWindow::AddFileMenu() {
+    QMenu* menu = menuBar()->addMenu(QStringLiteral("&File"));
+    AddFileActions(menu);
+    menu->addSeparator();
+    Explained(menu->addAction(QStringLiteral("Save &as..."),
+                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), this,
+                              &TMainWindow::SaveSceneAs),
+              QStringLiteral("Write what is in the files as a scene"));
+    Explained(menu->addAction(QStringLiteral("&Save picture..."), QKeySequence::Save, this,
+                              &TMainWindow::SavePicture),
+              QStringLiteral("Write what is seen as a PNG"));
+    Explained(menu->addAction(QStringLiteral("&Print..."), QKeySequence::Print, this,
+                              &TMainWindow::Print),
+              QStringLiteral("Put what is seen on paper"));
+    Explained(menu->addAction(QStringLiteral("&Information..."), QKeySequence(Qt::CTRL | Qt::Key_I),
+                              this, &TMainWindow::ShowInfo),
+              QStringLiteral("What is in the files, and what was passed over"));
+    menu->addSeparator();
+    Explained(menu->addAction(QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
+                              &QWidget::close),
+              QStringLiteral("Close the window"));
+}
+
+void TMainWindow::AddFileActions(QMenu* menu) {
+    Explained(menu->addAction(QStringLiteral("&Open..."), QKeySequence::Open, this,
+                              [this] { OpenFiles(AskForFiles(QStringLiteral("Open"))); }),
+              QStringLiteral("Open one or more files in place of what is shown"));
+    Explained(menu->addAction(QStringLiteral("&Add file..."),
+                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), this,
+                              [this] { AddFiles(AskForFiles(QStringLiteral("Add"))); }),
+              QStringLiteral("Open one or more files beside what is shown"));
+    m_recent = menu->addMenu(QStringLiteral("Open &recent"));
+    connect(m_recent, &QMenu::aboutToShow, this, &TMainWindow::ListRecentFiles);
+    Explained(menu->addAction(QStringLiteral("Re&load"), QKeySequence(Qt::Key_F5), this,
+                              &TMainWindow::Reload),
+              QStringLiteral("Read the files again; the view stays"));
+    m_reloads = Explained(menu->addAction(QStringLiteral("Reload au&tomatically")),
+                          QStringLiteral("Read files again when they change on the disk"));
+    m_reloads->setCheckable(true);
+    m_reloads->setChecked(QSettings().value(ReloadsKey, true).toBool());
+    connect(m_reloads, &QAction::toggled, this,
+            [](bool on) { QSettings().setValue(ReloadsKey, on); });
+}
+
+void TMainWindow::AddViewMenu() {
+    const TDirectionEntry entries[] = {
+        {QStringLiteral("&Isometric"), Qt::Key_1, TDirection::Iso,
+         QStringLiteral("From the front, right and above")},
+        {QStringLiteral("&Top"), Qt::Key_2, TDirection::Top, QStringLiteral("Down along z")},
+        {QStringLiteral("&Front"), Qt::Key_3, TDirection::Front, QStringLiteral("Along y")},
+        {QStringLiteral("&Right"), Qt::Key_4, TDirection::Right, QStringLiteral("Against x")},
+        {QStringLiteral("&Left"), Qt::Key_5, TDirection::Left, QStringLiteral("Along x")},
+        {QStringLiteral("&Back"), Qt::Key_6, TDirection::Back, QStringLiteral("Against y")},
+        {QStringLiteral("B&ottom"), Qt::Key_7, TDirection::Bottom, QStringLiteral("Up along z")}};
+    QMenu* menu = menuBar()->addMenu(QStringLiteral("&View"));
+    for (const TDirectionEntry& entry : entries) {
+        const auto look = [this, direction = entry.Direction] { LookFrom(direction); };
+        Explained(menu->addAction(entry.Text, QKeySequence(entry.Key), this, look), entry.Tip);
+    }
+    menu->addSeparator();
+    QAction* guides = menu->addAction(QStringLiteral("&Grid and axes"), QKeySequence(Qt::Key_G));
+    guides->setCheckable(true);
+    guides->setChecked(m_document.Backdrop().Guides());
+    connect(guides, &QAction::toggled, this, [this](bool shown) { m_document.SetGuides(shown); });
+    Explained(guides,
+              QStringLiteral("Show the floor below what is read, and the axes of its origin"));
+    guides->setEnabled(false);
+    connect(&m_document, &TDocument::Changed, guides,
+            [this, guides] { guides->setEnabled(!m_document.Files().empty()); });
+    AddDocks(menu);
+    AddViewOptions(menu);
+}
+
+void TMainWindow::AddDocks(QMenu* menu) {
+    menu->addSeparator();
+    QAction* contents = m_contents->toggleViewAction();
+    contents->setShortcut(QKeySequence(Qt::Key_F3));
+    connect(contents, &QAction::triggered, m_contents, [this](bool on) {
+        if (on) m_contents->Focus();
+    });
+    menu->addAction(Explained(contents, QStringLiteral("Files, layers and objects, to show, hide "
+                                                       "and find them")));
+    Explained(menu->addAction(QStringLiteral("&Find..."), QKeySequence::Find, m_contents,
+                              &TContentsDock::Find),
+              QStringLiteral("Find a layer or object by its name or kind"));
+    menu->addAction(Explained(m_messages->toggleViewAction(),
+                              QStringLiteral("What was passed over in the files")));
+}
+
+void TMainWindow::AddProgram() {
+    m_source = new TSourceDock(this, m_document, m_selection);
+    addDockWidget(Qt::RightDockWidgetArea, m_source);
+    m_playback = new TPlayback(this, m_document.Scene(), m_source);
+}
+
+void TMainWindow::AddHelpMenu() {
+    QMenu* menu = menuBar()->addMenu(QStringLiteral("&Help"));
+    menu->addAction(QStringLiteral("&Mouse and keys"), QKeySequence::HelpContents, this, [this] {
+        QMessageBox::information(this, QStringLiteral("Mouse and keys"), KeysHelp());
+    });
+}
+
+QStringList TMainWindow::AskForFiles(const QString& title) {
+    return QFileDialog::getOpenFileNames(this, title, RecentFolder(), OpenFilters());
+}
+
+QStringList TMainWindow::FileNames() const {
+    QStringList names;
+    for (const TOpenedFile& file : m_document.Files()) names << file.Name;
+    return names;
+}
+
+void TMainWindow::Reload() {
+    Want({.Files = FileNames(), .Adds = true, .KeepsView = true});
+}
+
+void TMainWindow::SaveSceneAs() {
+    if (m_document.Files().empty()) return;
+    QString name =
+        QFileDialog::getSaveFileName(this, QStringLiteral("Save as"), RecentFolder(),
+                                     QStringLiteral("Scenes (*.zep);;Scenes as text (*.zept)"));
+    if (name.isEmpty()) return;
+    if (!IsSceneName(name)) name += QStringLiteral(".zep");
+    try {
+        SaveScene(FileNames(), m_plain, name);
+        RememberFiles({name});
+        statusBar()->showMessage(QStringLiteral("Saved as %1.").arg(name));
+    } catch (const Exception& error) {
+        QMessageBox::critical(this, QStringLiteral("Cannot save"), error.Message());
+    }
+}
+
+void TMainWindow::SavePicture() {
+    const QString name = QFileDialog::getSaveFileName(this, QStringLiteral("Save picture"), {},
+                                                      QStringLiteral("Pictures (*.png)"));
+    if (name.isEmpty()) return;
+    try {
+        TZEPPanel* seen = m_document.Files().empty() ? m_welcome->View() : m_panel;
+        WritePicture(seen->GrabFrame(), name);
+    } catch (const Exception& error) {
+        QMessageBox::critical(this, QStringLiteral("Cannot save"), error.Message());
+    }
+}
+
+void TMainWindow::Print() {
+    QPrinter printer(QPrinter::HighResolution);
+    if (QPrintDialog(&printer, this).exec() != QDialog::Accepted) return;
+    try {
+        m_panel->Print(printer);
+    } catch (const Exception& error) {
+        QMessageBox::critical(this, QStringLiteral("Cannot print"), error.Message());
+    }
+}
+
+void TMainWindow::ListRecentFiles() {
+    m_recent->clear();
+    for (const QString& file : RecentFiles())
+        m_recent->addAction(QString(file).replace(QLatin1Char('&'), QStringLiteral("&&")), this,
+                            [this, file] { OpenFiles({file}); });
+    if (m_recent->isEmpty()) m_recent->addAction(QStringLiteral("None yet"))->setEnabled(false);
+}
+
+void TMainWindow::LookFrom(TDirection direction) {
+    if (m_document.Files().empty()) return m_welcome->Start().LookFrom(direction);
+    m_document.LookFrom(direction, Aspect());
+}
+
+void TMainWindow::ShowInfo() {
+    QString text;
+    for (const TOpenedFile& file : m_document.Files()) text += ToText(InfoOf(file));
+    if (text.isEmpty()) text = QStringLiteral("Nothing is open.");
+    QMessageBox::information(this, QStringLiteral("Information"), text);
+}
+
+} // namespace ZEP

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "viewer/files/OpenedFile.h"
+
+#include <QAbstractTableModel>
+#include <QMap>
+
+namespace ZEP {
+
+class TDocument;
+
+/// What readers passed over in the files of a document, a row for each kind, and what else is to be
+/// told of a file.
+class TMessagesModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    enum TColumn { FileColumn, TextColumn, LineColumn, ColumnCount };
+
+    explicit TMessagesModel(const TDocument& document, QObject* parent = nullptr);
+
+    /// Stands above the others until files are opened, read again or closed.
+    void SetNote(const QString& file, const QString& text);
+    /// "3 kinds passed over", "1 kind passed over", "1 file is not up to date"; empty for none.
+    [[nodiscard]] QString Summary() const;
+    /// The rows as lines: "a.dxf: LWPOLYLINE: 312 not drawn, first in line 1204".
+    [[nodiscard]] QString ToText(const QModelIndexList& rows) const;
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role) const override;
+
+private:
+    struct TRow {
+        QString File; ///< without its folder
+        QString Text;
+        qint64 Line = 0; ///< 0: none
+        bool IsNote = false;
+    };
+
+    void Fill();
+
+    const TDocument& m_document;
+    QMap<QString, QString> m_notes; ///< by the file's name
+    std::vector<TRow> m_rows;
+};
+
+/// "LWPOLYLINE: 312 not drawn", without the line.
+[[nodiscard]] QString MessageText(TFileFormat format, const TPassedOver& message);
+
+} // namespace ZEP

@@ -1,0 +1,94 @@
+#include "viewer/window/Selection.h"
+
+#include "scene/Scene.h"
+#include "view/Camera.h"
+#include "view/Panel.h"
+
+#include <QTimerEvent>
+
+#include <limits>
+
+namespace ZEP {
+
+namespace {
+
+constexpr int Still = 4;     // pixels that a click may move
+constexpr int Exact = 4;     // pixels about the pointer
+constexpr int Generous = 12; // where there is nothing so near
+constexpr int AnyLevel = std::numeric_limits<int>::max();
+
+} // namespace
+
+TSelection::TSelection(TZEPPanel* panel, TZEPScene* scene)
+    : QObject(panel), m_panel(panel), m_scene(scene) {
+    connect(scene, &TZEPScene::AfterSelect, this, &TSelection::Note);
+    connect(panel, &TZEPPanel::BeforeMouseDown, this,
+            [this](TZEPPanel*, TMouseButton button, TShiftState, int x, int y) {
+                if (button == mbLeft) m_press = {x, y};
+            });
+    connect(panel, &TZEPPanel::AfterMouseUp, this,
+            [this](TZEPPanel*, TMouseButton button, TShiftState shift, int x, int y) {
+                const bool moved = (QPoint(x, y) - m_press).manhattanLength() > Still;
+                if (button != mbLeft || moved || m_panel->PanelControl()->MouseLeft() == mmSelect)
+                    return;
+                Click(x, y, shift.testFlag(ssCtrl));
+            });
+}
+
+void TSelection::Note(TZEPObject* object) {
+    if (object->Selected())
+        m_objects.insert(object);
+    else
+        m_objects.erase(object);
+    m_telling.start(0, this);
+}
+
+void TSelection::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_telling.timerId()) return QObject::timerEvent(event);
+    m_telling.stop();
+    emit Changed();
+}
+
+void TSelection::Click(int x, int y, bool add) {
+    TZEPObject* object = ObjectAt(x, y);
+    if (!add) return SelectOnly(object);
+    if (object) object->SetSelected(!object->Selected());
+}
+
+TZEPObject* TSelection::ObjectAt(int x, int y) const {
+    const int width = m_panel->Width();
+    const int height = m_panel->Height();
+    for (const int size : {Exact, Generous}) {
+        if (!m_panel->MakeCurrent()) return nullptr;
+        if (TZEPObject* object = m_scene->Pick(m_panel->Camera(), width, height, x, height - y,
+                                               size, size, AnyLevel))
+            return object;
+    }
+    return nullptr;
+}
+
+std::vector<TZEPObject*> TSelection::Objects() const {
+    return {m_objects.begin(), m_objects.end()};
+}
+
+TZEPObject* TSelection::Only() const {
+    return m_objects.size() == 1 ? *m_objects.begin() : nullptr;
+}
+
+void TSelection::SelectOnly(TZEPObject* object) {
+    Select(object ? std::vector{object} : std::vector<TZEPObject*>());
+}
+
+void TSelection::Select(const std::vector<TZEPObject*>& objects) {
+    const std::unordered_set<TZEPObject*> wanted(objects.begin(), objects.end());
+    for (TZEPObject* other : Objects())
+        if (!wanted.contains(other)) other->SetSelected(false);
+    for (TZEPObject* object : objects) object->SetSelected(true);
+}
+
+void TSelection::Forget() {
+    m_objects.clear();
+    m_telling.start(0, this);
+}
+
+} // namespace ZEP

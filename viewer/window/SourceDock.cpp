@@ -1,0 +1,105 @@
+#include "viewer/window/SourceDock.h"
+
+#include "viewer/content/Describe.h"
+#include "viewer/drawing/FileRoot.h"
+#include "viewer/files/Document.h"
+#include "viewer/window/Selection.h"
+#include "viewer/window/SourceModel.h"
+
+#include <QAction>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QListView>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace ZEP {
+
+namespace {
+
+constexpr int NarrowestText = 36; // characters
+
+} // namespace
+
+TSourceDock::TSourceDock(QWidget* parent, const TDocument& document, TSelection* selection)
+    : QDockWidget(QStringLiteral("Program"), parent), m_document(document), m_selection(selection),
+      m_model(new TSourceModel(this)), m_list(new QListView) {
+    setObjectName(QStringLiteral("SourceDock"));
+    setWidget(m_list);
+    m_list->setModel(m_model);
+    m_list->setUniformItemSizes(true);
+    m_list->setMinimumWidth(m_list->fontMetrics().averageCharWidth() * NarrowestText);
+    m_list->setFocusPolicy(Qt::NoFocus); // the arrow keys step from move to move
+    m_list->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    connect(toggleViewAction(), &QAction::triggered, this, [this](bool on) { m_wanted = on; });
+    connect(m_selection, &TSelection::Changed, this, &TSourceDock::FollowSelection);
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& index) {
+                if (!m_following && index.isValid()) PickLine(index.row() + 1);
+            });
+}
+
+const TOpenedFile* TSourceDock::ProgramOf(const TZEPObject* root) const {
+    for (const TOpenedFile& file : m_document.Files())
+        if (file.Format == TFileFormat::RS274D && (!root || file.Root == root)) return &file;
+    return nullptr;
+}
+
+void TSourceDock::FilesChanged() {
+    ShowProgram(ProgramOf(nullptr));
+    setVisible(m_wanted && m_root);
+}
+
+void TSourceDock::ShowProgram(const TOpenedFile* file) {
+    const QScopedValueRollback following(m_following, true);
+    m_root = file ? file->Root : nullptr;
+    m_moves = file ? TProgramMoves(*file->Root) : TProgramMoves();
+    if (file)
+        m_model->ReadFile(file->Name);
+    else
+        m_model->SetText({});
+    setWindowTitle(file ? QFileInfo(file->Name).fileName() : QStringLiteral("Program"));
+    emit Moved();
+}
+
+void TSourceDock::FollowSelection() {
+    const TZEPObject* object = m_selection->Only();
+    const TOpenedFile* file = object ? ProgramOf(object->Parent()) : nullptr;
+    if (file && object->Parent() != m_root) ShowProgram(file);
+    const QScopedValueRollback following(m_following, true);
+    if (file) {
+        const QModelIndex index = m_model->index(ProgramLineOf(*object).value_or(0) - 1);
+        m_list->setCurrentIndex(index);
+        const int across = m_list->horizontalScrollBar()->value();
+        m_list->scrollTo(index);
+        m_list->horizontalScrollBar()->setValue(across);
+    } else if (m_moves.ItemOf(m_list->currentIndex().row() + 1)) {
+        m_list->setCurrentIndex({});
+        m_list->clearSelection();
+    }
+    emit Moved();
+}
+
+void TSourceDock::PickLine(int line) {
+    const std::optional<int> item = m_moves.ItemOf(line);
+    m_selection->SelectOnly(item && m_root ? m_root->GetItem(*item) : nullptr);
+}
+
+int TSourceDock::MoveCount() const {
+    return m_root ? m_root->GetItemsCount() : 0;
+}
+
+int TSourceDock::CurrentMove() const {
+    const TZEPObject* object = m_selection->Only();
+    return object && m_root && object->Parent() == m_root ? object->GetItemIndex() : -1;
+}
+
+void TSourceDock::GoTo(int move) {
+    if (MoveCount() == 0) return;
+    m_selection->SelectOnly(m_root->GetItem(std::clamp(move, 0, MoveCount() - 1)));
+}
+
+} // namespace ZEP

@@ -1,0 +1,247 @@
+#include "viewer/window/StartScene.h"
+
+#include "appearance/Light.h"
+#include "appearance/Material.h"
+#include "framework/Property.h"
+#include "objects/Box.h"
+#include "objects/Cone.h"
+#include "objects/Label.h"
+#include "objects/Polyhedra.h"
+#include "objects/Sphere.h"
+#include "objects/Teapot.h"
+#include "objects/Torus.h"
+#include "scene/Scene.h"
+#include "scene/Vertex3.h"
+#include "scene/XForm.h"
+#include "view/Actor.h"
+#include "view/Camera.h"
+#include "viewer/window/StartTextures.h"
+
+#include <QImage>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace ZEP {
+
+namespace {
+
+constexpr double RingRadius = 2.75;
+constexpr double LampRadius = 3.9;
+constexpr double RingSpeed = 7;     // degrees in a second
+constexpr double LampSpeed = -38;   // degrees in a second
+constexpr double CoreSpeed = 50;    // degrees in a second
+constexpr int AmbientDivisor = 550; // percent
+constexpr TGLArrayd3 FirstToEye{1.0, -10.2, 4.6};
+constexpr TGLArrayd3 FirstTarget{0, 0, 0.6};
+constexpr TGLArrayd3 MiddleTarget{0, 0, 0.9};
+constexpr double WholeAspect = 1.05; // from which on width to height the stage is seen whole
+constexpr double WholeDistance = 13; // from where the stage is seen from every side
+constexpr double LongestStep = 0.1;  // seconds; after a pause time goes on where it stood
+
+template <class T>
+T* Add(TZEPObject* parent, const TGLArrayd3& place = {0, 0, 0},
+       const TGLArrayd3& size = {1, 1, 1}) {
+    auto* object = new T(parent);
+    object->XForm()->Translate()->SetData(place[0], place[1], place[2]);
+    object->XForm()->Scale()->SetData(size[0], size[1], size[2]);
+    object->SetParentComponent(parent);
+    return object;
+}
+
+/// Lamps add their ambient light to every surface: a small ambient part keeps the shades deep, and
+/// still shows everything when the lamps are off.
+void SetLook(TZEPObject* object, TColor color, float shininess) {
+    TZEPFaceMaterial* face = object->Material()->FrontFace();
+    face->SetDiffuse(color);
+    face->SetAmbient(FromQColor(ToQColor(color).darker(AmbientDivisor)));
+    face->SetSpecular(TColor{0xB0B0B0});
+    face->SetShininess(shininess);
+}
+
+void SetPicture(TZEPObject* object, const QImage& picture) {
+    SetLook(object, clWhite, 40);
+    object->Material()->Texture()->Image()->SetImage(picture);
+}
+
+void SetGlass(TZEPObject* object, TColor color) {
+    SetLook(object, color, 30);
+    object->Material()->FrontFace()->SetSpecular(clWhite);
+    object->Material()->SetTransparency(0.5F);
+}
+
+/// Where a solid stands on the ring, by the hour of a clock with six hours.
+TGLArrayd3 PlaceAt(int hour, double height) {
+    const double angle = hour * std::numbers::pi / 3;
+    return {RingRadius * std::cos(angle), RingRadius * std::sin(angle), height};
+}
+
+template <class T>
+T* AddRound(TZEPObject* parent, const TGLArrayd3& place, const TGLArrayd3& size) {
+    T* solid = Add<T>(parent, place, size);
+    solid->SetSmooth(true);
+    return solid;
+}
+
+/// A small glowing ball, and a spot that stands in it and aims at the middle.
+void AddLamp(TZEPObject* lamps, TColor color, double degrees, double height, TZEPObject* target) {
+    const double angle = degrees * std::numbers::pi / 180;
+    const TGLArrayd3 place{LampRadius * std::cos(angle), LampRadius * std::sin(angle), height};
+    auto* ball = AddRound<TZEPSphere>(lamps, place, {0.18, 0.18, 0.18});
+    ball->SetColor(clBlack);
+    ball->Material()->FrontFace()->SetEmission(color);
+    auto* light = Add<TZEPLight>(lamps);
+    light->SetColor(color);
+    light->SetDirectional(true); // aimed
+    light->SetPositionObject(ball);
+    light->SetTargetObject(target);
+    light->SetCutoff(50);
+    light->SetExponent(5);
+}
+
+} // namespace
+
+TStartScene::TStartScene() : m_scene(std::make_unique<TZEPScene>()) {
+    m_scene->SetSceneAmbientColor(TColor{0x404040});
+    m_backdrop.SetGuides(false);
+    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera, [this] { m_backdrop.Draw(1); });
+    AddStage();
+    AddRing();
+    AddText();
+    AddLights();
+    m_camera = Add<TZEPCamera>(m_scene.get());
+    LookFromStart();
+    auto* actor = Add<TZEPActor>(m_scene.get());
+    QObject::connect(actor, &TZEPActor::OnAction, [this](TZEPObject*, double time) { Tick(time); });
+    MoveTo(0);
+}
+
+TStartScene::~TStartScene() = default;
+
+void TStartScene::Look(const TGLArrayd3& toEye, const TGLArrayd3& target) {
+    m_toEye = toEye;
+    m_target = target;
+    Place();
+}
+
+/// A narrow view needs more distance.
+void TStartScene::Place() {
+    const double k = std::max(1.0, WholeAspect / m_aspect);
+    m_camera->Target()->SetData(m_target[0], m_target[1], m_target[2]);
+    m_camera->Position()->SetData(m_target[0] + k * m_toEye[0], m_target[1] + k * m_toEye[1],
+                                  m_target[2] + k * m_toEye[2]);
+    m_camera->Reset();
+}
+
+void TStartScene::SetAspect(double aspect) {
+    if (Change(m_aspect, std::max(aspect, 0.1))) Place();
+}
+
+void TStartScene::LookFrom(TDirection direction) {
+    TGLArrayd3 toEye = ToEye(direction);
+    Normalized(toEye);
+    for (double& part : toEye) part *= WholeDistance;
+    Look(toEye, MiddleTarget);
+}
+
+void TStartScene::LookFromStart() {
+    Look(FirstToEye, FirstTarget);
+}
+
+void TStartScene::SetBackground(const std::optional<TColor>& color) {
+    m_backdrop.SetBackground(color);
+    m_scene->Invalidate(m_scene.get());
+}
+
+/// A flat lens, round at its rim and of cells that are small enough for the light of the lamps.
+void TStartScene::AddStage() {
+    auto* stage = AddRound<TZEPSphere>(m_scene.get(), {0, 0, -0.3}, {8.4, 8.4, 0.6});
+    stage->SetSlices(72);
+    stage->SetStacks(120);
+    SetPicture(stage, StartTextures::Stage());
+    auto* teapot = Add<TZEPTeapot>(m_scene.get(), {0, 0, 0.58}, {1.7, 1.7, 1.7});
+    teapot->SetSegments(10);
+    teapot->XForm()->Rotate()->SetData(0, 0, -25);
+    SetLook(teapot, TColor{0xA8A098}, 70);
+}
+
+void TStartScene::AddRing() {
+    m_ring = Add<TZEPObject>(m_scene.get());
+    auto* marble = AddRound<TZEPSphere>(m_ring, PlaceAt(0, 0.5), {1, 1, 1});
+    marble->SetSlices(40);
+    marble->SetStacks(40);
+    SetPicture(marble, StartTextures::Marble());
+
+    auto* torus = AddRound<TZEPTorus>(m_ring, PlaceAt(1, 0.55), {1, 1, 1});
+    torus->SetRadius1(0.42);
+    torus->SetRadius2(0.15);
+    torus->SetSides(24);
+    torus->SetRings(48);
+    torus->XForm()->Rotate()->SetData(65, 20, 0);
+    SetLook(torus, TColor{0x40A8F0}, 60);
+
+    auto* ruby = Add<TZEPDodecahedron>(m_ring, PlaceAt(2, 0.5), {1.05, 1.05, 1.05});
+    SetLook(ruby, TColor{0x4030C8}, 50);
+
+    auto* crate = Add<TZEPBox>(m_ring, PlaceAt(3, 0.42), {0.85, 0.85, 0.85});
+    SetPicture(crate, StartTextures::Checkers());
+
+    m_core = Add<TZEPIcosahedron>(m_ring, PlaceAt(4, 0.55), {0.5, 0.5, 0.5});
+    SetLook(m_core, TColor{0x30C0FF}, 60);
+    auto* glass = AddRound<TZEPSphere>(m_ring, PlaceAt(4, 0.55), {1.1, 1.1, 1.1});
+    glass->SetSlices(40);
+    glass->SetStacks(40);
+    SetGlass(glass, TColor{0xFFD8B0});
+
+    auto* cone = AddRound<TZEPCone>(m_ring, PlaceAt(5, 0.5), {1, 1, 1});
+    cone->SetRadius1(0);
+    cone->SetRadius2(0.5);
+    cone->SetSlices(48);
+    SetLook(cone, TColor{0x70C050}, 50);
+}
+
+/// Text behind the stage, upright; it glows, so that it is read in any light.
+void TStartScene::AddText() {
+    auto* label = Add<TZEPLabel>(m_scene.get(), {0, 4.1, 0.7}, {1.15, 1.15, 1.15});
+    label->SetCaption(QStringLiteral("zepview"));
+    label->Font()->SetName(QStringLiteral("DejaVu Sans"));
+    label->XForm()->Rotate()->SetData(90, 0, 0);
+    label->SetColor(TColor{0x483018});
+    label->Material()->FrontFace()->SetEmission(TColor{0xB08860});
+    TGLArrayd3 min{};
+    TGLArrayd3 max{};
+    label->GetSize(min, max);
+    label->XForm()->Translate()->SetData(-0.575 * (min[0] + max[0]), 4.1, 0.7);
+}
+
+void TStartScene::AddLights() {
+    auto* sky = Add<TZEPLight>(m_scene.get()); // at infinity
+    sky->SetColor(TColor{0x787068});
+    sky->Position()->SetData(-1, -3, 2.2);
+    auto* middle = Add<TZEPObject>(m_scene.get(), {0, 0, 0.2});
+    m_lamps = Add<TZEPObject>(m_scene.get());
+    AddLamp(m_lamps, TColor{0x60B8FF}, 0, 3.2, middle);
+    AddLamp(m_lamps, TColor{0xFF9850}, 120, 2.7, middle);
+    AddLamp(m_lamps, TColor{0xA048E0}, 240, 2.2, middle);
+}
+
+void TStartScene::SetMoving(bool moving) {
+    m_lastTick = -1;
+    m_scene->SetAnimation(moving);
+}
+
+void TStartScene::MoveTo(double seconds) {
+    m_seconds = seconds;
+    m_ring->XForm()->Rotate()->SetData(0, 0, std::fmod(20 + RingSpeed * seconds, 360));
+    m_lamps->XForm()->Rotate()->SetData(0, 0, std::fmod(-60 + LampSpeed * seconds, 360));
+    m_core->XForm()->Rotate()->SetData(0, 25, std::fmod(CoreSpeed * seconds, 360));
+}
+
+void TStartScene::Tick(double time) {
+    const double step = m_lastTick < 0 ? 0 : std::min(time - m_lastTick, LongestStep);
+    m_lastTick = time;
+    MoveTo(m_seconds + step);
+}
+
+} // namespace ZEP
