@@ -43,7 +43,8 @@ void Widen(TZEPShape& shape, double pixelRatio) {
     shape.SetWidth(width * static_cast<float>(pixelRatio));
 }
 
-constexpr double LeastContrast = 2;
+/// Of lines and signs: Web Content Accessibility Guidelines 2.1, 1.4.11.
+constexpr double LeastContrast = 3;
 constexpr double GreyChroma = 24; // between the parts of a colour, of 255
 /// Of black and of white from this grey alike: sqrt(1.05 * 0.05) - 0.05.
 constexpr double MiddleLuminance = 0.179;

@@ -88,7 +88,7 @@ TMainWindow::TMainWindow(bool plain)
     resize(1100, 800);
     restoreGeometry(QSettings().value(GeometryKey).toByteArray());
     restoreState(QSettings().value(BarsKey).toByteArray());
-    ShowFiles();
+    emit m_document.Changed(); // docks that were shown last time may have nothing to show now
 }
 
 TMainWindow::~TMainWindow() {
