@@ -5,6 +5,7 @@
 #include "scene/XForm.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <numbers>
 
 namespace ZEP {
@@ -101,8 +102,9 @@ void TTextPlace::FitBetween(const TZEPLabel& label, const TDXFRecord& record) {
 struct TAttachment {
     explicit TAttachment(int number) {
         if (number < 1 || number > 9) number = 1;
-        Along = (number - 1) % 3 / 2.0;
-        Down = (number - 1) / 3 / 2.0;
+        const std::div_t place = std::div(number - 1, 3);
+        Along = place.rem / 2.0;
+        Down = place.quot / 2.0;
     }
 
     double Along; ///< of a line's width

@@ -155,23 +155,23 @@ TEST_F(FileLayers, ColoursThatCouldNotBeToldFromTheBackgroundGiveWay) {
     AddFace({{2, 3, 0}, {4, 3, 0}, {4, 4, 0}, {2, 4, 0}}, clWhite, layer);
     struct TRow {
         TColor Background;
-        QRgb White, Black;
+        QRgb White, Black, Blue;
     };
+    constexpr QRgb White = qRgb(255, 255, 255);
     for (const TRow& row :
-         {TRow{clBlack, qRgb(255, 255, 255), qRgb(255, 255, 255)}, TRow{clWhite, Nothing, Nothing},
-          TRow{TColor{0x909090}, qRgb(255, 255, 255), Nothing}}) {
+         {TRow{clBlack, White, White, qRgb(128, 128, 255)}, TRow{clWhite, Nothing, Nothing, Blue},
+          TRow{TColor{0x909090}, White, Nothing, Blue}}) {
         m_scene.SetBackgroundColor(row.Background);
         m_root.SetBackground(row.Background);
         EXPECT_EQ(At(1, 2), row.White) << ToQColor(row.Background).name().toStdString();
         EXPECT_EQ(At(3, 3.5), row.White) << ToQColor(row.Background).name().toStdString();
         EXPECT_EQ(At(1, 0), row.Black) << ToQColor(row.Background).name().toStdString();
-        EXPECT_EQ(At(1, -2), Blue) << ToQColor(row.Background).name().toStdString();
+        EXPECT_EQ(At(1, -2), row.Blue) << ToQColor(row.Background).name().toStdString();
     }
 }
 
 TEST_F(FileLayers, PlacesFarFromTheOriginStayExact) {
-    constexpr double Far = 5e6;
-    m_root.XForm()->Translate()->SetData(-Far, -Far, 0);
+    constexpr double Far = 5e6 + 0.3; // between two floats
     TZEPActor* layer = AddLayer();
     for (int i = 0; i < 2; ++i) {
         TZEPLine* line = AddLine(0, i == 0 ? clRed : clLime, layer);
@@ -180,14 +180,36 @@ TEST_F(FileLayers, PlacesFarFromTheOriginStayExact) {
         line->SetWidth(1);
     }
     m_panel.resize(Side * 5, Side * 5);
-    const QImage frame = m_panel.GrabFrame();
-    std::vector<int> rows;
-    for (int y = 0; y < frame.height(); ++y)
-        if (frame.pixelColor(frame.width() / 3, y).value() > 60) rows.push_back(y);
+    const auto linesIn = [&](double& unit) {
+        const QImage frame = m_panel.GrabFrame();
+        std::vector<int> rows;
+        for (int y = 0; y < frame.height(); ++y)
+            if (frame.pixelColor(frame.width() / 3, y).value() > 60) rows.push_back(y);
+        unit = frame.height() / 10.0;
+        return rows;
+    };
+    const auto expectBoth = [&](const char* what, double lower = 0) {
+        double unit = 0;
+        const std::vector<int> rows = linesIn(unit);
+        ASSERT_FALSE(rows.empty()) << what;
+        EXPECT_NEAR(rows.back() - rows.front(), 0.3 * unit, 2.5) << what;
+        EXPECT_NEAR(rows.back(), (5 + lower) * unit, 2) << what;
+    };
+    m_root.XForm()->Translate()->SetData(-Far, -Far, 0);
+    expectBoth("brought near");
+    m_root.XForm()->Translate()->SetData(0, 0, 0);
+    m_camera.Target()->SetData(Far, Far, 0);
+    m_camera.Position()->SetData(Far, Far - 0.005, 5);
+    expectBoth("seen there");
+    m_camera.Target()->SetData(Far, Far + 0.1, 0);
+    m_camera.Position()->SetData(Far, Far + 0.095, 5);
+    expectBoth("seen from a little above", 0.1);
+    layer->SetSelected(true); // wide, about the same middle
+    double unit = 0;
+    const std::vector<int> rows = linesIn(unit);
     ASSERT_FALSE(rows.empty());
-    const double unit = frame.height() / 10.0;
-    EXPECT_NEAR(rows.back() - rows.front(), 0.3 * unit, 2.5);
-    EXPECT_NEAR(rows.back(), 5 * unit, 2);
+    EXPECT_GT(rows.back() - rows.front(), 0.35 * unit);
+    EXPECT_NEAR((rows.back() + rows.front()) / 2.0, 4.95 * unit, 2);
 }
 
 TEST_F(FileLayers, FacesAreLitAndLinesAreNot) {

@@ -16,6 +16,13 @@ bool Draws(const TZEPObject& object) {
     return qobject_cast<const TZEPColoredObject*>(&object) && !IsGroup(object);
 }
 
+TGLArrayd3 MiddleOf(const TZEPObject& object) {
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    object.GetSize(min, max);
+    return {(min[0] + max[0]) / 2, (min[1] + max[1]) / 2, (min[2] + max[2]) / 2};
+}
+
 TBox BoxOf(const TZEPObject& object) {
     TBox box{};
     object.GetAbsoluteSize(box.Min, box.Max);

@@ -23,6 +23,9 @@ void ForEachObject(TZEPObject& root, const Visit& visit) {
 /// It has a place and a form of its own.
 [[nodiscard]] bool Draws(const TZEPObject& object);
 
+/// Of its box, in its own frame.
+[[nodiscard]] TGLArrayd3 MiddleOf(const TZEPObject& object);
+
 /// Absolute.
 [[nodiscard]] TBox BoxOf(const TZEPObject& object);
 

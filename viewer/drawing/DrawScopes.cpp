@@ -14,6 +14,14 @@ TMatrixScope::TMatrixScope(const TGLMatrixd4& matrix)
     if (TZEPViewFrame::Bounds()) m_frame.emplace(m_matrix);
 }
 
+TMatrixScope::TMatrixScope(const TGLMatrixd4& matrix, const TGLMatrixd4* view)
+    : TMatrixScope(matrix) {
+    if (!view || !m_pushed) return;
+    TGLMatrixd4 toEye;
+    MultMatrixd(*view, m_matrix, toEye);
+    glLoadMatrixd(toEye[0].data());
+}
+
 TMatrixScope::~TMatrixScope() {
     if (m_pushed) glPopMatrix();
 }

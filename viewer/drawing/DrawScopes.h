@@ -11,6 +11,9 @@ namespace ZEP {
 class TMatrixScope {
 public:
     explicit TMatrixScope(const TGLMatrixd4& matrix);
+    /// The same from the camera's matrix on, which has taken the place of what is loaded: OpenGL
+    /// counts in floats, and far from the origin they are coarse. \param view  null: none
+    TMatrixScope(const TGLMatrixd4& matrix, const TGLMatrixd4* view);
     ~TMatrixScope();
     TMatrixScope(const TMatrixScope&) = delete;
     TMatrixScope& operator=(const TMatrixScope&) = delete;

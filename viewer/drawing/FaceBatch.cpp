@@ -12,7 +12,7 @@ TGLArrayd3 NormalOf(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& 
 
 void SetColorMaterial() {
     constexpr std::array<float, 4> Black{0, 0, 0, 1};
-    for (const GLenum none : {GL_SPECULAR, GL_EMISSION})
+    for (const GLenum none : std::array<GLenum, 2>{GL_SPECULAR, GL_EMISSION})
         glMaterialfv(GL_FRONT_AND_BACK, none, Black.data());
     glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
     glEnable(GL_COLOR_MATERIAL);

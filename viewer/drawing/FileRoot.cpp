@@ -2,11 +2,14 @@
 
 #include "appearance/DrawRun.h"
 #include "framework/Property.h"
+#include "scene/Scene.h"
+#include "view/Camera.h"
 #include "viewer/content/Objects.h"
 #include "viewer/drawing/DrawScopes.h"
 #include "viewer/drawing/Look.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace ZEP {
@@ -18,6 +21,7 @@ constexpr std::size_t SmallVertexes = 50'000;
 /// Smoothing and styles cost a software rasteriser ten times the plain line.
 constexpr std::size_t FineVertexes = 200'000;
 constexpr double ChordError = 2e-5; // of the file's size
+constexpr double FloatError = 1e-5; // of the largest number that is added up
 constexpr double LeastText = 4.5;   // pixels
 constexpr double LeastTextMoving = 7;
 
@@ -193,8 +197,18 @@ void TFileRoot::AddMark(TZEPObject& object, const TGLMatrixd4& frame, bool whole
     }
 }
 
+/// Of the first object where it is a group.
+TGLArrayd3 TFileRoot::PlaceOf(TZEPObject& object) const {
+    if (IsGroup(object) && object.GetItemsCount() > 0) return PlaceOf(*object.GetItem(0));
+    TGLArrayd3 place = MiddleOf(object);
+    Xformd(object.GetMatrix(), place);
+    Xformd(FrameOf(object), place);
+    return place;
+}
+
 void TFileRoot::BuildMarks() {
-    m_marks.Start(zero3d, Rules());
+    m_marksOrigin = m_selected.empty() ? zero3d : PlaceOf(**m_selected.begin());
+    m_marks.Start(m_marksOrigin, Rules());
     m_boxes.clear();
     for (TZEPObject* object : m_selected)
         if (TZEPObject* top = TopBelow(*this, object); top && top->Visible())
@@ -202,10 +216,16 @@ void TFileRoot::BuildMarks() {
     m_marks.Close();
 }
 
-void TFileRoot::DrawMarks() {
+void TFileRoot::DrawMarks(const TGLMatrixd4* exact) {
     if (std::exchange(m_marksStale, false)) BuildMarks();
     TZEPDrawRun::Current().Enter(false);
-    if (!m_marks.IsEmpty()) m_marks.DrawMarks();
+    if (!m_marks.IsEmpty()) {
+        TGLMatrixd4 origin = GetMatrix();
+        Translatedv(m_marksOrigin, origin);
+        const TMatrixScope place(origin, exact);
+        m_marks.DrawMarks();
+    }
+    const TMatrixScope own(GetMatrix());
     for (const TMarkedBox& box : m_boxes) {
         const TMatrixScope place(box.Matrix);
         box.Object->DrawSelection();
@@ -213,6 +233,20 @@ void TFileRoot::DrawMarks() {
 }
 
 // --- drawing -----------------------------------------------------------------------------------
+
+/// None where something else is loaded than the camera's matrix.
+std::optional<TGLMatrixd4> TFileRoot::ExactView() const {
+    const auto* camera = Scene() ? dynamic_cast<TZEPCamera*>(Scene()->CurrentCamera()) : nullptr;
+    if (!camera) return {};
+    const TGLMatrixd4 view = camera->GetViewMatrix();
+    TGLMatrixd4 loaded;
+    glGetDoublev(GL_MODELVIEW_MATRIX, loaded[0].data());
+    double reach = 1;
+    for (const double place : camera->GetPosition()) reach = std::max(reach, std::abs(place));
+    for (std::size_t i = 0; i < 16; ++i)
+        if (!(std::abs(loaded[i / 4][i % 4] - view[i / 4][i % 4]) <= FloatError * reach)) return {};
+    return view;
+}
 
 void TFileRoot::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (kind == dkSelect) return TZEPObject::Draw(scene, state, kind);
@@ -223,6 +257,8 @@ void TFileRoot::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
                     .Even = m_even,
                     .LeastText = m_share < 1 ? LeastTextMoving : LeastText};
     view.Sinks = HasLines();
+    const std::optional<TGLMatrixd4> exact = ExactView();
+    if (exact) view.Exact = &*exact;
     if (m_smoothMeshes && !m_flat) view.Meshes = &m_meshes;
     const TGLMatrixd4 own = GetMatrix();
     m_own.Draw(own, scene, state, kind, view);
@@ -232,9 +268,7 @@ void TFileRoot::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
         MultMatrixd(own, object->GetMatrix(), frame);
         m_layers[object]->Batch.Draw(frame, scene, state, kind, view);
     }
-    if (state != dsTransparent) return;
-    const TMatrixScope place(own);
-    DrawMarks();
+    if (state == dsTransparent) DrawMarks(view.Exact);
 }
 
 } // namespace ZEP

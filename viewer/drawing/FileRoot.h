@@ -61,14 +61,18 @@ private:
     bool NotesSelection(TZEPObject& object);
     void BuildMarks();
     void AddMark(TZEPObject& object, const TGLMatrixd4& frame, bool whole);
-    void DrawMarks();
+    /// \param exact  the camera's matrix; may be null
+    void DrawMarks(const TGLMatrixd4* exact);
     [[nodiscard]] TGLMatrixd4 FrameOf(const TZEPObject& object) const;
+    [[nodiscard]] TGLArrayd3 PlaceOf(TZEPObject& object) const;
+    [[nodiscard]] std::optional<TGLMatrixd4> ExactView() const;
 
     TLayerBatch m_own; ///< of children that hold no others
     std::unordered_map<TZEPObject*, std::unique_ptr<TLayer>> m_layers;
     std::vector<TZEPObject*> m_order; ///< of the layers
     TLayerBatch::TObjects m_selected;
     TPathBatch m_marks; ///< what is selected, over the batches
+    TGLArrayd3 m_marksOrigin{};
     struct TMarkedBox {
         TZEPObject* Object;
         TGLMatrixd4 Matrix;

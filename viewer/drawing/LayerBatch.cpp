@@ -34,13 +34,6 @@ bool IsPlainText(TZEPLabel& label) {
     return !label.BitmapFont() && label.DrawType() == dtFill && HasPlainMaterial(label);
 }
 
-TGLArrayd3 MiddleOf(const TZEPObject& object) {
-    TGLArrayd3 min;
-    TGLArrayd3 max;
-    object.GetSize(min, max);
-    return {(min[0] + max[0]) / 2, (min[1] + max[1]) / 2, (min[2] + max[2]) / 2};
-}
-
 TGLMatrixd4 Product(const TGLMatrixd4& a, const TGLMatrixd4& b) {
     TGLMatrixd4 product;
     MultMatrixd(a, b, product);
@@ -136,7 +129,7 @@ void TLayerBatch::Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEPDr
         TZEPDrawRun::Current().Enter(false);
         TGLMatrixd4 origin = idd;
         for (std::size_t k = 0; k < 3; ++k) origin[3][k] = m_origin[k];
-        const TMatrixScope place(Product(frame, origin));
+        const TMatrixScope place(Product(frame, origin), view.Exact);
         DrawArrays(state, view);
     }
     const TMatrixScope place(frame);

@@ -14,12 +14,13 @@ class TZEPPolygon;
 
 /// How a frame draws the layers of a file.
 struct TLayerView {
-    double Share = 1;                ///< of large layers; see `TDetail`
-    bool Fine = true;                ///< lines are smooth and have their styles
-    bool Even = false;               ///< surfaces show their colours whatever lights there are
-    double LeastText = 2;            ///< pixels; see `TTextBatch::Draw`
-    bool Sinks = false;              ///< surfaces give way to lines that lie on them
-    TSmoothMeshes* Meshes = nullptr; ///< null: meshes draw themselves
+    double Share = 1;                   ///< of large layers; see `TDetail`
+    bool Fine = true;                   ///< lines are smooth and have their styles
+    bool Even = false;                  ///< surfaces show their colours whatever lights there are
+    double LeastText = 2;               ///< pixels; see `TTextBatch::Draw`
+    bool Sinks = false;                 ///< surfaces give way to lines that lie on them
+    TSmoothMeshes* Meshes = nullptr;    ///< null: meshes draw themselves
+    const TGLMatrixd4* Exact = nullptr; ///< the camera's matrix; null: it is not known
 };
 
 /// What stands below one object of a file, a layer say, gathered in arrays of vertexes; what is of
