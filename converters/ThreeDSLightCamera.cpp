@@ -40,7 +40,7 @@ void ReadLightChunk(TF3DSStream& stream, const TF3DSChunk& chunk, TZEPLight& lig
     stream.Dump(" <LightChunk> \r\n");
     Set(light.Position(), stream.ReadPoint(chunk, "  pos=[%f,%f,%f]\r\n"));
     stream.ReadChildren(chunk, [&](const TF3DSChunk& child) {
-        if (stream.IsColor(child)) return light.SetColor(stream.ReadColor(child));
+        if (TF3DSStream::IsColor(child)) return light.SetColor(stream.ReadColor(child));
         if (child.Id == idSpotlight) return ReadSpotlight(stream, child, light);
         stream.SkipChunk(child, idLight);
     });

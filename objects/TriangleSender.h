@@ -47,6 +47,7 @@ public:
     }
 
 private:
+    static constexpr std::size_t Corners = 3 * std::size_t{1024}; // whole triangles
     using TTexCoord = std::array<float, 2>;
     struct TVertex {
         TGLArrayf3 Normal;
@@ -60,7 +61,7 @@ private:
     TGLArrayf3 m_normal{};
     TTexCoord m_texCoord{};
     std::size_t m_count = 0;
-    std::array<TVertex, 3 * 1024> m_vertexes; // whole triangles, not set where there are fewer
+    std::array<TVertex, Corners> m_vertexes; // those that wait are set
 };
 
 } // namespace ZEP

@@ -21,6 +21,7 @@ public:
 private:
     struct TMove {
         int Line, Item;
+        // NOLINTNEXTLINE(modernize-use-nullptr): the compiler compares with a literal 0
         auto operator<=>(const TMove&) const = default;
     };
     std::vector<TMove> m_moves; ///< by line
