@@ -43,6 +43,7 @@ void MoveContents(TZEPScene& from, const TReadTarget& target) {
     }
     to.XForm()->Assign(from.XForm());
     std::vector<TZEPObject*> children;
+    children.reserve(static_cast<std::size_t>(from.GetItemsCount()));
     for (int i = 0; i < from.GetItemsCount(); ++i) children.push_back(from.GetItem(i));
     for (TZEPObject* child : children) child->SetParentComponent(&to);
     while (from.ComponentCount() > 0) to.InsertComponent(from.Components(0));

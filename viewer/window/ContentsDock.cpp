@@ -85,8 +85,9 @@ void TContentsDock::MakeTree() {
     header->resizeSection(TContentsModel::ColorColumn, 28);
     header->setSectionResizeMode(TContentsModel::CountColumn, QHeaderView::Interactive);
     header->resizeSection(TContentsModel::CountColumn, 78);
-    connect(m_tree, &TContentsView::OnlyWanted, this,
-            [this](const QModelIndex& index) { m_model->ShowOnly({m_model->ObjectAt(index)}); });
+    connect(m_tree, &TContentsView::OnlyWanted, this, [this](const QModelIndex& index) {
+        m_model->ShowOnly({TContentsModel::ObjectAt(index)});
+    });
     connect(m_tree, &TContentsView::ToggleWanted, this, &TContentsDock::Toggle);
     connect(m_tree, &QWidget::customContextMenuRequested, this, &TContentsDock::AskWhatToDo);
     connect(m_tree, &TContentsView::FitWanted, this, [this] { emit FitWanted(SelectedRows()); });
@@ -176,7 +177,7 @@ void TContentsDock::ShowFound() {
 std::vector<TZEPObject*> TContentsDock::SelectedRows() const {
     std::vector<TZEPObject*> objects;
     for (const QModelIndex& index : m_tree->selectionModel()->selectedRows())
-        objects.push_back(m_model->ObjectAt(index));
+        objects.push_back(TContentsModel::ObjectAt(index));
     return objects;
 }
 
@@ -219,7 +220,7 @@ void TContentsDock::Toggle() {
     const QModelIndex current = m_tree->currentIndex();
     if (!current.isValid()) return;
     std::vector<TZEPObject*> objects = SelectedRows();
-    if (objects.empty()) objects.push_back(m_model->ObjectAt(current));
+    if (objects.empty()) objects.push_back(TContentsModel::ObjectAt(current));
     const int state = current.siblingAtColumn(0).data(Qt::CheckStateRole).toInt();
     m_model->SetShown(objects, state != Qt::Checked);
 }
