@@ -38,9 +38,7 @@ inline std::string Drawing(std::string_view entities, std::string_view blocks = 
 
 /// Four digits, and no minus sign before a zero.
 inline std::string Shown(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.4g", std::abs(value) < 1e-9 ? 0 : value);
-    return text;
+    return QByteArray::number(std::abs(value) < 1e-9 ? 0 : value, 'g', 4).toStdString();
 }
 
 inline std::string Shown(const TGLArrayd3& point) {
