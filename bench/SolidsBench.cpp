@@ -81,7 +81,8 @@ struct TArrays {
         glTexCoordPointer(2, GL_FLOAT, 0, TextureCoordinates.data());
     }
     static void Disable() {
-        for (const GLenum array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY})
+        for (const GLenum array : std::initializer_list<GLenum>{GL_VERTEX_ARRAY, GL_NORMAL_ARRAY,
+                                                                GL_TEXTURE_COORD_ARRAY})
             glDisableClientState(array);
     }
 };

@@ -80,6 +80,7 @@ TEST_F(MeshPixel, ManyFacesLookAsFewAtATimeDo) {
 
 TEST_F(MeshPixel, ManyFacesLeaveTheArraysAsTheyWere) {
     Drawn(Surface(2 * Side * Side, true, true));
-    for (const GLenum array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY})
+    for (const GLenum array :
+         std::initializer_list<GLenum>{GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY})
         EXPECT_FALSE(glIsEnabled(array));
 }

@@ -48,7 +48,9 @@ TEST_F(SolidRunPixel, MixedNeighboursLookAsTheyDoAlone) {
     for (int i = 0; i < Side * Side; ++i) {
         TZEPColoredObject* object = Make(i * i % 11 % 9, &scene);
         object->SetParentComponent(&scene);
-        object->SetColor(i % 3 == 0 ? clRed : i % 3 == 1 ? clAqua : TColor{0x4080C0U + i * 16U});
+        object->SetColor(i % 3 == 0   ? clRed
+                         : i % 3 == 1 ? clAqua
+                                      : TColor{0x4080C0U + static_cast<unsigned>(i) * 16U});
         object->XForm()->Translate()->SetData(i % Side - 5.5, i / Side - 5.5, 0);
         object->XForm()->Scale()->SetData(0.8, 0.8, 0.8);
         object->XForm()->Rotate()->SetData(20, 30, 0);

@@ -55,7 +55,7 @@ TCalls WithoutAddresses(TCalls calls) {
         const auto open = call.find('(');
         if (call.compare(0, 3, "glu") != 0) continue;
         const auto end = call.find_first_of(",)", open);
-        call.erase(open + 1, end - open - (call[end] == ',' ? -1 : 1));
+        call.erase(open + 1, call[end] == ',' ? end - open + 1 : end - open - 1);
     }
     return calls;
 }
