@@ -170,8 +170,9 @@ void TDXFTextDecoder::ReplaceCodes(QString& text) const {
         if ((!isUnicode && !isMultiByte) || rest.size() < length) continue;
         const QStringView code = rest.mid(CodeStart, length - CodeStart);
         const int value = isUnicode ? HexValue(code) : 0;
+        if (value < 0) continue;
         const QString character = isUnicode ? QString(QChar(value)) : MultiByteCode(code);
-        if (value < 0 || character.isEmpty()) continue;
+        if (character.isEmpty()) continue;
         result += QStringView(text).mid(done, from - 1 - done);
         result += character;
         done = from = from - 1 + length;
