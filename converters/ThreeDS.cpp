@@ -102,7 +102,6 @@ void TF3DSConverter::Read(std::string_view bytes, const QString& source) {
     const TLibraryUpdate libraryUpdate(m_materials);
     TF3DSTarget target{.Root = *m_root,
                        .Materials = m_materials,
-                       .PaintBareFaces = m_paintBareFaces,
                        .FileName = m_fileName,
                        .Report = m_report,
                        .Dump = {},

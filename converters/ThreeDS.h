@@ -57,11 +57,6 @@ public:
 
     /// Not published: called every 64 kilobytes or so while a file is read.
     void SetProgress(TProgress progress) { m_progress = std::move(progress); }
-    [[nodiscard]] bool PaintBareFaces() const { return m_paintBareFaces; }
-    /// Not published, at first false: faces to which the file gives no material get a grey one,
-    /// without a name, behind those of the file in `Materials`. Else they have none, and are not
-    /// drawn where the scene has a library.
-    void SetPaintBareFaces(bool paint) { m_paintBareFaces = paint; }
 
     /// Reads the file into `Root`, and its materials in place of those in `Materials`. Raises
     /// `Exception` without `Root` or `FileName`, and for a file that cannot be read, is no 3DS
@@ -99,7 +94,6 @@ private:
     std::unique_ptr<TDumpFile> m_dump;
     bool m_doDump = false;
     bool m_clearBeforRead = true;
-    bool m_paintBareFaces = false;
     bool m_cancelled = false;
 };
 

@@ -29,15 +29,6 @@ int TF3DSMaterials::FindMaterialIndex(const QString& name) const {
     return m_indexes.value(name, -1);
 }
 
-int TF3DSMaterials::BareMaterial() {
-    auto* items = m_library.Materials();
-    if (m_bareMaterial < 0) {
-        m_bareMaterial = items->Count();
-        items->Add();
-    }
-    return m_bareMaterial;
-}
-
 void TF3DSMaterials::ReadMaterialChunk(const TF3DSChunk& chunk) {
     m_stream.Dump(" <MaterialChunk> \r\n");
     auto* items = m_library.Materials();

@@ -24,8 +24,6 @@ public:
     void ReadMaterialChunk(const TF3DSChunk& chunk);
     /// The first material of the file with that name; -1 without one.
     [[nodiscard]] int FindMaterialIndex(const QString& name) const;
-    /// A grey one, made when first asked for.
-    [[nodiscard]] int BareMaterial();
 
 private:
     void ReadPart(const TF3DSChunk& chunk, TZEPMaterial& material);
@@ -42,7 +40,6 @@ private:
     TF3DSTextures m_textures;
     QHash<QString, int> m_indexes; // the first of each name
     QSet<QString> m_textureKinds;
-    int m_bareMaterial = -1;
 };
 
 } // namespace ZEP

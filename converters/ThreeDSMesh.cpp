@@ -125,12 +125,9 @@ void TF3DSMeshes::ReadFaceGroup(const TF3DSChunk& chunk, TZEPMesh& mesh) {
 void TF3DSMeshes::CheckFaces(TZEPMesh& mesh) {
     const int count = mesh.Vertexes()->Count();
     for (int i = 0; i < mesh.Faces()->Count(); ++i) {
-        TZEPFace3CI& face = (*mesh.Faces())[i];
+        const TZEPFace3CI& face = (*mesh.Faces())[i];
         if (std::max({face.A(), face.B(), face.C()}) >= count) ++m_strayCorners;
-        if (m_materials && face.MaterialIndex() < 0) {
-            ++m_bareFaces;
-            if (m_paintBareFaces) face.SetMaterialIndexQuietly(m_materials->BareMaterial());
-        }
+        if (m_materials && face.MaterialIndex() < 0) ++m_bareFaces;
     }
 }
 

@@ -12,10 +12,9 @@ class TZEPMesh;
 /// Reads the points and faces of meshes.
 class TF3DSMeshes {
 public:
-    /// \param materials       null: the materials of faces are passed over
-    /// \param paintBareFaces  gives faces without a material a grey one
-    TF3DSMeshes(TF3DSStream& stream, TF3DSMaterials* materials, bool paintBareFaces)
-        : m_stream(stream), m_materials(materials), m_paintBareFaces(paintBareFaces) {}
+    /// \param materials  null: the materials of faces are passed over
+    TF3DSMeshes(TF3DSStream& stream, TF3DSMaterials* materials)
+        : m_stream(stream), m_materials(materials) {}
 
     void ReadMeshChunk(const TF3DSChunk& chunk, TZEPMesh& mesh);
     /// Adds what pointed nowhere to the report.
@@ -31,7 +30,6 @@ private:
 
     TF3DSStream& m_stream;
     TF3DSMaterials* m_materials;
-    bool m_paintBareFaces;
     qint64 m_bareFaces = 0, m_strayCorners = 0, m_strayFaces = 0, m_strayTexCoords = 0;
 };
 

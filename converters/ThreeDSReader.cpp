@@ -28,7 +28,7 @@ TF3DSReader::TF3DSReader(std::string_view bytes, const QString& source, TF3DSTar
       m_materials(m_target.Materials ? std::make_optional<TF3DSMaterials>(
                                            m_stream, *m_target.Materials, m_target.FileName)
                                      : std::nullopt),
-      m_meshes(m_stream, m_materials ? &*m_materials : nullptr, m_target.PaintBareFaces) {}
+      m_meshes(m_stream, m_materials ? &*m_materials : nullptr) {}
 
 bool TF3DSReader::IsF3DS(std::string_view bytes) {
     return bytes.size() >= 2 && qFromLittleEndian<std::uint16_t>(bytes.data()) == idMain;

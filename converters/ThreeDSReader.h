@@ -15,7 +15,6 @@ class TZEPObject;
 struct TF3DSTarget {
     TZEPObject& Root;
     TZEPMaterialLibrary* Materials; ///< null: materials are passed over
-    bool PaintBareFaces;            ///< those without a material get a grey one
     QString FileName;               ///< beside which pictures lie; empty: there are none
     TReadReport& Report;
     TF3DSStream::TDump Dump; ///< may be empty

@@ -95,18 +95,6 @@ TEST_F(ThreeDSTest, WithoutALibraryMaterialsAreSkipped) {
     EXPECT_THAT(Passed(), IsEmpty());
 }
 
-TEST_F(ThreeDSTest, BareFacesArePaintedWhereAsked) {
-    Converter.SetPaintBareFaces(true);
-    const std::string half = SquarePoints() + SquareFaces(Group("Paint", {1}));
-    Converter.Read3DS(File(Material("Paint") + Mesh("A", half) + Square("B")));
-    EXPECT_EQ(Library.Materials()->Count(), 2);
-    EXPECT_EQ(Library.Materials()->Item(1)->Ident(), "");
-    EXPECT_THAT(FacesOf(*Child<TZEPMesh>(0)),
-                ElementsAre(std::array{0, 1, 2, 1}, std::array{0, 2, 3, 0}));
-    EXPECT_THAT(FacesOf(*Child<TZEPMesh>(1)),
-                ElementsAre(std::array{0, 1, 2, 1}, std::array{0, 2, 3, 1}));
-}
-
 TEST_F(ThreeDSTest, WhatPointsNowhereIsCounted) {
     Converter.SetMaterials(nullptr);
     const float none = std::numeric_limits<float>::quiet_NaN();

@@ -36,7 +36,6 @@ void Read(std::string_view bytes, bool hasLibrary) {
     TF3DSConverter converter;
     converter.SetRoot(&scene);
     converter.SetMaterials(hasLibrary ? &library : nullptr);
-    converter.SetPaintBareFaces(hasLibrary);
     try {
         converter.Read3DS(bytes);
     } catch (const Exception&) {
