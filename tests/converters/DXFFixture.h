@@ -1,7 +1,6 @@
 #pragma once
 
 #include "converters/DXF.h"
-#include "framework/Exception.h"
 #include "objects/Arc.h"
 #include "objects/Circle.h"
 #include "objects/Label.h"
@@ -12,6 +11,7 @@
 #include "objects/Polyline.h"
 #include "scene/Scene.h"
 #include "scene/XForm.h"
+#include "tests/ErrorOf.h"
 #include "tests/converters/DXFPairs.h"
 
 #include <QFile>
@@ -148,20 +148,10 @@ protected:
         return Read(LayerTable({"2 A|62 5"}) + Entities(entities));
     }
     std::string ErrorOfReading(std::string_view text) {
-        try {
-            Converter.ReadDXF(text);
-        } catch (const Exception& error) {
-            return error.what();
-        }
-        return {};
+        return ErrorOf([&] { Converter.ReadDXF(text); });
     }
     std::string ErrorOfLoading() {
-        try {
-            Converter.LoadFromFile();
-        } catch (const Exception& error) {
-            return error.what();
-        }
-        return {};
+        return ErrorOf([&] { Converter.LoadFromFile(); });
     }
     /// A file of the given content in a folder of the test's own.
     QString Written(const QString& name, const std::string& content) {

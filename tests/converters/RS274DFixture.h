@@ -1,13 +1,13 @@
 #pragma once
 
 #include "converters/RS274D.h"
-#include "framework/Exception.h"
 #include "objects/Arc.h"
 #include "objects/Line.h"
 #include "objects/Point.h"
 #include "objects/Polyline.h"
 #include "scene/Scene.h"
 #include "scene/XForm.h"
+#include "tests/ErrorOf.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -71,12 +71,7 @@ protected:
         return Objects();
     }
     std::string ErrorOfLoading() {
-        try {
-            Converter.LoadFromFile();
-        } catch (const Exception& error) {
-            return error.what();
-        }
-        return {};
+        return ErrorOf([&] { Converter.LoadFromFile(); });
     }
     /// A file of the given content in a folder of the test's own.
     QString Written(const QString& name, const QByteArray& content) {

@@ -3,10 +3,10 @@
 #include "appearance/Light.h"
 #include "appearance/MaterialLibrary.h"
 #include "converters/ThreeDS.h"
-#include "framework/Exception.h"
 #include "objects/Mesh.h"
 #include "scene/Scene.h"
 #include "scene/Vertex3.h"
+#include "tests/ErrorOf.h"
 #include "tests/FolderTest.h"
 #include "tests/converters/ThreeDSBytes.h"
 #include "view/Camera.h"
@@ -28,20 +28,10 @@ protected:
 
     /// What a reading raises; empty where it raises nothing.
     std::string ErrorOfReading(const std::string& bytes) {
-        try {
-            Converter.Read3DS(bytes);
-        } catch (const Exception& error) {
-            return error.what();
-        }
-        return {};
+        return ErrorOf([&] { Converter.Read3DS(bytes); });
     }
     std::string ErrorOfLoading() {
-        try {
-            Converter.LoadFromFile();
-        } catch (const Exception& error) {
-            return error.what();
-        }
-        return {};
+        return ErrorOf([&] { Converter.LoadFromFile(); });
     }
     void Load(const std::string& bytes, const char* name = "model.3ds") {
         Converter.SetFileName(Put(name, QByteArray::fromStdString(bytes)));

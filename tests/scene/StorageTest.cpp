@@ -4,6 +4,7 @@
 #include "objects/Polyline.h"
 #include "scene/Scene.h"
 #include "scene/XForm.h"
+#include "tests/ErrorOf.h"
 #include "tests/framework/stream/Fields.h"
 #include "view/Camera.h"
 
@@ -35,16 +36,6 @@ void Put(const QString& fileName, const QByteArray& contents) {
     QFile file(fileName);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     ASSERT_EQ(file.write(contents), contents.size());
-}
-
-template <class Action>
-std::string ErrorOf(Action action) {
-    try {
-        action();
-    } catch (const Exception& error) {
-        return error.what();
-    }
-    return "no error";
 }
 
 class Storage : public testing::Test {
