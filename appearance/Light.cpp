@@ -1,8 +1,6 @@
 #include "appearance/Light.h"
 
 #include "framework/Property.h"
-#include "framework/Registry.h"
-#include "scene/GLNames.h"
 #include "scene/SceneInterfaces.h"
 #include "scene/Vertex3.h"
 
@@ -12,9 +10,8 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPLight> Registered;
+const TRegisterObject<TZEPLight> Registered;
 
-constexpr int LightCount = 8;
 constexpr float MaxExponent = 128;
 constexpr float WidestCone = 90;
 constexpr float NoCone = 180;
@@ -27,8 +24,17 @@ float Clamped(float value, float least, float most) {
 
 } // namespace
 
+std::vector<TZEPLight*>& TZEPLight::All() {
+    static std::vector<TZEPLight*> lights;
+    return lights;
+}
+
+TZEPLight::TZEPLight(TComponent* owner) : TZEPObject(owner) {
+    All().push_back(this);
+}
+
 TZEPLight::~TZEPLight() {
-    for (const GLuint list : m_shadowLists) ReleaseDisplayList(list);
+    std::erase(All(), this);
 }
 
 void TZEPLight::SetDirectional(bool directional) {
@@ -110,8 +116,13 @@ TGLArrayd3 TZEPLight::InOwnFrame(const TZEPObject* object, const TGLArrayd3& poi
 
 // --- drawing -----------------------------------------------------------------------------------
 
+TZEPPassSet TZEPLight::SidePasses() const {
+    return PassBit(dsPre) | PassBit(dsAllLights) | PassBit(dsShadowLights) |
+           PassBit(dsBuildShadowVolumes) | PassBit(dsDrawShadowVolumes);
+}
+
 void TZEPLight::DrawPre() {
-    for (const GLuint list : std::exchange(m_shadowLists, {})) glDeleteLists(list, 1);
+    m_volumes.Drop();
 }
 
 void TZEPLight::DrawLight(bool shadowPass) {

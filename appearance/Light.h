@@ -1,6 +1,9 @@
 #pragma once
 
+#include "appearance/ShadowLists.h"
 #include "scene/Object.h"
+
+#include <concepts>
 
 namespace ZEP {
 
@@ -10,6 +13,12 @@ namespace ZEP {
 /// An aimed light (`Directional`) stands at its position and its cone points to its target. Any
 /// other is infinitely far away and shines from where its position lies, as seen from its origin.
 /// Ambient, diffuse and specular light all have its colour.
+///
+/// With `CastShadows`, and in a scene with `Shadows`, the objects that cast shadows do so from
+/// where it stands. Of one at infinity that is its position, too: put it far outside of the scene,
+/// along the direction that its light comes from. A volume stays with the light until `DrawPre` is
+/// called: a host whose objects move draws the pass `dsPre` in each frame
+/// (`TZEPScene::AfterCamera`), or the shadows of all places add up.
 ///
 /// Defaults: colour 0xC0C0C0, at infinity, cutoff 180 (no cone), exponent and attenuation 0,
 /// position and target (0, 0, 0).
@@ -35,7 +44,7 @@ public:
     /// What `SetParam` sets.
     enum ParamIndex { ExponentParam, CutoffParam };
 
-    using TZEPObject::TZEPObject;
+    explicit TZEPLight(TComponent* owner = nullptr);
     ~TZEPLight() override;
 
     void SetCastShadows(bool casts) { SetShadows(0, casts); }
@@ -79,9 +88,30 @@ public:
     /// Sets up OpenGL's light and switches it on. In the shadow pass lights that cast shadows stay
     /// as they are, the others are lit only where shadows are accumulated.
     void DrawLight(bool shadowPass) override;
+    /// Counts itself among the scene's lights that cast shadows.
+    void BuildShadowVolumes() override;
+    /// Counts the shadow volumes into the stencil buffer and has the scene draw the objects that
+    /// receive shadows: what lies in shadow is taken off, or where shadows are accumulated, what
+    /// lies in light is drawn. The method is that of T. Heidmann, "Real shadows real time", 1991;
+    /// an eye within a shadow sees light and shadow exchanged along the way out of it.
+    void DrawShadowVolumes() override;
+
+    /// \name Shadow volumes
+    /// @{
+    /// Calls `visit(light)` for each light of the scene that casts shadows.
+    template <std::invocable<TZEPLight&> Visit>
+    static void ForEachCasting(const TZEPSceneContext* scene, Visit&& visit) {
+        // By index: what is drawn in between may free one.
+        for (std::size_t i = 0; i < All().size(); ++i)
+            if (TZEPLight& light = *All()[i]; light.IsCastingIn(scene)) visit(light);
+    }
+    /// Where it stands in the absolute frame.
+    [[nodiscard]] TGLArrayd3 Eye() const;
+    [[nodiscard]] TZEPShadowLists& Volumes() { return m_volumes; }
     /// Takes over a display list that holds a shadow volume.
-    void AddShadowList(GLuint list) { m_shadowLists.push_back(list); }
-    [[nodiscard]] const std::vector<GLuint>& ShadowLists() const { return m_shadowLists; }
+    void AddShadowList(GLuint list) { m_volumes.Add(list); }
+    [[nodiscard]] const std::vector<GLuint>& ShadowLists() const { return m_volumes.Lists(); }
+    /// @}
 
     /// With a cutoff of 0 at first: that is not stored, and must not come back as 180.
     void ReadState(TReader& reader) override;
@@ -90,8 +120,16 @@ protected:
     void EnteredScene() override;
     void Notification(TComponent* component, TOperation operation) override;
     [[nodiscard]] bool DrawsInQuickDraw() const override { return true; }
+    [[nodiscard]] TZEPPassSet SidePasses() const override;
 
 private:
+    static constexpr int LightCount = 8; ///< that OpenGL has at least
+
+    /// Of the process.
+    [[nodiscard]] static std::vector<TZEPLight*>& All();
+    [[nodiscard]] bool IsCastingIn(const TZEPSceneContext* scene) const;
+    void CountVolumes() const;
+    void DrawReceivers(TZEPScene& scene) const;
     void Attach(TZEPObject*& field, TZEPObject* object);
     void NumberLights();
     [[nodiscard]] TGLArrayd3 InOwnFrame(const TZEPObject* object, const TGLArrayd3& point) const;
@@ -99,7 +137,7 @@ private:
     void SendColor(GLenum light);
     void SwitchForShadows(GLenum light) const;
 
-    std::vector<GLuint> m_shadowLists;
+    TZEPShadowLists m_volumes;
     TZEPObject* m_positionObject = nullptr;
     TZEPObject* m_targetObject = nullptr;
     int m_lightNum = 0;

@@ -30,6 +30,15 @@ void TZEPMaterial::ApplayMaterial(GLenum face) {
     m_texture.ApplayMaterial();
 }
 
+void TZEPMaterial::ApplayWithFrontAlpha(float alpha) {
+    TZEPFaceMaterial front(GL_FRONT, {});
+    front.Assign(&m_frontFace);
+    front.SetAlpha(alpha);
+    front.ApplayMaterial();
+    m_backFace.ApplayMaterial();
+    m_texture.ApplayMaterial();
+}
+
 void TZEPMaterial::ApplayChanges(const TZEPMaterial& applied) const {
     if (m_frontFace.SameAs(m_backFace) && applied.m_frontFace.SameAs(applied.m_backFace))
         return m_frontFace.ApplayChanges(applied.m_frontFace, GL_FRONT_AND_BACK);

@@ -45,6 +45,8 @@ public:
     /// Hands the material to OpenGL.
     /// \param face  `GL_FRONT`, `GL_BACK` or `GL_FRONT_AND_BACK`: the sides that are set
     virtual void ApplayMaterial(GLenum face);
+    /// Hands both sides to OpenGL, the front with that alpha; the material stays as it is.
+    void ApplayWithFrontAlpha(float alpha);
     /// Hands both sides to OpenGL where `applied` is what it has; neither has a texture.
     void ApplayChanges(const TZEPMaterial& applied) const;
     /// Takes back what applying switched on: the texture.

@@ -1,7 +1,6 @@
 #include "objects/Arc.h"
 
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/CirclePoints.h"
 
 #include <algorithm>
@@ -11,7 +10,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPArc> Registered;
+const TRegisterObject<TZEPArc> Registered;
 
 constexpr double Radian = std::numbers::pi / 180;
 constexpr double Quarter = 90;

@@ -2,7 +2,6 @@
 
 #include "appearance/DrawRun.h"
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/Grid.h"
 
 #include <numbers>
@@ -11,8 +10,8 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPBox> RegisteredBox;
-const TRegisterClass<TZEPLegendBox> RegisteredLegendBox;
+const TRegisterObject<TZEPBox> RegisteredBox;
+const TRegisterObject<TZEPLegendBox> RegisteredLegendBox;
 
 constexpr std::array<TGLArrayf3, 8> Corners{{{-0.5F, -0.5F, -0.5F},
                                              {0.5F, -0.5F, -0.5F},
@@ -114,7 +113,7 @@ double TZEPBox::GetRadius() const {
 }
 
 void TZEPBox::DrawSpecific(GLenum, bool draft) {
-    const bool textured = !draft && Textured();
+    const bool textured = !draft && HasTexture();
     TZEPDrawRun& run = TZEPDrawRun::Current();
     // Between neighbours arrays cost two thirds of what single calls do.
     if (run.Waits() && !draft && !textured && !Sliced() && m_parts == AllParts) {

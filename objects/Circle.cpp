@@ -1,7 +1,6 @@
 #include "objects/Circle.h"
 
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/CirclePoints.h"
 
 #include <algorithm>
@@ -11,7 +10,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPCircle> Registered;
+const TRegisterObject<TZEPCircle> Registered;
 
 } // namespace
 

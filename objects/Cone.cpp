@@ -1,7 +1,6 @@
 #include "objects/Cone.h"
 
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/Quadric.h"
 
 #include <algorithm>
@@ -10,7 +9,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPCone> Registered;
+const TRegisterObject<TZEPCone> Registered;
 
 } // namespace
 

@@ -1,7 +1,6 @@
 #include "objects/HeightField.h"
 
 #include "appearance/Material.h"
-#include "framework/Registry.h"
 #include "objects/Grid.h"
 
 #include <algorithm>
@@ -12,7 +11,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPHeightField> Registered;
+const TRegisterObject<TZEPHeightField> Registered;
 
 struct TRange {
     double Min, Max;
@@ -29,7 +28,7 @@ TRange RangeOf(double min, double max) {
 
 void TZEPHeightField::SetSmooth(bool smooth) {
     if (smooth == Smooth()) return;
-    TZEPSolid::SetSmooth(smooth);
+    TZEPReflexedObject::SetSmooth(smooth);
     Refresh();
 }
 
@@ -123,9 +122,19 @@ void TZEPHeightField::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
     }
 }
 
-void TZEPHeightField::DrawSpecific(GLenum, bool draft) {
-    if (Samples().Heights.empty()) return;
-    const float alpha = 1 - DrawnMaterial().FrontFace()->Transparency();
+std::array<TGLArrayd3, 3> TZEPHeightField::MirrorPoints() const {
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    GetSize(min, max);
+    const double height = (min[2] + max[2]) / 2;
+    return {{{min[0], min[1], height}, {max[0], min[1], height}, {max[0], max[1], height}}};
+}
+
+// It has but one side, which is seen from both.
+void TZEPHeightField::DrawSpecific(GLenum face, bool draft) {
+    if (face == GL_BACK || Samples().Heights.empty()) return;
+    const float alpha = Reflection() > 0 ? static_cast<float>(1 - Reflection())
+                                         : 1 - DrawnMaterial().FrontFace()->Transparency();
     if (Change(m_listAlpha, alpha)) m_lists.Reset();
     m_lists.Draw(draft, [&] {
         const bool colored = !m_samples.Colors.empty();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "appearance/ReflexedObject.h"
 #include "framework/Color.h"
 #include "framework/Property.h"
 #include "objects/DisplayLists.h"
@@ -17,9 +18,11 @@ namespace ZEP {
 ///
 /// A callback that throws is reported by `Failed`; the field is then empty until it is changed.
 ///
+/// As a mirror it shows from above, as a flat one halfway between its lowest and its highest point.
+///
 /// Defaults: flat, 20 by 20 cells over -0.5 to 0.5, in the material's colour; without a callback
 /// the height is 0.
-class TZEPHeightField : public TZEPSolid {
+class TZEPHeightField : public TZEPReflexedObject {
     Q_OBJECT
     Q_PROPERTY(bool Smooth READ Smooth WRITE SetSmooth)
     Q_CLASSINFO("Smooth", "false")
@@ -42,11 +45,11 @@ public:
     using TNormal = std::function<TGLArrayd3(double x, double y)>;
     using TColorOf = std::function<TColor(double height)>;
 
-    using TZEPSolid::TZEPSolid;
+    using TZEPReflexedObject::TZEPReflexedObject;
 
     void SetSmooth(bool smooth) override;
     [[nodiscard]] int SlicesX() const { return m_slices[0]; }
-    /// Kept within 1 to `MaxCells`.
+    /// Kept within 1 to `TZEPSolid::MaxCells`.
     void SetSlicesX(int slices) { Set(m_slices[0], CellCount(slices)); }
     [[nodiscard]] int SlicesY() const { return m_slices[1]; }
     void SetSlicesY(int slices) { Set(m_slices[1], CellCount(slices)); }
@@ -80,7 +83,12 @@ public:
 
     /// From the lowest to the highest finite point.
     void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
+    [[nodiscard]] std::array<TGLArrayd3, 3> MirrorPoints() const override;
     void DrawSpecific(GLenum face, bool draft) override;
+
+protected:
+    [[nodiscard]] bool DrawsTransparent() const override { return HasTransparentMaterial(); }
+    [[nodiscard]] bool StaysInSize() const override { return true; }
 
 signals:
     /// A callback has thrown. It may do so in the middle of a frame: show messages later, by a

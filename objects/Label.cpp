@@ -1,14 +1,13 @@
 #include "objects/Label.h"
 
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/TextShape.h"
 
 namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPLabel> Registered;
+const TRegisterObject<TZEPLabel> Registered;
 
 void SendPoints(GLenum mode, const std::vector<TTextPoint>& points) {
     glBegin(mode);
@@ -25,7 +24,7 @@ bool IsSelecting() {
 } // namespace
 
 TZEPLabel::TZEPLabel(TComponent* owner)
-    : TZEPColoredObject(owner), m_font(Notify<&TZEPLabel::TextChanged>(this)) {}
+    : TZEPShadowedObject(owner), m_font(Notify<&TZEPLabel::TextChanged>(this)) {}
 
 TZEPLabel::~TZEPLabel() = default;
 
@@ -74,6 +73,11 @@ void TZEPLabel::DrawSpecific(GLenum, bool draft) {
     else
         DrawShape(draft);
     glPopAttrib();
+}
+
+// Pixels have no outline.
+void TZEPLabel::BuildShadowVolumes() {
+    if (!m_bitmapFont) TZEPShadowedObject::BuildShadowVolumes();
 }
 
 void TZEPLabel::DrawShape(bool draft) {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "appearance/ShadowedObject.h"
 #include "framework/Font.h"
 #include "objects/DisplayLists.h"
-#include "scene/ColoredObject.h"
 
 #include <memory>
 
@@ -20,7 +20,7 @@ struct TTextShape;
 /// are drawn.
 ///
 /// Defaults: no caption, outlines, Arial.
-class TZEPLabel : public TZEPColoredObject {
+class TZEPLabel : public TZEPShadowedObject {
     Q_OBJECT
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
     Q_PROPERTY(bool BitmapFont READ BitmapFont WRITE SetBitmapFont)
@@ -41,6 +41,7 @@ public:
     /// The box of what is seen of the text; the origin for a bitmap and for an empty text.
     void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
     void DrawSpecific(GLenum face, bool draft) override;
+    void BuildShadowVolumes() override;
 
 protected:
     /// Also as a bitmap: that is drawn where its origin is in view.

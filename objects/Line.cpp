@@ -1,12 +1,10 @@
 #include "objects/Line.h"
 
-#include "framework/Registry.h"
-
 namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPLine> Registered;
+const TRegisterObject<TZEPLine> Registered;
 
 } // namespace
 

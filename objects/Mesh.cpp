@@ -2,8 +2,8 @@
 
 #include "appearance/DrawRun.h"
 #include "appearance/Material.h"
+#include "appearance/MaterialLibrary.h"
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/TriangleSender.h"
 #include "objects/VertexBounds.h"
 #include "scene/Scene.h"
@@ -15,7 +15,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPMesh> Registered;
+const TRegisterObject<TZEPMesh> Registered;
 
 /// Up to here immediate mode is as quick as arrays, which have to be set up.
 constexpr int FewFaces = 64;
@@ -42,7 +42,7 @@ void Release(TZEPMaterial& material, GLenum face) {
 
 } // namespace
 
-TZEPMesh::TZEPMesh(TComponent* owner) : TZEPColoredObject(owner) {
+TZEPMesh::TZEPMesh(TComponent* owner) : TZEPShadowedObject(owner) {
     m_vertexes.RegisterObject(this);
     m_faces.RegisterObject(this);
 }
@@ -77,13 +77,13 @@ void TZEPMesh::Invalidate(TObject* sender) {
         m_kept.Runs.clear();
         m_kept.HasBox = false;
     }
-    TZEPColoredObject::Invalidate(sender);
+    TZEPShadowedObject::Invalidate(sender);
 }
 
 // What was computed must go, also where the scene is updated by hand.
 bool TZEPMesh::WantsInvalidation() const {
     return m_kept.HasBox || !m_kept.Normals.empty() || !m_kept.Runs.empty() ||
-           TZEPColoredObject::WantsInvalidation();
+           TZEPShadowedObject::WantsInvalidation();
 }
 
 // --- materials ---------------------------------------------------------------------------------
@@ -112,7 +112,7 @@ bool TZEPMesh::Passes(const TZEPMaterial& material) const {
 }
 
 bool TZEPMesh::DrawsTransparent() const {
-    if (!UsesLibrary()) return TZEPColoredObject::DrawsTransparent();
+    if (!UsesLibrary()) return TZEPShadowedObject::DrawsTransparent();
     return std::ranges::any_of(Runs(), [this](const TRun& run) {
         const TZEPMaterial* material = SceneContext()->LibraryMaterial(run.Material);
         return material && material->IsTransparent();
@@ -120,13 +120,23 @@ bool TZEPMesh::DrawsTransparent() const {
 }
 
 void TZEPMesh::DrawMain(bool draft) {
-    if (!UsesLibrary()) return TZEPColoredObject::DrawMain(draft);
+    if (!UsesLibrary()) return TZEPShadowedObject::DrawMain(draft);
     DrawFiltered(TFilter::Opaque, draft);
 }
 
 void TZEPMesh::DrawTransparent(bool draft) {
-    if (!UsesLibrary()) return TZEPColoredObject::DrawTransparent(draft);
+    if (!UsesLibrary()) return TZEPShadowedObject::DrawTransparent(draft);
     DrawFiltered(TFilter::Transparent, draft);
+}
+
+void TZEPMesh::DrawShadows(bool draft) {
+    if (!UsesLibrary()) return TZEPShadowedObject::DrawShadows(draft);
+    if (ReceivesShadows()) DrawFiltered(TFilter::Opaque, draft);
+}
+
+std::uint64_t TZEPMesh::ShadowLook() const {
+    if (!UsesLibrary()) return 0;
+    return 1 + static_cast<std::uint64_t>(Scene()->MaterialLibrary()->Materials()->Count());
 }
 
 void TZEPMesh::DrawFiltered(TFilter filter, bool draft) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene/ColoredObject.h"
+#include "appearance/ShadowedObject.h"
 #include "scene/VertexItems.h"
 
 #include <vector>
@@ -19,7 +19,7 @@ namespace ZEP {
 /// each face.
 ///
 /// Defaults: empty; faces in their own materials, normals computed.
-class TZEPMesh : public TZEPColoredObject {
+class TZEPMesh : public TZEPShadowedObject {
     Q_OBJECT
     Q_PROPERTY(ZEP::TZEPCollection* Vertexes READ Vertexes)
     Q_PROPERTY(ZEP::TZEPCollection* Faces READ Faces)
@@ -54,10 +54,13 @@ public:
 
     void DrawMain(bool draft) override;
     void DrawTransparent(bool draft) override;
+    void DrawShadows(bool draft) override;
     void DrawSpecific(GLenum face, bool draft) override;
 
 protected:
     [[nodiscard]] bool DrawsTransparent() const override;
+    /// How many materials the scene's library holds: faces of others are not drawn.
+    [[nodiscard]] std::uint64_t ShadowLook() const override;
     [[nodiscard]] bool StaysInSize() const override { return m_vertexes.Count() > 1; }
     [[nodiscard]] bool SharesDrawRun() const override { return true; }
 

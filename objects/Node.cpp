@@ -1,12 +1,10 @@
 #include "objects/Node.h"
 
-#include "framework/Registry.h"
-
 namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPNode> Registered;
+const TRegisterObject<TZEPNode> Registered;
 
 constexpr double Empty = 1000;
 

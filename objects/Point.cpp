@@ -1,13 +1,12 @@
 #include "objects/Point.h"
 
 #include "appearance/DrawRun.h"
-#include "framework/Registry.h"
 
 namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPPoint> Registered;
+const TRegisterObject<TZEPPoint> Registered;
 
 } // namespace
 

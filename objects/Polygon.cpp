@@ -3,10 +3,10 @@
 #include "appearance/DrawRun.h"
 #include "appearance/Material.h"
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/Tessellator.h"
 #include "objects/VertexBounds.h"
 #include "objects/VertexColors.h"
+#include "scene/GLScopes.h"
 #include "scene/Vertex3.h"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPPolygon> Registered;
+const TRegisterObject<TZEPPolygon> Registered;
 
 /// The vertices that were made where edges cross.
 std::deque<std::array<double, 6>>& CombinedVertices() {
@@ -46,7 +46,7 @@ struct TZEPPolygon::TPlaces {
     std::vector<TPlace> Sorted;
 };
 
-TZEPPolygon::TZEPPolygon(TComponent* owner) : TZEPColoredObject(owner) {
+TZEPPolygon::TZEPPolygon(TComponent* owner) : TZEPReflexedObject(owner) {
     m_vertexes.RegisterObject(this);
 }
 
@@ -85,27 +85,47 @@ void TZEPPolygon::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
     GetVertexBounds(m_vertexes, min, max);
 }
 
-// The list goes in any case: of fewer vertexes than it was made from nothing is drawn.
+// The lists go in any case: of fewer vertexes than it was made from nothing is drawn.
 void TZEPPolygon::Invalidate(TObject* sender) {
     ClearDisplayList();
+    ForgetShape();
     m_places.reset();
-    if (m_vertexes.Count() >= 3) TZEPColoredObject::Invalidate(sender);
+    if (m_vertexes.Count() >= 3) TZEPReflexedObject::Invalidate(sender);
 }
 
 // What is out of date must go, also where the scene is updated by hand.
 bool TZEPPolygon::WantsInvalidation() const {
-    return m_list.Exists() || m_places || TZEPColoredObject::WantsInvalidation();
+    return HasList() || m_places || TZEPReflexedObject::WantsInvalidation();
+}
+
+bool TZEPPolygon::HasList() const {
+    return std::ranges::any_of(m_lists, &TDisplayList::Exists);
+}
+
+void TZEPPolygon::ClearDisplayList() {
+    for (TDisplayList& list : m_lists) list.Reset();
+}
+
+TDisplayList& TZEPPolygon::ListOf(GLenum face) {
+    if (face == GL_FRONT_AND_BACK) return m_lists[0];
+    return m_lists[face == GL_FRONT ? 1 : 2];
 }
 
 // --- drawing -----------------------------------------------------------------------------------
 
+void TZEPPolygon::PrepareGeometry() {
+    if (m_vertexes.Count() < 3) return;
+    TZEPDrawRun::Current().OpenSurface();
+    glNormal3dv(DrawnNormal().data());
+}
+
 void TZEPPolygon::DrawSpecific(GLenum face, bool draft) {
     TZEPDrawRun::Current().OpenSurface();
     if (m_vertexes.Count() < 3) return;
-    if (draft || !m_useDisplayList) return Send(face, draft);
+    if (draft || !m_useDisplayList || TZEPNotRendering::Lives()) return Send(face, draft);
     // A material of the library does not tell of its changes.
     if (Change(m_listAlpha, DrawnMaterial().Transparency())) ClearDisplayList();
-    m_list.Draw([&] { Send(face, draft); });
+    ListOf(face).Draw([&] { Send(face, draft); });
 }
 
 void TZEPPolygon::Send(GLenum face, bool draft) {
@@ -122,12 +142,17 @@ TGLArrayd3 TZEPPolygon::DrawnNormal() const {
     return normal;
 }
 
+/// Of no mirror, the transparency itself, not what is left of it: drawings rely on it.
+float TZEPPolygon::VertexAlpha() {
+    if (Reflection() > 0) return static_cast<float>(1 - Reflection());
+    return DrawnMaterial().Transparency();
+}
+
 void TZEPPolygon::SendDirect(GLenum face, bool draft) {
     glPushAttrib(GL_COLOR_BUFFER_BIT);
     {
         const TVertexColors colors(m_colorVertexes);
-        // The transparency itself is the alpha, not what is left of it: drawings rely on it.
-        const float alpha = m_colorVertexes ? DrawnMaterial().Transparency() : 0;
+        const float alpha = m_colorVertexes ? VertexAlpha() : 0;
         const TGLArrayd3 normal = DrawnNormal();
         if (face != GL_BACK) SendLoop(false, draft, normal, alpha);
         if (face != GL_FRONT) SendLoop(true, draft, {-normal[0], -normal[1], -normal[2]}, alpha);

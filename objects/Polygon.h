@@ -1,7 +1,7 @@
 #pragma once
 
+#include "appearance/ReflexedObject.h"
 #include "objects/DisplayLists.h"
-#include "scene/ColoredObject.h"
 #include "scene/VertexItems.h"
 
 #include <memory>
@@ -16,8 +16,11 @@ namespace ZEP {
 /// A concave one is filled in the material's colour with the normal in force; colours of vertexes
 /// and normals show on outlines and where `Concave` is false.
 ///
-/// Defaults: no vertexes; in their colours, normal computed, concave, kept in a display list.
-class TZEPPolygon : public TZEPColoredObject {
+/// As a mirror it shows on its front; one that is `Concave` shows on the other side, where the
+/// vertexes run clockwise.
+///
+/// Defaults: no vertexes; in their colours, normal computed, concave, kept in display lists.
+class TZEPPolygon : public TZEPReflexedObject {
     Q_OBJECT
     Q_PROPERTY(ZEP::TZEPCollection* Vertexes READ Vertexes)
     Q_PROPERTY(bool ColorVertexes READ ColorVertexes WRITE SetColorVertexes)
@@ -44,16 +47,16 @@ public:
     void SetAutoNormal(bool autoNormal);
     [[nodiscard]] TZEPVertex3* Normal() { return FirstVector(); }
     [[nodiscard]] bool UseDisplayList() const { return m_useDisplayList; }
-    /// Compiles the filled drawing and calls it until something changes.
+    /// Compiles the filled drawing, of each side for itself, and calls it until something changes.
     void SetUseDisplayList(bool useDisplayList);
     [[nodiscard]] bool Concave() const { return m_concave; }
     /// Fills through the tessellator: what has dents or holes, or crosses itself.
     void SetConcave(bool concave);
 
     /// The first three vertexes, which span the plane of a mirror; all zero with fewer.
-    [[nodiscard]] std::array<TGLArrayd3, 3> MirrorPoints() const;
-    /// Drops the display list; it is compiled anew when next drawn.
-    void ClearDisplayList() { m_list.Reset(); }
+    [[nodiscard]] std::array<TGLArrayd3, 3> MirrorPoints() const override;
+    /// Drops the display lists; they are compiled anew when next drawn.
+    void ClearDisplayList();
 
     /// \name Drawing with the tessellator by hand
     /// Between the calls vertexes go to `gluTessVertex(Tessellator(), place, place)`, three doubles
@@ -81,6 +84,8 @@ public:
     void DrawSpecific(GLenum face, bool draft) override;
 
 protected:
+    /// Sends the normal, which the tessellated drawing leaves as it is.
+    void PrepareGeometry() override;
     [[nodiscard]] bool StaysInSize() const override { return m_vertexes.Count() > 2; }
     [[nodiscard]] bool SharesDrawRun() const override { return true; }
 
@@ -88,6 +93,9 @@ private:
     struct TPlaces;
 
     [[nodiscard]] TGLArrayd3 DrawnNormal() const;
+    [[nodiscard]] float VertexAlpha();
+    [[nodiscard]] TDisplayList& ListOf(GLenum face);
+    [[nodiscard]] bool HasList() const;
     void Send(GLenum face, bool draft);
     void SendDirect(GLenum face, bool draft);
     void SendLoop(bool reversed, bool draft, const TGLArrayd3& normal, float alpha);
@@ -96,8 +104,8 @@ private:
     [[nodiscard]] bool CanBeTessellated() const;
 
     TZEPTexVertexes m_vertexes{this};
-    std::unique_ptr<TPlaces> m_places; // while tessellating
-    TDisplayList m_list;
+    std::unique_ptr<TPlaces> m_places;   // while tessellating
+    std::array<TDisplayList, 3> m_lists; // both sides, front, back
     float m_listAlpha = 0;
     bool m_colorVertexes = true;
     bool m_autoNormal = true;

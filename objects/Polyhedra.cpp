@@ -1,7 +1,5 @@
 #include "objects/Polyhedra.h"
 
-#include "framework/Registry.h"
-
 #include <cmath>
 #include <numbers>
 
@@ -9,9 +7,9 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPOctahedron> RegisteredOctahedron;
-const TRegisterClass<TZEPIcosahedron> RegisteredIcosahedron;
-const TRegisterClass<TZEPDodecahedron> RegisteredDodecahedron;
+const TRegisterObject<TZEPOctahedron> RegisteredOctahedron;
+const TRegisterObject<TZEPIcosahedron> RegisteredIcosahedron;
+const TRegisterObject<TZEPDodecahedron> RegisteredDodecahedron;
 
 template <std::size_t Count>
 using TPoints = std::array<TGLArrayf3, Count>;
@@ -115,19 +113,19 @@ void SendFaces(const TPoints<Count>& points, const TFaces<FaceCount, Size>& face
 
 void TZEPOctahedron::DrawSpecific(GLenum, bool draft) {
     SendFaces(Octahedron, OctahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLES,
-              !draft && Textured());
+              !draft && HasTexture());
 }
 
 void TZEPIcosahedron::DrawSpecific(GLenum, bool draft) {
     SendFaces(Icosahedron, IcosahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLES,
-              !draft && Textured());
+              !draft && HasTexture());
 }
 
 void TZEPDodecahedron::DrawSpecific(GLenum, bool draft) {
     glPushMatrix();
     glScalef(DodecahedronScale, DodecahedronScale, DodecahedronScale);
     SendFaces(Dodecahedron, DodecahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLE_FAN,
-              !draft && Textured());
+              !draft && HasTexture());
     glPopMatrix();
 }
 

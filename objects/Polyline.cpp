@@ -1,7 +1,6 @@
 #include "objects/Polyline.h"
 
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/VertexBounds.h"
 #include "objects/VertexColors.h"
 #include "scene/GLNames.h"
@@ -15,7 +14,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPPolyline> Registered;
+const TRegisterObject<TZEPPolyline> Registered;
 
 TGLArrayd3 ColorPoint(const TZEPVertex3CI& vertex) {
     const TGLColor color = vertex.RGBA();

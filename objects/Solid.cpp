@@ -1,26 +1,9 @@
 #include "objects/Solid.h"
 
-#include "appearance/Material.h"
-
 #include <algorithm>
 #include <cmath>
 
 namespace ZEP {
-
-const TZEPMaterial* TZEPSolid::SpecialMaterial() const {
-    const TZEPMaterial* shared = MaterialOfLibrary();
-    return shared ? shared : ExistingMaterial();
-}
-
-bool TZEPSolid::Textured() const {
-    const TZEPMaterial* material = SpecialMaterial();
-    return material && material->HasTexture();
-}
-
-bool TZEPSolid::DrawsTransparent() const {
-    const TZEPMaterial* material = SpecialMaterial();
-    return material && material->IsTransparent();
-}
 
 int CellCount(int count, int least) {
     return std::clamp(count, least, TZEPSolid::MaxCells);

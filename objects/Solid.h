@@ -1,30 +1,24 @@
 #pragma once
 
-#include "scene/ColoredObject.h"
+#include "appearance/ShadowedObject.h"
 
 namespace ZEP {
 
 /// Base of the solids. They are modelled about the origin, of size 1 along each axis unless they
 /// have radii, with normals that point outwards and faces that run counter-clockwise seen from
 /// outside; the transform sizes and places them.
-class TZEPSolid : public TZEPColoredObject {
+class TZEPSolid : public TZEPShadowedObject {
     Q_OBJECT
 public:
-    using TZEPColoredObject::TZEPColoredObject;
+    using TZEPShadowedObject::TZEPShadowedObject;
 
     /// The most slices, stacks or cells along one direction: counts beyond become this, so that a
     /// solid has at most a million cells to a face, whatever a host or a file asks for.
     static constexpr int MaxCells = 1000;
 
 protected:
-    /// The material that it is drawn with holds a picture.
-    [[nodiscard]] bool Textured() const;
-    [[nodiscard]] bool DrawsTransparent() const override;
+    [[nodiscard]] bool DrawsTransparent() const override { return HasTransparentMaterial(); }
     [[nodiscard]] bool StaysInSize() const override { return true; }
-
-private:
-    /// The material that it is drawn with, null for that of a plain colour.
-    [[nodiscard]] const TZEPMaterial* SpecialMaterial() const;
 };
 
 /// A count of cells brought into 1 (or `least`) to `TZEPSolid::MaxCells`.

@@ -1,7 +1,6 @@
 #include "objects/Sphere.h"
 
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/DisplayLists.h"
 #include "objects/Quadric.h"
 
@@ -12,7 +11,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPSphere> Registered;
+const TRegisterObject<TZEPSphere> Registered;
 
 constexpr double Radius = 0.5;
 

@@ -1,7 +1,6 @@
 #include "objects/Teapot.h"
 
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/TeapotPatches.h"
 
 #include <algorithm>
@@ -10,7 +9,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPTeapot> Registered;
+const TRegisterObject<TZEPTeapot> Registered;
 
 /// A picture covers each patch once.
 constexpr float TextureCorners[4][2] = {{0, 0}, {1, 0}, {0, 1}, {1, 1}};
@@ -46,7 +45,7 @@ void TZEPTeapot::DrawSpecific(GLenum face, bool draft) {
     glTranslatef(0, 0, -0.75F);
     glEnable(GL_MAP2_VERTEX_3);
     glEnable(GL_AUTO_NORMAL);
-    if (!draft && Textured()) glEnable(GL_MAP2_TEXTURE_COORD_2);
+    if (!draft && HasTexture()) glEnable(GL_MAP2_TEXTURE_COORD_2);
     if (face != GL_BACK) SendPatches(draft ? GL_LINE : GL_FILL);
     glDisable(GL_MAP2_VERTEX_3);
     glDisable(GL_AUTO_NORMAL);

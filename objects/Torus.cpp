@@ -1,7 +1,6 @@
 #include "objects/Torus.h"
 
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "objects/Grid.h"
 
 #include <algorithm>
@@ -12,7 +11,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPTorus> Registered;
+const TRegisterObject<TZEPTorus> Registered;
 
 /// Where the part `turn` (0 to 1) of a full turn points.
 std::array<double, 2> Direction(double turn) {

@@ -1,14 +1,12 @@
 #include "objects/User.h"
 
-#include "framework/Registry.h"
-
 #include <utility>
 
 namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPUser> Registered;
+const TRegisterObject<TZEPUser> Registered;
 
 GLint Depth(GLenum stack) {
     GLint depth = 0;
@@ -64,7 +62,7 @@ void TZEPUser::SetOnGetSize(TMeasure measure) {
 }
 
 void TZEPUser::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
-    TZEPColoredObject::GetSize(min, max);
+    TZEPShadowedObject::GetSize(min, max);
     if (!m_measure || !Error().isEmpty()) return;
     TGLArrayd3 low = min;
     TGLArrayd3 high = max;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "appearance/ShadowedObject.h"
 #include "objects/HostCall.h"
-#include "scene/ColoredObject.h"
 
 #include <functional>
 
@@ -11,7 +11,7 @@ namespace ZEP {
 /// transform, also where a scene that draws quickly leaves out what lies deeper.
 ///
 /// A callback that throws is reported by `Failed` and not called again until one is set.
-class TZEPUser : public TZEPColoredObject {
+class TZEPUser : public TZEPShadowedObject {
     Q_OBJECT
 public:
     /// Draws: `face` is GL_FRONT, GL_BACK or GL_FRONT_AND_BACK, `draft` asks for outlines. What it
@@ -20,7 +20,7 @@ public:
     /// Answers the box that is drawn in, in the object's own frame.
     using TMeasure = std::function<void(const TZEPUser& sender, TGLArrayd3& min, TGLArrayd3& max)>;
 
-    using TZEPColoredObject::TZEPColoredObject;
+    using TZEPShadowedObject::TZEPShadowedObject;
 
     void SetOnDraw(TDraw draw);
     void SetOnGetSize(TMeasure measure);
@@ -38,6 +38,8 @@ signals:
 
 protected:
     [[nodiscard]] bool DrawsInQuickDraw() const override { return true; }
+    /// Nobody tells what the host draws next time.
+    [[nodiscard]] bool KeepsShape() const override { return false; }
 
 private:
     void Report() const;

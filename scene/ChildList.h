@@ -3,6 +3,7 @@
 #include "framework/Exception.h"
 #include "scene/BlockCounts.h"
 #include "scene/ViewVolume.h"
+#include "scene/Watch.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -18,6 +19,11 @@ namespace ZEP {
 template <class Child>
 class TZEPChildList {
 public:
+    TZEPChildList() = default;
+    ~TZEPChildList() { TZEPWatch::Forget(this); }
+    TZEPChildList(const TZEPChildList&) = delete;
+    TZEPChildList& operator=(const TZEPChildList&) = delete;
+
     [[nodiscard]] int Count() const { return m_count; }
     /// Child `index`; raises `Exception` outside 0 .. Count() - 1.
     [[nodiscard]] Child* Item(int index) const;
@@ -31,17 +37,20 @@ public:
     /// Moves a child to position `index`, which must be in range.
     void Move(Child* child, int index);
 
-    /// Calls `proc(block)` for each block in order. `proc` may add and remove children.
+    /// Calls `proc(block)` for each block in order. `proc` may add and remove children, and free
+    /// the list itself, which ends it.
     template <class Proc>
     void ForEachBlock(Proc&& proc) {
-        const Iteration iteration{++m_iterating};
-        for (std::size_t block = 0; block * BlockSize < m_slots.size(); ++block) proc(block);
+        const Iteration iteration(*this);
+        for (std::size_t block = 0; iteration && block * BlockSize < m_slots.size(); ++block)
+            proc(block);
     }
     /// Calls `proc(child)` for each child of a block in order.
     template <class Proc>
     void ForEachIn(std::size_t block, Proc&& proc) {
+        const Iteration iteration(*this);
         const std::size_t end = (block + 1) * BlockSize;
-        for (std::size_t i = block * BlockSize; i < std::min(end, m_slots.size()); ++i)
+        for (std::size_t i = block * BlockSize; iteration && i < std::min(end, m_slots.size()); ++i)
             if (Child* child = m_slots[i]) proc(child);
     }
     /// Calls `proc(child)` for each child in order. `proc` may add and remove children: added ones
@@ -63,10 +72,23 @@ public:
     }
 
 private:
-    /// While one lives, slots keep their places.
-    struct Iteration {
-        int& Depth;
-        ~Iteration() { --Depth; }
+    /// While one lives, slots keep their places. It is false when the list has gone.
+    class Iteration {
+    public:
+        explicit Iteration(TZEPChildList& list) : m_list(list), m_alive(&list) {
+            ++list.m_iterating;
+        }
+        ~Iteration() {
+            if (m_alive) --m_list.m_iterating;
+        }
+        Iteration(const Iteration&) = delete;
+        Iteration& operator=(const Iteration&) = delete;
+
+        explicit operator bool() const { return static_cast<bool>(m_alive); }
+
+    private:
+        TZEPChildList& m_list;
+        TZEPWatch m_alive;
     };
 
     static constexpr std::size_t BlockSize = 64;

@@ -26,17 +26,40 @@ TZEPMaterial& TZEPColoredObject::DrawnMaterial() {
     return SharedMaterial(HasOwnColor() ? &color : nullptr, HasLineTransparency());
 }
 
-void TZEPColoredObject::DrawWith(TZEPMaterial& material, bool draft, bool cancel) {
+const TZEPMaterial* TZEPColoredObject::SpecialMaterial() const {
+    const TZEPMaterial* shared = MaterialOfLibrary();
+    return shared ? shared : ExistingMaterial();
+}
+
+bool TZEPColoredObject::HasTexture() const {
+    const TZEPMaterial* material = SpecialMaterial();
+    return material && material->HasTexture();
+}
+
+bool TZEPColoredObject::HasTransparentMaterial() const {
+    const TZEPMaterial* material = SpecialMaterial();
+    return material && material->IsTransparent();
+}
+
+void TZEPColoredObject::DrawUnselected(TZEPMaterial& material, bool draft, bool cancel) {
     TZEPDrawRun::Current().OpenMaterial(material);
     DrawOpened(draft, cancel);
 }
 
+void TZEPColoredObject::DrawWith(TZEPMaterial& material, bool draft, bool cancel) {
+    DrawUnselected(material, draft, cancel);
+    DrawSelected();
+}
+
 void TZEPColoredObject::DrawOpened(bool draft, bool cancel) {
-    TZEPDrawRun& run = TZEPDrawRun::Current();
+    PrepareGeometry();
     DrawSpecific(GL_FRONT_AND_BACK, draft);
-    run.CloseMaterial(cancel);
+    TZEPDrawRun::Current().CloseMaterial(cancel);
+}
+
+void TZEPColoredObject::DrawSelected() {
     if (!Selected()) return;
-    run.End();
+    TZEPDrawRun::Current().End();
     DrawSelection();
 }
 
@@ -44,7 +67,8 @@ void TZEPColoredObject::DrawMain(bool draft) {
     const bool isPlain = HasOwnColor() && !HasLineTransparency() && !ExistingMaterial();
     if (isPlain && !MaterialOfLibrary()) {
         TZEPDrawRun::Current().OpenColor(GetColor());
-        return DrawOpened(draft, true);
+        DrawOpened(draft, true);
+        return DrawSelected();
     }
     TZEPMaterial& material = DrawnMaterial();
     if (!material.IsTransparent()) DrawWith(material, draft);

@@ -38,12 +38,23 @@ protected:
     [[nodiscard]] TZEPMaterial& DrawnMaterial();
     /// Applies the material, draws, cancels it if asked, and draws the selection.
     void DrawWith(TZEPMaterial& material, bool draft, bool cancel = true);
+    /// As `DrawWith`, without the selection.
+    void DrawUnselected(TZEPMaterial& material, bool draft, bool cancel = true);
+    /// Called with the material applied, before each `DrawSpecific` in a pass: for what its
+    /// geometry leaves as it is.
+    virtual void PrepareGeometry() {}
+    /// The material that it is drawn with is transparent, or holds a picture.
+    [[nodiscard]] bool HasTransparentMaterial() const;
+    [[nodiscard]] bool HasTexture() const;
     /// Item `MaterialIndex` of the scene's library; null where there is none.
     [[nodiscard]] TZEPMaterial* MaterialOfLibrary() const;
 
 private:
+    /// The material that it is drawn with, null for that of a plain colour.
+    [[nodiscard]] const TZEPMaterial* SpecialMaterial() const;
     /// Draws under the material that was opened.
     void DrawOpened(bool draft, bool cancel);
+    void DrawSelected();
 };
 
 } // namespace ZEP

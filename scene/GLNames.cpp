@@ -6,6 +6,7 @@ namespace ZEP {
 
 TBlendEquation BlendEquationEXT = nullptr;
 TBlendColor BlendColorEXT = nullptr;
+bool StencilWrapEXT = false;
 
 namespace {
 

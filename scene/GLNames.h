@@ -16,13 +16,16 @@ void DeleteReleasedNames();
 void SetContextIsCurrent(bool current);
 /// @}
 
-/// \name Entry points beyond OpenGL 1.1, null where the driver lacks them
-/// The context fetches them after it is created.
+/// \name What there is beyond OpenGL 1.1
+/// Entry points are null and flags false where the driver lacks them. The context sets them after
+/// it is created.
 /// @{
 using TBlendEquation = void (*)(GLenum mode);
 using TBlendColor = void (*)(GLfloat red, GLfloat green, GLfloat blue, GLfloat alpha);
 extern TBlendEquation BlendEquationEXT;
 extern TBlendColor BlendColorEXT;
+/// Counts in the stencil buffer may run over (`GL_EXT_stencil_wrap`).
+extern bool StencilWrapEXT;
 /// @}
 
 } // namespace ZEP

@@ -106,6 +106,21 @@ void Xformd(const TGLMatrixd4& m, TGLArrayd3& v) {
     for (std::size_t j = 0; j < 3; ++j) v[j] = x * m[0][j] + y * m[1][j] + z * m[2][j] + m[3][j];
 }
 
+void XformBoxd(const TGLMatrixd4& m, TGLArrayd3& min, TGLArrayd3& max) {
+    TGLArrayd3 center;
+    TGLArrayd3 extent{};
+    for (std::size_t i = 0; i < 3; ++i) {
+        center[i] = (min[i] + max[i]) / 2;
+        const double half = (max[i] - min[i]) / 2;
+        for (std::size_t j = 0; j < 3; ++j) extent[j] += std::abs(m[i][j]) * half;
+    }
+    Xformd(m, center);
+    for (std::size_t j = 0; j < 3; ++j) {
+        min[j] = center[j] - extent[j];
+        max[j] = center[j] + extent[j];
+    }
+}
+
 void MultMatrixd(const TGLMatrixd4& a, const TGLMatrixd4& b, TGLMatrixd4& c) {
     TGLMatrixd4 product;
     for (std::size_t i = 0; i < 4; ++i)

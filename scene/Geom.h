@@ -66,6 +66,8 @@ void SphereToOrthod(const TGLArrayd3& s, TGLArrayd3& v);
 [[nodiscard]] bool IsIdentityd(const TGLMatrixd4& m);
 /// Transforms the point `v`; never divides by a fourth coordinate.
 void Xformd(const TGLMatrixd4& m, TGLArrayd3& v);
+/// The box about the transformed box.
+void XformBoxd(const TGLMatrixd4& m, TGLArrayd3& min, TGLArrayd3& max);
 /// c = a·b with `b` acting first, as `glLoadMatrixd(a)` followed by `glMultMatrixd(b)`.
 void MultMatrixd(const TGLMatrixd4& a, const TGLMatrixd4& b, TGLMatrixd4& c);
 void Translated(double x, double y, double z, TGLMatrixd4& m);

@@ -7,9 +7,9 @@
 #include "framework/LookOnly.h"
 #include "framework/Message.h"
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "scene/SceneInterfaces.h"
 #include "scene/Vertex3.h"
+#include "scene/Watch.h"
 #include "scene/XForm.h"
 
 #include <algorithm>
@@ -29,7 +29,7 @@ struct Census {
 } Objects;
 
 // A group of objects in a stream; no menu offers it.
-const TRegisterClass<TZEPObject> Registered("");
+const TRegisterObject<TZEPObject> Registered("");
 
 /// What objects have until they are asked for their own.
 TZEPVertex3* InitialVector() {
@@ -45,6 +45,7 @@ TZEPObject::TZEPObject(TComponent* owner) : TComponent(owner) {
 
 TZEPObject::~TZEPObject() {
     --Objects.Live;
+    TZEPWatch::Forget(this);
     LeaveParent();
     FreeChildren();
     ReportListeners();

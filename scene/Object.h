@@ -4,7 +4,7 @@
 #include "framework/Component.h"
 #include "scene/ChildList.h"
 #include "scene/Collection.h"
-#include "scene/DrawStates.h"
+#include "scene/DrawPasses.h"
 #include "scene/Geom.h"
 
 #include <GL/gl.h>
@@ -191,6 +191,8 @@ public:
     /// @{
     /// The transform, made when first asked for.
     [[nodiscard]] TZEPXForm* XForm();
+    /// The transform where one exists; null stands for the identity.
+    [[nodiscard]] const TZEPXForm* ExistingXForm() const { return m_xform.get(); }
     /// Recomputes bounds that a descendant keeps; the unit box needs no keeping.
     virtual void UpdateSize() {}
     /// Local box of the object itself, children left out; the unit box about the origin here.
@@ -245,6 +247,11 @@ public:
     virtual void DrawShadowVolumes() {}
     virtual void DrawShadows(bool draft) { static_cast<void>(draft); }
     virtual void DrawPost() {}
+    /// It has something to draw in that pass, as far as its class can be known: true for the passes
+    /// that draw the objects themselves, and for classes not registered by `TRegisterObject`.
+    [[nodiscard]] bool TakesPartIn(TZEPDrawState state) const {
+        return (Passes() & PassBit(state)) != 0;
+    }
     /// @}
 
 protected:
@@ -255,12 +262,24 @@ protected:
     virtual void EnteredScene() {}
     /// Draws itself also below the top level when the scene draws quickly.
     [[nodiscard]] virtual bool DrawsInQuickDraw() const { return false; }
+    /// Draws `object` itself, without its children, for one pass. What the pass asks of the flags
+    /// of an object is asked of `flags`.
+    static void DrawOwn(TZEPObject& object, const TZEPObject& flags, TZEPSceneContext& scene,
+                        TZEPDrawState state, TZEPDrawKind kind);
+    /// The passes in which it has something to do as it is now, those apart that draw the objects
+    /// themselves; what changes the answer calls `Invalidate`. Neighbours that have nothing to do
+    /// in a pass are passed over. Only classes registered by `TRegisterObject` are asked: a class
+    /// that overrides `DrawPre`, `DrawLight`, `DrawReflections`, `BuildShadowVolumes`,
+    /// `DrawShadowVolumes`, `DrawShadows` or `DrawPost` answers for those.
+    [[nodiscard]] virtual TZEPPassSet SidePasses() const { return 0; }
+    /// Its class can be believed what it tells of itself.
+    [[nodiscard]] bool IsOfKnownClass() const { return TZEPKnownClass::Is(typeid(*this)); }
     /// Has something to draw in the transparent pass; a leaf that has not is passed over there.
     [[nodiscard]] virtual bool DrawsTransparent() const { return true; }
-    /// All that it draws, it draws in the opaque or the transparent pass and within `GetSize` in
-    /// its own frame, apart from widths up to `WidestCulled`. Where that box is out of view, such
-    /// an object is passed over, unless it is selected; its children are looked at by themselves.
-    /// What changes the answer or the box calls `Invalidate`.
+    /// What it draws in the passes that draw the objects themselves, and in that of shadows on
+    /// them, lies within `GetSize` in its own frame, apart from widths up to `WidestCulled`. Where
+    /// that box is out of view, such an object is passed over there, unless it is selected; its
+    /// children are looked at by themselves. What changes the answer or the box calls `Invalidate`.
     [[nodiscard]] virtual bool StaysInSize() const { return false; }
     /// Its drawing leaves OpenGL's state as the material and line attributes set it, so that a
     /// neighbour with the same ones need not set them again (appearance/DrawRun.h).
@@ -296,9 +315,13 @@ private:
     void ForEachChild(Proc&& proc) {
         if (m_children) m_children->ForEach(proc);
     }
-    void DrawPass(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind);
+    void DrawPass(const TZEPObject& flags, TZEPSceneContext& scene, TZEPDrawState state,
+                  TZEPDrawKind kind);
+    [[nodiscard]] TZEPPassSet Passes() const;
     void DrawForSelect(TZEPSceneContext& scene);
     /// Adds its box, in the parent's frame.
+    void ExtendBox(TZEPBlockBox& box) const;
+    /// As a child of the block: adds its box, and the passes that it or its children take part in.
     void Extend(TZEPBlockBox& box) const;
     void ForgetBox();
     [[nodiscard]] bool IsInView() const;

@@ -1,7 +1,9 @@
 #include "appearance/DrawRun.h"
+#include "scene/GLScopes.h"
 #include "scene/Object.h"
 #include "scene/SceneInterfaces.h"
 #include "scene/ViewVolume.h"
+#include "scene/Watch.h"
 #include "scene/XForm.h"
 
 #include <array>
@@ -38,6 +40,11 @@ void SendBox(const TGLArrayd3& min, const TGLArrayd3& max) {
     glEnd();
 }
 
+/// Any object may have something to draw there.
+bool IsForAll(TZEPDrawState state) {
+    return state != dsShadowObjects && (ObjectPasses & PassBit(state)) != 0;
+}
+
 } // namespace
 
 void TZEPObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
@@ -46,25 +53,36 @@ void TZEPObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind
     const TZEPXFormScope transform(m_xform.get());
     const bool topLevel = m_parent == scene.AsObject();
     const bool drawsItself = !scene.QuickDraw() || topLevel || DrawsInQuickDraw();
-    if (drawsItself && !IsOutOfView()) {
-        TZEPDrawRun::Current().Enter(SharesDrawRun());
-        if (kind == dkSelect)
-            DrawForSelect(scene);
-        else
-            DrawPass(scene, state, kind);
-    }
-    if (m_children) DrawChildren(scene, state, kind);
+    const TZEPWatch alive(this);
+    if (drawsItself && !IsOutOfView()) DrawOwn(*this, *this, scene, state, kind);
+    if (alive && m_children) DrawChildren(scene, state, kind);
+}
+
+void TZEPObject::DrawOwn(TZEPObject& object, const TZEPObject& flags, TZEPSceneContext& scene,
+                         TZEPDrawState state, TZEPDrawKind kind) {
+    if (state == dsTransparent && !object.DrawsTransparent()) return;
+    TZEPDrawRun::Current().Enter(object.SharesDrawRun());
+    if (kind == dkSelect) return object.DrawForSelect(scene);
+    object.DrawPass(flags, scene, state, kind);
+}
+
+TZEPPassSet TZEPObject::Passes() const {
+    if (!IsOfKnownClass()) return AllPasses;
+    const TZEPPassSet own = ObjectPasses & ~PassBit(dsShadowObjects);
+    return SidePasses() | own | (m_receivesShadows ? PassBit(dsShadowObjects) : 0);
 }
 
 void TZEPObject::DrawForSelect(TZEPSceneContext& scene) {
+    const TZEPNotRendering selection;
     glPushName(scene.SelectName(this));
     DrawSpecific(GL_FRONT_AND_BACK, false);
     TZEPDrawRun::Current().End();
     glPopName();
 }
 
-void TZEPObject::DrawPass(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
-    const bool draft = kind == dkDraft || m_drawType == dtLine;
+void TZEPObject::DrawPass(const TZEPObject& flags, TZEPSceneContext& scene, TZEPDrawState state,
+                          TZEPDrawKind kind) {
+    const bool draft = kind == dkDraft || flags.m_drawType == dtLine;
     switch (state) {
     case dsPre:
         return DrawPre();
@@ -77,10 +95,10 @@ void TZEPObject::DrawPass(TZEPSceneContext& scene, TZEPDrawState state, TZEPDraw
     case dsAllObjects:
         return DrawMain(draft);
     case dsNonShadowObjects:
-        if (scene.Shadows() && !m_receivesShadows) DrawMain(draft);
+        if (scene.Shadows() && !flags.m_receivesShadows) DrawMain(draft);
         return;
     case dsShadowObjects:
-        if (scene.Shadows() && m_receivesShadows) DrawMain(draft);
+        if (scene.Shadows() && flags.m_receivesShadows) DrawMain(draft);
         return;
     case dsReflections:
         return DrawReflections();
@@ -100,13 +118,13 @@ void TZEPObject::DrawPass(TZEPSceneContext& scene, TZEPDrawState state, TZEPDraw
 void TZEPObject::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (!m_children) return;
     const auto draw = [&](TZEPObject* child) { child->Draw(scene, state, kind); };
-    const bool lights = kind != dkSelect && (state == dsAllLights || state == dsShadowLights);
+    const bool some = kind != dkSelect && !IsForAll(state);
     const auto extend = [](TZEPBlockBox& box, const TZEPObject* child) { child->Extend(box); };
     const bool bounds = TZEPViewFrame::Bounds();
-    if (!lights && !bounds) return m_children->ForEach(draw);
+    if (!some && !bounds) return m_children->ForEach(draw);
     m_children->ForEachBlock([&](std::size_t block) {
         const TZEPBlockBox& box = m_children->Box(block, extend);
-        if (box.Bounded && lights) return;
+        if (some && (box.Passes & PassBit(state)) == 0) return;
         const TZEPSeen seen = box.Bounded && bounds ? TZEPViewFrame::Shows(box) : TZEPSeen::Part;
         if (seen == TZEPSeen::Nothing) return;
         const bool tests = bounds && seen == TZEPSeen::Part;

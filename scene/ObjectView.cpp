@@ -1,27 +1,9 @@
 #include "scene/Object.h"
 #include "scene/XForm.h"
 
-#include <cmath>
-
 namespace ZEP {
 
 namespace {
-
-/// The box about a turned box, from its centre and its extents.
-void Turn(const TGLMatrixd4& matrix, TGLArrayd3& min, TGLArrayd3& max) {
-    TGLArrayd3 center;
-    TGLArrayd3 extent{};
-    for (std::size_t i = 0; i < 3; ++i) {
-        center[i] = (min[i] + max[i]) / 2;
-        const double half = (max[i] - min[i]) / 2;
-        for (std::size_t j = 0; j < 3; ++j) extent[j] += std::abs(matrix[i][j]) * half;
-    }
-    Xformd(matrix, center);
-    for (std::size_t j = 0; j < 3; ++j) {
-        min[j] = center[j] - extent[j];
-        max[j] = center[j] + extent[j];
-    }
-}
 
 bool IsBox(const TGLArrayd3& min, const TGLArrayd3& max) {
     return min[0] <= max[0] && min[1] <= max[1] && min[2] <= max[2]; // not so where one is NaN
@@ -38,6 +20,11 @@ bool TZEPObject::HasKeptBox() const {
 }
 
 void TZEPObject::Extend(TZEPBlockBox& box) const {
+    if (m_visible) box.Passes |= GetItemsCount() > 0 ? AllPasses : Passes();
+    ExtendBox(box);
+}
+
+void TZEPObject::ExtendBox(TZEPBlockBox& box) const {
     // Whether it is visible or not: a deselection passes over bounded blocks.
     if (GetItemsCount() > 0 || m_selected) box.Bounded = false;
     if (!m_visible || !box.Bounded) return;
@@ -46,7 +33,7 @@ void TZEPObject::Extend(TZEPBlockBox& box) const {
     TGLArrayd3 min;
     TGLArrayd3 max;
     GetSize(min, max);
-    if (m_xform && m_xform->IsActive()) Turn(m_xform->GetMatrix(), min, max);
+    if (m_xform && m_xform->IsActive()) XformBoxd(m_xform->GetMatrix(), min, max);
     box.Bounded = IsBox(min, max);
     MinBoundsd(box.Min, min);
     MaxBoundsd(box.Max, max);
@@ -54,7 +41,7 @@ void TZEPObject::Extend(TZEPBlockBox& box) const {
 
 bool TZEPObject::IsInView() const {
     TZEPBlockBox box;
-    Extend(box);
+    ExtendBox(box);
     return !box.Bounded || TZEPViewFrame::Shows(box) != TZEPSeen::Nothing;
 }
 

@@ -4,7 +4,6 @@
 #include "appearance/MaterialLibrary.h"
 #include "framework/Exception.h"
 #include "framework/Property.h"
-#include "framework/Registry.h"
 #include "scene/Vertex3.h"
 #include "scene/XForm.h"
 
@@ -17,7 +16,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPScene> Registered;
+const TRegisterObject<TZEPScene> Registered;
 constexpr int TickMilliseconds = 40;
 
 double SecondsSinceSystemStart() {

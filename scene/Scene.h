@@ -80,7 +80,9 @@ public:
     void SetQuickDraw(bool quick) { m_quickDraw = quick; }
 
     /// Draws one frame into the current context; nothing while an update bracket is open or
-    /// without a camera.
+    /// without a camera. Shadows need a stencil buffer, and one of the two methods: where the
+    /// context cannot do what was chosen, the other one stands in for it. What an object throws
+    /// leaves OpenGL's state as it was between two passes.
     /// \param width, height  size of the view in device pixels
     /// \param draft          outlines, and no shadows
     void Render(TZEPSceneCamera* camera, int width, int height, bool draft);
@@ -91,6 +93,7 @@ public:
     [[nodiscard]] const TGLMatrixd4& SavedModelView() const { return m_savedModelView; }
     /// A light built its shadow volumes in this frame.
     void CountShadowLight() { ++m_shadowLights; }
+    [[nodiscard]] int ShadowLightCount() const { return m_shadowLights; }
 
     /// \name Selection
     /// The region is a part of the current viewport, in device pixels about (x, y) counted from the
@@ -140,11 +143,13 @@ protected:
 
 private:
     void ClearBuffers() const;
+    class TState;
+    [[nodiscard]] bool DrawsShadows() const;
     void DrawShadowedStates();
     [[nodiscard]] bool EnterState(TZEPDrawState state);
     void LeaveState(TZEPDrawState state);
     [[nodiscard]] bool EnterShadowVolumes();
-    void LeaveShadowVolumes() const;
+    void LeaveShadowVolumes();
     void SetAmbient(const TGLColor& color) const;
     [[nodiscard]] TZEPSelectHits FindHits(TZEPSceneCamera& camera, const TZEPPickRegion& region);
     [[nodiscard]] int DrawInSelectMode();
@@ -164,6 +169,7 @@ private:
     TColor m_backgroundColor = clBlack;
     TColor m_sceneAmbientColor{0x333333};
     int m_shadowLights = 0;
+    bool m_darkFog = false; ///< fog adds nothing while light is subtracted
     bool m_animation = false;
     bool m_manualDepthCheck = false;
     bool m_selectsNear = false; ///< a draw in select mode passes over what is out of view

@@ -7,7 +7,10 @@
 #include "scene/ViewVolume.h"
 #include "scene/XForm.h"
 
+#include <QScopeGuard>
+
 #include <array>
+#include <utility>
 
 namespace ZEP {
 
@@ -17,11 +20,13 @@ constexpr TGLColor NoLight{0, 0, 0, 0};
 /// Brightens the averaged shadow images back.
 constexpr float ReturnFactor = 1.2F;
 
-/// What is seen in a pass, for the two that draw the objects themselves: lights and shadows may lie
-/// outside of the view, and so may what a host selects by a draw of its own. A display list may be
-/// called in another view.
+constexpr TZEPPassSet SeenPasses = ObjectPasses | PassBit(dsShadows);
+
+/// What is seen in a pass, for those that draw the objects themselves: lights and what casts
+/// shadows may lie outside of the view, and so may what a host selects by a draw of its own. A
+/// display list may be called in another view.
 std::optional<TZEPViewVolume> VolumeOf(TZEPDrawState state, bool bounds) {
-    if (!bounds || (state != dsAllObjects && state != dsTransparent)) return {};
+    if (!bounds || (SeenPasses & PassBit(state)) == 0) return {};
     GLint list = 0;
     glGetIntegerv(GL_LIST_INDEX, &list);
     if (list != 0) return {};
@@ -32,7 +37,38 @@ void DisableLights() {
     for (GLenum light = GL_LIGHT0; light <= GL_LIGHT7; ++light) glDisable(light);
 }
 
+void AddWhenBlending() {
+    if (BlendEquationEXT) BlendEquationEXT(GL_FUNC_ADD);
+}
+
+bool HasBuffer(GLenum bits) {
+    GLint count = 0;
+    glGetIntegerv(bits, &count);
+    return count > 0;
+}
+
 } // namespace
+
+/// What a pass sets is taken back, whatever its objects throw.
+class TZEPScene::TState {
+public:
+    TState(TZEPScene& scene, TZEPDrawState state)
+        : m_scene(scene), m_state(state), m_entered(scene.EnterState(state)) {}
+    ~TState() {
+        if (!m_entered) return;
+        TZEPDrawRun::Current().End();
+        m_scene.LeaveState(m_state);
+    }
+    TState(const TState&) = delete;
+    TState& operator=(const TState&) = delete;
+
+    explicit operator bool() const { return m_entered; }
+
+private:
+    TZEPScene& m_scene;
+    TZEPDrawState m_state;
+    bool m_entered;
+};
 
 void TZEPScene::SetAmbient(const TGLColor& color) const {
     glLightModelfv(GL_LIGHT_MODEL_AMBIENT, color.data());
@@ -43,7 +79,8 @@ void TZEPScene::ClearBuffers() const {
     glClearStencil(0);
     glClearColor(background[0], background[1], background[2], background[3]);
     SetAmbient(ToGLColor(m_sceneAmbientColor, 1));
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    AddWhenBlending(); // the last frame with shadows left it subtracting
 }
 
 void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draft) {
@@ -55,9 +92,14 @@ void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draf
     ClearBuffers();
     camera->Apply(width, height, -1);
     emit AfterCamera(this);
-    if (!draft && m_shadows) return DrawShadowedStates();
+    if (!draft && DrawsShadows()) return DrawShadowedStates();
     for (const TZEPDrawState state : {dsAllLights, dsAllObjects, dsTransparent})
         Draw(*this, state, draft ? dkDraft : dkFull);
+}
+
+bool TZEPScene::DrawsShadows() const {
+    return m_shadows && HasBuffer(GL_STENCIL_BITS) &&
+           (BlendEquationEXT || HasBuffer(GL_ACCUM_RED_BITS));
 }
 
 void TZEPScene::DrawShadowedStates() {
@@ -70,18 +112,20 @@ void TZEPScene::DrawShadowedStates() {
     const auto drawAll = [this](const auto& states) {
         for (const TZEPDrawState state : states) Draw(*this, state, dkFull);
     };
-    if (m_accumShadows) return drawAll(Accumulated);
+    if (!m_accumShadows) return drawAll(Subtracted);
+    if (HasBuffer(GL_ACCUM_RED_BITS)) return drawAll(Accumulated);
+    m_accumShadows = false; // for this frame
+    const auto chosen = qScopeGuard([this] { m_accumShadows = true; });
     drawAll(Subtracted);
 }
 
 void TZEPScene::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     const TZEPDrawRun::Walk walk;
     if (kind == dkSelect) m_selectNames.clear();
-    if (!EnterState(state)) return;
+    const TState entered(*this, state);
+    if (!entered) return;
     const TZEPViewFrame view(VolumeOf(state, kind != dkSelect || m_selectsNear));
     DrawChildren(scene, state, kind);
-    TZEPDrawRun::Current().End();
-    LeaveState(state);
 }
 
 bool TZEPScene::EnterState(TZEPDrawState state) {
@@ -93,7 +137,7 @@ bool TZEPScene::EnterState(TZEPDrawState state) {
         DisableLights();
         return true;
     case dsReflections:
-        if (!m_reflections) return false;
+        if (!m_reflections || !HasBuffer(GL_STENCIL_BITS)) return false;
         glGetDoublev(GL_MODELVIEW_MATRIX, m_savedModelView[0].data());
         glPushMatrix();
         glLoadIdentity();
@@ -109,6 +153,7 @@ bool TZEPScene::EnterState(TZEPDrawState state) {
     case dsShadows:
         return m_shadows && m_shadowLights >= 1;
     case dsTransparent:
+        AddWhenBlending();
         glEnable(GL_BLEND);
         glDepthMask(GL_FALSE);
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
@@ -150,11 +195,17 @@ bool TZEPScene::EnterShadowVolumes() {
     if (BlendEquationEXT) BlendEquationEXT(GL_FUNC_REVERSE_SUBTRACT);
     glBlendFunc(GL_ONE, GL_ONE);
     glEnable(GL_BLEND);
+    // Of what is taken off, fog dims the light; its own colour stays.
+    m_darkFog = glIsEnabled(GL_FOG);
+    if (!m_darkFog) return true;
+    glPushAttrib(GL_FOG_BIT);
+    glFogfv(GL_FOG_COLOR, NoLight.data());
     return true;
 }
 
-void TZEPScene::LeaveShadowVolumes() const {
+void TZEPScene::LeaveShadowVolumes() {
     SetAmbient(ToGLColor(m_sceneAmbientColor, 1));
+    if (std::exchange(m_darkFog, false)) glPopAttrib();
     if (!m_accumShadows) return glDisable(GL_BLEND);
     if (m_shadowLights >= 2) glAccum(GL_RETURN, ReturnFactor);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene/DrawPasses.h"
 #include "scene/Geom.h"
 
 #include <optional>
@@ -12,12 +13,14 @@ inline constexpr float WidestCulled = 32;
 /// How much of a box a view shows.
 enum class TZEPSeen { Nothing, Part, All };
 
-/// An axis-aligned box about objects, in the frame of their parent.
+/// What is known of neighbours: an axis-aligned box about them, in the frame of their parent, and
+/// the passes that one of them takes part in.
 struct TZEPBlockBox {
     TGLArrayd3 Min{1e300, 1e300, 1e300}; ///< beyond `Max`: holds nothing, and is seen nowhere
     TGLArrayd3 Max{-1e300, -1e300, -1e300};
     bool Known = false;
     bool Bounded = true; ///< all that the objects draw lies within
+    TZEPPassSet Passes = 0;
 };
 
 /// The space that a view shows, between six planes.

@@ -1,7 +1,6 @@
 #include "view/Actor.h"
 
 #include "appearance/Material.h"
-#include "framework/Registry.h"
 #include "scene/Vertex3.h"
 #include "scene/XForm.h"
 
@@ -11,7 +10,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPActor> Registered;
+const TRegisterObject<TZEPActor> Registered;
 
 } // namespace
 

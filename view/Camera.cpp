@@ -2,7 +2,6 @@
 
 #include "appearance/Jitter.h"
 #include "framework/Property.h"
-#include "framework/Registry.h"
 
 #include <GL/glu.h>
 
@@ -17,7 +16,7 @@ namespace {
 
 using std::numbers::pi;
 
-const TRegisterClass<TZEPCamera> Registered;
+const TRegisterObject<TZEPCamera> Registered;
 
 double Aspect(int width, int height) {
     return static_cast<double>(std::max(width, 1)) / std::max(height, 1);

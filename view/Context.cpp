@@ -139,6 +139,7 @@ void TZEPContext::ReadDriver() {
     BlendEquationEXT =
         reinterpret_cast<TBlendEquation>(m_binding->EntryPoint("glBlendEquationEXT"));
     BlendColorEXT = reinterpret_cast<TBlendColor>(m_binding->EntryPoint("glBlendColorEXT"));
+    StencilWrapEXT = CheckExtention(QStringLiteral("GL_EXT_stencil_wrap"));
     glEnable(GL_NORMALIZE); // objects are sized by their scale
     glDepthFunc(GL_LEQUAL);
 }

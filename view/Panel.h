@@ -87,7 +87,8 @@ public:
     /// A mouse button is held.
     [[nodiscard]] bool MouseDowned() const { return m_control.MouseDowned(); }
 
-    /// Draws a frame and shows it. The window system asks for it; a host asks by `Invalidate`.
+    /// Draws a frame and shows it. The window system asks for it; a host asks by `Invalidate`. What
+    /// is thrown on the way is told by `FrameFailed`.
     void Paint();
     /// Draws a frame into the back buffer and gives it back opaque, in device pixels, without
     /// showing it; a null image without a context. Also for a panel that is not on the screen.
@@ -102,7 +103,7 @@ public:
     /// more than the driver draws at once is put together from tiles; memory alone is the limit.
     /// The panel's own frame events are not fired.
     /// \param transparent  what the scene does not cover is left out, else it has the background's
-    ///                     colour
+    ///                     colour. What an object throws goes on to the caller.
     /// \return `Format_RGB32`, or `Format_ARGB32_Premultiplied` where transparent. Raises
     ///         `Exception` ("RenderToCanvas: Can't set pixel format") where no context can be had.
     [[nodiscard]] QImage RenderToCanvas(const QSize& size, bool transparent = false);
@@ -154,6 +155,10 @@ signals:
     void BeforDraw(ZEP::TZEPPanel* sender);
     void BeforFlush(ZEP::TZEPPanel* sender);
     void AfterDraw(ZEP::TZEPPanel* sender);
+    /// Something in a frame has thrown: the frame was ended there, with OpenGL's stacks as they
+    /// were before it, and shown as it is. Told from the event loop, and not again until a frame
+    /// succeeds.
+    void FrameFailed(ZEP::TZEPPanel* sender, const QString& message);
     /// Around each selection by the mouse.
     void BeforSelect(ZEP::TZEPPanel* sender);
     void AfterSelect(ZEP::TZEPPanel* sender);
@@ -196,6 +201,8 @@ private:
     void FollowParent();
     void Realign();
     bool DrawFrame();
+    [[nodiscard]] QString TryFrame();
+    void NoteFrame(const QString& error);
     void DrawContent();
     void ApplyOptions();
     [[nodiscard]] bool DrawsDraft() const;
@@ -222,6 +229,7 @@ private:
     bool m_drewDraft = false;
     bool m_fullNext = false; ///< the next frame is no draft
     bool m_drawing = false;
+    bool m_failed = false; ///< the last frame has
     int m_frameCount = 0;
     double m_lastRenderMilliseconds = 0;
 };

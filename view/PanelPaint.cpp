@@ -1,10 +1,14 @@
 #include "scene/GLNames.h"
 #include "scene/Scene.h"
 #include "view/Camera.h"
+#include "view/FrameState.h"
 #include "view/Panel.h"
 
 #include <QElapsedTimer>
 #include <QScopeGuard>
+
+#include <exception>
+#include <utility>
 
 namespace ZEP {
 
@@ -52,11 +56,37 @@ bool TZEPPanel::DrawFrame() {
     m_drawing = true;
     const auto done = qScopeGuard([this] { m_drawing = false; });
     const DrawingBracket bracket;
-    emit BeforDraw(this);
-    DrawContent();
-    emit BeforFlush(this);
+    NoteFrame(TryFrame());
     glFlush();
     return true;
+}
+
+/// Nothing may be thrown through the event loop, which calls for frames.
+/// \return  what went wrong; null where nothing did
+QString TZEPPanel::TryFrame() {
+    const TZEPFrameState before;
+    QString error;
+    try {
+        emit BeforDraw(this);
+        DrawContent();
+        emit BeforFlush(this);
+        return {};
+    } catch (const std::exception& thrown) {
+        error = QString::fromUtf8(thrown.what());
+    } catch (...) {
+        error = QStringLiteral("Something was thrown that is no exception.");
+    }
+    before.Restore();
+    m_appliedOptions.reset();
+    return error.isNull() ? QStringLiteral("") : error;
+}
+
+// Later, since a handler may show a message or close the window.
+void TZEPPanel::NoteFrame(const QString& error) {
+    const bool failedBefore = std::exchange(m_failed, !error.isNull());
+    if (!m_failed || failedBefore) return;
+    QMetaObject::invokeMethod(
+        this, [this, error] { emit FrameFailed(this, error); }, Qt::QueuedConnection);
 }
 
 void TZEPPanel::DrawContent() {

@@ -2,6 +2,7 @@
 #include "scene/GLNames.h"
 #include "scene/Scene.h"
 #include "view/Camera.h"
+#include "view/FrameState.h"
 #include "view/Panel.h"
 
 #include <GL/glu.h>
@@ -122,7 +123,13 @@ void TZEPPanel::DrawTile(QImage& image, const QRect& tile, int margin) {
     glViewport(0, 0, part.width(), part.height());
     part.moveTop(image.height() - 1 - part.bottom()); // from below
     m_camera->SetDrawnPart(part);
+    const TZEPFrameState before;
+    auto restore = qScopeGuard([this, &before] {
+        before.Restore();
+        m_appliedOptions.reset();
+    });
     Render(image.width(), image.height(), false);
+    restore.dismiss();
     const QRect inner(margin, margin, tile.width(), tile.height());
     CopyUpsideDown(ReadTile(inner, m_context.PixelFormat().Has(pfDoubleBuffer)), image,
                    tile.topLeft());

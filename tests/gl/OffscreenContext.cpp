@@ -12,17 +12,22 @@ namespace ZEP {
 namespace {
 
 // clang-format off
-constexpr int FormatWanted[] = {
+constexpr int PlainFormat[] = {
+    GLX_DRAWABLE_TYPE, GLX_PBUFFER_BIT, GLX_RENDER_TYPE, GLX_RGBA_BIT, GLX_DOUBLEBUFFER, True,
+    GLX_RED_SIZE, 8, GLX_GREEN_SIZE, 8, GLX_BLUE_SIZE, 8, GLX_DEPTH_SIZE, 24, None};
+constexpr int FullFormat[] = {
     GLX_DRAWABLE_TYPE, GLX_PBUFFER_BIT, GLX_RENDER_TYPE, GLX_RGBA_BIT, GLX_DOUBLEBUFFER, True,
     GLX_RED_SIZE, 8, GLX_GREEN_SIZE, 8, GLX_BLUE_SIZE, 8, GLX_ALPHA_SIZE, 8,
     GLX_DEPTH_SIZE, 24, GLX_STENCIL_SIZE, 8,
     GLX_ACCUM_RED_SIZE, 8, GLX_ACCUM_GREEN_SIZE, 8, GLX_ACCUM_BLUE_SIZE, 8, None};
 // clang-format on
 
-GLXFBConfig ChooseFormat(Display* display) {
+GLXFBConfig ChooseFormat(Display* display, bool plain) {
     int count = 0;
     const std::unique_ptr<GLXFBConfig, int (*)(void*)> formats(
-        glXChooseFBConfig(display, DefaultScreen(display), FormatWanted, &count), XFree);
+        glXChooseFBConfig(display, DefaultScreen(display), plain ? PlainFormat : FullFormat,
+                          &count),
+        XFree);
     if (count == 0) throw Exception(QStringLiteral("The display has no format for tests."));
     return *formats;
 }
@@ -34,9 +39,9 @@ struct OffscreenContext::TBinding {
     GLXPbuffer Buffer = 0;
     GLXContext Context = nullptr;
 
-    TBinding(int width, int height) {
+    TBinding(int width, int height, bool plain) {
         if (!Connection) throw Exception(QStringLiteral("No X display: is DISPLAY set?"));
-        const GLXFBConfig format = ChooseFormat(Connection.get());
+        const GLXFBConfig format = ChooseFormat(Connection.get(), plain);
         const int size[] = {GLX_PBUFFER_WIDTH, width, GLX_PBUFFER_HEIGHT, height, None};
         Buffer = glXCreatePbuffer(Connection.get(), format, size);
         Context = glXCreateNewContext(Connection.get(), format, GLX_RGBA_TYPE, nullptr, True);
@@ -56,8 +61,9 @@ struct OffscreenContext::TBinding {
     }
 };
 
-OffscreenContext::OffscreenContext(int width, int height)
-    : m_binding(std::make_unique<TBinding>(width, height)), m_width(width), m_height(height) {
+OffscreenContext::OffscreenContext(int width, int height, bool plain)
+    : m_binding(std::make_unique<TBinding>(width, height, plain)), m_width(width),
+      m_height(height) {
     MakeCurrent();
     glViewport(0, 0, width, height);
     glEnable(GL_NORMALIZE);

@@ -15,7 +15,8 @@ namespace ZEP {
 class OffscreenContext {
 public:
     /// Throws `Exception` without a display, or when the display has no such format.
-    explicit OffscreenContext(int width = 256, int height = 256);
+    /// \param plain  as few buffers as there can be: no stencil, no accumulation buffer
+    explicit OffscreenContext(int width = 256, int height = 256, bool plain = false);
     ~OffscreenContext();
     OffscreenContext(const OffscreenContext&) = delete;
     OffscreenContext& operator=(const OffscreenContext&) = delete;

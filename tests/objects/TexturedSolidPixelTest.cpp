@@ -219,7 +219,7 @@ TEST_F(TexturedSolidPixel, NeighboursWithAndWithoutPicturesDoNotMixThem) {
 }
 
 TEST_F(TexturedSolidPixel, EverySolidShowsItsPicture) {
-    std::vector<std::unique_ptr<TZEPSolid>> solids;
+    std::vector<std::unique_ptr<TZEPShadowedObject>> solids;
     solids.push_back(std::make_unique<TZEPBox>());
     auto sliced = std::make_unique<TZEPBox>();
     sliced->SetSlices(0, 3);

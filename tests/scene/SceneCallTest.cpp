@@ -153,7 +153,7 @@ TEST_F(SceneCall, AFrameClearsAppliesTheCameraAndDrawsThreePasses) {
     const Calls start{"glClearStencil(0)",
                       "glClearColor(0, 0, 1, 0)",
                       "glLightModelfv(GL_LIGHT_MODEL_AMBIENT, 0.2 0.2 0.2 1)",
-                      "glClear(GL_DEPTH_BUFFER_BIT | GL_COLOR_BUFFER_BIT)",
+                      "glClear(GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT | GL_COLOR_BUFFER_BIT)",
                       "camera 40 30 -1",
                       "after camera"};
     Calls full = render(false);

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "appearance/EdgeTurns.h"
+
+#include <GL/glu.h>
+
+#include <array>
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace ZEP {
+
+/// The outline of the union of polygons that all run the same way round, in the plane of their x
+/// and y. Edges that two of them share in opposite directions cancel out, so that of a closed
+/// surface hardly more than its silhouette reaches GLU's tessellator, which does the rest.
+class TZEPOutline {
+public:
+    using TPoint = TZEPEdgeTurns::TPoint;
+    /// Takes the closed contours, with the inside to their left: each `Begin`, its points in order,
+    /// `End`. It must not throw.
+    class TSink {
+    public:
+        virtual void Begin() = 0;
+        virtual void Point(const TPoint& point) = 0;
+        virtual void End() = 0;
+
+    protected:
+        ~TSink() = default;
+    };
+
+    TZEPOutline();
+
+    void Clear() { m_edges.Clear(); }
+    /// \param corners  x, y, z of each; a polygon of anything but numbers is left out
+    void Add(std::span<const GLfloat> corners);
+    /// Raises `Exception` ("ERROR: " and the words of GLU).
+    void Trace(TSink& sink);
+
+private:
+    struct TDirected {
+        TPoint From, To;
+        bool Used = false;
+    };
+    struct TDelete {
+        void operator()(GLUtesselator* tess) const { gluDeleteTess(tess); }
+    };
+    /// One call of `Trace`, as GLU's callbacks get it.
+    struct TTracing;
+
+    void ListDirected();
+    void SendContours();
+    void SendContour(TDirected& first);
+
+    std::unique_ptr<GLUtesselator, TDelete> m_tess;
+    TZEPEdgeTurns m_edges;
+    std::vector<TDirected> m_directed;
+    std::deque<TPoint> m_combined; // where edges cross; in place until all is traced
+};
+
+} // namespace ZEP

@@ -1,0 +1,20 @@
+#include "tests/gl/BlendEntry.h"
+
+#include "scene/GLNames.h"
+
+#include <GL/glx.h>
+
+namespace ZEP {
+
+TBlendEntry::TBlendEntry() {
+    BlendEquationEXT = reinterpret_cast<TBlendEquation>(
+        glXGetProcAddress(reinterpret_cast<const GLubyte*>("glBlendEquationEXT")));
+    StencilWrapEXT = true;
+}
+
+TBlendEntry::~TBlendEntry() {
+    BlendEquationEXT = nullptr;
+    StencilWrapEXT = false;
+}
+
+} // namespace ZEP
