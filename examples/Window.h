@@ -28,12 +28,17 @@ inline int ShowWindow(QWidget& window, const QStringList& arguments) {
     return Grabbed(window).save(arguments[option + 1]) ? 0 : 1;
 }
 
-/// Shows a scene in a window of its own.
+/// Shows a scene in a window of its own. A drag orbits or, with the right button, shifts the view;
+/// the wheel brings it nearer. On a picture nothing has moved yet.
 inline int ShowScene(TZEPCamera& camera, const QStringList& arguments) {
     QWidget window;
     auto* panel = new TZEPPanel(&window);
     panel->SetCamera(&camera);
     panel->SetAlign(TZEPPanel::alClient);
+    panel->PanelControl()->SetMouseLeft(mmOrbit);
+    panel->PanelControl()->SetMouseRight(mmTruck);
+    panel->PanelControl()->SetMouseWheel(mmDolly);
+    if (arguments.contains(QStringLiteral("--picture"))) camera.Scene()->SetAnimation(false);
     window.resize(960, 600);
     return ShowWindow(window, arguments);
 }
