@@ -3,6 +3,7 @@
 #include "scene/GLScopes.h"
 
 #include <array>
+#include <initializer_list>
 
 namespace ZEP {
 
@@ -13,8 +14,9 @@ class TPixelRows {
 public:
     TPixelRows() {
         glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-        for (const GLenum gap : {GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS,
-                                 GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS})
+        for (const GLenum gap : std::initializer_list<GLenum>{
+                 GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS, GL_UNPACK_ROW_LENGTH,
+                 GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS})
             glPixelStorei(gap, 0);
         glPixelStorei(GL_PACK_ALIGNMENT, 4);
         glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
@@ -28,14 +30,14 @@ public:
 class TFlatView {
 public:
     TFlatView() {
-        for (const GLenum mode : {GL_PROJECTION, GL_MODELVIEW}) {
+        for (const GLenum mode : std::initializer_list<GLenum>{GL_PROJECTION, GL_MODELVIEW}) {
             glMatrixMode(mode);
             glPushMatrix();
             glLoadIdentity();
         }
     }
     ~TFlatView() {
-        for (const GLenum mode : {GL_PROJECTION, GL_MODELVIEW}) {
+        for (const GLenum mode : std::initializer_list<GLenum>{GL_PROJECTION, GL_MODELVIEW}) {
             glMatrixMode(mode);
             glPopMatrix();
         }
@@ -61,8 +63,9 @@ void TZEPDepthRegion::Write() const {
     const TZEPAttribScope attributes(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT | GL_COLOR_BUFFER_BIT |
                                      GL_CURRENT_BIT | GL_PIXEL_MODE_BIT);
     const TFlatView view;
-    for (const GLenum test : {GL_LIGHTING, GL_TEXTURE_2D, GL_FOG, GL_BLEND, GL_ALPHA_TEST,
-                              GL_CLIP_PLANE0, GL_POLYGON_OFFSET_FILL})
+    for (const GLenum test :
+         std::initializer_list<GLenum>{GL_LIGHTING, GL_TEXTURE_2D, GL_FOG, GL_BLEND, GL_ALPHA_TEST,
+                                       GL_CLIP_PLANE0, GL_POLYGON_OFFSET_FILL})
         glDisable(test);
     WriteColors(false);
     glEnable(GL_DEPTH_TEST);

@@ -1,4 +1,4 @@
-#include "appearance/DrawRun.h"
+#include "appearance/ImagesLeft.h"
 #include "appearance/Light.h"
 #include "scene/GLNames.h"
 #include "scene/GLScopes.h"
@@ -86,6 +86,11 @@ void TZEPLight::DrawReceivers(TZEPScene& scene) const {
     }
     glEnable(GL_LIGHTING);
     glEnable(light);
+    int left = 0; // lights draw in the order of their numbers
+    ForEachCasting(SceneContext(), [&](const TZEPLight& other) {
+        left += other.m_lightNum >= m_lightNum && !other.ShadowLists().empty() ? 1 : 0;
+    });
+    const TZEPImagesLeft images(left);
     const auto off = qScopeGuard([light] { glDisable(light); });
     scene.Draw(scene, dsShadows, dkFull);
 }

@@ -71,8 +71,17 @@ void TZEPOutline::ListDirected() {
     std::ranges::sort(m_directed, {}, &TDirected::From);
 }
 
+/// Null where all that begin there are used.
+TZEPOutline::TDirected* TZEPOutline::UnusedFrom(const TPoint& point) {
+    auto edge = std::ranges::lower_bound(m_directed, point, {}, &TDirected::From);
+    for (; edge != m_directed.end() && edge->From == point; ++edge)
+        if (!edge->Used) return &*edge;
+    return nullptr;
+}
+
 /// As many edges end at a point as begin there, so that every walk comes back to where it began.
-/// Which one is taken where several begin does not matter: the winding numbers are the same.
+/// Which one is taken where several begin does not matter: the winding numbers are the same. It
+/// ends there: of a single contour that runs round twice GLU would tell as much.
 void TZEPOutline::SendContour(TDirected& first) {
     gluTessBeginContour(m_tess.get());
     for (TDirected* edge = &first; edge;) {
@@ -80,9 +89,7 @@ void TZEPOutline::SendContour(TDirected& first) {
         std::array<GLdouble, 3> place{};
         std::ranges::copy(edge->From, place.begin());
         gluTessVertex(m_tess.get(), place.data(), edge->From.data());
-        const auto next = std::ranges::equal_range(m_directed, edge->To, {}, &TDirected::From);
-        const auto free = std::ranges::find(next, false, &TDirected::Used);
-        edge = free == next.end() ? nullptr : &*free;
+        edge = edge->To == first.From ? nullptr : UnusedFrom(edge->To);
     }
     gluTessEndContour(m_tess.get());
 }

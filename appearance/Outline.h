@@ -51,6 +51,7 @@ private:
     struct TTracing;
 
     void ListDirected();
+    [[nodiscard]] TDirected* UnusedFrom(const TPoint& point);
     void SendContours();
     void SendContour(TDirected& first);
 

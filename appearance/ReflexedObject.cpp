@@ -1,6 +1,7 @@
 #include "appearance/ReflexedObject.h"
 
 #include "appearance/DrawRun.h"
+#include "appearance/ImagesLeft.h"
 #include "appearance/Material.h"
 #include "framework/Property.h"
 #include "scene/GLScopes.h"
@@ -195,17 +196,18 @@ void TZEPReflexedObject::DrawSides(Between&& between) {
     TZEPDrawRun::Current().End();
 }
 
-// In its own image it would lie upon what it shows.
+// In its own image it would lie upon what it shows, and where shadows are drawn black, what it
+// shows has no shadow.
 void TZEPReflexedObject::DrawMain(bool draft) {
     if (m_drawsImage) return;
     if (!Mirrors()) return TZEPShadowedObject::DrawMain(draft);
+    if (glIsEnabled(GL_COLOR_LOGIC_OP)) return;
     TZEPMaterial& material = DrawnMaterial();
     if (material.IsTransparent()) return;
     TZEPDrawRun::Current().End();
     {
         const TZEPAttribScope attributes(GL_ENABLE_BIT);
         const auto cancel = qScopeGuard([&material] { material.CancelMaterial(); });
-        glDisable(GL_COLOR_LOGIC_OP); // what it shows is not blackened with it
         material.ApplayWithFrontAlpha(static_cast<float>(1 - m_reflection));
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         glEnable(GL_CULL_FACE);
@@ -234,7 +236,8 @@ void TZEPReflexedObject::DrawTransparent(bool draft) {
     if (Selected()) DrawSelection();
 }
 
-// Of the light that falls on a mirror no more is seen than of its own colour.
+// Of the light that falls on a mirror no more is seen than of its own colour: that much is taken
+// off what the mirror shows, or where images are added up, added to it.
 void TZEPReflexedObject::DrawShadows(bool draft) {
     if (!Mirrors()) return TZEPShadowedObject::DrawShadows(draft);
     TZEPMaterial& material = DrawnMaterial();
@@ -242,13 +245,14 @@ void TZEPReflexedObject::DrawShadows(bool draft) {
     TZEPDrawRun::Current().End();
     const TZEPAttribScope attributes(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT);
     const auto cancel = qScopeGuard([&material] { material.CancelMaterial(); });
-    const bool subtracts = !SceneContext()->AccumShadows();
-    material.ApplayWithFrontAlpha(static_cast<float>(1 - m_reflection));
+    const bool adds = SceneContext()->AccumShadows();
+    const double part = (1 - m_reflection) / (adds ? std::max(TZEPImagesLeft::Count(), 1) : 1);
+    material.ApplayWithFrontAlpha(static_cast<float>(part));
     glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, subtracts ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
-    DrawSides([subtracts] {
-        if (subtracts) return glBlendFunc(GL_ONE, GL_ONE);
-        glDisable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    DrawSides([adds] {
+        if (adds) return glDisable(GL_BLEND);
+        glBlendFunc(GL_ONE, GL_ONE);
     });
 }
 

@@ -1,15 +1,16 @@
 #pragma once
 
 #include "scene/Geom.h"
+#include "scene/Scene.h"
+#include "tests/gl/OffscreenContext.h"
+#include "view/Camera.h"
 
 #include <benchmark/benchmark.h>
 
+#include <functional>
 #include <vector>
 
 namespace ZEP {
-
-class TZEPCamera;
-class TZEPObject;
 
 /// What a frame shows, and what any program would have to do to draw the same.
 class TFrame {
@@ -23,10 +24,30 @@ public:
     virtual void DrawRaw() = 0;
 };
 
-/// Draws frames of both by turns, in a view of 16 by 16 pixels so that traversal and calls are what
-/// is seen, under the options of a new panel. The time of an iteration is the processor time of
-/// all threads, so that other programs on the machine disturb it little; `raw_ms` is the
-/// yardstick's, `times_raw` the ratio of the two quickest frames.
+/// A view of 16 by 16 pixels, so that traversal and calls are what is seen.
+inline constexpr int SmallView = 16;
+
+/// A scene and its camera in a context of their own, under the options of a new panel.
+struct TStage {
+    explicit TStage(int width = SmallView, int height = SmallView);
+    /// One frame.
+    void Render();
+
+    OffscreenContext Context;
+    TZEPScene Scene;
+    TZEPCamera Camera;
+};
+
+/// Processor seconds of all threads until all is drawn: other programs on the machine disturb them
+/// little.
+[[nodiscard]] double SecondsOf(const std::function<void()>& draw);
+
+/// Calls both by turns, after some turns that do not count. The time of an iteration is what the
+/// first one takes; `raw_ms` is the yardstick's, `times_raw` the ratio of the two quickest calls.
+void MeasureByTurns(benchmark::State& state, const std::function<void()>& draw,
+                    const std::function<void()>& yardstick);
+
+/// Draws frames of both by turns in a small view.
 void MeasureFrame(benchmark::State& state, TFrame& frame);
 
 /// `count` + 1 points of a winding path within -1..1 in x and y and 0..1 in z.
