@@ -49,6 +49,7 @@ void AddMirror(TZEPScene* scene) {
     frame->SetReceiveShadows(true);
     auto* mirror = Add<TZEPPolygon>(scene);
     mirror->SetConcave(false); // it shows where its corners run counter-clockwise
+    mirror->SetColorVertexes(false);
     mirror->XForm()->Translate()->SetData(0.6, 3.92, 1.9);
     for (const auto& [x, z] : {std::pair{-2.0, -1.25}, {2.0, -1.25}, {2.0, 1.25}, {-2.0, 1.25}})
         mirror->Vertexes()->Add()->SetPoint({x, 0, z});

@@ -15,7 +15,7 @@ public:
     void DrawLight(bool shadowed) override { Note(shadowed ? "light shadowed" : "light"); }
     void DrawMain(bool draft) override {
         Note(draft ? "main draft" : "main");
-        if (OnMain) OnMain();
+        if (const auto act = OnMain) act(); // which may replace itself
     }
     void DrawTransparent(bool) override { Note("transparent"); }
     void DrawReflections() override { Note("reflections"); }
