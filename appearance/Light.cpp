@@ -37,6 +37,10 @@ TZEPLight::~TZEPLight() {
     std::erase(All(), this);
 }
 
+void TZEPLight::SetExactShadows(bool exact) {
+    if (Change(m_exactShadows, exact)) Invalidate(this);
+}
+
 void TZEPLight::SetDirectional(bool directional) {
     if (Change(m_directional, directional)) Invalidate(this);
 }

@@ -40,6 +40,8 @@ class TZEPLight : public TZEPObject {
     Q_PROPERTY(float Attenuation READ Attenuation WRITE SetAttenuation)
     Q_PROPERTY(bool Directional READ Directional WRITE SetDirectional)
     Q_CLASSINFO("Directional", "false")
+    Q_PROPERTY(bool ExactShadows READ ExactShadows WRITE SetExactShadows)
+    Q_CLASSINFO("ExactShadows", "false")
 public:
     /// What `SetParam` sets.
     enum ParamIndex { ExponentParam, CutoffParam };
@@ -70,6 +72,11 @@ public:
     [[nodiscard]] bool Directional() const { return m_directional; }
     /// Aimed, not at infinity.
     void SetDirectional(bool directional);
+    [[nodiscard]] bool ExactShadows() const { return m_exactShadows; }
+    /// Each part of a caster casts for itself, so that shadows are right on and between the parts
+    /// of one that is not convex; a volume is made sooner, and covers more. Else the outline of the
+    /// whole casts alone.
+    void SetExactShadows(bool exact);
     /// Sets a number by its `ParamIndex` and invalidates, also where it stays the same; other
     /// indices do nothing.
     void SetParam(int index, float value);
@@ -146,6 +153,7 @@ private:
     float m_attenuation = 0;
     float m_alpha = 0; // of the ambient light: 1 from the second draw on
     bool m_directional = false;
+    bool m_exactShadows = false;
     mutable bool m_following = false;
 };
 

@@ -80,32 +80,40 @@ TZEPOutline::TDirected* TZEPOutline::UnusedFrom(const TPoint& point) {
 }
 
 /// As many edges end at a point as begin there, so that every walk comes back to where it began.
-/// Which one is taken where several begin does not matter: the winding numbers are the same. It
-/// ends there: of a single contour that runs round twice GLU would tell as much.
-void TZEPOutline::SendContour(TDirected& first) {
-    gluTessBeginContour(m_tess.get());
-    for (TDirected* edge = &first; edge;) {
-        edge->Used = true;
-        std::array<GLdouble, 3> place{};
-        std::ranges::copy(edge->From, place.begin());
-        gluTessVertex(m_tess.get(), place.data(), edge->From.data());
-        edge = edge->To == first.From ? nullptr : UnusedFrom(edge->To);
+/// Which one is taken where several begin does not matter: the winding numbers are the same.
+template <class Begin, class Visit, class End>
+void TZEPOutline::WalkLoops(Begin&& begin, Visit&& visit, End&& end) {
+    ListDirected();
+    for (TDirected& first : m_directed) {
+        if (first.Used) continue;
+        begin();
+        for (TDirected* edge = &first; edge;) {
+            edge->Used = true;
+            visit(edge->From);
+            edge = edge->To == first.From ? nullptr : UnusedFrom(edge->To);
+        }
+        end();
     }
-    gluTessEndContour(m_tess.get());
 }
 
-void TZEPOutline::SendContours() {
-    for (TDirected& edge : m_directed)
-        if (!edge.Used) SendContour(edge);
+void TZEPOutline::SendLoops(TSink& sink) {
+    WalkLoops([&] { sink.Begin(); }, [&](const TPoint& point) { sink.Point(point); },
+              [&] { sink.End(); });
 }
 
 void TZEPOutline::Trace(TSink& sink) {
-    ListDirected();
+    GLUtesselator* tess = m_tess.get();
     m_combined.clear();
     TTracing tracing{sink, m_combined};
-    gluTessBeginPolygon(m_tess.get(), &tracing);
-    SendContours();
-    gluTessEndPolygon(m_tess.get());
+    gluTessBeginPolygon(tess, &tracing);
+    WalkLoops([tess] { gluTessBeginContour(tess); },
+              [tess](TPoint& point) {
+                  std::array<GLdouble, 3> place{};
+                  std::ranges::copy(point, place.begin());
+                  gluTessVertex(tess, place.data(), point.data());
+              },
+              [tess] { gluTessEndContour(tess); });
+    gluTessEndPolygon(tess);
     if (tracing.Error != 0)
         throw Exception(
             QStringLiteral("ERROR: ") +

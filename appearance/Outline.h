@@ -36,8 +36,11 @@ public:
     void Clear() { m_edges.Clear(); }
     /// \param corners  x, y, z of each; a polygon of anything but numbers is left out
     void Add(std::span<const GLfloat> corners);
-    /// Raises `Exception` ("ERROR: " and the words of GLU).
+    /// Sends the outline of the union. Raises `Exception` ("ERROR: " and the words of GLU).
     void Trace(TSink& sink);
+    /// Sends the edges that did not cancel out, as they are: parts that cover each other keep an
+    /// outline of their own.
+    void SendLoops(TSink& sink);
 
 private:
     struct TDirected {
@@ -52,8 +55,8 @@ private:
 
     void ListDirected();
     [[nodiscard]] TDirected* UnusedFrom(const TPoint& point);
-    void SendContours();
-    void SendContour(TDirected& first);
+    template <class Begin, class Visit, class End>
+    void WalkLoops(Begin&& begin, Visit&& visit, End&& end);
 
     std::unique_ptr<GLUtesselator, TDelete> m_tess;
     TZEPEdgeTurns m_edges;

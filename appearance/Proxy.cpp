@@ -20,6 +20,8 @@ namespace {
 
 const TRegisterObject<TZEPProxy> Registered;
 
+constexpr std::size_t DeepestMeasured = 8; // proxies within each other
+
 /// The targets that are being drawn, each within the one before. It bounds what proxies that lead
 /// to each other would draw without end.
 class TNesting {
@@ -91,11 +93,14 @@ void TZEPProxy::Notification(TComponent* component, TOperation operation) {
     TZEPObject::Notification(component, operation);
 }
 
+// A target that measures what is below it may come back here, also by way of other proxies.
 void TZEPProxy::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
-    // A target that measures what is below it may come back here.
-    if (!m_target || m_measures) return TZEPObject::GetSize(min, max);
-    m_measures = true;
-    const auto done = qScopeGuard([this] { m_measures = false; });
+    static std::vector<const TZEPObject*> measured;
+    const bool repeats = std::ranges::find(measured, m_target) != measured.end();
+    if (!m_target || repeats || measured.size() >= DeepestMeasured)
+        return TZEPObject::GetSize(min, max);
+    measured.push_back(m_target);
+    const auto done = qScopeGuard([] { measured.pop_back(); });
     m_target->GetSize(min, max);
 }
 

@@ -50,7 +50,6 @@ private:
     TZEPObject* m_target = nullptr;
     int m_recurse = 1;
     int m_depth = 0; // 0 outside of drawing
-    mutable bool m_measures = false;
 };
 
 } // namespace ZEP

@@ -6,6 +6,7 @@
 #include "framework/Property.h"
 #include "scene/GLScopes.h"
 #include "scene/Scene.h"
+#include "scene/Watch.h"
 
 #include <QScopeGuard>
 
@@ -92,8 +93,9 @@ public:
         const auto plane = m_mirror.MirrorPlane(m_place, m_scene.SavedModelView());
         if (!plane) return;
         MarkPixels();
+        const TZEPWatch alive(&m_mirror); // what it shows may free it
         DrawMirrored(*plane);
-        if (!m_mirror.DrawnMaterial().IsTransparent()) CloseDepth();
+        if (alive && !m_mirror.DrawnMaterial().IsTransparent()) CloseDepth();
         glClear(GL_STENCIL_BUFFER_BIT);
     }
 
@@ -179,7 +181,10 @@ void TZEPReflexedObject::DrawReflections() {
     if (m_drawsImage || m_reflection == 0 || !Scene() || !Scene()->Reflections()) return;
     TZEPDrawRun::Current().End();
     m_drawsImage = true;
-    const auto done = qScopeGuard([this] { m_drawsImage = false; });
+    const TZEPWatch alive(this);
+    const auto done = qScopeGuard([this, &alive] {
+        if (alive) m_drawsImage = false;
+    });
     const TZEPMatrixScope matrix;
     TImage(*this, *Scene()).Draw();
 }

@@ -17,6 +17,7 @@ struct TZEPVolumeKey {
     TGLMatrixd4 Place{};       ///< from the caster's frame to the absolute one
     TGLArrayd3 Eye{};          ///< of the light
     std::uint64_t IsAimed = 0; ///< else the light is at infinity
+    std::uint64_t IsExact = 0; ///< else it is the outline of the whole
     bool operator==(const TZEPVolumeKey&) const = default;
 };
 

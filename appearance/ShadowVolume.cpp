@@ -192,7 +192,10 @@ GLuint TZEPShadowVolume::Compile(std::span<const GLfloat> tokens) const {
     {
         glNewList(list, GL_COMPILE);
         const auto end = qScopeGuard([] { glEndList(); });
-        outline.Trace(sides);
+        if (m_casting.IsExact)
+            outline.SendLoops(sides);
+        else
+            outline.Trace(sides);
     }
     if (sides.IsEmpty()) return 0;
     drop.dismiss();

@@ -18,6 +18,7 @@ struct TZEPCasting {
     double Radius = 0;       ///< and its radius
     TGLArrayd3 Eye{};        ///< of the light
     bool IsAimed = false;    ///< rays leave the light; else all go from it to the centre
+    bool IsExact = false;    ///< each part casts for itself; else the outline of the whole alone
 };
 
 /// The shadow volume of one caster under one light: the space behind the caster, without end, as

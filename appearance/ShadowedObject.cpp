@@ -5,6 +5,8 @@
 #include "appearance/Light.h"
 #include "appearance/Material.h"
 #include "appearance/ShadowVolume.h"
+#include "scene/GLScopes.h"
+#include "scene/Watch.h"
 
 #include <cmath>
 
@@ -51,27 +53,39 @@ std::uint64_t TZEPShadowedObject::Shape() {
 
 void TZEPShadowedObject::BuildShadowVolumes() {
     if (!CastsShadows()) return;
-    TZEPLight::ForEachCasting(SceneContext(),
-                              [this](TZEPLight& light) { DoBuildShadowVolumes(light); });
+    const TZEPWatch alive(this);
+    TZEPLight::ForEachCasting(SceneContext(), [this, &alive](TZEPLight& light) {
+        if (alive) DoBuildShadowVolumes(light);
+    });
 }
 
+// What it draws may free it or the light, or ask for another frame, which then has no new shadows.
 void TZEPShadowedObject::DoBuildShadowVolumes(TZEPLight& light) {
+    if (TZEPNotRendering::Lives()) return;
     TZEPShadowLists& volumes = light.Volumes();
     TZEPVolumeKey key{.Look = ShadowLook(),
                       .Place = TZEPDrawnPlace::MatrixOf(*this),
                       .Eye = light.Eye(),
-                      .IsAimed = light.Directional()};
-    if (KeepsShape()) {
+                      .IsAimed = light.Directional(),
+                      .IsExact = light.ExactShadows()};
+    const bool keeps = KeepsShape();
+    if (keeps) {
         key.Shape = Shape();
         if (volumes.Use(key)) return;
     }
-    TZEPCasting casting{.Place = key.Place, .Eye = key.Eye, .IsAimed = light.Directional()};
+    TZEPCasting casting{.Place = key.Place,
+                        .Eye = key.Eye,
+                        .IsAimed = light.Directional(),
+                        .IsExact = light.ExactShadows()};
     Surround(*this, casting);
     const auto volume = TZEPShadowVolume::Of(casting);
     if (!volume) return;
     TZEPDrawRun::Current().End();
+    const TZEPWatch alive(this);
+    const TZEPWatch lightAlive(&light);
     const auto tokens = volume->Look([this] { DrawSpecific(GL_FRONT_AND_BACK, false); });
-    if (!KeepsShape()) {
+    if (!alive || !lightAlive) return;
+    if (!keeps) {
         key.Shape = HashOf(tokens);
         if (volumes.Use(key)) return;
     }

@@ -89,6 +89,7 @@ void TZEPPolygon::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
 void TZEPPolygon::Invalidate(TObject* sender) {
     ClearDisplayList();
     ForgetShape();
+    ForgetBox();
     m_places.reset();
     if (m_vertexes.Count() >= 3) TZEPReflexedObject::Invalidate(sender);
 }

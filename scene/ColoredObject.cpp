@@ -5,6 +5,7 @@
 #include "appearance/SharedMaterials.h"
 #include "scene/SceneInterfaces.h"
 #include "scene/Vertex3.h"
+#include "scene/Watch.h"
 #include "scene/XForm.h"
 
 namespace ZEP {
@@ -47,8 +48,9 @@ void TZEPColoredObject::DrawUnselected(TZEPMaterial& material, bool draft, bool 
 }
 
 void TZEPColoredObject::DrawWith(TZEPMaterial& material, bool draft, bool cancel) {
+    const TZEPWatch alive(this);
     DrawUnselected(material, draft, cancel);
-    DrawSelected();
+    if (alive) DrawSelected();
 }
 
 void TZEPColoredObject::DrawOpened(bool draft, bool cancel) {
@@ -67,8 +69,10 @@ void TZEPColoredObject::DrawMain(bool draft) {
     const bool isPlain = HasOwnColor() && !HasLineTransparency() && !ExistingMaterial();
     if (isPlain && !MaterialOfLibrary()) {
         TZEPDrawRun::Current().OpenColor(GetColor());
+        const TZEPWatch alive(this);
         DrawOpened(draft, true);
-        return DrawSelected();
+        if (alive) DrawSelected();
+        return;
     }
     TZEPMaterial& material = DrawnMaterial();
     if (!material.IsTransparent()) DrawWith(material, draft);

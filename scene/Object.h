@@ -293,6 +293,8 @@ protected:
     [[nodiscard]] const TGLArrayd3& SecondPoint() const;
     /// @}
 
+    /// What its neighbours' box and passes are is out of date; `Invalidate` does this, too.
+    void ForgetBox();
     /// A change of `GetSize` must be told, by `Invalidate`, whatever else is held back.
     [[nodiscard]] bool HasKeptBox() const;
     /// Frees the children without raising anything.
@@ -323,7 +325,6 @@ private:
     void ExtendBox(TZEPBlockBox& box) const;
     /// As a child of the block: adds its box, and the passes that it or its children take part in.
     void Extend(TZEPBlockBox& box) const;
-    void ForgetBox();
     [[nodiscard]] bool IsInView() const;
     /// Nothing of what it draws itself is seen in its own frame; its children may be.
     [[nodiscard]] bool IsOutOfView() const;

@@ -50,7 +50,10 @@ void TZEPFrameState::Restore() const {
     glDepthFunc(GL_LEQUAL);
     glFrontFace(GL_CCW);
     glCullFace(GL_BACK);
-    for (const GLenum test : {GL_STENCIL_TEST, GL_BLEND, GL_CLIP_PLANE0, GL_POLYGON_OFFSET_FILL})
+    glStencilMask(~0U);
+    glDepthRange(0, 1);
+    for (const GLenum test : {GL_STENCIL_TEST, GL_BLEND, GL_CLIP_PLANE0, GL_POLYGON_OFFSET_FILL,
+                              GL_SCISSOR_TEST, GL_COLOR_LOGIC_OP, GL_COLOR_MATERIAL})
         glDisable(test);
 }
 

@@ -101,6 +101,7 @@ void AddLamp(TZEPScene* scene, const TGLArrayd3& place, TColor color) {
     light->SetColor(color);
     light->SetAttenuation(0.06F);
     light->SetCastShadows(true);
+    light->SetExactShadows(true); // the knot casts shadows on what is seen between its parts
 }
 
 } // namespace

@@ -82,6 +82,17 @@ TEST(Outline, ItIsThatOfTheUnion) {
     }
 }
 
+TEST(Outline, LoopsAreThoseOfEachPart) {
+    TZEPOutline outline;
+    outline.Add(Square(0, 0, 2));
+    outline.Add(Square(2, 0, 2)); // beside it
+    outline.Add(Square(1, 1, 2)); // over both
+    TMeasure measure;
+    outline.SendLoops(measure);
+    EXPECT_EQ(measure.Contours, 2);
+    EXPECT_NEAR(measure.Area, 8 + 4, 1e-5);
+}
+
 // 10,000 cells that share their corners are a square of four sides.
 TEST(Outline, WhatNeighboursShareIsNotTraced) {
     std::vector<TPolygon> cells;

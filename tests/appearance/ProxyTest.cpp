@@ -59,6 +59,15 @@ TEST(Proxy, ItIsAsLargeAsItsTarget) {
     proxy->SetParentComponent(Add<TZEPNode>(group)); // measures the group, which measures the proxy
     proxy->GetSize(min, max);
     EXPECT_EQ(max, (TGLArrayd3{0.5, 0.5, 0.5}));
+
+    // Groups of proxies of each other: by every way through them, this would not come to an end.
+    auto* other = Add<TZEPNode>(&scene);
+    for (int i = 0; i < 12; ++i) {
+        Add<TZEPProxy>(group)->SetProxy(other);
+        Add<TZEPProxy>(other)->SetProxy(group);
+    }
+    group->GetSize(min, max);
+    EXPECT_EQ(max, (TGLArrayd3{0.5, 0.5, 0.5}));
 }
 
 } // namespace

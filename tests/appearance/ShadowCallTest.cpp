@@ -157,6 +157,7 @@ TEST_F(ShadowCall, VolumesAreMadeAnewWhenSomethingTheyFollowFromHasChanged) {
              polygon->Vertexes()->GetItem(0)->SetPoint({-1, 0, 0});
          },
          2}, // its own
+        {"how exact shadows are", [&] { light->SetExactShadows(true); }, 3},
         {"a second light",
          [&] {
              AddLight({0, 3, 7});
@@ -257,6 +258,41 @@ TEST_F(ShadowCall, TheFeedbackBufferGrowsAndStaysLarge) {
     EXPECT_LT(tries, 20U);
     field->SetSlicesX(199);
     EXPECT_EQ(CountOf("glFeedbackBuffer"), 1U);
+}
+
+/// Draws as its host likes.
+TEST_F(ShadowCall, WhatACasterDrawsMayFreeTheLightOrItself) {
+    for (const bool light : {true, false}) {
+        AddLight({3, 0, 6});
+        TZEPLight* lamp = AddLight();
+        auto* user = AddCaster<TZEPUser>();
+        user->SetOnDraw([&](TZEPUser&, GLenum, bool) {
+            GLint mode = 0;
+            glGetIntegerv(GL_RENDER_MODE, &mode);
+            if (mode != GL_FEEDBACK) return;
+            if (light)
+                delete std::exchange(lamp, nullptr);
+            else
+                delete std::exchange(user, nullptr);
+        });
+        EXPECT_NO_THROW(Render());
+        EXPECT_EQ(lamp == nullptr, light);
+        EXPECT_EQ(user == nullptr, !light);
+        delete user;
+    }
+}
+
+/// Its children are looked at whatever it has itself.
+TEST_F(ShadowCall, BelowAPolygonWithoutVertexesShadowsFall) {
+    TZEPLight* light = AddLight();
+    auto* polygon = Add<TZEPPolygon>();
+    auto* box = Add<TZEPBox>(polygon);
+    box->SetCastShadows(true);
+    for (const std::size_t volumes : {1U, 0U, 1U}) {
+        polygon->SetVisible(volumes == 1);
+        Render();
+        EXPECT_EQ(light->ShadowLists().size(), volumes);
+    }
 }
 
 // --- passes ------------------------------------------------------------------------------------

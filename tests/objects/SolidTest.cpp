@@ -47,7 +47,7 @@ TEST(Solid, PublishedPropertiesStandInTheirOrder) {
         {"TZEPTeapot", {"Segments", "Parts"}},
         {"TZEPLight",
          {"Color", "Visible", "CastShadows", "Position", "PositionObject", "Target", "TargetObject",
-          "Exponent", "Cutoff", "Attenuation", "Directional"}}};
+          "Exponent", "Cutoff", "Attenuation", "Directional", "ExactShadows"}}};
     for (const auto& [type, expected] : cases) {
         QStringList names;
         for (const QMetaProperty& p : PublishedProperties(*Create(type)->metaObject()))

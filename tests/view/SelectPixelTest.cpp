@@ -1,5 +1,6 @@
 #include "framework/DebugLog.h"
 #include "framework/Registry.h"
+#include "objects/Polygon.h"
 #include "objects/Polyline.h"
 #include "tests/view/FakeBinding.h"
 #include "tests/view/SelectFixture.h"
@@ -30,6 +31,26 @@ TEST_F(SelectTest, AClickTakesWhatIsNearestInDepthAndTheFirstOfEquals) {
     EXPECT_THAT(Selected(), ElementsAre(low));
     EXPECT_EQ(Click(0.8, 0), 0) << "beside it";
     EXPECT_THAT(Selected(), IsEmpty());
+}
+
+// What the tessellator makes of it are several kinds of primitives, of which Mesa draws no list
+// here.
+TEST_F(SelectTest, ADentedPolygonIsPickedAfterItWasDrawnFromItsList) {
+    auto* polygon = new TZEPPolygon(&Scene);
+    polygon->SetParentComponent(&Scene);
+    for (const TGLArrayd3& point : {TGLArrayd3{-3, -3, 0},
+                                    {3, -3, 0},
+                                    {3, 3, 0},
+                                    {1, 3, 0},
+                                    {1, -1, 0},
+                                    {-1, -1, 0},
+                                    {-1, 3, 0},
+                                    {-3, 3, 0}})
+        polygon->Vertexes()->Add()->SetPoint(point);
+    Scene.Render(&Camera, 200, 100, false);
+    for (const auto& [x, y, hit] :
+         {std::tuple{-2, 2, true}, {0, 2, false}, {2, 2, true}, {0, -2, true}, {4, 0, false}})
+        EXPECT_EQ(PickAt(x, y) != nullptr, hit) << x << ", " << y;
 }
 
 TEST_F(SelectTest, TogglesAndClears) {

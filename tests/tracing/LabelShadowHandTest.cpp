@@ -1,0 +1,69 @@
+#include "tests/tracing/Models.h"
+#include "tests/tracing/TracingFixture.h"
+
+#include "ZEPClasses.h"
+#include "ZEPObjects.h"
+
+using namespace ZEP;
+using namespace ZEP::Tracing;
+
+namespace {
+
+/// Fonts are there in an application with windows only.
+using TracedLabel = TracingTest;
+
+/// A box of the picture that a label draws of itself, seen straight from before it.
+struct TPrint {
+    TGLArrayd3 Min{}, Max{};
+    QImage Picture;
+
+    [[nodiscard]] bool Holds(double x, double y) const {
+        const double u = (x - Min[0]) / (Max[0] - Min[0]);
+        const double v = (Max[1] - y) / (Max[1] - Min[1]);
+        if (u < 0 || u >= 1 || v < 0 || v >= 1) return false;
+        return qRed(Picture.pixel(static_cast<int>(u * Picture.width()),
+                                  static_cast<int>(v * Picture.height()))) > 0;
+    }
+};
+
+TPrint PrintOf(TZEPLabel& label, const OffscreenContext& context) {
+    TPrint print;
+    label.GetSize(print.Min, print.Max);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(print.Min[0], print.Max[0], print.Min[1], print.Max[1], -1, 1);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glClearColor(0, 0, 0, 0);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    label.DrawMain(false);
+    print.Picture = context.ReadFrame();
+    return print;
+}
+
+void SetText(TZEPLabel& label) {
+    label.SetCaption(QStringLiteral("O4"));
+}
+
+} // namespace
+
+// Letters with holes, towards the lamp and turned away from it.
+TEST_F(TracedLabel, LettersCastShadows) {
+    TZEPLabel label;
+    SetText(label);
+    label.Material()->FrontFace()->SetEmission(clWhite);
+    const TPrint print = PrintOf(label, Context());
+    ASSERT_FALSE(print.Picture.isNull());
+    const TShape shape = Flat([print](double x, double y) { return print.Holds(x, y); });
+    const auto with = [shape](const TPlace& place) {
+        return [shape, place](TStage& stage) {
+            stage.AddLamp({.Position = {-3, -2, 5}, .Color = {0.9, 0, 0}});
+            SetText(stage.Add<TZEPLabel>(shape, place, Caster).Object);
+        };
+    };
+    ExpectShadowsOnGround(
+        {{"label.from before",
+          with({.Move = {-2.6, -1, 0.6}, .Turn = {20, -10, 10}, .Scale = {2.4, 2.4, 2.4}})},
+         {"label.from behind",
+          with({.Move = {1.8, -1, 1.2}, .Turn = {20, 180, 0}, .Scale = {2.4, 2.4, 2.4}})}});
+}

@@ -1,0 +1,88 @@
+#include "tests/tracing/Models.h"
+#include "tests/tracing/TracingFixture.h"
+
+#include <random>
+
+using namespace ZEP;
+using namespace ZEP::Tracing;
+
+namespace {
+
+using TracedRandomScene = TracingTest;
+
+/// The same on every machine, which the distributions of the standard library are not.
+class TDice {
+public:
+    explicit TDice(unsigned seed) : m_engine(seed) {}
+
+    double Between(double low, double high) {
+        return low + (high - low) * static_cast<double>(m_engine()) / std::mt19937::max();
+    }
+    TVector Between(const TVector& low, const TVector& high) {
+        const double x = Between(low.X, high.X);
+        const double y = Between(low.Y, high.Y);
+        return {x, y, Between(low.Z, high.Z)};
+    }
+
+private:
+    std::mt19937 m_engine;
+};
+
+void AddCaster(TStage& stage, TDice& dice, bool isBall) {
+    const TPlace place{.Move = dice.Between({-2, -2, 0.5}, {2, 2, 2.5}),
+                       .Turn = dice.Between({-180, -180, -180}, {180, 180, 180}),
+                       .Scale = dice.Between({0.4, 0.4, 0.4}, {1.3, 1.3, 1.3})};
+    const TLook look{.Matte = {1, 1, 1}, .Casts = true, .Receives = dice.Between(0, 1) < 0.6};
+    if (isBall)
+        stage.AddBall(place, look);
+    else
+        stage.AddBox(place, look);
+}
+
+void AddLamps(TStage& stage, TDice& dice, int count) {
+    constexpr TVector Colors[]{{0.9, 0, 0}, {0, 0.9, 0}, {0, 0, 0.9}};
+    for (int i = 0; i < count; ++i) {
+        const bool isAimed = dice.Between(0, 1) < 0.7;
+        const TVector position = dice.Between({-4, -4, 4}, {4, 4, 7});
+        stage.AddLamp(
+            {.Position = position * (isAimed ? 1 : 1e3), .Color = Colors[i], .IsAimed = isAimed});
+    }
+}
+
+/// Somewhere around, but in no shadow: there, light and shadow are exchanged.
+void SetEye(TStage& stage, TDice& dice) {
+    TVector eye;
+    do eye = dice.Between({-8, -8, 2}, {8, 8, 7});
+    while (stage.Tracer().IsInShadow(eye, 0.3));
+    stage.SetEye({eye, dice.Between({-0.5, -0.5, 0}, {0.5, 0.5, 1})});
+}
+
+void Fill(TStage& stage, TDice& dice) {
+    stage.AddSheet({.Scale = {12, 12, 1}}, Ground);
+    const int casters = static_cast<int>(dice.Between(2, 8));
+    for (int i = 0; i < casters; ++i) AddCaster(stage, dice, i % 2 == 0);
+    AddLamps(stage, dice, static_cast<int>(dice.Between(1, 4)));
+}
+
+} // namespace
+
+TEST_F(TracedRandomScene, HasTheShadowsThatAreTraced) {
+    int compared = 0;
+    int different = 0;
+    int shadowed = 0;
+    for (unsigned seed = 1; seed <= 20; ++seed) {
+        TDice dice(seed);
+        TStage stage;
+        Fill(stage, dice);
+        stage.SetMethod(seed % 2 == 0 ? TMethod::Subtracted : TMethod::Accumulated);
+        SetEye(stage, dice);
+        const TComparison comparison = DrawAndCompare(stage, "random." + std::to_string(seed));
+        compared += comparison.Compared;
+        different += comparison.Different;
+        for (const auto& [lamp, count] : comparison.Shadows) shadowed += count;
+    }
+    RecordProperty("compared", compared);
+    RecordProperty("different", different);
+    EXPECT_GT(shadowed, compared / 20);
+    EXPECT_LE(different, compared / 20000);
+}

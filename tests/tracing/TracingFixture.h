@@ -1,0 +1,51 @@
+#pragma once
+
+#include "tests/gl/BlendEntry.h"
+#include "tests/gl/OffscreenTest.h"
+#include "tests/tracing/Stage.h"
+
+#include <map>
+#include <string>
+
+namespace ZEP::Tracing {
+
+/// How a drawn picture differs from the traced one, edges left out: what lies within two pixels of
+/// something else.
+struct TComparison {
+    int Compared = 0;
+    int Different = 0;
+    std::map<int, int> Pieces;       ///< compared samples of each piece, -1 for the background
+    std::map<int, int> InMirrors;    ///< the same of what mirrors show
+    std::map<unsigned, int> Shadows; ///< compared samples that lack the light of each lamp
+    QImage Map;                      ///< drawn, traced, and what differs, beside each other
+};
+TComparison Compare(const QImage& drawn, const std::vector<TSample>& traced);
+
+struct TScene {
+    std::string Name;
+    std::function<void(TStage&)> Fill;
+};
+
+/// Draws what is traced, with what a panel's context sets.
+class TracingTest : public OffscreenTest {
+protected:
+    TracingTest() : OffscreenTest(TStage::Size, TStage::Size) {}
+    void SetUp() override;
+
+    /// Where there are differences, the pictures are written to the folder of the tests' output;
+    /// all of them with the environment variable `ZEP_KEEP_TRACED`.
+    TComparison DrawAndCompare(TStage& stage, const std::string& name);
+    /// Fails unless all that is compared is as it is traced, and that is enough of every piece, and
+    /// of the shadow under every lamp that casts any.
+    void ExpectAsTraced(TStage& stage, const std::string& name);
+    /// The same with shadows by both methods.
+    void ExpectShadowsAsTraced(TStage& stage, const std::string& name);
+    /// Of each of them on a ground under the eye.
+    void ExpectShadowsOnGround(const std::vector<TScene>& scenes);
+
+private:
+    TBlendEntry m_blendEntry;
+    bool m_addsLight = false;
+};
+
+} // namespace ZEP::Tracing
