@@ -39,6 +39,13 @@ struct TOptions {
         QStringLiteral("camera"),
         QStringLiteral("With --picture: look through the camera of that name in FILE."),
         QStringLiteral("NAME")};
+    QCommandLineOption Shadows{
+        QStringLiteral("shadows"),
+        QStringLiteral("With --picture: surfaces cast shadows on each other.")};
+    QCommandLineOption Ground{
+        QStringLiteral("ground"),
+        QStringLiteral(
+            "With --picture: a floor that mirrors surfaces, and catches their shadows.")};
     QCommandLineOption Save{
         QStringLiteral("save"),
         QStringLiteral("Write what is in the files to OUT as a scene, in binary (.zep) or in text "
@@ -51,7 +58,8 @@ struct TOptions {
                        "without newer kinds of entities and blocks.")};
 
     [[nodiscard]] QList<QCommandLineOption> All() const {
-        return {Help, Version, Info, Json, Picture, Size, View, Camera, Save, Plain};
+        return {Help, Version, Info,    Json,   Picture, Size,
+                View, Camera,  Shadows, Ground, Save,    Plain};
     }
 };
 
@@ -115,6 +123,8 @@ void CheckCompany(const QCommandLineParser& parser, const TOptions& options) {
     needs(options.Size, options.Picture);
     needs(options.View, options.Picture);
     needs(options.Camera, options.Picture);
+    needs(options.Shadows, options.Picture);
+    needs(options.Ground, options.Picture);
     const auto excludes = [&](const QCommandLineOption& option, const QCommandLineOption& other) {
         if (parser.isSet(option) && parser.isSet(other))
             throw Exception(QStringLiteral("--%1 and --%2 do not go together.")
@@ -172,6 +182,8 @@ TCommandLine ParseCommandLine(const QStringList& arguments) {
     if (parser.isSet(options.Size)) line.PictureSize = ParseSize(parser.value(options.Size));
     if (parser.isSet(options.View)) line.Direction = ParseDirection(parser.value(options.View));
     line.Camera = parser.value(options.Camera);
+    line.Shadows = parser.isSet(options.Shadows);
+    line.Ground = parser.isSet(options.Ground);
     line.SceneFile = parser.value(options.Save);
     CheckFiles(line);
     return line;

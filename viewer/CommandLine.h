@@ -26,7 +26,9 @@ struct TCommandLine {
     QString SceneFile;                   ///< to be written; ends in ".zep" or ".zept"
     QSize PictureSize{1280, 960};        ///< device pixels, 1 to 16384 each
     std::optional<TDirection> Direction; ///< none: from where it shows best
-    QString Camera; ///< of the file, to look through; empty: from the direction
+    QString Camera;       ///< of the file, to look through; empty: from the direction
+    bool Shadows = false; ///< in the picture
+    bool Ground = false;  ///< likewise
 };
 
 /// Understands the arguments, the program's name first. Raises `Exception` for those that are

@@ -4,6 +4,7 @@
 #include "framework/Message.h"
 #include "viewer/CommandLine.h"
 #include "viewer/Display.h"
+#include "viewer/drawing/ViewLook.h"
 #include "viewer/files/FileCameras.h"
 #include "viewer/files/Info.h"
 #include "viewer/files/Picture.h"
@@ -69,7 +70,9 @@ int MakePicture(const TCommandLine& line) {
     else
         document.LookBest(aspect);
     if (!line.Camera.isEmpty()) LookThrough(line.Camera, document);
-    WritePicture(document, line.PictureSize, line.PictureFile);
+    const auto shadows = line.Shadows ? TViewLook::TShadows::Subtracted : TViewLook::TShadows::Own;
+    WritePicture(document, {.Shadows = shadows, .Ground = line.Ground}, line.PictureSize,
+                 line.PictureFile);
     return Done;
 }
 

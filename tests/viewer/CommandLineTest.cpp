@@ -56,6 +56,9 @@ TEST(CommandLine, PicturesTakeSizeAndDirection) {
     EXPECT_EQ(plain.Camera, QString());
     EXPECT_EQ(Parse(QStringLiteral("--picture o.png --camera Eye a.3ds")).Camera,
               QStringLiteral("Eye"));
+    EXPECT_FALSE(plain.Shadows || plain.Ground);
+    EXPECT_TRUE(Parse(QStringLiteral("--picture o.png --shadows a.3ds")).Shadows);
+    EXPECT_TRUE(Parse(QStringLiteral("--picture o.png --ground a.3ds")).Ground);
 }
 
 TEST(CommandLine, MistakesAreNamed) {
@@ -74,6 +77,8 @@ TEST(CommandLine, MistakesAreNamed) {
         {"--size 10x10 a.nc", "--size only goes with --picture."},
         {"--view top --info a.nc", "--view only goes with --picture."},
         {"--camera Eye a.3ds", "--camera only goes with --picture."},
+        {"--shadows a.3ds", "--shadows only goes with --picture."},
+        {"--ground a.3ds", "--ground only goes with --picture."},
         {"--picture o.png --camera Eye --view top a.3ds",
          "--view and --camera do not go together."},
         {"--info --picture o.png a.nc", "--info and --picture do not go together."},

@@ -248,10 +248,19 @@ std::optional<TGLMatrixd4> TFileRoot::ExactView() const {
     return view;
 }
 
+bool TFileRoot::HasPartIn(TZEPDrawState state) const {
+    return m_own.TakesPartIn(state) || std::ranges::any_of(m_order, [&](TZEPObject* object) {
+               return object->Visible() && m_layers.at(object)->Batch.TakesPartIn(state);
+           });
+}
+
 void TFileRoot::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (kind == dkSelect) return TZEPObject::Draw(scene, state, kind);
     if (!Visible()) return;
+    if (m_even && (state == dsShadowObjects || state == dsShadows)) return;
+    if (m_even && state == dsNonShadowObjects && scene.Shadows()) state = dsAllObjects;
     Update();
+    if (!HasPartIn(state)) return;
     TLayerView view{.Share = m_share,
                     .Fine = m_share >= 1 && VertexCount() <= FineVertexes,
                     .Even = m_even,
@@ -260,15 +269,20 @@ void TFileRoot::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
     const std::optional<TGLMatrixd4> exact = ExactView();
     if (exact) view.Exact = &*exact;
     if (m_smoothMeshes && !m_flat) view.Meshes = &m_meshes;
+    DrawBatches(scene, state, kind, view);
+    if (state == dsTransparent) DrawMarks(view.Exact);
+}
+
+void TFileRoot::DrawBatches(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
+                            const TLayerView& view) {
     const TGLMatrixd4 own = GetMatrix();
     m_own.Draw(own, scene, state, kind, view);
     for (TZEPObject* object : m_order) {
         if (!object->Visible()) continue;
         TGLMatrixd4 frame;
         MultMatrixd(own, object->GetMatrix(), frame);
-        m_layers[object]->Batch.Draw(frame, scene, state, kind, view);
+        m_layers.at(object)->Batch.Draw(frame, scene, state, kind, view);
     }
-    if (state == dsTransparent) DrawMarks(view.Exact);
 }
 
 } // namespace ZEP

@@ -28,7 +28,8 @@ public:
     void SetBackground(TColor color);
     /// Arcs are drawn as round as they are, whatever their number of segments.
     void SetRoundArcs(bool round);
-    /// All is drawn in its own colour, as of a flat drawing, whatever lights the scene has.
+    /// All is drawn in its own colour, as of a flat drawing, whatever lights the scene has, and no
+    /// shadow falls on it.
     [[nodiscard]] bool IsEven() const { return m_even; }
     void SetEven(bool even) { m_even = even; }
 
@@ -66,6 +67,9 @@ private:
     [[nodiscard]] TGLMatrixd4 FrameOf(const TZEPObject& object) const;
     [[nodiscard]] TGLArrayd3 PlaceOf(TZEPObject& object) const;
     [[nodiscard]] std::optional<TGLMatrixd4> ExactView() const;
+    [[nodiscard]] bool HasPartIn(TZEPDrawState state) const;
+    void DrawBatches(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
+                     const TLayerView& view);
 
     TLayerBatch m_own; ///< of children that hold no others
     std::unordered_map<TZEPObject*, std::unique_ptr<TLayer>> m_layers;

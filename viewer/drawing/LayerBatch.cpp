@@ -2,6 +2,7 @@
 
 #include "appearance/DrawRun.h"
 #include "appearance/Material.h"
+#include "appearance/ReflexedObject.h"
 #include "framework/LookOnly.h"
 #include "objects/Label.h"
 #include "objects/Polygon.h"
@@ -12,6 +13,9 @@
 namespace ZEP {
 
 namespace {
+
+/// In these there is something to do for arrays.
+constexpr TZEPPassSet ArrayPasses = ObjectPasses & ~PassBit(dsShadowObjects);
 
 /// A colour is all that its material tells.
 bool HasPlainMaterial(TZEPObject& object) {
@@ -40,15 +44,45 @@ TGLMatrixd4 Product(const TGLMatrixd4& a, const TGLMatrixd4& b) {
     return product;
 }
 
-void Append(TGLMatrixd4 frame, TZEPObject& object, auto& separates) {
-    if (separates.empty() || separates.back().Frame != frame) separates.push_back({frame, {}});
-    separates.back().Objects.push_back(&object);
+/// Shadows and mirrors ask each object.
+bool StandsAlone(const TZEPObject& object) {
+    const auto* mirror = qobject_cast<const TZEPReflexedObject*>(&object);
+    return object.CastsShadows() || object.ReceivesShadows() ||
+           (mirror && mirror->Reflection() != 0);
+}
+
+/// What is below it may take part in any pass.
+bool TakesPart(const TZEPObject& object, TZEPDrawState state) {
+    return object.GetItemsCount() > 0 || object.TakesPartIn(state);
+}
+
+/// \param known  passes that need not be asked for
+TZEPPassSet PassesOf(const TZEPObject& object, TZEPPassSet known) {
+    TZEPPassSet passes = known;
+    for (int i = dsPre; i <= dsPost; ++i) {
+        const auto state = static_cast<TZEPDrawState>(i);
+        if ((known & PassBit(state)) == 0 && TakesPart(object, state)) passes |= PassBit(state);
+    }
+    return passes;
+}
+
+/// The pass draws the look of surfaces, all of it or the part of one light.
+bool ShowsSurfaces(TZEPDrawState state) {
+    return ((ObjectPasses | PassBit(dsShadows)) & PassBit(state)) != 0;
 }
 
 } // namespace
 
+void TLayerBatch::TSeparates::Add(const TGLMatrixd4& frame, TZEPObject& object) {
+    if (Frames.empty() || Frames.back().Frame != frame) Frames.push_back({frame, {}});
+    TSeparate& last = Frames.back();
+    last.Objects.push_back(&object);
+    last.Passes = PassesOf(object, last.Passes);
+    Passes |= last.Passes;
+}
+
 bool TLayerBatch::Gathers(TZEPObject& object) {
-    if (object.GetItemsCount() > 0) return false;
+    if (object.GetItemsCount() > 0 || StandsAlone(object)) return false;
     if (auto* label = qobject_cast<TZEPLabel*>(&object)) return IsPlainText(*label);
     auto* polygon = qobject_cast<TZEPPolygon*>(&object);
     return polygon && IsPlainFace(*polygon);
@@ -58,13 +92,14 @@ void TLayerBatch::Build(TZEPObject& layer, bool groups, const TBatchRules& rules
                         TObjects& selected) {
     m_rules = rules;
     m_started = m_stale = false;
-    m_shapes.clear();
-    m_others.clear();
+    m_shapes = {};
+    m_others = {};
     StartAt(zero3d);
     m_started = false;
     Collect(layer, idd, groups, selected);
     m_paths.Close();
     m_faces.Close();
+    m_passes = ArrayPasses | m_shapes.Passes | m_others.Passes;
 }
 
 std::size_t TLayerBatch::VertexCount() const {
@@ -88,12 +123,13 @@ void TLayerBatch::Collect(TZEPObject& group, const TGLMatrixd4& frame, bool grou
         if (IsGroup(object)) {
             if (groups) Collect(object, Product(frame, object.GetMatrix()), true, selected);
         } else if (object.GetItemsCount() > 0 || !Take(object, frame)) {
-            Append(frame, object, qobject_cast<TZEPShape*>(&object) ? m_shapes : m_others);
+            (qobject_cast<TZEPShape*>(&object) ? m_shapes : m_others).Add(frame, object);
         }
     }
 }
 
 bool TLayerBatch::Take(TZEPObject& object, const TGLMatrixd4& frame) {
+    if (StandsAlone(object)) return false;
     const TGLMatrixd4 own = object.GetMatrix();
     const bool moved = !IsIdentityd(own) || !IsIdentityd(frame);
     const TGLMatrixd4 matrix = moved ? Product(frame, own) : idd;
@@ -125,23 +161,17 @@ void TLayerBatch::TakeFace(TZEPPolygon& polygon, const TGLMatrixd4& matrix) {
 
 void TLayerBatch::Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEPDrawState state,
                        TZEPDrawKind kind, const TLayerView& view) const {
-    if (state == dsAllObjects || state == dsTransparent) {
+    if ((ArrayPasses & PassBit(state)) != 0) {
         TZEPDrawRun::Current().Enter(false);
         TGLMatrixd4 origin = idd;
         for (std::size_t k = 0; k < 3; ++k) origin[3][k] = m_origin[k];
         const TMatrixScope place(Product(frame, origin), view.Exact);
         DrawArrays(state, view);
     }
+    if (((m_shapes.Passes | m_others.Passes) & PassBit(state)) == 0) return;
     const TMatrixScope place(frame);
-    if (!m_shapes.empty()) {
-        const TEvenScope even;
-        DrawSeparates(m_shapes, scene, state, kind, nullptr);
-    }
-    if (m_others.empty()) return;
-    std::optional<TEvenScope> even;
-    if (view.Even) even.emplace();
-    const TSinkScope sink(view.Sinks);
-    DrawSeparates(m_others, scene, state, kind, view.Meshes);
+    DrawShapes(scene, state, kind);
+    DrawOthers(scene, state, kind, view);
 }
 
 void TLayerBatch::DrawArrays(TZEPDrawState state, const TLayerView& view) const {
@@ -155,12 +185,32 @@ void TLayerBatch::DrawArrays(TZEPDrawState state, const TLayerView& view) const 
     m_faces.Draw(detail, !view.Even);
 }
 
+void TLayerBatch::DrawShapes(TZEPSceneContext& scene, TZEPDrawState state,
+                             TZEPDrawKind kind) const {
+    if ((m_shapes.Passes & PassBit(state)) == 0) return;
+    std::optional<TEvenScope> even;
+    if (ShowsSurfaces(state)) even.emplace();
+    DrawSeparates(m_shapes, scene, state, kind, nullptr);
+}
+
+void TLayerBatch::DrawOthers(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
+                             const TLayerView& view) const {
+    if ((m_others.Passes & PassBit(state)) == 0) return;
+    std::optional<TEvenScope> even;
+    if (view.Even && ShowsSurfaces(state)) even.emplace();
+    const TSinkScope sink(view.Sinks && ShowsSurfaces(state));
+    DrawSeparates(m_others, scene, state, kind, view.Meshes);
+}
+
 void TLayerBatch::DrawSeparates(const TSeparates& separates, TZEPSceneContext& scene,
                                 TZEPDrawState state, TZEPDrawKind kind, TSmoothMeshes* meshes) {
-    for (const TSeparate& separate : separates) {
+    for (const TSeparate& separate : separates.Frames) {
+        if ((separate.Passes & PassBit(state)) == 0) continue;
         const TMatrixScope place(separate.Frame);
-        for (TZEPObject* object : separate.Objects)
+        for (TZEPObject* object : separate.Objects) {
+            if (!TakesPart(*object, state)) continue;
             if (!meshes || !meshes->Draw(*object, scene, state)) object->Draw(scene, state, kind);
+        }
         TZEPDrawRun::Current().End(); // before the frame goes
     }
 }

@@ -24,7 +24,8 @@ struct TLayerView {
 };
 
 /// What stands below one object of a file, a layer say, gathered in arrays of vertexes; what is of
-/// other kinds draws itself. Objects that only hold others may be nested, with transforms.
+/// other kinds draws itself, and so does what casts shadows, has them fall on it, or is a mirror.
+/// Objects that only hold others may be nested, with transforms.
 class TLayerBatch {
 public:
     using TObjects = std::unordered_set<TZEPObject*>;
@@ -41,6 +42,10 @@ public:
     [[nodiscard]] bool IsStale() const { return m_stale; }
     [[nodiscard]] std::size_t VertexCount() const;
     [[nodiscard]] bool HasLines() const { return !m_paths.IsEmpty(); }
+    /// It has something to draw in that pass.
+    [[nodiscard]] bool TakesPartIn(TZEPDrawState state) const {
+        return (m_passes & PassBit(state)) != 0;
+    }
 
     /// One pass. \param frame  that the layer's objects lie in
     void Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEPDrawState state,
@@ -51,14 +56,23 @@ private:
     struct TSeparate {
         TGLMatrixd4 Frame;
         std::vector<TZEPObject*> Objects;
+        TZEPPassSet Passes = 0; ///< that one of them takes part in
     };
-    using TSeparates = std::vector<TSeparate>;
+    struct TSeparates {
+        std::vector<TSeparate> Frames;
+        TZEPPassSet Passes = 0;
+
+        void Add(const TGLMatrixd4& frame, TZEPObject& object);
+    };
 
     void Collect(TZEPObject& group, const TGLMatrixd4& frame, bool groups, TObjects& selected);
     void StartAt(const TGLArrayd3& origin);
     [[nodiscard]] bool Take(TZEPObject& object, const TGLMatrixd4& frame);
     void TakeFace(TZEPPolygon& polygon, const TGLMatrixd4& matrix);
     void DrawArrays(TZEPDrawState state, const TLayerView& view) const;
+    void DrawShapes(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) const;
+    void DrawOthers(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
+                    const TLayerView& view) const;
     static void DrawSeparates(const TSeparates& separates, TZEPSceneContext& scene,
                               TZEPDrawState state, TZEPDrawKind kind, TSmoothMeshes* meshes);
 
@@ -69,6 +83,7 @@ private:
     TSeparates m_others;
     TBatchRules m_rules;
     TGLArrayd3 m_origin{};
+    TZEPPassSet m_passes = 0;
     bool m_started = false;
     bool m_stale = true;
 };

@@ -24,6 +24,22 @@ TGLArrayf3 ToFloats(const TGLArrayd3& v) {
     return {static_cast<float>(v[0]), static_cast<float>(v[1]), static_cast<float>(v[2])};
 }
 
+constexpr TZEPPassSet ShownPasses = ObjectPasses | PassBit(dsShadows);
+
+/// Of those passes, the ones that draw the mesh.
+bool IsShown(const TZEPMesh& mesh, const TZEPSceneContext& scene, TZEPDrawState state) {
+    switch (state) {
+    case dsNonShadowObjects:
+        return scene.Shadows() && !mesh.ReceivesShadows();
+    case dsShadowObjects:
+        return scene.Shadows() && mesh.ReceivesShadows();
+    case dsShadows:
+        return mesh.ReceivesShadows();
+    default:
+        return true;
+    }
+}
+
 TGLArrayd3 Difference(const TGLArrayd3& a, const TGLArrayd3& b) {
     return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
 }
@@ -158,7 +174,7 @@ TSmoothMesh::TSmoothMesh(TZEPMesh& mesh) {
 }
 
 void TSmoothMesh::Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState state) const {
-    if (state != dsAllObjects && state != dsTransparent) return;
+    if (!IsShown(mesh, scene, state)) return;
     const TMatrixScope place(mesh.GetMatrix());
     TGLArrayd3 min;
     TGLArrayd3 max;
@@ -174,7 +190,7 @@ void TSmoothMesh::Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState st
             DrawRun(run, *material);
     }
     TZEPDrawRun::Current().End();
-    if (mesh.Selected() && state == dsAllObjects) mesh.DrawSelection();
+    if (mesh.Selected() && state != dsTransparent && state != dsShadows) mesh.DrawSelection();
 }
 
 void TSmoothMesh::DrawRun(const TRun& run, TZEPMaterial& material) const {
@@ -194,7 +210,7 @@ void TSmoothMesh::DrawRun(const TRun& run, TZEPMaterial& material) const {
 }
 
 bool TSmoothMeshes::Draw(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state) {
-    auto* mesh = qobject_cast<TZEPMesh*>(&object);
+    auto* mesh = (ShownPasses & PassBit(state)) != 0 ? qobject_cast<TZEPMesh*>(&object) : nullptr;
     if (!mesh || mesh->Smooth() || !mesh->AutoNormal() || mesh->DrawType() == dtLine ||
         mesh->GetItemsCount() > 0)
         return false;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene/DrawStates.h"
+#include "scene/DrawPasses.h"
 #include "scene/Geom.h"
 
 #include <memory>
@@ -24,7 +24,8 @@ class TSmoothMesh {
 public:
     explicit TSmoothMesh(TZEPMesh& mesh);
 
-    /// As the mesh draws itself, with its selection. `dsAllObjects` and `dsTransparent` only.
+    /// As the mesh draws itself in the passes that show it, in that of shadows on it without its
+    /// selection.
     void Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState state) const;
 
 private:
@@ -46,7 +47,8 @@ private:
 /// The smooth meshes of a file, made when they are first drawn.
 class TSmoothMeshes {
 public:
-    /// \return false for what is no mesh, or one that has a shading of its own
+    /// \return false for what is no mesh, or one that has a shading of its own, and in passes that
+    ///         do not show it
     bool Draw(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state);
     /// It has changed. One that was only hidden or shown stays as it is.
     void NoteChange(TZEPObject& object);

@@ -1,15 +1,14 @@
 #include "viewer/drawing/ViewLook.h"
 
 #include "scene/Scene.h"
-#include "scene/Vertex3.h"
 #include "view/Camera.h"
 #include "view/Panel.h"
 #include "viewer/content/Faces.h"
-#include "viewer/content/Objects.h"
-#include "viewer/drawing/EyeLight.h"
+#include "viewer/drawing/DrawMeans.h"
 #include "viewer/drawing/FileRoot.h"
-
-#include <QSettings>
+#include "viewer/drawing/Ground.h"
+#include "viewer/drawing/LitContent.h"
+#include "viewer/drawing/ViewLights.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,15 +18,9 @@ namespace ZEP {
 
 namespace {
 
-const QString LightsKey = QStringLiteral("view/lights");
-const QString HeadlightKey = QStringLiteral("view/headlight");
-const QString FogKey = QStringLiteral("view/fog");
-const QString FlatKey = QStringLiteral("view/flat");
-const QString WireKey = QStringLiteral("view/wire");
-const QString BackgroundKey = QStringLiteral("view/background");
-
 constexpr TColor HeadlightAlone{0xE0E0E0};
 constexpr TColor HeadlightAmongOthers{0x3C3C3C}; // to what they light already
+constexpr TColor Sun{0x989898};
 constexpr TColor AmbientUnderHeadlight{0x303030};
 constexpr TColor AmbientUnderLights{0x202020};
 
@@ -64,72 +57,23 @@ void Outline(TZEPObject& object) {
     object.SetDrawType(dtLine);
 }
 
-/// Files hold spots that were never aimed.
-bool Shines(TZEPLight& light) {
-    if (!light.Visible()) return false;
-    const bool cone = light.Directional() && light.Cutoff() <= 90;
-    return !cone || light.PositionObject() || light.TargetObject() ||
-           light.Position()->Data() != light.Target()->Data();
-}
-
-/// Flat drawings have no use for lights.
-template <class Visit>
-void ForEachUnderLights(TZEPObject& scene, Visit&& visit) {
-    for (int i = 0, count = scene.GetItemsCount(); i < count; ++i) {
-        TZEPObject& child = *scene.GetItem(i);
-        if (const auto* file = qobject_cast<TFileRoot*>(&child); file && file->IsEven()) continue;
-        visit(child);
-        ForEachObject(child, visit);
-    }
-}
-
 } // namespace
-
-TViewLook TViewLook::Load() {
-    const QSettings settings;
-    TViewLook look;
-    look.Lights = settings.value(LightsKey, look.Lights).toBool();
-    look.Headlight = settings.value(HeadlightKey, look.Headlight).toBool();
-    const int fog = settings.value(FogKey).toInt();
-    if (fog > 0 && fog <= static_cast<int>(TFog::Exp2)) look.Fog = static_cast<TFog>(fog);
-    look.Flat = settings.value(FlatKey, look.Flat).toBool();
-    look.Wire = settings.value(WireKey, look.Wire).toBool();
-    const QColor background(settings.value(BackgroundKey).toString());
-    if (background.isValid()) look.Background = FromQColor(background);
-    return look;
-}
-
-void TViewLook::Save() const {
-    QSettings settings;
-    settings.setValue(LightsKey, Lights);
-    settings.setValue(HeadlightKey, Headlight);
-    settings.setValue(FogKey, static_cast<int>(Fog));
-    settings.setValue(FlatKey, Flat);
-    settings.setValue(WireKey, Wire);
-    settings.setValue(BackgroundKey, Background ? ToQColor(*Background).name() : QString());
-}
-
-void TSwitchedObjects::Add(TZEPObject& object, const TSwitch& change) {
-    change(object);
-    m_objects.emplace_back(&object);
-}
-
-void TSwitchedObjects::Restore(const TSwitch& change) {
-    for (const QPointer<TZEPObject>& object : std::exchange(m_objects, {}))
-        if (object) change(*object);
-}
 
 TDressedView::TDressedView(TZEPPanel* panel, TSetBackground setBackground,
                            std::function<TColor()> background)
     : m_panel(panel), m_setBackground(std::move(setBackground)),
       m_background(std::move(background)), m_scene(panel->Camera()->Scene()),
-      m_headlight(new TEyeLight(m_scene)) {
+      m_headlight(new TEyeLight(m_scene)), m_ownShadows(m_scene->Shadows()),
+      m_ownAccumulation(m_scene->AccumShadows()) {
     m_headlight->SetVisible(false);
     QObject::connect(panel, &TZEPPanel::BeforDraw, &m_listener, [this] { MeasureFog(); });
 }
 
 void TDressedView::Dress(const TViewLook& look) {
     m_scene->BeginUpdate();
+    m_dark.Restore(Show);
+    DressShadows(look);
+    DressGround(look.Ground);
     DressLights(look);
     DressWire(look.Wire);
     m_scene->EndUpdate();
@@ -143,22 +87,71 @@ void TDressedView::Dress(const TViewLook& look) {
     m_panel->Invalidate();
 }
 
+std::optional<TDrawMeans> TDressedView::Means() const {
+    if (!m_panel->Context()->HasContext()) return {};
+    return TDrawMeans::Of(*m_panel->Context());
+}
+
+/// Outlines and what is lit alike from all sides have no shadows.
+void TDressedView::DressShadows(const TViewLook& look) {
+    using enum TViewLook::TShadows;
+    const bool isOwn = look.Shadows == Own;
+    const bool wanted = isOwn ? m_ownShadows : look.Shadows != Off;
+    const bool shadows = wanted && look.Lights && !look.Wire;
+    m_casts = shadows && !isOwn;
+    m_content.reset();
+    if (m_casts || look.Ground) m_content = BoundsOfLit(*m_scene);
+    if (m_casts && m_content)
+        m_shadows.Apply(*m_scene, *m_content);
+    else
+        m_shadows.Restore();
+    m_scene->SetFShadows(shadows);
+    m_scene->SetAccumShadows(isOwn ? m_ownAccumulation : look.Shadows == Accumulated);
+    m_scene->SetReflections(look.Reflections);
+}
+
+void TDressedView::DressGround(bool ground) {
+    const std::vector<TZEPObject*> content = LitContent(*m_scene);
+    const bool isFile = std::ranges::any_of(
+        content, [](TZEPObject* child) { return qobject_cast<TFileRoot*>(child); });
+    if (!ground || !m_content || !isFile) {
+        delete m_ground;
+        return;
+    }
+    if (!m_ground) m_ground = new TGround(m_scene);
+    m_ground->LieBelow(*m_content);
+}
+
+/// \return whether it shines
+bool TDressedView::DressSun(bool wanted) {
+    if (!wanted) {
+        delete m_sun;
+        return false;
+    }
+    if (!m_sun) m_sun = new TSunLight(m_scene);
+    m_sun->SetColor(Sun);
+    m_sun->ShineOn(*m_content);
+    return true;
+}
+
 void TDressedView::DressLights(const TViewLook& look) {
-    m_dark.Restore(Show);
     bool lit = false;
+    bool casts = false;
     bool faces = false;
     m_openSurfaces = false;
-    ForEachUnderLights(*m_scene, [&](TZEPObject& object) {
+    ForEachLit(*m_scene, [&](TZEPObject& object) {
         faces = faces || HasFaces(object);
         m_openSurfaces = m_openSurfaces || IsOpenSurface(object);
         auto* light = qobject_cast<TZEPLight*>(&object);
-        if (!light || light == m_headlight) return;
+        if (!light) return;
         lit = lit || Shines(*light);
+        casts = casts || (Shines(*light) && light->CastsShadows());
         if (!look.Lights && light->Visible()) m_dark.Add(*light, Hide);
     });
+    const bool sun = DressSun(m_casts && m_content && !casts);
     const bool headlight = look.Lights && faces && (look.Headlight || !lit);
     m_headlight->SetVisible(headlight);
-    m_headlight->SetColor(lit ? HeadlightAmongOthers : HeadlightAlone);
+    m_headlight->SetColor(lit || sun ? HeadlightAmongOthers : HeadlightAlone);
     DressAmbient(look.Lights && (lit || headlight), lit);
 }
 
@@ -173,13 +166,14 @@ void TDressedView::DressAmbient(bool shines, bool lit) {
 
 void TDressedView::DressWire(bool wire) {
     if (!wire) return m_wired.Restore(Fill);
-    ForEachObject(*m_scene, [this](TZEPObject& object) {
+    ForEachLit(*m_scene, [this](TZEPObject& object) {
         if (HasFaces(object) && object.DrawType() == dtFill) m_wired.Add(object, Outline);
     });
 }
 
 void TDressedView::DressFog(const TViewLook& look) {
     m_setBackground(look.Background);
+    if (m_ground) m_ground->Suit(m_background());
     TZEPFog& fog = *m_panel->Fog();
     fog.SetColor(m_background());
     fog.SetMode(ModeOf(look.Fog));

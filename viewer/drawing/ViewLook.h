@@ -1,48 +1,23 @@
 #pragma once
 
+#include "viewer/drawing/DressedShadows.h"
 #include "viewer/drawing/EvenMaterials.h"
+#include "viewer/drawing/LookChoices.h"
 
 #include <QObject>
 #include <QPointer>
 
 #include <functional>
 #include <optional>
-#include <vector>
 
 namespace ZEP {
 
 class TEyeLight;
+class TGround;
+class TSunLight;
 class TZEPPanel;
-
-/// How a view shows its scene: what the View menu chooses.
-struct TViewLook {
-    enum class TFog { Off, Linear, Exp, Exp2 };
-
-    bool Lights = true;
-    bool Headlight = false;
-    TFog Fog = TFog::Off;
-    bool Flat = false;
-    bool Wire = false;
-    std::optional<TColor> Background{}; ///< none: the view's own
-
-    bool operator==(const TViewLook&) const = default;
-
-    /// As the user's settings keep it; what they do not hold, or hold wrongly, is as above.
-    [[nodiscard]] static TViewLook Load();
-    void Save() const;
-};
-
-/// Objects that are switched, and back to what they were.
-class TSwitchedObjects {
-public:
-    using TSwitch = std::function<void(TZEPObject&)>;
-
-    void Add(TZEPObject& object, const TSwitch& change);
-    void Restore(const TSwitch& change);
-
-private:
-    std::vector<QPointer<TZEPObject>> m_objects;
-};
+class TZEPScene;
+struct TDrawMeans;
 
 /// A panel and the scene of its camera, dressed as a `TViewLook` says. What is dressed comes back
 /// as it was. Both are there whenever it dresses.
@@ -50,6 +25,10 @@ private:
 /// Where no light shines all is lit alike from all around, in the colours that lamps show it in.
 /// Surfaces without a light in their scene get the headlight in any case, to show their shape;
 /// beside other lights it is weaker. Flat drawings keep their colours whatever shines.
+///
+/// Where shadows are switched on, all that has faces casts and receives them, and lights cast; see
+/// `TDressedShadows`. Where none does, a sun stands in for them, and the headlight only brightens
+/// what it leaves dark.
 class TDressedView {
 public:
     using TSetBackground = std::function<void(const std::optional<TColor>&)>;
@@ -64,9 +43,14 @@ public:
 
     /// Also where the look is the same but objects came into the scene.
     void Dress(const TViewLook& look);
+    /// What the panel's context offers; none before it has one.
+    [[nodiscard]] std::optional<TDrawMeans> Means() const;
 
 private:
+    void DressShadows(const TViewLook& look);
     void DressLights(const TViewLook& look);
+    void DressGround(bool ground);
+    [[nodiscard]] bool DressSun(bool wanted);
     void DressAmbient(bool shines, bool lit);
     void DressWire(bool wire);
     void DressFog(const TViewLook& look);
@@ -77,11 +61,18 @@ private:
     std::function<TColor()> m_background;
     TZEPScene* m_scene;
     TEyeLight* m_headlight;
+    QPointer<TSunLight> m_sun;  ///< while it shines
+    QPointer<TGround> m_ground; ///< while it is there
+    TDressedShadows m_shadows;
+    std::optional<TBox> m_content; ///< of what has faces, where shadows or ground ask for it
     TEvenMaterials m_even;
     QObject m_listener;
     TSwitchedObjects m_dark;  ///< lights
     TSwitchedObjects m_wired; ///< solids
     bool m_openSurfaces = false;
+    bool m_ownShadows;      ///< of the scene, as it was made
+    bool m_ownAccumulation; ///< likewise
+    bool m_casts = false;   ///< shadows are switched on
 };
 
 } // namespace ZEP

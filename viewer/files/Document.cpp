@@ -4,6 +4,7 @@
 #include "viewer/content/Seen.h"
 #include "viewer/content/Visibility.h"
 #include "viewer/drawing/FileRoot.h"
+#include "viewer/drawing/FirstPasses.h"
 #include "viewer/drawing/Framing.h"
 #include "viewer/files/Loading.h"
 #include "viewer/files/Materials.h"
@@ -40,8 +41,10 @@ bool IsSameFile(const QString& a, const QString& b) {
 } // namespace
 
 TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
-    connect(m_scene.get(), &TZEPScene::AfterCamera, this,
-            [this] { m_backdrop.Draw(PixelRatio()); });
+    connect(m_scene.get(), &TZEPScene::AfterCamera, this, [this] {
+        m_backdrop.Draw(PixelRatio());
+        DrawFirstPasses(*m_scene);
+    });
     m_scene->SetMaterialLibrary(&m_materials);
     m_scene->SetSceneAmbientColor(clWhite);
     m_camera = new TViewCamera(m_scene.get());

@@ -22,13 +22,14 @@ QSize WindowSize(const QSize& size, double ratio) {
 
 } // namespace
 
-void WritePicture(TDocument& document, const QSize& size, const QString& fileName) {
+void WritePicture(TDocument& document, const TViewLook& look, const QSize& size,
+                  const QString& fileName) {
     TZEPPanel panel;
     panel.resize(WindowSize(size, panel.devicePixelRatioF()));
     panel.SetCamera(document.Camera());
     TDressedView(
         &panel, [](const auto&) {}, [&] { return document.Backdrop().MiddleColor(); })
-        .Dress({});
+        .Dress(look);
     WritePicture(panel.GrabFrame().copy(QRect(QPoint(0, 0), size)), fileName);
 }
 

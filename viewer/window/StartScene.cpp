@@ -5,22 +5,27 @@
 #include "framework/Property.h"
 #include "objects/Box.h"
 #include "objects/Cone.h"
+#include "objects/DisplayLists.h"
+#include "objects/HeightField.h"
 #include "objects/Label.h"
+#include "objects/Mesh.h"
 #include "objects/Polyhedra.h"
 #include "objects/Sphere.h"
-#include "objects/Teapot.h"
 #include "objects/Torus.h"
 #include "scene/Scene.h"
 #include "scene/Vertex3.h"
 #include "scene/XForm.h"
 #include "view/Actor.h"
 #include "view/Camera.h"
+#include "viewer/drawing/FirstPasses.h"
+#include "viewer/window/StartTeapot.h"
 #include "viewer/window/StartTextures.h"
 
 #include <QImage>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace ZEP {
@@ -29,6 +34,10 @@ namespace {
 
 constexpr double RingRadius = 2.75;
 constexpr double LampRadius = 3.9;
+constexpr double StageRadius = 4.2;
+constexpr int StageCells = 44;
+constexpr double StageReach = 0.516; // of its width: the last whole cells end below the rim
+constexpr double StageReflection = 0.3;
 constexpr double RingSpeed = 7;     // degrees in a second
 constexpr double LampSpeed = -38;   // degrees in a second
 constexpr double CoreSpeed = 50;    // degrees in a second
@@ -39,6 +48,21 @@ constexpr TGLArrayd3 MiddleTarget{0, 0, 0.9};
 constexpr double WholeAspect = 1.05; // from which on width to height the stage is seen whole
 constexpr double WholeDistance = 13; // from where the stage is seen from every side
 constexpr double LongestStep = 0.1;  // seconds; after a pause time goes on where it stood
+
+/// A solid that stays what it is at first, in a display list. What OpenGL is sent vertex by vertex
+/// while shadows are looked at, Mesa 22.3 never gives back: a solid that moves would fill the
+/// memory.
+template <class Solid>
+class TListed final : public Solid {
+public:
+    using Solid::Solid;
+    void DrawSpecific(GLenum face, bool draft) override {
+        m_lists.Draw(draft, [&] { Solid::DrawSpecific(face, draft); });
+    }
+
+private:
+    TDisplayLists m_lists;
+};
 
 template <class T>
 T* Add(TZEPObject* parent, const TGLArrayd3& place = {0, 0, 0},
@@ -85,7 +109,8 @@ T* AddRound(TZEPObject* parent, const TGLArrayd3& place, const TGLArrayd3& size)
 }
 
 /// A small glowing ball, and a spot that stands in it and aims at the middle.
-void AddLamp(TZEPObject* lamps, TColor color, double degrees, double height, TZEPObject* target) {
+TZEPLight* AddLamp(TZEPObject* lamps, TColor color, double degrees, double height,
+                   TZEPObject* target) {
     const double angle = degrees * std::numbers::pi / 180;
     const TGLArrayd3 place{LampRadius * std::cos(angle), LampRadius * std::sin(angle), height};
     auto* ball = AddRound<TZEPSphere>(lamps, place, {0.18, 0.18, 0.18});
@@ -98,15 +123,22 @@ void AddLamp(TZEPObject* lamps, TColor color, double degrees, double height, TZE
     light->SetTargetObject(target);
     light->SetCutoff(50);
     light->SetExponent(5);
+    return light;
 }
 
 } // namespace
 
 TStartScene::TStartScene() : m_scene(std::make_unique<TZEPScene>()) {
     m_scene->SetSceneAmbientColor(TColor{0x404040});
+    m_scene->SetFShadows(true);
+    m_scene->SetReflections(true);
     m_backdrop.SetGuides(false);
-    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera, [this] { m_backdrop.Draw(1); });
+    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera, [this] {
+        m_backdrop.Draw(1);
+        DrawFirstPasses(*m_scene);
+    });
     AddStage();
+    AddTeapot();
     AddRing();
     AddText();
     AddLights();
@@ -154,51 +186,73 @@ void TStartScene::SetBackground(const std::optional<TColor>& color) {
     m_scene->Invalidate(m_scene.get());
 }
 
-/// A flat lens, round at its rim and of cells that are small enough for the light of the lamps.
+/// A round mirror, of cells that are small enough for the light of the lamps, in a rim that hides
+/// where they end.
 void TStartScene::AddStage() {
-    auto* stage = AddRound<TZEPSphere>(m_scene.get(), {0, 0, -0.3}, {8.4, 8.4, 0.6});
-    stage->SetSlices(72);
-    stage->SetStacks(120);
+    auto* stage =
+        AddRound<TZEPHeightField>(m_scene.get(), {0, 0, 0}, {2 * StageRadius, 2 * StageRadius, 1});
+    stage->SetSlicesX(StageCells);
+    stage->SetSlicesY(StageCells);
+    stage->SetOnHeight([](double x, double y) {
+        return std::hypot(x, y) < StageReach ? 0 : std::numeric_limits<double>::quiet_NaN();
+    });
     SetPicture(stage, StartTextures::Stage());
-    auto* teapot = Add<TZEPTeapot>(m_scene.get(), {0, 0, 0.58}, {1.7, 1.7, 1.7});
-    teapot->SetSegments(10);
+    stage->SetReceiveShadows(true);
+    stage->SetReflection(StageReflection);
+    auto* rim = AddRound<TZEPTorus>(m_scene.get(), {0, 0, -0.02}, {1, 1, 0.7});
+    rim->SetRadius1(StageRadius);
+    rim->SetRadius2(0.15);
+    rim->SetSides(10);
+    rim->SetRings(80);
+    SetLook(rim, TColor{0x685850}, 60);
+}
+
+void TStartScene::AddTeapot() {
+    auto* teapot = Add<TZEPMesh>(m_scene.get(), {0, 0, 0.58}, {1.7, 1.7, 1.7});
+    MakeTeapot(*teapot);
     teapot->XForm()->Rotate()->SetData(0, 0, -25);
     SetLook(teapot, TColor{0xA8A098}, 70);
+    teapot->SetCastShadows(true);
 }
 
 void TStartScene::AddRing() {
     m_ring = Add<TZEPObject>(m_scene.get());
     auto* marble = AddRound<TZEPSphere>(m_ring, PlaceAt(0, 0.5), {1, 1, 1});
-    marble->SetSlices(40);
-    marble->SetStacks(40);
+    marble->SetSlices(30);
+    marble->SetStacks(30);
     SetPicture(marble, StartTextures::Marble());
+    marble->SetCastShadows(true);
 
     auto* torus = AddRound<TZEPTorus>(m_ring, PlaceAt(1, 0.55), {1, 1, 1});
     torus->SetRadius1(0.42);
     torus->SetRadius2(0.15);
-    torus->SetSides(24);
-    torus->SetRings(48);
+    torus->SetSides(18);
+    torus->SetRings(36);
     torus->XForm()->Rotate()->SetData(65, 20, 0);
     SetLook(torus, TColor{0x40A8F0}, 60);
+    torus->SetCastShadows(true);
 
-    auto* ruby = Add<TZEPDodecahedron>(m_ring, PlaceAt(2, 0.5), {1.05, 1.05, 1.05});
+    auto* ruby = Add<TListed<TZEPDodecahedron>>(m_ring, PlaceAt(2, 0.5), {1.05, 1.05, 1.05});
     SetLook(ruby, TColor{0x4030C8}, 50);
+    ruby->SetCastShadows(true);
 
-    auto* crate = Add<TZEPBox>(m_ring, PlaceAt(3, 0.42), {0.85, 0.85, 0.85});
+    auto* crate = Add<TListed<TZEPBox>>(m_ring, PlaceAt(3, 0.42), {0.85, 0.85, 0.85});
     SetPicture(crate, StartTextures::Checkers());
+    crate->SetCastShadows(true);
 
     m_core = Add<TZEPIcosahedron>(m_ring, PlaceAt(4, 0.55), {0.5, 0.5, 0.5});
     SetLook(m_core, TColor{0x30C0FF}, 60);
     auto* glass = AddRound<TZEPSphere>(m_ring, PlaceAt(4, 0.55), {1.1, 1.1, 1.1});
-    glass->SetSlices(40);
-    glass->SetStacks(40);
+    glass->SetSlices(30);
+    glass->SetStacks(30);
     SetGlass(glass, TColor{0xFFD8B0});
 
-    auto* cone = AddRound<TZEPCone>(m_ring, PlaceAt(5, 0.5), {1, 1, 1});
+    auto* cone = AddRound<TListed<TZEPCone>>(m_ring, PlaceAt(5, 0.5), {1, 1, 1});
     cone->SetRadius1(0);
     cone->SetRadius2(0.5);
-    cone->SetSlices(48);
+    cone->SetSlices(36);
     SetLook(cone, TColor{0x70C050}, 50);
+    cone->SetCastShadows(true);
 }
 
 /// Text behind the stage, upright; it glows, so that it is read in any light.
@@ -221,7 +275,8 @@ void TStartScene::AddLights() {
     sky->Position()->SetData(-1, -3, 2.2);
     auto* middle = Add<TZEPObject>(m_scene.get(), {0, 0, 0.2});
     m_lamps = Add<TZEPObject>(m_scene.get());
-    AddLamp(m_lamps, TColor{0x60B8FF}, 0, 3.2, middle);
+    // Only the highest: each costs a frame as much again as the mirror does.
+    AddLamp(m_lamps, TColor{0x60B8FF}, 0, 3.2, middle)->SetCastShadows(true);
     AddLamp(m_lamps, TColor{0xFF9850}, 120, 2.7, middle);
     AddLamp(m_lamps, TColor{0xA048E0}, 240, 2.2, middle);
 }

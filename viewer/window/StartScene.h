@@ -12,7 +12,8 @@ class TZEPObject;
 class TZEPScene;
 
 /// What the viewer shows before anything is opened: solids, pictures on them, glass and text under
-/// lamps that circle above. All of it is made here, so that no file has to be at hand.
+/// lamps that circle above, with their shadows and images in a mirror that they stand on. All of it
+/// is made here, so that no file has to be at hand.
 class TStartScene {
 public:
     TStartScene();
@@ -39,6 +40,7 @@ public:
 
 private:
     void AddStage();
+    void AddTeapot();
     void AddRing();
     void AddText();
     void AddLights();

@@ -48,8 +48,8 @@ QImage Checkers() {
 }
 
 QImage Stage() {
-    return Painted(8, 512, [](double, double t) {
-        const double radius = std::sin(std::numbers::pi * t); // of the circle at that height
+    return Painted(1024, 1024, [](double s, double t) {
+        const double radius = 2 * std::hypot(s - 0.5, t - 0.5);
         for (const double ring : {0.335, 0.79, 0.955})
             if (std::abs(radius - ring) < 0.007) return QColor(224, 178, 92);
         const bool light = static_cast<int>(radius * 16) % 2 == 0;

@@ -12,7 +12,7 @@ namespace StartTextures {
 [[nodiscard]] QImage Marble();
 /// Two woods in squares.
 [[nodiscard]] QImage Checkers();
-/// Rings from the pole to the equator of a sphere, of dark slate and thin gold.
+/// Rings about the middle, of dark slate and thin gold.
 [[nodiscard]] QImage Stage();
 
 } // namespace StartTextures

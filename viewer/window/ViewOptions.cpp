@@ -18,6 +18,12 @@ struct TFogEntry {
     QString Tip;
 };
 
+struct TShadowsEntry {
+    QString Text;
+    TViewLook::TShadows Shadows;
+    QString Tip;
+};
+
 } // namespace
 
 TViewOptions::TViewOptions(QMenu* menu, QWidget* window) : QObject(window), m_window(window) {
@@ -32,12 +38,21 @@ TViewOptions::TViewOptions(QMenu* menu, QWidget* window) : QObject(window), m_wi
                                "always"));
     headlight->setEnabled(m_look.Lights);
     connect(lights, &QAction::toggled, headlight, &QAction::setEnabled);
+    AddShadows(menu->addMenu(QStringLiteral("Sha&dows")));
+    QAction* mirrors = AddFlag(menu, QStringLiteral("Refle&ctions"), &TViewLook::Reflections,
+                               QStringLiteral("Mirrors show what stands before them"));
+    m_needs.push_back({mirrors, [](const TDrawMeans& means) { return means.WhyNoMirrors(); }});
+    AddFlag(menu, QStringLiteral("Gro&und"), &TViewLook::Ground,
+            QStringLiteral("A floor below models and scenes, which mirrors them and catches their "
+                           "shadows"));
     AddFog(menu->addMenu(QStringLiteral("F&og")));
     AddFlag(menu, QStringLiteral("Flat &shading"), &TViewLook::Flat,
             QStringLiteral("One colour for each face; else faces run into each other"));
     AddFlag(menu, QStringLiteral("&Wire frame"), &TViewLook::Wire,
             QStringLiteral("Outlines of faces in place of faces"));
     AddBackground(menu);
+    menu->setToolTipsVisible(true);
+    connect(menu, &QMenu::aboutToShow, this, &TViewOptions::ShowMeans);
 }
 
 QAction* TViewOptions::AddFlag(QMenu* menu, const QString& text, bool TViewLook::*flag,
@@ -54,6 +69,57 @@ QAction* TViewOptions::AddFlag(QMenu* menu, const QString& text, bool TViewLook:
     return action;
 }
 
+void TViewOptions::AddChoice(QActionGroup* group, QAction* action, bool isChosen,
+                             const QString& tip, const std::function<void(TViewLook&)>& choose) {
+    group->addAction(action);
+    action->setCheckable(true);
+    action->setChecked(isChosen);
+    action->setStatusTip(tip);
+    connect(action, &QAction::triggered, this, [this, choose] {
+        TViewLook look = m_look;
+        choose(look);
+        SetLook(look);
+    });
+}
+
+void TViewOptions::AddShadows(QMenu* menu) {
+    using enum TViewLook::TShadows;
+    const TShadowsEntry entries[] = {
+        {QStringLiteral("As the &scene has them"), Own,
+         QStringLiteral("Scenes that were made with shadows show them; nothing else does")},
+        {QStringLiteral("&Off"), Off, QStringLiteral("No shadows anywhere")},
+        {QStringLiteral("S&ubtracted"), Subtracted,
+         QStringLiteral("All surfaces cast shadows: the light that does not reach a place is "
+                        "taken off")},
+        {QStringLiteral("&Accumulated"), Accumulated,
+         QStringLiteral("All surfaces cast shadows: the images under each light are added up; "
+                        "slower")}};
+    auto* group = new QActionGroup(menu);
+    for (const TShadowsEntry& entry : entries) {
+        QAction* action = menu->addAction(entry.Text);
+        const auto choose = [shadows = entry.Shadows](TViewLook& look) { look.Shadows = shadows; };
+        AddChoice(group, action, m_look.Shadows == entry.Shadows, entry.Tip, choose);
+        m_needs.push_back({action, [shadows = entry.Shadows](const TDrawMeans& means) {
+                               return means.WhyNo(shadows);
+                           }});
+    }
+    menu->setToolTipsVisible(true);
+}
+
+/// A context is made with its window, long after the menu.
+void TViewOptions::ShowMeans() const {
+    for (const auto& view : m_views) {
+        const std::optional<TDrawMeans> means = view->Means();
+        if (!means) continue;
+        for (const TNeed& need : m_needs) {
+            const QString reason = need.WhyNo(*means);
+            need.Action->setEnabled(reason.isEmpty());
+            need.Action->setToolTip(reason.isEmpty() ? need.Action->statusTip() : reason);
+        }
+        return;
+    }
+}
+
 void TViewOptions::AddFog(QMenu* menu) {
     const TFogEntry entries[] = {
         {QStringLiteral("&Off"), TViewLook::TFog::Off, QStringLiteral("Clear air")},
@@ -64,17 +130,9 @@ void TViewOptions::AddFog(QMenu* menu) {
         {QStringLiteral("E&xponential, squared"), TViewLook::TFog::Exp2,
          QStringLiteral("Clear near the eye, dense behind")}};
     auto* group = new QActionGroup(menu);
-    for (const TFogEntry& entry : entries) {
-        QAction* action = group->addAction(menu->addAction(entry.Text));
-        action->setCheckable(true);
-        action->setChecked(m_look.Fog == entry.Fog);
-        action->setStatusTip(entry.Tip);
-        connect(action, &QAction::triggered, this, [this, fog = entry.Fog] {
-            TViewLook look = m_look;
-            look.Fog = fog;
-            SetLook(look);
-        });
-    }
+    for (const TFogEntry& entry : entries)
+        AddChoice(group, menu->addAction(entry.Text), m_look.Fog == entry.Fog, entry.Tip,
+                  [fog = entry.Fog](TViewLook& look) { look.Fog = fog; });
 }
 
 void TViewOptions::AddBackground(QMenu* menu) {

@@ -2,6 +2,7 @@
 
 #include "appearance/Light.h"
 #include "appearance/MaterialLibrary.h"
+#include "objects/Box.h"
 #include "objects/Mesh.h"
 
 #include <cmath>
@@ -15,10 +16,9 @@ class SmoothMesh : public TRootFromAbove {
 protected:
     SmoothMesh() {
         m_scene.SetSceneAmbientColor(clBlack);
-        auto* light = new TZEPLight(&m_scene);
-        light->SetParentComponent(&m_scene);
-        light->Position()->SetData(1, 0, 1);
-        light->SetColor(clWhite);
+        m_light->SetParentComponent(&m_scene);
+        m_light->Position()->SetData(1, 0, 1);
+        m_light->SetColor(clWhite);
         m_root.SetSmoothMeshes(true);
     }
 
@@ -58,6 +58,8 @@ protected:
 
     int GreyAt(double x) { return qRed(ColorAt(x, 0.5)); }
 
+    TZEPLight* m_light = new TZEPLight(&m_scene);
+
     /// How a slope looks whose light comes in at that angle.
     static double GreyOf(double degrees) {
         return 255 * std::cos(degrees * std::numbers::pi / 180);
@@ -87,6 +89,27 @@ TEST_F(SmoothMesh, EachFaceShowsWhereItIsToBeFlat) {
     EXPECT_NEAR(GreyAt(0.1), GreyOf(30), 3);
     m_root.SetFlat(false);
     EXPECT_NEAR(GreyAt(-0.1), GreyOf(45), 6);
+}
+
+TEST_F(SmoothMesh, AShadowTakesOffAllTheLightThatFellOnIt) {
+    TZEPMesh* roof = AddRoof(15, true);
+    roof->SetReceiveShadows(true);
+    m_light->Position()->SetData(100, 0, 100);
+    m_light->SetCastShadows(true);
+    auto* board = Add<TZEPBox>(clWhite);
+    board->SetCastShadows(true);
+    board->XForm()->Translate()->SetData(3.6, 0, 4);
+    board->XForm()->Scale()->SetData(2, 4, 0.01);
+    m_scene.SetFShadows(true);
+    for (const bool accumulated : {false, true})
+        for (const bool flat : {false, true}) {
+            SCOPED_TRACE(testing::Message() << accumulated << flat);
+            m_scene.SetAccumShadows(accumulated);
+            m_root.SetFlat(flat);
+            for (const double x : {-0.5, -0.1, 0.1, 0.5, 0.9}) EXPECT_LE(GreyAt(x), 2) << x;
+            EXPECT_NEAR(GreyAt(-2.8), GreyOf(60), 6);
+            EXPECT_NEAR(GreyAt(2.4), flat ? GreyOf(30) : GreyOf(33), 6);
+        }
 }
 
 TEST_F(SmoothMesh, ChangesAreSeen) {

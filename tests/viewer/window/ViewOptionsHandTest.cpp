@@ -6,6 +6,7 @@
 #include "objects/Line.h"
 #include "objects/Mesh.h"
 #include "objects/Polygon.h"
+#include "scene/GLNames.h"
 #include "scene/Scene.h"
 #include "scene/Vertex3.h"
 #include "scene/XForm.h"
@@ -17,6 +18,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -24,6 +26,7 @@ namespace ZEP {
 namespace {
 
 using TFog = TViewLook::TFog;
+using TShadows = TViewLook::TShadows;
 
 /// A panel before a scene, with settings of its own.
 class ViewOptions : public testing::Test {
@@ -66,6 +69,7 @@ TEST_F(ViewOptions, AreRemembered) {
         {.Lights = false, .Headlight = true},
         {.Fog = TFog::Exp2, .Flat = true},
         {.Wire = true, .Background = TColor{0x123456}},
+        {.Shadows = TShadows::Accumulated, .Reflections = false, .Ground = true},
     };
     for (const TViewLook& look : looks) {
         look.Save();
@@ -77,6 +81,10 @@ TEST_F(ViewOptions, WhatTheSettingsHoldWronglyIsPassedOver) {
     for (const char* fog : {"-1", "4", "99999999999", "thick"}) {
         QSettings().setValue(QStringLiteral("view/fog"), QString::fromLatin1(fog));
         EXPECT_EQ(TViewLook::Load(), TViewLook()) << fog;
+    }
+    for (const char* shadows : {"-1", "4", "99999999999", "long"}) {
+        QSettings().setValue(QStringLiteral("view/shadows"), QString::fromLatin1(shadows));
+        EXPECT_EQ(TViewLook::Load(), TViewLook()) << shadows;
     }
     QSettings().setValue(QStringLiteral("view/background"), QStringLiteral("no colour"));
     EXPECT_EQ(TViewLook::Load(), TViewLook());
@@ -227,14 +235,49 @@ TEST_F(ViewOptions, TheMenuShowsAndMakesTheChoice) {
     for (QAction* action : menu.findChildren<QAction*>()) actions[action->text()] = action;
     EXPECT_TRUE(actions[QStringLiteral("&Wire frame")]->isChecked());
     EXPECT_TRUE(actions[QStringLiteral("&Linear")]->isChecked());
-    for (const char* text : {"&Wire frame", "&Lights", "Flat &shading", "&Exponential"})
+    for (const char* text : {"&Wire frame", "&Lights", "Flat &shading", "&Exponential",
+                             "&Accumulated", "Refle&ctions", "Gro&und"})
         actions[QString::fromLatin1(text)]->trigger();
-    const TViewLook chosen{.Lights = false, .Fog = TFog::Exp, .Flat = true};
+    const TViewLook chosen{.Lights = false,
+                           .Fog = TFog::Exp,
+                           .Flat = true,
+                           .Shadows = TShadows::Accumulated,
+                           .Reflections = false,
+                           .Ground = true};
     EXPECT_EQ(options.Look(), chosen);
     EXPECT_EQ(TViewLook::Load(), chosen);
     EXPECT_TRUE(m_panel.Options().testFlag(goFlatShadeModel));
     EXPECT_FALSE(actions[QStringLiteral("&Linear")]->isChecked());
     EXPECT_FALSE(actions[QStringLiteral("&Headlight")]->isEnabled());
+}
+
+TEST_F(ViewOptions, WhatTheContextCannotDoIsGreyedOutWithTheReason) {
+    QWidget window;
+    QMenu menu;
+    TViewOptions options(&menu, &window);
+    options.AddView(View());
+    const auto entry = [&](const char* text) {
+        for (QAction* action : menu.findChildren<QAction*>())
+            if (action->text() == QLatin1String(text)) return action;
+        return static_cast<QAction*>(nullptr);
+    };
+    const auto subtracts = qScopeGuard([was = BlendEquationEXT] { BlendEquationEXT = was; });
+    BlendEquationEXT = nullptr;
+    emit menu.aboutToShow(); // there is no context yet
+    EXPECT_TRUE(entry("S&ubtracted")->isEnabled());
+    ASSERT_FALSE(m_panel.GrabFrame().isNull());
+    const TBlendEquation there = std::exchange(BlendEquationEXT, nullptr);
+    emit menu.aboutToShow();
+    EXPECT_FALSE(entry("S&ubtracted")->isEnabled());
+    EXPECT_TRUE(entry("S&ubtracted")->toolTip().contains(QStringLiteral("GL_EXT_blend_subtract")));
+    EXPECT_TRUE(entry("Sha&dows")->menu()->toolTipsVisible());
+    EXPECT_TRUE(menu.toolTipsVisible());
+    for (const char* text : {"&Accumulated", "Refle&ctions", "As the &scene has them"})
+        EXPECT_TRUE(entry(text)->isEnabled()) << text;
+    BlendEquationEXT = there;
+    emit menu.aboutToShow();
+    EXPECT_TRUE(entry("S&ubtracted")->isEnabled());
+    EXPECT_EQ(entry("S&ubtracted")->toolTip(), entry("S&ubtracted")->statusTip());
 }
 
 } // namespace

@@ -1,0 +1,45 @@
+#include "viewer/drawing/LitContent.h"
+
+#include "scene/Scene.h"
+#include "scene/Vertex3.h"
+#include "viewer/content/Faces.h"
+#include "viewer/drawing/FileRoot.h"
+#include "viewer/drawing/Ground.h"
+#include "viewer/drawing/ViewLights.h"
+
+namespace ZEP {
+
+namespace {
+
+bool IsOfView(const TZEPObject& object) {
+    return qobject_cast<const TViewLight*>(&object) || qobject_cast<const TGround*>(&object);
+}
+
+} // namespace
+
+std::vector<TZEPObject*> LitContent(TZEPScene& scene) {
+    std::vector<TZEPObject*> content;
+    for (int i = 0, count = scene.GetItemsCount(); i < count; ++i) {
+        TZEPObject& child = *scene.GetItem(i);
+        const auto* file = qobject_cast<TFileRoot*>(&child);
+        if (!IsOfView(child) && !(file && file->IsEven())) content.push_back(&child);
+    }
+    return content;
+}
+
+bool Shines(TZEPLight& light) {
+    if (!light.Visible()) return false;
+    const bool cone = light.Directional() && light.Cutoff() <= 90;
+    return !cone || light.PositionObject() || light.TargetObject() ||
+           light.Position()->Data() != light.Target()->Data();
+}
+
+std::optional<TBox> BoundsOfLit(TZEPScene& scene) {
+    TExtent extent;
+    ForEachLit(scene, [&](TZEPObject& object) {
+        if (HasFaces(object) && Draws(object)) AddTo(extent, object);
+    });
+    return extent.Bounds();
+}
+
+} // namespace ZEP
