@@ -30,20 +30,14 @@ public:
 class TFlatView {
 public:
     TFlatView() {
-        for (const GLenum mode : std::initializer_list<GLenum>{GL_PROJECTION, GL_MODELVIEW}) {
-            glMatrixMode(mode);
-            glPushMatrix();
-            glLoadIdentity();
-        }
+        glMatrixMode(GL_PROJECTION);
+        glLoadIdentity();
+        glMatrixMode(GL_MODELVIEW);
+        glLoadIdentity();
     }
-    ~TFlatView() {
-        for (const GLenum mode : std::initializer_list<GLenum>{GL_PROJECTION, GL_MODELVIEW}) {
-            glMatrixMode(mode);
-            glPopMatrix();
-        }
-    }
-    TFlatView(const TFlatView&) = delete;
-    TFlatView& operator=(const TFlatView&) = delete;
+
+private:
+    TZEPMatricesScope m_matrices;
 };
 
 } // namespace

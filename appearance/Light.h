@@ -136,7 +136,10 @@ private:
     [[nodiscard]] static std::vector<TZEPLight*>& All();
     [[nodiscard]] bool IsCastingIn(const TZEPSceneContext* scene) const;
     void CountVolumes() const;
+    [[nodiscard]] int ImagesLeft() const;
     void DrawReceivers(TZEPScene& scene) const;
+    void Subtract(TZEPScene& scene) const;
+    void Accumulate(TZEPScene& scene) const;
     void Attach(TZEPObject*& field, TZEPObject* object);
     void NumberLights();
     [[nodiscard]] TGLArrayd3 InOwnFrame(const TZEPObject* object, const TGLArrayd3& point) const;

@@ -1,5 +1,6 @@
-#include "appearance/ImagesLeft.h"
 #include "appearance/Light.h"
+#include "appearance/ShadowImage.h"
+#include "appearance/StencilCount.h"
 #include "scene/GLNames.h"
 #include "scene/GLScopes.h"
 #include "scene/Scene.h"
@@ -59,40 +60,45 @@ void TZEPLight::BuildShadowVolumes() {
 void TZEPLight::CountVolumes() const {
     const GLenum up = StencilWrapEXT ? GL_INCR_WRAP_EXT : GL_INCR;
     const GLenum down = StencilWrapEXT ? GL_DECR_WRAP_EXT : GL_DECR;
-    for (const GLuint list : ShadowLists()) {
-        glStencilOp(GL_KEEP, GL_KEEP, up);
-        glCullFace(GL_BACK);
-        glCallList(list);
-        glStencilOp(GL_KEEP, GL_KEEP, down);
-        glCullFace(GL_FRONT);
-        glCallList(list);
-    }
+    for (const GLuint list : ShadowLists()) CountFaces(up, down, [list] { glCallList(list); });
+}
+
+/// Lights draw in the order of their numbers, those that have volumes.
+int TZEPLight::ImagesLeft() const {
+    int left = 0;
+    ForEachCasting(SceneContext(), [&](const TZEPLight& light) {
+        left += light.m_lightNum >= m_lightNum && !light.ShadowLists().empty() ? 1 : 0;
+    });
+    return left;
 }
 
 void TZEPLight::DrawReceivers(TZEPScene& scene) const {
-    const GLenum light = GL_LIGHT0 + static_cast<GLenum>(m_lightNum);
-    if (!scene.AccumShadows()) {
-        glStencilFunc(GL_NOTEQUAL, Outside, AllBits);
-        // Where receivers touch, both are near enough to be drawn: once is taken off, then it
-        // counts as lit.
-        glStencilOp(GL_KEEP, GL_KEEP, GL_REPLACE);
-    } else {
-        if (scene.ShadowLightCount() > 1) {
-            glStencilFunc(GL_NOTEQUAL, Outside, AllBits);
-            const TBlackScope black;
-            scene.Draw(scene, dsShadowObjects, dkFull);
-        }
-        glStencilFunc(GL_EQUAL, Outside, AllBits);
-    }
     glEnable(GL_LIGHTING);
+    const GLenum light = GL_LIGHT0 + static_cast<GLenum>(m_lightNum);
     glEnable(light);
-    int left = 0; // lights draw in the order of their numbers
-    ForEachCasting(SceneContext(), [&](const TZEPLight& other) {
-        left += other.m_lightNum >= m_lightNum && !other.ShadowLists().empty() ? 1 : 0;
-    });
-    const TZEPImagesLeft images(left);
     const auto off = qScopeGuard([light] { glDisable(light); });
     scene.Draw(scene, dsShadows, dkFull);
+}
+
+/// Where receivers touch, both are near enough to be drawn: once is taken off, then it counts as
+/// lit.
+void TZEPLight::Subtract(TZEPScene& scene) const {
+    glStencilFunc(GL_NOTEQUAL, Outside, AllBits);
+    glStencilOp(GL_KEEP, GL_KEEP, GL_REPLACE);
+    DrawReceivers(scene);
+}
+
+void TZEPLight::Accumulate(TZEPScene& scene) const {
+    const int left = ImagesLeft();
+    if (scene.ShadowLightCount() > 1) {
+        glStencilFunc(GL_NOTEQUAL, Outside, AllBits);
+        const TZEPShadowImage image(left, true);
+        const TBlackScope black;
+        scene.Draw(scene, dsShadowObjects, dkFull);
+    }
+    glStencilFunc(GL_EQUAL, Outside, AllBits);
+    const TZEPShadowImage image(left, false);
+    DrawReceivers(scene);
 }
 
 void TZEPLight::DrawShadowVolumes() {
@@ -120,7 +126,8 @@ void TZEPLight::DrawShadowVolumes() {
     WriteColors(true);
     glCullFace(GL_BACK);
     glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
-    DrawReceivers(*scene);
+    if (scene->AccumShadows()) return Accumulate(*scene);
+    Subtract(*scene);
 }
 
 } // namespace ZEP

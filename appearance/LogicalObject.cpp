@@ -2,8 +2,10 @@
 
 #include "appearance/DepthRegion.h"
 #include "appearance/DrawRun.h"
+#include "appearance/StencilCount.h"
 #include "framework/Property.h"
 #include "scene/GLScopes.h"
+#include "scene/GLState.h"
 #include "scene/SceneInterfaces.h"
 #include "scene/XForm.h"
 
@@ -25,15 +27,6 @@ const TRegisterObject<TZEPLogicalObject> Registered;
 constexpr GLuint Mirror = 0x80;
 constexpr GLuint Shown = 0x40;
 constexpr GLuint Counts = 0x3F;
-
-TGLMatrixd4 ToClip() {
-    TGLMatrixd4 projection{};
-    TGLMatrixd4 modelView{};
-    glGetDoublev(GL_PROJECTION_MATRIX, projection[0].data());
-    glGetDoublev(GL_MODELVIEW_MATRIX, modelView[0].data());
-    MultMatrixd(projection, modelView, modelView);
-    return modelView;
-}
 
 /// Where a corner of a box is in the viewport, in parts of its width and height; false behind the
 /// eye.
@@ -86,7 +79,7 @@ struct TSeenPart {
 };
 
 TZEPRegion RegionOf(const TZEPObject& a, const TZEPObject& b) {
-    const TGLMatrixd4 toClip = ToClip();
+    const TGLMatrixd4 toClip = LoadedToClip();
     TSeenPart part;
     for (const TZEPObject* object : {&a, &b}) {
         TGLArrayd3 min;
@@ -99,12 +92,6 @@ TZEPRegion RegionOf(const TZEPObject& a, const TZEPObject& b) {
             part.Add(toClip, min, max);
     }
     return part.InPixels();
-}
-
-bool HasStencil() {
-    GLint bits = 0;
-    glGetIntegerv(GL_STENCIL_BITS, &bits);
-    return bits > 0;
 }
 
 } // namespace
@@ -187,12 +174,7 @@ private:
     /// lies within.
     void Count(const TSolid& y) const {
         glDepthMask(GL_FALSE);
-        glStencilOp(GL_KEEP, GL_KEEP, GL_INCR);
-        glCullFace(GL_BACK);
-        Draw(y);
-        glStencilOp(GL_KEEP, GL_KEEP, GL_DECR);
-        glCullFace(GL_FRONT);
-        Draw(y);
+        CountFaces(GL_INCR, GL_DECR, [&] { Draw(y); });
     }
 
     void DrawCounted(const TSolid& x, GLenum face, GLenum test) const {
@@ -231,7 +213,7 @@ void TZEPLogicalObject::DrawLogical(TZEPSceneContext& scene, TZEPDrawState state
     if (GetItemsCount() < 2) return;
     const TCarving::TSolid first(GetItem(0));
     const TCarving::TSolid second(GetItem(1));
-    if (m_operation == loOR || carves || !HasStencil()) {
+    if (m_operation == loOR || carves || !HasBuffer(GL_STENCIL_BITS)) {
         // Without counts the solid that is carved is shown whole.
         if (m_operation != loSUB || carves) first->Draw(scene, state, kind);
         if (second) second->Draw(scene, state, kind);

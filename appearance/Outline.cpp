@@ -7,15 +7,6 @@
 
 namespace ZEP {
 
-namespace {
-
-template <class Function>
-void SetCallback(GLUtesselator* tess, GLenum which, Function* function) {
-    gluTessCallback(tess, which, reinterpret_cast<_GLUfuncptr>(function));
-}
-
-} // namespace
-
 struct TZEPOutline::TTracing {
     TSink& Sink;
     std::deque<TPoint>& Combined;
@@ -40,16 +31,16 @@ struct TZEPOutline::TTracing {
     }
 };
 
-TZEPOutline::TZEPOutline() : m_tess(gluNewTess()) {
-    GLUtesselator* tess = m_tess.get();
+TZEPOutline::TZEPOutline() {
+    GLUtesselator* tess = m_tess.Get();
     gluTessProperty(tess, GLU_TESS_BOUNDARY_ONLY, GL_TRUE);
     gluTessProperty(tess, GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_NONZERO);
     gluTessNormal(tess, 0, 0, 1);
-    SetCallback(tess, GLU_TESS_BEGIN_DATA, TTracing::Begin);
-    SetCallback(tess, GLU_TESS_VERTEX_DATA, TTracing::Vertex);
-    SetCallback(tess, GLU_TESS_END_DATA, TTracing::End);
-    SetCallback(tess, GLU_TESS_COMBINE_DATA, TTracing::Combine);
-    SetCallback(tess, GLU_TESS_ERROR_DATA, TTracing::Fail);
+    m_tess.SetCallback(GLU_TESS_BEGIN_DATA, TTracing::Begin);
+    m_tess.SetCallback(GLU_TESS_VERTEX_DATA, TTracing::Vertex);
+    m_tess.SetCallback(GLU_TESS_END_DATA, TTracing::End);
+    m_tess.SetCallback(GLU_TESS_COMBINE_DATA, TTracing::Combine);
+    m_tess.SetCallback(GLU_TESS_ERROR_DATA, TTracing::Fail);
 }
 
 void TZEPOutline::Add(std::span<const GLfloat> corners) {
@@ -102,7 +93,7 @@ void TZEPOutline::SendLoops(TSink& sink) {
 }
 
 void TZEPOutline::Trace(TSink& sink) {
-    GLUtesselator* tess = m_tess.get();
+    GLUtesselator* tess = m_tess.Get();
     m_combined.clear();
     TTracing tracing{sink, m_combined};
     gluTessBeginPolygon(tess, &tracing);

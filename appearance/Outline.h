@@ -1,13 +1,11 @@
 #pragma once
 
 #include "appearance/EdgeTurns.h"
-
-#include <GL/glu.h>
+#include "appearance/Tessellator.h"
 
 #include <array>
 #include <cstddef>
 #include <deque>
-#include <memory>
 #include <span>
 #include <vector>
 
@@ -47,9 +45,6 @@ private:
         TPoint From, To;
         bool Used = false;
     };
-    struct TDelete {
-        void operator()(GLUtesselator* tess) const { gluDeleteTess(tess); }
-    };
     /// One call of `Trace`, as GLU's callbacks get it.
     struct TTracing;
 
@@ -58,7 +53,7 @@ private:
     template <class Begin, class Visit, class End>
     void WalkLoops(Begin&& begin, Visit&& visit, End&& end);
 
-    std::unique_ptr<GLUtesselator, TDelete> m_tess;
+    TTessellator m_tess;
     TZEPEdgeTurns m_edges;
     std::vector<TDirected> m_directed;
     std::deque<TPoint> m_combined; // where edges cross; in place until all is traced

@@ -1,10 +1,11 @@
 #include "appearance/ReflexedObject.h"
 
 #include "appearance/DrawRun.h"
-#include "appearance/ImagesLeft.h"
 #include "appearance/Material.h"
+#include "appearance/ShadowImage.h"
 #include "framework/Property.h"
 #include "scene/GLScopes.h"
+#include "scene/GLState.h"
 #include "scene/Scene.h"
 #include "scene/Watch.h"
 
@@ -18,12 +19,6 @@ namespace ZEP {
 namespace {
 
 constexpr GLint Mark = 0x80; // of the mirror's pixels in the stencil buffer
-
-TGLMatrixd4 LoadedMatrix(GLenum which) {
-    TGLMatrixd4 matrix{};
-    glGetDoublev(which, matrix[0].data());
-    return matrix;
-}
 
 /// The distance of the eye from the plane, and for a view without an eye how far it looks against
 /// the plane's normal.
@@ -206,7 +201,7 @@ void TZEPReflexedObject::DrawSides(Between&& between) {
 void TZEPReflexedObject::DrawMain(bool draft) {
     if (m_drawsImage) return;
     if (!Mirrors()) return TZEPShadowedObject::DrawMain(draft);
-    if (glIsEnabled(GL_COLOR_LOGIC_OP)) return;
+    if (TZEPShadowImage::IsBlack()) return;
     TZEPMaterial& material = DrawnMaterial();
     if (material.IsTransparent()) return;
     TZEPDrawRun::Current().End();
@@ -251,7 +246,7 @@ void TZEPReflexedObject::DrawShadows(bool draft) {
     const TZEPAttribScope attributes(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT);
     const auto cancel = qScopeGuard([&material] { material.CancelMaterial(); });
     const bool adds = SceneContext()->AccumShadows();
-    const double part = (1 - m_reflection) / (adds ? std::max(TZEPImagesLeft::Count(), 1) : 1);
+    const double part = (1 - m_reflection) / (adds ? TZEPShadowImage::Left() : 1);
     material.ApplayWithFrontAlpha(static_cast<float>(part));
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE);

@@ -26,35 +26,11 @@ TGLArrayd3 Difference(const TGLArrayd3& a, const TGLArrayd3& b) {
     return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
 }
 
-/// As `gluLookAt` with z upwards, in doubles; straight up and down, where that leaves it open, with
-/// y upwards.
-TGLMatrixd4 LookAt(const TGLArrayd3& eye, const TGLArrayd3& center) {
+/// With z upwards; straight up and down, where that leaves it open, with y upwards.
+TGLMatrixd4 ViewFrom(const TGLArrayd3& eye, const TGLArrayd3& center) {
     TGLArrayd3 ahead = Difference(center, eye);
     Normalized(ahead);
-    TGLArrayd3 side;
-    CrossProdd(ahead, std::abs(ahead[2]) < Along ? unitz : unity, side);
-    Normalized(side);
-    TGLArrayd3 up;
-    CrossProdd(side, ahead, up);
-    TGLMatrixd4 view = idd;
-    for (std::size_t k = 0; k < 3; ++k) {
-        view[k][0] = side[k];
-        view[k][1] = up[k];
-        view[k][2] = -ahead[k];
-    }
-    Translated(-eye[0], -eye[1], -eye[2], view);
-    return view;
-}
-
-/// As `gluPerspective` for a square view.
-TGLMatrixd4 Perspective(double degrees, double nearPlane, double farPlane) {
-    const double half = degrees / 2 * std::numbers::pi / 180;
-    TGLMatrixd4 projection{};
-    projection[0][0] = projection[1][1] = std::cos(half) / std::sin(half);
-    projection[2][2] = -(farPlane + nearPlane) / (farPlane - nearPlane);
-    projection[2][3] = -1;
-    projection[3][2] = -2 * nearPlane * farPlane / (farPlane - nearPlane);
-    return projection;
+    return LookAtd(eye, center, std::abs(ahead[2]) < Along ? unitz : unity);
 }
 
 /// Half as much again as the caster takes, in degrees. Near 180 everything would fall upon one
@@ -87,24 +63,15 @@ public:
     TLightView(const TGLMatrixd4& projection, const TGLMatrixd4& modelView, int half)
         : m_viewport(GL_VIEWPORT_BIT) {
         glViewport(-half, -half, 2 * half, 2 * half);
-        glMatrixMode(GL_PROJECTION);
-        glPushMatrix();
-        glMatrixMode(GL_MODELVIEW);
-        glPushMatrix();
         Load(GL_PROJECTION, projection);
         Load(GL_MODELVIEW, modelView);
-    }
-    ~TLightView() {
-        glMatrixMode(GL_PROJECTION);
-        glPopMatrix();
-        glMatrixMode(GL_MODELVIEW);
-        glPopMatrix();
     }
     TLightView(const TLightView&) = delete;
     TLightView& operator=(const TLightView&) = delete;
 
 private:
     TZEPAttribScope m_viewport;
+    TZEPMatricesScope m_matrices;
 };
 
 } // namespace
@@ -165,9 +132,10 @@ std::optional<TZEPShadowVolume> TZEPShadowVolume::Of(const TZEPCasting& casting)
     TZEPShadowVolume volume;
     volume.m_casting = casting;
     volume.m_half = HalfViewport();
-    volume.m_view = LookAt(casting.Eye, casting.Center);
-    volume.m_projection =
-        Perspective(field, std::max((distance - radius) * 0.5, LeastNear), (distance + radius) * 2);
+    volume.m_view = ViewFrom(casting.Eye, casting.Center);
+    const double slope = std::tan(field / 2 * std::numbers::pi / 180);
+    volume.m_projection = Perspectived(slope, 1, std::max((distance - radius) * 0.5, LeastNear),
+                                       (distance + radius) * 2);
     if (!IsFinite(volume.m_view) || !IsFinite(volume.m_projection)) return {};
     return volume;
 }

@@ -3,7 +3,7 @@
 #include "appearance/DrawRun.h"
 #include "appearance/Material.h"
 #include "framework/Property.h"
-#include "objects/Tessellator.h"
+#include "appearance/Tessellator.h"
 #include "objects/VertexBounds.h"
 #include "objects/VertexColors.h"
 #include "scene/GLScopes.h"

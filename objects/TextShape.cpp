@@ -1,6 +1,6 @@
 #include "objects/TextShape.h"
 
-#include "objects/Tessellator.h"
+#include "appearance/Tessellator.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>

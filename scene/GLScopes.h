@@ -16,6 +16,23 @@ public:
     TZEPMatrixScope& operator=(const TZEPMatrixScope&) = delete;
 };
 
+/// The projection and the model-view matrix, which is the current one then and thereafter.
+class TZEPMatricesScope {
+public:
+    TZEPMatricesScope() { ForBoth(glPushMatrix); }
+    ~TZEPMatricesScope() { ForBoth(glPopMatrix); }
+    TZEPMatricesScope(const TZEPMatricesScope&) = delete;
+    TZEPMatricesScope& operator=(const TZEPMatricesScope&) = delete;
+
+private:
+    static void ForBoth(void (*action)()) {
+        glMatrixMode(GL_PROJECTION);
+        action();
+        glMatrixMode(GL_MODELVIEW);
+        action();
+    }
+};
+
 /// Groups of OpenGL's state.
 class TZEPAttribScope {
 public:

@@ -185,4 +185,33 @@ void MirrorMatrixd(const TGLArrayd4& plane, TGLMatrixd4& m) {
           {-2 * a * d, -2 * b * d, -2 * c * d, 1}}};
 }
 
+TGLMatrixd4 Perspectived(double slope, double aspect, double nearPlane, double farPlane) {
+    const double depth = farPlane - nearPlane;
+    TGLMatrixd4 m{};
+    m[0][0] = 1 / (slope * aspect);
+    m[1][1] = 1 / slope;
+    m[2][2] = -(farPlane + nearPlane) / depth;
+    m[2][3] = -1;
+    m[3][2] = -2 * farPlane * nearPlane / depth;
+    return m;
+}
+
+TGLMatrixd4 LookAtd(const TGLArrayd3& eye, const TGLArrayd3& target, const TGLArrayd3& up) {
+    TGLArrayd3 away{target[0] - eye[0], target[1] - eye[1], target[2] - eye[2]};
+    Normalized(away);
+    TGLArrayd3 right;
+    CrossProdd(away, up, right);
+    Normalized(right);
+    TGLArrayd3 above;
+    CrossProdd(right, away, above);
+    TGLMatrixd4 m = idd;
+    for (std::size_t k = 0; k < 3; ++k) {
+        m[k][0] = right[k];
+        m[k][1] = above[k];
+        m[k][2] = -away[k];
+    }
+    Translated(-eye[0], -eye[1], -eye[2], m);
+    return m;
+}
+
 } // namespace ZEP

@@ -82,6 +82,12 @@ void Rotated(double angle, double x, double y, double z, TGLMatrixd4& m);
 void InverseMatrixd(TGLMatrixd4& m);
 /// The reflection through a plane of unit normal.
 void MirrorMatrixd(const TGLArrayd4& plane, TGLMatrixd4& m);
+/// As `gluLookAt`.
+[[nodiscard]] TGLMatrixd4 LookAtd(const TGLArrayd3& eye, const TGLArrayd3& target,
+                                  const TGLArrayd3& up);
+/// As `gluPerspective`; `slope` is the tangent of half the angle.
+[[nodiscard]] TGLMatrixd4 Perspectived(double slope, double aspect, double nearPlane,
+                                       double farPlane);
 /// @}
 
 } // namespace ZEP

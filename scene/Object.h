@@ -247,11 +247,9 @@ public:
     virtual void DrawShadowVolumes() {}
     virtual void DrawShadows(bool draft) { static_cast<void>(draft); }
     virtual void DrawPost() {}
-    /// It has something to draw in that pass, as far as its class can be known: true for the passes
-    /// that draw the objects themselves, and for classes not registered by `TRegisterObject`.
-    [[nodiscard]] bool TakesPartIn(TZEPDrawState state) const {
-        return (Passes() & PassBit(state)) != 0;
-    }
+    /// The passes in which it may have something to draw itself: those that draw the objects, and
+    /// what its class tells; all of them for a class not registered by `TRegisterObject`.
+    [[nodiscard]] TZEPPassSet Passes() const;
     /// @}
 
 protected:
@@ -319,7 +317,6 @@ private:
     }
     void DrawPass(const TZEPObject& flags, TZEPSceneContext& scene, TZEPDrawState state,
                   TZEPDrawKind kind);
-    [[nodiscard]] TZEPPassSet Passes() const;
     void DrawForSelect(TZEPSceneContext& scene);
     /// Adds its box, in the parent's frame.
     void ExtendBox(TZEPBlockBox& box) const;

@@ -2,6 +2,7 @@
 #include "appearance/Material.h"
 #include "appearance/SharedMaterials.h"
 #include "scene/GLNames.h"
+#include "scene/GLState.h"
 #include "scene/Scene.h"
 #include "scene/Vertex3.h"
 #include "scene/ViewVolume.h"
@@ -39,12 +40,6 @@ void DisableLights() {
 
 void AddWhenBlending() {
     if (BlendEquationEXT) BlendEquationEXT(GL_FUNC_ADD);
-}
-
-bool HasBuffer(GLenum bits) {
-    GLint count = 0;
-    glGetIntegerv(bits, &count);
-    return count > 0;
 }
 
 } // namespace
@@ -138,7 +133,7 @@ bool TZEPScene::EnterState(TZEPDrawState state) {
         return true;
     case dsReflections:
         if (!m_reflections || !HasBuffer(GL_STENCIL_BITS)) return false;
-        glGetDoublev(GL_MODELVIEW_MATRIX, m_savedModelView[0].data());
+        m_savedModelView = LoadedMatrix(GL_MODELVIEW_MATRIX);
         glPushMatrix();
         glLoadIdentity();
         return true;
@@ -186,7 +181,7 @@ void TZEPScene::LeaveState(TZEPDrawState state) {
 
 bool TZEPScene::EnterShadowVolumes() {
     if (!m_shadows || m_shadowLights < 1) return false;
-    glGetDoublev(GL_MODELVIEW_MATRIX, m_savedModelView[0].data());
+    m_savedModelView = LoadedMatrix(GL_MODELVIEW_MATRIX);
     SetAmbient(NoLight);
     if (m_accumShadows) {
         if (m_shadowLights > 1) glAccum(GL_LOAD, 1.0F / static_cast<float>(m_shadowLights + 1));

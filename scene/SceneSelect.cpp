@@ -1,4 +1,5 @@
 #include "framework/DebugLog.h"
+#include "scene/GLScopes.h"
 #include "scene/Scene.h"
 #include "scene/SelectHits.h"
 #include "scene/Vertex3.h"
@@ -19,20 +20,6 @@ namespace {
 constexpr int PointSize = 4;
 constexpr std::size_t BufferStep = 500;
 constexpr std::size_t RecordEntries = 4; // of an object that pushes no names of its own
-
-void PopMatrices() {
-    glMatrixMode(GL_PROJECTION);
-    glPopMatrix();
-    glMatrixMode(GL_MODELVIEW);
-    glPopMatrix();
-}
-
-void PushMatrices() {
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
-    glMatrixMode(GL_MODELVIEW);
-    glPushMatrix();
-}
 
 void LogDistance(const TGLArrayd3& eye, double distance, const TZEPObject& object,
                  const TGLArrayd3& min, const TGLArrayd3& max) {
@@ -72,8 +59,7 @@ int TZEPScene::DrawInSelectMode() {
 }
 
 TZEPSelectHits TZEPScene::FindHits(TZEPSceneCamera& camera, const TZEPPickRegion& region) {
-    PushMatrices();
-    const auto pop = qScopeGuard(PopMatrices);
+    const TZEPMatricesScope matrices;
     camera.Pick(region.ViewWidth, region.ViewHeight, region.X, region.Y, region.Width,
                 region.Height);
     m_selectsNear = true;

@@ -1,6 +1,6 @@
 #include "scene/ViewVolume.h"
 
-#include <GL/gl.h>
+#include "scene/GLState.h"
 
 #include <cmath>
 
@@ -27,14 +27,9 @@ TZEPViewVolume::TZEPViewVolume(const TGLMatrixd4& toClip, double marginX, double
 }
 
 TZEPViewVolume TZEPViewVolume::OfContext(double pixels) {
-    TGLMatrixd4 projection{};
-    TGLMatrixd4 modelView{};
     std::array<GLint, 4> viewport{};
-    glGetDoublev(GL_PROJECTION_MATRIX, projection[0].data());
-    glGetDoublev(GL_MODELVIEW_MATRIX, modelView[0].data());
     glGetIntegerv(GL_VIEWPORT, viewport.data());
-    MultMatrixd(projection, modelView, modelView);
-    return TZEPViewVolume(modelView, 2 * pixels / std::fmax(viewport[2], 1),
+    return TZEPViewVolume(LoadedToClip(), 2 * pixels / std::fmax(viewport[2], 1),
                           2 * pixels / std::fmax(viewport[3], 1));
 }
 

@@ -2,6 +2,7 @@
 
 #include "appearance/DrawRun.h"
 #include "framework/Property.h"
+#include "scene/GLState.h"
 #include "scene/Scene.h"
 #include "view/Camera.h"
 #include "viewer/content/Objects.h"
@@ -239,8 +240,7 @@ std::optional<TGLMatrixd4> TFileRoot::ExactView() const {
     const auto* camera = Scene() ? dynamic_cast<TZEPCamera*>(Scene()->CurrentCamera()) : nullptr;
     if (!camera) return {};
     const TGLMatrixd4 view = camera->GetViewMatrix();
-    TGLMatrixd4 loaded;
-    glGetDoublev(GL_MODELVIEW_MATRIX, loaded[0].data());
+    const TGLMatrixd4 loaded = LoadedMatrix(GL_MODELVIEW_MATRIX);
     double reach = 1;
     for (const double place : camera->GetPosition()) reach = std::max(reach, std::abs(place));
     for (std::size_t i = 0; i < 16; ++i)

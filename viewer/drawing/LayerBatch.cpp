@@ -52,18 +52,8 @@ bool StandsAlone(const TZEPObject& object) {
 }
 
 /// What is below it may take part in any pass.
-bool TakesPart(const TZEPObject& object, TZEPDrawState state) {
-    return object.GetItemsCount() > 0 || object.TakesPartIn(state);
-}
-
-/// \param known  passes that need not be asked for
-TZEPPassSet PassesOf(const TZEPObject& object, TZEPPassSet known) {
-    TZEPPassSet passes = known;
-    for (int i = dsPre; i <= dsPost; ++i) {
-        const auto state = static_cast<TZEPDrawState>(i);
-        if ((known & PassBit(state)) == 0 && TakesPart(object, state)) passes |= PassBit(state);
-    }
-    return passes;
+TZEPPassSet PassesOf(const TZEPObject& object) {
+    return object.GetItemsCount() > 0 ? AllPasses : object.Passes();
 }
 
 /// The pass draws the look of surfaces, all of it or the part of one light.
@@ -77,7 +67,7 @@ void TLayerBatch::TSeparates::Add(const TGLMatrixd4& frame, TZEPObject& object) 
     if (Frames.empty() || Frames.back().Frame != frame) Frames.push_back({frame, {}});
     TSeparate& last = Frames.back();
     last.Objects.push_back(&object);
-    last.Passes = PassesOf(object, last.Passes);
+    last.Passes |= PassesOf(object);
     Passes |= last.Passes;
 }
 
@@ -208,7 +198,7 @@ void TLayerBatch::DrawSeparates(const TSeparates& separates, TZEPSceneContext& s
         if ((separate.Passes & PassBit(state)) == 0) continue;
         const TMatrixScope place(separate.Frame);
         for (TZEPObject* object : separate.Objects) {
-            if (!TakesPart(*object, state)) continue;
+            if ((PassesOf(*object) & PassBit(state)) == 0) continue;
             if (!meshes || !meshes->Draw(*object, scene, state)) object->Draw(scene, state, kind);
         }
         TZEPDrawRun::Current().End(); // before the frame goes

@@ -1,6 +1,7 @@
 #include "viewer/drawing/TextBatch.h"
 
 #include "objects/Label.h"
+#include "scene/GLState.h"
 
 #include <algorithm>
 #include <cmath>
@@ -35,10 +36,6 @@ qsizetype LongestLine(const QString& caption) {
 class TTextBatch::TView {
 public:
     TView() {
-        TGLMatrixd4 projection;
-        glGetDoublev(GL_PROJECTION_MATRIX, projection[0].data());
-        glGetDoublev(GL_MODELVIEW_MATRIX, m_toClip[0].data());
-        MultMatrixd(projection, m_toClip, m_toClip);
         std::array<GLint, 4> viewport{};
         glGetIntegerv(GL_VIEWPORT, viewport.data());
         m_half = {viewport[2] / 2.0, viewport[3] / 2.0};
@@ -76,7 +73,7 @@ private:
         return b.W <= 0 ? 1e9 : std::hypot(a.X - b.X, a.Y - b.Y);
     }
 
-    TGLMatrixd4 m_toClip{};
+    TGLMatrixd4 m_toClip = LoadedToClip();
     std::array<double, 2> m_half{};
 };
 
