@@ -1,11 +1,11 @@
 #include "bench/Frames.h"
-#include "objects/Arc.h"
-#include "objects/Line.h"
-#include "objects/Point.h"
-#include "objects/Polyline.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
-#include "view/Camera.h"
+#include <zep/objects/Arc.h>
+#include <zep/objects/Line.h>
+#include <zep/objects/Point.h>
+#include <zep/objects/Polyline.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
 
 #include <GL/gl.h>
 

@@ -1,8 +1,8 @@
 #include "bench/ReaderBench.h"
-#include "converters/DXF.h"
-#include "converters/DXFEntity.h"
-#include "scene/Scene.h"
 #include "tests/ResidentMemory.h"
+#include <zep/converters/dxf/Converter.h>
+#include <zep/converters/dxf/Entity.h>
+#include <zep/scene/Scene.h>
 
 #include <malloc.h>
 

@@ -1,6 +1,6 @@
 #include "bench/ReaderBench.h"
-#include "converters/DXF.h"
-#include "scene/Scene.h"
+#include <zep/converters/dxf/Converter.h>
+#include <zep/scene/Scene.h>
 
 #include <string>
 

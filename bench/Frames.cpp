@@ -1,6 +1,6 @@
 #include "bench/Frames.h"
 
-#include "scene/Vertex3.h"
+#include <zep/scene/Vertex3.h>
 
 #include <GL/gl.h>
 

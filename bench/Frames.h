@@ -1,9 +1,9 @@
 #pragma once
 
-#include "scene/Geom.h"
-#include "scene/Scene.h"
 #include "tests/gl/OffscreenContext.h"
-#include "view/Camera.h"
+#include <zep/scene/Geom.h>
+#include <zep/scene/Scene.h>
+#include <zep/view/Camera.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,9 +1,9 @@
-#include "appearance/LogicalObject.h"
 #include "bench/Frames.h"
-#include "objects/Box.h"
-#include "objects/Sphere.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
+#include <zep/appearance/effects/LogicalObject.h>
+#include <zep/objects/Box.h>
+#include <zep/objects/Sphere.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
 
 namespace ZEP {
 namespace {

@@ -1,8 +1,8 @@
-#include "appearance/MaterialLibrary.h"
 #include "bench/Frames.h"
-#include "objects/Mesh.h"
-#include "scene/Scene.h"
 #include "tests/ResidentMemory.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/objects/Mesh.h>
+#include <zep/scene/Scene.h>
 
 #include <malloc.h>
 

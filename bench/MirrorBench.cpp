@@ -1,7 +1,7 @@
 #include "bench/ShadowScene.h"
-#include "objects/Polygon.h"
-#include "scene/Vertex3.h"
-#include "scene/VertexItems.h"
+#include <zep/objects/Polygon.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/VertexItems.h>
 
 namespace ZEP {
 namespace {

@@ -1,9 +1,9 @@
-#include "objects/Line.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
 #include "tests/gl/OffscreenContext.h"
-#include "view/Camera.h"
+#include <zep/objects/Line.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
 
 #include <benchmark/benchmark.h>
 

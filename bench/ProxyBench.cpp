@@ -1,10 +1,10 @@
-#include "appearance/Proxy.h"
 #include "bench/Frames.h"
-#include "objects/Cone.h"
-#include "objects/Node.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
 #include "tests/ResidentMemory.h"
+#include <zep/appearance/effects/Proxy.h>
+#include <zep/objects/Cone.h>
+#include <zep/objects/Node.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
 
 #include <malloc.h>
 

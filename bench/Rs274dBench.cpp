@@ -1,7 +1,7 @@
 #include "bench/ReaderBench.h"
-#include "converters/RS274D.h"
-#include "converters/RS274DProgram.h"
-#include "scene/Scene.h"
+#include <zep/converters/rs274d/Converter.h>
+#include <zep/converters/rs274d/Program.h>
+#include <zep/scene/Scene.h>
 
 #include <malloc.h>
 

@@ -1,4 +1,4 @@
-#include "scene/Scene.h"
+#include <zep/scene/Scene.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
 #include "bench/ShadowScene.h"
-#include "objects/Line.h"
-#include "objects/Node.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
+#include <zep/objects/Line.h>
+#include <zep/objects/Node.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
 
 #include <GL/gl.h>
 

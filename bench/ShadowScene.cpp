@@ -1,10 +1,10 @@
 #include "bench/ShadowScene.h"
 
-#include "appearance/Light.h"
-#include "objects/HeightField.h"
-#include "objects/Sphere.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/objects/HeightField.h>
+#include <zep/objects/Sphere.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
 
 #include <array>
 #include <cmath>

@@ -1,9 +1,9 @@
-#include "appearance/Light.h"
-#include "appearance/ShadowVolume.h"
 #include "bench/Frames.h"
-#include "objects/Mesh.h"
-#include "objects/Sphere.h"
-#include "scene/Vertex3.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/appearance/effects/ShadowVolume.h>
+#include <zep/objects/Mesh.h>
+#include <zep/objects/Sphere.h>
+#include <zep/scene/Vertex3.h>
 
 #include <GL/gl.h>
 

@@ -1,12 +1,12 @@
-#include "appearance/Material.h"
 #include "bench/Frames.h"
-#include "objects/Box.h"
-#include "objects/Sphere.h"
-#include "scene/GLNames.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
 #include "tests/ResidentMemory.h"
+#include <zep/appearance/materials/Material.h>
+#include <zep/gl/Names.h>
+#include <zep/objects/Box.h>
+#include <zep/objects/Sphere.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
 
 #include <GL/glu.h>
 

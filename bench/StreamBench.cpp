@@ -1,8 +1,8 @@
-#include "framework/stream/StreamFile.h"
-#include "objects/Line.h"
-#include "objects/Polyline.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
+#include <zep/framework/stream/StreamFile.h>
+#include <zep/objects/Line.h>
+#include <zep/objects/Polyline.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
 
 #include <benchmark/benchmark.h>
 

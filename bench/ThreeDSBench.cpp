@@ -1,8 +1,8 @@
-#include "appearance/MaterialLibrary.h"
-#include "converters/ThreeDS.h"
-#include "objects/Mesh.h"
-#include "scene/Scene.h"
-#include "tests/converters/ThreeDSBytes.h"
+#include "tests/converters/threeds/ThreeDSBytes.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/converters/threeds/Converter.h>
+#include <zep/objects/Mesh.h>
+#include <zep/scene/Scene.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,13 +1,13 @@
 #include "bench/Frames.h"
-#include "objects/Arc.h"
-#include "objects/Circle.h"
-#include "objects/Line.h"
-#include "objects/Polyline.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
-#include "view/Actor.h"
-#include "view/Camera.h"
 #include "viewer/drawing/FileRoot.h"
+#include <zep/objects/Arc.h>
+#include <zep/objects/Circle.h>
+#include <zep/objects/Line.h>
+#include <zep/objects/Polyline.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Actor.h>
+#include <zep/view/Camera.h>
 
 #include <GL/gl.h>
 

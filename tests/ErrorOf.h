@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/Exception.h"
+#include <zep/framework/Exception.h>
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "viewer/CommandLine.h"
 
-#include "framework/Exception.h"
 #include "viewer/files/Format.h"
 #include "viewer/files/SceneSaving.h"
+#include <zep/framework/Exception.h>
 
 #include <QCommandLineParser>
 

@@ -1,7 +1,5 @@
 #include "viewer/Run.h"
 
-#include "framework/Exception.h"
-#include "framework/Message.h"
 #include "viewer/CommandLine.h"
 #include "viewer/Display.h"
 #include "viewer/drawing/ViewLook.h"
@@ -10,6 +8,8 @@
 #include "viewer/files/Picture.h"
 #include "viewer/files/SceneSaving.h"
 #include "viewer/window/MainWindow.h"
+#include <zep/framework/Exception.h>
+#include <zep/framework/Message.h>
 
 #include <QApplication>
 #include <QFile>

@@ -1,6 +1,6 @@
-#include "ZEPClasses.h"
-#include "ZEPObjects.h"
 #include "examples/Window.h"
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
-#include "objects/Line.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "view/Camera.h"
-#include "view/Panel.h"
+#include <zep/objects/Line.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/view/Camera.h>
+#include <zep/view/Panel.h>
 
 #include <QApplication>
 

@@ -1,10 +1,10 @@
-#include "objects/Line.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
-#include "view/Actor.h"
-#include "view/Camera.h"
-#include "view/Panel.h"
+#include <zep/objects/Line.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Actor.h>
+#include <zep/view/Camera.h>
+#include <zep/view/Panel.h>
 
 #include <QApplication>
 #include <QLabel>

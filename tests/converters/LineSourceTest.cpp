@@ -1,4 +1,4 @@
-#include "converters/LineSource.h"
+#include <zep/converters/LineSource.h>
 
 #include <gtest/gtest.h>
 

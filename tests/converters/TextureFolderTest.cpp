@@ -1,7 +1,7 @@
-#include "converters/TextureFolder.h"
+#include <zep/converters/TextureFolder.h>
 
-#include "appearance/Texture.h"
-#include "tests/converters/ThreeDSFixture.h"
+#include "tests/converters/threeds/ThreeDSFixture.h"
+#include <zep/appearance/materials/Texture.h>
 
 #include <QDir>
 #include <QImage>

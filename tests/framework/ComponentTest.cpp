@@ -1,5 +1,5 @@
-#include "framework/Component.h"
-#include "framework/Exception.h"
+#include <zep/framework/Component.h>
+#include <zep/framework/Exception.h>
 
 #include <QPointer>
 

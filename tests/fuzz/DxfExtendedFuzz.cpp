@@ -1,6 +1,6 @@
-#include "converters/DXFReader.h"
-#include "objects/Polyline.h"
-#include "scene/Scene.h"
+#include <zep/converters/dxf/Reader.h>
+#include <zep/objects/Polyline.h>
+#include <zep/scene/Scene.h>
 
 #include <cmath>
 #include <cstdint>

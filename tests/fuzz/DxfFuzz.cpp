@@ -1,6 +1,6 @@
-#include "converters/DXF.h"
-#include "framework/Exception.h"
-#include "scene/Scene.h"
+#include <zep/converters/dxf/Converter.h>
+#include <zep/framework/Exception.h>
+#include <zep/scene/Scene.h>
 
 #include <cstdint>
 #include <cstdlib>

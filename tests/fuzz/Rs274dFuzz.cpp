@@ -1,5 +1,5 @@
-#include "converters/RS274DProgram.h"
-#include "framework/Exception.h"
+#include <zep/converters/rs274d/Program.h>
+#include <zep/framework/Exception.h>
 
 #include <cmath>
 #include <cstdint>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "framework/stream/Reader.h"
-#include "framework/stream/StreamFile.h"
-#include "framework/stream/Writer.h"
-#include "scene/Scene.h"
+#include <zep/framework/stream/Reader.h>
+#include <zep/framework/stream/StreamFile.h>
+#include <zep/framework/stream/Writer.h>
+#include <zep/scene/Scene.h>
 
 #include <QBuffer>
 

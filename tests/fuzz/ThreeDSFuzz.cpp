@@ -1,8 +1,8 @@
-#include "appearance/MaterialLibrary.h"
-#include "converters/ThreeDS.h"
-#include "framework/Exception.h"
-#include "objects/Mesh.h"
-#include "scene/Scene.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/converters/threeds/Converter.h>
+#include <zep/framework/Exception.h>
+#include <zep/objects/Mesh.h>
+#include <zep/scene/Scene.h>
 
 #include <cmath>
 #include <cstdint>

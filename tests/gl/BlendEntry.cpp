@@ -1,6 +1,6 @@
 #include "tests/gl/BlendEntry.h"
 
-#include "scene/GLNames.h"
+#include <zep/gl/Names.h>
 
 #include <GL/glx.h>
 

@@ -1,7 +1,7 @@
 #include "tests/gl/OffscreenContext.h"
 
-#include "framework/Exception.h"
-#include "scene/GLNames.h"
+#include <zep/framework/Exception.h>
+#include <zep/gl/Names.h>
 
 #include <ostream>
 

@@ -10,60 +10,78 @@
 namespace ZEP {
 namespace {
 
-/// What each file includes, by path from the root; angle brackets stay on system headers.
+/// What each file includes, by path from the root; angle brackets stay on others' headers.
 using TSources = std::map<QString, QStringList>;
 using TLines = std::vector<std::string>;
 
-struct TArrow {
-    const char* Room;
-    const char* MayInclude;
-};
-
-/// Arrows only down. The scene resolves and applies materials, so it knows these and no other
-/// appearance; the panel's parts of view/ stand beside the objects, not below them. Readers make
-/// cameras, and group what they make under actors: both stand in view/ but know no window.
-constexpr TArrow Arrows[] = {
-    {"framework", "framework/"},
-    {"scene", "framework/|scene/|appearance/((Face)?(Material|Texture)|DrawRun|SharedMaterials)"},
-    {"appearance", "framework/|scene/|appearance/"},
-    {"objects", "framework/|scene/|appearance/|objects/"},
-    {"view", "framework/|scene/|appearance/|view/"},
-    {"converters", "framework/|scene/|appearance/|objects/|view/(Actor|Camera)\\.h|converters/"},
-    {"viewer", "framework/|scene/|appearance/|objects/|view/|converters/|viewer/"},
-    {"viewer/content", "framework/|scene/|appearance/|objects/|view/Actor|viewer/content/"},
-    {"viewer/drawing", "framework/|scene/|appearance/|objects/|view/|viewer/(content|drawing)/"},
-    {"viewer/files",
-     "framework/|scene/|appearance/|objects/|view/|converters/|viewer/(content|drawing|files)/"},
-    {"viewer/window", "framework/|scene/|appearance/|objects/|view/|converters/LineSource\\.h|"
-                      "viewer/(content|drawing|files|window)/"},
-    {"tools", "framework/"},
-    {"designer", "framework/|scene/|appearance/|objects/|view/|converters/|designer/"},
-    {"examples", "framework/|scene/|appearance/|objects/|view/|converters/|examples/|ZEP[A-Z]"},
-};
+/// From the lowest floor to the highest: each includes from its own and from those below. What
+/// stands in `zep/` itself are the umbrella headers.
+constexpr const char* Floors[] = {"zep/framework/",
+                                  "zep/gl/",
+                                  "zep/appearance/materials/",
+                                  "zep/scene/",
+                                  "zep/appearance/effects/",
+                                  "zep/objects/",
+                                  "zep/batch/",
+                                  "zep/view/",
+                                  "zep/converters/",
+                                  "zep/widgets/",
+                                  "zep/",
+                                  "viewer/content/",
+                                  "viewer/drawing/",
+                                  "viewer/files/",
+                                  "viewer/window/",
+                                  "viewer/"};
+/// Programs beside each other: of the floors, each may look at the library alone.
+constexpr const char* Programs[] = {"tools/", "designer/", "examples/"};
 constexpr const char* WindowSystemHeader = "^<(X11/|xcb/|GL/glx|EGL/|wayland)";
-constexpr const char* WindowSystemFile = "^(view/GlxBinding|viewer/Display)\\.cpp$";
+constexpr const char* WindowSystemFile = "^(zep/view/GlxBinding|viewer/Display)\\.cpp$";
 
-QRegularExpression Whole(const QString& pattern) {
-    return QRegularExpression(QRegularExpression::anchoredPattern(pattern));
+bool StandsIn(const QString& path, const char* folder) {
+    return path.startsWith(QLatin1String(folder));
 }
 
+/// How far up a file stands: that of the most specific folder; beyond all where it stands in none.
+std::size_t FloorOf(const QString& path) {
+    std::size_t found = std::size(Floors);
+    for (std::size_t i = 0; i < std::size(Floors); ++i)
+        if (StandsIn(path, Floors[i]) &&
+            (found == std::size(Floors) || qstrlen(Floors[i]) > qstrlen(Floors[found])))
+            found = i;
+    return found;
+}
+
+const char* ProgramOf(const QString& path) {
+    for (const char* program : Programs)
+        if (StandsIn(path, program)) return program;
+    return nullptr;
+}
+
+bool MayInclude(const QString& path, const QString& include) {
+    if (const char* program = ProgramOf(path))
+        return StandsIn(include, "zep/") || StandsIn(include, program);
+    return FloorOf(include) <= FloorOf(path) && FloorOf(include) < std::size(Floors);
+}
+
+/// The library's headers stand in angle brackets, as hosts write them; those of programs in quotes.
 QStringList Includes(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return {};
     static const QRegularExpression include(
-        QStringLiteral("^\\s*#\\s*include\\s*(?:\"([^\"]+)\"|(<[^>]+>))"),
+        QStringLiteral(
+            "^\\s*#\\s*include\\s*(?:<(zep/[^>]+)>|\"(?!zep/)([^\"]+)\"|([<\"][^>\"]+[>\"]))"),
         QRegularExpression::MultilineOption);
     QStringList result;
     for (const auto& match : include.globalMatch(QString::fromUtf8(file.readAll())))
-        result << match.captured(1) + match.captured(2);
+        result << match.captured(1) + match.captured(2) + match.captured(3);
     return result;
 }
 
 TSources ReadSources() {
     const QString root = QStringLiteral(ZEP_SOURCE "/");
     TSources sources;
-    for (const TArrow& arrow : Arrows) {
-        QDirIterator files(root + QLatin1String(arrow.Room),
+    for (const char* folder : {"zep", "viewer", "tools", "designer", "examples"}) {
+        QDirIterator files(root + QLatin1String(folder),
                            {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
                            QDirIterator::Subdirectories);
         while (files.hasNext()) {
@@ -74,18 +92,16 @@ TSources ReadSources() {
     return sources;
 }
 
+bool IsSystem(const QString& include) {
+    return include.startsWith(QLatin1Char('<'));
+}
+
 TLines BrokenArrows(const TSources& sources) {
     TLines broken;
-    for (const TArrow& arrow : Arrows) {
-        const QRegularExpression allowed =
-            Whole(QStringLiteral("<.*>|(%1).*").arg(QLatin1String(arrow.MayInclude)));
-        for (const auto& [path, includes] : sources) {
-            if (!path.startsWith(QLatin1String(arrow.Room) + QLatin1Char('/'))) continue;
-            for (const QString& include : includes)
-                if (!allowed.match(include).hasMatch())
-                    broken.push_back(path.toStdString() + " includes " + include.toStdString());
-        }
-    }
+    for (const auto& [path, includes] : sources)
+        for (const QString& include : includes)
+            if (!IsSystem(include) && !MayInclude(path, include))
+                broken.push_back(path.toStdString() + " includes " + include.toStdString());
     return broken;
 }
 
@@ -154,21 +170,29 @@ TEST(Architecture, UnitsIncludeEachOtherInNoCycle) {
 
 TEST(Architecture, FaultsAreFound) {
     const TSources faults = {
-        {"framework/A.h", {"<QObject>", "framework/B.h"}},
-        {"framework/B.h", {}},
-        {"framework/B.cpp", {"framework/B.h", "scene/C.h", "<X11/Xlib.h>"}},
-        {"scene/C.h", {"framework/A.h", "appearance/Material.h", "appearance/Light.h"}},
-        {"view/GlxBinding.cpp", {"<X11/Xlib.h>", "<GL/glx.h>"}},
-        {"view/Panel.h", {"viewer/Main.h", "Local.h"}},
+        {"tools/Tool.cpp", {"zep/scene/C.h", "viewer/Main.h"}},
+        {"viewer/content/A.cpp", {"viewer/drawing/B.h"}},
+        {"zep/framework/A.h", {"<QObject>", "zep/framework/B.h"}},
+        {"zep/framework/B.cpp", {"zep/framework/B.h", "zep/scene/C.h", "<X11/Xlib.h>"}},
+        {"zep/framework/B.h", {}},
+        {"zep/scene/C.h",
+         {"zep/framework/A.h", "zep/appearance/materials/M.h", "zep/appearance/effects/L.h"}},
+        {"zep/view/GlxBinding.cpp", {"<X11/Xlib.h>", "<GL/glx.h>"}},
+        {"zep/view/Panel.h", {"viewer/Main.h", "Local.h", "zep/ZEPClasses.h"}},
     };
-    EXPECT_THAT(BrokenArrows(faults), testing::ElementsAre("framework/B.cpp includes scene/C.h",
-                                                           "scene/C.h includes appearance/Light.h",
-                                                           "view/Panel.h includes viewer/Main.h",
-                                                           "view/Panel.h includes Local.h"));
+    EXPECT_THAT(BrokenArrows(faults),
+                testing::ElementsAre("tools/Tool.cpp includes viewer/Main.h",
+                                     "viewer/content/A.cpp includes viewer/drawing/B.h",
+                                     "zep/framework/B.cpp includes zep/scene/C.h",
+                                     "zep/scene/C.h includes zep/appearance/effects/L.h",
+                                     "zep/view/Panel.h includes viewer/Main.h",
+                                     "zep/view/Panel.h includes Local.h",
+                                     "zep/view/Panel.h includes zep/ZEPClasses.h"));
     EXPECT_THAT(WindowSystemLeaks(faults),
-                testing::ElementsAre("framework/B.cpp includes <X11/Xlib.h>"));
-    EXPECT_THAT(TCycleSearch(faults).Cycles(),
-                testing::ElementsAre("framework/A > framework/B > scene/C > framework/A"));
+                testing::ElementsAre("zep/framework/B.cpp includes <X11/Xlib.h>"));
+    EXPECT_THAT(TCycleSearch(faults).Cycles(), testing::IsEmpty());
+    const TSources circle = {{"A.h", {"B.h"}}, {"B.cpp", {"C.h"}}, {"C.h", {"A.h"}}};
+    EXPECT_THAT(TCycleSearch(circle).Cycles(), testing::ElementsAre("A > B > C > A"));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-#include "objects/Arc.h"
-#include "objects/CirclePoints.h"
+#include <zep/objects/Arc.h>
+#include <zep/objects/CirclePoints.h>
 
 #include <gmock/gmock.h>
 

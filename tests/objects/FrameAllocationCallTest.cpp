@@ -1,7 +1,7 @@
-#include "ZEPClasses.h"
-#include "ZEPObjects.h"
-#include "scene/Scene.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
+#include <zep/scene/Scene.h>
 
 #include <atomic>
 #include <cstdlib>

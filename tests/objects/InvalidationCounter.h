@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene/Scene.h"
+#include <zep/scene/Scene.h>
 
 namespace ZEP {
 

@@ -1,8 +1,8 @@
-#include "ZEPClasses.h"
-#include "ZEPObjects.h"
-#include "objects/TextShape.h"
 #include "tests/gl/Feedback.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
+#include <zep/objects/TextShape.h>
 
 #include <QFontMetricsF>
 

@@ -1,5 +1,5 @@
-#include "ZEPObjects.h"
 #include "tests/gl/CallRecorder.h"
+#include <zep/ZEPObjects.h>
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
-#include "ZEPObjects.h"
-#include "framework/Property.h"
-#include "framework/Registry.h"
 #include "tests/objects/InvalidationCounter.h"
+#include <zep/ZEPObjects.h>
+#include <zep/framework/Property.h>
+#include <zep/framework/Registry.h>
 
 #include <gmock/gmock.h>
 

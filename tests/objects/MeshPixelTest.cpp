@@ -1,7 +1,7 @@
-#include "ZEPClasses.h"
-#include "ZEPObjects.h"
 #include "tests/gl/FourColours.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
 
 #include <cmath>
 

@@ -1,10 +1,10 @@
-#include "objects/Polygon.h"
+#include <zep/objects/Polygon.h>
 
-#include "ZEPClasses.h"
-#include "scene/GLNames.h"
-#include "scene/Vertex3.h"
 #include "tests/gl/CallRecorder.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPClasses.h>
+#include <zep/gl/Names.h>
+#include <zep/scene/Vertex3.h>
 
 #include <gmock/gmock.h>
 

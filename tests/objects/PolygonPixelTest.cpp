@@ -1,4 +1,4 @@
-#include "objects/Polygon.h"
+#include <zep/objects/Polygon.h>
 
 #include "tests/gl/Feedback.h"
 #include "tests/gl/OffscreenTest.h"

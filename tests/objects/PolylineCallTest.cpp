@@ -1,7 +1,7 @@
-#include "objects/Polyline.h"
-#include "scene/GLNames.h"
 #include "tests/gl/CallRecorder.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/gl/Names.h>
+#include <zep/objects/Polyline.h>
 
 #include <gmock/gmock.h>
 

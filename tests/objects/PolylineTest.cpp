@@ -1,5 +1,5 @@
-#include "objects/Polyline.h"
 #include "tests/objects/InvalidationCounter.h"
+#include <zep/objects/Polyline.h>
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
-#include "ZEPObjects.h"
 #include "tests/gl/Feedback.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPObjects.h>
 
 #include <cmath>
 #include <functional>

@@ -1,6 +1,6 @@
-#include "ZEPClasses.h"
-#include "ZEPObjects.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
 
 using namespace ZEP;
 

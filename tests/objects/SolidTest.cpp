@@ -1,8 +1,8 @@
-#include "ZEPClasses.h"
-#include "ZEPObjects.h"
-#include "framework/Property.h"
-#include "framework/Registry.h"
 #include "tests/objects/InvalidationCounter.h"
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
+#include <zep/framework/Property.h>
+#include <zep/framework/Registry.h>
 
 #include <QGuiApplication>
 

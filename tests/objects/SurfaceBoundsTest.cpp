@@ -1,7 +1,7 @@
-#include "objects/Mesh.h"
-#include "objects/Polygon.h"
-#include "scene/Vertex3.h"
 #include "tests/objects/InvalidationCounter.h"
+#include <zep/objects/Mesh.h>
+#include <zep/objects/Polygon.h>
+#include <zep/scene/Vertex3.h>
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
-#include "ZEPClasses.h"
-#include "ZEPObjects.h"
-#include "framework/Exception.h"
 #include "tests/gl/FourColours.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
+#include <zep/framework/Exception.h>
 
 #include <QTemporaryDir>
 

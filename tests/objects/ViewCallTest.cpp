@@ -1,12 +1,12 @@
-#include "ZEPObjects.h"
-#include "appearance/Material.h"
-#include "appearance/MaterialLibrary.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/ViewVolume.h"
-#include "scene/XForm.h"
 #include "tests/gl/CallRecorder.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPObjects.h>
+#include <zep/appearance/materials/Material.h>
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/ViewVolume.h>
+#include <zep/scene/XForm.h>
 
 #include <algorithm>
 #include <functional>

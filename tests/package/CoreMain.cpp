@@ -1,4 +1,4 @@
-#include "scene/Scene.h"
+#include <zep/scene/Scene.h>
 
 int main() {
     ZEP::TZEPScene scene;

@@ -1,5 +1,5 @@
-#include "scene/Scene.h"
-#include "view/Context.h"
+#include <zep/scene/Scene.h>
+#include <zep/view/Context.h>
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "scene/BlockCounts.h"
+#include <zep/scene/BlockCounts.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "scene/Geom.h"
+#include <zep/scene/Geom.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
-#include "scene/Object.h"
+#include <zep/scene/Object.h>
 
-#include "appearance/Material.h"
-#include "framework/Exception.h"
-#include "framework/Message.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
+#include <zep/appearance/materials/Material.h>
+#include <zep/framework/Exception.h>
+#include <zep/framework/Message.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
 
 #include <gtest/gtest.h>
 

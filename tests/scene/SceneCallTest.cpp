@@ -1,11 +1,11 @@
-#include "appearance/Material.h"
-#include "appearance/MaterialLibrary.h"
-#include "scene/ColoredObject.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
 #include "tests/gl/CallRecorder.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/appearance/materials/Material.h>
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/scene/ColoredObject.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
 
 namespace ZEP {
 namespace {

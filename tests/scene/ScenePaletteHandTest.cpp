@@ -1,8 +1,8 @@
-#include "framework/Color.h"
-#include "framework/stream/StreamFile.h"
-#include "objects/Line.h"
-#include "scene/Scene.h"
 #include "tests/framework/stream/Fields.h"
+#include <zep/framework/Color.h>
+#include <zep/framework/stream/StreamFile.h>
+#include <zep/objects/Line.h>
+#include <zep/scene/Scene.h>
 
 #include <QGuiApplication>
 #include <QPalette>

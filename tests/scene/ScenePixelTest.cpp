@@ -1,10 +1,10 @@
-#include "appearance/Material.h"
-#include "scene/ColoredObject.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
 #include "tests/gl/OffscreenTest.h"
-#include "view/Camera.h"
+#include <zep/appearance/materials/Material.h>
+#include <zep/scene/ColoredObject.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
 
 #include <cmath>
 

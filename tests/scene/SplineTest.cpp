@@ -1,4 +1,4 @@
-#include "scene/Spline.h"
+#include <zep/scene/Spline.h>
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
-#include "appearance/Material.h"
-#include "appearance/MaterialLibrary.h"
-#include "objects/Line.h"
-#include "objects/Polyline.h"
-#include "scene/Scene.h"
-#include "scene/XForm.h"
 #include "tests/ErrorOf.h"
 #include "tests/framework/stream/Fields.h"
-#include "view/Camera.h"
+#include <zep/appearance/materials/Material.h>
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/objects/Line.h>
+#include <zep/objects/Polyline.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
 
 #include <gmock/gmock.h>
 

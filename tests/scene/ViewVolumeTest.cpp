@@ -1,4 +1,4 @@
-#include "scene/ViewVolume.h"
+#include <zep/scene/ViewVolume.h>
 
 #include <gtest/gtest.h>
 

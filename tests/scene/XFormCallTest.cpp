@@ -1,5 +1,5 @@
-#include "scene/XForm.h"
 #include "tests/gl/CallRecorder.h"
+#include <zep/scene/XForm.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "scene/XForm.h"
-#include "framework/Exception.h"
-#include "framework/Property.h"
+#include <zep/framework/Exception.h>
+#include <zep/framework/Property.h>
+#include <zep/scene/XForm.h>
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "tests/tracing/Models.h"
 #include "tests/tracing/TracingFixture.h"
 
-#include "ZEPClasses.h"
-#include "ZEPObjects.h"
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
 
 using namespace ZEP;
 using namespace ZEP::Tracing;

@@ -1,7 +1,7 @@
 #include "tests/tracing/Stage.h"
 
-#include "ZEPClasses.h"
-#include "ZEPObjects.h"
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "scene/Scene.h"
 #include "tests/tracing/Tracer.h"
-#include "view/Camera.h"
+#include <zep/scene/Scene.h>
+#include <zep/view/Camera.h>
 
 #include <QImage>
 

@@ -1,5 +1,5 @@
-#include "view/Actor.h"
-#include "scene/Scene.h"
+#include <zep/scene/Scene.h>
+#include <zep/view/Actor.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "appearance/Jitter.h"
-#include "scene/XForm.h"
 #include "tests/gl/CallRecorder.h"
-#include "view/Camera.h"
+#include <zep/appearance/effects/Jitter.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
 
 #include <gtest/gtest.h>
 

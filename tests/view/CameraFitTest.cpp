@@ -1,6 +1,6 @@
-#include "scene/Object.h"
-#include "scene/XForm.h"
-#include "view/Camera.h"
+#include <zep/scene/Object.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
 
 #include <gtest/gtest.h>
 

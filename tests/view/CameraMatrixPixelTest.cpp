@@ -1,6 +1,6 @@
-#include "scene/XForm.h"
 #include "tests/gl/OffscreenTest.h"
-#include "view/Camera.h"
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
 
 namespace ZEP {
 namespace {

@@ -1,9 +1,9 @@
-#include "view/Camera.h"
-#include "appearance/Jitter.h"
-#include "framework/Property.h"
-#include "framework/Registry.h"
-#include "scene/Scene.h"
-#include "scene/XForm.h"
+#include <zep/appearance/effects/Jitter.h>
+#include <zep/framework/Property.h>
+#include <zep/framework/Registry.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
-#include "view/Context.h"
+#include <zep/view/Context.h>
 
-#include "framework/Message.h"
-#include "framework/Property.h"
-#include "scene/GLNames.h"
 #include "tests/view/FakeBinding.h"
+#include <zep/framework/Message.h>
+#include <zep/framework/Property.h>
+#include <zep/gl/Names.h>
 
 #include <GL/glext.h>
 #include <gmock/gmock.h>

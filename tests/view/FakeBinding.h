@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/DebugLog.h"
-#include "view/ContextBinding.h"
+#include <zep/framework/DebugLog.h>
+#include <zep/view/ContextBinding.h>
 
 #include <QStringList>
 

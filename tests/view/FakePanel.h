@@ -1,12 +1,12 @@
 #pragma once
 
-#include "objects/Line.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
-#include "view/Camera.h"
-#include "view/MousePanel.h"
-#include "view/PanelControl.h"
+#include <zep/objects/Line.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
+#include <zep/view/MousePanel.h>
+#include <zep/view/PanelControl.h>
 
 #include <gtest/gtest.h>
 

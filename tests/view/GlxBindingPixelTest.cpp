@@ -1,10 +1,10 @@
-#include "view/GlxBinding.h"
+#include <zep/view/GlxBinding.h>
 
-#include "framework/Message.h"
-#include "scene/GLNames.h"
 #include "tests/ResidentMemory.h"
 #include "tests/view/NativeWindow.h"
-#include "view/Context.h"
+#include <zep/framework/Message.h>
+#include <zep/gl/Names.h>
+#include <zep/view/Context.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/ContextBinding.h"
+#include <zep/view/ContextBinding.h>
 
 namespace ZEP {
 

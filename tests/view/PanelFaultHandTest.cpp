@@ -1,7 +1,7 @@
-#include "appearance/Light.h"
-#include "appearance/Material.h"
-#include "objects/Box.h"
 #include "tests/view/PanelFixture.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/appearance/materials/Material.h>
+#include <zep/objects/Box.h>
 
 #include <stdexcept>
 

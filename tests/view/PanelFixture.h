@@ -1,9 +1,9 @@
 #pragma once
 
-#include "scene/Scene.h"
 #include "tests/view/NativeWindow.h"
-#include "view/Camera.h"
-#include "view/Panel.h"
+#include <zep/scene/Scene.h>
+#include <zep/view/Camera.h>
+#include <zep/view/Panel.h>
 
 #include <QTest>
 

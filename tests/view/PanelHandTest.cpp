@@ -1,6 +1,6 @@
-#include "scene/GLNames.h"
 #include "tests/ResidentMemory.h"
 #include "tests/view/PanelFixture.h"
+#include <zep/gl/Names.h>
 
 #include <QBoxLayout>
 

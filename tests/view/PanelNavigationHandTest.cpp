@@ -1,7 +1,7 @@
-#include "objects/Line.h"
 #include "tests/view/FakePanel.h"
 #include "tests/view/PanelFixture.h"
-#include "view/RubberBand.h"
+#include <zep/objects/Line.h>
+#include <zep/view/RubberBand.h>
 
 #include <QMouseEvent>
 #include <QWheelEvent>

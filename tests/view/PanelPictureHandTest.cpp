@@ -1,8 +1,8 @@
-#include "appearance/Material.h"
-#include "framework/Exception.h"
-#include "objects/Line.h"
-#include "scene/XForm.h"
 #include "tests/view/PanelFixture.h"
+#include <zep/appearance/materials/Material.h>
+#include <zep/framework/Exception.h>
+#include <zep/objects/Line.h>
+#include <zep/scene/XForm.h>
 
 #include <QFile>
 #include <QPrinter>

@@ -1,4 +1,4 @@
-#include "view/PixelFormatSearch.h"
+#include <zep/view/PixelFormatSearch.h>
 
 #include "tests/view/FakeBinding.h"
 

@@ -1,5 +1,5 @@
 #include "tests/view/FakeBinding.h"
-#include "view/PixelFormatSearch.h"
+#include <zep/view/PixelFormatSearch.h>
 
 #include <gtest/gtest.h>
 

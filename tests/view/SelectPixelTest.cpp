@@ -1,9 +1,9 @@
-#include "framework/DebugLog.h"
-#include "framework/Registry.h"
-#include "objects/Polygon.h"
-#include "objects/Polyline.h"
 #include "tests/view/FakeBinding.h"
 #include "tests/view/SelectFixture.h"
+#include <zep/framework/DebugLog.h>
+#include <zep/framework/Registry.h>
+#include <zep/objects/Polygon.h>
+#include <zep/objects/Polyline.h>
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "viewer/CommandLine.h"
 
-#include "framework/Exception.h"
+#include <zep/framework/Exception.h>
 
 #include <gtest/gtest.h>
 

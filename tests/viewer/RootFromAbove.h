@@ -1,12 +1,12 @@
 #pragma once
 
-#include "objects/Line.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
-#include "view/Camera.h"
-#include "view/Panel.h"
 #include "viewer/drawing/FileRoot.h"
+#include <zep/objects/Line.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
+#include <zep/view/Panel.h>
 
 #include <gtest/gtest.h>
 

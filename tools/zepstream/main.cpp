@@ -1,4 +1,4 @@
-#include "framework/stream/StreamFile.h"
+#include <zep/framework/stream/StreamFile.h>
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,9 +1,9 @@
 #include "viewer/content/Faces.h"
 
-#include "appearance/Shape.h"
-#include "objects/Label.h"
-#include "objects/Mesh.h"
-#include "objects/Polygon.h"
+#include <zep/appearance/effects/Shape.h>
+#include <zep/objects/Label.h>
+#include <zep/objects/Mesh.h>
+#include <zep/objects/Polygon.h>
 
 namespace ZEP {
 

@@ -1,8 +1,8 @@
 #include "viewer/content/Objects.h"
 
-#include "objects/Mesh.h"
-#include "objects/Node.h"
-#include "view/Actor.h"
+#include <zep/objects/Mesh.h>
+#include <zep/objects/Node.h>
+#include <zep/view/Actor.h>
 
 namespace ZEP {
 

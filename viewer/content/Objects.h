@@ -1,7 +1,7 @@
 #pragma once
 
-#include "scene/Object.h"
 #include "viewer/content/Extent.h"
+#include <zep/scene/Object.h>
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #include "viewer/content/ProgramMoves.h"
 
-#include "scene/Object.h"
 #include "viewer/content/Describe.h"
+#include <zep/scene/Object.h>
 
 #include <algorithm>
 

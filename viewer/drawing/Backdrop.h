@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/Color.h"
 #include "viewer/content/Box.h"
+#include <zep/framework/Color.h>
 
 #include <optional>
 

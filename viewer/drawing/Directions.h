@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene/Geom.h"
+#include <zep/scene/Geom.h>
 
 namespace ZEP {
 

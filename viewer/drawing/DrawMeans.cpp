@@ -1,7 +1,7 @@
 #include "viewer/drawing/DrawMeans.h"
 
-#include "scene/GLNames.h"
-#include "view/Context.h"
+#include <zep/gl/Names.h>
+#include <zep/view/Context.h>
 
 namespace ZEP {
 

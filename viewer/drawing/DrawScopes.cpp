@@ -1,6 +1,6 @@
 #include "viewer/drawing/DrawScopes.h"
 
-#include "appearance/DrawRun.h"
+#include <zep/scene/DrawRun.h>
 
 #include <array>
 

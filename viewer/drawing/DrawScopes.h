@@ -1,7 +1,7 @@
 #pragma once
 
-#include "scene/Geom.h"
-#include "scene/ViewVolume.h"
+#include <zep/scene/Geom.h>
+#include <zep/scene/ViewVolume.h>
 
 #include <optional>
 

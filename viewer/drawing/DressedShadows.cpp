@@ -1,12 +1,12 @@
 #include "viewer/drawing/DressedShadows.h"
 
-#include "appearance/Light.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
 #include "viewer/content/Faces.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/drawing/LitContent.h"
 #include "viewer/drawing/ViewLights.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
 
 #include <cmath>
 

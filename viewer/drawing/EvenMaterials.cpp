@@ -1,10 +1,10 @@
 #include "viewer/drawing/EvenMaterials.h"
 
-#include "appearance/MaterialLibrary.h"
-#include "framework/LookOnly.h"
-#include "scene/Scene.h"
 #include "viewer/content/Faces.h"
 #include "viewer/content/Objects.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/framework/LookOnly.h>
+#include <zep/scene/Scene.h>
 
 #include <utility>
 

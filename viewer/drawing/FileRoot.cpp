@@ -1,13 +1,13 @@
 #include "viewer/drawing/FileRoot.h"
 
-#include "appearance/DrawRun.h"
-#include "framework/Property.h"
-#include "scene/GLState.h"
-#include "scene/Scene.h"
-#include "view/Camera.h"
 #include "viewer/content/Objects.h"
 #include "viewer/drawing/DrawScopes.h"
 #include "viewer/drawing/Look.h"
+#include <zep/framework/Property.h>
+#include <zep/scene/DrawRun.h>
+#include <zep/scene/GLState.h>
+#include <zep/scene/Scene.h>
+#include <zep/view/Camera.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,11 +1,11 @@
 #include "viewer/drawing/Ground.h"
 
-#include "appearance/Material.h"
-#include "scene/GLScopes.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
 #include "viewer/drawing/Look.h"
+#include <zep/appearance/materials/Material.h>
+#include <zep/gl/Scopes.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
 
 namespace ZEP {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "objects/HeightField.h"
 #include "viewer/content/Box.h"
+#include <zep/objects/HeightField.h>
 
 namespace ZEP {
 

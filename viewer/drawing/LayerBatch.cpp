@@ -1,14 +1,14 @@
 #include "viewer/drawing/LayerBatch.h"
 
-#include "appearance/DrawRun.h"
-#include "appearance/Material.h"
-#include "appearance/ReflexedObject.h"
-#include "framework/LookOnly.h"
-#include "objects/Label.h"
-#include "objects/Polygon.h"
-#include "scene/ViewVolume.h"
 #include "viewer/content/Objects.h"
 #include "viewer/drawing/DrawScopes.h"
+#include <zep/appearance/effects/ReflexedObject.h>
+#include <zep/appearance/materials/Material.h>
+#include <zep/framework/LookOnly.h>
+#include <zep/objects/Label.h>
+#include <zep/objects/Polygon.h>
+#include <zep/scene/DrawRun.h>
+#include <zep/scene/ViewVolume.h>
 
 namespace ZEP {
 

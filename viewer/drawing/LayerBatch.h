@@ -1,10 +1,10 @@
 #pragma once
 
-#include "scene/Object.h"
 #include "viewer/drawing/FaceBatch.h"
 #include "viewer/drawing/PathBatch.h"
 #include "viewer/drawing/SmoothMesh.h"
 #include "viewer/drawing/TextBatch.h"
+#include <zep/scene/Object.h>
 
 #include <unordered_set>
 

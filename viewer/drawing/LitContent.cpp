@@ -1,11 +1,11 @@
 #include "viewer/drawing/LitContent.h"
 
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
 #include "viewer/content/Faces.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/drawing/Ground.h"
 #include "viewer/drawing/ViewLights.h"
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
 
 namespace ZEP {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "scene/Object.h"
 #include "viewer/content/Box.h"
 #include "viewer/content/Objects.h"
+#include <zep/scene/Object.h>
 
 #include <optional>
 #include <vector>

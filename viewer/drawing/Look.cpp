@@ -1,8 +1,8 @@
 #include "viewer/drawing/Look.h"
 
-#include "appearance/MaterialLibrary.h"
-#include "objects/Point.h"
-#include "objects/Polyline.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/objects/Point.h>
+#include <zep/objects/Polyline.h>
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/Color.h"
+#include <zep/framework/Color.h>
 
 #include <optional>
 

@@ -1,11 +1,11 @@
 #include "viewer/drawing/PathBatch.h"
 
-#include "objects/Arc.h"
-#include "objects/Circle.h"
-#include "objects/Line.h"
-#include "objects/Point.h"
-#include "objects/Polyline.h"
-#include "scene/Vertex3.h"
+#include <zep/objects/Arc.h>
+#include <zep/objects/Circle.h>
+#include <zep/objects/Line.h>
+#include <zep/objects/Point.h>
+#include <zep/objects/Polyline.h>
+#include <zep/scene/Vertex3.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "appearance/LineShape.h"
-#include "framework/Color.h"
 #include "viewer/drawing/VertexArray.h"
+#include <zep/appearance/effects/LineShape.h>
+#include <zep/framework/Color.h>
 
 #include <functional>
 

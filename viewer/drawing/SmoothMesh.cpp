@@ -1,12 +1,12 @@
 #include "viewer/drawing/SmoothMesh.h"
 
-#include "appearance/DrawRun.h"
-#include "appearance/Material.h"
-#include "framework/Property.h"
-#include "objects/Mesh.h"
-#include "scene/Scene.h"
-#include "scene/ViewVolume.h"
 #include "viewer/drawing/DrawScopes.h"
+#include <zep/appearance/materials/Material.h>
+#include <zep/framework/Property.h>
+#include <zep/objects/Mesh.h>
+#include <zep/scene/DrawRun.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/ViewVolume.h>
 
 #include <algorithm>
 #include <cmath>

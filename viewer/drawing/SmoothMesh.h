@@ -1,7 +1,7 @@
 #pragma once
 
-#include "scene/DrawPasses.h"
-#include "scene/Geom.h"
+#include <zep/scene/DrawPasses.h>
+#include <zep/scene/Geom.h>
 
 #include <memory>
 #include <unordered_map>

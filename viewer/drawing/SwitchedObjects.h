@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene/Object.h"
+#include <zep/scene/Object.h>
 
 #include <QPointer>
 

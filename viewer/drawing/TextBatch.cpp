@@ -1,7 +1,7 @@
 #include "viewer/drawing/TextBatch.h"
 
-#include "objects/Label.h"
-#include "scene/GLState.h"
+#include <zep/objects/Label.h>
+#include <zep/scene/GLState.h>
 
 #include <algorithm>
 #include <cmath>

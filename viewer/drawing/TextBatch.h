@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/Color.h"
 #include "viewer/drawing/VertexArray.h"
+#include <zep/framework/Color.h>
 
 namespace ZEP {
 

@@ -1,7 +1,7 @@
 #include "viewer/drawing/VertexArray.h"
 
-#include "framework/Property.h"
-#include "scene/ViewVolume.h"
+#include <zep/framework/Property.h>
+#include <zep/scene/ViewVolume.h>
 
 #include <algorithm>
 #include <cmath>

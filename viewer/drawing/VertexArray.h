@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/Color.h"
-#include "scene/Geom.h"
+#include <zep/framework/Color.h>
+#include <zep/scene/Geom.h>
 
 #include <array>
 #include <cstddef>

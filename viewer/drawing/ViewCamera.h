@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/Camera.h"
+#include <zep/view/Camera.h>
 
 namespace ZEP {
 

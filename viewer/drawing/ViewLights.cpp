@@ -1,8 +1,8 @@
 #include "viewer/drawing/ViewLights.h"
 
-#include "scene/GLScopes.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
+#include <zep/gl/Scopes.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
 
 #include <array>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "appearance/Light.h"
 #include "viewer/content/Box.h"
+#include <zep/appearance/effects/Light.h>
 
 namespace ZEP {
 

@@ -1,14 +1,14 @@
 #include "viewer/drawing/ViewLook.h"
 
-#include "scene/Scene.h"
-#include "view/Camera.h"
-#include "view/Panel.h"
 #include "viewer/content/Faces.h"
 #include "viewer/drawing/DrawMeans.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/drawing/Ground.h"
 #include "viewer/drawing/LitContent.h"
 #include "viewer/drawing/ViewLights.h"
+#include <zep/scene/Scene.h>
+#include <zep/view/Camera.h>
+#include <zep/view/Panel.h>
 
 #include <algorithm>
 #include <cmath>

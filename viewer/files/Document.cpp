@@ -1,6 +1,5 @@
 #include "viewer/files/Document.h"
 
-#include "scene/Scene.h"
 #include "viewer/content/Seen.h"
 #include "viewer/content/Visibility.h"
 #include "viewer/drawing/FileRoot.h"
@@ -8,6 +7,7 @@
 #include "viewer/drawing/Framing.h"
 #include "viewer/files/Loading.h"
 #include "viewer/files/Materials.h"
+#include <zep/scene/Scene.h>
 
 #include <QFileInfo>
 #include <QGuiApplication>

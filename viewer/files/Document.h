@@ -1,11 +1,11 @@
 #pragma once
 
-#include "appearance/MaterialLibrary.h"
 #include "viewer/content/Objects.h"
 #include "viewer/drawing/Backdrop.h"
 #include "viewer/drawing/Directions.h"
 #include "viewer/drawing/ViewCamera.h"
 #include "viewer/files/OpenedFile.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
 
 #include <QObject>
 #include <QStringList>

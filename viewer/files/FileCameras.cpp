@@ -1,8 +1,8 @@
 #include "viewer/files/FileCameras.h"
 
-#include "framework/Exception.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/files/Document.h"
+#include <zep/framework/Exception.h>
 
 #include <QMap>
 

@@ -1,8 +1,8 @@
 #include "viewer/files/Format.h"
 
-#include "converters/LineSource.h"
-#include "framework/Exception.h"
-#include "framework/stream/StreamFile.h"
+#include <zep/converters/LineSource.h>
+#include <zep/framework/Exception.h>
+#include <zep/framework/stream/StreamFile.h>
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,13 +1,13 @@
 #include "viewer/files/Loading.h"
 
-#include "appearance/MaterialLibrary.h"
-#include "scene/Scene.h"
-#include "view/Actor.h"
 #include "viewer/content/Objects.h"
 #include "viewer/content/Visibility.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/drawing/Look.h"
 #include "viewer/files/Materials.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/scene/Scene.h>
+#include <zep/view/Actor.h>
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

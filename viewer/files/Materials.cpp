@@ -1,8 +1,8 @@
 #include "viewer/files/Materials.h"
 
-#include "appearance/MaterialLibrary.h"
-#include "objects/Mesh.h"
 #include "viewer/content/Objects.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/objects/Mesh.h>
 
 namespace ZEP {
 

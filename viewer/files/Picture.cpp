@@ -1,9 +1,9 @@
 #include "viewer/files/Picture.h"
 
-#include "framework/Exception.h"
-#include "view/Panel.h"
 #include "viewer/drawing/ViewLook.h"
 #include "viewer/files/Document.h"
+#include <zep/framework/Exception.h>
+#include <zep/view/Panel.h>
 
 #include <QFileInfo>
 #include <QImageWriter>

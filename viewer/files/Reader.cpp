@@ -1,11 +1,11 @@
 #include "viewer/files/Reader.h"
 
-#include "converters/DXF.h"
-#include "converters/RS274D.h"
-#include "converters/ThreeDS.h"
-#include "framework/Exception.h"
-#include "scene/Object.h"
 #include "viewer/files/SceneFile.h"
+#include <zep/converters/dxf/Converter.h>
+#include <zep/converters/rs274d/Converter.h>
+#include <zep/converters/threeds/Converter.h>
+#include <zep/framework/Exception.h>
+#include <zep/scene/Object.h>
 
 #include <QRegularExpression>
 

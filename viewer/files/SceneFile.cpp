@@ -1,12 +1,12 @@
 #include "viewer/files/SceneFile.h"
 
-#include "appearance/MaterialLibrary.h"
-#include "framework/Registry.h"
-#include "framework/stream/Reader.h"
-#include "framework/stream/StreamFile.h"
-#include "scene/XForm.h"
 #include "viewer/files/Materials.h"
 #include "viewer/files/StoredScene.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/framework/Registry.h>
+#include <zep/framework/stream/Reader.h>
+#include <zep/framework/stream/StreamFile.h>
+#include <zep/scene/XForm.h>
 
 namespace ZEP {
 

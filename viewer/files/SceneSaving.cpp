@@ -1,10 +1,10 @@
 #include "viewer/files/SceneSaving.h"
 
-#include "appearance/MaterialLibrary.h"
 #include "viewer/files/Materials.h"
 #include "viewer/files/Reader.h"
 #include "viewer/files/SceneFile.h"
 #include "viewer/files/StoredScene.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
 
 #include <QFileInfo>
 

@@ -1,6 +1,6 @@
 #include "viewer/files/StoredScene.h"
 
-#include "appearance/MaterialLibrary.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
 
 namespace ZEP {
 

@@ -1,12 +1,12 @@
 #include "viewer/window/ContentsDock.h"
 
-#include "scene/Object.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/files/Document.h"
 #include "viewer/files/Kinds.h"
 #include "viewer/window/ContentsModel.h"
 #include "viewer/window/ContentsView.h"
 #include "viewer/window/Selection.h"
+#include <zep/scene/Object.h>
 
 #include <QHeaderView>
 #include <QLabel>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "scene/Object.h"
 #include "viewer/window/ShownDock.h"
+#include <zep/scene/Object.h>
 
 #include <QBasicTimer>
 

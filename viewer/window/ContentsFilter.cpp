@@ -1,7 +1,7 @@
 #include "viewer/window/ContentsFilter.h"
 
-#include "scene/Object.h"
 #include "viewer/files/Kinds.h"
+#include <zep/scene/Object.h>
 
 #include <algorithm>
 

@@ -1,11 +1,11 @@
 #include "viewer/window/ContentsModel.h"
 
-#include "objects/Mesh.h"
-#include "scene/Scene.h"
 #include "viewer/content/Describe.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/files/Document.h"
 #include "viewer/files/Kinds.h"
+#include <zep/objects/Mesh.h>
+#include <zep/scene/Scene.h>
 
 #include <QColor>
 #include <QDir>

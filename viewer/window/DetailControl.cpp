@@ -1,7 +1,7 @@
 #include "viewer/window/DetailControl.h"
 
-#include "view/Panel.h"
 #include "viewer/files/Document.h"
+#include <zep/view/Panel.h>
 
 #include <QTimerEvent>
 

@@ -1,7 +1,5 @@
 #include "viewer/window/MainWindow.h"
 
-#include "framework/Exception.h"
-#include "view/Panel.h"
 #include "viewer/content/Describe.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/files/FileWatch.h"
@@ -15,6 +13,8 @@
 #include "viewer/window/SourceDock.h"
 #include "viewer/window/ViewOptions.h"
 #include "viewer/window/WelcomePage.h"
+#include <zep/framework/Exception.h>
+#include <zep/view/Panel.h>
 
 #include <QDragEnterEvent>
 #include <QFileInfo>

@@ -1,5 +1,3 @@
-#include "framework/Exception.h"
-#include "view/Panel.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/files/Info.h"
 #include "viewer/files/Picture.h"
@@ -15,6 +13,8 @@
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
 #include "viewer/window/WelcomePage.h"
+#include <zep/framework/Exception.h>
+#include <zep/view/Panel.h>
 
 #include <QFileDialog>
 #include <QMenuBar>

@@ -1,6 +1,6 @@
 #include "viewer/window/MiddleButton.h"
 
-#include "view/Panel.h"
+#include <zep/view/Panel.h>
 
 #include <QMouseEvent>
 

@@ -1,7 +1,7 @@
 #include "viewer/window/Navigation.h"
 
-#include "view/Panel.h"
 #include "viewer/window/MiddleButton.h"
+#include <zep/view/Panel.h>
 
 #include <QActionGroup>
 #include <QMainWindow>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/PanelControl.h"
+#include <zep/view/PanelControl.h>
 
 #include <QObject>
 

@@ -1,7 +1,7 @@
 #include "viewer/window/Playback.h"
 
-#include "scene/Scene.h"
 #include "viewer/window/SourceDock.h"
+#include <zep/scene/Scene.h>
 
 #include <QComboBox>
 #include <QMainWindow>

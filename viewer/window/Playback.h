@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/Actor.h"
+#include <zep/view/Actor.h>
 
 #include <QObject>
 

@@ -1,8 +1,8 @@
 #include "viewer/window/Selection.h"
 
-#include "scene/Scene.h"
-#include "view/Camera.h"
-#include "view/Panel.h"
+#include <zep/scene/Scene.h>
+#include <zep/view/Camera.h>
+#include <zep/view/Panel.h>
 
 #include <QTimerEvent>
 

@@ -1,6 +1,6 @@
 #include "viewer/window/SourceModel.h"
 
-#include "converters/LineSource.h"
+#include <zep/converters/LineSource.h>
 
 #include <QFile>
 

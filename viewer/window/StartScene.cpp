@@ -1,25 +1,25 @@
 #include "viewer/window/StartScene.h"
 
-#include "appearance/Light.h"
-#include "appearance/Material.h"
-#include "framework/Property.h"
-#include "objects/Box.h"
-#include "objects/Cone.h"
-#include "objects/DisplayLists.h"
-#include "objects/HeightField.h"
-#include "objects/Label.h"
-#include "objects/Mesh.h"
-#include "objects/Polyhedra.h"
-#include "objects/Sphere.h"
-#include "objects/Torus.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
-#include "view/Actor.h"
-#include "view/Camera.h"
 #include "viewer/drawing/FirstPasses.h"
 #include "viewer/window/StartTeapot.h"
 #include "viewer/window/StartTextures.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/appearance/materials/Material.h>
+#include <zep/framework/Property.h>
+#include <zep/objects/Box.h>
+#include <zep/objects/Cone.h>
+#include <zep/objects/DisplayLists.h>
+#include <zep/objects/HeightField.h>
+#include <zep/objects/Label.h>
+#include <zep/objects/Mesh.h>
+#include <zep/objects/Polyhedra.h>
+#include <zep/objects/Sphere.h>
+#include <zep/objects/Torus.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Actor.h>
+#include <zep/view/Camera.h>
 
 #include <QImage>
 

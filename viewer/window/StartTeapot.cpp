@@ -1,7 +1,7 @@
 #include "viewer/window/StartTeapot.h"
 
-#include "objects/Mesh.h"
-#include "objects/TeapotPatches.h"
+#include <zep/objects/Mesh.h>
+#include <zep/objects/TeapotPatches.h>
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "viewer/window/WelcomePage.h"
 
-#include "view/Camera.h"
-#include "view/Panel.h"
 #include "viewer/drawing/Look.h"
 #include "viewer/files/Format.h"
+#include <zep/view/Camera.h>
+#include <zep/view/Panel.h>
 
 #include <QEvent>
 #include <QFileInfo>

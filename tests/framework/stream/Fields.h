@@ -1,11 +1,11 @@
 #pragma once
 
-#include "framework/Collection.h"
-#include "framework/Component.h"
-#include "framework/stream/ClassLayout.h"
-#include "framework/stream/Reader.h"
-#include "framework/stream/StreamFile.h"
-#include "framework/stream/Writer.h"
+#include <zep/framework/Collection.h>
+#include <zep/framework/Component.h>
+#include <zep/framework/stream/ClassLayout.h>
+#include <zep/framework/stream/Reader.h>
+#include <zep/framework/stream/StreamFile.h>
+#include <zep/framework/stream/Writer.h>
 
 #include <QBuffer>
 

@@ -1,10 +1,10 @@
-#include "framework/MappedFile.h"
-#include "framework/stream/TextSource.h"
-#include "scene/Scene.h"
 #include "tests/framework/stream/Fields.h"
 #include "tests/framework/stream/StreamText.h"
 #include "tests/fuzz/StreamInput.h"
-#include "view/Camera.h"
+#include <zep/framework/MappedFile.h>
+#include <zep/framework/stream/TextSource.h>
+#include <zep/scene/Scene.h>
+#include <zep/view/Camera.h>
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 #include "tests/framework/stream/Fields.h"
 
-#include "framework/Registry.h"
-#include "scene/Scene.h"
-#include "scene/XForm.h"
+#include <zep/framework/Registry.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/XForm.h>
 
 #include <gmock/gmock.h>
 

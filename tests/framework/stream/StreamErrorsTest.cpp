@@ -1,5 +1,5 @@
-#include "framework/stream/TextSource.h"
 #include "tests/framework/stream/StreamText.h"
+#include <zep/framework/stream/TextSource.h>
 
 #include <gmock/gmock.h>
 

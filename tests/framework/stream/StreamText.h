@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/stream/StreamFile.h"
+#include <zep/framework/stream/StreamFile.h>
 
 #include <QBuffer>
 

@@ -1,7 +1,7 @@
 #include "viewer/content/Describe.h"
 
-#include "converters/RS274D.h"
-#include "scene/Object.h"
+#include <zep/converters/rs274d/Converter.h>
+#include <zep/scene/Object.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "viewer/content/Visibility.h"
 
-#include "scene/Scene.h"
+#include <zep/scene/Scene.h>
 
 #include <gtest/gtest.h>
 

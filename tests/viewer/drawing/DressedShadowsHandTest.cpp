@@ -1,19 +1,19 @@
 #include "tests/FolderTest.h"
 
-#include "appearance/Light.h"
-#include "objects/Box.h"
-#include "objects/Sphere.h"
-#include "objects/Torus.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
-#include "view/Panel.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/drawing/Ground.h"
 #include "viewer/drawing/ViewLights.h"
 #include "viewer/drawing/ViewLook.h"
 #include "viewer/files/Document.h"
 #include "viewer/window/StartScene.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/objects/Box.h>
+#include <zep/objects/Sphere.h>
+#include <zep/objects/Torus.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Panel.h>
 
 #include <GL/gl.h>
 #include <malloc.h>

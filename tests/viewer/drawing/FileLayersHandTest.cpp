@@ -1,14 +1,14 @@
 #include "tests/viewer/RootFromAbove.h"
 
-#include "appearance/Light.h"
-#include "objects/Box.h"
-#include "objects/Circle.h"
-#include "objects/Label.h"
-#include "objects/Mesh.h"
-#include "objects/Point.h"
-#include "objects/Polygon.h"
-#include "objects/Polyline.h"
-#include "view/Actor.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/objects/Box.h>
+#include <zep/objects/Circle.h>
+#include <zep/objects/Label.h>
+#include <zep/objects/Mesh.h>
+#include <zep/objects/Point.h>
+#include <zep/objects/Polygon.h>
+#include <zep/objects/Polyline.h>
+#include <zep/view/Actor.h>
 
 namespace ZEP {
 namespace {

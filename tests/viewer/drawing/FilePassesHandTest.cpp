@@ -1,11 +1,11 @@
 #include "tests/viewer/RootFromAbove.h"
 
-#include "appearance/Light.h"
-#include "appearance/Material.h"
-#include "objects/Box.h"
-#include "objects/Mesh.h"
-#include "objects/Polygon.h"
-#include "view/Actor.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/appearance/materials/Material.h>
+#include <zep/objects/Box.h>
+#include <zep/objects/Mesh.h>
+#include <zep/objects/Polygon.h>
+#include <zep/view/Actor.h>
 
 #include <set>
 

@@ -1,8 +1,8 @@
 #include "tests/viewer/RootFromAbove.h"
 
-#include "objects/Arc.h"
-#include "objects/Circle.h"
-#include "objects/Polyline.h"
+#include <zep/objects/Arc.h>
+#include <zep/objects/Circle.h>
+#include <zep/objects/Polyline.h>
 
 namespace ZEP {
 namespace {

@@ -1,6 +1,6 @@
 #include "viewer/drawing/Framing.h"
 
-#include "view/Camera.h"
+#include <zep/view/Camera.h>
 
 #include <gtest/gtest.h>
 

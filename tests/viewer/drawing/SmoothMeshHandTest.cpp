@@ -1,9 +1,9 @@
 #include "tests/viewer/RootFromAbove.h"
 
-#include "appearance/Light.h"
-#include "appearance/MaterialLibrary.h"
-#include "objects/Box.h"
-#include "objects/Mesh.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/objects/Box.h>
+#include <zep/objects/Mesh.h>
 
 #include <cmath>
 #include <numbers>

@@ -1,14 +1,14 @@
 #include "viewer/files/Document.h"
 
-#include "appearance/MaterialLibrary.h"
-#include "framework/Exception.h"
-#include "objects/Mesh.h"
-#include "scene/Scene.h"
 #include "tests/FolderTest.h"
 #include "tests/viewer/SampleFiles.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/files/FileCameras.h"
 #include "viewer/files/SceneSaving.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/framework/Exception.h>
+#include <zep/objects/Mesh.h>
+#include <zep/scene/Scene.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "viewer/files/Format.h"
 
-#include "framework/Exception.h"
 #include "tests/viewer/SampleFiles.h"
+#include <zep/framework/Exception.h>
 
 #include <gtest/gtest.h>
 

@@ -1,16 +1,16 @@
 #include "viewer/files/Info.h"
 
-#include "appearance/Light.h"
-#include "objects/Arc.h"
-#include "objects/Circle.h"
-#include "objects/Line.h"
-#include "objects/Mesh.h"
-#include "objects/Point.h"
-#include "objects/Polygon.h"
-#include "objects/Polyline.h"
-#include "view/Actor.h"
-#include "view/Camera.h"
 #include "viewer/drawing/FileRoot.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/objects/Arc.h>
+#include <zep/objects/Circle.h>
+#include <zep/objects/Line.h>
+#include <zep/objects/Mesh.h>
+#include <zep/objects/Point.h>
+#include <zep/objects/Polygon.h>
+#include <zep/objects/Polyline.h>
+#include <zep/view/Actor.h>
+#include <zep/view/Camera.h>
 
 #include <gtest/gtest.h>
 

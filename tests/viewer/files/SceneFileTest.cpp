@@ -1,10 +1,10 @@
 #include "viewer/files/SceneSaving.h"
 
-#include "scene/Scene.h"
-#include "scene/XForm.h"
 #include "tests/FolderTest.h"
 #include "viewer/CommandLine.h"
 #include "viewer/files/Document.h"
+#include <zep/scene/Scene.h>
+#include <zep/scene/XForm.h>
 
 #include <gmock/gmock.h>
 

@@ -1,10 +1,10 @@
 #include "viewer/window/ContentsDock.h"
 
 #include "tests/viewer/WindowTest.h"
-#include "view/Panel.h"
 #include "viewer/window/ContentsModel.h"
 #include "viewer/window/ContentsView.h"
 #include "viewer/window/Selection.h"
+#include <zep/view/Panel.h>
 
 #include <QLineEdit>
 #include <QMenu>

@@ -1,12 +1,12 @@
 #include "viewer/window/ContentsModel.h"
 
-#include "appearance/MaterialLibrary.h"
-#include "objects/Mesh.h"
-#include "scene/Scene.h"
 #include "tests/FolderTest.h"
 #include "tests/viewer/SampleFiles.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/files/Document.h"
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/objects/Mesh.h>
+#include <zep/scene/Scene.h>
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "tests/viewer/WindowTest.h"
-#include "view/Panel.h"
 #include "viewer/window/MessagesDock.h"
+#include <zep/view/Panel.h>
 
 #include <QClipboard>
 #include <QDropEvent>

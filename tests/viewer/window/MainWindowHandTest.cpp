@@ -1,10 +1,10 @@
 #include "viewer/window/MainWindow.h"
 
-#include "view/Camera.h"
-#include "view/Panel.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/files/RecentFiles.h"
 #include "viewer/window/WelcomePage.h"
+#include <zep/view/Camera.h>
+#include <zep/view/Panel.h>
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #include "viewer/window/Navigation.h"
 
-#include "objects/Line.h"
-#include "scene/Scene.h"
-#include "view/Panel.h"
 #include "viewer/drawing/ViewCamera.h"
 #include "viewer/window/Selection.h"
+#include <zep/objects/Line.h>
+#include <zep/scene/Scene.h>
+#include <zep/view/Panel.h>
 
 #include <gtest/gtest.h>
 

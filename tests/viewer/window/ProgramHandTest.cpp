@@ -1,10 +1,10 @@
 #include "viewer/window/MainWindow.h"
 
-#include "view/Panel.h"
 #include "viewer/drawing/FileRoot.h"
 #include "viewer/window/Playback.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
+#include <zep/view/Panel.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "viewer/window/SourceModel.h"
 #include "viewer/content/ProgramMoves.h"
 
-#include "scene/Object.h"
+#include <zep/scene/Object.h>
 
 #include <gtest/gtest.h>
 

@@ -1,18 +1,18 @@
 #include "viewer/window/ViewOptions.h"
 
-#include "appearance/Light.h"
-#include "appearance/Material.h"
-#include "objects/Box.h"
-#include "objects/Line.h"
-#include "objects/Mesh.h"
-#include "objects/Polygon.h"
-#include "scene/GLNames.h"
-#include "scene/Scene.h"
-#include "scene/Vertex3.h"
-#include "scene/XForm.h"
-#include "view/Camera.h"
-#include "view/Panel.h"
 #include "viewer/drawing/FileRoot.h"
+#include <zep/appearance/effects/Light.h>
+#include <zep/appearance/materials/Material.h>
+#include <zep/gl/Names.h>
+#include <zep/objects/Box.h>
+#include <zep/objects/Line.h>
+#include <zep/objects/Mesh.h>
+#include <zep/objects/Polygon.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Camera.h>
+#include <zep/view/Panel.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "viewer/window/WelcomePage.h"
 
-#include "scene/Scene.h"
-#include "view/Panel.h"
+#include <zep/scene/Scene.h>
+#include <zep/view/Panel.h>
 
 #include <gtest/gtest.h>
 

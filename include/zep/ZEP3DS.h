@@ -1,6 +1,0 @@
-#pragma once
-
-/// \file
-/// The reader of 3DS scenes.
-
-#include "converters/ThreeDS.h"

@@ -1,6 +1,0 @@
-#pragma once
-
-/// \file
-/// Textures of materials.
-
-#include "appearance/Texture.h"

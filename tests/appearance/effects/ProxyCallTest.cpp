@@ -1,0 +1,175 @@
+#include "tests/appearance/effects/ShadowFixture.h"
+
+#include <functional>
+
+namespace ZEP {
+namespace {
+
+using TCalls = std::vector<std::string>;
+
+/// Notes the hooks that draw it.
+class TProbe : public TZEPShadowedObject {
+public:
+    using TZEPShadowedObject::TZEPShadowedObject;
+    void DrawPre() override { Note("pre"); }
+    void DrawLight(bool shadowed) override { Note(shadowed ? "light shadowed" : "light"); }
+    void DrawMain(bool draft) override {
+        Note(draft ? "main draft" : "main");
+        if (const auto act = OnMain) act(); // which may replace itself
+    }
+    void DrawTransparent(bool) override { Note("transparent"); }
+    void DrawReflections() override { Note("reflections"); }
+    void BuildShadowVolumes() override { Note("build"); }
+    void DrawShadowVolumes() override { Note("volumes"); }
+    void DrawShadows(bool) override { Note("shadows"); }
+    void DrawPost() override { Note("post"); }
+    void DrawSpecific(GLenum, bool) override { Note("specific"); }
+    std::function<void()> OnMain;
+
+private:
+    void Note(const char* hook) const { GlCalls::Note(hook + (" " + Ident()).toStdString()); }
+};
+
+class ProxyCall : public ShadowScene {
+protected:
+    void SetUp() override {
+        ShadowScene::SetUp();
+        if (IsSkipped()) return;
+        Elsewhere.SetFShadows(true);
+        Target = AddProbe(&Elsewhere, "target");
+        Target->XForm()->Translate()->SetX(5);
+        AddProbe(Target, "inner");
+        Proxy = Add<TZEPProxy>();
+        Proxy->XForm()->Translate()->SetX(1);
+        Proxy->SetProxy(Target);
+        AddProbe(Proxy, "own");
+    }
+    TProbe* AddProbe(TZEPObject* parent, const char* ident) {
+        auto* probe = Add<TProbe>(parent);
+        probe->SetIdent(QString::fromLatin1(ident));
+        return probe;
+    }
+    TCalls Drawn(TZEPDrawState state, TZEPDrawKind kind = dkFull) {
+        const GlCalls calls;
+        Proxy->Draw(Scene, state, kind);
+        return calls.List();
+    }
+
+    TZEPScene Elsewhere;
+    TProbe* Target = nullptr;
+    TZEPProxy* Proxy = nullptr;
+};
+
+TCalls Placed(const std::string& hook) {
+    const auto moved = [](const char* x) {
+        return std::string("glMultMatrixd(1 0 0 0 0 1 0 0 0 0 1 0 ") + x + " 0 0 1)";
+    };
+    TCalls calls{"glPushMatrix()", moved("1"),       hook + " own",   "glPushMatrix()", moved("5"),
+                 hook + " inner",  hook + " target", "glPopMatrix()", "glPopMatrix()"};
+    return calls;
+}
+
+TEST_F(ProxyCall, EachPassDrawsTheTargetAsAChild) {
+    struct Case {
+        TZEPDrawState State;
+        const char* Hook;
+    };
+    for (const auto& [state, hook] :
+         {Case{dsPre, "pre"}, Case{dsAllLights, "light"}, Case{dsShadowLights, "light shadowed"},
+          Case{dsAllObjects, "main"}, Case{dsReflections, "reflections"},
+          Case{dsBuildShadowVolumes, "build"}, Case{dsDrawShadowVolumes, "volumes"},
+          Case{dsShadows, "shadows"}, Case{dsTransparent, "transparent"}, Case{dsPost, "post"}})
+        EXPECT_EQ(Drawn(state), Placed(hook)) << hook;
+    Proxy->SetVisible(false);
+    EXPECT_EQ(Drawn(dsAllObjects), TCalls{});
+    Proxy->SetVisible(true);
+    Proxy->SetProxy(nullptr);
+    EXPECT_EQ(Drawn(dsAllObjects), TCalls{}) << "nor its children without a target";
+}
+
+TEST_F(ProxyCall, FlagsAreItsOwn) {
+    const auto draws = [this](TZEPDrawState state, const char* call) {
+        const TCalls calls = Drawn(state);
+        return std::ranges::count(calls, std::string(call)) == 1;
+    };
+    Target->SetReceiveShadows(true);
+    EXPECT_TRUE(draws(dsNonShadowObjects, "main target"));
+    EXPECT_FALSE(draws(dsShadowObjects, "main target"));
+    Target->SetReceiveShadows(false);
+    Proxy->SetShadows(1, true);
+    EXPECT_FALSE(draws(dsNonShadowObjects, "main target"));
+    EXPECT_TRUE(draws(dsShadowObjects, "main target"));
+    Target->SetDrawType(dtLine);
+    EXPECT_TRUE(draws(dsAllObjects, "main target"));
+    Proxy->SetDrawType(dtLine);
+    EXPECT_TRUE(draws(dsAllObjects, "main draft target"));
+    Target->SetVisible(false);
+    EXPECT_TRUE(draws(dsAllObjects, "main draft target"));
+}
+
+TEST_F(ProxyCall, AClickFindsTheTarget) {
+    const TCalls calls = Drawn(dsAllObjects, dkSelect);
+    EXPECT_EQ(std::ranges::count(calls, std::string("specific target")), 1);
+    EXPECT_EQ(std::ranges::count_if(
+                  calls, [](const std::string& call) { return call.starts_with("glPushName"); }),
+              3);
+}
+
+TEST_F(ProxyCall, WithinItsOwnTargetItDrawsAsOftenAsItIsTold) {
+    Proxy->SetParentComponent(AddProbe(Target, "branch")); // below the target now
+    for (const int recurse : {-1, 0, 1, 5}) {
+        Proxy->SetRecurse(recurse);
+        const GlCalls calls;
+        Target->Draw(Scene, dsAllObjects, dkFull);
+        EXPECT_EQ(calls.Count("main own"), static_cast<std::size_t>(recurse + 1)) << recurse;
+    }
+    Proxy->SetRecurse(1'000'000);
+    const GlCalls calls;
+    Target->Draw(Scene, dsAllObjects, dkFull);
+    EXPECT_GT(calls.Count("main own"), 5U);
+    GLint depth = 0;
+    glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depth);
+    EXPECT_EQ(depth, 1);
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST_F(ProxyCall, ProxiesThatLeadToEachOtherComeToAnEnd) {
+    auto* branch = AddProbe(Target, "branch");
+    for (int i = 0; i < 8; ++i) {
+        auto* proxy = Add<TZEPProxy>(Proxy);
+        proxy->SetProxy(Target);
+        proxy->SetParentComponent(branch);
+    }
+    const GlCalls calls;
+    Target->Draw(Scene, dsAllObjects, dkFull);
+    EXPECT_GT(calls.Count("main inner"), 8U);
+    EXPECT_LT(calls.Count("main inner"), 50'000U);
+}
+
+TEST_F(ProxyCall, WhatIsDrawnMayFreeTheTargetOrTheProxy) {
+    for (const char* inner : {"inner", "own"})
+        for (const bool target : {true, false}) {
+            auto* holder = Add<TZEPNode>();
+            auto* goal = AddProbe(holder, "goal");
+            TProbe* below = AddProbe(goal, "below");
+            auto* proxy = Add<TZEPProxy>(holder);
+            TProbe* own = AddProbe(proxy, "child");
+            proxy->SetProxy(goal);
+            TProbe* actor = QLatin1String(inner) == QLatin1String("own") ? own : below;
+            // Not the object that draws itself at this moment.
+            actor->OnMain = [&, actor] {
+                actor->SetParentComponent(&Scene);
+                actor->OnMain = {};
+                if (target)
+                    delete goal;
+                else
+                    delete proxy;
+            };
+            proxy->Draw(Scene, dsAllObjects, dkFull);
+            EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+            delete holder;
+        }
+}
+
+} // namespace
+} // namespace ZEP

@@ -1,0 +1,99 @@
+#include <zep/appearance/materials/MaterialLibrary.h>
+
+#include <zep/framework/Property.h>
+#include <zep/framework/Registry.h>
+
+#include <gmock/gmock.h>
+
+using namespace ZEP;
+using testing::Each;
+
+namespace {
+
+struct User : TZEPCollectionUser {
+    std::vector<TObject*> Senders;
+    bool WantsInvalidation() const override { return true; }
+    void Invalidate(TObject* sender) override { Senders.push_back(sender); }
+};
+
+} // namespace
+
+TEST(MaterialLibrary, IsCreatedByNameAndPublishesItsMaterials) {
+    const TClassRegistry::Entry* entry =
+        TClassRegistry::Instance().Find(QStringLiteral("TZEPMaterialLibrary"));
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(entry->Group, QStringLiteral("OpenGL"));
+    TComponent form;
+    auto* library = dynamic_cast<TZEPMaterialLibrary*>(entry->Make(&form));
+    ASSERT_TRUE(library);
+    const QMetaObject& type = *library->metaObject();
+    EXPECT_EQ(SubObject(type.property(type.indexOfProperty("Materials")), library),
+              library->Materials());
+    EXPECT_EQ(library->Materials()->Owner(), static_cast<TObject*>(&form));
+}
+
+TEST(MaterialLibrary, ItemsPublishMaterialAndIdent) {
+    const QList<QMetaProperty> properties = PublishedProperties(TZEPMaterialCI::staticMetaObject);
+    ASSERT_EQ(properties.size(), 2);
+    EXPECT_STREQ(properties[0].name(), "Material");
+    EXPECT_STREQ(properties[1].name(), "Ident");
+}
+
+TEST(MaterialLibrary, EveryChangeOfAMaterialReachesTheUsers) {
+    TZEPMaterialLibrary library;
+    TZEPMaterialCI* item = library.Materials()->Add();
+    User user;
+    library.Materials()->RegisterObject(&user);
+    struct Case {
+        const char* What;
+        void (*Change)(TZEPMaterial&);
+        std::size_t Told;
+    };
+    for (const Case& c :
+         {Case{"transparency", [](TZEPMaterial& m) { m.SetTransparency(0.5F); }, 2},
+          Case{"shininess", [](TZEPMaterial& m) { m.BackFace()->SetShininess(4); }, 1},
+          Case{"texture", [](TZEPMaterial& m) { m.Texture()->SetAngle(4); }, 1},
+          Case{"colour", [](TZEPMaterial& m) { m.FrontFace()->SetAmbient(clRed); }, 0}}) {
+        user.Senders.clear();
+        c.Change(*item->Material());
+        EXPECT_EQ(user.Senders.size(), c.Told) << c.What;
+        EXPECT_THAT(user.Senders, Each(library.Materials())) << c.What;
+    }
+}
+
+TEST(MaterialLibrary, CopiesTellTheirOwnCollection) {
+    TZEPMaterialLibrary source;
+    TZEPMaterialLibrary copy;
+    source.Materials()->Add()->SetIdent(QStringLiteral("steel"));
+    source.Materials()->Item(0)->Material()->SetTransparency(0.25F);
+    copy.Materials()->Assign(source.Materials());
+    ASSERT_EQ(copy.Materials()->Count(), 1);
+    TZEPMaterialCI* item = copy.Materials()->Item(0);
+    EXPECT_EQ(item->Ident(), QStringLiteral("steel"));
+    EXPECT_EQ(item->Material()->Transparency(), 0.25F);
+
+    User sourceUser;
+    User copyUser;
+    source.Materials()->RegisterObject(&sourceUser);
+    copy.Materials()->RegisterObject(&copyUser);
+    item->Material()->FrontFace()->SetShininess(9);
+    EXPECT_EQ(sourceUser.Senders.size(), 0U);
+    EXPECT_EQ(copyUser.Senders.size(), 1U);
+    EXPECT_EQ(source.Materials()->Item(0)->Material()->FrontFace()->Shininess(), 0);
+}
+
+TEST(MaterialLibrary, DeletingAnItemKeepsTheOthersAndTheirEvents) {
+    TZEPMaterialLibrary library;
+    for (const char* name : {"a", "b", "c"})
+        library.Materials()->Add()->SetIdent(QString::fromLatin1(name));
+    library.Materials()->Item(2)->Material()->SetTransparency(0.5F);
+    library.Materials()->Delete(0);
+    ASSERT_EQ(library.Materials()->Count(), 2);
+    EXPECT_EQ(library.Materials()->Item(0)->Ident(), QStringLiteral("b"));
+    EXPECT_EQ(library.Materials()->Item(1)->Ident(), QStringLiteral("c"));
+    EXPECT_EQ(library.Materials()->Item(1)->Material()->Transparency(), 0.5F);
+    User user;
+    library.Materials()->RegisterObject(&user);
+    library.Materials()->Item(1)->Material()->SetTransparency(0);
+    EXPECT_EQ(user.Senders.size(), 2U);
+}

@@ -1,0 +1,179 @@
+#include <zep/appearance/materials/Material.h>
+
+#include <zep/framework/Exception.h>
+#include <zep/framework/Property.h>
+
+#include <gmock/gmock.h>
+
+#include <limits>
+
+using namespace ZEP;
+using testing::ElementsAre;
+
+namespace {
+
+struct Listener : TObject {
+    std::vector<TObject*> Senders;
+    void Changed(TObject* sender) { Senders.push_back(sender); }
+    TNotifyEvent Event() { return Notify<&Listener::Changed>(this); }
+};
+
+std::vector<float> Alphas(const TZEPFaceMaterial& face) {
+    std::vector<float> alphas;
+    for (int i = TZEPFaceMaterial::AmbientColor; i <= TZEPFaceMaterial::EmissionColor; ++i)
+        alphas.push_back(face.RGBA(static_cast<TZEPFaceMaterial::ColorIndex>(i))[3]);
+    return alphas;
+}
+
+} // namespace
+
+TEST(Material, NewOneIsGreyAndOpaqueWithUnsetAlphas) {
+    TZEPMaterial material({});
+    EXPECT_FALSE(material.IsTransparent());
+    EXPECT_FALSE(material.HasTexture());
+    for (const TZEPFaceMaterial* face : {material.FrontFace(), material.BackFace()}) {
+        EXPECT_EQ(face->Ambient(), TColor(0x404040));
+        EXPECT_EQ(face->Diffuse(), TColor(0xC0C0C0));
+        EXPECT_EQ(face->Specular(), clBlack);
+        EXPECT_EQ(face->Emission(), clBlack);
+        EXPECT_EQ(face->Shininess(), 0);
+        EXPECT_THAT(Alphas(*face), ElementsAre(0, 0, 0, 0));
+        EXPECT_FLOAT_EQ(face->RGBA(TZEPFaceMaterial::DiffuseColor)[1], 192 / 255.0F);
+    }
+    EXPECT_EQ(material.FrontFace()->Face(), GLenum{GL_FRONT});
+    EXPECT_EQ(material.BackFace()->Face(), GLenum{GL_BACK});
+}
+
+TEST(Material, PublishesItsPropertiesInOrder) {
+    const auto names = [](const QMetaObject& type) {
+        QStringList list;
+        for (const QMetaProperty& property : PublishedProperties(type)) list << property.name();
+        return list.join(u' ');
+    };
+    EXPECT_EQ(names(TZEPFaceMaterial::staticMetaObject),
+              QStringLiteral("Ambient Diffuse Specular Emission Shininess"));
+    EXPECT_EQ(names(TZEPMaterial::staticMetaObject),
+              QStringLiteral("BackFace FrontFace Texture Transparency"));
+}
+
+TEST(Material, TransparencyIsKeptAndReachesTheFacesClamped) {
+    struct Case {
+        float Value, Alpha;
+        bool Transparent;
+    };
+    for (const Case& c : {Case{0.25F, 0.75F, true}, Case{1, 0, true}, Case{2, 0, true},
+                          Case{-1, 1, false}, Case{1e-5F, 1 - 1e-5F, true}}) {
+        Listener listener;
+        TZEPMaterial material(listener.Event());
+        material.SetTransparency(c.Value);
+        material.SetTransparency(c.Value);
+        EXPECT_EQ(material.Transparency(), c.Value);
+        EXPECT_EQ(material.IsTransparent(), c.Transparent) << c.Value;
+        for (const TZEPFaceMaterial* face : {material.FrontFace(), material.BackFace()})
+            EXPECT_THAT(Alphas(*face), ElementsAre(c.Alpha, c.Alpha, c.Alpha, c.Alpha)) << c.Value;
+        EXPECT_THAT(listener.Senders, ElementsAre(material.FrontFace(), material.BackFace()));
+    }
+}
+
+TEST(FaceMaterial, ParametersAreClampedAndTold) {
+    struct Case {
+        float Value, Shininess, Transparency;
+    };
+    const float none = std::numeric_limits<float>::quiet_NaN();
+    const float infinite = std::numeric_limits<float>::infinity();
+    for (const Case& c : {Case{200, 128, 1}, Case{-5, 0, 0}, Case{0.5F, 0.5F, 0.5F},
+                          Case{infinite, 128, 1}, Case{none, 0, 0}}) {
+        Listener listener;
+        TZEPFaceMaterial face(GL_BACK, listener.Event());
+        face.SetShininess(c.Value);
+        face.SetParam(TZEPFaceMaterial::TransparencyParam, c.Value);
+        EXPECT_EQ(face.Shininess(), c.Shininess) << c.Value;
+        EXPECT_EQ(face.Transparency(), c.Transparency) << c.Value;
+        EXPECT_EQ(face.RGBA(TZEPFaceMaterial::SpecularColor)[3], 1 - c.Transparency);
+        face.SetParam(2, 1);
+        face.SetParam(-1, 1);
+        EXPECT_THAT(listener.Senders, ElementsAre(&face, &face));
+    }
+}
+
+TEST(FaceMaterial, ColoursAreSetByIndexSilently) {
+    struct Case {
+        int Index;
+        TColor Ambient, Diffuse, Specular, Emission;
+    };
+    constexpr TColor A = 0x404040;
+    constexpr TColor D = 0xC0C0C0;
+    constexpr TColor New = 0x3366CC;
+    for (const Case& c : {Case{0, New, D, 0, 0}, Case{1, A, New, 0, 0}, Case{2, A, D, New, 0},
+                          Case{3, A, D, 0, New}, Case{10, New, New, 0, 0}, Case{4, A, D, 0, 0},
+                          Case{9, A, D, 0, 0}, Case{11, A, D, 0, 0}, Case{-1, A, D, 0, 0}}) {
+        Listener listener;
+        TZEPFaceMaterial face(GL_FRONT, listener.Event());
+        face.SetAlpha(0.5F);
+        face.SetColor(c.Index, New);
+        EXPECT_EQ(face.Ambient(), c.Ambient) << c.Index;
+        EXPECT_EQ(face.Diffuse(), c.Diffuse) << c.Index;
+        EXPECT_EQ(face.Specular(), c.Specular) << c.Index;
+        EXPECT_EQ(face.Emission(), c.Emission) << c.Index;
+        EXPECT_EQ(face.RGBA(TZEPFaceMaterial::DiffuseColor), ToGLColor(c.Diffuse, 0.5F)) << c.Index;
+        EXPECT_TRUE(listener.Senders.empty()) << c.Index;
+    }
+}
+
+TEST(FaceMaterial, ResolvesSystemColours) {
+    TZEPFaceMaterial face(GL_FRONT, {});
+    face.SetDiffuse(clWindow);
+    EXPECT_EQ(face.Diffuse(), clWindow);
+    EXPECT_EQ(face.RGBA(TZEPFaceMaterial::DiffuseColor), ToGLColor(ColorToRGB(clWindow), 0));
+}
+
+TEST(Material, AssignCopiesValuesButNeitherSideNorEvent) {
+    Listener listener;
+    TZEPMaterial source({});
+    source.FrontFace()->SetColor(TZEPFaceMaterial::BaseColor, clRed);
+    source.BackFace()->SetShininess(64);
+    source.SetTransparency(2);
+    TZEPMaterial copy(listener.Event());
+    EXPECT_FALSE(copy.SameAs(source));
+    copy.Assign(&source);
+    EXPECT_TRUE(copy.SameAs(source));
+    EXPECT_EQ(copy.FrontFace()->Ambient(), clRed);
+    EXPECT_EQ(copy.BackFace()->Face(), GLenum{GL_BACK});
+    EXPECT_EQ(copy.Transparency(), 2);
+    EXPECT_EQ(copy.BackFace()->Transparency(), 1);
+
+    listener.Senders.clear();
+    copy.FrontFace()->Assign(source.BackFace());
+    EXPECT_TRUE(listener.Senders.empty());
+    EXPECT_EQ(copy.FrontFace()->Face(), GLenum{GL_FRONT});
+    copy.FrontFace()->SetShininess(1);
+    EXPECT_THAT(listener.Senders, ElementsAre(copy.FrontFace()));
+}
+
+TEST(Material, AssignRefusesOtherClasses) {
+    TZEPMaterial material({});
+    EXPECT_THROW(material.Assign(material.FrontFace()), Exception);
+    EXPECT_THROW(material.FrontFace()->Assign(&material), Exception);
+    EXPECT_THROW(material.SetTexture(nullptr), Exception);
+}
+
+TEST(Material, SameAsComparesWhatOpenGLGets) {
+    TZEPMaterial one({});
+    TZEPMaterial other({});
+    EXPECT_TRUE(one.SameAs(other));
+    other.BackFace()->SetEmission(clBlue);
+    EXPECT_FALSE(one.SameAs(other));
+    one.BackFace()->SetEmission(clBlue);
+    EXPECT_TRUE(one.SameAs(other));
+    one.FrontFace()->SetShininess(3);
+    EXPECT_FALSE(one.SameAs(other));
+    one.FrontFace()->SetShininess(0);
+    one.SetTransparency(0.5F);
+    EXPECT_FALSE(one.SameAs(other));
+    other.SetTransparency(0.5F);
+    EXPECT_TRUE(one.SameAs(other));
+    one.Texture()->Image()->SetImage(QImage(1, 1, QImage::Format_RGB32));
+    EXPECT_FALSE(one.SameAs(other));
+    EXPECT_FALSE(other.SameAs(one));
+    EXPECT_FALSE(one.SameAs(one));
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+/// \file
+/// The core: objects, transforms, collections, materials, the scene, the camera and, for programs
+/// with Qt Widgets, the panel and its context.
+
+#include <zep/appearance/effects/Fog.h>
+#include <zep/appearance/effects/Light.h>
+#include <zep/appearance/effects/LineShape.h>
+#include <zep/appearance/effects/LogicalObject.h>
+#include <zep/appearance/effects/Proxy.h>
+#include <zep/appearance/effects/ReflexedObject.h>
+#include <zep/appearance/effects/ShadowedObject.h>
+#include <zep/appearance/effects/Shape.h>
+#include <zep/appearance/materials/Material.h>
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/framework/SharedCollection.h>
+#include <zep/scene/ColoredObject.h>
+#include <zep/scene/DrawStates.h>
+#include <zep/scene/Object.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/VertexItems.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Actor.h>
+#include <zep/view/Camera.h>
+#if __has_include(<QWidget>)
+#include <zep/view/Context.h>
+#include <zep/view/Cursors.h>
+#include <zep/view/Panel.h>
+#include <zep/view/PanelControl.h>
+#include <zep/view/TimeLine.h>
+#endif

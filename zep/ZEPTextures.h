@@ -1,0 +1,6 @@
+#pragma once
+
+/// \file
+/// Textures of materials.
+
+#include <zep/appearance/materials/Texture.h>

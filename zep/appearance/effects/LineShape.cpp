@@ -1,0 +1,41 @@
+#include <zep/appearance/effects/LineShape.h>
+
+#include <zep/framework/Property.h>
+#include <zep/scene/DrawRun.h>
+
+#include <array>
+
+namespace ZEP {
+
+namespace {
+
+/// By pen style.
+constexpr std::array<GLushort, 7> Patterns{0xFFFF, 0xFFC3, 0xCCCC, 0xFFCC, 0xFCCC, 0x0000, 0xFFFF};
+
+} // namespace
+
+TZEPLineShape::TZEPLineShape(TComponent* owner) : TZEPShape(owner) {
+    SetSmooth(true);
+}
+
+GLushort StipplePattern(TPenStyle style) {
+    return Patterns[style];
+}
+
+void TZEPLineShape::SetStyle(TPenStyle style) {
+    if (Change(m_style, style)) Invalidate(this);
+}
+
+void TZEPLineShape::DrawSpecific(GLenum face, bool draft) {
+    TZEPDrawRun& run = TZEPDrawRun::Current();
+    run.OpenLine({.Width = Width(),
+                  .Stippled = m_style != psSolid,
+                  .Pattern = StipplePattern(m_style),
+                  .Smooth = Smooth()});
+    DrawShape(face, draft);
+    run.CloseAttributes();
+}
+
+void TZEPLineShape::DrawShape(GLenum, bool) {}
+
+} // namespace ZEP

@@ -1,0 +1,163 @@
+#include <zep/appearance/materials/Texture.h>
+
+#include <zep/gl/Names.h>
+
+#include <GL/glu.h>
+
+#include <QPainter>
+
+#include <algorithm>
+#include <bit>
+#include <tuple>
+
+namespace ZEP {
+
+namespace {
+
+constexpr int MaxSide = 1024;
+/// Larger pictures are thinned to this before they are scaled smoothly, which bounds the memory.
+constexpr int MaxScaledSide = 4 * MaxSide;
+constexpr std::uint32_t ColorBits = 0x00FFFFFF;
+
+constexpr std::array Environments{GL_MODULATE, GL_REPLACE, GL_DECAL, GL_BLEND};
+constexpr std::array MinFilters{GL_NEAREST,
+                                GL_LINEAR,
+                                GL_NEAREST_MIPMAP_NEAREST,
+                                GL_LINEAR_MIPMAP_NEAREST,
+                                GL_NEAREST_MIPMAP_LINEAR,
+                                GL_LINEAR_MIPMAP_LINEAR};
+constexpr std::array MagFilters{GL_NEAREST, GL_LINEAR};
+constexpr std::array Wraps{GL_REPEAT, GL_CLAMP, GL_CLAMP_TO_EDGE};
+
+int TextureSide(int pictureSide) {
+    if (pictureSide >= MaxSide) return MaxSide;
+    return static_cast<int>(std::bit_ceil(static_cast<unsigned>(pictureSide)));
+}
+
+QImage Thinned(const QImage& image) {
+    const QSize size = image.size().boundedTo({MaxScaledSide, MaxScaledSide});
+    const QImage thinned = size == image.size() ? image : image.scaled(size);
+    // Smooth scaling takes two colours of a palette for black and white.
+    return thinned.depth() == 1 ? thinned.convertToFormat(QImage::Format_ARGB32) : thinned;
+}
+
+/// The picture stretched to `size` on a white canvas, bytes in the order red, green, blue.
+QImage Stretched(const QImage& image, QSize size) {
+    QImage canvas(size, QImage::Format_RGBX8888);
+    canvas.fill(Qt::white);
+    QPainter(&canvas).drawImage(canvas.rect(), Thinned(image).scaled(size, Qt::IgnoreAspectRatio,
+                                                                     Qt::SmoothTransformation));
+    return canvas;
+}
+
+} // namespace
+
+TZEPTexture::TZEPTexture(TNotifyEvent onTextureChange) : OnTextureChange(onTextureChange) {
+    m_image.OnChange = Notify<&TZEPTexture::TextureChanged>(this);
+}
+
+TZEPTexture::~TZEPTexture() {
+    ReleaseTexture(m_name);
+}
+
+void TZEPTexture::TextureChanged(TObject*) {
+    m_pixels = {};
+    m_width = m_height = 0;
+    if (!Empty()) {
+        m_width = TextureSide(m_image.Image().width());
+        m_height = TextureSide(m_image.Image().height());
+        const QImage canvas = Stretched(m_image.Image(), {m_width, m_height});
+        m_pixels.reserve(static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height));
+        for (int row = m_height - 1; row >= 0; --row) {
+            const auto* line = reinterpret_cast<const std::uint32_t*>(canvas.constScanLine(row));
+            std::transform(line, line + m_width, std::back_inserter(m_pixels),
+                           [](std::uint32_t pixel) { return pixel & ColorBits; });
+        }
+    }
+    OnTextureChange(this);
+}
+
+void TZEPTexture::ApplayMaterial() {
+    if (Empty()) return;
+    const GLint minFilter = MinFilters[m_minFilter];
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, MagFilters[m_magFilter]);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, minFilter);
+    m_mipmapped = minFilter != GL_NEAREST && minFilter != GL_LINEAR;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, Wraps[m_wrapS]);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, Wraps[m_wrapT]);
+    constexpr TGLColor White{1, 1, 1, 1};
+    glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, White.data());
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, Environments[m_environment]);
+    if (m_mipmapped)
+        gluBuild2DMipmaps(GL_TEXTURE_2D, 3, m_width, m_height, GL_RGBA, GL_UNSIGNED_BYTE,
+                          m_pixels.data());
+    else
+        Upload();
+    glEnable(GL_TEXTURE_2D);
+    glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_FASTEST);
+    ApplyMatrix();
+}
+
+// The object is new at each application and repeats and filters linearly, whatever is set: the
+// settings went to the texture that was bound before. Scenes are tuned to look so.
+void TZEPTexture::Upload() {
+    if (m_name != 0) glDeleteTextures(1, &m_name);
+    m_name = 0;
+    glGenTextures(1, &m_name);
+    if (m_name == 0) return;
+    glBindTexture(GL_TEXTURE_2D, m_name);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    // Three components: the pixels' fourth byte is never an alpha.
+    glTexImage2D(GL_TEXTURE_2D, 0, 3, m_width, m_height, m_border ? 1 : 0, GL_RGBA,
+                 GL_UNSIGNED_BYTE, m_pixels.data());
+}
+
+void TZEPTexture::ApplyMatrix() const {
+    glMatrixMode(GL_TEXTURE);
+    glLoadIdentity();
+    glTranslatef(0.5F, 0.5F, 0);
+    glRotatef(m_angle, 0, 0, 1);
+    glScalef(m_tilingS, m_tilingT, 1);
+    glTranslatef(-0.5F - m_offsetS, -0.5F - m_offsetT, 0);
+    glMatrixMode(GL_MODELVIEW);
+}
+
+void TZEPTexture::CancelMaterial() const {
+    if (Empty()) return;
+    glDisable(GL_TEXTURE_2D);
+    glMatrixMode(GL_TEXTURE);
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+}
+
+bool TZEPTexture::HasValuesOf(const TZEPTexture& other) const {
+    const auto values = [](const TZEPTexture& t) {
+        return std::tie(t.m_environment, t.m_minFilter, t.m_magFilter, t.m_wrapS, t.m_wrapT,
+                        t.m_border, t.m_angle, t.m_tilingS, t.m_tilingT, t.m_offsetS, t.m_offsetT,
+                        t.m_borderColor);
+    };
+    return Empty() && other.Empty() && values(*this) == values(other);
+}
+
+void TZEPTexture::Assign(const TPersistent* source) {
+    const auto* texture = dynamic_cast<const TZEPTexture*>(source);
+    if (!texture) return TPersistent::Assign(source);
+    m_environment = texture->m_environment;
+    m_minFilter = texture->m_minFilter;
+    m_magFilter = texture->m_magFilter;
+    m_wrapS = texture->m_wrapS;
+    m_wrapT = texture->m_wrapT;
+    m_tilingS = texture->m_tilingS;
+    m_tilingT = texture->m_tilingT;
+    m_offsetS = texture->m_offsetS;
+    m_offsetT = texture->m_offsetT;
+    m_borderColor = texture->m_borderColor;
+    m_angle = texture->m_angle;
+    m_image.Assign(&texture->m_image);
+    OnTextureChange(this);
+}
+
+} // namespace ZEP

@@ -1,0 +1,46 @@
+#include <zep/converters/FileConverter.h>
+
+#include <zep/framework/Exception.h>
+#include <zep/scene/Object.h>
+
+namespace ZEP {
+
+TFileConverter::TFileConverter(TComponent* owner, TWords words)
+    : TComponent(owner), m_words(std::move(words)) {}
+
+void TFileConverter::SetRoot(TZEPObject* root) {
+    if (root == m_root) return;
+    if (m_root) m_root->RemoveFreeNotification(this);
+    m_root = root;
+    if (m_root) m_root->FreeNotification(this);
+}
+
+void TFileConverter::Notification(TComponent* component, TOperation operation) {
+    if (operation == opRemove && component == m_root) m_root = nullptr;
+    TComponent::Notification(component, operation);
+}
+
+QString TFileConverter::Method(const char* method) const {
+    return m_words.ClassName + QLatin1Char('.') + QLatin1StringView(method);
+}
+
+void TFileConverter::CheckRoot(const char* method) const {
+    if (m_root) return;
+    throw Exception(Method(method) + QStringLiteral(": Can't load into Root=nil") +
+                    m_words.FullStop);
+}
+
+void TFileConverter::CheckFile(const char* method) const {
+    CheckRoot(method);
+    if (!m_fileName.isEmpty()) return;
+    throw Exception(Method(method) + QStringLiteral(": No file name defined") + m_words.FullStop);
+}
+
+TProgress TFileConverter::GuardedProgress() const {
+    if (!m_progress) return {};
+    return [this, root = m_root](qint64 done, qint64 total) {
+        return m_progress(done, total) && m_root == root;
+    };
+}
+
+} // namespace ZEP

@@ -1,0 +1,159 @@
+#include <zep/converters/dxf/Extended.h>
+
+#include <zep/converters/dxf/Palette.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+namespace ZEP {
+
+namespace {
+
+constexpr int FrozenFlag = 1;
+constexpr int WhiteNumber = 7;
+constexpr int MaxNumber = 256;
+
+struct TKind {
+    std::string_view Name;
+    TDXFAddEntity Add;
+};
+
+constexpr TKind Kinds[] = {
+    {"LINE", AddDXFLine},         {"LWPOLYLINE", AddDXFLightPolyline},
+    {"POLYLINE", AddDXFPolyline}, {"ARC", AddDXFArc},
+    {"CIRCLE", AddDXFCircle},     {"POINT", AddDXFPoint},
+    {"TEXT", AddDXFText},         {"ATTRIB", AddDXFText},
+    {"MTEXT", AddDXFLines},       {"3DFACE", AddDXFFace},
+    {"SOLID", AddDXFSolid},       {"TRACE", AddDXFSolid},
+    {"ELLIPSE", AddDXFEllipse},   {"SPLINE", AddDXFSpline},
+    {"HELIX", AddDXFSpline},
+};
+
+/// What belongs to other entities, or shows nothing in a model.
+constexpr std::string_view SilentKinds[] = {"SEQEND",   "VERTEX", "ATTDEF",
+                                            "VIEWPORT", "BLOCK",  "ENDBLK"};
+
+/// What shows an anonymous block made for it.
+constexpr std::string_view DimensionKinds[] = {"DIMENSION", "ARC_DIMENSION",
+                                               "LARGE_RADIAL_DIMENSION"};
+
+TDXFAddEntity FindKind(std::string_view name) {
+    for (const TKind& kind : Kinds)
+        if (kind.Name == name) return kind.Add;
+    return nullptr;
+}
+
+template <class TList>
+bool Contains(const TList& list, std::string_view name) {
+    return std::find(std::begin(list), std::end(list), name) != std::end(list);
+}
+
+} // namespace
+
+TDXFExtendedReader::TDXFExtendedReader(TDXFDrawing& drawing)
+    : m_drawing(drawing), m_limits(drawing.Options.MaxBlockObjects) {}
+
+// A layer is off where its colour is negative.
+void TDXFExtendedReader::ReadLayer() {
+    if (!m_record.Read(m_drawing.Tags) || !m_record.Has(2)) return;
+    TZEPObject* layer = m_drawing.Layers.Declare(m_record.Text(2));
+    const int number = std::clamp(m_record.Integer(62, WhiteNumber), -MaxNumber, MaxNumber);
+    const bool isFrozen = m_record.Flag(70, FrozenFlag);
+    layer->SetColor(m_record.Has(420) ? DXFTrueColor(m_record.Integer(420), std::abs(number))
+                                      : DXFPaletteColor(std::abs(number)));
+    if (number < 0 || isFrozen) layer->SetVisible(false);
+    if (isFrozen) m_frozen.insert(layer);
+}
+
+void TDXFExtendedReader::ReadEntities() {
+    TDXFScope scope(m_drawing);
+    ReadEntities(scope, "ENDSEC");
+}
+
+// NOLINTNEXTLINE(misc-no-recursion): as deep as `TDXFScope::MaxDepth`
+void TDXFExtendedReader::ReadEntities(TDXFScope& scope, std::string_view end) {
+    TDXFTags& tags = m_drawing.Tags;
+    while (tags.NextGroupCode() >= 0) {
+        if (tags.Code() != 0) continue;
+        if (m_drawing.IsAtEnd(end)) return;
+        if (scope.IsInBlock() && (tags.ValStr() == "BLOCK" || m_limits.AreReached())) return;
+        ReadEntity(scope);
+    }
+}
+
+// NOLINTNEXTLINE(misc-no-recursion)
+void TDXFExtendedReader::ReadEntity(TDXFScope& scope) {
+    TDXFTags& tags = m_drawing.Tags;
+    const std::string_view kind = tags.ValStr();
+    const TDXFAddEntity add = FindKind(kind);
+    const bool isInsert = kind == "INSERT";
+    const bool isDimension = Contains(DimensionKinds, kind);
+    if (!add && !isInsert && !isDimension) {
+        if (!Contains(SilentKinds, kind))
+            m_drawing.Report.Add(kind, TDXFReport::TReason::NotDrawn, tags.LineNumber());
+        return;
+    }
+    if (!m_record.Read(tags)) return;
+    TDXFBuilder builder(m_drawing, scope, m_limits);
+    if (m_record.Integer(67) != 0) return builder.Pass(m_record, TDXFReport::TReason::PaperSpace);
+    if (isInsert) return ReadInsert(scope);
+    if (isDimension) return ReadDimension(scope);
+    add(builder, m_record);
+}
+
+// NOLINTNEXTLINE(misc-no-recursion)
+void TDXFExtendedReader::ReadInsert(TDXFScope& scope) {
+    const TDXFBlock* block = m_blocks.Find(m_record.Text(2));
+    const auto problem = ProblemOf(scope, block);
+    if (problem) return m_drawing.Report.Add("INSERT", *problem, m_record.Line());
+    Insert(scope, *block, TDXFInsertion::Of(m_record));
+}
+
+// NOLINTNEXTLINE(misc-no-recursion)
+void TDXFExtendedReader::ReadDimension(TDXFScope& scope) {
+    const TDXFBlock* block = m_blocks.Find(m_record.Text(2));
+    const auto problem = ProblemOf(scope, block);
+    if (problem)
+        return m_drawing.Report.Add(m_record.Kind(), TDXFReport::TReason::NotDrawn,
+                                    m_record.Line());
+    Insert(scope, *block, {.Hidden = m_record.Integer(60) != 0});
+}
+
+std::optional<TDXFReport::TReason> TDXFExtendedReader::ProblemOf(const TDXFScope& scope,
+                                                                 const TDXFBlock* block) {
+    if (!block) return TDXFReport::TReason::NoBlock;
+    if (scope.IsWithin(*block)) return TDXFReport::TReason::InItself;
+    if (scope.Depth() >= TDXFScope::MaxDepth) return TDXFReport::TReason::TooDeep;
+    return std::nullopt;
+}
+
+// NOLINTNEXTLINE(misc-no-recursion)
+void TDXFExtendedReader::Insert(TDXFScope& scope, const TDXFBlock& block, TDXFInsertion insertion) {
+    const qint64 line = m_record.Line();
+    const std::string_view kind = m_record.Kind();
+    TZEPObject* const layer = scope.LayerOf(m_record);
+    if (!layer) return m_drawing.Report.Add(kind, TDXFReport::TReason::NoLayer, line);
+    insertion.Hidden = insertion.Hidden || m_frozen.contains(layer);
+    InsertCells(scope, block, insertion, layer, scope.ColorOf(m_record, *layer));
+    if (m_limits.AreReached() && !scope.IsInBlock())
+        m_drawing.Report.Add(kind, TDXFReport::TReason::TooMany, line);
+}
+
+// NOLINTNEXTLINE(misc-no-recursion)
+void TDXFExtendedReader::InsertCells(TDXFScope& scope, const TDXFBlock& block,
+                                     const TDXFInsertion& insertion,
+                                     const QPointer<TZEPObject>& layer, TColor color) {
+    TDXFTags& tags = m_drawing.Tags;
+    const TDXFPosition back = tags.Position();
+    for (int row = 0; row < insertion.Rows; ++row)
+        for (int column = 0; column < insertion.Columns; ++column) {
+            if (block.Size == 0 || tags.Cancelled() || !m_limits.TakeInsertion(block.Size)) return;
+            TDXFScope inner(scope, block, insertion.Single(column, row), layer, color);
+            tags.Goto(block.Begin);
+            ReadEntities(inner, "ENDBLK");
+            tags.Goto(back);
+        }
+}
+
+} // namespace ZEP

@@ -1,0 +1,50 @@
+#include <zep/converters/dxf/Insertion.h>
+
+#include <zep/converters/dxf/Frame.h>
+#include <zep/converters/dxf/Record.h>
+#include <zep/scene/XForm.h>
+
+#include <algorithm>
+
+namespace ZEP {
+
+TDXFInsertion TDXFInsertion::Of(const TDXFRecord& record) {
+    return {.Place = record.Point(10),
+            .Scale = {record.Number(41, 1), record.Number(42, 1), record.Number(43, 1)},
+            .Rotation = record.Number(50),
+            .Extrusion = record.Point(210, unitz),
+            .Hidden = record.Integer(60) != 0,
+            .Columns = std::max(record.Integer(70), 1),
+            .Rows = std::max(record.Integer(71), 1),
+            .ColumnDistance = record.Number(44),
+            .RowDistance = record.Number(45)};
+}
+
+TDXFInsertion TDXFInsertion::Single(int column, int row) const {
+    TDXFInsertion single = *this;
+    if (column == 0 && row == 0) return single;
+    TGLMatrixd4 turn = idd;
+    Translatedv(Place, turn);
+    Rotated(Rotation, 0, 0, 1, turn);
+    single.Place = {ColumnDistance * column, RowDistance * row, 0};
+    Xformd(turn, single.Place);
+    return single;
+}
+
+bool TDXFInsertion::IsIdentity(const TGLArrayd3& base) const {
+    return Place == zero3d && Scale == TGLArrayd3{1, 1, 1} && Rotation == 0 && Extrusion == unitz &&
+           base == zero3d;
+}
+
+void TDXFInsertion::SetTransform(TZEPXForm& xform, const TGLArrayd3& base) const {
+    TGLMatrixd4 turn = ExtrusionFrame(Extrusion);
+    TGLArrayd3 place = Place;
+    Xformd(turn, place);
+    Rotated(Rotation, 0, 0, 1, turn);
+    xform.Translate()->SetDataQuietly(place);
+    xform.Rotate()->SetDataQuietly(RotationAngles(turn));
+    xform.Scale()->SetDataQuietly(Scale);
+    xform.mTranslate(-base[0], -base[1], -base[2]);
+}
+
+} // namespace ZEP

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <zep/scene/Geom.h>
+
+namespace ZEP {
+
+class TDXFRecord;
+class TZEPXForm;
+
+/// How a block is inserted: in the plane of `Extrusion`, scaled, turned, moved. The insertion may
+/// be repeated in rows and columns, which turn with it but are not scaled.
+struct TDXFInsertion {
+    /// Of an entity INSERT.
+    [[nodiscard]] static TDXFInsertion Of(const TDXFRecord& record);
+
+    TGLArrayd3 Place{};
+    TGLArrayd3 Scale{1, 1, 1};
+    double Rotation = 0; ///< degrees
+    TGLArrayd3 Extrusion{0, 0, 1};
+    bool Hidden = false;
+    int Columns = 1, Rows = 1;
+    double ColumnDistance = 0, RowDistance = 0;
+
+    /// The one in that column and row, from 0.
+    [[nodiscard]] TDXFInsertion Single(int column, int row) const;
+    /// Changes nothing of a block of that base point.
+    [[nodiscard]] bool IsIdentity(const TGLArrayd3& base) const;
+    void SetTransform(TZEPXForm& xform, const TGLArrayd3& base) const;
+};
+
+} // namespace ZEP

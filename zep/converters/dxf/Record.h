@@ -1,0 +1,54 @@
+#pragma once
+
+#include <zep/converters/dxf/Tags.h>
+
+namespace ZEP {
+
+/// All groups of one entity, for the kinds where a group stands more than once. It may be read
+/// again and again without allocating.
+class TDXFRecord {
+public:
+    struct TTag {
+        int Code;
+        std::string_view Value;
+
+        /// 0 where the value is no number.
+        [[nodiscard]] double Number() const;
+    };
+
+    /// Reads the groups of the entity whose code 0 was taken last, up to the next code 0, which is
+    /// pushed back. What applications add (groups from 1000 on, embedded objects) is left out.
+    /// False where the text ends before that.
+    bool Read(TDXFTags& tags);
+
+    [[nodiscard]] std::string_view Kind() const { return m_kind; }
+    /// Of its code 0.
+    [[nodiscard]] qint64 Line() const { return m_line; }
+    /// As they stand in the text.
+    [[nodiscard]] const std::vector<TTag>& Tags() const { return m_tags; }
+
+    /// \name The last value of a group; `otherwise` where there is none
+    /// @{
+    [[nodiscard]] bool Has(int code) const { return Find(code) != nullptr; }
+    [[nodiscard]] std::string_view Text(int code, std::string_view otherwise = {}) const;
+    [[nodiscard]] double Number(int code, double otherwise = 0) const;
+    [[nodiscard]] int Integer(int code, int otherwise = 0) const;
+    [[nodiscard]] bool Flag(int code, int flag) const { return (Integer(code) & flag) != 0; }
+    /// x, y and z stand in the groups `code`, `code` + 10 and `code` + 20.
+    [[nodiscard]] TGLArrayd3 Point(int code, const TGLArrayd3& otherwise = {}) const;
+    /// @}
+
+private:
+    static constexpr std::size_t CodeCount = 1000;
+
+    [[nodiscard]] const TTag* Find(int code) const;
+    void Add(int code, std::string_view value);
+
+    std::string_view m_kind;
+    qint64 m_line = 0;
+    std::vector<TTag> m_tags;
+    /// Index of the last tag of each code; it counts where that tag has the code.
+    std::array<std::uint32_t, CodeCount> m_last{};
+};
+
+} // namespace ZEP

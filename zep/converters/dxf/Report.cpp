@@ -1,0 +1,63 @@
+#include <zep/converters/dxf/Report.h>
+
+#include <zep/converters/ReadReport.h>
+#include <zep/converters/dxf/CodePage.h>
+
+#include <algorithm>
+
+namespace ZEP {
+
+namespace {
+
+constexpr std::size_t MaxKinds = 200;
+constexpr std::string_view FurtherKinds = "entities of further kinds";
+
+/// Longer than the name of any kind: what a broken file holds need not fill the window.
+constexpr std::size_t MaxShownKind = 40;
+
+QString KindText(const QString& name, TDXFReport::TReason reason) {
+    switch (reason) {
+    case TDXFReport::TReason::NoLayer:
+        return name + QStringLiteral(" on an undeclared layer");
+    case TDXFReport::TReason::NoCorners:
+        return name + QStringLiteral(" faces of fewer than three corners");
+    case TDXFReport::TReason::PaperSpace:
+        return name + QStringLiteral(" in paper space");
+    case TDXFReport::TReason::NoPoints:
+        return name + QStringLiteral(" of too few points");
+    case TDXFReport::TReason::NoBlock:
+        return name + QStringLiteral(" of a block that is not there");
+    case TDXFReport::TReason::InItself:
+        return name + QStringLiteral(" of a block in itself");
+    case TDXFReport::TReason::TooDeep:
+        return name + QStringLiteral(" of blocks nested too deep");
+    case TDXFReport::TReason::TooMany:
+        return name + QStringLiteral(" beyond the limit of objects");
+    case TDXFReport::TReason::NotDrawn:
+        break;
+    }
+    return name.isEmpty() ? QStringLiteral("entities without a name") : name;
+}
+
+} // namespace
+
+void TDXFReport::Add(std::string_view kind, TReason reason, qint64 line) {
+    if (m_counts.size() >= MaxKinds && !m_indexes[static_cast<std::size_t>(reason)].contains(kind))
+        kind = FurtherKinds;
+    const auto [place, isNew] =
+        m_indexes[static_cast<std::size_t>(reason)].try_emplace(kind, m_counts.size());
+    if (isNew) m_counts.push_back({kind, reason, 0, line});
+    ++m_counts[place->second].Count;
+}
+
+void TDXFReport::MoveTo(TReadReport& report, const TDXFTextDecoder& text) {
+    std::ranges::stable_sort(m_counts, {}, &TCount::FirstLine);
+    for (const TCount& count : m_counts) {
+        const QString name = text.Decode(count.Kind.substr(0, MaxShownKind)).simplified();
+        report.Add(KindText(name, count.Reason), count.FirstLine, count.Count);
+    }
+    m_counts.clear();
+    for (auto& indexes : m_indexes) indexes.clear();
+}
+
+} // namespace ZEP

@@ -1,0 +1,69 @@
+#include <zep/converters/dxf/Scope.h>
+
+#include <zep/converters/dxf/Blocks.h>
+#include <zep/converters/dxf/Drawing.h>
+#include <zep/converters/dxf/Palette.h>
+#include <zep/objects/Node.h>
+
+#include <cstdlib>
+
+namespace ZEP {
+
+namespace {
+
+constexpr int ByBlock = 0;
+constexpr int ByLayer = 256;
+
+} // namespace
+
+TZEPObject* ExtendedLayer(TDXFDrawing& drawing, std::string_view name) {
+    TZEPObject* layer = drawing.Layers.FindLayer(name);
+    if (layer || !drawing.Options.CreateLayers) return layer;
+    layer = drawing.Layers.Declare(name);
+    layer->SetColor(clWhite);
+    return layer;
+}
+
+TDXFScope::TDXFScope(TDXFScope& outer, const TDXFBlock& block, const TDXFInsertion& insertion,
+                     TZEPObject* layer, TColor color)
+    : m_drawing(outer.m_drawing), m_outer(&outer), m_block(&block), m_insertion(insertion),
+      m_layer(layer), m_color(color), m_depth(outer.m_depth + 1) {}
+
+bool TDXFScope::IsWithin(const TDXFBlock& block) const {
+    for (const TDXFScope* scope = this; scope; scope = scope->m_outer)
+        if (scope->m_block == &block) return true;
+    return false;
+}
+
+TZEPObject* TDXFScope::LayerOf(const TDXFRecord& record) {
+    const std::string_view name = record.Text(8, "0");
+    if (IsInBlock() && name == "0" && m_layer) return m_layer;
+    return ExtendedLayer(m_drawing, name);
+}
+
+TColor TDXFScope::ColorOf(const TDXFRecord& record, const TZEPObject& layer) const {
+    const int number = record.Integer(62, ByLayer);
+    if (record.Has(420)) return DXFTrueColor(record.Integer(420), number);
+    if (number == ByBlock) return IsInBlock() ? m_color : layer.Color();
+    if (number >= ByLayer || number <= -ByLayer) return layer.Color();
+    return DXFPaletteColor(std::abs(number));
+}
+
+TZEPObject* TDXFScope::ParentOn(TZEPObject* layer) {
+    if (!IsInBlock()) return layer;
+    QPointer<TZEPObject>& node = m_nodes[layer];
+    if (!node) node = MakeNode(m_outer->ParentOn(layer));
+    return node;
+}
+
+TZEPNode* TDXFScope::MakeNode(TZEPObject* parent) const {
+    auto* node = new TZEPNode(&m_drawing.Root);
+    node->SetIdent(m_block->Name);
+    if (!m_insertion.IsIdentity(m_block->Base))
+        m_insertion.SetTransform(*node->XForm(), m_block->Base);
+    if (m_insertion.Hidden) node->SetVisible(false);
+    node->SetParentComponent(parent);
+    return node;
+}
+
+} // namespace ZEP

@@ -1,0 +1,203 @@
+#include <zep/converters/dxf/Builder.h>
+#include <zep/converters/dxf/Frame.h>
+#include <zep/converters/dxf/Spline.h>
+#include <zep/objects/Arc.h>
+#include <zep/objects/Circle.h>
+#include <zep/objects/Line.h>
+#include <zep/objects/Point.h>
+#include <zep/objects/Polygon.h>
+#include <zep/objects/Polyline.h>
+#include <zep/scene/XForm.h>
+
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+constexpr int CircleSegments = 45;
+constexpr int ClosedFlag = 1;
+constexpr int ThirdCorner = 12;
+constexpr int FourthCorner = 13;
+
+/// What begins another class of an entity that derives from a spline.
+constexpr std::string_view HelixMark = "AcDbHelix";
+
+void Set(TZEPVertex3* vertex, const TGLArrayd3& point) {
+    vertex->SetData(point[0], point[1], point[2]);
+}
+
+/// In 0..360: the box of an arc is right for these only.
+double Turn(double degrees) {
+    const double turn = std::fmod(degrees, 360);
+    return turn < 0 ? turn + 360 : turn;
+}
+
+template <class T>
+void FillRound(T& round, const TDXFRecord& record) {
+    const double diameter = 2 * record.Number(40);
+    round.SetSegments(CircleSegments);
+    PlaceFlat(round, FrameOf(record), record.Point(10), 0, {diameter, diameter, diameter});
+}
+
+/// The normal of a triangle, as long as its area is large.
+TGLArrayd3 AreaOf(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& c) {
+    TGLArrayd3 normal;
+    CrossProdd({b[0] - a[0], b[1] - a[1], b[2] - a[2]}, {c[0] - a[0], c[1] - a[1], c[2] - a[2]},
+               normal);
+    return normal;
+}
+
+/// Where the two triangles of a face look the same way, they fill it: it needs no tessellator and
+/// no list then, and light falls on it. A dent, or sides that cross, are left to the tessellator.
+void DrawAsTriangles(TZEPPolygon& polygon) {
+    const TZEPTexVertexes& v = *polygon.Vertexes();
+    const TGLArrayd3 first = AreaOf(v[0].Data(), v[1].Data(), v[2].Data());
+    const TGLArrayd3 second = AreaOf(v[0].Data(), v[2].Data(), v[3].Data());
+    if (first[0] * second[0] + first[1] * second[1] + first[2] * second[2] < 0) return;
+    polygon.SetConcave(false);
+    polygon.SetUseDisplayList(false);
+    if (first != zero3d || second == zero3d) return;
+    const double length = std::hypot(second[0], second[1], second[2]);
+    polygon.SetAutoNormal(false);
+    polygon.Normal()->SetData(second[0] / length, second[1] / length, second[2] / length);
+}
+
+void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record, std::span<const int> codes,
+                const TGLMatrixd4& frame) {
+    builder.Add<TZEPPolygon>(record, 0, [&](TZEPPolygon& polygon) {
+        polygon.SetColorVertexes(false);
+        for (const int code : codes) {
+            // A triangle may leave out the fourth corner.
+            const bool isLeftOut = code == FourthCorner && !record.Has(code);
+            TGLArrayd3 point = record.Point(isLeftOut ? ThirdCorner : code);
+            Xformd(frame, point);
+            polygon.Vertexes()->Add()->SetPoint(point);
+        }
+        DrawAsTriangles(polygon);
+    });
+}
+
+/// The coordinates of points that stand one behind the other, each begun by its x.
+class TPointList {
+public:
+    explicit TPointList(int code) : m_code(code) {}
+    void Take(const TDXFRecord::TTag& tag) {
+        const int axis = tag.Code - m_code;
+        if (axis == 0) Points.push_back({tag.Number(), 0, 0});
+        if (Points.empty() || (axis != 10 && axis != 20)) return;
+        Points.back()[static_cast<std::size_t>(axis / 10)] = tag.Number();
+    }
+
+    std::vector<TGLArrayd3> Points;
+
+private:
+    int m_code;
+};
+
+} // namespace
+
+TGLMatrixd4 FrameOf(const TDXFRecord& record) {
+    return ExtrusionFrame(record.Point(210, unitz));
+}
+
+void PlaceFlat(TZEPObject& object, const TGLMatrixd4& frame, const TGLArrayd3& place,
+               double rotation, const TGLArrayd3& scale) {
+    TGLArrayd3 inDrawing = place;
+    Xformd(frame, inDrawing);
+    TGLArrayd3 angles{0, 0, rotation};
+    if (!IsIdentityd(frame)) {
+        TGLMatrixd4 turn = frame;
+        Rotated(rotation, 0, 0, 1, turn);
+        angles = RotationAngles(turn);
+    }
+    // Quietly but for the last, which recomputes the matrix.
+    object.XForm()->Translate()->SetDataQuietly(inDrawing);
+    object.XForm()->Rotate()->SetDataQuietly(angles);
+    Set(object.XForm()->Scale(), scale);
+}
+
+// Its corners are meant: no spline through them.
+void TDXFBuilder::AddChain(const TDXFRecord& record, TDXFChain chain, const TGLMatrixd4& frame) {
+    if (!IsIdentityd(frame)) {
+        for (TGLArrayd3& point : chain.Points) Xformd(frame, point);
+        chain = CheckedChain(std::move(chain));
+    }
+    if (chain.Points.empty()) return Pass(record, TDXFReport::TReason::NoPoints);
+    Add<TZEPPolyline>(record, chain.Points.size(), [&](TZEPPolyline& polyline) {
+        polyline.SetOrigColor(polyline.Color());
+        polyline.SetSmooth(false);
+        polyline.SetClosed(chain.Closed);
+        for (const TGLArrayd3& point : chain.Points) polyline.Vertexes()->Add()->SetPoint(point);
+    });
+}
+
+void AddDXFPoint(TDXFBuilder& builder, const TDXFRecord& record) {
+    builder.Add<TZEPPoint>(record, 0, [&](TZEPPoint& point) { Set(point.P(), record.Point(10)); });
+}
+
+void AddDXFLine(TDXFBuilder& builder, const TDXFRecord& record) {
+    builder.Add<TZEPLine>(record, 0, [&](TZEPLine& line) {
+        Set(line.P1(), record.Point(10));
+        Set(line.P2(), record.Point(11));
+    });
+}
+
+void AddDXFCircle(TDXFBuilder& builder, const TDXFRecord& record) {
+    builder.Add<TZEPCircle>(record, 0, [&](TZEPCircle& circle) { FillRound(circle, record); });
+}
+
+void AddDXFArc(TDXFBuilder& builder, const TDXFRecord& record) {
+    builder.Add<TZEPArc>(record, 0, [&](TZEPArc& arc) {
+        FillRound(arc, record);
+        arc.SetStartAngle(Turn(record.Number(50)));
+        arc.SetEndAngle(Turn(record.Number(51)));
+    });
+}
+
+void AddDXFFace(TDXFBuilder& builder, const TDXFRecord& record) {
+    AddPolygon(builder, record, std::array{10, 11, 12, 13}, idd);
+}
+
+void AddDXFSolid(TDXFBuilder& builder, const TDXFRecord& record) {
+    AddPolygon(builder, record, std::array{10, 11, 13, 12}, FrameOf(record));
+}
+
+void AddDXFLightPolyline(TDXFBuilder& builder, const TDXFRecord& record) {
+    std::vector<TDXFBulgeVertex> vertexes;
+    const double elevation = record.Number(38);
+    for (const TDXFRecord::TTag& tag : record.Tags()) {
+        if (tag.Code == 10) vertexes.push_back({{tag.Number(), 0, elevation}});
+        if (vertexes.empty()) continue;
+        if (tag.Code == 20) vertexes.back().Point[1] = tag.Number();
+        if (tag.Code == 42) vertexes.back().Bulge = tag.Number();
+    }
+    builder.AddChain(record, BulgedChain(vertexes, record.Flag(70, ClosedFlag)), FrameOf(record));
+}
+
+void AddDXFEllipse(TDXFBuilder& builder, const TDXFRecord& record) {
+    const TDXFEllipse whole;
+    builder.AddChain(record, EllipseChain({record.Point(10), record.Point(11),
+                                           record.Point(210, unitz), record.Number(40, 1),
+                                           record.Number(41), record.Number(42, whole.End)}));
+}
+
+void AddDXFSpline(TDXFBuilder& builder, const TDXFRecord& record) {
+    TDXFSpline spline{.Degree = record.Integer(71, 3),
+                      .Closed = record.Flag(70, ClosedFlag),
+                      .StartTangent = record.Point(12),
+                      .EndTangent = record.Point(13)};
+    TPointList controls(10), fits(11);
+    for (const TDXFRecord::TTag& tag : record.Tags()) {
+        if (tag.Code == 100 && tag.Value == HelixMark) break;
+        if (tag.Code == 40) spline.Knots.push_back(tag.Number());
+        if (tag.Code == 41) spline.Weights.push_back(tag.Number());
+        controls.Take(tag);
+        fits.Take(tag);
+    }
+    spline.ControlPoints = std::move(controls.Points);
+    spline.FitPoints = std::move(fits.Points);
+    builder.AddChain(record, SplineChain(spline));
+}
+
+} // namespace ZEP

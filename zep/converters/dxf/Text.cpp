@@ -1,0 +1,176 @@
+#include <zep/converters/dxf/Text.h>
+
+namespace ZEP {
+
+namespace {
+
+constexpr QChar Percent = u'%';
+constexpr qsizetype MostDigits = 3;
+
+struct TSign {
+    char16_t Code;
+    char16_t Sign; // 0: left out
+};
+constexpr TSign Signs[] = {{u'c', u'\u00D8'}, {u'd', u'\u00B0'}, {u'p', u'\u00B1'}, {u'%', u'%'},
+                           {u'u', 0},         {u'o', 0},         {u'k', 0}};
+
+bool IsDigit(QChar c) {
+    return c >= u'0' && c <= u'9';
+}
+
+/// Appends what the code at the start of `rest` ("%%...") stands for; the code's length, 0 for
+/// none.
+qsizetype TakePercentCode(QStringView rest, QString& text) {
+    if (rest.size() < 3 || rest[0] != Percent || rest[1] != Percent) return 0;
+    for (const TSign& sign : Signs) {
+        if (rest[2].toLower() != QChar(sign.Code)) continue;
+        if (sign.Sign != 0) text += QChar(sign.Sign);
+        return 3;
+    }
+    qsizetype digits = 0;
+    while (digits < MostDigits && 2 + digits < rest.size() && IsDigit(rest[2 + digits])) ++digits;
+    if (digits == 0) return 0;
+    text += QChar(rest.mid(2, digits).toUShort());
+    return 2 + digits;
+}
+
+/// Goes through a text with inline codes once.
+class TInlineText {
+public:
+    explicit TInlineText(const QString& text) : m_rest(text) {}
+
+    [[nodiscard]] QStringList Lines();
+
+private:
+    void Step();
+    void TakeCode();
+    void TakeControl();
+    void TakeStack();
+    void TakeParameter();
+    void Take(qsizetype length, QChar character) {
+        m_line += character;
+        m_rest = m_rest.mid(length);
+    }
+    void Skip(qsizetype length) { m_rest = m_rest.mid(length); }
+    void EndLine(qsizetype length) {
+        m_lines += m_line;
+        m_line.clear();
+        Skip(length);
+    }
+
+    QStringView m_rest;
+    QString m_line;
+    QStringList m_lines;
+    bool m_hasSemicolon = true; // in the rest, as far as is known
+};
+
+QStringList TInlineText::Lines() {
+    while (!m_rest.isEmpty()) Step();
+    m_lines += m_line;
+    return m_lines;
+}
+
+void TInlineText::Step() {
+    const QChar c = m_rest.front();
+    if (c == u'\\' && m_rest.size() > 1) return TakeCode();
+    if (c == u'^' && m_rest.size() > 1) return TakeControl();
+    if (c == u'{' || c == u'}') return Skip(1);
+    if (c == u'\n') return EndLine(1);
+    if (c == u'\r') return Skip(1);
+    const qsizetype length = TakePercentCode(m_rest, m_line);
+    if (length > 0) return Skip(length);
+    Take(1, c);
+}
+
+void TInlineText::TakeCode() {
+    const QChar code = m_rest[1];
+    switch (code.unicode()) {
+    case u'P':
+    case u'N':
+    case u'X':
+        return EndLine(2);
+    case u'~':
+        return Take(2, QChar::Nbsp);
+    case u'\\':
+    case u'{':
+    case u'}':
+        return Take(2, code);
+    case u'L':
+    case u'l':
+    case u'O':
+    case u'o':
+    case u'K':
+    case u'k':
+        return Skip(2);
+    case u'S':
+        return TakeStack();
+    default:
+        TakeParameter();
+    }
+}
+
+/// "\fArial|b0;" and the like: what ends with a semicolon.
+void TInlineText::TakeParameter() {
+    const bool isCode = QStringView(u"ACcfFHQTWp").contains(m_rest[1]);
+    const qsizetype end = isCode && m_hasSemicolon ? m_rest.indexOf(u';') : -1;
+    if (end >= 0) return Skip(end + 1);
+    m_hasSemicolon = m_hasSemicolon && !isCode;
+    Take(1, m_rest.front());
+}
+
+/// "\S1/2;", with "#" for a slanted line and "^" for none; either part may be empty.
+void TInlineText::TakeStack() {
+    QString upper, lower;
+    QString* part = &upper;
+    qsizetype at = 2;
+    for (; at < m_rest.size() && m_rest[at] != u';'; ++at) {
+        const QChar c = m_rest[at];
+        if (c == u'\\' && at + 1 < m_rest.size())
+            *part += m_rest[++at];
+        else if (part == &upper && (c == u'/' || c == u'#' || c == u'^'))
+            part = &lower;
+        else
+            *part += c;
+    }
+    upper = upper.trimmed();
+    lower = lower.trimmed();
+    m_line += upper;
+    if (!upper.isEmpty() && !lower.isEmpty()) m_line += QLatin1Char('/');
+    m_line += lower;
+    Skip(std::min(at + 1, m_rest.size()));
+}
+
+/// Control characters are written as "^J".
+void TInlineText::TakeControl() {
+    switch (m_rest[1].unicode()) {
+    case u'J':
+        return EndLine(2);
+    case u'M':
+        return Skip(2);
+    case u'I':
+        return Take(2, QChar::Tabulation);
+    case u' ':
+        return Take(2, m_rest.front());
+    default:
+        Take(1, m_rest.front());
+    }
+}
+
+} // namespace
+
+QString PlainDXFText(const QString& text) {
+    if (!text.contains(QLatin1String("%%"))) return text;
+    QString plain;
+    for (QStringView rest = text; !rest.isEmpty();) {
+        const qsizetype length = TakePercentCode(rest, plain);
+        if (length == 0) plain += rest.front();
+        rest = rest.mid(std::max<qsizetype>(length, 1));
+    }
+    return plain;
+}
+
+QStringList PlainDXFLines(const QString& text) {
+    return TInlineText(text).Lines();
+}
+
+} // namespace ZEP

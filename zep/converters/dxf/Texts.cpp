@@ -1,0 +1,193 @@
+#include <zep/converters/dxf/Builder.h>
+#include <zep/converters/dxf/Frame.h>
+#include <zep/converters/dxf/Text.h>
+#include <zep/objects/Label.h>
+#include <zep/scene/XForm.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <numbers>
+
+namespace ZEP {
+
+namespace {
+
+/// In heights of capital letters.
+constexpr double Descent = 1.0 / 3;
+constexpr double LineDistance = 5.0 / 3;
+
+/// No text has more; each becomes an object.
+constexpr qsizetype MostLines = 1000;
+
+constexpr int InvisibleAttribute = 1;
+constexpr int Mirrored = 2;
+constexpr int UpsideDown = 4;
+
+/// Where along a line of text its place is, by group 72.
+enum THorizontal { hzLeft, hzCenter, hzRight, hzAligned, hzMiddle, hzFit };
+/// And where across it, by group 73.
+enum TVertical { vtBaseline, vtBottom, vtMiddle, vtTop };
+
+/// The point of a text, in heights of its capital letters, that lies at its place.
+struct TAnchor {
+    double Along = 0; ///< of the text's width
+    double Up = 0;    ///< above the base line
+};
+
+void SetText(TZEPLabel& label, const QString& text) {
+    label.SetCaption(text);
+    label.SetBitmapFont(false);
+    label.Font()->SetName(QStringLiteral("Arial"));
+}
+
+/// Measured only where it matters: it takes longer than all else.
+double WidthOf(const TZEPLabel& label) {
+    TGLArrayd3 min, max;
+    label.GetSize(min, max);
+    return max[0];
+}
+
+void MoveTo(TZEPLabel& label, const TAnchor& anchor) {
+    const double along = anchor.Along == 0 ? 0 : anchor.Along * WidthOf(label);
+    if (along != 0 || anchor.Up != 0) label.XForm()->mTranslate(-along, -anchor.Up, 0);
+}
+
+TAnchor AnchorOf(const TDXFRecord& record) {
+    const int horizontal = record.Integer(72);
+    const bool isAttribute = record.Kind() == "ATTRIB";
+    const int vertical = record.Integer(isAttribute ? 74 : 73);
+    TAnchor anchor;
+    if (horizontal == hzCenter || horizontal == hzMiddle) anchor.Along = 0.5;
+    if (horizontal == hzRight) anchor.Along = 1;
+    if (vertical == vtBottom) anchor.Up = -Descent;
+    if (vertical == vtMiddle || horizontal == hzMiddle) anchor.Up = 0.5;
+    if (vertical == vtTop) anchor.Up = 1;
+    return anchor;
+}
+
+/// A text of one line: its size along and across, its place and its turn in its plane.
+struct TTextPlace {
+    explicit TTextPlace(const TDXFRecord& record);
+    void FitBetween(const TZEPLabel& label, const TDXFRecord& record);
+
+    TGLArrayd3 Place;
+    double Rotation, Width, Height;
+};
+
+TTextPlace::TTextPlace(const TDXFRecord& record)
+    : Place(record.Point(10)), Rotation(record.Number(50)), Width(record.Number(41, 1)),
+      Height(record.Number(40, 1)) {
+    const int horizontal = record.Integer(72);
+    const bool isBetween = horizontal == hzAligned || horizontal == hzFit;
+    const bool isPlain = AnchorOf(record).Along == 0 && AnchorOf(record).Up == 0;
+    if (!isPlain && !isBetween && record.Has(11)) Place = record.Point(11);
+    if (!(Width > 0)) Width = 1;
+    Width *= Height;
+    if (record.Flag(71, Mirrored)) Width = -Width;
+    if (record.Flag(71, UpsideDown)) Height = -Height;
+}
+
+/// From the first point to the second, for which the width, or width and height, are changed.
+void TTextPlace::FitBetween(const TZEPLabel& label, const TDXFRecord& record) {
+    const TGLArrayd3 end = record.Point(11);
+    const double x = end[0] - Place[0], y = end[1] - Place[1];
+    const double wide = WidthOf(label);
+    if (!record.Has(11) || (x == 0 && y == 0) || !(wide > 0)) return;
+    Rotation = std::atan2(y, x) * 180 / std::numbers::pi;
+    Width = std::hypot(x, y) / wide;
+    if (record.Integer(72) == hzAligned) Height = Width;
+}
+
+/// The attachment points of a text of several lines, by group 71: top left, top centre ...
+struct TAttachment {
+    explicit TAttachment(int number) {
+        if (number < 1 || number > 9) number = 1;
+        const std::div_t place = std::div(number - 1, 3);
+        Along = place.rem / 2.0;
+        Down = place.quot / 2.0;
+    }
+
+    double Along; ///< of a line's width
+    double Down;  ///< of the text's height
+};
+
+/// The frame and turn of a text whose direction may be given as a vector.
+struct TTextFrame {
+    explicit TTextFrame(const TDXFRecord& record);
+
+    TGLMatrixd4 Frame;
+    double Rotation;
+};
+
+TTextFrame::TTextFrame(const TDXFRecord& record)
+    : Frame(FrameOf(record)), Rotation(record.Number(50)) {
+    const TGLArrayd3 direction = record.Point(11);
+    if (!record.Has(11)) return;
+    // In the axes of the frame.
+    const double x =
+        direction[0] * Frame[0][0] + direction[1] * Frame[0][1] + direction[2] * Frame[0][2];
+    const double y =
+        direction[0] * Frame[1][0] + direction[1] * Frame[1][1] + direction[2] * Frame[1][2];
+    Rotation = std::atan2(y, x) * 180 / std::numbers::pi;
+}
+
+/// A point of the drawing in the frame's coordinates.
+TGLArrayd3 Within(const TGLMatrixd4& frame, const TGLArrayd3& point) {
+    TGLMatrixd4 inverse = frame;
+    InverseMatrixd(inverse);
+    TGLArrayd3 within = point;
+    Xformd(inverse, within);
+    return within;
+}
+
+QString LongText(const TDXFBuilder& builder, const TDXFRecord& record) {
+    std::string bytes;
+    for (const TDXFRecord::TTag& tag : record.Tags())
+        if (tag.Code == 3) bytes += tag.Value;
+    bytes += record.Text(1);
+    return builder.Drawing.Text.Decode(bytes);
+}
+
+} // namespace
+
+void AddDXFText(TDXFBuilder& builder, const TDXFRecord& record) {
+    const bool isAttribute = record.Kind() == "ATTRIB";
+    const QString text = PlainDXFText(builder.Drawing.Text.Decode(record.Text(1)));
+    if (text.trimmed().isEmpty()) return;
+    builder.Add<TZEPLabel>(record, 0, [&](TZEPLabel& label) {
+        SetText(label, text);
+        if (isAttribute) label.SetIdent(builder.Drawing.Text.Decode(record.Text(2)));
+        if (isAttribute && record.Flag(70, InvisibleAttribute)) label.SetVisible(false);
+        TTextPlace place(record);
+        const int horizontal = record.Integer(72);
+        if (horizontal == hzAligned || horizontal == hzFit) place.FitBetween(label, record);
+        PlaceFlat(label, FrameOf(record), place.Place, place.Rotation,
+                  {place.Width, place.Height, std::abs(place.Height)});
+        MoveTo(label, AnchorOf(record));
+    });
+}
+
+void AddDXFLines(TDXFBuilder& builder, const TDXFRecord& record) {
+    QStringList lines = PlainDXFLines(LongText(builder, record));
+    if (lines.size() > MostLines) {
+        builder.Pass(record, TDXFReport::TReason::TooMany);
+        lines.resize(MostLines);
+    }
+    const TTextFrame turn(record);
+    const TAttachment attachment(record.Integer(71, 1));
+    const double height = record.Number(40, 1);
+    const double spacing = LineDistance * record.Number(44, 1);
+    const double whole = 1 + static_cast<double>(lines.size() - 1) * spacing;
+    const TGLArrayd3 place = Within(turn.Frame, record.Point(10));
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (lines[i].trimmed().isEmpty()) continue;
+        const double baseLine = attachment.Down * whole - 1 - static_cast<double>(i) * spacing;
+        builder.Add<TZEPLabel>(record, 0, [&](TZEPLabel& label) {
+            SetText(label, lines[i]);
+            PlaceFlat(label, turn.Frame, place, turn.Rotation, {height, height, height});
+            MoveTo(label, {attachment.Along, -baseLine});
+        });
+    }
+}
+
+} // namespace ZEP

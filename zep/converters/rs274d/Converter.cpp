@@ -1,0 +1,96 @@
+#include <zep/converters/rs274d/Converter.h>
+
+#include <zep/converters/DumpFile.h>
+#include <zep/converters/RootUpdate.h>
+#include <zep/converters/rs274d/Objects.h>
+#include <zep/converters/rs274d/Program.h>
+#include <zep/framework/Exception.h>
+#include <zep/framework/MappedFile.h>
+#include <zep/framework/Registry.h>
+#include <zep/objects/Arc.h>
+#include <zep/objects/Line.h>
+
+#include <QScopeGuard>
+
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+const TRegisterClass<TRS274DConverter> Registered;
+
+constexpr std::array ToolColors{TColor(0xFFFFFF), TColor(0x0000FF), TColor(0x00FF00),
+                                TColor(0xFF0000), TColor(0xFFFF00), TColor(0xFF00FF),
+                                TColor(0x00FFFF)};
+constexpr TColor RapidColor = 0x808080;
+
+/// Degrees of a line piece in an arc, so that ends on whole quarters lie on corners.
+constexpr double ArcStep = 5;
+
+} // namespace
+
+TRS274DConverter::TRS274DConverter(TComponent* owner)
+    : TFileConverter(owner, {QStringLiteral("TRS274DConverter"), QStringLiteral(".")}) {}
+
+TRS274DConverter::~TRS274DConverter() = default;
+
+void TRS274DConverter::LoadFromFile() {
+    CheckFile("LoadFromFile");
+    if (m_doDump) m_trace = std::make_unique<TDumpFile>(FileName(), Method("Dump"));
+    const auto closeTrace = qScopeGuard([this] { m_trace.reset(); });
+    if (ClearBeforRead()) Root()->Clear();
+    const TMappedFile file(FileName(), Method("LoadFromFile"));
+    ReadNC(file.Text());
+    if (m_trace) m_trace->Finish();
+}
+
+void TRS274DConverter::SaveToFile() {
+    throw Exception(Method("SaveToFile") + QStringLiteral(": Only import is supported."));
+}
+
+void TRS274DConverter::ReadNC(std::string_view text) {
+    CheckRoot("ReadNC");
+    m_report.Clear();
+    SetCancelled(false);
+    m_colorIndex = 0;
+    const TRootUpdate update(Root());
+    const TRS274DOptions options{
+        .Extended = m_extended, .StopOnErrors = m_stopOnErrors, .Trace = m_trace != nullptr};
+    SetCancelled(!ReadRS274D(text, options, *this, m_report, GuardedProgress()));
+}
+
+void TRS274DConverter::Dump(std::string_view text) {
+    if (m_trace) m_trace->Write(text);
+}
+
+void TRS274DConverter::NextColor() {
+    m_colorIndex = (m_colorIndex + 1) % ToolColors.size();
+}
+
+TColor TRS274DConverter::PathColor() const {
+    return ToolColors[m_colorIndex];
+}
+
+void TRS274DConverter::Rapid(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) {
+    if (m_showQuickMove) AddPathLine(*Root(), from, to, RapidColor, line)->SetStyle(psDot);
+}
+
+void TRS274DConverter::Feed(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) {
+    AddPathLine(*Root(), from, to, PathColor(), line);
+}
+
+void TRS274DConverter::Drill(const TRS274DPoint& at, qint64 line) {
+    AddPathPoint(*Root(), at, PathColor(), line);
+}
+
+void TRS274DConverter::Arc(const TRS274DArc& arc, qint64 line) {
+    TZEPArc* object = AddPathArc(*Root(), arc, PathColor(), line);
+    if (m_extended) object->SetSegments(static_cast<int>(std::ceil(arc.Sweep / ArcStep - 1e-9)));
+}
+
+void TRS274DConverter::Curve(std::span<const TRS274DPoint> points, qint64 line) {
+    AddPathCurve(*Root(), points, PathColor(), line);
+}
+
+} // namespace ZEP

@@ -1,0 +1,37 @@
+#include <zep/converters/rs274d/Cycle.h>
+
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+constexpr double PeckClearance = 0.254;
+
+bool FeedsOut(int cycle) {
+    return cycle == 84 || cycle == 85 || cycle == 89;
+}
+
+} // namespace
+
+double PeckCount(const TRS274DHole& hole) {
+    const double depth = hole.R - hole.Bottom;
+    const bool pecks = (hole.Cycle == 73 || hole.Cycle == 83) && hole.Peck > 0 && depth > 0;
+    // A last peck that is thinner than rounding belongs to the one before.
+    return pecks ? std::fmax(1.0, std::ceil(depth / hole.Peck - 1e-9)) : 1.0;
+}
+
+void HoleMoves(const TRS274DHole& hole, std::vector<TRS274DLevelMove>& moves) {
+    moves.clear();
+    const auto pecks = static_cast<long>(PeckCount(hole));
+    for (long i = 1; i < pecks; ++i) {
+        const double depth = hole.R - static_cast<double>(i) * hole.Peck;
+        moves.push_back({false, depth});
+        if (hole.Cycle == 83) moves.push_back({true, hole.R});
+        moves.push_back({true, depth + PeckClearance});
+    }
+    moves.push_back({false, hole.Bottom});
+    moves.push_back({!FeedsOut(hole.Cycle), hole.Clear});
+}
+
+} // namespace ZEP

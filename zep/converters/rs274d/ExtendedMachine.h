@@ -1,0 +1,76 @@
+#pragma once
+
+#include <zep/converters/rs274d/Arc.h>
+#include <zep/converters/rs274d/Codes.h>
+#include <zep/converters/rs274d/Cycle.h>
+#include <zep/converters/rs274d/Frames.h>
+#include <zep/converters/rs274d/Machine.h>
+
+namespace ZEP {
+
+/// Reads a program as a milling machine would: true arcs and helices, coordinate systems and
+/// offsets, reference points, drilling cycles with all their moves. Coordinates are the machine's,
+/// in millimetres; all origins and reference points are 0 until the program sets them. Blocks that
+/// hold more than words are passed over whole. Cycles return to the R level until G98.
+class TRS274DExtendedMachine final : public TRS274DMachine {
+public:
+    using TRS274DMachine::TRS274DMachine;
+
+protected:
+    void RunBlock(const TRS274DBlock& block) override;
+
+private:
+    /// What the codes of one block ask for beyond the modes that they set.
+    struct TPlan {
+        const TRS274DCode* Action = nullptr; ///< takes the axis words for itself
+        bool Motion = false;                 ///< a motion code stands in the block
+        bool OtherUse = false;               ///< axis words without one belong to something else
+        bool MachineFrame = false;
+    };
+
+    void ProcessG(const TRS274DWord& word);
+    void ProcessM(const TRS274DWord& word);
+    void ApplyMode(const TRS274DCode& code);
+    void SetMotion(TRS274DMoveMode mode);
+    void Execute(const TRS274DBlock& block);
+    void Move(const TRS274DBlock& block, qint64 repeats);
+
+    [[nodiscard]] double Units(double value) const;
+    [[nodiscard]] TRS274DPoint Target(const TRS274DBlock& block) const;
+    void ApplyPolar(const TRS274DBlock& block, TRS274DPoint& target) const;
+
+    void RunAction(const TRS274DBlock& block);
+    void SetData(const TRS274DBlock& block);
+    void GoToReference(std::size_t which, const TRS274DBlock& block);
+    template <class Function>
+    void ForAxisWords(const TRS274DBlock& block, Function function) const;
+
+    void Arc(const TRS274DBlock& block);
+    [[nodiscard]] std::optional<TRS274DPlanePoint>
+    ArcCenter(const TRS274DBlock& block, TRS274DPlanePoint start, TRS274DPlanePoint end) const;
+    [[nodiscard]] double CenterCoordinate(const TRS274DBlock& block, std::size_t axis) const;
+    [[nodiscard]] bool IsCounterClockwiseInPlane() const;
+    [[nodiscard]] int Turns(const TRS274DBlock& block);
+    void DrawTurn(const TRS274DTurn& turn, const TRS274DPoint& target, int turns);
+
+    void Drill(const TRS274DBlock& block, qint64 repeats);
+    void ReadHole(const TRS274DBlock& block);
+    void DrillAt(const TRS274DPoint& place);
+    void MoveOnNormal(bool rapid, double level);
+
+    TPlan m_plan;
+    TRS274DFrames m_frames;
+    std::array<TRS274DPoint, 2> m_references{}; // of G28 and G30
+    bool m_absoluteCenters = false;
+
+    TRS274DHole m_hole;
+    double m_initialLevel = 0;
+    bool m_newCycle = false;
+    bool m_returnToInitial = false;
+    TRS274DMoveMode m_modeBeforeCycle = mmNone;
+
+    std::vector<TRS274DPoint> m_points;
+    std::vector<TRS274DLevelMove> m_levelMoves;
+};
+
+} // namespace ZEP

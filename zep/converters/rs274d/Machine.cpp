@@ -1,0 +1,131 @@
+#include <zep/converters/rs274d/Machine.h>
+
+#include <zep/framework/Exception.h>
+
+#include <charconv>
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+QString Place(qint64 line) {
+    return QStringLiteral("Line: %1").arg(line);
+}
+
+} // namespace
+
+TRS274DMachine::TRS274DMachine(const TRS274DOptions& options, TRS274DSink& sink,
+                               TRS274DReport& report)
+    : m_options(options), m_sink(sink), m_report(report) {}
+
+void TRS274DMachine::Run(const TRS274DBlock& block, qint64 line) {
+    m_line = line;
+    if (block.End() != TRS274DBlockEnd::Complete) NoteEnd(block);
+    RunBlock(block);
+}
+
+void TRS274DMachine::PassLine(qint64 line) {
+    m_line = line;
+    Fail(TRS274DPassed::LongLine,
+         QStringLiteral("Line longer than %1 characters.").arg(MaxRS274DLineLength));
+}
+
+void TRS274DMachine::NoteEnd(const TRS274DBlock& block) {
+    switch (block.End()) {
+    case TRS274DBlockEnd::Complete:
+        return;
+    case TRS274DBlockEnd::Deleted:
+        return m_report.Add(TRS274DPassed::Deleted, m_line);
+    case TRS274DBlockEnd::Variable:
+        return m_report.Add(TRS274DPassed::Variable, m_line);
+    case TRS274DBlockEnd::Expression:
+        return m_report.Add(TRS274DPassed::Expression, m_line);
+    case TRS274DBlockEnd::ControlWord:
+        return m_report.Add(TRS274DPassed::ControlWord, m_line);
+    case TRS274DBlockEnd::Unreadable:
+        return m_report.Add(TRS274DPassed::Unreadable, m_line);
+    case TRS274DBlockEnd::BadNumber:
+        break;
+    }
+    constexpr std::size_t shown = 40;
+    const std::string_view word = block.Rest().substr(0, shown);
+    Fail(TRS274DPassed::BadNumber,
+         QStringLiteral("Invalid number in word \"%1\".")
+             .arg(QLatin1String(word.data(), static_cast<qsizetype>(word.size()))));
+}
+
+void TRS274DMachine::Fail(TRS274DPassed kind, const QString& message) {
+    if (m_options.StopOnErrors) throw Exception(message + QLatin1Char(' ') + Place(m_line));
+    m_report.Add(kind, m_line);
+}
+
+void TRS274DMachine::FailArc(TRS274DPassed kind) {
+    Fail(kind, QStringLiteral("Cannot reach destination with specified radius."));
+}
+
+void TRS274DMachine::FailNoMotionMode() {
+    // Hosts compare this text: no blank before "Line".
+    if (m_options.StopOnErrors)
+        throw Exception(QStringLiteral("Cannot use axis commands with no motion mode set.") +
+                        Place(m_line));
+    m_report.Add(TRS274DPassed::NoMotionMode, m_line);
+}
+
+qint64 TRS274DMachine::GetRepeatCount(const TRS274DBlock& block) const {
+    if (!block.Has('L')) return 0;
+    const qint64 count = std::llrint(block.Value('L'));
+    if (count <= MaxRS274DRepeatCount) return count;
+    throw Exception(
+        QStringLiteral("Repeat count %1 is larger than %2. ").arg(count).arg(MaxRS274DRepeatCount) +
+        Place(m_line));
+}
+
+void TRS274DMachine::SpendRepetitions(double count) {
+    m_repetitions += std::fmin(count, MaxRS274DRepetitions + 1.0);
+    if (m_repetitions <= MaxRS274DRepetitions) return;
+    throw Exception(
+        QStringLiteral("The program repeats more than %1 motions. ").arg(MaxRS274DRepetitions) +
+        Place(m_line));
+}
+
+void TRS274DMachine::Rapid(const TRS274DPoint& to) {
+    m_sink.Rapid(m_position, to, m_line);
+    m_position = to;
+}
+
+void TRS274DMachine::Feed(const TRS274DPoint& to) {
+    m_sink.Feed(m_position, to, m_line);
+    m_position = to;
+}
+
+void TRS274DMachine::Trace(std::string_view text) {
+    if (m_options.Trace && !text.empty()) m_sink.Dump(text);
+}
+
+void TRS274DMachine::TraceSkipped(const TRS274DWord& word) {
+    if (!m_options.Trace) return;
+    m_text.assign("skip word (").append(word.Text).append(")");
+    m_sink.Dump(m_text);
+}
+
+void TRS274DMachine::AppendNumber(std::string_view name, double value) {
+    char digits[512];
+    const auto end =
+        std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 6).ptr;
+    if (!m_text.empty()) m_text.append(", ");
+    m_text.append(name).append("=").append(digits, end);
+}
+
+void TRS274DMachine::TraceMotion(const TRS274DPoint& target, const std::array<double, 4>* center) {
+    if (!m_options.Trace) return;
+    const auto dump = [this](const char* names, const double* values, std::size_t count) {
+        m_text.clear();
+        for (std::size_t i = 0; i < count; ++i) AppendNumber({names + i, 1}, values[i]);
+        m_sink.Dump(m_text);
+    };
+    dump("XYZ", target.data(), target.size());
+    if (center) dump("IJKR", center->data(), center->size());
+}
+
+} // namespace ZEP

@@ -1,0 +1,95 @@
+#include <zep/converters/rs274d/Objects.h>
+
+#include <zep/objects/Arc.h>
+#include <zep/objects/Line.h>
+#include <zep/objects/Point.h>
+#include <zep/objects/Polyline.h>
+#include <zep/scene/XForm.h>
+
+#include <charconv>
+
+namespace ZEP {
+
+namespace {
+
+constexpr float DrillPointWidth = 5;
+
+/// Put together by hand: a million of them are made.
+QString IdentOf(qint64 line) {
+    char text[32] = "Line ";
+    constexpr qsizetype prefix = 5;
+    const char* end = std::to_chars(text + prefix, text + sizeof text, line).ptr;
+    return QString::fromLatin1(text, end - text);
+}
+
+template <class T>
+T* Made(TZEPObject& root, qint64 line, TColor color) {
+    auto* object = new T(&root);
+    object->SetIdent(IdentOf(line));
+    object->SetColor(color);
+    return object;
+}
+
+/// Last of all, so that what was set before had nobody to tell.
+template <class T>
+T* Placed(TZEPObject& root, T* object) {
+    object->SetParentComponent(&root);
+    return object;
+}
+
+void Set(TZEPVertex3* vertex, const TRS274DPoint& point) {
+    vertex->SetData(point[0], point[1], point[2]);
+}
+
+/// Turns the arc's own x and y to the first and the second axis of the plane.
+TGLArrayd3 RotationTo(TRS274DArcPlane plane) {
+    switch (plane) {
+    case apXY:
+        return zero3d;
+    case apXZ:
+        return {90, 0, 0};
+    case apYZ:
+        return {0, 90, 90};
+    }
+    return zero3d;
+}
+
+} // namespace
+
+TZEPLine* AddPathLine(TZEPObject& root, const TRS274DPoint& from, const TRS274DPoint& to,
+                      TColor color, qint64 line) {
+    auto* object = Made<TZEPLine>(root, line, color);
+    Set(object->P1(), from);
+    Set(object->P2(), to);
+    return Placed(root, object);
+}
+
+TZEPArc* AddPathArc(TZEPObject& root, const TRS274DArc& arc, TColor color, qint64 line) {
+    auto* object = Made<TZEPArc>(root, line, color);
+    object->SetStartAngle(arc.StartAngle);
+    object->SetEndAngle(arc.EndAngle);
+    // Quietly but for the last, which recomputes the matrix.
+    const double diameter = 2 * arc.Radius;
+    object->XForm()->Translate()->SetDataQuietly(arc.Center);
+    object->XForm()->Rotate()->SetDataQuietly(RotationTo(arc.Plane));
+    Set(object->XForm()->Scale(), {diameter, diameter, diameter});
+    return Placed(root, object);
+}
+
+TZEPPolyline* AddPathCurve(TZEPObject& root, std::span<const TRS274DPoint> points, TColor color,
+                           qint64 line) {
+    auto* object = Made<TZEPPolyline>(root, line, color);
+    object->SetOrigColor(color);
+    object->SetSmooth(false);
+    for (const TRS274DPoint& point : points) object->Vertexes()->Add()->SetPoint(point);
+    return Placed(root, object);
+}
+
+TZEPPoint* AddPathPoint(TZEPObject& root, const TRS274DPoint& at, TColor color, qint64 line) {
+    auto* object = Made<TZEPPoint>(root, line, color);
+    object->SetWidth(DrillPointWidth);
+    Set(object->P(), at);
+    return Placed(root, object);
+}
+
+} // namespace ZEP

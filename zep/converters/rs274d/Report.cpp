@@ -1,0 +1,58 @@
+#include <zep/converters/rs274d/Report.h>
+
+#include <zep/converters/rs274d/Block.h>
+
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+QString KindText(TRS274DPassed kind) {
+    switch (kind) {
+    case TRS274DPassed::Deleted:
+        return QStringLiteral("deleted blocks (/)");
+    case TRS274DPassed::Variable:
+        return QStringLiteral("blocks with variables");
+    case TRS274DPassed::Expression:
+        return QStringLiteral("blocks with expressions");
+    case TRS274DPassed::ControlWord:
+        return QStringLiteral("blocks with control words");
+    case TRS274DPassed::BadNumber:
+        return QStringLiteral("blocks with a bad number");
+    case TRS274DPassed::Unreadable:
+        return QStringLiteral("blocks that cannot be read");
+    case TRS274DPassed::LongLine:
+        return QStringLiteral("lines longer than %1 characters").arg(MaxRS274DLineLength);
+    case TRS274DPassed::NoMotionMode:
+        return QStringLiteral("axis words without a motion mode");
+    case TRS274DPassed::ArcWithoutCenter:
+        return QStringLiteral("arcs without a centre");
+    case TRS274DPassed::ArcOutOfReach:
+        return QStringLiteral("arcs that cannot reach their end");
+    case TRS274DPassed::Spiral:
+        return QStringLiteral("arcs of unequal radii (drawn as spirals)");
+    case TRS274DPassed::OtherAxes:
+        return QStringLiteral("words of the axes A, B, C, U, V and W");
+    }
+    return {};
+}
+
+/// Beyond every real code, so that a hostile file can not fill the memory with kinds.
+constexpr double MaxReportedCode = 1000;
+
+} // namespace
+
+void TRS274DReport::Add(TRS274DPassed kind, qint64 line) {
+    Add(KindText(kind), line);
+}
+
+void TRS274DReport::AddCode(char letter, double code, qint64 line) {
+    const QLatin1Char prefix(letter);
+    if (code < 0 || code >= MaxReportedCode)
+        return Add(QStringLiteral("%1 codes out of range").arg(prefix), line);
+    const auto hundredths = static_cast<int>(std::lround(code * 100));
+    Add(QStringLiteral("code %1%2").arg(prefix).arg(hundredths / 100.0), line);
+}
+
+} // namespace ZEP

@@ -1,0 +1,115 @@
+#include <zep/converters/threeds/Converter.h>
+
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/converters/DumpFile.h>
+#include <zep/converters/RootUpdate.h>
+#include <zep/converters/threeds/Reader.h>
+#include <zep/framework/Exception.h>
+#include <zep/framework/MappedFile.h>
+#include <zep/framework/Registry.h>
+
+#include <QScopeGuard>
+
+namespace ZEP {
+
+namespace {
+
+const TRegisterClass<TF3DSConverter> Registered;
+
+/// An update bracket around filling a library, which the host may free meanwhile.
+class TLibraryUpdate {
+public:
+    explicit TLibraryUpdate(TZEPMaterialLibrary* library) : m_library(library) {
+        if (m_library) m_library->Materials()->BeginUpdate();
+    }
+    ~TLibraryUpdate() {
+        if (m_library) m_library->Materials()->EndUpdate();
+    }
+    Q_DISABLE_COPY_MOVE(TLibraryUpdate)
+
+private:
+    QPointer<TZEPMaterialLibrary> m_library;
+};
+
+} // namespace
+
+TF3DSConverter::TF3DSConverter(TComponent* owner)
+    : TFileConverter(owner, {QStringLiteral("TF3DSConverter"), QStringLiteral(".")}) {}
+
+TF3DSConverter::~TF3DSConverter() = default;
+
+TZEPMaterialLibrary* TF3DSConverter::Materials() const {
+    return m_materials;
+}
+
+// Not asked to tell when it is removed: a library that only changes its owner stays in use.
+void TF3DSConverter::SetMaterials(TZEPMaterialLibrary* materials) {
+    m_materials = materials;
+}
+
+void TF3DSConverter::LoadFromFile() {
+    CheckFile("LoadFromFile");
+    const QString method = Method("LoadFromFile");
+    if (m_doDump) m_dump = std::make_unique<TDumpFile>(FileName(), Method("Dump"));
+    const auto closeDump = qScopeGuard([this] { m_dump.reset(); });
+    if (m_dump) m_dump->Write(FileName().toStdString());
+    const TRootUpdate update(Root());
+    const TLibraryUpdate libraryUpdate(m_materials);
+    if (ClearBeforRead()) Root()->Clear();
+    if (m_materials) m_materials->Materials()->Clear();
+    const TMappedFile file(FileName(), method);
+    if (!TF3DSReader::IsF3DS(file.Text()))
+        throw Exception(method + QStringLiteral(": main chunk not found."));
+    Read(file.Text(), QStringLiteral("%1: Can't read \"%2\"").arg(method, FileName()));
+    if (m_dump) m_dump->Finish();
+}
+
+void TF3DSConverter::SaveToFile() {
+    throw Exception(Method("SaveToFile") + QStringLiteral(": Only import is supported."));
+}
+
+void TF3DSConverter::Read3DS(std::string_view bytes) {
+    const QString method = Method("Read3DS");
+    CheckRoot("Read3DS");
+    if (!TF3DSReader::IsF3DS(bytes))
+        throw Exception(method + QStringLiteral(": main chunk not found."));
+    Read(bytes, method);
+}
+
+void TF3DSConverter::Read(std::string_view bytes, const QString& source) {
+    m_report.Clear();
+    SetCancelled(false);
+    const TRootUpdate update(Root());
+    const TLibraryUpdate libraryUpdate(m_materials);
+    TF3DSTarget target{.Root = *Root(),
+                       .Materials = m_materials,
+                       .FileName = FileName(),
+                       .Report = m_report,
+                       .Dump = {},
+                       .Progress = ProgressOfBoth()};
+    if (m_dump) target.Dump = [this](std::string_view text) { Dump(text); };
+    SetCancelled(!TF3DSReader(bytes, source, std::move(target)).ReadFile());
+}
+
+TProgress TF3DSConverter::ProgressOfBoth() const {
+    TProgress progress = GuardedProgress();
+    if (!progress) return {};
+    return [this, progress = std::move(progress), materials = m_materials.data()](qint64 done,
+                                                                                  qint64 total) {
+        return progress(done, total) && m_materials == materials;
+    };
+}
+
+int TF3DSConverter::FindMaterialIndex(const QString& name) const {
+    if (!m_materials) return -1;
+    const auto& items = *m_materials->Materials();
+    for (int i = 0; i < items.Count(); ++i)
+        if (items[i].Ident() == name) return i;
+    return -1;
+}
+
+void TF3DSConverter::Dump(std::string_view text) {
+    if (m_dump) m_dump->Append(text);
+}
+
+} // namespace ZEP

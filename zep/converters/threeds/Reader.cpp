@@ -1,0 +1,184 @@
+#include <zep/converters/threeds/Reader.h>
+
+#include <zep/appearance/effects/Light.h>
+#include <zep/converters/ReadReport.h>
+#include <zep/converters/threeds/Ids.h>
+#include <zep/converters/threeds/LightCamera.h>
+#include <zep/objects/Mesh.h>
+#include <zep/scene/Scene.h>
+#include <zep/view/Camera.h>
+
+#include <QScopeGuard>
+
+namespace ZEP {
+
+namespace {
+
+constexpr std::size_t ProgressStep = 65536;
+
+TZEPScene* SceneOf(TZEPObject& root) {
+    auto* scene = qobject_cast<TZEPScene*>(&root);
+    return scene ? scene : root.Scene();
+}
+
+} // namespace
+
+TF3DSReader::TF3DSReader(std::string_view bytes, const QString& source, TF3DSTarget target)
+    : m_target(std::move(target)), m_stream(bytes, source, m_target.Report, m_target.Dump),
+      m_materials(m_target.Materials ? std::make_optional<TF3DSMaterials>(
+                                           m_stream, *m_target.Materials, m_target.FileName)
+                                     : std::nullopt),
+      m_meshes(m_stream, m_materials ? &*m_materials : nullptr) {}
+
+bool TF3DSReader::IsF3DS(std::string_view bytes) {
+    return bytes.size() >= 2 && qFromLittleEndian<std::uint16_t>(bytes.data()) == idMain;
+}
+
+bool TF3DSReader::ReadFile() {
+    const auto report = qScopeGuard([this] { ReportStrays(); });
+    try {
+        ReadMainChunk(m_stream.ReadMainHeader());
+    } catch (const TCancelled&) {
+        return false;
+    }
+    return true;
+}
+
+// --- structure ---------------------------------------------------------------------------------
+
+void TF3DSReader::ReadMainChunk(const TF3DSChunk& chunk) {
+    m_stream.Dump(" <MainChunk> \r\n");
+    m_stream.ReadChildren(chunk, [this](const TF3DSChunk& child) {
+        TellProgress();
+        switch (child.Id) {
+        case idVersion:
+            return ReadVersionChunk(child);
+        case idEditor:
+            return ReadEditChunk(child);
+        case idKeyframer:
+            return ReadKfrmChunk(child);
+        default:
+            return m_stream.SkipChunk(child, idMain);
+        }
+    });
+}
+
+void TF3DSReader::ReadEditChunk(const TF3DSChunk& chunk) {
+    m_stream.Dump(" <EditChunk> \r\n");
+    m_stream.ReadChildren(chunk, [this](const TF3DSChunk& child) {
+        TellProgress();
+        switch (child.Id) {
+        case idMeshVersion:
+            return ReadVersionChunk(child);
+        case idMasterScale:
+            return ReadMasterScale(child);
+        case idBackgroundColor:
+            return ReadSceneBackgroundColor(child);
+        case idAmbientColor:
+            return ReadSceneAmbientColor(child);
+        case idObject:
+            return ReadObjectChunk(child);
+        case idMaterial:
+            return m_materials ? m_materials->ReadMaterialChunk(child)
+                               : m_stream.SkipChunk(child, idEditor);
+        default:
+            return m_stream.SkipChunk(child, idEditor);
+        }
+    });
+}
+
+void TF3DSReader::ReadKfrmChunk(const TF3DSChunk& chunk) {
+    m_stream.Dump(" <KfrmChunk> \r\n");
+    m_stream.ReadChildren(
+        chunk, [this](const TF3DSChunk& child) { m_stream.SkipChunk(child, idKeyframer); });
+    m_stream.ReportMissed(chunk, idMain);
+}
+
+void TF3DSReader::ReadVersionChunk(const TF3DSChunk& chunk) {
+    m_stream.Dump(" <VersionChunk> \r\n");
+    m_stream.DumpValues("Ver: %u\r\n", m_stream.Read<std::uint32_t>(chunk));
+}
+
+// The scale is of the program that wrote the file: who wants another size scales the root.
+void TF3DSReader::ReadMasterScale(const TF3DSChunk& chunk) {
+    m_stream.Dump(" <ScaleChunk> \r\n");
+    m_stream.SkipChunk(chunk, idEditor);
+}
+
+void TF3DSReader::ReadSceneBackgroundColor(const TF3DSChunk& chunk) {
+    m_stream.Dump(" <BackgroundColorChunk> \r\n");
+    const auto color = m_stream.ReadMaterialColorChunk(chunk);
+    TZEPScene* scene = SceneOf(m_target.Root);
+    if (color && scene) scene->SetBackgroundColor(*color);
+}
+
+void TF3DSReader::ReadSceneAmbientColor(const TF3DSChunk& chunk) {
+    m_stream.Dump(" <AmbientColorChunk> \r\n");
+    const auto color = m_stream.ReadMaterialColorChunk(chunk);
+    TZEPScene* scene = SceneOf(m_target.Root);
+    if (color && scene) scene->SetSceneAmbientColor(*color);
+}
+
+void TF3DSReader::ReadObjectChunk(const TF3DSChunk& chunk) {
+    m_stream.Dump(" <ObjectChunk> \r\n");
+    const QString name = m_stream.ReadName(chunk);
+    m_stream.ReadChildren(chunk, [&](const TF3DSChunk& child) {
+        switch (child.Id) {
+        case idMesh:
+            return AddMesh(child, name);
+        case idLight:
+            return AddLight(child, name);
+        case idCamera:
+            return AddCamera(child, name);
+        default:
+            return m_stream.SkipChunk(child, idObject);
+        }
+    });
+}
+
+// --- objects -----------------------------------------------------------------------------------
+
+template <class T>
+T& TF3DSReader::AddObject(const TF3DSChunk& chunk, const QString& name) {
+    if (m_objectCount++ >= MaxObjects)
+        m_stream.Refuse(QStringLiteral("more than %1 objects").arg(MaxObjects), chunk.Offset);
+    auto* object = new T(&m_target.Root);
+    object->SetIdent(name);
+    object->SetParentComponent(&m_target.Root);
+    return *object;
+}
+
+void TF3DSReader::AddMesh(const TF3DSChunk& chunk, const QString& name) {
+    m_meshes.ReadMeshChunk(chunk, AddObject<TZEPMesh>(chunk, name));
+}
+
+void TF3DSReader::AddLight(const TF3DSChunk& chunk, const QString& name) {
+    if (m_lightCount++ >= MaxLights) return m_stream.SkipChunk(chunk, idObject);
+    ReadLightChunk(m_stream, chunk, AddObject<TZEPLight>(chunk, name));
+}
+
+void TF3DSReader::AddCamera(const TF3DSChunk& chunk, const QString& name) {
+    ReadCameraChunk(m_stream, chunk, AddObject<TZEPCamera>(chunk, name));
+}
+
+// --- telling -----------------------------------------------------------------------------------
+
+void TF3DSReader::TellProgress() {
+    if (!m_target.Progress || m_stream.Position() - m_toldPosition < ProgressStep) return;
+    m_toldPosition = m_stream.Position();
+    if (!m_target.Progress(static_cast<qint64>(m_toldPosition),
+                           static_cast<qint64>(m_stream.Size())))
+        throw TCancelled();
+}
+
+void TF3DSReader::ReportStrays() {
+    m_meshes.ReportStrays();
+    if (m_stream.StrayNumbers() > 0)
+        m_target.Report.Add(QStringLiteral("numbers that are none (taken as 0)"), 0,
+                            m_stream.StrayNumbers());
+    if (m_lightCount > MaxLights)
+        m_target.Report.Add(QStringLiteral("lights after the first %1").arg(MaxLights), 0,
+                            m_lightCount - MaxLights);
+}
+
+} // namespace ZEP

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <zep/converters/Progress.h>
+#include <zep/converters/threeds/Materials.h>
+#include <zep/converters/threeds/Mesh.h>
+#include <zep/converters/threeds/Stream.h>
+
+#include <optional>
+
+namespace ZEP {
+
+class TZEPObject;
+
+/// What a 3DS file is read into, and who is told.
+struct TF3DSTarget {
+    TZEPObject& Root;
+    TZEPMaterialLibrary* Materials; ///< null: materials are passed over
+    QString FileName;               ///< beside which pictures lie; empty: there are none
+    TReadReport& Report;
+    TF3DSStream::TDump Dump; ///< may be empty
+    TProgress Progress;      ///< may be empty
+};
+
+/// Reads one 3DS file: goes through its structure and makes an object for each mesh, light and
+/// camera. Faults raise `Exception`; what was read before them stays.
+class TF3DSReader {
+public:
+    /// Far more than a model has, far less than a memory.
+    static constexpr int MaxObjects = 1'000'000;
+    /// OpenGL shows eight, and each is numbered through all objects of the scene.
+    static constexpr int MaxLights = 256;
+
+    /// \param source  what the messages begin with
+    TF3DSReader(std::string_view bytes, const QString& source, TF3DSTarget target);
+
+    /// Whether the bytes begin as a 3DS file does.
+    [[nodiscard]] static bool IsF3DS(std::string_view bytes);
+    /// False where the progress call has cancelled.
+    bool ReadFile();
+
+private:
+    struct TCancelled {};
+
+    void ReadMainChunk(const TF3DSChunk& chunk);
+    void ReadEditChunk(const TF3DSChunk& chunk);
+    void ReadKfrmChunk(const TF3DSChunk& chunk);
+    void ReadVersionChunk(const TF3DSChunk& chunk);
+    void ReadMasterScale(const TF3DSChunk& chunk);
+    void ReadSceneBackgroundColor(const TF3DSChunk& chunk);
+    void ReadSceneAmbientColor(const TF3DSChunk& chunk);
+    void ReadObjectChunk(const TF3DSChunk& chunk);
+    void AddMesh(const TF3DSChunk& chunk, const QString& name);
+    void AddLight(const TF3DSChunk& chunk, const QString& name);
+    void AddCamera(const TF3DSChunk& chunk, const QString& name);
+    template <class T>
+    T& AddObject(const TF3DSChunk& chunk, const QString& name);
+    void TellProgress();
+    void ReportStrays();
+
+    TF3DSTarget m_target;
+    TF3DSStream m_stream;
+    std::optional<TF3DSMaterials> m_materials;
+    TF3DSMeshes m_meshes;
+    std::size_t m_toldPosition = 0;
+    int m_objectCount = 0;
+    qint64 m_lightCount = 0;
+};
+
+} // namespace ZEP

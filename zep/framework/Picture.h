@@ -1,0 +1,43 @@
+#pragma once
+
+#include <zep/framework/Persistent.h>
+
+#include <QImage>
+
+namespace ZEP {
+
+/// A picture of any format that Qt's image plugins read. It keeps the encoded bytes it was read
+/// from, so that storing it again loses nothing; they are stored as the binary property `Data`.
+class TPicture : public TPersistent {
+    Q_GADGET
+public:
+    [[nodiscard]] const QMetaObject* MetaObject() const override { return &staticMetaObject; }
+
+    /// Holds no graphic.
+    [[nodiscard]] bool Empty() const { return m_image.isNull(); }
+    [[nodiscard]] const QImage& Image() const { return m_image; }
+    /// The encoded bytes: those that were loaded, else the picture as PNG; empty without one.
+    [[nodiscard]] QByteArray Data() const;
+
+    /// Shows `image` from now on and tells `OnChange`.
+    void SetImage(const QImage& image);
+    /// Decodes `data`, tells `OnChange`. Raises `Exception` and keeps what it held when that is no
+    /// picture; empty data clears.
+    void SetData(const QByteArray& data);
+    /// Raises `Exception` naming the file where it cannot be read or is no picture.
+    void LoadFromFile(const QString& fileName);
+    void Clear();
+
+    /// From another picture; others raise `Exception`. Tells `OnChange`.
+    void Assign(const TPersistent* source) override;
+    void DefineProperties(TFiler& filer) override;
+
+    /// Called with the picture as sender after every change.
+    TNotifyEvent OnChange;
+
+private:
+    QImage m_image;
+    QByteArray m_data;
+};
+
+} // namespace ZEP

@@ -1,0 +1,17 @@
+#include <zep/framework/stream/ByteOutput.h>
+
+#include <QIODevice>
+
+namespace ZEP {
+
+TByteOutput::TByteOutput(QIODevice& device) : m_device(device) {
+    m_bytes.reserve(PieceSize + PieceSize / 4);
+}
+
+void TByteOutput::Flush() {
+    const auto size = static_cast<qint64>(m_bytes.size());
+    if (m_device.write(m_bytes.data(), size) != size) throw TOutputError(m_device.errorString());
+    m_bytes.clear();
+}
+
+} // namespace ZEP

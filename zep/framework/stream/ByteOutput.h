@@ -1,0 +1,48 @@
+#pragma once
+
+#include <zep/framework/Exception.h>
+
+#include <charconv>
+#include <string>
+#include <string_view>
+
+class QIODevice;
+
+namespace ZEP {
+
+/// A device that does not take what is written; the message is the device's own.
+class TOutputError : public Exception {
+public:
+    using Exception::Exception;
+};
+
+/// Bytes on their way to a device, gathered into large pieces. `Flush` ends it; what a sink leaves
+/// unflushed is lost, as where an error ends the writing.
+class TByteOutput {
+public:
+    explicit TByteOutput(QIODevice& device);
+    Q_DISABLE_COPY_MOVE(TByteOutput)
+
+    void Append(char byte) { m_bytes.push_back(byte); }
+    void Append(std::string_view bytes) {
+        m_bytes.append(bytes);
+        if (m_bytes.size() >= PieceSize) Flush();
+    }
+    /// A number in decimal.
+    template <class Number>
+    void AppendNumber(Number number) {
+        char digits[64];
+        const auto result = std::to_chars(digits, digits + sizeof digits, number);
+        Append({digits, static_cast<std::size_t>(result.ptr - digits)});
+    }
+    /// Raises `TOutputError` where the device does not take it all.
+    void Flush();
+
+private:
+    static constexpr std::size_t PieceSize = 65536;
+
+    QIODevice& m_device;
+    std::string m_bytes;
+};
+
+} // namespace ZEP

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <zep/framework/stream/ClassLayout.h>
+
+#include <QHash>
+
+#include <functional>
+
+namespace ZEP {
+
+class TComponent;
+
+/// References between components, which a stream stores as names: they are gathered while it is
+/// read and set at its end.
+class TReferences {
+public:
+    /// The stream calls this component by that name; the first one keeps a name.
+    void AddComponent(TComponent& component, const QString& name);
+    /// `field` of `instance` refers to the component of that name.
+    void Add(const TField& field, const TInstance& instance, std::string_view name);
+    /// Sets them all, to components of the stream first, then to those of the owners of `root` and
+    /// of its tree. A name that is not found leaves its reference empty.
+    /// \param error  called for a component of a wrong class and for what a setter raises
+    void Resolve(TComponent& root, const std::function<void(const QString&)>& error);
+    void Clear();
+
+private:
+    using TNames = QHash<QString, TComponent*>; // lower case
+
+    struct TPending {
+        const TField* Field;
+        TInstance Instance;
+        QString Name;
+    };
+
+    [[nodiscard]] TComponent* Find(TComponent& root, const QString& name);
+    [[nodiscard]] TComponent* FindInTree(TComponent& root, const QString& name);
+
+    std::vector<TPending> m_pending;
+    TNames m_names;
+    TNames m_tree; // made when first needed
+    bool m_hasTree = false;
+};
+
+} // namespace ZEP

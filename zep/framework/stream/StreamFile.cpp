@@ -1,0 +1,78 @@
+#include <zep/framework/stream/StreamFile.h>
+
+#include <zep/framework/stream/BinarySink.h>
+#include <zep/framework/stream/BinarySource.h>
+#include <zep/framework/stream/Tags.h>
+#include <zep/framework/stream/TextSink.h>
+#include <zep/framework/stream/TextSource.h>
+
+#include <QSaveFile>
+
+namespace ZEP {
+
+namespace {
+
+TStreamForm FormOfFile(const QString& fileName, std::string_view head) {
+    if (const auto form = StreamFormOf(head)) return *form;
+    throw TStreamError(
+        fileName + QStringLiteral(": expected a component stream, which begins with \"TPF0\" or "
+                                  "\"object\""));
+}
+
+} // namespace
+
+std::optional<TStreamForm> StreamFormOf(std::string_view head) {
+    if (head.starts_with(StreamSignature)) return TStreamForm::Binary;
+    TTextLexer lexer(head);
+    try {
+        lexer.Next();
+    } catch (const TStreamError&) {
+        return {};
+    }
+    for (const char* word : {"object", "inherited", "inline"})
+        if (lexer.IsName(word)) return TStreamForm::Text;
+    return {};
+}
+
+std::unique_ptr<TTokenSource> MakeSource(TStreamForm form, std::string_view data) {
+    if (form == TStreamForm::Binary) return std::make_unique<TBinarySource>(data);
+    return std::make_unique<TTextSource>(data);
+}
+
+std::unique_ptr<TTokenSink> MakeSink(TStreamForm form, QIODevice& device) {
+    if (form == TStreamForm::Binary) return std::make_unique<TBinarySink>(device);
+    return std::make_unique<TTextSink>(device);
+}
+
+TStreamFile::TStreamFile(const QString& fileName)
+    : m_fileName(fileName), m_file(fileName), m_form(FormOfFile(fileName, m_file.Text())),
+      m_source(MakeSource(m_form, m_file.Text())) {}
+
+TStreamFile::TStreamFile(const QString& fileName, TStreamForm form)
+    : m_fileName(fileName), m_file(fileName), m_form(form),
+      m_source(MakeSource(form, m_file.Text())) {}
+
+void TStreamFile::Read(const std::function<void(TTokenSource&)>& read) {
+    try {
+        read(*m_source);
+    } catch (const TStreamError& error) {
+        throw TStreamError(m_fileName + QStringLiteral(": ") + error.Message());
+    }
+}
+
+void SaveStreamFile(const QString& fileName, TStreamForm form,
+                    const std::function<void(TTokenSink&)>& write) {
+    const auto fail = [&](const QString& reason) {
+        throw Exception(QStringLiteral("Can't write \"%1\": %2.").arg(fileName, reason));
+    };
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly)) fail(file.errorString());
+    try {
+        write(*MakeSink(form, file));
+    } catch (const TOutputError& error) {
+        fail(error.Message());
+    }
+    if (!file.commit()) fail(file.errorString());
+}
+
+} // namespace ZEP

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <zep/framework/MappedFile.h>
+#include <zep/framework/stream/Token.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QIODevice;
+
+namespace ZEP {
+
+enum class TStreamForm { Binary, Text };
+
+/// The form of a stream by how it begins; none where that is no component stream.
+/// \param head  its first bytes
+[[nodiscard]] std::optional<TStreamForm> StreamFormOf(std::string_view head);
+
+/// Reads data that outlives the source.
+[[nodiscard]] std::unique_ptr<TTokenSource> MakeSource(TStreamForm form, std::string_view data);
+/// Writes to a device that outlives the sink.
+[[nodiscard]] std::unique_ptr<TTokenSink> MakeSink(TStreamForm form, QIODevice& device);
+
+/// A file that holds a component stream, opened for reading. The file must not be cut short while
+/// this lives.
+class TStreamFile {
+public:
+    /// In whatever form it is. Raises `Exception` naming the file where it cannot be read or holds
+    /// no component stream.
+    explicit TStreamFile(const QString& fileName);
+    /// In this form, whatever it begins with.
+    TStreamFile(const QString& fileName, TStreamForm form);
+
+    [[nodiscard]] TStreamForm Form() const { return m_form; }
+    [[nodiscard]] TTokenSource& Source() { return *m_source; }
+    /// Calls `read` with the source; the message of an error then begins with the file's name.
+    void Read(const std::function<void(TTokenSource&)>& read);
+
+private:
+    QString m_fileName;
+    TMappedFile m_file;
+    TStreamForm m_form;
+    std::unique_ptr<TTokenSource> m_source;
+};
+
+/// Saves a file so that nothing is lost: what `write` puts into the sink goes to a file beside the
+/// old one, which it replaces when it is whole and on the disk. Whatever goes wrong before, the old
+/// file stands. A link stays one, and the file keeps its permissions. Raises `Exception` naming the
+/// file, and what `write` raises.
+void SaveStreamFile(const QString& fileName, TStreamForm form,
+                    const std::function<void(TTokenSink&)>& write);
+
+} // namespace ZEP

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <zep/appearance/effects/ShadowedObject.h>
+#include <zep/scene/VertexItems.h>
+
+#include <vector>
+
+namespace ZEP {
+
+/// Triangles between shared vertexes, flat or, with `Smooth`, shaded by the vertexes' normals. With
+/// `ColorFaces` and a material library in the scene, each face is drawn in the library's material
+/// of its number: the opaque ones in the opaque pass, the transparent ones in the transparent pass,
+/// and one whose number the library lacks not at all. Else all have the material of the mesh.
+///
+/// Of a smooth mesh, a vertex without a normal gets that of the first face drawn with it, and keeps
+/// it. A face with a corner that is no vertex is not drawn.
+///
+/// What a vertex costs are 72 bytes, a face 32; a flat mesh that has been drawn keeps 12 more for
+/// each face.
+///
+/// Defaults: empty; faces in their own materials, normals computed.
+class TZEPMesh : public TZEPShadowedObject {
+    Q_OBJECT
+    Q_PROPERTY(ZEP::TZEPCollection* Vertexes READ Vertexes)
+    Q_PROPERTY(ZEP::TZEPCollection* Faces READ Faces)
+    Q_PROPERTY(bool ColorFaces READ ColorFaces WRITE SetColorFaces)
+    Q_CLASSINFO("ColorFaces", "true")
+    Q_PROPERTY(bool AutoNormal READ AutoNormal WRITE SetAutoNormal)
+    Q_CLASSINFO("AutoNormal", "true")
+    Q_PROPERTY(ZEP::TZEPVertex3* Normal READ Normal)
+    Q_MOC_INCLUDE("zep/scene/Vertex3.h")
+public:
+    explicit TZEPMesh(TComponent* owner = nullptr);
+
+    [[nodiscard]] TZEPTexVertexes* Vertexes() { return &m_vertexes; }
+    /// Seen from their front, corners run counter-clockwise.
+    [[nodiscard]] TZEPFaces* Faces() { return &m_faces; }
+    [[nodiscard]] bool ColorFaces() const { return m_colorFaces; }
+    /// Draws faces in their own materials.
+    void SetColorFaces(bool colorFaces);
+    [[nodiscard]] bool AutoNormal() const { return m_autoNormal; }
+    /// Computes the normal of each face from its corners; else that of all is `Normal`.
+    void SetAutoNormal(bool autoNormal);
+    [[nodiscard]] TZEPVertex3* Normal() { return FirstVector(); }
+
+    [[nodiscard]] TGLArrayd3 GetCenter() const override;
+    /// Half of the largest extent of the box.
+    [[nodiscard]] double GetRadius() const override;
+    /// Box of the vertexes, used or not; all zero with fewer than two.
+    void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
+    /// Drops what was computed where the mesh itself, a vertex or a face has changed.
+    void Invalidate(TObject* sender) override;
+    [[nodiscard]] bool WantsInvalidation() const override;
+
+    void DrawMain(bool draft) override;
+    void DrawTransparent(bool draft) override;
+    void DrawShadows(bool draft) override;
+    void DrawSpecific(GLenum face, bool draft) override;
+
+protected:
+    [[nodiscard]] bool DrawsTransparent() const override;
+    /// How many materials the scene's library holds: faces of others are not drawn.
+    [[nodiscard]] std::uint64_t ShadowLook() const override;
+    [[nodiscard]] bool StaysInSize() const override { return m_vertexes.Count() > 1; }
+    [[nodiscard]] bool SharesDrawRun() const override { return true; }
+
+private:
+    /// Which materials of the library a pass draws.
+    enum class TFilter : unsigned char { All, Opaque, Transparent };
+    /// Neighbours in the list of faces that have one material.
+    struct TRun {
+        int Material;
+        int First;
+        int Last; // inclusive
+    };
+    /// What follows from vertexes and faces, computed when first asked for.
+    struct TKept {
+        std::vector<TGLArrayf3> Normals; // of the faces
+        std::vector<TRun> Runs;          // ascending by material
+        TGLArrayd3 Min{}, Max{};
+        bool HasBox = false;
+    };
+
+    [[nodiscard]] bool UsesLibrary() const;
+    [[nodiscard]] const std::vector<TRun>& Runs() const;
+    [[nodiscard]] bool Passes(const TZEPMaterial& material) const;
+    [[nodiscard]] bool HasCorners(const TZEPFace3CI& face) const;
+    [[nodiscard]] TGLArrayf3 FaceNormal(const TZEPFace3CI& face) const;
+    void KeepNormals() const;
+    void DrawFiltered(TFilter filter, bool draft);
+    void DrawMaterials(GLenum face, bool draft);
+    void SendFaces(int first, int last, bool draft, bool textured);
+    void SendOutlines(int first, int last, bool textured);
+    template <class TSender>
+    void SendTriangles(int first, int last, bool textured, TSender& sender);
+    template <class TSender>
+    void SendSmooth(int first, int last, bool textured, TSender& sender);
+
+    TZEPTexVertexes m_vertexes{this};
+    TZEPFaces m_faces{this};
+    mutable TKept m_kept;
+    bool m_colorFaces = true;
+    bool m_autoNormal = true;
+    TFilter m_filter = TFilter::All;
+};
+
+} // namespace ZEP

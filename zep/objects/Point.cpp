@@ -1,0 +1,27 @@
+#include <zep/objects/Point.h>
+
+#include <zep/scene/DrawRun.h>
+
+namespace ZEP {
+
+namespace {
+
+const TRegisterObject<TZEPPoint> Registered;
+
+} // namespace
+
+void TZEPPoint::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
+    min = max = FirstPoint();
+}
+
+void TZEPPoint::DrawSpecific(GLenum, bool) {
+    TZEPDrawRun& run = TZEPDrawRun::Current();
+    run.OpenPoint({.Width = Width(), .Smooth = Smooth()});
+    glBegin(GL_POINTS);
+    glNormal3b(127, 0, 0);
+    glVertex3dv(FirstPoint().data());
+    glEnd();
+    run.CloseAttributes();
+}
+
+} // namespace ZEP

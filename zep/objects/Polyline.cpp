@@ -1,0 +1,156 @@
+#include <zep/objects/Polyline.h>
+
+#include <zep/framework/Property.h>
+#include <zep/gl/Names.h>
+#include <zep/objects/VertexBounds.h>
+#include <zep/objects/VertexColors.h>
+#include <zep/scene/Spline.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace ZEP {
+
+namespace {
+
+const TRegisterObject<TZEPPolyline> Registered;
+
+TGLArrayd3 ColorPoint(const TZEPVertex3CI& vertex) {
+    const TGLColor color = vertex.RGBA();
+    return {color[0], color[1], color[2]};
+}
+
+} // namespace
+
+TZEPPolyline::TZEPPolyline(TComponent* owner) : TZEPLineShape(owner) {
+    m_vertexes.RegisterObject(this);
+}
+
+TZEPPolyline::~TZEPPolyline() {
+    SetDisplayList(0);
+}
+
+void TZEPPolyline::SetSegments(int segments) {
+    if (Change(m_segments, std::max(segments, 3))) Invalidate(this);
+}
+
+void TZEPPolyline::SetColorVertexes(bool colorVertexes) {
+    if (Change(m_colorVertexes, colorVertexes)) Invalidate(this);
+}
+
+void TZEPPolyline::SetClosed(bool closed) {
+    if (Change(m_closed, closed)) Invalidate(this);
+}
+
+void TZEPPolyline::SetOrigColor(TColor color) {
+    if (Change(m_origColor, color)) Invalidate(this);
+}
+
+void TZEPPolyline::SetInError(bool inError) {
+    if (Change(m_inError, inError)) Invalidate(this);
+}
+
+void TZEPPolyline::SetMaxZValue(double value) {
+    if (Change(m_maxZValue, value)) Invalidate(this);
+}
+
+void TZEPPolyline::SetMinZValue(double value) {
+    if (Change(m_minZValue, value)) Invalidate(this);
+}
+
+void TZEPPolyline::SetDisplayList(int list) {
+    const int old = std::exchange(m_displayList, list);
+    if (old != list) m_compiled = false;
+    if (old > 0 && old != list) ReleaseDisplayList(static_cast<GLuint>(old));
+}
+
+void TZEPPolyline::SetUseDisplayList(bool useDisplayList) {
+    if (Change(m_useDisplayList, useDisplayList)) Invalidate(this);
+}
+
+void TZEPPolyline::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
+    GetVertexBounds(m_vertexes, min, max);
+}
+
+void TZEPPolyline::Invalidate(TObject* sender) {
+    if (sender == this || sender == &m_vertexes) SetDisplayList(0);
+    TZEPLineShape::Invalidate(sender);
+}
+
+// A list that is out of date must go, also where the scene is updated by hand.
+bool TZEPPolyline::WantsInvalidation() const {
+    return m_displayList != 0 || TZEPLineShape::WantsInvalidation();
+}
+
+void TZEPPolyline::ShowState() {
+    if (Selected()) return SetColor(clWhite);
+    SetColor(m_inError ? clRed : m_origColor);
+}
+
+void TZEPPolyline::DrawMain(bool draft) {
+    ShowState();
+    TZEPLineShape::DrawMain(draft);
+}
+
+void TZEPPolyline::DrawTransparent(bool draft) {
+    ShowState();
+    TZEPLineShape::DrawTransparent(draft);
+}
+
+void TZEPPolyline::DrawShape(GLenum, bool draft) {
+    const bool listed = m_useDisplayList && !draft;
+    if (listed && m_displayList > 0) return glCallList(static_cast<GLuint>(m_displayList));
+    if (m_vertexes.Count() < 2) return;
+    if (listed) SetDisplayList(static_cast<int>(glGenLists(1)));
+    if (!listed || m_displayList == 0) return SendChain();
+    m_compiled = true;
+    const auto list = static_cast<GLuint>(m_displayList);
+    glNewList(list, GL_COMPILE);
+    SendChain();
+    glEndList();
+    glCallList(list);
+}
+
+void TZEPPolyline::SendChain() const {
+    const TVertexColors colors(m_colorVertexes);
+    glBegin(m_closed ? GL_LINE_LOOP : GL_LINE_STRIP);
+    if (Smooth())
+        SendSpline();
+    else
+        SendVertexes();
+    glEnd();
+}
+
+void TZEPPolyline::SendVertexes() const {
+    for (int i = 0; i < m_vertexes.Count(); ++i) {
+        if (m_colorVertexes) glColor4fv(m_vertexes[i].RGBA().data());
+        glVertex3dv(m_vertexes[i].Data().data());
+    }
+}
+
+void TZEPPolyline::SendSpline() const {
+    // Everything is drawn on one thread, and a spline that is filled again allocates nothing.
+    static TZEPSpline positions;
+    static TZEPSpline colors;
+    positions.Clear();
+    colors.Clear();
+    for (int i = 0; i < m_vertexes.Count(); ++i) {
+        positions.AddVertex(m_vertexes[i].Data());
+        if (m_colorVertexes) colors.AddVertex(ColorPoint(m_vertexes[i]));
+    }
+    // One clamp serves both; it never reaches a colour unless the bounds are set that narrow.
+    const auto clampedAt = [this](TZEPSpline& spline, double t) {
+        TGLArrayd3 point;
+        spline.GetVertex(t, point);
+        point[2] = std::fmax(std::fmin(point[2], m_maxZValue), m_minZValue);
+        return point;
+    };
+    for (int i = 0; i <= m_segments; ++i) {
+        const double t = static_cast<double>(i) / m_segments;
+        if (m_colorVertexes) glColor3dv(clampedAt(colors, t).data());
+        glVertex3dv(clampedAt(positions, t).data());
+    }
+}
+
+} // namespace ZEP

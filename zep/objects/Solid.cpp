@@ -1,0 +1,16 @@
+#include <zep/objects/Solid.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace ZEP {
+
+int CellCount(int count, int least) {
+    return std::clamp(count, least, TZEPSolid::MaxCells);
+}
+
+double SolidRadius(double radius) {
+    return std::isfinite(radius) && radius > 0 ? radius : 0;
+}
+
+} // namespace ZEP

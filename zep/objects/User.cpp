@@ -1,0 +1,82 @@
+#include <zep/objects/User.h>
+
+#include <utility>
+
+namespace ZEP {
+
+namespace {
+
+const TRegisterObject<TZEPUser> Registered;
+
+GLint Depth(GLenum stack) {
+    GLint depth = 0;
+    glGetIntegerv(stack, &depth);
+    return depth;
+}
+
+/// Notes how deep OpenGL's stacks are and brings them back there.
+class StackGuard {
+public:
+    /// \param broken  the drawing may have ended between glBegin and glEnd
+    void Restore(bool broken) const {
+        if (broken) {
+            glEnd();
+            while (glGetError() != GL_NO_ERROR) {
+            }
+        }
+        Pop(GL_ATTRIB_STACK_DEPTH, m_attributes, glPopAttrib);
+        Pop(GL_CLIENT_ATTRIB_STACK_DEPTH, m_clientAttributes, glPopClientAttrib);
+        Pop(GL_NAME_STACK_DEPTH, m_names, glPopName);
+        glMatrixMode(GL_MODELVIEW);
+        Pop(GL_MODELVIEW_STACK_DEPTH, m_matrices, glPopMatrix);
+    }
+
+private:
+    template <class PopOne>
+    static void Pop(GLenum stack, GLint depth, PopOne popOne) {
+        for (GLint i = Depth(stack); i > depth; --i) popOne();
+    }
+
+    GLint m_attributes = Depth(GL_ATTRIB_STACK_DEPTH);
+    GLint m_clientAttributes = Depth(GL_CLIENT_ATTRIB_STACK_DEPTH);
+    GLint m_names = Depth(GL_NAME_STACK_DEPTH);
+    GLint m_matrices = Depth(GL_MODELVIEW_STACK_DEPTH);
+};
+
+} // namespace
+
+void TZEPUser::Report() const {
+    emit Failed(const_cast<TZEPUser*>(this), Error());
+}
+
+void TZEPUser::SetOnDraw(TDraw draw) {
+    m_draw = std::move(draw);
+    m_calls.Reset();
+    Invalidate(this);
+}
+
+void TZEPUser::SetOnGetSize(TMeasure measure) {
+    m_measure = std::move(measure);
+    m_calls.Reset();
+    Invalidate(this);
+}
+
+void TZEPUser::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
+    TZEPShadowedObject::GetSize(min, max);
+    if (!m_measure || !Error().isEmpty()) return;
+    TGLArrayd3 low = min;
+    TGLArrayd3 high = max;
+    if (!m_calls.Run([&] { m_measure(*this, low, high); })) return Report();
+    min = low;
+    max = high;
+}
+
+void TZEPUser::DrawSpecific(GLenum face, bool draft) {
+    if (!m_draw || !Error().isEmpty()) return;
+    const StackGuard stacks;
+    const bool done = m_calls.Run([&] { m_draw(*this, face, draft); });
+    stacks.Restore(!done);
+    if (!done) Report();
+}
+
+} // namespace ZEP

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <zep/appearance/effects/ShadowedObject.h>
+#include <zep/objects/HostCall.h>
+
+#include <functional>
+
+namespace ZEP {
+
+/// An object that the host draws and measures. It is drawn with its material applied and inside its
+/// transform, also where a scene that draws quickly leaves out what lies deeper.
+///
+/// A callback that throws is reported by `Failed` and not called again until one is set.
+class TZEPUser : public TZEPShadowedObject {
+    Q_OBJECT
+public:
+    /// Draws: `face` is GL_FRONT, GL_BACK or GL_FRONT_AND_BACK, `draft` asks for outlines. What it
+    /// pushes without popping is popped after it; any other state it leaves as it found it.
+    using TDraw = std::function<void(TZEPUser& sender, GLenum face, bool draft)>;
+    /// Answers the box that is drawn in, in the object's own frame.
+    using TMeasure = std::function<void(const TZEPUser& sender, TGLArrayd3& min, TGLArrayd3& max)>;
+
+    using TZEPShadowedObject::TZEPShadowedObject;
+
+    void SetOnDraw(TDraw draw);
+    void SetOnGetSize(TMeasure measure);
+    /// What the callback that failed said; empty while all is well.
+    [[nodiscard]] const QString& Error() const { return m_calls.Error(); }
+
+    /// What the host answers; the unit box without a callback or where it fails.
+    void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
+    void DrawSpecific(GLenum face, bool draft) override;
+
+signals:
+    /// A callback has thrown. It may do so in the middle of a frame: show messages later, by a
+    /// queued connection.
+    void Failed(ZEP::TZEPObject* sender, const QString& error) const;
+
+protected:
+    [[nodiscard]] bool DrawsInQuickDraw() const override { return true; }
+    /// Nobody tells what the host draws next time.
+    [[nodiscard]] bool KeepsShape() const override { return false; }
+
+private:
+    void Report() const;
+
+    TDraw m_draw;
+    TMeasure m_measure;
+    mutable THostCall m_calls;
+};
+
+} // namespace ZEP

@@ -1,0 +1,101 @@
+#include <zep/appearance/materials/Material.h>
+#include <zep/appearance/materials/SharedMaterials.h>
+#include <zep/framework/LookOnly.h>
+#include <zep/framework/stream/ClassLayout.h>
+#include <zep/framework/stream/Reader.h>
+#include <zep/framework/stream/StreamFile.h>
+#include <zep/framework/stream/Writer.h>
+#include <zep/scene/Object.h>
+#include <zep/scene/XForm.h>
+
+namespace ZEP {
+
+void TZEPObject::SaveToWriter(TWriter& writer) {
+    writer.WriteRootComponent(*this);
+}
+
+void TZEPObject::LoadFromReader(TReader& reader) {
+    BeginUpdate();
+    reader.CheckStructure();
+    Clear();
+    reader.OnError = [this](TReader& source, const QString& message, bool& handled) {
+        OnReadError(source, message, handled);
+    };
+    const QString name = Name();
+    reader.ReadRootComponent(*this);
+    SetName(name);
+    EndUpdate(false);
+}
+
+void TZEPObject::OnReadError(TReader&, const QString&, bool& handled) {
+    handled = true;
+}
+
+void TZEPObject::SaveAs(const QString& fileName, TStreamForm form) {
+    SaveStreamFile(fileName, form, [this](TTokenSink& sink) {
+        TWriter writer(sink);
+        SaveToWriter(writer);
+    });
+}
+
+void TZEPObject::LoadAs(const QString& fileName, TStreamForm form) {
+    TStreamFile(fileName, form).Read([this](TTokenSource& source) {
+        TReader reader(source);
+        LoadFromReader(reader);
+    });
+}
+
+void TZEPObject::SaveToFile(const QString& fileName) {
+    SaveAs(fileName, TStreamForm::Binary);
+}
+
+void TZEPObject::LoadFromFile(const QString& fileName) {
+    LoadAs(fileName, TStreamForm::Binary);
+}
+
+void TZEPObject::SaveToTextFile(const QString& fileName) {
+    SaveAs(fileName, TStreamForm::Text);
+}
+
+void TZEPObject::LoadFromTextFile(const QString& fileName) {
+    LoadAs(fileName, TStreamForm::Text);
+}
+
+void TZEPObject::WriteState(TWriter& writer) {
+    writer.SetIgnoreChildren(false);
+    TComponent::WriteState(writer);
+}
+
+void TZEPObject::ReadState(TReader& reader) {
+    const bool hadTransform = m_xform != nullptr;
+    const bool hadMaterial = m_material != nullptr;
+    XForm()->Clear();
+    // Where the material is not published, nothing in a stream would take the zeros back.
+    if (TClassLayout::Of(*metaObject()).Find("Material")) {
+        Material()->Texture()->SetTilingS(0);
+        Material()->Texture()->SetTilingT(0);
+    }
+    reader.SetIgnoreChildren(false);
+    TComponent::ReadState(reader);
+    XForm()->PrepareMatrix();
+    if (!hadTransform) DropInitialTransform();
+    if (!hadMaterial && m_material) DropInitialMaterial();
+}
+
+// What reading made for an object of a million, and what is as it would be made again when asked
+// for, goes away again.
+void TZEPObject::DropInitialTransform() {
+    std::unique_ptr<TZEPXForm> own = std::move(m_xform);
+    const TLookOnly look;
+    if (!own->HasValuesOf(*XForm())) m_xform = std::move(own);
+}
+
+void TZEPObject::DropInitialMaterial() {
+    std::unique_ptr<TZEPMaterial> own = std::move(m_material);
+    const TLookOnly look;
+    m_lineTransparency = own->Transparency() == LineTransparency;
+    m_hasOwnColor = m_hasOwnColor || own->FrontFace()->Ambient() == m_color;
+    if (!own->HasValuesOf(*Material())) m_material = std::move(own);
+}
+
+} // namespace ZEP

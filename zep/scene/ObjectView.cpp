@@ -1,0 +1,67 @@
+#include <zep/scene/Object.h>
+#include <zep/scene/XForm.h>
+
+namespace ZEP {
+
+namespace {
+
+bool IsBox(const TGLArrayd3& min, const TGLArrayd3& max) {
+    return min[0] <= max[0] && min[1] <= max[1] && min[2] <= max[2]; // not so where one is NaN
+}
+
+} // namespace
+
+void TZEPObject::ForgetBox() {
+    if (m_parent) m_parent->m_children->ForgetBox(this);
+}
+
+bool TZEPObject::HasKeptBox() const {
+    return m_parent && m_parent->m_children->KnowsBox(this);
+}
+
+void TZEPObject::Extend(TZEPBlockBox& box) const {
+    if (m_visible) box.Passes |= GetItemsCount() > 0 ? AllPasses : Passes();
+    ExtendBox(box);
+}
+
+void TZEPObject::ExtendBox(TZEPBlockBox& box) const {
+    // Whether it is visible or not: a deselection passes over bounded blocks.
+    if (GetItemsCount() > 0 || m_selected) box.Bounded = false;
+    if (!m_visible || !box.Bounded) return;
+    box.Bounded = StaysInSize();
+    if (!box.Bounded) return;
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    GetSize(min, max);
+    if (m_xform && m_xform->IsActive()) XformBoxd(m_xform->GetMatrix(), min, max);
+    box.Bounded = IsBox(min, max);
+    MinBoundsd(box.Min, min);
+    MaxBoundsd(box.Max, max);
+}
+
+bool TZEPObject::IsInView() const {
+    TZEPBlockBox box;
+    ExtendBox(box);
+    return !box.Bounded || TZEPViewFrame::Shows(box) != TZEPSeen::Nothing;
+}
+
+// A block of children does not tell about one that has children itself: those are walked.
+bool TZEPObject::IsOutOfView() const {
+    if (!m_children || m_selected || !TZEPViewFrame::Bounds() || !StaysInSize()) return false;
+    TZEPBlockBox box;
+    GetSize(box.Min, box.Max);
+    return IsBox(box.Min, box.Max) && TZEPViewFrame::Shows(box) == TZEPSeen::Nothing;
+}
+
+void TZEPObject::DeselectChildren() {
+    if (!m_children) return;
+    m_children->ForEachBlock([this](std::size_t block) {
+        if (m_children->IsBounded(block)) return;
+        m_children->ForEachIn(block, [](TZEPObject* child) {
+            child->SetSelected(false);
+            child->DeselectChildren();
+        });
+    });
+}
+
+} // namespace ZEP

@@ -1,0 +1,125 @@
+#include <zep/scene/Scene.h>
+
+#include <zep/appearance/materials/Material.h>
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/framework/Exception.h>
+#include <zep/framework/Property.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+
+#include <QElapsedTimer>
+#include <QTimerEvent>
+
+#include <algorithm>
+
+namespace ZEP {
+
+namespace {
+
+const TRegisterObject<TZEPScene> Registered;
+constexpr int TickMilliseconds = 40;
+
+double SecondsSinceSystemStart() {
+    QElapsedTimer clock;
+    clock.start();
+    return static_cast<double>(clock.msecsSinceReference()) / 1000.0;
+}
+
+} // namespace
+
+TZEPScene* TZEPObject::Scene() const {
+    return m_scene ? static_cast<TZEPScene*>(m_scene->AsObject()) : nullptr;
+}
+
+TZEPScene::TZEPScene(TComponent* owner) : TZEPObject(owner), m_selectBuffer(500) {}
+
+TZEPScene::~TZEPScene() {
+    for (TZEPScenePanel* panel : std::exchange(m_panels, {})) panel->SceneDestroyed();
+    SetAnimation(false); // a panel may have let it go on
+    SetMaterialLibrary(nullptr);
+    FreeChildren();
+}
+
+void TZEPScene::Store(bool& flag, bool value) {
+    if (Change(flag, value)) Invalidate(this);
+}
+
+void TZEPScene::SetBackgroundColor(TColor color) {
+    if (Change(m_backgroundColor, color)) Invalidate(this);
+}
+
+void TZEPScene::SetSceneAmbientColor(TColor color) {
+    if (Change(m_sceneAmbientColor, color)) Invalidate(this);
+}
+
+void TZEPScene::SetQuickMouse(bool quick) {
+    Store(m_quickMouse, quick);
+}
+void TZEPScene::SetFShadows(bool shadows) {
+    Store(m_shadows, shadows);
+}
+void TZEPScene::SetAccumShadows(bool accumulate) {
+    Store(m_accumShadows, accumulate);
+}
+void TZEPScene::SetReflections(bool reflections) {
+    Store(m_reflections, reflections);
+}
+
+void TZEPScene::SetMaterialLibrary(TZEPMaterialLibrary* library) {
+    if (library == m_materialLibrary) return;
+    if (m_materialLibrary) {
+        m_materialLibrary->Materials()->UnregisterObject(this);
+        m_materialLibrary->RemoveFreeNotification(this);
+    }
+    m_materialLibrary = library;
+    if (library) {
+        library->Materials()->RegisterObject(this);
+        library->FreeNotification(this);
+    }
+    Invalidate(this);
+}
+
+void TZEPScene::Notification(TComponent* component, TOperation operation) {
+    if (operation == opRemove && component == m_materialLibrary) {
+        m_materialLibrary = nullptr; // its collection is gone already
+        Invalidate(this);
+    }
+    TZEPObject::Notification(component, operation);
+}
+
+TZEPMaterial* TZEPScene::LibraryMaterial(int index) const {
+    if (!m_materialLibrary || index < 0) return nullptr;
+    const TZEPCollection* materials = m_materialLibrary->Materials();
+    if (index >= materials->Count()) return nullptr;
+    return static_cast<TZEPMaterialCI*>(materials->GetItem(index))->Material();
+}
+
+void TZEPScene::SetAnimation(bool animation) {
+    if (!Change(m_animation, animation) || IsDesigning()) return;
+    if (!animation) return m_timer.stop();
+    m_timer.start(TickMilliseconds, Qt::PreciseTimer, this);
+    if (!m_timer.isActive()) throw Exception(QStringLiteral("No timer is left for the animation"));
+}
+
+void TZEPScene::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_timer.timerId()) return TZEPObject::timerEvent(event);
+    Action(SecondsSinceSystemStart());
+    for (std::size_t i = 0; i < m_panels.size(); ++i) m_panels[i]->Invalidate();
+}
+
+void TZEPScene::RegisterGLPanel(TZEPScenePanel* panel) {
+    if (std::find(m_panels.begin(), m_panels.end(), panel) == m_panels.end())
+        m_panels.push_back(panel);
+}
+
+void TZEPScene::UnregisterGLPanel(TZEPScenePanel* panel) {
+    std::erase(m_panels, panel);
+}
+
+void TZEPScene::Invalidate(TObject*) {
+    if (m_manualUpdate || UpdateLevel() > 0) return;
+    if (m_animation && !IsDesigning()) return; // the next tick repaints
+    for (std::size_t i = 0; i < m_panels.size(); ++i) m_panels[i]->Invalidate();
+}
+
+} // namespace ZEP

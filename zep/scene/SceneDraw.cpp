@@ -1,0 +1,208 @@
+#include <zep/appearance/materials/Material.h>
+#include <zep/appearance/materials/SharedMaterials.h>
+#include <zep/gl/Names.h>
+#include <zep/scene/DrawRun.h>
+#include <zep/scene/GLState.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/ViewVolume.h>
+#include <zep/scene/XForm.h>
+
+#include <QScopeGuard>
+
+#include <array>
+#include <utility>
+
+namespace ZEP {
+
+namespace {
+
+constexpr TGLColor NoLight{0, 0, 0, 0};
+/// Brightens the averaged shadow images back.
+constexpr float ReturnFactor = 1.2F;
+
+constexpr TZEPPassSet SeenPasses = ObjectPasses | PassBit(dsShadows);
+
+/// What is seen in a pass, for those that draw the objects themselves: lights and what casts
+/// shadows may lie outside of the view, and so may what a host selects by a draw of its own. A
+/// display list may be called in another view.
+std::optional<TZEPViewVolume> VolumeOf(TZEPDrawState state, bool bounds) {
+    if (!bounds || (SeenPasses & PassBit(state)) == 0) return {};
+    GLint list = 0;
+    glGetIntegerv(GL_LIST_INDEX, &list);
+    if (list != 0) return {};
+    return TZEPViewVolume::OfContext(WidestCulled / 2);
+}
+
+void DisableLights() {
+    for (GLenum light = GL_LIGHT0; light <= GL_LIGHT7; ++light) glDisable(light);
+}
+
+void AddWhenBlending() {
+    if (BlendEquationEXT) BlendEquationEXT(GL_FUNC_ADD);
+}
+
+} // namespace
+
+/// What a pass sets is taken back, whatever its objects throw.
+class TZEPScene::TState {
+public:
+    TState(TZEPScene& scene, TZEPDrawState state)
+        : m_scene(scene), m_state(state), m_entered(scene.EnterState(state)) {}
+    ~TState() {
+        if (!m_entered) return;
+        TZEPDrawRun::Current().End();
+        m_scene.LeaveState(m_state);
+    }
+    TState(const TState&) = delete;
+    TState& operator=(const TState&) = delete;
+
+    explicit operator bool() const { return m_entered; }
+
+private:
+    TZEPScene& m_scene;
+    TZEPDrawState m_state;
+    bool m_entered;
+};
+
+void TZEPScene::SetAmbient(const TGLColor& color) const {
+    glLightModelfv(GL_LIGHT_MODEL_AMBIENT, color.data());
+}
+
+void TZEPScene::ClearBuffers() const {
+    const TGLColor background = ToGLColor(m_backgroundColor, 0);
+    glClearStencil(0);
+    glClearColor(background[0], background[1], background[2], background[3]);
+    SetAmbient(ToGLColor(m_sceneAmbientColor, 1));
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    AddWhenBlending(); // the last frame with shadows left it subtracting
+}
+
+void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draft) {
+    if (UpdateLevel() > 0 || !camera) return;
+    m_currentCamera = camera;
+    TrimSharedMaterials();
+    // The subtractive shadows need the blend equation.
+    if (!m_accumShadows && !BlendEquationEXT) m_accumShadows = true;
+    ClearBuffers();
+    camera->Apply(width, height, -1);
+    emit AfterCamera(this);
+    if (!draft && DrawsShadows()) return DrawShadowedStates();
+    for (const TZEPDrawState state : {dsAllLights, dsAllObjects, dsTransparent})
+        Draw(*this, state, draft ? dkDraft : dkFull);
+}
+
+bool TZEPScene::DrawsShadows() const {
+    return m_shadows && HasBuffer(GL_STENCIL_BITS) &&
+           (BlendEquationEXT || HasBuffer(GL_ACCUM_RED_BITS));
+}
+
+void TZEPScene::DrawShadowedStates() {
+    static constexpr std::array Accumulated{
+        dsAllLights,     dsNonShadowObjects,  dsShadowLights, dsBuildShadowVolumes,
+        dsShadowObjects, dsDrawShadowVolumes, dsAllLights,    dsTransparent};
+    static constexpr std::array Subtracted{
+        dsAllLights,         dsAllObjects, dsShadowLights, dsBuildShadowVolumes,
+        dsDrawShadowVolumes, dsAllLights,  dsTransparent};
+    const auto drawAll = [this](const auto& states) {
+        for (const TZEPDrawState state : states) Draw(*this, state, dkFull);
+    };
+    if (!m_accumShadows) return drawAll(Subtracted);
+    if (HasBuffer(GL_ACCUM_RED_BITS)) return drawAll(Accumulated);
+    m_accumShadows = false; // for this frame
+    const auto chosen = qScopeGuard([this] { m_accumShadows = true; });
+    drawAll(Subtracted);
+}
+
+void TZEPScene::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
+    const TZEPDrawRun::Walk walk;
+    if (kind == dkSelect) m_selectNames.clear();
+    const TState entered(*this, state);
+    if (!entered) return;
+    const TZEPViewFrame view(VolumeOf(state, kind != dkSelect || m_selectsNear));
+    DrawChildren(scene, state, kind);
+}
+
+bool TZEPScene::EnterState(TZEPDrawState state) {
+    switch (state) {
+    case dsCamera:
+        return false;
+    case dsAllLights:
+    case dsShadowLights:
+        DisableLights();
+        return true;
+    case dsReflections:
+        if (!m_reflections || !HasBuffer(GL_STENCIL_BITS)) return false;
+        m_savedModelView = LoadedMatrix(GL_MODELVIEW_MATRIX);
+        glPushMatrix();
+        glLoadIdentity();
+        return true;
+    case dsBuildShadowVolumes:
+        if (!m_shadows) return false;
+        glPushAttrib(GL_ENABLE_BIT);
+        glEnable(GL_CULL_FACE);
+        m_shadowLights = 0;
+        return true;
+    case dsDrawShadowVolumes:
+        return EnterShadowVolumes();
+    case dsShadows:
+        return m_shadows && m_shadowLights >= 1;
+    case dsTransparent:
+        AddWhenBlending();
+        glEnable(GL_BLEND);
+        glDepthMask(GL_FALSE);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        return true;
+    default:
+        return true;
+    }
+}
+
+void TZEPScene::LeaveState(TZEPDrawState state) {
+    switch (state) {
+    case dsReflections:
+        return glPopMatrix();
+    case dsBuildShadowVolumes:
+        return glPopAttrib();
+    case dsDrawShadowVolumes:
+        return LeaveShadowVolumes();
+    case dsShadows:
+        if (m_accumShadows && m_shadowLights >= 2)
+            glAccum(GL_ACCUM, 1.0F / static_cast<float>(m_shadowLights + 1));
+        return;
+    case dsTransparent:
+        glDepthMask(GL_TRUE);
+        glDisable(GL_BLEND);
+        return;
+    default:
+        return;
+    }
+}
+
+bool TZEPScene::EnterShadowVolumes() {
+    if (!m_shadows || m_shadowLights < 1) return false;
+    m_savedModelView = LoadedMatrix(GL_MODELVIEW_MATRIX);
+    SetAmbient(NoLight);
+    if (m_accumShadows) {
+        if (m_shadowLights > 1) glAccum(GL_LOAD, 1.0F / static_cast<float>(m_shadowLights + 1));
+        return true;
+    }
+    if (BlendEquationEXT) BlendEquationEXT(GL_FUNC_REVERSE_SUBTRACT);
+    glBlendFunc(GL_ONE, GL_ONE);
+    glEnable(GL_BLEND);
+    // Of what is taken off, fog dims the light; its own colour stays.
+    m_darkFog = glIsEnabled(GL_FOG);
+    if (!m_darkFog) return true;
+    glPushAttrib(GL_FOG_BIT);
+    glFogfv(GL_FOG_COLOR, NoLight.data());
+    return true;
+}
+
+void TZEPScene::LeaveShadowVolumes() {
+    SetAmbient(ToGLColor(m_sceneAmbientColor, 1));
+    if (std::exchange(m_darkFog, false)) glPopAttrib();
+    if (!m_accumShadows) return glDisable(GL_BLEND);
+    if (m_shadowLights >= 2) glAccum(GL_RETURN, ReturnFactor);
+}
+
+} // namespace ZEP

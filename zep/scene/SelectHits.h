@@ -1,0 +1,81 @@
+#pragma once
+
+#include <zep/scene/Object.h>
+
+#include <QString>
+
+#include <vector>
+
+namespace ZEP {
+
+/// The part of a view that is asked what lies there: its size in pixels about (X, Y), which counts
+/// from the lower left corner.
+struct TZEPPickRegion {
+    int ViewWidth, ViewHeight;
+    int X, Y, Width, Height;
+};
+
+struct TZEPSelectHit {
+    TZEPObject* Object;
+    GLuint MinDepth; ///< from 0 at the near plane to 2^32 - 1 at the far one
+};
+
+/// The objects that a draw in select mode hit, in the order of OpenGL's records.
+class TZEPSelectHits {
+public:
+    /// \param records  their number
+    /// \param buffer   as OpenGL filled it: count of names, least and greatest depth, names
+    /// \param names    the objects by name
+    TZEPSelectHits(int records, const std::vector<GLuint>& buffer,
+                   const std::vector<TZEPObject*>& names);
+
+    [[nodiscard]] int RecordCount() const { return m_records; }
+    [[nodiscard]] const std::vector<TZEPSelectHit>& List() const { return m_hits; }
+    [[nodiscard]] TZEPObject* Best() const { return m_best; }
+    void SetBest(TZEPObject* best) { m_best = best; }
+    /// `SetSelected(true)` for each.
+    void SelectAll();
+
+    /// While it lives, objects that leave the tree leave the hits too.
+    class Watch {
+    public:
+        Watch(TZEPSelectHits& hits, TZEPObject& root);
+        ~Watch();
+        Watch(const Watch&) = delete;
+        Watch& operator=(const Watch&) = delete;
+
+    private:
+        TZEPObjectNotify m_notify;
+        TZEPObject& m_root;
+    };
+
+private:
+    void Forget(const TZEPObject* removed);
+
+    int m_records;
+    std::vector<TZEPSelectHit> m_hits;
+    TZEPObject* m_best = nullptr;
+};
+
+/// Chooses the best of the hits that it is offered one by one: the one of the least depth and among
+/// equals the first; or, checking by hand, the nearest to the eye of the highest priority, where a
+/// part that bears the name of the best one so far in its own wins over it.
+class TZEPBestHit {
+public:
+    explicit TZEPBestHit(bool manualDepthCheck) : m_manual(manualDepthCheck) {}
+
+    void Offer(const TZEPSelectHit& hit, double distance);
+    [[nodiscard]] TZEPObject* Object() const { return m_object; }
+
+private:
+    [[nodiscard]] bool IsBetter(const TZEPSelectHit& hit, double distance) const;
+
+    bool m_manual;
+    TZEPObject* m_object = nullptr;
+    GLuint m_depth = 4294967295U;
+    int m_priority = 0;
+    double m_distance = 2147483647.0;
+    QString m_name = QStringLiteral("XXX");
+};
+
+} // namespace ZEP

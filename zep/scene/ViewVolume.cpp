@@ -1,0 +1,89 @@
+#include <zep/scene/ViewVolume.h>
+
+#include <zep/scene/GLState.h>
+
+#include <cmath>
+
+namespace ZEP {
+
+namespace {
+
+/// OpenGL calculates in single precision: what lies outside by less may be seen.
+constexpr double Slack = 1e-6;
+
+} // namespace
+
+TZEPViewVolume::TZEPViewVolume(const TGLMatrixd4& toClip, double marginX, double marginY) {
+    // The planes are x + w, w - x, and so on: from G. Gribb and K. Hartmann, "Fast extraction of
+    // viewing frustum planes from the world-view-projection matrix", 2001.
+    const std::array<double, 3> reach{1 + marginX, 1 + marginY, 1};
+    for (std::size_t i = 0; i < 4; ++i)
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            m_planes[i][2 * axis] = reach[axis] * toClip[i][3] + toClip[i][axis];
+            m_planes[i][2 * axis + 1] = reach[axis] * toClip[i][3] - toClip[i][axis];
+        }
+    for (double& distance : m_planes[3]) distance += Slack * std::abs(distance);
+    Measure();
+}
+
+TZEPViewVolume TZEPViewVolume::OfContext(double pixels) {
+    std::array<GLint, 4> viewport{};
+    glGetIntegerv(GL_VIEWPORT, viewport.data());
+    return TZEPViewVolume(LoadedToClip(), 2 * pixels / std::fmax(viewport[2], 1),
+                          2 * pixels / std::fmax(viewport[3], 1));
+}
+
+TZEPViewVolume TZEPViewVolume::Within(const TGLMatrixd4& matrix) const {
+    TZEPViewVolume inner;
+    for (std::size_t i = 0; i < 4; ++i)
+        for (std::size_t k = 0; k < 4; ++k)
+            for (std::size_t plane = 0; plane < Planes; ++plane)
+                inner.m_planes[i][plane] += matrix[i][k] * m_planes[k][plane];
+    inner.Measure();
+    return inner;
+}
+
+void TZEPViewVolume::Measure() {
+    for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t plane = 0; plane < Planes; ++plane)
+            m_sizes[i][plane] = std::abs(m_planes[i][plane]);
+}
+
+TZEPSeen TZEPViewVolume::Shows(const TGLArrayd3& min, const TGLArrayd3& max) const {
+    std::array<double, Planes> centers = m_planes[3]; // the signed distance of the centre
+    std::array<double, Planes> extents{};             // and how far the box reaches either way
+    for (std::size_t i = 0; i < 3; ++i) {
+        const double center = (min[i] + max[i]) / 2;
+        const double extent = (max[i] - min[i]) / 2;
+        for (std::size_t plane = 0; plane < Planes; ++plane) {
+            centers[plane] += m_planes[i][plane] * center;
+            extents[plane] += m_sizes[i][plane] * extent;
+        }
+    }
+    bool outside = false;
+    bool inside = true;
+    for (std::size_t plane = 0; plane < Planes; ++plane) {
+        outside |= centers[plane] + extents[plane] < 0;
+        inside &= centers[plane] - extents[plane] >= 0;
+    }
+    if (outside) return TZEPSeen::Nothing;
+    return inside ? TZEPSeen::All : TZEPSeen::Part;
+}
+
+TZEPViewFrame* TZEPViewFrame::s_current = nullptr;
+
+TZEPViewFrame::TZEPViewFrame(std::optional<TZEPViewVolume> volume)
+    : m_volume(volume), m_bounds(volume.has_value()) {
+    s_current = this;
+}
+
+TZEPViewFrame::TZEPViewFrame(const TGLMatrixd4& matrix) : m_matrix(&matrix), m_bounds(Bounds()) {
+    s_current = this;
+}
+
+const TZEPViewVolume& TZEPViewFrame::Volume() {
+    if (!m_volume) m_volume = m_outer->Volume().Within(*m_matrix);
+    return *m_volume;
+}
+
+} // namespace ZEP

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <zep/scene/DrawPasses.h>
+#include <zep/scene/Geom.h>
+
+#include <optional>
+
+namespace ZEP {
+
+/// Lines and points wider than this, in pixels, are drawn wherever they are.
+inline constexpr float WidestCulled = 32;
+
+/// How much of a box a view shows.
+enum class TZEPSeen { Nothing, Part, All };
+
+/// What is known of neighbours: an axis-aligned box about them, in the frame of their parent, and
+/// the passes that one of them takes part in.
+struct TZEPBlockBox {
+    TGLArrayd3 Min{1e300, 1e300, 1e300}; ///< beyond `Max`: holds nothing, and is seen nowhere
+    TGLArrayd3 Max{-1e300, -1e300, -1e300};
+    bool Known = false;
+    bool Bounded = true; ///< all that the objects draw lies within
+    TZEPPassSet Passes = 0;
+};
+
+/// The space that a view shows, between six planes.
+class TZEPViewVolume {
+public:
+    /// \param toClip   from the frame of the boxes to clip coordinates, where |x|, |y|, |z| <= w is
+    ///                 seen: projection · modelview
+    /// \param marginX, marginY  how far around the view counts as seen, in half widths and heights
+    explicit TZEPViewVolume(const TGLMatrixd4& toClip, double marginX = 0, double marginY = 0);
+    /// What OpenGL's present matrices show, with some pixels around.
+    [[nodiscard]] static TZEPViewVolume OfContext(double pixels);
+
+    /// The same space in a frame that `matrix` leads out of.
+    [[nodiscard]] TZEPViewVolume Within(const TGLMatrixd4& matrix) const;
+    /// `Nothing` where the box lies outside as a whole, on the far side of one of the planes. A box
+    /// near a corner may lie outside and yet count as seen in part; so does a box of anything but
+    /// numbers.
+    [[nodiscard]] TZEPSeen Shows(const TGLArrayd3& min, const TGLArrayd3& max) const;
+
+private:
+    static constexpr std::size_t Planes = 6;
+
+    TZEPViewVolume() = default;
+    void Measure();
+
+    // a·x + b·y + c·z + d >= 0 is seen; by coordinate, so that one loop serves all planes at once.
+    std::array<std::array<double, Planes>, 4> m_planes{};
+    std::array<std::array<double, Planes>, 3> m_sizes{};
+};
+
+/// Where a draw walk stands: the volume of its view in the frame of the object that draws. Children
+/// outside of it need not be drawn (`TZEPObject::StaysInSize`). Transforms of objects open
+/// inner frames (`TZEPXFormScope`). Whoever changes the matrices by other means while a walk draws
+/// opens a frame of its own: one of the matrix, or one that sees everything.
+class TZEPViewFrame {
+public:
+    /// Starts a walk; without a volume everything counts as seen, also below an outer walk.
+    explicit TZEPViewFrame(std::optional<TZEPViewVolume> volume);
+    /// An inner frame that `matrix`, which must outlive this, leads out of.
+    explicit TZEPViewFrame(const TGLMatrixd4& matrix);
+    ~TZEPViewFrame() { s_current = m_outer; }
+    TZEPViewFrame(const TZEPViewFrame&) = delete;
+    TZEPViewFrame& operator=(const TZEPViewFrame&) = delete;
+
+    /// The innermost frame has a volume.
+    [[nodiscard]] static bool Bounds() { return s_current && s_current->m_bounds; }
+    /// What the volume of the innermost frame, which must have one, shows of the box.
+    [[nodiscard]] static TZEPSeen Shows(const TZEPBlockBox& box) {
+        return s_current->Volume().Shows(box.Min, box.Max);
+    }
+
+private:
+    [[nodiscard]] const TZEPViewVolume& Volume();
+
+    static TZEPViewFrame* s_current; // everything is drawn on one thread
+
+    TZEPViewFrame* m_outer = s_current;
+    const TGLMatrixd4* m_matrix = nullptr;
+    std::optional<TZEPViewVolume> m_volume; // of an inner frame: made when first asked for
+    bool m_bounds;
+};
+
+} // namespace ZEP

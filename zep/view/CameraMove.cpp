@@ -1,0 +1,122 @@
+#include <zep/view/Camera.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace ZEP {
+
+namespace {
+
+using std::numbers::pi;
+
+/// How far a point moves that is turned about the origin, by `a` degrees around the z axis and `b`
+/// down from it.
+TGLArrayd3 TurnBy(const TGLArrayd3& from, double a, double b, bool aboveHorizon = false) {
+    constexpr double Margin = 0.001;
+    // There and back through spherical coordinates would leave a trace of rounding: a drag that
+    // returns to its start returns to the very view.
+    if (a == 0 && b == 0 && !aboveHorizon) return zero3d;
+    TGLArrayd3 s;
+    OrthoToSphered(from, s);
+    s[1] += pi * a / 180;
+    s[2] += pi * b / 180;
+    if (aboveHorizon) {
+        const double polar = std::clamp(s[2], Margin, pi / 2 - Margin);
+        if (a == 0 && b == 0 && polar == s[2]) return zero3d;
+        s[2] = polar;
+    }
+    TGLArrayd3 to;
+    SphereToOrthod(s, to);
+    return {to[0] - from[0], to[1] - from[1], to[2] - from[2]};
+}
+
+} // namespace
+
+void TZEPCamera::Store() {
+    m_storedNavigation = m_navigation;
+    m_stored = true;
+}
+
+void TZEPCamera::Restore() {
+    m_navigation = m_storedNavigation;
+    m_stored = false;
+}
+
+void TZEPCamera::Reset() {
+    m_navigation = {};
+    Invalidate(this);
+}
+
+void TZEPCamera::Move(double px, double py, double pz, double tx, double ty, double tz) {
+    m_navigation.Position[0] += px;
+    m_navigation.Position[1] += py;
+    m_navigation.Position[2] += pz;
+    m_navigation.Target[0] += tx;
+    m_navigation.Target[1] += ty;
+    m_navigation.Target[2] += tz;
+    Invalidate(this);
+}
+
+void TZEPCamera::Truck(double dx, double dy, double) {
+    const double k = Orthographic() ? -1 : -10;
+    Move(k * dx, k * dy, 0, k * dx, k * dy, 0);
+}
+
+void TZEPCamera::Pan(double a, double b) {
+    const TGLArrayd3 toEye = ToEye();
+    const TGLArrayd3 direction{-toEye[0], -toEye[1], -toEye[2]};
+    TGLArrayd3 right;
+    CrossProdd(m_up.Data(), direction, right);
+    Normalized(right);
+    TGLArrayd3 up;
+    CrossProdd(direction, right, up);
+    Normalized(up);
+    TGLArrayd3 back;
+    CrossProdd(up, right, back);
+    const TGLArrayd3 own = TurnBy({0, -std::sqrt(Dotd(toEye, toEye)), 0}, a, b);
+    TGLArrayd3 shift;
+    for (std::size_t k = 0; k < 3; ++k)
+        shift[k] = right[k] * own[0] + back[k] * own[1] + up[k] * own[2];
+    Move(0, 0, 0, shift[0], shift[1], shift[2]);
+}
+
+void TZEPCamera::Orbit(double a, double b) {
+    const bool limited = SceneContext() && SceneContext()->LimitCameraMovement();
+    const auto [x, y, z] = TurnBy(ToEye(), a, b, limited);
+    Move(x, y, z, 0, 0, 0);
+}
+
+void TZEPCamera::Roll(double angle) {
+    const double roll = NormAngle360(m_navigation.Roll + angle);
+    m_navigation.Roll = roll == 360 ? 0 : roll;
+    Invalidate(this);
+}
+
+void TZEPCamera::FOV(double delta) {
+    const double field = m_navigation.Field + delta;
+    if (!(FOVY() + field >= 1 && FOVY() + field <= 175)) return;
+    m_navigation.Field = field;
+    Invalidate(this);
+}
+
+void TZEPCamera::Perspective(double factor) {
+    if (Orthographic()) return;
+    const TGLArrayd3 toEye = ToEye();
+    const double d = std::sqrt(Dotd(toEye, toEye));
+    if (d == 0) return;
+    if (factor == 0) return Invalidate(this); // the tangent and back would leave a trace
+    // The tangent of the whole angle, not of the half: the zoom that users know.
+    const double t = std::tan((FOVY() + m_navigation.Field) / 180 * pi);
+    m_navigation.Field = std::atan(t * d / (d * factor + d)) * 180 / pi - FOVY();
+    Move(toEye[0] * factor, toEye[1] * factor, toEye[2] * factor, 0, 0, 0);
+}
+
+void TZEPCamera::Dolly(double factor) {
+    TGLArrayd3 toEye = ToEye();
+    // Close to the target the step keeps its size, else it would never get anywhere.
+    if (Dotd(toEye, toEye) < 1) Normalized(toEye);
+    Move(toEye[0] * factor, toEye[1] * factor, toEye[2] * factor, 0, 0, 0);
+}
+
+} // namespace ZEP

@@ -1,0 +1,40 @@
+#include <zep/framework/Message.h>
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include <cstdio>
+
+namespace ZEP {
+
+namespace {
+
+QMessageBox::Icon BoxIcon(TMessageIcon icon) {
+    switch (icon) {
+    case TMessageIcon::Information:
+        return QMessageBox::Information;
+    case TMessageIcon::Warning:
+        return QMessageBox::Warning;
+    case TMessageIcon::Hand:
+        return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+void ShowBox(const QString& text, const QString& title, TMessageIcon icon) {
+    if (qobject_cast<QApplication*>(QCoreApplication::instance())) {
+        QMessageBox(BoxIcon(icon), title, text, QMessageBox::Ok).exec();
+        return;
+    }
+    std::fprintf(stderr, "%s: %s\n", qUtf8Printable(title), qUtf8Printable(text));
+}
+
+/// Boxes from the moment this library is loaded.
+const struct InstallMessageBox {
+    InstallMessageBox() { SetMessageHandler(ShowBox); }
+    ~InstallMessageBox() { SetMessageHandler({}); }
+} Install;
+
+} // namespace
+
+} // namespace ZEP
