@@ -1,7 +1,7 @@
 #!/bin/bash
 # ./run.sh [FILE...]   installs what is missing, builds, and opens the files in zepview (without
 #                      files an example). Without a display it draws a picture instead.
-# ./run.sh --build     stops after building.
+# ./run.sh --build     stops after building; `cmake --install build/release` then installs.
 set -euo pipefail
 example=examples/parts/bracket.nc
 
@@ -21,7 +21,7 @@ done
 cd "$(dirname "$0")"
 scripts/install-dependencies.sh
 cmake --preset release
-cmake --build --preset release --target zepview
+cmake --build --preset release --target zepview zepstream
 $build_only && exit 0
 
 [ ${#files[@]} -eq 0 ] && files=("$example")

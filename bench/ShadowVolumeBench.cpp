@@ -63,10 +63,9 @@ struct TParts {
 
     void Measure(const TZEPShadowVolume& volume, const std::function<void()>& draw) {
         std::span<const GLfloat> tokens;
-        GLuint list = 0;
+        TDisplayList list;
         Look = std::min(Look, SecondsOf([&] { tokens = volume.Look(draw); }));
         Compile = std::min(Compile, SecondsOf([&] { list = volume.Compile(tokens); }));
-        glDeleteLists(list, 1);
     }
 };
 

@@ -2,6 +2,9 @@
 add_library(zep_options INTERFACE)
 target_compile_options(zep_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -fno-semantic-interposition)
+set(checked $<OR:$<CONFIG:Debug>,$<BOOL:${ZEP_SANITIZE}>>)
+target_compile_definitions(zep_options INTERFACE QT_NO_KEYWORDS
+  $<${checked}:_GLIBCXX_ASSERTIONS> $<${checked}:QT_FORCE_ASSERTS>)
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   # Qt's headers reach across translation units in ways clang 14 calls unused.
   target_compile_options(zep_options INTERFACE -Wno-unused-private-field)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Panel.h>
@@ -9,17 +10,18 @@
 
 namespace ZEP {
 
-/// The panels of a window as one picture.
-inline QImage Grabbed(const QWidget& window) {
-    QImage picture(window.size() * window.devicePixelRatioF(), QImage::Format_RGB32);
-    picture.fill(window.palette().window().color());
+/// A window with its panels as one picture.
+inline QImage Grabbed(QWidget& window) {
+    QImage picture = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    picture.setDevicePixelRatio(1);
     QPainter painter(&picture);
     for (TZEPPanel* panel : window.findChildren<TZEPPanel*>())
-        painter.drawImage(panel->pos() * window.devicePixelRatioF(), panel->GrabFrame());
+        painter.drawImage(panel->mapTo(&window, QPoint()) * window.devicePixelRatioF(),
+                          panel->GrabFrame());
     return picture;
 }
 
-/// Shows a window until it is closed; `--picture FILE` writes the picture of its panels instead.
+/// Shows a window until it is closed; `--picture FILE` writes its picture instead.
 inline int ShowWindow(QWidget& window, const QStringList& arguments) {
     window.show();
     const qsizetype option = arguments.indexOf(QStringLiteral("--picture"));
@@ -34,6 +36,7 @@ inline int ShowScene(TZEPCamera& camera, const QStringList& arguments) {
     QWidget window;
     auto* panel = new TZEPPanel(&window);
     panel->SetCamera(&camera);
+    camera.SetExtended(true);
     panel->SetAlign(TZEPPanel::alClient);
     panel->PanelControl()->SetMouseLeft(mmOrbit);
     panel->PanelControl()->SetMouseRight(mmTruck);
@@ -41,14 +44,6 @@ inline int ShowScene(TZEPCamera& camera, const QStringList& arguments) {
     if (arguments.contains(QStringLiteral("--picture"))) camera.Scene()->SetAnimation(false);
     window.resize(960, 600);
     return ShowWindow(window, arguments);
-}
-
-/// A new object under `parent`.
-template <class T>
-T* Add(TZEPObject* parent) {
-    auto* object = new T(parent);
-    object->SetParentComponent(parent);
-    return object;
 }
 
 } // namespace ZEP

@@ -100,6 +100,7 @@ look start-dark "View, Lights, off: what is left comes from all sides." "" light
 
 section "Examples"
 example solids "Every solid in a colour and, in front of that, with a picture; labels tell their names."
+example view "A headlight, a fitted camera, and a backdrop with grid, axes and directions."
 example lights "Spots that stand on glowing balls: a narrow one that fades to its rim, a cone with a sharp rim, one without a cone that gets weaker with the distance, and a weak light at infinity."
 example shadows "A room under two lamps: each shadow lacks the light of one, and where two meet that of both. The mirror shows the room without them. The knot turns."
 example forest "Three trees, shown five hundred times by proxies, each turned and sized in its own way; their shadows fall on the ground and on each other."

@@ -6,6 +6,7 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ pkg-config
     qt6-base-dev
+    libqt6svg6                              # icons, loaded while running: without it there is text alone
     libgl-dev libglu1-mesa-dev libglx-dev libopengl-dev libx11-dev
     libgl1-mesa-dri libglx-mesa0            # the driver, with its software rasteriser
     libgtest-dev libgmock-dev libbenchmark-dev

@@ -1,14 +1,15 @@
 #!/bin/bash
 # lint.sh [FILE...]: layout (clang-format) and faults (clang-tidy) of the sources, by default of all.
-# With --format only the layout.
+# With --format only the layout; with --tidy only the faults.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+format=true
 tidy=true
-if [ "${1:-}" = --format ]; then
-    tidy=false
-    shift
-fi
+case ${1:-} in
+--format) tidy=false && shift ;;
+--tidy) format=false && shift ;;
+esac
 if [ $# -gt 0 ]; then
     files=("$@")
 else
@@ -18,7 +19,7 @@ for tool in clang-format $($tidy && echo clang-tidy clang++); do
     command -v "$tool" >/dev/null || { echo "Please install $tool" >&2; exit 1; }
 done
 
-clang-format --dry-run -Werror "${files[@]}"
+! $format || clang-format --dry-run -Werror "${files[@]}"
 $tidy || exit 0
 
 # The sources as clang compiles them; moc's output is part of some.

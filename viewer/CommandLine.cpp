@@ -1,7 +1,7 @@
 #include "viewer/CommandLine.h"
 
 #include "viewer/files/Format.h"
-#include "viewer/files/SceneSaving.h"
+#include "viewer/files/StoredScene.h"
 #include <zep/framework/Exception.h>
 
 #include <QCommandLineParser>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "viewer/drawing/Directions.h"
+#include <zep/view/Directions.h>
 
 #include <QSize>
 #include <QString>

@@ -6,8 +6,8 @@
 #include "viewer/files/FileCameras.h"
 #include "viewer/files/Info.h"
 #include "viewer/files/Picture.h"
-#include "viewer/files/SceneSaving.h"
 #include "viewer/window/MainWindow.h"
+#include <zep/Version.h>
 #include <zep/framework/Exception.h>
 #include <zep/framework/Message.h>
 
@@ -45,7 +45,7 @@ int PrintHelp(int& argc, char** argv) {
 }
 
 int PrintVersion() {
-    Print(stdout, QStringLiteral("zepview " ZEP_VERSION "\n"));
+    Print(stdout, QStringLiteral("zepview ") + LibraryVersion() + QLatin1Char('\n'));
     return Done;
 }
 
@@ -93,10 +93,15 @@ int RunWithDisplay(int& argc, char** argv, const TCommandLine& line) {
     return line.Task == TCommandLine::TTask::Picture ? MakePicture(line) : ShowWindow(line);
 }
 
+// Texts are placed and measured by their fonts, which are the same with a display and without one:
+// of the platforms that need none, this one brings them, whatever the user has chosen for windows.
 int RunWithoutDisplay(int& argc, char** argv, const TCommandLine& line) {
-    const QCoreApplication application(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
     if (line.Task == TCommandLine::TTask::Info) return PrintInfo(line);
-    SaveScene(line.Files, line.Plain, line.SceneFile);
+    TDocument document;
+    document.Open(line.Files, line.Plain);
+    document.Save(line.SceneFile);
     return Done;
 }
 
@@ -131,7 +136,7 @@ int Guarded(Task&& task, ExitCode failure) {
 int RunViewer(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("zepview"));
     QCoreApplication::setOrganizationName(QStringLiteral("zep"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(ZEP_VERSION));
+    QCoreApplication::setApplicationVersion(LibraryVersion());
     TCommandLine line;
     const auto parse = [&] {
         line = ParseCommandLine(Arguments(argc, argv));

@@ -1,6 +1,6 @@
 #pragma once
 
 /// \file
-/// The reader of 3DS scenes.
+/// Unit ZEP3DS: the reader of 3DS scenes.
 
 #include <zep/converters/threeds/Converter.h>

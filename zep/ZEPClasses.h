@@ -1,9 +1,10 @@
 #pragma once
 
 /// \file
-/// The core: objects, transforms, collections, materials, the scene, the camera and, for programs
-/// with Qt Widgets, the panel and its context.
+/// Unit ZEPClasses: objects, transforms, collections, materials, the scene, the camera and, for
+/// hosts that link `ZEP::ZEP`, the panel and its context.
 
+#include <zep/Version.h>
 #include <zep/appearance/effects/Fog.h>
 #include <zep/appearance/effects/Light.h>
 #include <zep/appearance/effects/LineShape.h>
@@ -14,7 +15,9 @@
 #include <zep/appearance/effects/Shape.h>
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/framework/Exception.h>
 #include <zep/framework/SharedCollection.h>
+#include <zep/scene/Add.h>
 #include <zep/scene/ColoredObject.h>
 #include <zep/scene/DrawStates.h>
 #include <zep/scene/Object.h>
@@ -23,8 +26,12 @@
 #include <zep/scene/VertexItems.h>
 #include <zep/scene/XForm.h>
 #include <zep/view/Actor.h>
+#include <zep/view/Backdrop.h>
 #include <zep/view/Camera.h>
-#if __has_include(<QWidget>)
+#include <zep/view/Directions.h>
+#include <zep/view/Fitting.h>
+#include <zep/view/Headlight.h>
+#ifdef ZEP_WIDGETS
 #include <zep/view/Context.h>
 #include <zep/view/Cursors.h>
 #include <zep/view/Panel.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Vectors, matrices and the spline.
+/// Unit ZEPGeom: vectors, matrices and the spline.
 
 #include <zep/scene/Geom.h>
 #include <zep/scene/Spline.h>

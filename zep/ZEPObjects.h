@@ -1,8 +1,9 @@
 #pragma once
 
 /// \file
-/// The concrete drawable objects.
+/// Unit ZEPObjects: the concrete drawable objects.
 
+#include <zep/batch/Batch.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Box.h>
 #include <zep/objects/Circle.h>

@@ -1,6 +1,6 @@
 #pragma once
 
 /// \file
-/// The reader of RS-274D programs.
+/// Unit ZEPRS274D: the reader of RS-274D programs.
 
 #include <zep/converters/rs274d/Converter.h>

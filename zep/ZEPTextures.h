@@ -1,6 +1,6 @@
 #pragma once
 
 /// \file
-/// Textures of materials.
+/// Unit ZEPTextures: textures of materials.
 
 #include <zep/appearance/materials/Texture.h>

@@ -63,10 +63,7 @@ int main(int argc, char** argv) {
     TZEPScene scene;
     scene.SetBackgroundColor(TColor{0x382E28});
     scene.SetReflections(true);
-    // What a mirror shows has to be there before the mirror; the scene does not draw this pass by
-    // itself.
-    QObject::connect(&scene, &TZEPScene::AfterCamera,
-                     [](TZEPScene* s) { s->Draw(*s, dsReflections, dkFull); });
+    scene.SetFirstPasses(true); // what a mirror shows has to be there before the mirror
 
     AddFloor(&scene);
     std::array<TZEPObject*, 3> tables{};

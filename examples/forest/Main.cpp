@@ -105,9 +105,7 @@ int main(int argc, char** argv) {
     scene.SetBackgroundColor(TColor{0xE8D0B0});
     scene.SetSceneAmbientColor(TColor{0xFFD8C0});
     scene.SetFShadows(true);
-    // A scene does not draw this pass by itself: it drops the shadows of the last frame.
-    QObject::connect(&scene, &TZEPScene::AfterCamera,
-                     [](TZEPScene* s) { s->Draw(*s, dsPre, dkFull); });
+    scene.SetFirstPasses(true); // drops the shadows of the last frame
 
     AddGround(&scene);
     AddForest(&scene);

@@ -113,12 +113,9 @@ int main(int argc, char** argv) {
     scene.SetSceneAmbientColor(clWhite);
     scene.SetFShadows(true);
     scene.SetReflections(true);
-    // A scene does not draw these two passes by itself: shadows follow what moves only where those
-    // of the last frame are dropped, and what a mirror shows has to be there before the mirror.
-    QObject::connect(&scene, &TZEPScene::AfterCamera, [](TZEPScene* s) {
-        s->Draw(*s, dsPre, dkFull);
-        s->Draw(*s, dsReflections, dkFull);
-    });
+    // Shadows follow what moves only where those of the last frame are dropped, and what a mirror
+    // shows has to be there before the mirror.
+    scene.SetFirstPasses(true);
 
     AddSide(&scene, {0, 0, 0}, {0, 0, 0}, TColor{0x7898B0});
     for (const double side : {-1.0, 1.0}) {

@@ -1,4 +1,5 @@
 #include <zep/objects/Line.h>
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/XForm.h>
@@ -20,12 +21,11 @@ using namespace ZEP;
 namespace {
 
 TZEPLine* AddLine(TZEPObject* parent, const TGLArrayd3& from, const TGLArrayd3& to, TColor color) {
-    auto* line = new TZEPLine(parent);
+    auto* line = Add<TZEPLine>(parent);
     line->P1()->SetData(from[0], from[1], from[2]);
     line->P2()->SetData(to[0], to[1], to[2]);
     line->SetColor(color);
     line->SetWidth(2);
-    line->SetParentComponent(parent);
     return line;
 }
 
@@ -45,8 +45,8 @@ void AddVase(TZEPObject* parent) {
 }
 
 TZEPCamera* AddCamera(TZEPScene& scene, const TGLArrayd3& eye, bool parallel) {
-    auto* camera = new TZEPCamera(&scene);
-    camera->SetParentComponent(&scene);
+    auto* camera = Add<TZEPCamera>(&scene);
+    camera->SetExtended(true);
     camera->SetOrthographic(parallel);
     camera->Position()->SetData(eye[0], eye[1], eye[2]);
     camera->FitTo({-2, -2, 0}, {2, 2, 5}, 1);
@@ -72,11 +72,9 @@ int main(int argc, char** argv) {
     TZEPScene scene;
     scene.SetBackgroundColor(clNavy);
     scene.SetSceneAmbientColor(clWhite);
-    auto* vase = new TZEPObject(&scene);
-    vase->SetParentComponent(&scene);
+    auto* vase = Add<TZEPObject>(&scene);
     AddVase(vase);
-    auto* actor = new TZEPActor(&scene);
-    actor->SetParentComponent(&scene);
+    auto* actor = Add<TZEPActor>(&scene);
     QObject::connect(actor, &TZEPActor::OnAction, [vase](TZEPObject*, double seconds) {
         vase->XForm()->Rotate()->SetData(0, 0, std::fmod(seconds * 20, 360));
     });

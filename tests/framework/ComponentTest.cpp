@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace ZEP {
 namespace {
 
@@ -56,6 +58,33 @@ TEST(Component, NamesAreIdentifiersUniqueInTheirOwner) {
     b->SetName(QStringLiteral("Box1"));
     EXPECT_THROW(other.InsertComponent(b), Exception);
     EXPECT_EQ(b->Owner(), &owner);
+}
+
+TEST(Component, RemovalFromTheMiddleLeavesEveryIndexRight) {
+    TComponent owner;
+    std::vector<TComponent*> all;
+    for (int i = 0; i < 6; ++i) all.push_back(new TComponent(&owner));
+    for (const std::size_t middle : {1U, 2U, 0U}) {
+        owner.RemoveComponent(all[middle]);
+        delete all[middle];
+        all.erase(all.begin() + static_cast<std::ptrdiff_t>(middle));
+        std::vector<TComponent*> left;
+        for (int i = 0; i < owner.ComponentCount(); ++i) left.push_back(owner.Components(i));
+        EXPECT_TRUE(std::ranges::is_permutation(left, all));
+    }
+}
+
+TEST(Component, ARenamedOneGivesItsNameFree) {
+    TComponent owner;
+    auto* a = new TComponent(&owner);
+    auto* b = new TComponent(&owner);
+    a->SetName(QStringLiteral("Box"));
+    a->SetName(QStringLiteral("Cube"));
+    EXPECT_EQ(owner.FindComponent(QStringLiteral("Box")), nullptr);
+    b->SetName(QStringLiteral("Box"));
+    EXPECT_EQ(owner.FindComponent(QStringLiteral("box")), b);
+    a->SetName({});
+    EXPECT_EQ(owner.FindComponent(QStringLiteral("Cube")), nullptr);
 }
 
 TEST(Component, ListenersAreToldOnceAndMayGoFirst) {

@@ -162,6 +162,11 @@ TEST(Collection, UpdateBracketsGatherChanges) {
     EXPECT_EQ(user.Calls, 1);
     vertexes.Add();
     EXPECT_EQ(user.Calls, 2);
+    vertexes.BeginUpdate();
+    vertexes.Add();
+    EXPECT_EQ(user.Calls, 2) << "the one too many does not count";
+    vertexes.EndUpdate();
+    EXPECT_EQ(user.Calls, 3);
 }
 
 TEST(Collection, IndexAndAddressHoldAcrossAllChunks) {

@@ -32,6 +32,9 @@ struct EnumOr {
     }
 };
 
+template <class T>
+EnumOr(T) -> EnumOr<T>;
+
 /// What `glBegin` draws.
 struct Primitive {
     GLenum Value;

@@ -14,9 +14,10 @@ namespace {
 using TSources = std::map<QString, QStringList>;
 using TLines = std::vector<std::string>;
 
-/// From the lowest floor to the highest: each includes from its own and from those below. What
-/// stands in `zep/` itself are the umbrella headers.
-constexpr const char* Floors[] = {"zep/framework/",
+/// From the lowest floor to the highest: each includes from its own and from those below. Beside
+/// the macro of exports, what stands in `zep/` itself are the umbrella headers and the version.
+constexpr const char* Floors[] = {"zep/Export.h", // any header may need it
+                                  "zep/framework/",
                                   "zep/gl/",
                                   "zep/appearance/materials/",
                                   "zep/scene/",
@@ -116,6 +117,29 @@ TLines WindowSystemLeaks(const TSources& sources) {
     return leaks;
 }
 
+std::set<QString> PublicHeaders() {
+    QFile list(QStringLiteral(ZEP_SOURCE "/zep/PublicHeaders.cmake"));
+    if (!list.open(QIODevice::ReadOnly)) return {};
+    static const QRegularExpression header(QStringLiteral("^  (\\S+\\.h)$"),
+                                           QRegularExpression::MultilineOption);
+    std::set<QString> headers;
+    for (const auto& match : header.globalMatch(QString::fromUtf8(list.readAll())))
+        headers.insert(QStringLiteral("zep/") + match.captured(1));
+    return headers;
+}
+
+/// What a host cannot include: neither may what it includes, nor may our own programs.
+TLines HiddenIncludes(const TSources& sources, const std::set<QString>& publicHeaders) {
+    TLines hidden;
+    for (const auto& [path, includes] : sources) {
+        if (StandsIn(path, "zep/") && !publicHeaders.contains(path)) continue;
+        for (const QString& include : includes)
+            if (StandsIn(include, "zep/") && !publicHeaders.contains(include))
+                hidden.push_back(path.toStdString() + " includes " + include.toStdString());
+    }
+    return hidden;
+}
+
 QString UnitOf(const QString& path) {
     return path.left(path.lastIndexOf(QLatin1Char('.')));
 }
@@ -164,13 +188,19 @@ TEST(Architecture, OnlyOneFileKnowsTheWindowSystem) {
     EXPECT_THAT(WindowSystemLeaks(ReadSources()), testing::IsEmpty());
 }
 
+TEST(Architecture, PublicHeadersAndProgramsIncludePublicHeadersOnly) {
+    const std::set<QString> headers = PublicHeaders();
+    ASSERT_GT(headers.size(), 20U);
+    EXPECT_THAT(HiddenIncludes(ReadSources(), headers), testing::IsEmpty());
+}
+
 TEST(Architecture, UnitsIncludeEachOtherInNoCycle) {
     EXPECT_THAT(TCycleSearch(ReadSources()).Cycles(), testing::IsEmpty());
 }
 
 TEST(Architecture, FaultsAreFound) {
     const TSources faults = {
-        {"tools/Tool.cpp", {"zep/scene/C.h", "viewer/Main.h"}},
+        {"tools/Tool.cpp", {"zep/scene/C.h", "zep/scene/Z.h", "viewer/Main.h"}},
         {"viewer/content/A.cpp", {"viewer/drawing/B.h"}},
         {"zep/framework/A.h", {"<QObject>", "zep/framework/B.h"}},
         {"zep/framework/B.cpp", {"zep/framework/B.h", "zep/scene/C.h", "<X11/Xlib.h>"}},
@@ -190,9 +220,14 @@ TEST(Architecture, FaultsAreFound) {
                                      "zep/view/Panel.h includes zep/ZEPClasses.h"));
     EXPECT_THAT(WindowSystemLeaks(faults),
                 testing::ElementsAre("zep/framework/B.cpp includes <X11/Xlib.h>"));
-    EXPECT_THAT(TCycleSearch(faults).Cycles(), testing::IsEmpty());
-    const TSources circle = {{"A.h", {"B.h"}}, {"B.cpp", {"C.h"}}, {"C.h", {"A.h"}}};
-    EXPECT_THAT(TCycleSearch(circle).Cycles(), testing::ElementsAre("A > B > C > A"));
+    EXPECT_THAT(HiddenIncludes(faults, {"zep/framework/A.h", "zep/scene/C.h"}),
+                testing::ElementsAre("tools/Tool.cpp includes zep/scene/Z.h",
+                                     "zep/framework/A.h includes zep/framework/B.h",
+                                     "zep/scene/C.h includes zep/appearance/materials/M.h",
+                                     "zep/scene/C.h includes zep/appearance/effects/L.h"));
+    EXPECT_THAT(
+        TCycleSearch(faults).Cycles(),
+        testing::ElementsAre("zep/scene/C > zep/framework/A > zep/framework/B > zep/scene/C"));
 }
 
 } // namespace

@@ -24,11 +24,12 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return std::malloc(size);
 }
 
-void operator delete(void* memory) noexcept {
+// Not inlined: the compiler would take `free` for the wrong partner of `new`.
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
 
-void operator delete(void* memory, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 

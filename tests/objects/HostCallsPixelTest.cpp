@@ -60,6 +60,28 @@ TEST_F(HeightFieldPixel, PointsNormalsAndBoundsFollowTheFunction) {
     EXPECT_EQ(max, (TGLArrayd3{3, 0, 2}));
 }
 
+TEST_F(HeightFieldPixel, SmoothNormalsFollowTheSlopeOnBothSidesAndAtAnEdgeOnOne) {
+    TZEPHeightField field;
+    field.SetSmooth(true);
+    field.SetMinX(-1);
+    field.SetMaxX(1);
+    field.SetMinY(-1);
+    field.SetMaxY(1);
+    field.SetSlicesX(4);
+    field.SetSlicesY(4);
+    field.SetOnHeight([](double x, double y) { return x * x - 0.5 * y * y; });
+    // Of a parabola: 2 x between its neighbours, and half a step less at the end.
+    const auto slope = [](float at) { return std::abs(at) < 0.9F ? 2 * at : at > 0 ? 1.5 : -1.5; };
+    for (const TDrawnPolygon& polygon : Drawn(field))
+        for (const TDrawnVertex& vertex : polygon) {
+            const auto x = static_cast<float>(vertex.Point[0]);
+            const auto y = static_cast<float>(vertex.Point[1]);
+            TGLArrayd3 expected{-slope(x), 0.5 * slope(y), 1};
+            Normalized(expected);
+            EXPECT_NEAR(Dotd(vertex.Normal, expected), 1, 1e-5) << x << ", " << y;
+        }
+}
+
 TEST_F(HeightFieldPixel, TheHostsNormalsAreUsedWhereItIsSmooth) {
     TZEPHeightField field;
     field.SetSlicesX(1);

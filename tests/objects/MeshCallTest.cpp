@@ -77,32 +77,6 @@ protected:
 
 } // namespace
 
-TEST_F(MeshCall, AFlatFaceSendsItsNormalOnce) {
-    ExpectCalls(Drawn(), {"glBegin(GL_TRIANGLES)", "glNormal3fv(0 0 1)", "glVertex3dv(0 0 0)",
-                          "glVertex3dv(2 0 0)", "glVertex3dv(0 2 0)", "glEnd()"});
-    ExpectCalls(Drawn(true), {"glBegin(GL_LINE_LOOP)", "glNormal3fv(0 0 1)", "glVertex3dv(0 0 0)",
-                              "glVertex3dv(2 0 0)", "glVertex3dv(0 2 0)", "glEnd()"});
-}
-
-TEST_F(MeshCall, TheNormalOfAllFacesMayBeGiven) {
-    Mesh.SetAutoNormal(false);
-    Mesh.Normal()->SetData(0, 1, 0);
-    EXPECT_EQ(Drawn()[1], "glNormal3fv(0 1 0)");
-}
-
-TEST_F(MeshCall, ASmoothVertexKeepsTheNormalOfTheFirstFaceDrawnWithIt) {
-    Mesh.SetSmooth(true);
-    AddFace(Mesh, 0, 3, 1);
-    Mesh.Vertexes()->Item(2)->SetNormal({1, 0, 0});
-    ExpectCalls(Drawn(), {"glBegin(GL_TRIANGLES)", "glNormal3fv(0 0 1)", "glVertex3dv(0 0 0)",
-                          "glNormal3fv(0 0 1)", "glVertex3dv(2 0 0)", "glNormal3fv(1 0 0)",
-                          "glVertex3dv(0 2 0)", "glNormal3fv(0 0 1)", "glVertex3dv(0 0 0)",
-                          "glNormal3fv(0 1 0)", "glVertex3dv(0 0 2)", "glNormal3fv(0 0 1)",
-                          "glVertex3dv(2 0 0)", "glEnd()"});
-    EXPECT_THAT(Mesh.Vertexes()->Item(0)->Normal(), ElementsAre(0, 0, 1));
-    EXPECT_THAT(Mesh.Vertexes()->Item(3)->Normal(), ElementsAre(0, 1, 0));
-}
-
 TEST_F(MeshCall, NormalsFollowEveryChangeOfVertexesAndFaces) {
     EXPECT_EQ(Drawn()[1], "glNormal3fv(0 0 1)");
     Mesh.Faces()->Item(0)->SetB(2);
@@ -114,16 +88,6 @@ TEST_F(MeshCall, NormalsFollowEveryChangeOfVertexesAndFaces) {
     AddFace(Mesh, 0, 1, 2);
     EXPECT_EQ(Drawn()[5], "glNormal3fv(0 -1 0)") << "drawn while news are held back";
     Mesh.Faces()->EndUpdate();
-}
-
-TEST_F(MeshCall, TextureCoordinatesAreSentOnlyForAPicture) {
-    QImage pixel(1, 1, QImage::Format_RGB32);
-    pixel.fill(Qt::red);
-    Mesh.Vertexes()->Item(1)->SetTexX(0.25);
-    Mesh.Material()->Texture()->Image()->SetImage(pixel);
-    EXPECT_EQ(Drawn()[4], "glTexCoord2d(0.25, 0)");
-    Mesh.SetSmooth(true);
-    ExpectCalls({Drawn()[4], Drawn()[5]}, {"glTexCoord2d(0.25, 0)", "glNormal3fv(0 0 1)"});
 }
 
 TEST_F(MeshCall, FacesThatCannotBeDrawnAreLeftOut) {
@@ -148,39 +112,6 @@ TEST_F(MeshCall, FacesThatCannotBeDrawnAreLeftOut) {
     Mesh.Vertexes()->EndUpdate();
     Mesh.Faces()->Clear();
     EXPECT_THAT(Drawn(), IsEmpty());
-}
-
-TEST_F(MeshCall, WithoutALibraryAllFacesHaveTheMaterialOfTheMesh) {
-    TZEPScene scene;
-    Mesh.SetParentComponent(&scene);
-    const GlCalls calls;
-    Mesh.DrawMain(false);
-    EXPECT_EQ(calls.Count("glVertex3dv"), 3U);
-    EXPECT_GT(calls.Count("glMaterialfv"), 0U);
-    Mesh.SetParentComponent(nullptr);
-}
-
-TEST_F(MeshMaterialCall, EachPassDrawsItsMaterialsInOrder) {
-    EXPECT_THAT(DrawnFaces([&] { Mesh.DrawMain(false); }),
-                ElementsAre("glNormal3fv(0 1 0)", "glNormal3fv(0 0 1)", "glNormal3fv(0 -1 0)"));
-    EXPECT_THAT(DrawnFaces([&] { Mesh.DrawTransparent(false); }),
-                ElementsAre("glNormal3fv(0 0 -1)"));
-    EXPECT_THAT(DrawnFaces([&] { Mesh.DrawSpecific(GL_FRONT, false); }),
-                ElementsAre("glNormal3fv(0 1 0)", "glNormal3fv(0 0 -1)", "glNormal3fv(0 0 1)",
-                            "glNormal3fv(0 -1 0)"));
-}
-
-TEST_F(MeshMaterialCall, EachMaterialIsAppliedOnce) {
-    Library.Materials()->Item(2)->Material()->FrontFace()->SetShininess(7);
-    const GlCalls calls;
-    Mesh.DrawSpecific(GL_FRONT, false);
-    TCalls shininess = calls.Of({"glMaterialfv"});
-    std::erase_if(shininess, [](const std::string& call) {
-        return call.find("GL_SHININESS") == std::string::npos;
-    });
-    EXPECT_THAT(shininess, ElementsAre("glMaterialfv(GL_FRONT, GL_SHININESS, 0)",
-                                       "glMaterialfv(GL_FRONT, GL_SHININESS, 0)",
-                                       "glMaterialfv(GL_FRONT, GL_SHININESS, 7)"));
 }
 
 TEST_F(MeshMaterialCall, FacesFollowTheirMaterial) {

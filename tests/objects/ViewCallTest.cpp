@@ -3,6 +3,7 @@
 #include <zep/ZEPObjects.h>
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/ViewVolume.h>
@@ -210,8 +211,9 @@ TEST_F(ViewCall, HiddenChildrenMakeNoBox) {
     for (TZEPLine* line : lines) line->SetVisible(false);
     EXPECT_EQ(Drawn(), 0U);
     {
-        const TZEPViewFrame walk(TZEPViewVolume{idd});
-        EXPECT_EQ(TZEPViewFrame::Shows(TZEPBlockBox()), TZEPSeen::Nothing);
+        TZEPFrame frame;
+        const TZEPViewFrame walk(frame, TZEPViewVolume{idd});
+        EXPECT_EQ(TZEPViewFrame::Shows(frame, TZEPBlockBox()), TZEPSeen::Nothing);
     }
     lines[3]->SetVisible(true);
     EXPECT_EQ(Drawn(), 1U);

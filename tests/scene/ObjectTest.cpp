@@ -310,6 +310,27 @@ TEST(ObjectMaterial, ColourReachesAMaterialThatIsMadeLater) {
     EXPECT_EQ(untouched.Material()->FrontFace()->Ambient(), TColor{0x404040});
 }
 
+TEST(ObjectMaterial, AssignCopiesTheLook) {
+    TZEPObject source;
+    source.SetIdent(QStringLiteral("a"));
+    source.SetColor(clRed);
+    source.SetVisible(false);
+    source.SetSelectable(false);
+    source.SetDrawType(dtLine);
+    source.SetSmooth(!source.Smooth());
+    source.SetShadows(0, true);
+    source.SetShadows(1, true);
+    TZEPObject copy;
+    copy.Assign(&source);
+    const auto lookOf = [](const TZEPObject& o) {
+        return std::tuple(o.Ident(), o.Color(), o.Visible(), o.Selectable(), o.DrawType(),
+                          o.Smooth(), o.CastsShadows(), o.ReceivesShadows());
+    };
+    EXPECT_EQ(lookOf(copy), lookOf(source));
+    EXPECT_EQ(copy.Parent(), nullptr);
+    EXPECT_THROW(copy.Assign(static_cast<const TComponent*>(nullptr)), Exception);
+}
+
 TEST(ObjectBounds, FramesAndBoxes) {
     TZEPObject root;
     TZEPObject* object = Child(&root);

@@ -1,4 +1,5 @@
 #include "tests/gl/CallRecorder.h"
+#include <zep/scene/Frame.h>
 #include <zep/scene/XForm.h>
 
 #include <gtest/gtest.h>
@@ -21,8 +22,9 @@ TEST(XFormCalls, IdentityMakesNone) {
     x.Push();
     x.Apply();
     x.Pop();
-    { const TZEPXFormScope scope(&x); }
-    { const TZEPXFormScope scope(nullptr); }
+    TZEPFrame frame;
+    { const TZEPXFormScope scope(frame, &x); }
+    { const TZEPXFormScope scope(frame, nullptr); }
     ExpectNoCalls(calls);
 }
 
@@ -39,15 +41,16 @@ TEST(XFormCalls, ActiveOnesPushMultiplyAndPop) {
 TEST(XFormCalls, ScopesPopWhatTheyPushed) {
     TZEPXForm x({}, nullptr);
     Turn(x);
+    TZEPFrame frame;
     const GlCalls calls;
     {
-        const TZEPXFormScope scope(&x);
+        const TZEPXFormScope scope(frame, &x);
         x.Translate()->SetX(0);
         x.Rotate()->SetZ(0);
         ASSERT_FALSE(x.IsActive());
     }
     {
-        const TZEPXFormScope scope(&x);
+        const TZEPXFormScope scope(frame, &x);
         Turn(x);
     }
     ExpectCalls(calls, {"glPushMatrix()", Quarter, "glPopMatrix()"});

@@ -9,23 +9,17 @@ using namespace ZEP::Tracing;
 
 namespace {
 
-constexpr TLook Red{.Glow = {0.25, 0, 0}, .Matte = {0.6, 0, 0}};
-constexpr TLook Green{.Glow = {0, 0.25, 0}, .Matte = {0, 0.6, 0}};
 constexpr TLook Yellow{.Glow = {0.4, 0.4, 0}};
 constexpr TLook Cyan{.Glow = {0, 0.3, 0.3}};
-constexpr TLamp Sun{.Position = {-2e3, -3e3, 3e3}, .Color = {0.8, 0.8, 0.8}, .IsAimed = false};
 constexpr TPlace Turned{.Turn = {10, -20, 30}, .Scale = {1, 1.2, 0.9}};
 
 class TracedCarving : public TracingTest {
 protected:
     void ExpectSolids(const std::vector<TScene>& scenes) {
-        for (const TScene& scene : scenes) {
-            TStage stage;
-            stage.SetEye({{1.5, -5, 3}, {0, 0, 0}});
-            stage.AddLamp(Sun);
-            scene.Fill(stage);
-            ExpectAsTraced(stage, "carved." + scene.Name);
-        }
+        ExpectEach("carved.", scenes, [](TStage& s) {
+            s.SetEye({{1.5, -5, 3}, {0, 0, 0}});
+            s.AddLamp(Sun);
+        });
     }
 };
 
@@ -140,7 +134,7 @@ TEST_F(TracedCarving, IsSeenInMirrors) {
 TEST_F(TracedCarving, StandsInASceneWithShadows) {
     TStage stage;
     AddGround(stage);
-    stage.AddLamp({.Position = {-3, -2, 5}, .Color = {0.9, 0, 0}});
+    stage.AddLamp(RedLamp);
     stage.AddBall({.Move = {-1.4, -0.6, 2}, .Scale = {0.8, 0.8, 0.8}}, Caster);
     stage.AddBall({.Move = {1.5, -1, 1.5}, .Scale = {0.8, 0.8, 0.8}}, Caster);
     const int carved = stage.AddCarving(TSetOperation::Difference, {.Move = {0, 0, 0.7}});

@@ -11,7 +11,6 @@ namespace {
 
 using TracedCaster = TracingTest;
 
-constexpr TLamp Lamp{.Position = {-3, -2, 5}, .Color = {0.9, 0, 0}};
 constexpr TLamp Other{.Position = {2, -3, 6}, .Color = {0, 0.9, 0}};
 constexpr TPlace AboveGround{.Move = {0, 0, 1.3}, .Turn = {20, -15, 30}, .Scale = {2, 2, 2}};
 
@@ -46,7 +45,7 @@ TEST_F(TracedCaster, PolygonsCastShadows) {
                               {"square", true, false, true},
                               {"square without a list", true, false, false}})
         scenes.push_back({std::string("polygon.") + kind.Name, [=](TStage& s) {
-                              s.AddLamp(Lamp);
+                              s.AddLamp(RedLamp);
                               s.AddLamp(Other);
                               const TCorners corners =
                                   kind.IsConvex ? square : Centred(OutlineOfU, 1.0 / 3);
@@ -56,7 +55,7 @@ TEST_F(TracedCaster, PolygonsCastShadows) {
                           }});
     // Its underside is towards the lamp.
     scenes.push_back({"polygon.from below", [](TStage& s) {
-                          s.AddLamp(Lamp);
+                          s.AddLamp(RedLamp);
                           TPlace place = AboveGround;
                           place.Turn = {215, 0, 30};
                           s.AddPolygon(Centred(OutlineOfU, 1.0 / 3), place, Caster);
@@ -69,17 +68,17 @@ TEST_F(TracedCaster, HeightFieldsCastShadowsFromAbove) {
     ExpectShadowsOnGround({
         {"field.flat",
          [](TStage& s) {
-             s.AddLamp(Lamp);
+             s.AddLamp(RedLamp);
              s.AddSheet(AboveGround, Caster);
          }},
         {"field.roof",
          [](TStage& s) {
-             s.AddLamp(Lamp);
+             s.AddLamp(RedLamp);
              AddRoof(s, AboveGround, Caster);
          }},
         {"field.steep roof",
          [](TStage& s) {
-             s.AddLamp(Lamp);
+             s.AddLamp(RedLamp);
              s.AddLamp(Other);
              AddRoof(s, {.Move = {0.4, 0, 1}, .Turn = {0, 0, 50}, .Scale = {1.5, 2, 4}}, Caster);
          }},
@@ -92,7 +91,7 @@ TEST_F(TracedCaster, MeshesCastShadowsAsTheyAreTurned) {
          {TVector{0, 0, 0}, {90, 0, 0}, {90, 0, 70}, {120, 30, 0}, {-40, 60, 10}})
         scenes.push_back(
             {"mesh." + std::to_string(scenes.size()), [turn](TStage& s) {
-                 s.AddLamp(Lamp);
+                 s.AddLamp(RedLamp);
                  s.AddLamp(Other);
                  AddU(s, {.Move = {0, 0, 1.6}, .Turn = turn, .Scale = {1.6, 1.6, 2.5}}, Caster);
              }});
@@ -102,7 +101,7 @@ TEST_F(TracedCaster, MeshesCastShadowsAsTheyAreTurned) {
 TEST_F(TracedCaster, LinesCastNone) {
     TStage stage;
     AddGround(stage);
-    stage.AddLamp(Lamp);
+    stage.AddLamp(RedLamp);
     stage.AddBall({.Move = {0, 0, 1.2}}, Caster);
     auto* line = new TZEPLine(&stage.Scene);
     line->P1()->SetData(-9, -20, 4);

@@ -13,10 +13,6 @@ namespace {
 
 constexpr TLook Glass{.Glow = {0.1, 0.2, 0.1}, .Matte = {0.5, 0.5, 0.5}, .Mirror = 0.7};
 constexpr TLook Wall{.Glow = {0.3, 0.2, 0}, .Matte = {0.3, 0.3, 0.3}};
-constexpr TLook Green{.Glow = {0, 0.3, 0}, .Matte = {0, 0.6, 0}};
-constexpr TLook Red{.Glow = {0.3, 0, 0}, .Matte = {0.6, 0, 0}};
-constexpr TLamp Sun{.Position = {-2e3, -3e3, 3e3}, .Color = {0.8, 0.8, 0.8}, .IsAimed = false};
-constexpr TLamp Lamp{.Position = {-3, -3, 5}, .Color = {0.9, 0.9, 0.9}};
 constexpr double Upright = 90; // about x: what was up looks at the eye
 
 const TCorners Square{{-0.5, -0.5, 0}, {0.5, -0.5, 0}, {0.5, 0.5, 0}, {-0.5, 0.5, 0}};
@@ -24,12 +20,7 @@ const TCorners Square{{-0.5, -0.5, 0}, {0.5, -0.5, 0}, {0.5, 0.5, 0}, {-0.5, 0.5
 class TracedMirror : public TracingTest {
 protected:
     void ExpectImages(const std::vector<TScene>& scenes) {
-        for (const TScene& scene : scenes) {
-            TStage stage;
-            stage.SetEye({{1.5, -8, 3}, {0, 0, 1}});
-            scene.Fill(stage);
-            ExpectAsTraced(stage, "mirror." + scene.Name);
-        }
+        ExpectEach("mirror.", scenes, [](TStage& s) { s.SetEye({{1.5, -8, 3}, {0, 0, 1}}); });
     }
 };
 
@@ -73,7 +64,7 @@ TEST_F(TracedMirror, ShowsTheSceneWhereItStands) {
     ExpectImages({
         {"floor",
          [](TStage& s) {
-             s.AddLamp(Lamp);
+             s.AddLamp({.Position = {-3, -3, 5}, .Color = {0.9, 0.9, 0.9}});
              s.AddSheet({.Scale = {6, 6, 1}}, Glass);
              s.AddBall({.Move = {-0.8, 0, 1}}, Green);
              s.AddBox({.Move = {1, 0, 0.9}, .Turn = {20, 10, 40}}, Red);
@@ -141,14 +132,14 @@ TEST_F(TracedMirror, StandsInASceneWithShadows) {
     ExpectShadowsOnGround({
         {"mirror.shadows on the ground",
          [](TStage& s) {
-             s.AddLamp({.Position = {-3, -2, 5}, .Color = {0.9, 0, 0}});
-             s.AddLamp({.Position = {3, -1, 5}, .Color = {0, 0.9, 0}});
+             s.AddLamp(RedLamp);
+             s.AddLamp(GreenLamp);
              s.AddBall({.Move = {0, 0, 1}}, Caster);
              AddGlass(s, {.Move = {0, 2.5, 1.6}, .Turn = {Upright, 0, 0}, .Scale = {5, 3, 1}});
          }},
         {"mirror.that casts a shadow",
          [](TStage& s) {
-             s.AddLamp({.Position = {-3, -2, 5}, .Color = {0.9, 0, 0}});
+             s.AddLamp(RedLamp);
              TLook look = Glass;
              look.Casts = true;
              s.AddPolygon(Square,
@@ -164,12 +155,12 @@ TEST_F(TracedMirror, StandsInASceneWithShadows) {
 TEST_F(TracedMirror, HasShadowsFallOnItself) {
     TStage stage;
     AddGround(stage);
-    stage.AddLamp({.Position = {-3, -2, 5}, .Color = {0.9, 0, 0}});
+    stage.AddLamp(RedLamp);
     stage.AddSheet({.Move = {0, 0, 0.2}, .Scale = {5, 5, 1}},
                    {.Matte = {1, 1, 1}, .Receives = true, .Mirror = 0.5});
     stage.AddBall({.Move = {0, 0, 1.4}}, Caster);
     ExpectShadowsAsTraced(stage, "mirror.shadow on itself");
-    stage.AddLamp({.Position = {3, -1, 5}, .Color = {0, 0.9, 0}});
+    stage.AddLamp(GreenLamp);
     stage.SetMethod(TMethod::Subtracted);
     ExpectAsTraced(stage, "mirror.shadows on itself");
 }

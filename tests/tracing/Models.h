@@ -7,6 +7,14 @@ namespace ZEP::Tracing {
 inline constexpr TLook Ground{.Matte = {1, 1, 1}, .Receives = true};
 inline constexpr TLook Caster{.Glow = {0.4, 0.4, 0.1}, .Casts = true};
 
+inline constexpr TLook Red{.Glow = {0.3, 0, 0}, .Matte = {0.6, 0, 0}};
+inline constexpr TLook Green{.Glow = {0, 0.3, 0}, .Matte = {0, 0.6, 0}};
+
+inline constexpr TLamp RedLamp{.Position = {-3, -2, 5}, .Color = {0.9, 0, 0}};
+inline constexpr TLamp GreenLamp{.Position = {3, -1, 5}, .Color = {0, 0.9, 0}};
+inline constexpr TLamp Sun{
+    .Position = {-2e3, -3e3, 3e3}, .Color = {0.8, 0.8, 0.8}, .IsAimed = false};
+
 /// The eye looks down on it.
 inline void AddGround(TStage& stage) {
     stage.SetEye({{2, -9, 6}, {0, 0, 0.5}});

@@ -11,8 +11,6 @@ namespace {
 
 using TracedShadow = TracingTest;
 
-constexpr TLamp RedLamp{.Position = {-3, -2, 5}, .Color = {0.9, 0, 0}};
-constexpr TLamp GreenLamp{.Position = {3, -1, 5}, .Color = {0, 0.9, 0}};
 constexpr TLamp BlueLamp{.Position = {0.5, 4, 5}, .Color = {0, 0, 0.9}};
 
 TLamp AtInfinity(TLamp lamp, double distance) {

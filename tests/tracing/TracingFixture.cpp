@@ -158,6 +158,16 @@ void TracingTest::ExpectShadowsAsTraced(TStage& stage, const std::string& name) 
     }
 }
 
+void TracingTest::ExpectEach(const std::string& prefix, const std::vector<TScene>& scenes,
+                             const std::function<void(TStage&)>& prepare) {
+    for (const TScene& scene : scenes) {
+        TStage stage;
+        prepare(stage);
+        scene.Fill(stage);
+        ExpectAsTraced(stage, prefix + scene.Name);
+    }
+}
+
 void TracingTest::ExpectShadowsOnGround(const std::vector<TScene>& scenes) {
     for (const TScene& scene : scenes) {
         TStage stage;

@@ -40,7 +40,10 @@ protected:
     void ExpectAsTraced(TStage& stage, const std::string& name);
     /// The same with shadows by both methods.
     void ExpectShadowsAsTraced(TStage& stage, const std::string& name);
-    /// Of each of them on a ground under the eye.
+    /// Each of them, told as `prefix` and its name, on a stage that `prepare` has set up.
+    void ExpectEach(const std::string& prefix, const std::vector<TScene>& scenes,
+                    const std::function<void(TStage&)>& prepare);
+    /// Each of them on a ground under the eye, with shadows by both methods.
     void ExpectShadowsOnGround(const std::vector<TScene>& scenes);
 
 private:

@@ -62,7 +62,7 @@ TEST_F(Camera, StartsWithItsDeclaredValues) {
         names.append(QString::fromLatin1(property.name()));
     EXPECT_TRUE(names.join(u' ').endsWith(
         QStringLiteral("Position PositionObject Target TargetObject Up FocalLength FOVY "
-                       "NearClipPlane FarClipPlane Orthographic")))
+                       "NearClipPlane FarClipPlane Orthographic Extended")))
         << names.join(u' ').toStdString();
     EXPECT_NEAR(camera.FOVY(), 43.6028189727036, 1e-12);
     EXPECT_EQ(Lens->Up()->Data(), unitz);
@@ -214,6 +214,45 @@ TEST_F(Camera, Moves) {
          },
          {0, -10, 0},
          {0, 0, 0}},
+        {"extended truck",
+         [](TZEPCamera& c) {
+             c.SetExtended(true);
+             c.SetNearClipPlane(10); // 18 in the middle of the depth range
+             c.SetFarClipPlane(90);
+             c.Truck(0.9, 1.8, 4.5);
+         },
+         {-0.1, -10.2, -0.5},
+         {-0.1, -0.2, -0.5}},
+        {"extended truck in parallel",
+         [](TZEPCamera& c) {
+             c.SetExtended(true);
+             c.SetOrthographic(true);
+             c.Truck(0.1, 0.2, 5);
+         },
+         {-0.1, -10.2, -5},
+         {-0.1, -0.2, -5}},
+        {"extended orbit over the pole",
+         [](TZEPCamera& c) {
+             c.SetExtended(true);
+             c.Orbit(0, -135);
+         },
+         {0, -10 * std::sin(0.05 * pi / 180), 10 * std::cos(0.05 * pi / 180)},
+         {0, 0, 0}},
+        {"extended dolly through the target",
+         [](TZEPCamera& c) {
+             c.SetExtended(true);
+             c.Dolly(-3);
+         },
+         {0, -1, 0},
+         {0, 0, 0}},
+        {"extended dolly close by",
+         [](TZEPCamera& c) {
+             c.SetExtended(true);
+             c.Position()->SetY(-0.5);
+             c.Dolly(0.1);
+         },
+         {0, -0.55, 0},
+         {0, 0, 0}},
     };
     for (const Movement& row : rows) {
         TZEPCamera camera;
@@ -239,7 +278,10 @@ TEST_F(Camera, PanKeepsTheDistanceWhateverUpIs) {
 
 TEST_F(Camera, LimitedOrbitsStayBetweenPoleAndHorizon) {
     Scene.SetLimitCameraMovement(true);
-    for (const auto& [turn, polar] : {std::pair{-500.0, 0.001}, {500.0, 1.5697963267948967}}) {
+    for (const auto& [turn, polar, extended] : {std::tuple{-500.0, 0.001, false},
+                                                {500.0, 1.5697963267948967, false},
+                                                {500.0, 1.5697963267948967, true}}) {
+        Lens->SetExtended(extended);
         Lens->Orbit(0, turn);
         TGLArrayd3 s;
         OrthoToSphered(Lens->GetPosition(), s);

@@ -144,18 +144,33 @@ TEST_F(Panel, ThePanelOrTheSceneMayGoDuringADrag) {
     EXPECT_FALSE(View->MouseDowned());
 }
 
-TEST_F(Panel, AHandlerOfTheSelectionMayFreeThePanel) {
-    for (const auto signal : {&TZEPPanel::BeforSelect, &TZEPPanel::AfterSelect}) {
+/// Frees the panel at that signal.
+constexpr auto FreeAt = [](auto signal) -> std::function<void(TZEPPanel*)> {
+    return [signal](TZEPPanel* panel) {
+        QObject::connect(panel, signal, [](TZEPPanel* sender) { delete sender; });
+    };
+};
+
+TEST_F(Panel, AHandlerOfTheMouseMayFreeThePanel) {
+    using P = TZEPPanel;
+    for (const auto& connect :
+         {FreeAt(&P::BeforSelect), FreeAt(&P::AfterSelect), FreeAt(&P::BeforeMouseDown),
+          FreeAt(&P::AfterMouseDown), FreeAt(&P::BeforeMouseMove), FreeAt(&P::AfterMouseMove),
+          FreeAt(&P::BeforeMouseUp), FreeAt(&P::AfterMouseUp), FreeAt(&P::AfterMouseDblClick),
+          FreeAt(&P::BeforeMouseWheel), FreeAt(&P::AfterMouseWheel)}) {
         Show();
         QPointer<TZEPPanel> panel = new TZEPPanel(&Window);
         panel->SetCamera(Camera);
         panel->setGeometry(0, 0, 50, 50);
         panel->PanelControl()->SetMouseLeft(mmSelect);
         panel->show();
-        QObject::connect(panel, signal, [](TZEPPanel* sender) { delete sender; });
+        connect(panel);
         Mouse mouse(panel);
         mouse.Press(10, 10);
-        mouse.Release(10, 10);
+        mouse.Move(11, 10);
+        mouse.Release(11, 10);
+        mouse.DoubleClick(10, 10, Qt::LeftButton);
+        mouse.Wheel(120);
         EXPECT_FALSE(panel);
         EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
     }

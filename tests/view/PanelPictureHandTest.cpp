@@ -1,11 +1,14 @@
 #include "tests/view/PanelFixture.h"
 #include <zep/appearance/materials/Material.h>
 #include <zep/framework/Exception.h>
+#include <zep/framework/Message.h>
 #include <zep/objects/Line.h>
 #include <zep/scene/XForm.h>
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QPrinter>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <random>
@@ -124,6 +127,34 @@ TEST_F(PanelPicture, SaysWhenItCannotBeDrawn) {
     } catch (const Exception& error) {
         EXPECT_EQ(error.Message(), "RenderToCanvas: Can't set pixel format");
     }
+}
+
+/// This test alone, on a platform that has no OpenGL.
+void RunWithoutOpenGL() {
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--gtest_filter=PanelPictureWithoutContext.*")});
+    EXPECT_TRUE(program.waitForFinished()) << "it waits";
+    EXPECT_EQ(program.exitCode(), 0) << program.readAll().toStdString();
+}
+
+TEST(PanelPictureWithoutContext, IsRefusedWithoutABoxThatNobodyCloses) {
+    if (QGuiApplication::platformName() != QLatin1String("offscreen")) return RunWithoutOpenGL();
+    int boxes = 0;
+    const TMessageHandler former =
+        SetMessageHandler([&boxes](const QString&, const QString&, TMessageIcon) { ++boxes; });
+    TZEPPanel panel;
+    EXPECT_THROW(static_cast<void>(panel.RenderToCanvas({50, 50})), Exception);
+    EXPECT_TRUE(TZEPPanel().GrabFrame().isNull());
+    EXPECT_EQ(boxes, 0);
+    TZEPPanel shown;
+    shown.show();
+    EXPECT_EQ(boxes, 1) << "a user sees the window";
+    SetMessageHandler(former);
 }
 
 TEST_F(PanelPicture, IsNotDrawnWithinAFrame) {

@@ -2,8 +2,8 @@
 
 #include "tests/FolderTest.h"
 #include "tests/viewer/SampleFiles.h"
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/window/MainWindow.h"
+#include <zep/batch/Batch.h>
 
 #include <QApplication>
 #include <QSettings>

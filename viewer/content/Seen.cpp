@@ -1,31 +1,19 @@
 #include "viewer/content/Seen.h"
 
+#include <zep/scene/Object.h>
+
 namespace ZEP {
 
-namespace {
-
-/// Calls `visit` for the object and each below it that is seen and draws.
-/// \return false where something is hidden
-template <class Visit>
-bool ForEachSeen(TZEPObject& object, const Visit& visit) {
+bool IsSeenWhole(const TZEPObject& object) {
     if (!object.Visible()) return false;
-    if (Draws(object)) visit(object);
-    bool all = true;
     for (int i = 0, count = object.GetItemsCount(); i < count; ++i)
-        all = ForEachSeen(*object.GetItem(i), visit) && all;
-    return all;
+        if (!IsSeenWhole(*object.GetItem(i))) return false;
+    return true;
 }
 
-} // namespace
-
-bool IsSeenWhole(TZEPObject& object) {
-    return ForEachSeen(object, [](const TZEPObject&) {});
-}
-
-TExtent SeenOf(const std::vector<TZEPObject*>& objects) {
-    TExtent extent;
-    for (TZEPObject* object : objects)
-        ForEachSeen(*object, [&](TZEPObject& each) { AddTo(extent, each); });
+TZEPExtent SeenOf(const std::vector<TZEPObject*>& objects) {
+    TZEPExtent extent;
+    for (TZEPObject* object : objects) extent.AddVisible(*object);
     return extent;
 }
 

@@ -1,10 +1,10 @@
 #include "viewer/drawing/DressedShadows.h"
 
 #include "viewer/content/Faces.h"
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/drawing/LitContent.h"
 #include "viewer/drawing/ViewLights.h"
 #include <zep/appearance/effects/Light.h>
+#include <zep/batch/Batch.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
 
@@ -22,7 +22,7 @@ using TGroup = std::vector<TZEPObject*>;
 std::vector<TGroup> GroupsOf(TZEPScene& scene) {
     std::vector<TGroup> groups(1);
     for (TZEPObject* child : LitContent(scene)) {
-        if (qobject_cast<TFileRoot*>(child))
+        if (qobject_cast<TZEPBatch*>(child))
             groups.push_back({child});
         else
             groups.front().push_back(child);
@@ -83,12 +83,12 @@ void BeRough(TZEPObject& light) {
 
 } // namespace
 
-void TDressedShadows::Apply(TZEPScene& scene, const TBox& content) {
+void TDressedShadows::Apply(TZEPScene& scene, const TZEPBounds& content) {
     Restore();
     for (const TGroup& group : GroupsOf(scene)) Switch(group, content);
 }
 
-void TDressedShadows::Switch(const TGroup& group, const TBox& content) {
+void TDressedShadows::Switch(const TGroup& group, const TZEPBounds& content) {
     const TFound found = FindIn(group);
     if (found.Chose) return;
     for (TZEPLight* light : found.Lights) SwitchLight(*light, content);
@@ -96,7 +96,7 @@ void TDressedShadows::Switch(const TGroup& group, const TBox& content) {
     for (TZEPObject* surface : found.Surfaces) m_surfaces.Add(*surface, SwitchOn);
 }
 
-void TDressedShadows::SwitchLight(TZEPLight& light, const TBox& content) {
+void TDressedShadows::SwitchLight(TZEPLight& light, const TZEPBounds& content) {
     if (!Shines(light)) return;
     if (!light.Directional()) {
         if (light.PositionObject() || light.Position()->Data() == zero3d) return;
@@ -106,7 +106,7 @@ void TDressedShadows::SwitchLight(TZEPLight& light, const TBox& content) {
     if (!light.ExactShadows()) m_exact.Add(light, BeExact);
 }
 
-void TDressedShadows::MoveAway(TZEPLight& light, const TBox& content) {
+void TDressedShadows::MoveAway(TZEPLight& light, const TZEPBounds& content) {
     const TGLArrayd3 was = light.Position()->Data();
     // The direction is that from the origin, which may lie far from the content.
     double reach = FarFrom(content);

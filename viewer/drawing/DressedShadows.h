@@ -1,7 +1,7 @@
 #pragma once
 
-#include "viewer/content/Box.h"
 #include "viewer/drawing/SwitchedObjects.h"
+#include <zep/view/Extent.h>
 
 namespace ZEP {
 
@@ -14,7 +14,7 @@ class TZEPLight;
 class TDressedShadows {
 public:
     /// \param content  of the scene
-    void Apply(TZEPScene& scene, const TBox& content);
+    void Apply(TZEPScene& scene, const TZEPBounds& content);
     /// All is as it was. What was changed since stays.
     void Restore();
 
@@ -25,9 +25,9 @@ private:
         TGLArrayd3 Was, Now;
     };
 
-    void Switch(const std::vector<TZEPObject*>& group, const TBox& content);
-    void SwitchLight(TZEPLight& light, const TBox& content);
-    void MoveAway(TZEPLight& light, const TBox& content);
+    void Switch(const std::vector<TZEPObject*>& group, const TZEPBounds& content);
+    void SwitchLight(TZEPLight& light, const TZEPBounds& content);
+    void MoveAway(TZEPLight& light, const TZEPBounds& content);
 
     TSwitchedObjects m_surfaces;
     TSwitchedObjects m_lights;

@@ -1,8 +1,9 @@
 #include "viewer/drawing/Ground.h"
 
-#include "viewer/drawing/Look.h"
 #include <zep/appearance/materials/Material.h>
+#include <zep/framework/Contrast.h>
 #include <zep/gl/Scopes.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/XForm.h>
@@ -36,7 +37,7 @@ TGround::TGround(TZEPScene* scene) : TZEPHeightField(scene) {
     SetParentComponent(scene);
 }
 
-void TGround::LieBelow(const TBox& content) {
+void TGround::LieBelow(const TZEPBounds& content) {
     const double diagonal = DiagonalOf(content);
     XForm()->Scale()->SetData(2 * Reach * diagonal, 2 * Reach * diagonal, 1);
     XForm()->Translate()->SetData((content.Min[0] + content.Max[0]) / 2,
@@ -54,7 +55,14 @@ void TGround::Suit(TColor background) {
 }
 
 void TGround::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
-    if (kind != dkSelect) TZEPHeightField::Draw(scene, state, kind);
+    if (kind == dkSelect) return;
+    if (!m_even || (ObjectPasses & PassBit(state)) == 0)
+        return TZEPHeightField::Draw(scene, state, kind);
+    scene.Frame().Run.End();
+    const TZEPAttribScope lights(GL_ENABLE_BIT);
+    for (GLenum light = GL_LIGHT0; light <= GL_LIGHT7; ++light) glDisable(light);
+    TZEPHeightField::Draw(scene, state, kind);
+    scene.Frame().Run.End();
 }
 
 void TGround::DrawSpecific(GLenum face, bool draft) {

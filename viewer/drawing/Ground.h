@@ -1,7 +1,7 @@
 #pragma once
 
-#include "viewer/content/Box.h"
 #include <zep/objects/HeightField.h>
+#include <zep/view/Extent.h>
 
 namespace ZEP {
 
@@ -14,12 +14,17 @@ public:
     explicit TGround(TZEPScene* scene);
 
     /// Lies at the foot of the content, and reaches beyond it.
-    void LieBelow(const TBox& content);
+    void LieBelow(const TZEPBounds& content);
     /// It goes well with that background.
     void Suit(TColor background);
+    /// No light falls on it but what is all around.
+    void SetEven(bool even) { m_even = even; }
 
     void Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) override;
     void DrawSpecific(GLenum face, bool draft) override;
+
+private:
+    bool m_even = false;
 };
 
 } // namespace ZEP

@@ -1,9 +1,9 @@
 #include "viewer/drawing/LitContent.h"
 
 #include "viewer/content/Faces.h"
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/drawing/Ground.h"
 #include "viewer/drawing/ViewLights.h"
+#include <zep/batch/Batch.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
 
@@ -12,7 +12,7 @@ namespace ZEP {
 namespace {
 
 bool IsOfView(const TZEPObject& object) {
-    return qobject_cast<const TViewLight*>(&object) || qobject_cast<const TGround*>(&object);
+    return qobject_cast<const TZEPViewLight*>(&object) || qobject_cast<const TGround*>(&object);
 }
 
 } // namespace
@@ -21,8 +21,8 @@ std::vector<TZEPObject*> LitContent(TZEPScene& scene) {
     std::vector<TZEPObject*> content;
     for (int i = 0, count = scene.GetItemsCount(); i < count; ++i) {
         TZEPObject& child = *scene.GetItem(i);
-        const auto* file = qobject_cast<TFileRoot*>(&child);
-        if (!IsOfView(child) && !(file && file->IsEven())) content.push_back(&child);
+        const auto* file = qobject_cast<TZEPBatch*>(&child);
+        if (!IsOfView(child) && !(file && file->EvenLight())) content.push_back(&child);
     }
     return content;
 }
@@ -34,10 +34,10 @@ bool Shines(TZEPLight& light) {
            light.Position()->Data() != light.Target()->Data();
 }
 
-std::optional<TBox> BoundsOfLit(TZEPScene& scene) {
-    TExtent extent;
+std::optional<TZEPBounds> BoundsOfLit(TZEPScene& scene) {
+    TZEPExtent extent;
     ForEachLit(scene, [&](TZEPObject& object) {
-        if (HasFaces(object) && Draws(object)) AddTo(extent, object);
+        if (HasFaces(object)) extent.Add(object);
     });
     return extent.Bounds();
 }

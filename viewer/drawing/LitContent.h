@@ -1,8 +1,8 @@
 #pragma once
 
-#include "viewer/content/Box.h"
 #include "viewer/content/Objects.h"
 #include <zep/scene/Object.h>
+#include <zep/view/Extent.h>
 
 #include <optional>
 #include <vector>
@@ -28,6 +28,6 @@ void ForEachLit(TZEPScene& scene, const Visit& visit) {
 [[nodiscard]] bool Shines(TZEPLight& light);
 
 /// Of what has faces, absolute; none without.
-[[nodiscard]] std::optional<TBox> BoundsOfLit(TZEPScene& scene);
+[[nodiscard]] std::optional<TZEPBounds> BoundsOfLit(TZEPScene& scene);
 
 } // namespace ZEP

@@ -20,16 +20,10 @@ inline constexpr TColor AxisZ{0xFF9B5C};
 
 } // namespace Look
 
-/// Dark colours stand out from it better than bright ones.
-[[nodiscard]] bool IsBright(TColor color);
-/// The colour itself, or where it could not be told from that background, one that can: greys turn
-/// to the other end, so that white becomes black, others get as dark or bright as they must.
-[[nodiscard]] TColor Readable(TColor color, TColor background);
-
 /// Gives what was read from a program the colours of the view in place of the reader's, which are
-/// the pure ones: its tool colours in turn, and that of rapid moves.
-/// \param pixelRatio  device pixels for each pixel; lines get that much wider
-void ApplyLook(TZEPObject& root, double pixelRatio);
+/// the pure ones: its tool colours in turn, and that of rapid moves. Moves and holes get their
+/// widths.
+void ApplyLook(TZEPObject& root);
 
 /// Pictures take the place of the colour of a surface and are lit with it, as whoever made a model
 /// saw them. The reader blends them with white.

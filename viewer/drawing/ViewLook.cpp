@@ -2,10 +2,11 @@
 
 #include "viewer/content/Faces.h"
 #include "viewer/drawing/DrawMeans.h"
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/drawing/Ground.h"
 #include "viewer/drawing/LitContent.h"
+#include "viewer/drawing/ShownBatches.h"
 #include "viewer/drawing/ViewLights.h"
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Panel.h>
@@ -41,29 +42,13 @@ constexpr TFogMode ModeOf(TViewLook::TFog fog) {
     }
 }
 
-void Show(TZEPObject& light) {
-    light.SetVisible(true);
-}
-
-void Hide(TZEPObject& light) {
-    light.SetVisible(false);
-}
-
-void Fill(TZEPObject& object) {
-    object.SetDrawType(dtFill);
-}
-
-void Outline(TZEPObject& object) {
-    object.SetDrawType(dtLine);
-}
-
 } // namespace
 
 TDressedView::TDressedView(TZEPPanel* panel, TSetBackground setBackground,
                            std::function<TColor()> background)
     : m_panel(panel), m_setBackground(std::move(setBackground)),
       m_background(std::move(background)), m_scene(panel->Camera()->Scene()),
-      m_headlight(new TEyeLight(m_scene)), m_ownShadows(m_scene->Shadows()),
+      m_headlight(Add<TZEPHeadlight>(m_scene)), m_ownShadows(m_scene->Shadows()),
       m_ownAccumulation(m_scene->AccumShadows()) {
     m_headlight->SetVisible(false);
     QObject::connect(panel, &TZEPPanel::BeforDraw, &m_listener, [this] { MeasureFog(); });
@@ -71,15 +56,12 @@ TDressedView::TDressedView(TZEPPanel* panel, TSetBackground setBackground,
 
 void TDressedView::Dress(const TViewLook& look) {
     m_scene->BeginUpdate();
-    m_dark.Restore(Show);
     DressShadows(look);
-    DressGround(look.Ground);
+    DressGround(look.Ground && m_hasGround);
     DressLights(look);
-    DressWire(look.Wire);
+    DressBatches(look);
     m_scene->EndUpdate();
     DressFog(look);
-    for (int i = 0, count = m_scene->GetItemsCount(); i < count; ++i)
-        if (auto* file = qobject_cast<TFileRoot*>(m_scene->GetItem(i))) file->SetFlat(look.Flat);
     TZEPOptions options = m_panel->Options();
     options.setFlag(goFlatShadeModel, look.Flat);
     options.setFlag(goCullFace, !m_openSurfaces);
@@ -113,7 +95,7 @@ void TDressedView::DressShadows(const TViewLook& look) {
 void TDressedView::DressGround(bool ground) {
     const std::vector<TZEPObject*> content = LitContent(*m_scene);
     const bool isFile = std::ranges::any_of(
-        content, [](TZEPObject* child) { return qobject_cast<TFileRoot*>(child); });
+        content, [](TZEPObject* child) { return qobject_cast<TZEPBatch*>(child); });
     if (!ground || !m_content || !isFile) {
         delete m_ground;
         return;
@@ -146,28 +128,27 @@ void TDressedView::DressLights(const TViewLook& look) {
         if (!light) return;
         lit = lit || Shines(*light);
         casts = casts || (Shines(*light) && light->CastsShadows());
-        if (!look.Lights && light->Visible()) m_dark.Add(*light, Hide);
     });
     const bool sun = DressSun(m_casts && m_content && !casts);
     const bool headlight = look.Lights && faces && (look.Headlight || !lit);
     m_headlight->SetVisible(headlight);
     m_headlight->SetColor(lit || sun ? HeadlightAmongOthers : HeadlightAlone);
-    DressAmbient(look.Lights && (lit || headlight), lit);
+    m_shines = look.Lights && (lit || headlight);
+    DressAmbient(lit);
 }
 
-void TDressedView::DressAmbient(bool shines, bool lit) {
-    if (shines) {
-        m_even.Restore(*m_scene);
-        return m_scene->SetSceneAmbientColor(lit ? AmbientUnderLights : AmbientUnderHeadlight);
-    }
-    m_even.Apply(*m_scene);
-    m_scene->SetSceneAmbientColor(clWhite);
+void TDressedView::DressAmbient(bool lit) {
+    const TColor shade = lit ? AmbientUnderLights : AmbientUnderHeadlight;
+    m_scene->SetSceneAmbientColor(m_shines ? shade : clWhite);
+    if (m_ground) m_ground->SetEven(!m_shines);
 }
 
-void TDressedView::DressWire(bool wire) {
-    if (!wire) return m_wired.Restore(Fill);
-    ForEachLit(*m_scene, [this](TZEPObject& object) {
-        if (HasFaces(object) && object.DrawType() == dtFill) m_wired.Add(object, Outline);
+/// Flat drawings keep their faces.
+void TDressedView::DressBatches(const TViewLook& look) {
+    ChangeShown(*m_scene, [&](const TZEPBatch& batch, TZEPShown& shown) {
+        shown.EvenLight = !m_shines;
+        shown.Wire = look.Wire && !batch.EvenLight();
+        shown.Shading = look.Flat ? TZEPShading::Flat : TZEPShading::Own;
     });
 }
 

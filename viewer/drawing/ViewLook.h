@@ -1,7 +1,6 @@
 #pragma once
 
 #include "viewer/drawing/DressedShadows.h"
-#include "viewer/drawing/EvenMaterials.h"
 #include "viewer/drawing/LookChoices.h"
 
 #include <QObject>
@@ -12,7 +11,7 @@
 
 namespace ZEP {
 
-class TEyeLight;
+class TZEPHeadlight;
 class TGround;
 class TSunLight;
 class TZEPPanel;
@@ -43,6 +42,8 @@ public:
 
     /// Also where the look is the same but objects came into the scene.
     void Dress(const TViewLook& look);
+    /// What stands on something already has no ground, whatever the look says.
+    void SetGroundAllowed(bool allowed) { m_hasGround = allowed; }
     /// What the panel's context offers; none before it has one.
     [[nodiscard]] std::optional<TDrawMeans> Means() const;
 
@@ -51,8 +52,8 @@ private:
     void DressLights(const TViewLook& look);
     void DressGround(bool ground);
     [[nodiscard]] bool DressSun(bool wanted);
-    void DressAmbient(bool shines, bool lit);
-    void DressWire(bool wire);
+    void DressAmbient(bool lit);
+    void DressBatches(const TViewLook& look);
     void DressFog(const TViewLook& look);
     void MeasureFog();
 
@@ -60,16 +61,15 @@ private:
     TSetBackground m_setBackground;
     std::function<TColor()> m_background;
     TZEPScene* m_scene;
-    TEyeLight* m_headlight;
+    TZEPHeadlight* m_headlight;
     QPointer<TSunLight> m_sun;  ///< while it shines
     QPointer<TGround> m_ground; ///< while it is there
     TDressedShadows m_shadows;
-    std::optional<TBox> m_content; ///< of what has faces, where shadows or ground ask for it
-    TEvenMaterials m_even;
+    std::optional<TZEPBounds> m_content; ///< of what has faces, where shadows or ground ask for it
     QObject m_listener;
-    TSwitchedObjects m_dark;  ///< lights
-    TSwitchedObjects m_wired; ///< solids
     bool m_openSurfaces = false;
+    bool m_shines = false; ///< a light, so that surfaces are not lit alike from all around
+    bool m_hasGround = true;
     bool m_ownShadows;      ///< of the scene, as it was made
     bool m_ownAccumulation; ///< likewise
     bool m_casts = false;   ///< shadows are switched on

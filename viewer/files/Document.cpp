@@ -2,12 +2,13 @@
 
 #include "viewer/content/Seen.h"
 #include "viewer/content/Visibility.h"
-#include "viewer/drawing/FileRoot.h"
-#include "viewer/drawing/FirstPasses.h"
-#include "viewer/drawing/Framing.h"
+#include "viewer/drawing/ShownBatches.h"
 #include "viewer/files/Loading.h"
 #include "viewer/files/Materials.h"
+#include "viewer/files/SceneSaving.h"
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
+#include <zep/view/Fitting.h>
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -21,17 +22,17 @@ namespace {
 
 constexpr double StandardLens = 45; // mm
 
-double PixelRatio() {
-    const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
-    return application ? application->devicePixelRatio() : 1;
-}
-
 /// Of what is seen of the files.
-TExtent ExtentSeen(const std::vector<TOpenedFile>& files) {
-    TExtent extent;
+TZEPExtent ExtentSeen(const std::vector<TOpenedFile>& files) {
+    TZEPExtent extent;
     for (const TOpenedFile& file : files)
         extent.Add(IsSeenWhole(*file.Root) ? file.Extent : SeenOf({file.Root}));
     return extent;
+}
+
+double PixelRatio() {
+    const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+    return application ? application->devicePixelRatio() : 1;
 }
 
 bool IsSameFile(const QString& a, const QString& b) {
@@ -41,14 +42,12 @@ bool IsSameFile(const QString& a, const QString& b) {
 } // namespace
 
 TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
-    connect(m_scene.get(), &TZEPScene::AfterCamera, this, [this] {
-        m_backdrop.Draw(PixelRatio());
-        DrawFirstPasses(*m_scene);
-    });
+    m_scene->SetFirstPasses(true);
     m_scene->SetMaterialLibrary(&m_materials);
     m_scene->SetSceneAmbientColor(clWhite);
-    m_camera = new TViewCamera(m_scene.get());
-    m_camera->SetParentComponent(m_scene.get());
+    m_camera = ZEP::Add<TZEPCamera>(m_scene.get());
+    m_camera->SetExtended(true);
+    m_backdrop.SetCamera(m_camera);
     LookFrom(TDirection::Iso, 1);
 }
 
@@ -79,6 +78,12 @@ bool TDocument::Add(const QStringList& files, bool plain, const TOpenProgress& p
     return true;
 }
 
+void TDocument::Save(const QString& fileName) {
+    SaveScene(m_files, m_materials, fileName);
+    for (TOpenedFile& file : m_files)
+        if (IsSameFile(file.Name, fileName)) file.State = TFileState::Of(file.Name);
+}
+
 void TDocument::Close(const QString& file) {
     if (const TOpenedFile* shown = Find(file))
         ChangeFiles([&] { Remove(static_cast<std::size_t>(shown - m_files.data())); });
@@ -92,14 +97,14 @@ const TOpenedFile* TDocument::Find(const QString& file) const {
 
 template <class Change>
 void TDocument::ChangeFiles(Change&& change) {
-    emit AboutToChange();
+    Q_EMIT AboutToChange();
     m_scene->BeginUpdate();
     change();
     m_backdrop.SetContent(Bounds());
     ShowColors();
     m_scene->EndUpdate();
     m_scene->Invalidate(m_scene.get());
-    emit Changed();
+    Q_EMIT Changed();
 }
 
 void TDocument::Remove(std::size_t index) {
@@ -116,7 +121,7 @@ void TDocument::Remove(std::size_t index) {
 }
 
 void TDocument::Replace(std::size_t index, TLoading& loading) {
-    TFileRoot& old = *m_files[index].Root;
+    TZEPBatch& old = *m_files[index].Root;
     const bool visible = old.Visible();
     const QSet<QString> hidden = HiddenBelow(old);
     const QSet<QString> hiddenBefore = m_files[index].HiddenInFile;
@@ -127,29 +132,31 @@ void TDocument::Replace(std::size_t index, TLoading& loading) {
     file.Root->SetVisible(visible);
 }
 
-std::optional<TBox> TDocument::Bounds() const {
-    std::optional<TBox> bounds;
+std::optional<TZEPBounds> TDocument::Bounds() const {
+    std::optional<TZEPBounds> bounds;
     for (const TOpenedFile& file : m_files) Widen(bounds, file.Extent.Bounds());
     return bounds;
 }
 
 void TDocument::SetGuides(bool shown) {
     m_backdrop.SetGuides(shown);
-    m_scene->Invalidate(m_scene.get());
 }
 
 void TDocument::SetBackground(const std::optional<TColor>& color) {
-    m_backdrop.SetBackground(color);
+    using TColors = TZEPBackdrop::TColors;
+    m_backdrop.SetColors(color ? TColors::Plain(*color) : TColors());
     ShowColors();
-    m_scene->Invalidate(m_scene.get());
 }
 
 void TDocument::ShowColors() {
-    for (const TOpenedFile& file : m_files) file.Root->SetBackground(m_backdrop.MiddleColor());
+    ChangeShown(*m_scene, [this](const TZEPBatch&, TZEPShown& shown) {
+        shown.Background = m_backdrop.MiddleColor();
+        shown.Widths = PixelRatio();
+    });
 }
 
 bool TDocument::IsFlat() const {
-    const std::optional<TBox> bounds = Bounds();
+    const std::optional<TZEPBounds> bounds = Bounds();
     return bounds && ZEP::IsFlat(*bounds);
 }
 
@@ -158,8 +165,8 @@ TDirection TDocument::BestDirection() const {
 }
 
 void TDocument::LookBest(double aspect) {
-    m_camera->SwitchProjection(IsFlat(), aspect);
-    emit ProjectionChanged(m_camera->Orthographic());
+    SwitchProjection(*m_camera, IsFlat(), aspect);
+    Q_EMIT ProjectionChanged(m_camera->Orthographic());
     LookFrom(BestDirection(), aspect);
 }
 
@@ -169,36 +176,24 @@ bool TDocument::IsLarge() const {
 }
 
 void TDocument::SetShare(double share) {
-    for (const TOpenedFile& file : m_files) file.Root->SetShare(share);
+    ChangeShown(*m_scene, [share](const TZEPBatch&, TZEPShown& shown) { shown.Share = share; });
 }
 
 void TDocument::LookFrom(TDirection direction, double aspect) {
-    const TGLArrayd3 eye = ToEye(direction);
-    m_camera->Target()->SetData(0, 0, 0);
-    m_camera->Position()->SetData(eye[0], eye[1], eye[2]);
+    ZEP::LookFrom(*m_camera, direction);
     m_camera->SetFocalLength(StandardLens);
-    m_camera->Reset();
     FitAll(aspect);
 }
 
 void TDocument::FitAll(double aspect) {
-    const TExtent seen = ExtentSeen(m_files);
-    const std::optional<TBox> bounds = seen.Bounds() ? seen.Bounds() : Bounds();
-    if (bounds) m_camera->FitTo(bounds->Min, bounds->Max, aspect);
-    // The box is larger than what is in it.
-    FrameTightly(*m_camera, seen.Corners(), aspect);
+    const TZEPExtent seen = ExtentSeen(m_files);
+    if (FitCamera(*m_camera, seen.Corners(), aspect)) return;
+    if (const std::optional<TZEPBounds> bounds = Bounds()) FitCamera(*m_camera, *bounds, aspect);
 }
 
 void TDocument::FitObjects(const std::vector<TZEPObject*>& objects, double aspect) {
-    const TExtent extent = SeenOf(objects);
-    const std::optional<TBox>& bounds = extent.Bounds();
-    if (!bounds) return FitAll(aspect);
-    const double farthest = m_camera->FarClipPlane(); // what is not fitted is still seen
-    m_camera->FitTo(bounds->Min, bounds->Max, aspect);
-    FrameTightly(*m_camera, extent.Corners(), aspect);
-    if (farthest <= m_camera->FarClipPlane()) return;
-    m_camera->SetFarClipPlane(farthest);
-    if (m_camera->Orthographic()) m_camera->SetNearClipPlane(-farthest);
+    if (!FitCamera(*m_camera, SeenOf(objects).Corners(), aspect, {.KeepsDepth = true}))
+        FitAll(aspect);
 }
 
 } // namespace ZEP

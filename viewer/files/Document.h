@@ -1,11 +1,11 @@
 #pragma once
 
 #include "viewer/content/Objects.h"
-#include "viewer/drawing/Backdrop.h"
-#include "viewer/drawing/Directions.h"
-#include "viewer/drawing/ViewCamera.h"
 #include "viewer/files/OpenedFile.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/view/Backdrop.h>
+#include <zep/view/Camera.h>
+#include <zep/view/Directions.h>
 
 #include <QObject>
 #include <QStringList>
@@ -29,7 +29,7 @@ public:
     ~TDocument() override;
 
     [[nodiscard]] TZEPScene* Scene() const { return m_scene.get(); }
-    [[nodiscard]] TViewCamera* Camera() const { return m_camera; }
+    [[nodiscard]] TZEPCamera* Camera() const { return m_camera; }
     [[nodiscard]] const std::vector<TOpenedFile>& Files() const { return m_files; }
 
     /// Replaces what is shown. Raises `Exception`; what was shown then stays.
@@ -38,13 +38,16 @@ public:
     /// Adds to what is shown. Files that are shown already are read again in their place: what the
     /// user hid or showed, by ident, stays so. Raises and answers as `Open`.
     bool Add(const QStringList& files, bool plain, const TOpenProgress& progress = {});
+    /// Writes what is shown as a scene; see `SaveScene`. Where the name is that of a file that is
+    /// shown, that file counts as unchanged. Raises `Exception`.
+    void Save(const QString& fileName);
     /// Nothing for a name that is not shown.
     void Close(const QString& file);
     /// Null where it is not shown.
     [[nodiscard]] const TOpenedFile* Find(const QString& file) const;
     /// Of everything that draws; none in an empty document.
-    [[nodiscard]] std::optional<TBox> Bounds() const;
-    [[nodiscard]] const TBackdrop& Backdrop() const { return m_backdrop; }
+    [[nodiscard]] std::optional<TZEPBounds> Bounds() const;
+    [[nodiscard]] const TZEPBackdrop& Backdrop() const { return m_backdrop; }
     /// Shows or hides grid and axes.
     void SetGuides(bool shown);
     /// One colour in place of the background of its own.
@@ -67,7 +70,7 @@ public:
     /// The same for some of the objects, with all that is below them.
     void FitObjects(const std::vector<TZEPObject*>& objects, double aspect);
 
-signals:
+Q_SIGNALS:
     /// Objects of files are about to go away.
     void AboutToChange();
     /// Other files, or other objects of them, are shown now.
@@ -84,9 +87,9 @@ private:
 
     TZEPMaterialLibrary m_materials; ///< before the scene, which looks at it until it goes
     std::unique_ptr<TZEPScene> m_scene;
-    TViewCamera* m_camera = nullptr;
+    TZEPCamera* m_camera = nullptr;
     std::vector<TOpenedFile> m_files;
-    TBackdrop m_backdrop;
+    TZEPBackdrop m_backdrop;
 };
 
 } // namespace ZEP

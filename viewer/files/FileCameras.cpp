@@ -1,7 +1,7 @@
 #include "viewer/files/FileCameras.h"
 
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/files/Document.h"
+#include <zep/batch/Batch.h>
 #include <zep/framework/Exception.h>
 
 #include <QMap>
@@ -26,7 +26,7 @@ double Distance(const TGLArrayd3& a, const TGLArrayd3& b) {
 }
 
 /// So far that all can be seen from there, also when the view moves back.
-double DepthFrom(const TGLArrayd3& eye, const std::optional<TBox>& bounds) {
+double DepthFrom(const TGLArrayd3& eye, const std::optional<TZEPBounds>& bounds) {
     if (!bounds) return 1;
     return DepthMargin * std::max(Distance(eye, bounds->Min), Distance(eye, bounds->Max));
 }
@@ -51,7 +51,7 @@ std::vector<TFileCamera> CamerasOf(std::span<const TOpenedFile> files) {
 }
 
 void LookThrough(const TZEPCamera& camera, TDocument& document) {
-    TViewCamera& view = *document.Camera();
+    TZEPCamera& view = *document.Camera();
     const TGLArrayd3 eye = Absolute(camera, camera.GetPosition());
     const TGLArrayd3 target = Absolute(camera, camera.GetTarget());
     const double depth = std::max(DepthFrom(eye, document.Bounds()), Distance(eye, target));

@@ -62,8 +62,8 @@ void TFileWatch::Tell() {
         entry.Told = entry.Last;
         (entry.Last.Exists() ? changed : vanished) << entry.File;
     }
-    for (const QString& file : vanished) emit Vanished(file);
-    if (!changed.isEmpty()) emit Changed(changed);
+    for (const QString& file : vanished) Q_EMIT Vanished(file);
+    if (!changed.isEmpty()) Q_EMIT Changed(changed);
 }
 
 } // namespace ZEP

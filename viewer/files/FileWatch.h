@@ -20,7 +20,7 @@ public:
     /// Watches these from now on. What has changed since they were read is told, too.
     void Watch(const std::vector<TOpenedFile>& files);
 
-signals:
+Q_SIGNALS:
     void Changed(const QStringList& files);
     void Vanished(const QString& file);
 

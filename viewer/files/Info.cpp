@@ -1,8 +1,8 @@
 #include "viewer/files/Info.h"
 
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/files/FileCameras.h"
 #include <zep/appearance/effects/Light.h>
+#include <zep/batch/Batch.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Circle.h>
 #include <zep/objects/Line.h>

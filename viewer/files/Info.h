@@ -18,8 +18,8 @@ struct TFileInfo {
     qint64 Vertices = 0; ///< of lines, arcs and circles as drawn; of others their own
     qint64 Faces = 0;    ///< of meshes, and polygons
     qint64 Lights = 0;
-    QStringList Cameras;        ///< names to choose them by
-    std::optional<TBox> Bounds; ///< absolute; none where nothing draws
+    QStringList Cameras;              ///< names to choose them by
+    std::optional<TZEPBounds> Bounds; ///< absolute; none where nothing draws
     std::vector<TPassedOver> Messages;
 };
 

@@ -2,15 +2,15 @@
 
 #include "viewer/content/Objects.h"
 #include "viewer/content/Visibility.h"
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/drawing/Look.h"
 #include "viewer/files/Materials.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/batch/Batch.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Actor.h>
 
 #include <QElapsedTimer>
-#include <QGuiApplication>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <utility>
@@ -18,11 +18,6 @@
 namespace ZEP {
 
 namespace {
-
-double PixelRatio() {
-    const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
-    return application ? application->devicePixelRatio() : 1;
-}
 
 /// What one of the files tells, in terms of all. The end, 1, is not reached.
 TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, std::size_t index) {
@@ -65,7 +60,6 @@ bool TLoading::ReadOne(const QString& name, const TLoadProgress& progress) {
     file.Name = name;
     file.State = TFileState::Of(name);
     file.Format = FormatOf(name);
-    file.Root = new TFileRoot;
     QElapsedTimer timer;
     timer.start();
     bool cancelled = false;
@@ -73,9 +67,9 @@ bool TLoading::ReadOne(const QString& name, const TLoadProgress& progress) {
         cancelled = cancelled || !progress(done, total);
         return !cancelled;
     };
-    file.Messages =
-        ReadFile({file.Root, loaded.Library.get()}, name, file.Format, m_plain, watched);
+    ReadFile(file, *loaded.Library, m_plain, watched);
     file.Seconds = static_cast<double>(timer.nsecsElapsed()) * 1e-9;
+    if (file.Root->Ident().isEmpty()) file.Root->SetIdent(QFileInfo(name).fileName());
     file.Materials = loaded.Library->Materials()->Count();
     file.HiddenInFile = HiddenBelow(*file.Root);
     file.Objects = CountBelow(*file.Root);
@@ -86,15 +80,17 @@ void TLoading::Prepare(TLoaded& loaded) {
     TOpenedFile& file = loaded.File;
     ShowFacesWithoutMaterial(*file.Root, *loaded.Library);
     const bool isProgram = file.Format == TFileFormat::RS274D;
-    if (isProgram) ApplyLook(*file.Root, PixelRatio());
+    if (isProgram) ApplyLook(*file.Root);
     if (file.Format == TFileFormat::F3DS) ApplyLook(*loaded.Library);
     file.Extent = ExtentOf(*file.Root);
-    const std::optional<TBox>& bounds = file.Extent.Bounds();
+    const std::optional<TZEPBounds>& bounds = file.Extent.Bounds();
     if (!bounds) return;
-    file.Root->SetEven(IsFlat(*bounds));
-    file.Root->SetSmoothMeshes(file.Format == TFileFormat::F3DS);
-    file.Root->SetRoundArcs(file.Format == TFileFormat::DXF);
-    file.Root->Prepare(DiagonalOf(*bounds));
+    if (file.Format != TFileFormat::Scene || !file.StoresRoot) {
+        file.Root->SetEvenLight(IsFlat(*bounds));
+        file.Root->SetSmoothShading(file.Format == TFileFormat::F3DS);
+        file.Root->SetRoundArcs(file.Format == TFileFormat::DXF);
+    }
+    file.Root->Prepare();
 }
 
 TOpenedFile TLoading::Show(TZEPScene& scene) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "viewer/content/Extent.h"
 #include "viewer/files/Format.h"
 #include "viewer/files/PassedOver.h"
+#include <zep/view/Extent.h>
 
 #include <QDateTime>
 #include <QSet>
@@ -14,8 +14,8 @@
 
 namespace ZEP {
 
-class TFileRoot;
-class TZEPMaterialLibrary;
+class TStoredScene;
+class TZEPBatch;
 
 /// How a file lies on the disk: what tells that it has changed.
 struct TFileState {
@@ -34,9 +34,15 @@ struct TOpenedFile {
     TFileState State;   ///< when reading began
     double Seconds = 0; ///< that reading took
     std::vector<TPassedOver> Messages;
-    TFileRoot* Root = nullptr;
+    TZEPBatch* Root = nullptr;
+    /// The root is part of what is stored. It is not where a scene's own objects stand below it, or
+    /// an object that stands alone in its file.
+    bool StoresRoot = true;
+    /// The scene that the file describes, without its objects and materials; null where there is
+    /// none, but an object alone.
+    std::shared_ptr<TStoredScene> Scene{};
     qint64 Objects = 0;         ///< layers and groups left out
-    TExtent Extent;             ///< absolute, of all that draws
+    TZEPExtent Extent;          ///< absolute, of all that draws
     int Materials = 0;          ///< that the file holds
     QSet<QString> HiddenInFile; ///< idents of children of the root that the file switches off
     int FirstMaterial = 0;      ///< number in the scene's library

@@ -1,65 +1,64 @@
 #include "viewer/files/Reader.h"
 
+#include "viewer/files/OpenedFile.h"
 #include "viewer/files/SceneFile.h"
+#include "viewer/files/StoredScene.h"
+#include <zep/batch/Batch.h>
 #include <zep/converters/dxf/Converter.h>
 #include <zep/converters/rs274d/Converter.h>
 #include <zep/converters/threeds/Converter.h>
 #include <zep/framework/Exception.h>
-#include <zep/scene/Object.h>
-
-#include <QRegularExpression>
 
 namespace ZEP {
 
 namespace {
 
 /// Without the method that raised it, but with the file.
-QString ForUser(QString message, const QString& fileName) {
-    static const QRegularExpression Method(QStringLiteral("^T\\w+Converter\\.\\w+: "));
-    message.remove(Method);
-    return message.contains(fileName) ? message : fileName + QStringLiteral(": ") + message;
+QString ForUser(const Exception& error, const QString& fileName) {
+    if (error.Origin().File == fileName) return error.Text();
+    return fileName + QStringLiteral(": ") + error.Text();
 }
 
 template <class Converter>
-std::vector<TPassedOver> Convert(Converter& converter, TZEPObject& root, const QString& fileName,
-                                 const TLoadProgress& progress) {
-    converter.SetRoot(&root);
-    converter.SetFileName(fileName);
+void Convert(Converter& converter, TOpenedFile& file, const TLoadProgress& progress) {
+    converter.SetRoot(file.Root);
+    converter.SetFileName(file.Name);
     converter.SetProgress(progress);
     try {
         converter.LoadFromFile();
     } catch (const Exception& error) {
-        throw Exception(ForUser(error.Message(), fileName));
+        throw Exception(ForUser(error, file.Name),
+                        {.File = file.Name, .Place = error.Origin().Place});
     }
-    std::vector<TPassedOver> passedOver;
     for (const auto& entry : converter.Report().Entries())
-        passedOver.push_back({entry.Kind, entry.Count, entry.FirstLine});
-    return passedOver;
+        file.Messages.push_back({entry.Kind, entry.Count, entry.FirstLine});
+}
+
+void ConvertModel(TOpenedFile& file, TZEPMaterialLibrary& materials,
+                  const TLoadProgress& progress) {
+    TF3DSConverter converter;
+    converter.SetMaterials(&materials);
+    file.Root->SetParentComponent(file.Scene.get()); // which gets the colours of the model's scene
+    Convert(converter, file, progress);
+    file.Root->SetParentComponent(nullptr);
 }
 
 } // namespace
 
-std::vector<TPassedOver> ReadFile(const TReadTarget& target, const QString& fileName,
-                                  TFileFormat format, bool plain, const TLoadProgress& progress) {
-    switch (format) {
-    case TFileFormat::Scene:
-        return ReadScene(target, fileName);
-    case TFileFormat::DXF: {
+void ReadFile(TOpenedFile& file, TZEPMaterialLibrary& materials, bool plain,
+              const TLoadProgress& progress) {
+    if (file.Format == TFileFormat::Scene) return ReadScene(file, materials);
+    file.Root = new TZEPBatch;
+    file.Scene = std::make_shared<TStoredScene>();
+    if (file.Format == TFileFormat::F3DS) return ConvertModel(file, materials, progress);
+    if (file.Format == TFileFormat::DXF) {
         TDXFConverter converter;
         converter.SetExtended(!plain);
-        return Convert(converter, *target.Root, fileName, progress);
+        return Convert(converter, file, progress);
     }
-    case TFileFormat::F3DS: {
-        TF3DSConverter converter;
-        converter.SetMaterials(target.Materials);
-        return Convert(converter, *target.Root, fileName, progress);
-    }
-    default: {
-        TRS274DConverter converter;
-        converter.SetExtended(!plain);
-        return Convert(converter, *target.Root, fileName, progress);
-    }
-    }
+    TRS274DConverter converter;
+    converter.SetExtended(!plain);
+    Convert(converter, file, progress);
 }
 
 } // namespace ZEP

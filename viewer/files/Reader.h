@@ -1,20 +1,22 @@
 #pragma once
 
-#include "viewer/files/Format.h"
-#include "viewer/files/ReadTarget.h"
+#include <QtGlobal>
 
 #include <functional>
 
 namespace ZEP {
 
+class TZEPMaterialLibrary;
+struct TOpenedFile;
+
 /// Called now and then with what is done and the whole; false cancels.
 using TLoadProgress = std::function<bool(qint64 done, qint64 total)>;
 
-/// Reads the file into objects below the root. Raises `Exception`, which names the file, and the
-/// line where there is one.
+/// Reads the file, whose name and format are known, into a root of its own, and tells what was
+/// passed over. Materials are appended to `materials`, to which what is read refers. Raises
+/// `Exception`, which names the file, and the line where there is one; the root may be there then.
 /// \param plain  programs and drawings by the bare rules of their formats
-[[nodiscard]] std::vector<TPassedOver> ReadFile(const TReadTarget& target, const QString& fileName,
-                                                TFileFormat format, bool plain,
-                                                const TLoadProgress& progress);
+void ReadFile(TOpenedFile& file, TZEPMaterialLibrary& materials, bool plain,
+              const TLoadProgress& progress);
 
 } // namespace ZEP

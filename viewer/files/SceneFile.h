@@ -1,21 +1,16 @@
 #pragma once
 
-#include "viewer/files/ReadTarget.h"
-
-#include <memory>
-
 namespace ZEP {
 
-class TZEPObject;
+class TZEPMaterialLibrary;
+struct TOpenedFile;
 
-/// The outermost object of a component stream in either form, with what was passed over in it.
+/// Reads a component stream in either form into the file: its root, its scene, and what was passed
+/// over. What stands in the stream's scene becomes children of a root, and so does an object that
+/// stands alone; a batch that holds all that is in the scene is the root itself. Materials of the
+/// scene's library are appended to `materials`.
+///
 /// Raises `Exception`, which names the file and the place in it.
-[[nodiscard]] std::unique_ptr<TZEPObject> ReadWhole(const QString& fileName,
-                                                    std::vector<TPassedOver>& passedOver);
-
-/// The same for a file that is shown: what stands in its scene becomes children of the
-/// root, and so does an object that stands alone; materials of its library go to the target's.
-[[nodiscard]] std::vector<TPassedOver> ReadScene(const TReadTarget& target,
-                                                 const QString& fileName);
+void ReadScene(TOpenedFile& file, TZEPMaterialLibrary& materials);
 
 } // namespace ZEP

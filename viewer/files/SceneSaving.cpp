@@ -1,54 +1,90 @@
 #include "viewer/files/SceneSaving.h"
 
-#include "viewer/files/Materials.h"
-#include "viewer/files/Reader.h"
-#include "viewer/files/SceneFile.h"
+#include "viewer/content/Objects.h"
+#include "viewer/files/OpenedFile.h"
 #include "viewer/files/StoredScene.h"
-#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/batch/Batch.h>
+#include <zep/framework/Exception.h>
 
 #include <QFileInfo>
+#include <QSet>
+
+#include <vector>
 
 namespace ZEP {
 
 namespace {
 
-const QString TextSuffix = QStringLiteral("zept");
-
-void ReadInto(TZEPObject& root, TStoredScene& scene, const QString& fileName, bool plain) {
-    TZEPMaterialLibrary materials;
-    static_cast<void>(ReadFile({&root, &materials}, fileName, FormatOf(fileName), plain, {}));
-    ShowFacesWithoutMaterial(root, materials);
-    if (materials.Materials()->Count() > 0) AppendMaterials(scene.OwnLibrary(), materials, root);
+void CheckTarget(std::span<const TOpenedFile> files, const QString& fileName) {
+    const QString target = QFileInfo(fileName).canonicalFilePath(); // empty: there is none yet
+    for (const TOpenedFile& file : files)
+        if (file.Format != TFileFormat::Scene && !target.isEmpty() &&
+            QFileInfo(file.Name).canonicalFilePath() == target)
+            throw Exception(
+                QStringLiteral("%1 is shown from this file, which is no scene and would "
+                               "be lost: choose another name.")
+                    .arg(fileName),
+                {.File = fileName});
 }
 
-std::unique_ptr<TZEPObject> ReadAll(const QStringList& files, bool plain) {
-    std::vector<TPassedOver> passedOver;
-    if (files.size() == 1 && FormatOf(files.front()) == TFileFormat::Scene)
-        return ReadWhole(files.front(), passedOver);
-    auto scene = std::make_unique<TStoredScene>();
-    if (files.size() == 1) ReadInto(*scene, *scene, files.front(), plain);
-    for (qsizetype i = 0; files.size() > 1 && i < files.size(); ++i) {
-        auto* group = new TZEPObject(scene.get());
-        group->SetIdent(QFileInfo(files[i]).fileName());
-        ReadInto(*group, *scene, files[i], plain);
-        group->SetParentComponent(scene.get());
+std::vector<TZEPObject*> ChildrenOf(const TZEPObject& root) {
+    std::vector<TZEPObject*> children;
+    for (int i = 0, count = root.GetItemsCount(); i < count; ++i)
+        children.push_back(root.GetItem(i));
+    return children;
+}
+
+/// Visits the objects of all files that have a name.
+template <class Visit>
+void ForEachNamed(std::span<const TOpenedFile> files, const Visit& visit) {
+    const auto named = [&](TZEPObject& object) {
+        if (!object.Name().isEmpty()) visit(object);
+    };
+    for (const TOpenedFile& file : files) {
+        named(*file.Root);
+        ForEachObject(*file.Root, named);
     }
-    return scene;
+}
+
+/// In one file a name refers to one object: where an earlier one has it, an object gets another.
+void MakeNamesUnique(std::span<const TOpenedFile> files, const QString& reserved) {
+    QSet<QString> taken{reserved.toLower()};
+    ForEachNamed(files, [&](TZEPObject& object) { taken << object.Name().toLower(); });
+    QSet<QString> seen{reserved.toLower()};
+    ForEachNamed(files, [&](TZEPObject& object) {
+        QString name = object.Name();
+        if (seen.contains(name.toLower()))
+            for (int number = 2; taken.contains(name.toLower()); ++number)
+                name = QStringLiteral("%1_%2").arg(object.Name()).arg(number);
+        object.SetName(name);
+        seen << name.toLower();
+        taken << name.toLower();
+    });
+}
+
+void SaveAlone(const TOpenedFile& file, TZEPMaterialLibrary& materials, const QString& fileName) {
+    const std::vector<TZEPObject*> objects =
+        file.StoresRoot ? std::vector<TZEPObject*>{file.Root} : ChildrenOf(*file.Root);
+    if (!file.Scene) return SaveObject(*objects.front(), fileName);
+    file.Scene->SaveWith(materials, objects, fileName);
+}
+
+void SaveTogether(std::span<const TOpenedFile> files, TZEPMaterialLibrary& materials,
+                  const QString& fileName) {
+    TStoredScene scene;
+    MakeNamesUnique(files, scene.LibraryName());
+    std::vector<TZEPObject*> roots;
+    for (const TOpenedFile& file : files) roots.push_back(file.Root);
+    scene.SaveWith(materials, roots, fileName);
 }
 
 } // namespace
 
-bool IsSceneName(const QString& fileName) {
-    const QString suffix = QFileInfo(fileName).suffix().toLower();
-    return suffix == TextSuffix || suffix == QStringLiteral("zep");
-}
-
-void SaveScene(const QStringList& files, bool plain, const QString& fileName) {
-    const std::unique_ptr<TZEPObject> root = ReadAll(files, plain);
-    if (QFileInfo(fileName).suffix().toLower() == TextSuffix)
-        root->SaveToTextFile(fileName);
-    else
-        root->SaveToFile(fileName);
+void SaveScene(std::span<const TOpenedFile> files, TZEPMaterialLibrary& materials,
+               const QString& fileName) {
+    CheckTarget(files, fileName);
+    if (files.size() == 1) return SaveAlone(files.front(), materials, fileName);
+    SaveTogether(files, materials, fileName);
 }
 
 } // namespace ZEP

@@ -1,16 +1,23 @@
 #pragma once
 
-#include <QStringList>
+#include <QString>
+
+#include <span>
 
 namespace ZEP {
 
-/// What a scene may be saved as: ends in ".zep" (binary) or ".zept" (text).
-[[nodiscard]] bool IsSceneName(const QString& fileName);
+class TZEPMaterialLibrary;
+struct TOpenedFile;
 
-/// Reads files and writes what the readers made of them, without what the viewer adds for the eye,
-/// as one component stream, in the form that the name ends in. A stream that stands alone stays
-/// what it is; of several files each becomes an object below the scene, with the file's name as its
-/// ident. Raises `Exception`; an old file of that name then stands.
-void SaveScene(const QStringList& files, bool plain, const QString& fileName);
+/// Writes what was read from files, at least one, as one component stream, in the form that the
+/// name ends in. A scene that was opened alone, or an object that stands alone in its file, stays
+/// what it is; every other file becomes a batch that has the file's name as its ident. What is
+/// hidden is stored so; what a view adds for the eye is not.
+///
+/// Raises `Exception`, also where the name is that of one of the files that is no scene; an old
+/// file then stands.
+/// \param materials  that the files' objects refer to
+void SaveScene(std::span<const TOpenedFile> files, TZEPMaterialLibrary& materials,
+               const QString& fileName);
 
 } // namespace ZEP

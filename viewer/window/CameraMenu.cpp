@@ -4,6 +4,8 @@
 #include "viewer/files/FileCameras.h"
 #include "viewer/window/Selection.h"
 
+#include <zep/view/Fitting.h>
+
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -38,7 +40,7 @@ TCameraMenu::TCameraMenu(QMainWindow* window, TDocument& document, TSelection* s
     m_parallel->setCheckable(true);
     m_parallel->setStatusTip(QStringLiteral("Parallel lines stay parallel"));
     connect(m_parallel, &QAction::toggled, this,
-            [this](bool on) { m_document.Camera()->SwitchProjection(on, m_aspect()); });
+            [this](bool on) { SwitchProjection(*m_document.Camera(), on, m_aspect()); });
     connect(&document, &TDocument::ProjectionChanged, m_parallel, &QAction::setChecked);
     menu->addSeparator();
     m_cameras = menu->addMenu(QStringLiteral("&Cameras in the file"));

@@ -23,7 +23,7 @@ public:
     TCameraMenu(QMainWindow* window, TDocument& document, TSelection* selection,
                 std::function<double()> aspect);
 
-signals:
+Q_SIGNALS:
     /// The whole is to be seen, but nothing is open.
     void StartWanted();
 

@@ -1,19 +1,16 @@
 #include "viewer/window/ContentsDock.h"
 
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/files/Document.h"
-#include "viewer/files/Kinds.h"
 #include "viewer/window/ContentsModel.h"
 #include "viewer/window/ContentsView.h"
-#include "viewer/window/Selection.h"
 #include <zep/scene/Object.h>
+#include <zep/widgets/SceneSelection.h>
 
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
 #include <QMenu>
-#include <QScopedValueRollback>
 #include <QShortcut>
 #include <QTimerEvent>
 #include <QVBoxLayout>
@@ -24,19 +21,9 @@ namespace ZEP {
 
 namespace {
 
-constexpr int TypingTime = 200;               // ms
-constexpr int ExpandedAtOnce = 200;           // rows of a search that are opened
-constexpr int LargestOpened = 500;            // layers or objects of a file that is opened
-constexpr std::size_t MostSelected = 20'000;  // objects that a row selects
-constexpr std::size_t MostRowsSelected = 500; // rows that a selection in the view marks
-
-/// Leaves below an object, or the object where it is one; no empty layers.
-void AddLeaves(TZEPObject& object, std::vector<TZEPObject*>& leaves) {
-    if (object.GetItemsCount() == 0 && KindOf(object) != TKind::Layer)
-        return leaves.push_back(&object);
-    for (int i = 0, count = object.GetItemsCount(); i < count; ++i)
-        if (leaves.size() <= MostSelected) AddLeaves(*object.GetItem(i), leaves);
-}
+constexpr int TypingTime = 200;     // ms
+constexpr int ExpandedAtOnce = 200; // rows of a search that are opened
+constexpr int LargestOpened = 500;  // layers or objects of a file that is opened
 
 QString PathOf(const QModelIndex& index) {
     const QString name = index.data().toString();
@@ -49,10 +36,10 @@ bool HasParts(const TOpenedFile& file) {
 
 } // namespace
 
-TContentsDock::TContentsDock(QWidget* parent, TDocument& document, TSelection* selection)
+TContentsDock::TContentsDock(QWidget* parent, TDocument& document)
     : TShownDock(QStringLiteral("Contents"), QStringLiteral("ContentsDock"), parent),
-      m_document(document), m_selection(selection), m_model(new TContentsModel(document, this)),
-      m_tree(new TContentsView), m_search(new QLineEdit), m_found(new QLabel) {
+      m_document(document), m_model(new TContentsModel(document, this)), m_tree(new TContentsView),
+      m_search(new QLineEdit), m_found(new QLabel) {
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(4, 4, 4, 4);
@@ -72,7 +59,6 @@ TContentsDock::TContentsDock(QWidget* parent, TDocument& document, TSelection* s
     });
     connect(m_search, &QLineEdit::textChanged, this, [this] { m_typing.start(TypingTime, this); });
     connect(&document, &TDocument::Changed, this, &TContentsDock::FilesChanged);
-    connect(selection, &TSelection::Changed, this, &TContentsDock::FollowSelection);
 }
 
 void TContentsDock::MakeTree() {
@@ -90,11 +76,12 @@ void TContentsDock::MakeTree() {
     });
     connect(m_tree, &TContentsView::ToggleWanted, this, &TContentsDock::Toggle);
     connect(m_tree, &QWidget::customContextMenuRequested, this, &TContentsDock::AskWhatToDo);
-    connect(m_tree, &TContentsView::FitWanted, this, [this] { emit FitWanted(SelectedRows()); });
-    connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &TContentsDock::SelectObjects);
-    connect(m_model, &TContentsModel::VisibilityChanged, m_tree->viewport(),
-            qOverload<>(&QWidget::update));
+    connect(m_tree, &TContentsView::FitWanted, this, [this] { Q_EMIT FitWanted(SelectedRows()); });
+    auto* selection = new TZEPSceneSelection(m_model, m_tree->selectionModel(), this);
+    selection->SetRowsMeanLeaves(true); // a layer does not show that it is selected
+    connect(selection, &TZEPSceneSelection::Followed, this, [this](const QModelIndex& first) {
+        if (isVisible()) m_tree->scrollTo(first);
+    });
 }
 
 void TContentsDock::Focus() {
@@ -150,7 +137,7 @@ void TContentsDock::Expand() {
 void TContentsDock::timerEvent(QTimerEvent* event) {
     if (event->timerId() != m_typing.timerId()) return TShownDock::timerEvent(event);
     m_typing.stop();
-    m_model->SetFilter(m_search->text().trimmed());
+    m_model->Search(m_search->text().trimmed());
     ShowFound();
 }
 
@@ -181,39 +168,6 @@ std::vector<TZEPObject*> TContentsDock::SelectedRows() const {
     return objects;
 }
 
-void TContentsDock::SelectObjects() {
-    if (m_following) return;
-    std::vector<TZEPObject*> leaves;
-    for (TZEPObject* object : SelectedRows()) AddLeaves(*object, leaves);
-    if (leaves.size() > MostSelected) leaves.clear();
-    m_selection->Select(leaves);
-}
-
-void TContentsDock::FollowSelection() {
-    std::vector<TZEPObject*> objects = m_selection->Objects();
-    std::vector<TZEPObject*> leaves;
-    for (TZEPObject* object : SelectedRows()) AddLeaves(*object, leaves);
-    std::ranges::sort(objects);
-    std::ranges::sort(leaves);
-    if (objects == leaves || leaves.size() > MostSelected) return;
-    const QScopedValueRollback following(m_following, true);
-    QItemSelection rows;
-    QModelIndex first;
-    for (const TZEPObject* object : objects) {
-        const QModelIndex index = isVisible() && objects.size() <= MostRowsSelected
-                                      ? m_model->IndexOf(*object)
-                                      : QModelIndex();
-        if (!index.isValid()) continue;
-        if (!first.isValid()) first = index;
-        rows.select(index, index);
-    }
-    m_tree->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect |
-                                               QItemSelectionModel::Rows);
-    if (!first.isValid()) return;
-    m_tree->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
-    m_tree->scrollTo(first);
-}
-
 // --- what is seen ------------------------------------------------------------------------------
 
 void TContentsDock::Toggle() {
@@ -238,14 +192,15 @@ void TContentsDock::AskWhatToDo(const QPoint& place) {
     menu.addAction(QStringLiteral("Show &all"), this, [&] { m_model->ShowAll(); });
     if (!objects.empty()) {
         menu.addSeparator();
-        menu.addAction(QStringLiteral("&Fit"), this, [&] { emit FitWanted(objects); });
+        menu.addAction(QStringLiteral("&Fit"), this, [&] { Q_EMIT FitWanted(objects); });
     }
     if (index.isValid()) {
         const QString file = m_model->FileOf(index);
         menu.addSeparator();
         menu.addAction(QStringLiteral("&Reload file"), this,
-                       [=, this] { emit ReloadWanted(file); });
-        menu.addAction(QStringLiteral("&Close file"), this, [=, this] { emit CloseWanted(file); });
+                       [=, this] { Q_EMIT ReloadWanted(file); });
+        menu.addAction(QStringLiteral("&Close file"), this,
+                       [=, this] { Q_EMIT CloseWanted(file); });
     }
     menu.exec(m_tree->viewport()->mapToGlobal(place));
 }

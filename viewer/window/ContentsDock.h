@@ -16,7 +16,6 @@ namespace ZEP {
 class TContentsModel;
 class TContentsView;
 class TDocument;
-class TSelection;
 
 /// What is in the files, as a tree beside the view: boxes show and hide, a line searches by name.
 /// Rows and objects are selected together. It appears by itself for files with layers or separate
@@ -24,14 +23,14 @@ class TSelection;
 class TContentsDock : public TShownDock {
     Q_OBJECT
 public:
-    TContentsDock(QWidget* parent, TDocument& document, TSelection* selection);
+    TContentsDock(QWidget* parent, TDocument& document);
 
     /// Opens it, and gives it the keys.
     void Focus();
     /// Opens it, to type what is to be found.
     void Find();
 
-signals:
+Q_SIGNALS:
     void FitWanted(const std::vector<ZEP::TZEPObject*>& objects);
     void CloseWanted(const QString& file);
     void ReloadWanted(const QString& file);
@@ -45,21 +44,17 @@ private:
     void KeepExpanded();
     void Expand();
     void ShowFound();
-    void SelectObjects();
-    void FollowSelection();
     void Toggle();
     void AskWhatToDo(const QPoint& place);
     [[nodiscard]] std::vector<TZEPObject*> SelectedRows() const;
 
     TDocument& m_document;
-    TSelection* m_selection;
     TContentsModel* m_model;
     TContentsView* m_tree;
     QLineEdit* m_search;
     QLabel* m_found;
     QBasicTimer m_typing;
     QStringList m_expanded; ///< names of files, and of what is right below them
-    bool m_following = false;
 };
 
 } // namespace ZEP

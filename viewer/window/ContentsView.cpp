@@ -26,7 +26,7 @@ protected:
         if (!(item.features & QStyleOptionViewItem::HasCheckIndicator) ||
             !box.contains(mouse->position().toPoint()))
             return false;
-        emit m_view->OnlyWanted(index);
+        Q_EMIT m_view->OnlyWanted(index);
         return true;
     }
 
@@ -82,8 +82,8 @@ bool TContentsView::event(QEvent* event) {
 
 void TContentsView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier)
-        return emit ToggleWanted();
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return emit FitWanted();
+        return Q_EMIT ToggleWanted();
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return Q_EMIT FitWanted();
     QTreeView::keyPressEvent(event);
 }
 

@@ -11,7 +11,7 @@ class TContentsView : public QTreeView {
 public:
     explicit TContentsView(QWidget* parent = nullptr);
 
-signals:
+Q_SIGNALS:
     /// A box was clicked with Shift or Alt.
     void OnlyWanted(const QModelIndex& index);
     /// Space was pressed.

@@ -1,7 +1,6 @@
 #include "viewer/window/MainWindow.h"
 
 #include "viewer/content/Describe.h"
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/files/FileWatch.h"
 #include "viewer/files/RecentFiles.h"
 #include "viewer/window/ContentsDock.h"
@@ -13,6 +12,7 @@
 #include "viewer/window/SourceDock.h"
 #include "viewer/window/ViewOptions.h"
 #include "viewer/window/WelcomePage.h"
+#include <zep/batch/Batch.h>
 #include <zep/framework/Exception.h>
 #include <zep/view/Panel.h>
 
@@ -64,7 +64,7 @@ QString CountsOf(const std::vector<TOpenedFile>& files) {
                         : QStringLiteral("nothing to draw"));
 }
 
-QString SizeOf(const TBox& box, double gridStep) {
+QString SizeOf(const TZEPBounds& box, double gridStep) {
     const auto side = [&](std::size_t k) {
         return QLocale().toString(box.Max[k] - box.Min[k], 'f', 2);
     };
@@ -88,7 +88,7 @@ TMainWindow::TMainWindow(bool plain)
     resize(1100, 800);
     restoreGeometry(QSettings().value(GeometryKey).toByteArray());
     restoreState(QSettings().value(BarsKey).toByteArray());
-    emit m_document.Changed(); // docks that were shown last time may have nothing to show now
+    Q_EMIT m_document.Changed(); // docks that were shown last time may have nothing to show now
 }
 
 TMainWindow::~TMainWindow() {
@@ -116,7 +116,7 @@ void TMainWindow::MakePages() {
 }
 
 void TMainWindow::MakeDocks() {
-    m_contents = new TContentsDock(this, m_document, m_selection);
+    m_contents = new TContentsDock(this, m_document);
     addDockWidget(Qt::LeftDockWidgetArea, m_contents);
     connect(m_contents, &TContentsDock::FitWanted, this,
             [this](const auto& objects) { m_document.FitObjects(objects, Aspect()); });
@@ -144,9 +144,11 @@ void TMainWindow::AddViewOptions(QMenu* menu) {
         m_panel, [this](const auto& color) { m_document.SetBackground(color); },
         [this] { return m_document.Backdrop().MiddleColor(); }));
     TStartScene& start = m_welcome->Start();
-    m_viewOptions->AddView(std::make_unique<TDressedView>(
+    auto welcome = std::make_unique<TDressedView>(
         m_welcome->View(), [this](const auto& color) { m_welcome->SetBackground(color); },
-        [&start] { return start.Backdrop().MiddleColor(); }));
+        [&start] { return start.Backdrop().MiddleColor(); });
+    welcome->SetGroundAllowed(false);
+    m_viewOptions->AddView(std::move(welcome));
 }
 
 void TMainWindow::MakeStatusBar() {
@@ -272,7 +274,7 @@ void TMainWindow::dropEvent(QDropEvent* event) {
 
 void TMainWindow::ShowStatus() {
     const auto& files = m_document.Files();
-    const std::optional<TBox> bounds = m_document.Bounds();
+    const std::optional<TZEPBounds> bounds = m_document.Bounds();
     if (TZEPObject* object = m_selection->Only())
         m_status->setText(Describe(*object));
     else if (m_selection->Count() > 0)

@@ -38,6 +38,8 @@ public:
     /// Shows these in addition; those that are shown already are read again.
     void AddFiles(const QStringList& files);
     void CloseFile(const QString& file);
+    /// Saves what is shown as a scene; see `TDocument::Save`. Raises `Exception`.
+    void SaveAs(const QString& file);
     [[nodiscard]] const TDocument& Document() const { return m_document; }
     [[nodiscard]] TSelection* Selection() const { return m_selection; }
 
@@ -69,7 +71,7 @@ private:
     [[nodiscard]] QStringList AskForFiles(const QString& title);
     [[nodiscard]] QStringList FileNames() const;
     void Reload();
-    void SaveSceneAs();
+    void AskAndSave();
     void SavePicture();
     void Print();
     void ListRecentFiles();

@@ -1,8 +1,8 @@
-#include "viewer/drawing/FileRoot.h"
+#include "viewer/files/FileWatch.h"
 #include "viewer/files/Info.h"
 #include "viewer/files/Picture.h"
 #include "viewer/files/RecentFiles.h"
-#include "viewer/files/SceneSaving.h"
+#include "viewer/files/StoredScene.h"
 #include "viewer/window/CameraMenu.h"
 #include "viewer/window/ContentsDock.h"
 #include "viewer/window/KeysHelp.h"
@@ -12,7 +12,9 @@
 #include "viewer/window/Playback.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
+#include "viewer/window/ViewOptions.h"
 #include "viewer/window/WelcomePage.h"
+#include <zep/batch/Batch.h>
 #include <zep/framework/Exception.h>
 #include <zep/view/Panel.h>
 
@@ -61,7 +63,7 @@ void TMainWindow::AddFileMenu() {
     menu->addSeparator();
     Explained(menu->addAction(QStringLiteral("Save &as..."),
                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), this,
-                              &TMainWindow::SaveSceneAs),
+                              &TMainWindow::AskAndSave),
               QStringLiteral("Write what is in the files as a scene"));
     Explained(menu->addAction(QStringLiteral("&Save picture..."), QKeySequence::Save, this,
                               &TMainWindow::SavePicture),
@@ -171,7 +173,18 @@ void TMainWindow::Reload() {
     Want({.Files = FileNames(), .Adds = true, .KeepsView = true});
 }
 
-void TMainWindow::SaveSceneAs() {
+void TMainWindow::SaveAs(const QString& file) {
+    m_viewOptions->Undressed([&] { m_document.Save(file); });
+    RememberFiles({file});
+    m_watch->Watch(m_document.Files());
+    // All that is shown is in that file now: read once more beside the others, it would be there
+    // twice.
+    if (m_document.Files().size() > 1 && m_document.Find(file))
+        Want({.Files = {file}, .KeepsView = true});
+    statusBar()->showMessage(QStringLiteral("Saved as %1.").arg(file));
+}
+
+void TMainWindow::AskAndSave() {
     if (m_document.Files().empty()) return;
     QString name =
         QFileDialog::getSaveFileName(this, QStringLiteral("Save as"), RecentFolder(),
@@ -179,9 +192,7 @@ void TMainWindow::SaveSceneAs() {
     if (name.isEmpty()) return;
     if (!IsSceneName(name)) name += QStringLiteral(".zep");
     try {
-        SaveScene(FileNames(), m_plain, name);
-        RememberFiles({name});
-        statusBar()->showMessage(QStringLiteral("Saved as %1.").arg(name));
+        SaveAs(name);
     } catch (const Exception& error) {
         QMessageBox::critical(this, QStringLiteral("Cannot save"), error.Message());
     }

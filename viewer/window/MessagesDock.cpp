@@ -1,13 +1,14 @@
 #include "viewer/window/MessagesDock.h"
 
 #include "viewer/files/Document.h"
+#include "viewer/window/Icons.h"
 #include "viewer/window/MessagesModel.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
-#include <QStyle>
+#include <QIcon>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -21,7 +22,7 @@ TMessagesDock::TMessagesDock(QWidget* parent, TDocument& document)
     setWidget(m_list);
     m_badge->setAutoRaise(true);
     m_badge->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_badge->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    m_badge->setIcon(Icon("warning"));
     m_badge->setToolTip(QStringLiteral("Show what was passed over"));
     m_badge->setFocusPolicy(Qt::NoFocus);
     connect(m_badge, &QToolButton::clicked, this, [this] {

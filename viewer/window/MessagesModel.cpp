@@ -1,12 +1,12 @@
 #include "viewer/window/MessagesModel.h"
 
 #include "viewer/files/Document.h"
+#include "viewer/window/Icons.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QIcon>
 #include <QLocale>
-#include <QStyle>
 
 #include <algorithm>
 
@@ -95,8 +95,7 @@ QVariant TMessagesModel::data(const QModelIndex& index, int role) const {
     const TRow& row = m_rows[static_cast<std::size_t>(index.row())];
     if (role == Qt::ToolTipRole) return row.Text;
     if (role == Qt::DecorationRole && index.column() == FileColumn)
-        return QApplication::style()->standardIcon(row.IsNote ? QStyle::SP_MessageBoxWarning
-                                                              : QStyle::SP_MessageBoxInformation);
+        return Icon(row.IsNote ? "warning" : "information");
     if (role != Qt::DisplayRole) return {};
     if (index.column() == FileColumn) return row.File;
     if (index.column() == TextColumn) return row.Text;

@@ -46,7 +46,7 @@ void TSelection::Note(TZEPObject* object) {
 void TSelection::timerEvent(QTimerEvent* event) {
     if (event->timerId() != m_telling.timerId()) return QObject::timerEvent(event);
     m_telling.stop();
-    emit Changed();
+    Q_EMIT Changed();
 }
 
 void TSelection::Click(int x, int y, bool add) {

@@ -32,7 +32,7 @@ public:
     /// The objects are gone.
     void Forget();
 
-signals:
+Q_SIGNALS:
     /// Once, after any number of changes.
     void Changed();
 

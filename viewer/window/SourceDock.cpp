@@ -1,10 +1,10 @@
 #include "viewer/window/SourceDock.h"
 
 #include "viewer/content/Describe.h"
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/files/Document.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceModel.h"
+#include <zep/batch/Batch.h>
 
 #include <QAction>
 #include <QFileInfo>
@@ -42,35 +42,36 @@ TSourceDock::TSourceDock(QWidget* parent, const TDocument& document, TSelection*
             });
 }
 
-const TOpenedFile* TSourceDock::ProgramOf(const TZEPObject* root) const {
-    for (const TOpenedFile& file : m_document.Files())
-        if (file.Format == TFileFormat::RS274D && (!root || file.Root == root)) return &file;
-    return nullptr;
+const TProgram* TSourceDock::ProgramOf(const TZEPObject* root) const {
+    const auto found = std::ranges::find(m_programs, root, &TProgram::Root);
+    return found == m_programs.end() ? nullptr : &*found;
 }
 
 void TSourceDock::FilesChanged() {
-    ShowProgram(ProgramOf(nullptr));
-    setVisible(m_wanted && m_root);
+    m_programs = ProgramsOf(m_document.Files());
+    ShowProgram(m_programs.empty() ? nullptr : m_programs.data());
+    setVisible(m_wanted && m_model->rowCount() > 0);
 }
 
-void TSourceDock::ShowProgram(const TOpenedFile* file) {
+void TSourceDock::ShowProgram(const TProgram* program) {
     const QScopedValueRollback following(m_following, true);
-    m_root = file ? file->Root : nullptr;
-    m_moves = file ? TProgramMoves(*file->Root) : TProgramMoves();
-    if (file)
-        m_model->ReadFile(file->Name);
-    else
+    const QString text = program ? program->Text : QString();
+    m_root = program ? program->Root : nullptr;
+    m_moves = program ? TProgramMoves(*program->Root) : TProgramMoves();
+    if (text.isEmpty())
         m_model->SetText({});
-    setWindowTitle(file ? QFileInfo(file->Name).fileName() : QStringLiteral("Program"));
-    emit Moved();
+    else
+        m_model->ReadFile(text);
+    setWindowTitle(text.isEmpty() ? QStringLiteral("Program") : QFileInfo(text).fileName());
+    Q_EMIT Moved();
 }
 
 void TSourceDock::FollowSelection() {
     const TZEPObject* object = m_selection->Only();
-    const TOpenedFile* file = object ? ProgramOf(object->Parent()) : nullptr;
-    if (file && object->Parent() != m_root) ShowProgram(file);
+    const TProgram* program = object ? ProgramOf(object->Parent()) : nullptr;
+    if (program && program->Root != m_root) ShowProgram(program);
     const QScopedValueRollback following(m_following, true);
-    if (file) {
+    if (program) {
         const QModelIndex index = m_model->index(ProgramLineOf(*object).value_or(0) - 1);
         m_list->setCurrentIndex(index);
         const int across = m_list->horizontalScrollBar()->value();
@@ -80,7 +81,7 @@ void TSourceDock::FollowSelection() {
         m_list->setCurrentIndex({});
         m_list->clearSelection();
     }
-    emit Moved();
+    Q_EMIT Moved();
 }
 
 void TSourceDock::PickLine(int line) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "viewer/content/ProgramMoves.h"
+#include "viewer/files/Programs.h"
 
 #include <QDockWidget>
 
@@ -11,12 +12,10 @@ namespace ZEP {
 class TDocument;
 class TSelection;
 class TSourceModel;
-class TZEPObject;
-struct TOpenedFile;
 
 /// The text of a program beside the view; hidden where there is none. The line of the selected
 /// object is marked, and a line that is picked selects its object. Steps through the moves of the
-/// program.
+/// program, also where its text is not there.
 class TSourceDock : public QDockWidget {
     Q_OBJECT
 public:
@@ -31,20 +30,22 @@ public:
     /// Selects a move; beyond an end the last one there.
     void GoTo(int move);
 
-signals:
+Q_SIGNALS:
     /// Another move is selected, or the program has changed.
     void Moved();
 
 private:
-    void ShowProgram(const TOpenedFile* file);
+    /// \param program  null: none
+    void ShowProgram(const TProgram* program);
     void FollowSelection();
     void PickLine(int line);
-    [[nodiscard]] const TOpenedFile* ProgramOf(const TZEPObject* root) const;
+    [[nodiscard]] const TProgram* ProgramOf(const TZEPObject* root) const;
 
     const TDocument& m_document;
     TSelection* m_selection;
     TSourceModel* m_model;
     QListView* m_list;
+    std::vector<TProgram> m_programs;
     TProgramMoves m_moves;
     TZEPObject* m_root = nullptr; ///< of the program that is shown
     bool m_following = false;

@@ -1,10 +1,10 @@
 #include "viewer/window/StartScene.h"
 
-#include "viewer/drawing/FirstPasses.h"
 #include "viewer/window/StartTeapot.h"
 #include "viewer/window/StartTextures.h"
 #include <zep/appearance/effects/Light.h>
 #include <zep/appearance/materials/Material.h>
+#include <zep/batch/Batch.h>
 #include <zep/framework/Property.h>
 #include <zep/objects/Box.h>
 #include <zep/objects/Cone.h>
@@ -15,6 +15,7 @@
 #include <zep/objects/Polyhedra.h>
 #include <zep/objects/Sphere.h>
 #include <zep/objects/Torus.h>
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/XForm.h>
@@ -65,12 +66,10 @@ private:
 };
 
 template <class T>
-T* Add(TZEPObject* parent, const TGLArrayd3& place = {0, 0, 0},
-       const TGLArrayd3& size = {1, 1, 1}) {
-    auto* object = new T(parent);
+T* AddAt(TZEPObject* parent, const TGLArrayd3& place, const TGLArrayd3& size = {1, 1, 1}) {
+    auto* object = Add<T>(parent);
     object->XForm()->Translate()->SetData(place[0], place[1], place[2]);
     object->XForm()->Scale()->SetData(size[0], size[1], size[2]);
-    object->SetParentComponent(parent);
     return object;
 }
 
@@ -103,7 +102,7 @@ TGLArrayd3 PlaceAt(int hour, double height) {
 
 template <class T>
 T* AddRound(TZEPObject* parent, const TGLArrayd3& place, const TGLArrayd3& size) {
-    T* solid = Add<T>(parent, place, size);
+    T* solid = AddAt<T>(parent, place, size);
     solid->SetSmooth(true);
     return solid;
 }
@@ -132,17 +131,16 @@ TStartScene::TStartScene() : m_scene(std::make_unique<TZEPScene>()) {
     m_scene->SetSceneAmbientColor(TColor{0x404040});
     m_scene->SetFShadows(true);
     m_scene->SetReflections(true);
+    m_scene->SetFirstPasses(true);
     m_backdrop.SetGuides(false);
-    QObject::connect(m_scene.get(), &TZEPScene::AfterCamera, [this] {
-        m_backdrop.Draw(1);
-        DrawFirstPasses(*m_scene);
-    });
+    m_root = Add<TZEPBatch>(m_scene.get());
     AddStage();
     AddTeapot();
     AddRing();
     AddText();
     AddLights();
     m_camera = Add<TZEPCamera>(m_scene.get());
+    m_backdrop.SetCamera(m_camera);
     LookFromStart();
     auto* actor = Add<TZEPActor>(m_scene.get());
     QObject::connect(actor, &TZEPActor::OnAction, [this](TZEPObject*, double time) { Tick(time); });
@@ -182,15 +180,15 @@ void TStartScene::LookFromStart() {
 }
 
 void TStartScene::SetBackground(const std::optional<TColor>& color) {
-    m_backdrop.SetBackground(color);
-    m_scene->Invalidate(m_scene.get());
+    using TColors = TZEPBackdrop::TColors;
+    m_backdrop.SetColors(color ? TColors::Plain(*color) : TColors());
 }
 
 /// A round mirror, of cells that are small enough for the light of the lamps, in a rim that hides
 /// where they end.
 void TStartScene::AddStage() {
     auto* stage =
-        AddRound<TZEPHeightField>(m_scene.get(), {0, 0, 0}, {2 * StageRadius, 2 * StageRadius, 1});
+        AddRound<TZEPHeightField>(m_root, {0, 0, 0}, {2 * StageRadius, 2 * StageRadius, 1});
     stage->SetSlicesX(StageCells);
     stage->SetSlicesY(StageCells);
     stage->SetOnHeight([](double x, double y) {
@@ -199,7 +197,7 @@ void TStartScene::AddStage() {
     SetPicture(stage, StartTextures::Stage());
     stage->SetReceiveShadows(true);
     stage->SetReflection(StageReflection);
-    auto* rim = AddRound<TZEPTorus>(m_scene.get(), {0, 0, -0.02}, {1, 1, 0.7});
+    auto* rim = AddRound<TZEPTorus>(m_root, {0, 0, -0.02}, {1, 1, 0.7});
     rim->SetRadius1(StageRadius);
     rim->SetRadius2(0.15);
     rim->SetSides(10);
@@ -208,7 +206,7 @@ void TStartScene::AddStage() {
 }
 
 void TStartScene::AddTeapot() {
-    auto* teapot = Add<TZEPMesh>(m_scene.get(), {0, 0, 0.58}, {1.7, 1.7, 1.7});
+    auto* teapot = AddAt<TZEPMesh>(m_root, {0, 0, 0.58}, {1.7, 1.7, 1.7});
     MakeTeapot(*teapot);
     teapot->XForm()->Rotate()->SetData(0, 0, -25);
     SetLook(teapot, TColor{0xA8A098}, 70);
@@ -216,7 +214,7 @@ void TStartScene::AddTeapot() {
 }
 
 void TStartScene::AddRing() {
-    m_ring = Add<TZEPObject>(m_scene.get());
+    m_ring = Add<TZEPObject>(m_root);
     auto* marble = AddRound<TZEPSphere>(m_ring, PlaceAt(0, 0.5), {1, 1, 1});
     marble->SetSlices(30);
     marble->SetStacks(30);
@@ -232,15 +230,15 @@ void TStartScene::AddRing() {
     SetLook(torus, TColor{0x40A8F0}, 60);
     torus->SetCastShadows(true);
 
-    auto* ruby = Add<TListed<TZEPDodecahedron>>(m_ring, PlaceAt(2, 0.5), {1.05, 1.05, 1.05});
+    auto* ruby = AddAt<TListed<TZEPDodecahedron>>(m_ring, PlaceAt(2, 0.5), {1.05, 1.05, 1.05});
     SetLook(ruby, TColor{0x4030C8}, 50);
     ruby->SetCastShadows(true);
 
-    auto* crate = Add<TListed<TZEPBox>>(m_ring, PlaceAt(3, 0.42), {0.85, 0.85, 0.85});
+    auto* crate = AddAt<TListed<TZEPBox>>(m_ring, PlaceAt(3, 0.42), {0.85, 0.85, 0.85});
     SetPicture(crate, StartTextures::Checkers());
     crate->SetCastShadows(true);
 
-    m_core = Add<TZEPIcosahedron>(m_ring, PlaceAt(4, 0.55), {0.5, 0.5, 0.5});
+    m_core = AddAt<TZEPIcosahedron>(m_ring, PlaceAt(4, 0.55), {0.5, 0.5, 0.5});
     SetLook(m_core, TColor{0x30C0FF}, 60);
     auto* glass = AddRound<TZEPSphere>(m_ring, PlaceAt(4, 0.55), {1.1, 1.1, 1.1});
     glass->SetSlices(30);
@@ -257,7 +255,7 @@ void TStartScene::AddRing() {
 
 /// Text behind the stage, upright; it glows, so that it is read in any light.
 void TStartScene::AddText() {
-    auto* label = Add<TZEPLabel>(m_scene.get(), {0, 4.1, 0.7}, {1.15, 1.15, 1.15});
+    auto* label = AddAt<TZEPLabel>(m_root, {0, 4.1, 0.7}, {1.15, 1.15, 1.15});
     label->SetCaption(QStringLiteral("zepview"));
     label->Font()->SetName(QStringLiteral("DejaVu Sans"));
     label->XForm()->Rotate()->SetData(90, 0, 0);
@@ -270,11 +268,11 @@ void TStartScene::AddText() {
 }
 
 void TStartScene::AddLights() {
-    auto* sky = Add<TZEPLight>(m_scene.get()); // at infinity
+    auto* sky = Add<TZEPLight>(m_root); // at infinity
     sky->SetColor(TColor{0x787068});
     sky->Position()->SetData(-1, -3, 2.2);
-    auto* middle = Add<TZEPObject>(m_scene.get(), {0, 0, 0.2});
-    m_lamps = Add<TZEPObject>(m_scene.get());
+    auto* middle = AddAt<TZEPObject>(m_root, {0, 0, 0.2});
+    m_lamps = Add<TZEPObject>(m_root);
     // Only the highest: each costs a frame as much again as the mirror does.
     AddLamp(m_lamps, TColor{0x60B8FF}, 0, 3.2, middle)->SetCastShadows(true);
     AddLamp(m_lamps, TColor{0xFF9850}, 120, 2.7, middle);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "viewer/drawing/Backdrop.h"
-#include "viewer/drawing/Directions.h"
+#include <zep/view/Backdrop.h>
+#include <zep/view/Directions.h>
 
 #include <memory>
 
@@ -32,7 +32,7 @@ public:
     void LookFromStart();
     /// One colour in place of the background of its own.
     void SetBackground(const std::optional<TColor>& color);
-    [[nodiscard]] const TBackdrop& Backdrop() const { return m_backdrop; }
+    [[nodiscard]] const TZEPBackdrop& Backdrop() const { return m_backdrop; }
     /// Lets time run or stand; it stands at first. It goes on where it stood.
     void SetMoving(bool moving);
     /// Puts everything where it is after so many seconds of movement.
@@ -50,13 +50,14 @@ private:
 
     std::unique_ptr<TZEPScene> m_scene;
     TZEPCamera* m_camera = nullptr;
+    TZEPObject* m_root = nullptr;  ///< of all that is shown
     TZEPObject* m_ring = nullptr;  ///< turns with the solids that stand on it
     TZEPObject* m_lamps = nullptr; ///< turns the other way
     TZEPObject* m_core = nullptr;  ///< what is in the glass
     TGLArrayd3 m_toEye{};          ///< where the view is as wide as `WholeAspect`
     TGLArrayd3 m_target{};
     double m_aspect = 2;
-    TBackdrop m_backdrop;
+    TZEPBackdrop m_backdrop;
     double m_seconds = 0;
     double m_lastTick = -1; ///< below 0 while time stands
 };

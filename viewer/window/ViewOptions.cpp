@@ -5,6 +5,7 @@
 #include <QActionGroup>
 #include <QColorDialog>
 #include <QMenu>
+#include <QScopeGuard>
 
 #include <utility>
 
@@ -164,6 +165,14 @@ void TViewOptions::AddView(std::unique_ptr<TDressedView> view) {
 
 void TViewOptions::Apply() {
     for (const auto& view : m_views) view->Dress(m_look);
+}
+
+void TViewOptions::Undressed(const std::function<void()>& call) {
+    TViewLook stored = m_look;
+    stored.Shadows = TViewLook::TShadows::Own;
+    const auto dress = qScopeGuard([this] { Apply(); });
+    for (const auto& view : m_views) view->Dress(stored);
+    call();
 }
 
 void TViewOptions::SetLook(const TViewLook& look) {

@@ -29,6 +29,9 @@ public:
     void AddView(std::unique_ptr<TDressedView> view);
     /// Other objects are in the scenes now.
     void Apply();
+    /// Calls it while no shadows of the view's own are switched on in the objects, which are as
+    /// they are stored then.
+    void Undressed(const std::function<void()>& call);
     [[nodiscard]] const TViewLook& Look() const { return m_look; }
     void SetLook(const TViewLook& look);
 

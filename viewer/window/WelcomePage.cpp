@@ -2,6 +2,7 @@
 
 #include "viewer/drawing/Look.h"
 #include "viewer/files/Format.h"
+#include <zep/framework/Contrast.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Panel.h>
 
@@ -127,7 +128,7 @@ void TWelcomePage::SetRecentFiles(const QStringList& files) {
         button->setToolTip(file);
         button->setCursor(Qt::PointingHandCursor);
         // Later, since opening rebuilds this list.
-        const auto want = [this, file] { emit FileWanted(file); };
+        const auto want = [this, file] { Q_EMIT FileWanted(file); };
         connect(button, &QPushButton::clicked, this, want, Qt::QueuedConnection);
         m_recent->addWidget(button, 0, Qt::AlignCenter);
     }

@@ -25,7 +25,7 @@ public:
     void SetBackground(const std::optional<TColor>& color);
     void SetRecentFiles(const QStringList& files);
 
-signals:
+Q_SIGNALS:
     void OpenWanted();
     void FileWanted(const QString& file);
 

@@ -37,8 +37,8 @@ void TDumpFile::Finish() {
 }
 
 void TDumpFile::Refuse(const QString& reason) const {
-    throw Exception(
-        QStringLiteral("%1: Can't write \"%2\": %3.").arg(m_method, m_file.fileName(), reason));
+    throw Exception(QStringLiteral("Can't write \"%1\": %2.").arg(m_file.fileName(), reason),
+                    {.Method = m_method, .File = m_file.fileName()});
 }
 
 } // namespace ZEP

@@ -26,14 +26,15 @@ QString TFileConverter::Method(const char* method) const {
 
 void TFileConverter::CheckRoot(const char* method) const {
     if (m_root) return;
-    throw Exception(Method(method) + QStringLiteral(": Can't load into Root=nil") +
-                    m_words.FullStop);
+    throw Exception(QStringLiteral("Can't load into Root=nil") + m_words.FullStop,
+                    {.Method = Method(method)});
 }
 
 void TFileConverter::CheckFile(const char* method) const {
     CheckRoot(method);
     if (!m_fileName.isEmpty()) return;
-    throw Exception(Method(method) + QStringLiteral(": No file name defined") + m_words.FullStop);
+    throw Exception(QStringLiteral("No file name defined") + m_words.FullStop,
+                    {.Method = Method(method)});
 }
 
 TProgress TFileConverter::GuardedProgress() const {

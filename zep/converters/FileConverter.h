@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/converters/Progress.h>
 #include <zep/framework/Component.h>
 
@@ -10,8 +11,11 @@ class TZEPObject;
 /// What the readers of files share: where they read into, from which file, and how the host follows
 /// and ends it. Each reader publishes these properties itself, in its own order.
 ///
+/// It may read on any thread into a tree that stands in no scene: readers of two trees share
+/// nothing.
+///
 /// Defaults: no root, no file, `ClearBeforRead` set.
-class TFileConverter : public TComponent {
+class ZEP_CORE_EXPORT TFileConverter : public TComponent {
     Q_OBJECT
 public:
     [[nodiscard]] TZEPObject* Root() const { return m_root; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QtGlobal>
 
 #include <cstddef>
@@ -11,7 +13,7 @@ namespace ZEP {
 /// is copied. A line ends with LF, CR LF, CR CR LF or a lone CR, the last one also without any. A
 /// byte order mark (UTF-8) in front is passed over. Linear in the size of the text for any mix of
 /// line ends.
-class TLineSource {
+class ZEP_CORE_EXPORT TLineSource {
 public:
     /// \param text  must outlive the source
     explicit TLineSource(std::string_view text);

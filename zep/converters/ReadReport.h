@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QHash>
 #include <QString>
 
@@ -9,7 +11,7 @@
 namespace ZEP {
 
 /// What a reader passed over, counted by kind.
-class TReadReport {
+class ZEP_CORE_EXPORT TReadReport {
 public:
     struct TEntry {
         QString Kind;         ///< "blocks with variables", "code G68"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Persistent.h>
 
 namespace ZEP {
@@ -8,7 +9,7 @@ class TCollection;
 
 /// An item of a collection: a gadget, 16 bytes beside its data. Descendants are declared with
 /// `Q_GADGET`, override `MetaObject()`, can be default-constructed and copied.
-class TCollectionItem : public TObject {
+class ZEP_CORE_EXPORT TCollectionItem : public TObject {
     Q_GADGET
 public:
     [[nodiscard]] virtual const QMetaObject* MetaObject() const { return &staticMetaObject; }
@@ -26,7 +27,7 @@ private:
 
 /// An ordered list of items of one class that knows its owner. Descendants store the items; what
 /// works on any collection works on this.
-class TCollection : public TPersistent {
+class ZEP_CORE_EXPORT TCollection : public TPersistent {
     Q_GADGET
 public:
     explicit TCollection(TObject* owner) : m_owner(owner) {}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QColor>
 #include <QMetaType>
 
@@ -72,16 +74,16 @@ using TGLColor = std::array<float, 4>;
 
 /// 0x00BBGGRR of any colour; system colours are looked up in the application's palette (a neutral
 /// grey where no application with a palette runs).
-[[nodiscard]] std::uint32_t ColorToRGB(TColor color);
+[[nodiscard]] ZEP_CORE_EXPORT std::uint32_t ColorToRGB(TColor color);
 
 /// Red, green and blue of `color` as byte / 255, with the given alpha.
-[[nodiscard]] TGLColor ToGLColor(TColor color, float alpha);
+[[nodiscard]] ZEP_CORE_EXPORT TGLColor ToGLColor(TColor color, float alpha);
 
-[[nodiscard]] QColor ToQColor(TColor color);
-[[nodiscard]] TColor FromQColor(const QColor& color);
+[[nodiscard]] ZEP_CORE_EXPORT QColor ToQColor(TColor color);
+[[nodiscard]] ZEP_CORE_EXPORT TColor FromQColor(const QColor& color);
 
 /// The colour of a constant's name ("clRed", "clBtnFace"), compared without case.
-[[nodiscard]] std::optional<TColor> ColorByName(std::string_view name);
+[[nodiscard]] ZEP_CORE_EXPORT std::optional<TColor> ColorByName(std::string_view name);
 
 } // namespace ZEP
 

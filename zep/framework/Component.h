@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Notify.h>
 
 #include <QObject>
@@ -19,7 +20,7 @@ enum TOperation { opInsert, opRemove };
 /// A component: it has an owner that frees it, a name unique among the owner's components, and
 /// tells those who asked for it when it goes away. Creating, removing and freeing cost the same
 /// however many components an owner has.
-class TComponent : public QObject, public TObject {
+class ZEP_CORE_EXPORT TComponent : public QObject, public TObject {
     Q_OBJECT
     Q_PROPERTY(QString Name READ Name WRITE SetName STORED false)
     Q_PROPERTY(int Tag READ Tag WRITE SetTag)

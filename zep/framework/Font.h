@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Notify.h>
 #include <zep/framework/Persistent.h>
 #include <zep/framework/Property.h>
@@ -10,7 +11,7 @@ namespace ZEP {
 
 /// A font of the system by its name; where there is none of that name the system answers with a
 /// similar one. Starts as Arial of 12 pixels.
-class TFont : public TPersistent {
+class ZEP_CORE_EXPORT TFont : public TPersistent {
     Q_GADGET
     Q_PROPERTY(QString Name READ Name WRITE SetName)
     Q_PROPERTY(int Height READ Height WRITE SetHeight)

@@ -9,8 +9,8 @@ namespace ZEP {
 namespace {
 
 [[noreturn]] void Refuse(const QString& fileName, const QString& method, const QString& reason) {
-    const QString message = QStringLiteral("Can't read \"%1\": %2.").arg(fileName, reason);
-    throw Exception(method.isEmpty() ? message : method + QStringLiteral(": ") + message);
+    throw Exception(QStringLiteral("Can't read \"%1\": %2.").arg(fileName, reason),
+                    {.Method = method, .File = fileName});
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QByteArray>
 #include <QFile>
 
@@ -9,10 +11,10 @@ namespace ZEP {
 
 /// A file's bytes without a copy of them: the file is mapped, or read where that is refused. The
 /// file must not be cut short while this lives.
-class TMappedFile {
+class ZEP_CORE_EXPORT TMappedFile {
 public:
     /// Raises `Exception` for whatever is not a readable file (missing, a directory, a device).
-    /// \param method  what the message begins with: "TRS274DConverter.ReadNC"; may be empty
+    /// \param method  that asks for it: "TRS274DConverter.LoadFromFile"; may be empty
     TMappedFile(const QString& fileName, const QString& method = {});
 
     [[nodiscard]] std::string_view Text() const { return m_text; }

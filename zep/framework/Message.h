@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QString>
 
 #include <functional>
@@ -13,10 +15,10 @@ using TMessageHandler =
 
 /// Tells the user something that has no caller to report to. Without a window system it writes to
 /// standard error; the library with windows shows a message box.
-void ShowMessage(const QString& text, const QString& title, TMessageIcon icon);
+ZEP_CORE_EXPORT void ShowMessage(const QString& text, const QString& title, TMessageIcon icon);
 
 /// Replaces what `ShowMessage` does and gives back what it did; an empty handler restores writing
 /// to standard error.
-TMessageHandler SetMessageHandler(TMessageHandler handler);
+ZEP_CORE_EXPORT TMessageHandler SetMessageHandler(TMessageHandler handler);
 
 } // namespace ZEP

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <zep/Export.h>
+
 namespace ZEP {
 
 /// Root of everything that can be the sender or the receiver of a notification.
-class TObject {
+class ZEP_CORE_EXPORT TObject {
 public:
     virtual ~TObject() = default;
 

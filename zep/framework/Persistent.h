@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Notify.h>
 
 #include <QByteArray>
@@ -11,7 +12,7 @@ namespace ZEP {
 
 /// Takes the binary properties that an object defines by hand, beside its published ones. The
 /// stream's writer and reader implement it.
-class TFiler {
+class ZEP_CORE_EXPORT TFiler {
 public:
     virtual ~TFiler() = default;
 
@@ -27,7 +28,7 @@ public:
 /// A streamable sub-object of a component: a gadget whose class is known at run time. Every
 /// descendant is declared with `Q_GADGET`, has `TPersistent` (directly or through others) as its
 /// first base and overrides `MetaObject()` with `{ return &staticMetaObject; }`.
-class TPersistent : public TObject {
+class ZEP_CORE_EXPORT TPersistent : public TObject {
     Q_GADGET
 public:
     TPersistent() = default;
@@ -48,6 +49,6 @@ public:
 };
 
 /// The class name without its namespace.
-[[nodiscard]] QString ClassName(const QMetaObject& type);
+[[nodiscard]] ZEP_CORE_EXPORT QString ClassName(const QMetaObject& type);
 
 } // namespace ZEP

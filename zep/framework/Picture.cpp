@@ -33,10 +33,12 @@ void TPicture::SetData(const QByteArray& data) {
 void TPicture::LoadFromFile(const QString& fileName) {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
-        throw Exception(QStringLiteral("Cannot open %1: %2").arg(fileName, file.errorString()));
+        throw Exception(QStringLiteral("Cannot open %1: %2").arg(fileName, file.errorString()),
+                        {.File = fileName});
     const QByteArray data = file.readAll();
     if (data.isEmpty() || QImage::fromData(data).isNull())
-        throw Exception(QStringLiteral("%1 is no picture of a known format").arg(fileName));
+        throw Exception(QStringLiteral("%1 is no picture of a known format").arg(fileName),
+                        {.File = fileName});
     SetData(data);
 }
 

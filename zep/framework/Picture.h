@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Persistent.h>
 
 #include <QImage>
@@ -8,7 +9,7 @@ namespace ZEP {
 
 /// A picture of any format that Qt's image plugins read. It keeps the encoded bytes it was read
 /// from, so that storing it again loses nothing; they are stored as the binary property `Data`.
-class TPicture : public TPersistent {
+class ZEP_CORE_EXPORT TPicture : public TPersistent {
     Q_GADGET
 public:
     [[nodiscard]] const QMetaObject* MetaObject() const override { return &staticMetaObject; }

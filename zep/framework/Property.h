@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QList>
 #include <QMetaProperty>
 #include <QVariant>
@@ -27,15 +29,18 @@ bool Change(T& field, const T& value) {
 
 /// The published properties of a class, inherited ones first, each name once at the place where
 /// it was first declared.
-[[nodiscard]] QList<QMetaProperty> PublishedProperties(const QMetaObject& type);
+[[nodiscard]] ZEP_CORE_EXPORT QList<QMetaProperty> PublishedProperties(const QMetaObject& type);
 
 /// The declared default of a property in its own type; an invalid variant where none is declared.
-[[nodiscard]] QVariant DeclaredDefault(const QMetaObject& type, const QMetaProperty& property);
+[[nodiscard]] ZEP_CORE_EXPORT QVariant DeclaredDefault(const QMetaObject& type,
+                                                       const QMetaProperty& property);
 
 /// The sub-object behind a property whose type is a pointer to a persistent; null for any other.
 /// `instance` is a `QObject` or a `TPersistent`, as its meta-object says.
-[[nodiscard]] TPersistent* SubObject(const QMetaProperty& property, const QObject* instance);
-[[nodiscard]] TPersistent* SubObject(const QMetaProperty& property, const TPersistent* instance);
+[[nodiscard]] ZEP_CORE_EXPORT TPersistent* SubObject(const QMetaProperty& property,
+                                                     const QObject* instance);
+[[nodiscard]] ZEP_CORE_EXPORT TPersistent* SubObject(const QMetaProperty& property,
+                                                     const TPersistent* instance);
 /// @}
 
 } // namespace ZEP

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -13,7 +15,7 @@ namespace ZEP {
 class TComponent;
 
 /// The component classes that streams, menus and form designers can create by name.
-class TClassRegistry {
+class ZEP_CORE_EXPORT TClassRegistry {
 public:
     using Create = std::function<TComponent*(TComponent* owner)>;
     struct Entry {

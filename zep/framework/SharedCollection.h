@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/ChunkedList.h>
 #include <zep/framework/Collection.h>
 
@@ -9,7 +10,7 @@
 namespace ZEP {
 
 /// What draws from a collection and wants to hear of its changes.
-class TZEPCollectionUser {
+class ZEP_CORE_EXPORT TZEPCollectionUser {
 public:
     /// It stands in a scene that is not updated by hand.
     [[nodiscard]] virtual bool WantsInvalidation() const = 0;
@@ -21,7 +22,7 @@ protected:
 
 /// A collection that scene objects may share: every change invalidates all objects registered
 /// with it. Whoever registers an object unregisters it before it goes away.
-class TZEPCollection : public TCollection {
+class ZEP_CORE_EXPORT TZEPCollection : public TCollection {
     Q_GADGET
 public:
     using TCollection::TCollection;
@@ -47,7 +48,7 @@ private:
 };
 
 /// An item whose setters invalidate the collection that it is in.
-class TZEPCollectionItem : public TCollectionItem {
+class ZEP_CORE_EXPORT TZEPCollectionItem : public TCollectionItem {
     Q_GADGET
 public:
     [[nodiscard]] const QMetaObject* MetaObject() const override { return &staticMetaObject; }

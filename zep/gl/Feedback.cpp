@@ -60,7 +60,6 @@ void TZEPFeedback::Grow() {
 }
 
 std::span<const GLfloat> TZEPFeedback::Render(const std::function<void()>& draw) {
-    const TZEPNotRendering feedback;
     if (!m_buffer) Grow();
     for (;; Grow()) {
         glFeedbackBuffer(static_cast<GLsizei>(m_size), GL_3D, m_buffer.get());

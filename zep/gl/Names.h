@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <GL/gl.h>
 
 namespace ZEP {
@@ -8,12 +10,12 @@ namespace ZEP {
 /// All contexts of the process share display lists and textures. A name that is freed while a
 /// context is current is deleted at once; else it waits for the next frame.
 /// @{
-void ReleaseDisplayList(GLuint name);
-void ReleaseTexture(GLuint name);
+ZEP_CORE_EXPORT void ReleaseDisplayList(GLuint name);
+ZEP_CORE_EXPORT void ReleaseTexture(GLuint name);
 /// Deletes what waits; a frame calls it with its context current.
-void DeleteReleasedNames();
+ZEP_CORE_EXPORT void DeleteReleasedNames();
 /// The context binding tells whether a context is current on the window thread.
-void SetContextIsCurrent(bool current);
+ZEP_CORE_EXPORT void SetContextIsCurrent(bool current);
 /// @}
 
 /// \name What there is beyond OpenGL 1.1
@@ -22,10 +24,10 @@ void SetContextIsCurrent(bool current);
 /// @{
 using TBlendEquation = void (*)(GLenum mode);
 using TBlendColor = void (*)(GLfloat red, GLfloat green, GLfloat blue, GLfloat alpha);
-extern TBlendEquation BlendEquationEXT;
-extern TBlendColor BlendColorEXT;
+extern ZEP_CORE_EXPORT TBlendEquation BlendEquationEXT;
+extern ZEP_CORE_EXPORT TBlendColor BlendColorEXT;
 /// Counts in the stencil buffer may run over (`GL_EXT_stencil_wrap`).
-extern bool StencilWrapEXT;
+extern ZEP_CORE_EXPORT bool StencilWrapEXT;
 /// @}
 
 } // namespace ZEP

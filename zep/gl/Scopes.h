@@ -43,22 +43,6 @@ public:
 };
 /// @}
 
-/// While one lives, OpenGL selects or feeds back. Over a display list of several kinds of
-/// primitives Mesa 22.3 then loses some or ends in a fault: what keeps such lists draws without
-/// them.
-class TZEPNotRendering {
-public:
-    TZEPNotRendering() { ++s_count; }
-    ~TZEPNotRendering() { --s_count; }
-    TZEPNotRendering(const TZEPNotRendering&) = delete;
-    TZEPNotRendering& operator=(const TZEPNotRendering&) = delete;
-
-    [[nodiscard]] static bool Lives() { return s_count > 0; }
-
-private:
-    static inline int s_count = 0; // everything is drawn on one thread
-};
-
 /// All four channels of colour are written, or none.
 inline void WriteColors(bool on) {
     const GLboolean mask = on ? GL_TRUE : GL_FALSE;

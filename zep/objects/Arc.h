@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/LineShape.h>
 
 namespace ZEP {
@@ -8,7 +9,7 @@ namespace ZEP {
 /// `StartAngle` to `EndAngle`; the transform places and sizes it.
 ///
 /// Defaults: both angles 0, which is a full circle, 30 segments.
-class TZEPArc : public TZEPLineShape {
+class ZEP_CORE_EXPORT TZEPArc : public TZEPLineShape {
     Q_OBJECT
     Q_PROPERTY(int Segments READ Segments WRITE SetSegments)
     Q_CLASSINFO("Segments", "30")

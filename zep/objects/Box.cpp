@@ -2,7 +2,8 @@
 
 #include <zep/framework/Property.h>
 #include <zep/objects/Grid.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
+#include <zep/scene/Vectors.h>
 
 #include <numbers>
 
@@ -76,10 +77,7 @@ int SlicesAlong(const TGLArrayd3& edge, const std::array<int, 3>& slices) {
 }
 
 TGLArrayd3 Edge(const TFace& face, std::size_t to) {
-    TGLArrayd3 edge{};
-    for (std::size_t k = 0; k < 3; ++k)
-        edge[k] = static_cast<double>(face.Corner(to)[k] - face.Corner(0)[k]);
-    return edge;
+    return ToDoubles(face.Corner(to)) - ToDoubles(face.Corner(0));
 }
 
 void SendCells(const TFace& face, const std::array<int, 3>& slices, bool draft, bool textured) {
@@ -91,8 +89,7 @@ void SendCells(const TFace& face, const std::array<int, 3>& slices, bool draft, 
         TGridPoint point;
         point.S = static_cast<double>(i) / columns;
         point.T = static_cast<double>(j) / rows;
-        for (std::size_t k = 0; k < 3; ++k)
-            point.Point[k] = face.Corner(0)[k] + across[k] * point.S + up[k] * point.T;
+        point.Point = ToDoubles(face.Corner(0)) + across * point.S + up * point.T;
         return point;
     });
 }
@@ -114,7 +111,7 @@ double TZEPBox::GetRadius() const {
 
 void TZEPBox::DrawSpecific(GLenum, bool draft) {
     const bool textured = !draft && HasTexture();
-    TZEPDrawRun& run = TZEPDrawRun::Current();
+    TZEPDrawRun& run = DrawFrame().Run;
     // Between neighbours arrays cost two thirds of what single calls do.
     if (run.Waits() && !draft && !textured && !Sliced() && m_parts == AllParts) {
         run.OpenArrays({Arrays.Points.front().data(), Arrays.Normals.front().data()});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/objects/Solid.h>
 
 #include <array>
@@ -18,7 +19,7 @@ namespace ZEP {
 ///        1 ------- 2
 ///
 /// Defaults: one slice along each axis, all six faces.
-class TZEPBox : public TZEPSolid {
+class ZEP_CORE_EXPORT TZEPBox : public TZEPSolid {
     Q_OBJECT
     Q_PROPERTY(int SlicesX READ SlicesX WRITE SetSlicesX)
     Q_CLASSINFO("SlicesX", "1")
@@ -71,7 +72,7 @@ private:
 };
 
 /// A box as frames and signs use it.
-class TZEPLegendBox : public TZEPBox {
+class ZEP_CORE_EXPORT TZEPLegendBox : public TZEPBox {
     Q_OBJECT
 public:
     using TZEPBox::TZEPBox;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/LineShape.h>
 
 namespace ZEP {
@@ -7,7 +8,7 @@ namespace ZEP {
 /// A circle of diameter 1 about the origin in the plane z = 0; the transform places and sizes it.
 ///
 /// Defaults: 30 segments.
-class TZEPCircle : public TZEPLineShape {
+class ZEP_CORE_EXPORT TZEPCircle : public TZEPLineShape {
     Q_OBJECT
     Q_PROPERTY(int Segments READ Segments WRITE SetSegments)
     Q_CLASSINFO("Segments", "30")

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/objects/Solid.h>
 
 namespace ZEP {
@@ -8,7 +9,7 @@ namespace ZEP {
 /// until a radius is set.
 ///
 /// Defaults: flat, both radii 0, 10 slices, 1 stack, side and both ends.
-class TZEPCone : public TZEPSolid {
+class ZEP_CORE_EXPORT TZEPCone : public TZEPSolid {
     Q_OBJECT
     Q_PROPERTY(bool Smooth READ Smooth WRITE SetSmooth)
     Q_CLASSINFO("Smooth", "false")

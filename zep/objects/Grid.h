@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zep/scene/Geom.h>
+#include <zep/scene/Vectors.h>
 
 #include <GL/gl.h>
 
@@ -34,19 +35,13 @@ inline void SendGridPoint(const TGridPoint& point, const TGridStyle& style) {
 
 /// One cell; `corners` run counter-clockwise. A cell with a corner that is no number is left out.
 inline void SendCell(const std::array<TGridPoint, 4>& corners, const TGridStyle& style) {
-    TGLArrayd3 p{};
-    TGLArrayd3 q{};
-    for (std::size_t k = 0; k < 3; ++k) {
-        p[k] = corners[2].Point[k] - corners[0].Point[k];
-        q[k] = corners[3].Point[k] - corners[1].Point[k];
-        if (!std::isfinite(p[k]) || !std::isfinite(q[k])) return;
-    }
+    const TGLArrayd3 p = corners[2].Point - corners[0].Point;
+    const TGLArrayd3 q = corners[3].Point - corners[1].Point;
+    if (!IsFinite(p) || !IsFinite(q)) return;
     if (style.Draft) glBegin(GL_LINE_LOOP);
     if (!style.Smooth) {
         // The diagonals' normal also serves a cell that is not flat or has fallen to a triangle.
-        TGLArrayd3 normal;
-        CrossProdd(p, q, normal);
-        Normalized(normal);
+        const TGLArrayd3 normal = Unit(Cross(p, q));
         glNormal3dv(normal.data());
     }
     for (const TGridPoint& corner : corners) SendGridPoint(corner, style);

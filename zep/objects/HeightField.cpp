@@ -87,7 +87,7 @@ const TZEPHeightField::TSamples& TZEPHeightField::Samples() const {
     if (m_samples.Known) return m_samples;
     const bool done = m_calls.Run([this] { m_samples = Asked(); });
     m_samples.Known = true;
-    if (!done) emit Failed(const_cast<TZEPHeightField*>(this), Error());
+    if (!done) Q_EMIT Failed(const_cast<TZEPHeightField*>(this), Error());
     return m_samples;
 }
 

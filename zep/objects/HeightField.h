@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/ReflexedObject.h>
 #include <zep/framework/Color.h>
 #include <zep/framework/Property.h>
@@ -22,7 +23,7 @@ namespace ZEP {
 ///
 /// Defaults: flat, 20 by 20 cells over -0.5 to 0.5, in the material's colour; without a callback
 /// the height is 0.
-class TZEPHeightField : public TZEPReflexedObject {
+class ZEP_CORE_EXPORT TZEPHeightField : public TZEPReflexedObject {
     Q_OBJECT
     Q_PROPERTY(bool Smooth READ Smooth WRITE SetSmooth)
     Q_CLASSINFO("Smooth", "false")
@@ -90,7 +91,7 @@ protected:
     [[nodiscard]] bool DrawsTransparent() const override { return HasTransparentMaterial(); }
     [[nodiscard]] bool StaysInSize() const override { return true; }
 
-signals:
+Q_SIGNALS:
     /// A callback has thrown. It may do so in the middle of a frame: show messages later, by a
     /// queued connection.
     void Failed(ZEP::TZEPObject* sender, const QString& error) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/ShadowedObject.h>
 #include <zep/framework/Font.h>
 #include <zep/objects/DisplayLists.h>
@@ -20,7 +21,7 @@ struct TTextShape;
 /// are drawn.
 ///
 /// Defaults: no caption, outlines, Arial.
-class TZEPLabel : public TZEPShadowedObject {
+class ZEP_CORE_EXPORT TZEPLabel : public TZEPShadowedObject {
     Q_OBJECT
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
     Q_PROPERTY(bool BitmapFont READ BitmapFont WRITE SetBitmapFont)

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/LineShape.h>
 
 namespace ZEP {
 
 /// A straight line from `P1` to `P2`, both (0, 0, 0) at first.
-class TZEPLine : public TZEPLineShape {
+class ZEP_CORE_EXPORT TZEPLine : public TZEPLineShape {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/scene/Vertex3.h")
     Q_PROPERTY(ZEP::TZEPVertex3* P1 READ P1)

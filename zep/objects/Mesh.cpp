@@ -5,8 +5,9 @@
 #include <zep/framework/Property.h>
 #include <zep/objects/TriangleSender.h>
 #include <zep/objects/VertexBounds.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/Vertex3.h>
 
 #include <algorithm>
@@ -20,23 +21,19 @@ const TRegisterObject<TZEPMesh> Registered;
 /// Up to here immediate mode is as quick as arrays, which have to be set up.
 constexpr int FewFaces = 64;
 
-TGLArrayf3 ToFloats(const TGLArrayd3& v) {
-    return {static_cast<float>(v[0]), static_cast<float>(v[1]), static_cast<float>(v[2])};
-}
-
 /// Neighbours share a material only where it is on both sides.
-void Apply(TZEPMaterial& material, GLenum face) {
-    TZEPDrawRun& run = TZEPDrawRun::Current();
+void Apply(TZEPDrawRun& run, TZEPMaterial& material, GLenum face) {
     if (face == GL_FRONT_AND_BACK) {
         run.OpenMaterial(material);
         return run.OpenSurface();
     }
     run.End();
     material.ApplayMaterial(face);
+    run.ApplyRules(material, face);
 }
 
-void Release(TZEPMaterial& material, GLenum face) {
-    if (face == GL_FRONT_AND_BACK) return TZEPDrawRun::Current().CloseMaterial(true);
+void Release(TZEPDrawRun& run, TZEPMaterial& material, GLenum face) {
+    if (face == GL_FRONT_AND_BACK) return run.CloseMaterial(true);
     material.CancelMaterial();
 }
 
@@ -151,7 +148,7 @@ void TZEPMesh::DrawSpecific(GLenum face, bool draft) {
     const int count = m_faces.Count();
     if (count == 0) return;
     if (UsesLibrary()) return DrawMaterials(face, draft);
-    TZEPDrawRun::Current().OpenSurface();
+    DrawFrame().Run.OpenSurface();
     SendFaces(0, count - 1, draft, DrawnMaterial().HasTexture());
 }
 
@@ -166,9 +163,9 @@ void TZEPMesh::DrawMaterials(GLenum face, bool draft) {
             run = end;
             continue;
         }
-        Apply(*material, face);
+        Apply(DrawFrame().Run, *material, face);
         for (; run != end; ++run) SendFaces(run->First, run->Last, draft, material->HasTexture());
-        Release(*material, face);
+        Release(DrawFrame().Run, *material, face);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/ShadowedObject.h>
 #include <zep/scene/VertexItems.h>
 
@@ -19,7 +20,7 @@ namespace ZEP {
 /// each face.
 ///
 /// Defaults: empty; faces in their own materials, normals computed.
-class TZEPMesh : public TZEPShadowedObject {
+class ZEP_CORE_EXPORT TZEPMesh : public TZEPShadowedObject {
     Q_OBJECT
     Q_PROPERTY(ZEP::TZEPCollection* Vertexes READ Vertexes)
     Q_PROPERTY(ZEP::TZEPCollection* Faces READ Faces)

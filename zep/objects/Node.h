@@ -1,11 +1,12 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/ColoredObject.h>
 
 namespace ZEP {
 
 /// Groups objects under one transform; draws nothing itself.
-class TZEPNode : public TZEPColoredObject {
+class ZEP_CORE_EXPORT TZEPNode : public TZEPColoredObject {
     Q_OBJECT
 public:
     using TZEPColoredObject::TZEPColoredObject;

@@ -1,6 +1,6 @@
 #include <zep/objects/Point.h>
 
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
 
 namespace ZEP {
 
@@ -15,7 +15,7 @@ void TZEPPoint::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
 }
 
 void TZEPPoint::DrawSpecific(GLenum, bool) {
-    TZEPDrawRun& run = TZEPDrawRun::Current();
+    TZEPDrawRun& run = DrawFrame().Run;
     run.OpenPoint({.Width = Width(), .Smooth = Smooth()});
     glBegin(GL_POINTS);
     glNormal3b(127, 0, 0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/Shape.h>
 
 namespace ZEP {
@@ -7,7 +8,7 @@ namespace ZEP {
 /// One point, `Width` pixels wide; a square, or round when smoothed.
 ///
 /// Defaults: at (0, 0, 0), width 1, not smoothed.
-class TZEPPoint : public TZEPShape {
+class ZEP_CORE_EXPORT TZEPPoint : public TZEPShape {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/scene/Vertex3.h")
     Q_PROPERTY(ZEP::TZEPVertex3* P READ P)

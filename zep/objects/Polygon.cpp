@@ -6,7 +6,7 @@
 #include <zep/gl/Tessellator.h>
 #include <zep/objects/VertexBounds.h>
 #include <zep/objects/VertexColors.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/Vertex3.h>
 
 #include <algorithm>
@@ -116,14 +116,14 @@ TDisplayList& TZEPPolygon::ListOf(GLenum face) {
 
 void TZEPPolygon::PrepareGeometry() {
     if (m_vertexes.Count() < 3) return;
-    TZEPDrawRun::Current().OpenSurface();
+    DrawFrame().Run.OpenSurface();
     glNormal3dv(DrawnNormal().data());
 }
 
 void TZEPPolygon::DrawSpecific(GLenum face, bool draft) {
-    TZEPDrawRun::Current().OpenSurface();
+    DrawFrame().Run.OpenSurface();
     if (m_vertexes.Count() < 3) return;
-    if (draft || !m_useDisplayList || TZEPNotRendering::Lives()) return Send(face, draft);
+    if (draft || !m_useDisplayList || DrawFrame().IsNotRendering) return Send(face, draft);
     // A material of the library does not tell of its changes.
     if (Change(m_listAlpha, DrawnMaterial().Transparency())) ClearDisplayList();
     ListOf(face).Draw([&] { Send(face, draft); });

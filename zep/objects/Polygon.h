@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/ReflexedObject.h>
 #include <zep/objects/DisplayLists.h>
 #include <zep/scene/VertexItems.h>
@@ -20,7 +21,7 @@ namespace ZEP {
 /// vertexes run clockwise.
 ///
 /// Defaults: no vertexes; in their colours, normal computed, concave, kept in display lists.
-class TZEPPolygon : public TZEPReflexedObject {
+class ZEP_CORE_EXPORT TZEPPolygon : public TZEPReflexedObject {
     Q_OBJECT
     Q_PROPERTY(ZEP::TZEPCollection* Vertexes READ Vertexes)
     Q_PROPERTY(bool ColorVertexes READ ColorVertexes WRITE SetColorVertexes)
@@ -117,10 +118,10 @@ private:
 /// @{
 /// Sends the texture coordinates of the polygon's vertex there (`VertexAt`), then the point.
 /// \param vertex  three doubles
-void vertexCallbackData(const double* vertex, TZEPPolygon* polygon);
+ZEP_CORE_EXPORT void vertexCallbackData(const double* vertex, TZEPPolygon* polygon);
 /// Makes a vertex where edges cross: the place and three zeros, kept until the next polygon begins.
-void combineCallback(const double place[3], void* neighbours[4], const float weights[4],
-                     void** result);
+ZEP_CORE_EXPORT void combineCallback(const double place[3], void* neighbours[4],
+                                     const float weights[4], void** result);
 /// @}
 
 } // namespace ZEP

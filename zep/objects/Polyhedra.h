@@ -1,11 +1,12 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/objects/Solid.h>
 
 namespace ZEP {
 
 /// Eight triangles; corners at 0.5 on the axes.
-class TZEPOctahedron : public TZEPSolid {
+class ZEP_CORE_EXPORT TZEPOctahedron : public TZEPSolid {
     Q_OBJECT
 public:
     using TZEPSolid::TZEPSolid;
@@ -13,7 +14,7 @@ public:
 };
 
 /// Twenty triangles; it touches all sides of the unit box.
-class TZEPIcosahedron : public TZEPSolid {
+class ZEP_CORE_EXPORT TZEPIcosahedron : public TZEPSolid {
     Q_OBJECT
 public:
     using TZEPSolid::TZEPSolid;
@@ -21,7 +22,7 @@ public:
 };
 
 /// Twelve pentagons within the unit box.
-class TZEPDodecahedron : public TZEPSolid {
+class ZEP_CORE_EXPORT TZEPDodecahedron : public TZEPSolid {
     Q_OBJECT
 public:
     using TZEPSolid::TZEPSolid;

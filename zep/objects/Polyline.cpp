@@ -1,14 +1,12 @@
 #include <zep/objects/Polyline.h>
 
 #include <zep/framework/Property.h>
-#include <zep/gl/Names.h>
 #include <zep/objects/VertexBounds.h>
 #include <zep/objects/VertexColors.h>
 #include <zep/scene/Spline.h>
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace ZEP {
 
@@ -60,9 +58,9 @@ void TZEPPolyline::SetMinZValue(double value) {
 }
 
 void TZEPPolyline::SetDisplayList(int list) {
-    const int old = std::exchange(m_displayList, list);
-    if (old != list) m_compiled = false;
-    if (old > 0 && old != list) ReleaseDisplayList(static_cast<GLuint>(old));
+    const auto name = static_cast<GLuint>(std::max(list, 0));
+    if (name != m_displayList.Name()) m_compiled = false;
+    m_displayList.Adopt(name);
 }
 
 void TZEPPolyline::SetUseDisplayList(bool useDisplayList) {
@@ -80,7 +78,7 @@ void TZEPPolyline::Invalidate(TObject* sender) {
 
 // A list that is out of date must go, also where the scene is updated by hand.
 bool TZEPPolyline::WantsInvalidation() const {
-    return m_displayList != 0 || TZEPLineShape::WantsInvalidation();
+    return m_displayList.Exists() || TZEPLineShape::WantsInvalidation();
 }
 
 void TZEPPolyline::ShowState() {
@@ -100,16 +98,10 @@ void TZEPPolyline::DrawTransparent(bool draft) {
 
 void TZEPPolyline::DrawShape(GLenum, bool draft) {
     const bool listed = m_useDisplayList && !draft;
-    if (listed && m_displayList > 0) return glCallList(static_cast<GLuint>(m_displayList));
-    if (m_vertexes.Count() < 2) return;
-    if (listed) SetDisplayList(static_cast<int>(glGenLists(1)));
-    if (!listed || m_displayList == 0) return SendChain();
-    m_compiled = true;
-    const auto list = static_cast<GLuint>(m_displayList);
-    glNewList(list, GL_COMPILE);
-    SendChain();
-    glEndList();
-    glCallList(list);
+    if (m_vertexes.Count() < 2 && !(listed && m_displayList.Exists())) return;
+    if (!listed) return SendChain();
+    m_compiled = m_compiled || !m_displayList.Exists();
+    m_displayList.Draw([this] { SendChain(); });
 }
 
 void TZEPPolyline::SendChain() const {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/LineShape.h>
+#include <zep/gl/DisplayList.h>
 #include <zep/scene/VertexItems.h>
 
 namespace ZEP {
@@ -9,7 +11,7 @@ namespace ZEP {
 /// white when selected, else red when in error, else `OrigColor`; `Color` follows at each draw.
 ///
 /// Defaults: no vertexes, smoothed in 30 steps, one black colour, open, no display list.
-class TZEPPolyline : public TZEPLineShape {
+class ZEP_CORE_EXPORT TZEPPolyline : public TZEPLineShape {
     Q_OBJECT
     Q_PROPERTY(int Segments READ Segments WRITE SetSegments)
     Q_CLASSINFO("Segments", "30")
@@ -53,9 +55,9 @@ public:
     void SetMaxZValue(double value);
     [[nodiscard]] double MinZValue() const { return m_minZValue; }
     void SetMinZValue(double value);
-    [[nodiscard]] int DisplayList() const { return m_displayList; }
-    /// Deletes the current list and takes over another of that name; 0: none. A name says nothing
-    /// in another process, so that it is not stored.
+    [[nodiscard]] int DisplayList() const { return static_cast<int>(m_displayList.Name()); }
+    /// Deletes the current list and takes over another of that name; 0 and below: none. A name says
+    /// nothing in another process, so that it is not stored.
     void SetDisplayList(int list);
     [[nodiscard]] bool UseDisplayList() const { return m_useDisplayList; }
     /// Compiles the drawing and calls it until something changes; drafts never use the list.
@@ -80,7 +82,7 @@ protected:
     }
     /// A list that a host handed in may leave any state behind.
     [[nodiscard]] bool SharesDrawRun() const override {
-        return m_compiled || m_displayList == 0 || !m_useDisplayList;
+        return m_compiled || !m_displayList.Exists() || !m_useDisplayList;
     }
 
 private:
@@ -93,7 +95,7 @@ private:
     double m_maxZValue = 1000000;
     double m_minZValue = -1000000;
     int m_segments = 30;
-    int m_displayList = 0;
+    TDisplayList m_displayList;
     TColor m_origColor;
     bool m_colorVertexes = false;
     bool m_closed = false;

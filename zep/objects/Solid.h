@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/ShadowedObject.h>
 
 namespace ZEP {
@@ -7,7 +8,7 @@ namespace ZEP {
 /// Base of the solids. They are modelled about the origin, of size 1 along each axis unless they
 /// have radii, with normals that point outwards and faces that run counter-clockwise seen from
 /// outside; the transform sizes and places them.
-class TZEPSolid : public TZEPShadowedObject {
+class ZEP_CORE_EXPORT TZEPSolid : public TZEPShadowedObject {
     Q_OBJECT
 public:
     using TZEPShadowedObject::TZEPShadowedObject;
@@ -22,9 +23,9 @@ protected:
 };
 
 /// A count of cells brought into 1 (or `least`) to `TZEPSolid::MaxCells`.
-[[nodiscard]] int CellCount(int count, int least = 1);
+[[nodiscard]] ZEP_CORE_EXPORT int CellCount(int count, int least = 1);
 
 /// A radius as solids keep it: what is negative or no finite number becomes 0.
-[[nodiscard]] double SolidRadius(double radius);
+[[nodiscard]] ZEP_CORE_EXPORT double SolidRadius(double radius);
 
 } // namespace ZEP

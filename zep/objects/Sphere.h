@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/objects/Solid.h>
 
 #include <array>
@@ -13,7 +14,7 @@ class TDisplayList;
 /// of the same settings share.
 ///
 /// Defaults: flat, 20 slices, 20 stacks.
-class TZEPSphere : public TZEPSolid {
+class ZEP_CORE_EXPORT TZEPSphere : public TZEPSolid {
     Q_OBJECT
     Q_PROPERTY(bool Smooth READ Smooth WRITE SetSmooth)
     Q_CLASSINFO("Smooth", "false")

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/objects/Solid.h>
 
 namespace ZEP {
@@ -9,7 +10,7 @@ namespace ZEP {
 /// have always gone by.
 ///
 /// Defaults: 4 segments, all parts.
-class TZEPTeapot : public TZEPSolid {
+class ZEP_CORE_EXPORT TZEPTeapot : public TZEPSolid {
     Q_OBJECT
     Q_PROPERTY(int Segments READ Segments WRITE SetSegments)
     Q_CLASSINFO("Segments", "4")

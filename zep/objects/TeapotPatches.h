@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/Geom.h>
 
 #include <array>
@@ -22,9 +23,9 @@ struct TTeapotPatch {
     std::array<unsigned char, 16> Points;
 };
 
-[[nodiscard]] std::span<const TTeapotPatch> TeapotPatches();
+[[nodiscard]] ZEP_CORE_EXPORT std::span<const TTeapotPatch> TeapotPatches();
 
 /// Image `image` (0 to `Images` - 1) of a patch, in the table's units.
-[[nodiscard]] TBezierPatch TeapotImage(const TTeapotPatch& patch, int image);
+[[nodiscard]] ZEP_CORE_EXPORT TBezierPatch TeapotImage(const TTeapotPatch& patch, int image);
 
 } // namespace ZEP

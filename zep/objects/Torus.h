@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/objects/DisplayLists.h>
 #include <zep/objects/Solid.h>
 
@@ -8,7 +9,7 @@ namespace ZEP {
 /// A torus around the z axis. It shows nothing until its radii are set.
 ///
 /// Defaults: flat, both radii 0, 8 sides, 15 rings.
-class TZEPTorus : public TZEPSolid {
+class ZEP_CORE_EXPORT TZEPTorus : public TZEPSolid {
     Q_OBJECT
     Q_PROPERTY(bool Smooth READ Smooth WRITE SetSmooth)
     Q_CLASSINFO("Smooth", "false")

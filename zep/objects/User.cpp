@@ -46,7 +46,7 @@ private:
 } // namespace
 
 void TZEPUser::Report() const {
-    emit Failed(const_cast<TZEPUser*>(this), Error());
+    Q_EMIT Failed(const_cast<TZEPUser*>(this), Error());
 }
 
 void TZEPUser::SetOnDraw(TDraw draw) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/ShadowedObject.h>
 #include <zep/objects/HostCall.h>
 
@@ -11,7 +12,7 @@ namespace ZEP {
 /// transform, also where a scene that draws quickly leaves out what lies deeper.
 ///
 /// A callback that throws is reported by `Failed` and not called again until one is set.
-class TZEPUser : public TZEPShadowedObject {
+class ZEP_CORE_EXPORT TZEPUser : public TZEPShadowedObject {
     Q_OBJECT
 public:
     /// Draws: `face` is GL_FRONT, GL_BACK or GL_FRONT_AND_BACK, `draft` asks for outlines. What it
@@ -31,7 +32,7 @@ public:
     void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
     void DrawSpecific(GLenum face, bool draft) override;
 
-signals:
+Q_SIGNALS:
     /// A callback has thrown. It may do so in the middle of a frame: show messages later, by a
     /// queued connection.
     void Failed(ZEP::TZEPObject* sender, const QString& error) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/scene/Vectors.h>
 #include <zep/scene/VertexItems.h>
 
 #include <algorithm>
@@ -24,10 +25,8 @@ template <class TVertex>
 [[nodiscard]] TGLArrayd3 VertexCenter(const TZEPCollectionOf<TVertex>& vertexes) {
     TGLArrayd3 center{};
     if (vertexes.Count() < 2) return center;
-    for (int i = 1; i < vertexes.Count(); ++i)
-        for (std::size_t k = 0; k < 3; ++k) center[k] += vertexes[i].Data()[k];
-    for (double& c : center) c /= vertexes.Count();
-    return center;
+    for (int i = 1; i < vertexes.Count(); ++i) center += vertexes[i].Data();
+    return center / vertexes.Count();
 }
 
 /// Half of a box's largest extent.

@@ -2,11 +2,13 @@
 
 #include <zep/framework/Exception.h>
 #include <zep/scene/BlockCounts.h>
+#include <zep/scene/ChildNews.h>
 #include <zep/scene/ViewVolume.h>
 #include <zep/scene/Watch.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace ZEP {
@@ -66,6 +68,27 @@ public:
     /// What is known of the child's box is out of date.
     void ForgetBox(const Child* child);
     [[nodiscard]] bool KnowsBox(const Child* child) const;
+    /// What happened since the last call.
+    [[nodiscard]] TZEPChildNews TakeNews() { return std::exchange(m_news, {false, 0}); }
+    void NoteLook() { m_news.Look = true; }
+    /// Someone has taken the news, so that the next must be told.
+    [[nodiscard]] bool IsLookTaken() const { return !m_news.Look; }
+    /// Whatever is noted while one lives comes from a selection.
+    class Selecting {
+    public:
+        explicit Selecting(TZEPChildList* list)
+            : m_list(list), m_alive(list), m_looked(list && list->m_news.Look) {}
+        ~Selecting() {
+            if (m_alive) m_list->m_news = {m_looked, m_list->m_news.Selections + 1};
+        }
+        Selecting(const Selecting&) = delete;
+        Selecting& operator=(const Selecting&) = delete;
+
+    private:
+        TZEPChildList* m_list;
+        TZEPWatch m_alive;
+        bool m_looked;
+    };
     /// The box of a block is known, and holds all that its children draw.
     [[nodiscard]] bool IsBounded(std::size_t block) const {
         return block < m_boxes.size() && m_boxes[block].Known && m_boxes[block].Bounded;
@@ -104,6 +127,7 @@ private:
     std::vector<Child*> m_slots;       // null: a hole; never the last one
     TZEPBlockCounts m_counts;          // children in each block of slots; empty without holes
     std::vector<TZEPBlockBox> m_boxes; // as far as asked for
+    TZEPChildNews m_news;
     int m_count = 0;
     int m_iterating = 0;
 };

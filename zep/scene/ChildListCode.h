@@ -81,6 +81,7 @@ const TZEPBlockBox& TZEPChildList<Child>::Box(std::size_t block, Extend&& extend
 
 template <class Child>
 void TZEPChildList<Child>::ForgetBox(const Child* child) {
+    NoteLook();
     const std::size_t block = BlockOf(child);
     if (block < m_boxes.size()) m_boxes[block].Known = false;
 }
@@ -102,6 +103,7 @@ void TZEPChildList<Child>::CloseHoles() {
 template <class Child>
 void TZEPChildList<Child>::Renumber(std::size_t first) {
     m_boxes.clear();
+    NoteLook();
     for (std::size_t i = first; i < m_slots.size(); ++i)
         if (m_slots[i]) m_slots[i]->m_slot = static_cast<int>(i);
 }

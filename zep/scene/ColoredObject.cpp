@@ -2,7 +2,7 @@
 
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/SharedMaterials.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/Watch.h>
@@ -43,7 +43,7 @@ bool TZEPColoredObject::HasTransparentMaterial() const {
 }
 
 void TZEPColoredObject::DrawUnselected(TZEPMaterial& material, bool draft, bool cancel) {
-    TZEPDrawRun::Current().OpenMaterial(material);
+    DrawFrame().Run.OpenMaterial(material);
     DrawOpened(draft, cancel);
 }
 
@@ -54,21 +54,22 @@ void TZEPColoredObject::DrawWith(TZEPMaterial& material, bool draft, bool cancel
 }
 
 void TZEPColoredObject::DrawOpened(bool draft, bool cancel) {
+    TZEPDrawRun& run = DrawFrame().Run; // what it draws may free it
     PrepareGeometry();
     DrawSpecific(GL_FRONT_AND_BACK, draft);
-    TZEPDrawRun::Current().CloseMaterial(cancel);
+    run.CloseMaterial(cancel);
 }
 
 void TZEPColoredObject::DrawSelected() {
     if (!Selected()) return;
-    TZEPDrawRun::Current().End();
+    DrawFrame().Run.End();
     DrawSelection();
 }
 
 void TZEPColoredObject::DrawMain(bool draft) {
     const bool isPlain = HasOwnColor() && !HasLineTransparency() && !ExistingMaterial();
     if (isPlain && !MaterialOfLibrary()) {
-        TZEPDrawRun::Current().OpenColor(GetColor());
+        DrawFrame().Run.OpenColor(GetColor());
         const TZEPWatch alive(this);
         DrawOpened(draft, true);
         if (alive) DrawSelected();

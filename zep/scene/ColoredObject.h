@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/Object.h>
 
 namespace ZEP {
@@ -9,7 +10,7 @@ namespace ZEP {
 ///
 /// It draws with item `MaterialIndex` of the scene's library where there is one, else with its own
 /// `Material`.
-class TZEPColoredObject : public TZEPObject {
+class ZEP_CORE_EXPORT TZEPColoredObject : public TZEPObject {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/appearance/materials/Material.h")
     Q_PROPERTY(ZEP::TColor Color READ Color WRITE SetColor)

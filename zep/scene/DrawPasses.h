@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Registry.h>
 #include <zep/scene/DrawStates.h>
 
@@ -23,7 +24,7 @@ inline constexpr TZEPPassSet ObjectPasses = PassBit(dsAllObjects) | PassBit(dsNo
 
 /// Classes whose objects can be believed what they tell of themselves: a class that inherits from
 /// one of these may override anything, and is drawn in every pass.
-class TZEPKnownClass {
+class ZEP_CORE_EXPORT TZEPKnownClass {
 public:
     explicit TZEPKnownClass(const std::type_info& type);
     ~TZEPKnownClass();

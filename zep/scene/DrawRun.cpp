@@ -7,11 +7,6 @@
 
 namespace ZEP {
 
-TZEPDrawRun& TZEPDrawRun::Current() {
-    static TZEPDrawRun run;
-    return run;
-}
-
 void TZEPDrawRun::Enter(bool shares) {
     if (!shares) End();
     m_shares = shares && m_walks > 0;
@@ -31,6 +26,15 @@ void TZEPDrawRun::OpenMaterial(TZEPMaterial& material) {
         material.ApplayChanges(*applied);
     else
         material.ApplayMaterial(GL_FRONT_AND_BACK);
+    ApplyRules(material, GL_FRONT_AND_BACK);
+}
+
+void TZEPDrawRun::ApplyRules(const TZEPMaterial& material, GLenum face) const {
+    if (!m_rules.EvenMaterials) return;
+    for (const TZEPFaceMaterial* side : {material.FrontFace(), material.BackFace()})
+        if (face == GL_FRONT_AND_BACK || face == side->Face())
+            glMaterialfv(side->Face(), GL_AMBIENT,
+                         side->RGBA(TZEPFaceMaterial::DiffuseColor).data());
 }
 
 void TZEPDrawRun::OpenColor(TColor color) {
@@ -69,7 +73,7 @@ bool TZEPDrawRun::Replaces(const TAttributes& attributes) {
 void TZEPDrawRun::OpenLine(const TZEPLineAttributes& attributes) {
     if (!Replaces(attributes)) return;
     glPushAttrib(GL_LINE_BIT);
-    glLineWidth(attributes.Width);
+    glLineWidth(attributes.Width * m_rules.Widths);
     if (attributes.Stippled) {
         glLineStipple(1, attributes.Pattern);
         glEnable(GL_LINE_STIPPLE);
@@ -81,7 +85,7 @@ void TZEPDrawRun::OpenLine(const TZEPLineAttributes& attributes) {
 void TZEPDrawRun::OpenPoint(const TZEPPointAttributes& attributes) {
     if (!Replaces(attributes)) return;
     glPushAttrib(GL_POINT_BIT);
-    glPointSize(attributes.Width);
+    glPointSize(attributes.Width * m_rules.Widths);
     if (attributes.Smooth) glEnable(GL_POINT_SMOOTH);
 }
 
@@ -115,15 +119,25 @@ void TZEPDrawRun::End() {
     EndMaterial();
 }
 
-TZEPDrawRun::Walk::Walk() {
-    Current().End();
-    ++Current().m_walks;
+TZEPDrawRun::RuleScope::RuleScope(TZEPDrawRun& run, const TZEPDrawRules& rules) : m_run(run) {
+    m_run.End();
+    m_outer = std::exchange(m_run.m_rules, rules);
+}
+
+TZEPDrawRun::RuleScope::~RuleScope() {
+    m_run.End();
+    m_run.m_rules = m_outer;
+}
+
+TZEPDrawRun::Walk::Walk(TZEPDrawRun& run) : m_run(run) {
+    m_run.End();
+    ++m_run.m_walks;
 }
 
 TZEPDrawRun::Walk::~Walk() {
-    Current().End();
-    --Current().m_walks;
-    Current().Enter(false);
+    m_run.End();
+    --m_run.m_walks;
+    m_run.Enter(false);
 }
 
 } // namespace ZEP

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Color.h>
 
 #include <GL/gl.h>
@@ -34,6 +35,14 @@ struct TZEPArrayAttributes {
     bool operator==(const TZEPArrayAttributes&) const = default;
 };
 
+/// What holds for all that is drawn, whatever its objects and materials say. Whoever draws others
+/// by rules of its own sets them, and takes them back: see `TZEPDrawRun::RuleScope`.
+struct TZEPDrawRules {
+    float Widths = 1;           ///< factor of the widths of lines and points
+    bool EvenMaterials = false; ///< they answer ambient light with their diffuse colours
+    bool operator==(const TZEPDrawRules&) const = default;
+};
+
 /// State that stays set between neighbours of a draw walk. An object drawn alone makes all its
 /// calls, in order: material, line or point attributes, vertices, then both taken back. Within a
 /// walk, taking them back waits until the next object is known: one that opens the same state finds
@@ -43,11 +52,8 @@ struct TZEPArrayAttributes {
 ///
 /// Only objects that leave OpenGL's state as these calls set it take part
 /// (`TZEPObject::SharesDrawRun`); before any other object draws, everything is closed.
-class TZEPDrawRun {
+class ZEP_CORE_EXPORT TZEPDrawRun {
 public:
-    /// The run of the one thread that draws.
-    static TZEPDrawRun& Current();
-
     /// An object is about to draw. \param shares  it takes part
     void Enter(bool shares);
     /// Applies the material to both sides, unless it or an equal one is still applied. Line and
@@ -70,14 +76,35 @@ public:
     /// Takes back what is still set.
     void End();
 
+    [[nodiscard]] const TZEPDrawRules& Rules() const { return m_rules; }
+    /// A material was handed to OpenGL by other means than `OpenMaterial`: what rules say of it
+    /// follows. \param face  `GL_FRONT`, `GL_BACK` or `GL_FRONT_AND_BACK`: the sides that were set
+    void ApplyRules(const TZEPMaterial& material, GLenum face) const;
+
+    /// What is drawn while it lives follows these rules.
+    class ZEP_CORE_EXPORT RuleScope {
+    public:
+        RuleScope(TZEPDrawRun& run, const TZEPDrawRules& rules);
+        ~RuleScope();
+        RuleScope(const RuleScope&) = delete;
+        RuleScope& operator=(const RuleScope&) = delete;
+
+    private:
+        TZEPDrawRun& m_run;
+        TZEPDrawRules m_outer;
+    };
+
     /// A walk: closing waits for the next object while it lives, and everything is closed where
     /// it ends. Walks may nest.
     class Walk {
     public:
-        Walk();
+        explicit Walk(TZEPDrawRun& run);
         ~Walk();
         Walk(const Walk&) = delete;
         Walk& operator=(const Walk&) = delete;
+
+    private:
+        TZEPDrawRun& m_run;
     };
 
 private:
@@ -92,6 +119,7 @@ private:
     TZEPMaterial* m_material = nullptr; // applied and waiting to be closed, or in use
     std::optional<TColor> m_color;      // applied since: as the shared material of this colour
     TAttributes m_attributes;           // likewise
+    TZEPDrawRules m_rules;
     int m_walks = 0;
     bool m_cancel = false;
     bool m_shares = false;

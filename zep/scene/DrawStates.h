@@ -1,11 +1,13 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QFlags>
 #include <QMetaType>
 #include <QObject>
 
 namespace ZEP {
-Q_NAMESPACE
+Q_NAMESPACE_EXPORT(ZEP_CORE_EXPORT)
 
 /// The draw passes, in the order of their ordinals.
 enum TZEPDrawState {

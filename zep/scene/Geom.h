@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <array>
 
 namespace ZEP {
@@ -32,29 +34,30 @@ inline constexpr TGLArrayf3 zero3f{0, 0, 0};
 /// @{
 
 /// Unit normal of the triangle, counter-clockwise seen from its tip; zero for a flat triangle.
-void CalcNormald(const TGLArrayd3& p1, const TGLArrayd3& p2, const TGLArrayd3& p3, TGLArrayd3& n);
+ZEP_CORE_EXPORT void CalcNormald(const TGLArrayd3& p1, const TGLArrayd3& p2, const TGLArrayd3& p3,
+                                 TGLArrayd3& n);
 /// The plane through three points, with the normal of `CalcNormald`.
-void InitPlaned(const TGLArrayd3& p1, const TGLArrayd3& p2, const TGLArrayd3& p3,
-                TGLArrayd4& plane);
+ZEP_CORE_EXPORT void InitPlaned(const TGLArrayd3& p1, const TGLArrayd3& p2, const TGLArrayd3& p3,
+                                TGLArrayd4& plane);
 /// Scales `v` to length 1; leaves a vector of length exactly 0 as it is.
-void Normalized(TGLArrayd3& v);
+ZEP_CORE_EXPORT void Normalized(TGLArrayd3& v);
 /// c = a × b.
-void CrossProdd(const TGLArrayd3& a, const TGLArrayd3& b, TGLArrayd3& c);
-void CrossProdf(const TGLArrayf3& a, const TGLArrayf3& b, TGLArrayf3& c);
-[[nodiscard]] double Dotd(const TGLArrayd3& a, const TGLArrayd3& b);
+ZEP_CORE_EXPORT void CrossProdd(const TGLArrayd3& a, const TGLArrayd3& b, TGLArrayd3& c);
+ZEP_CORE_EXPORT void CrossProdf(const TGLArrayf3& a, const TGLArrayf3& b, TGLArrayf3& c);
+[[nodiscard]] ZEP_CORE_EXPORT double Dotd(const TGLArrayd3& a, const TGLArrayd3& b);
 /// Raises each coordinate of `max` to that of `v`.
-void MaxBoundsd(TGLArrayd3& max, const TGLArrayd3& v);
+ZEP_CORE_EXPORT void MaxBoundsd(TGLArrayd3& max, const TGLArrayd3& v);
 /// Lowers each coordinate of `min` to that of `v`.
-void MinBoundsd(TGLArrayd3& min, const TGLArrayd3& v);
+ZEP_CORE_EXPORT void MinBoundsd(TGLArrayd3& min, const TGLArrayd3& v);
 /// Cartesian to spherical: radius, azimuth in (-π, π] from the x axis, polar angle in [0, π] from
 /// the z axis. The zero vector gives zeros.
-void OrthoToSphered(const TGLArrayd3& v, TGLArrayd3& s);
+ZEP_CORE_EXPORT void OrthoToSphered(const TGLArrayd3& v, TGLArrayd3& s);
 /// Spherical to Cartesian; angles in radians.
-void SphereToOrthod(const TGLArrayd3& s, TGLArrayd3& v);
+ZEP_CORE_EXPORT void SphereToOrthod(const TGLArrayd3& s, TGLArrayd3& v);
 /// `angle` in degrees brought into (-180, 180]; -180 gives 180. NaN for infinity.
-[[nodiscard]] double NormAngle180(double angle);
+[[nodiscard]] ZEP_CORE_EXPORT double NormAngle180(double angle);
 /// `angle` in degrees brought into (0, 360]; 0 gives 360. NaN for infinity.
-[[nodiscard]] double NormAngle360(double angle);
+[[nodiscard]] ZEP_CORE_EXPORT double NormAngle360(double angle);
 /// @}
 
 /// \name Matrices
@@ -63,31 +66,31 @@ void SphereToOrthod(const TGLArrayd3& s, TGLArrayd3& v);
 /// @{
 
 /// Exactly the identity, with no tolerance.
-[[nodiscard]] bool IsIdentityd(const TGLMatrixd4& m);
+[[nodiscard]] ZEP_CORE_EXPORT bool IsIdentityd(const TGLMatrixd4& m);
 /// Transforms the point `v`; never divides by a fourth coordinate.
-void Xformd(const TGLMatrixd4& m, TGLArrayd3& v);
+ZEP_CORE_EXPORT void Xformd(const TGLMatrixd4& m, TGLArrayd3& v);
 /// The box about the transformed box.
-void XformBoxd(const TGLMatrixd4& m, TGLArrayd3& min, TGLArrayd3& max);
+ZEP_CORE_EXPORT void XformBoxd(const TGLMatrixd4& m, TGLArrayd3& min, TGLArrayd3& max);
 /// c = a·b with `b` acting first, as `glLoadMatrixd(a)` followed by `glMultMatrixd(b)`.
-void MultMatrixd(const TGLMatrixd4& a, const TGLMatrixd4& b, TGLMatrixd4& c);
-void Translated(double x, double y, double z, TGLMatrixd4& m);
-void Translatedv(const TGLArrayd3& v, TGLMatrixd4& m);
+ZEP_CORE_EXPORT void MultMatrixd(const TGLMatrixd4& a, const TGLMatrixd4& b, TGLMatrixd4& c);
+ZEP_CORE_EXPORT void Translated(double x, double y, double z, TGLMatrixd4& m);
+ZEP_CORE_EXPORT void Translatedv(const TGLArrayd3& v, TGLMatrixd4& m);
 /// Leaves the fourth column as it is, unlike `glScaled` on a matrix that is not affine.
-void Scaled(double x, double y, double z, TGLMatrixd4& m);
-void Scaledv(const TGLArrayd3& v, TGLMatrixd4& m);
+ZEP_CORE_EXPORT void Scaled(double x, double y, double z, TGLMatrixd4& m);
+ZEP_CORE_EXPORT void Scaledv(const TGLArrayd3& v, TGLMatrixd4& m);
 /// Rotation by `angle` degrees about the axis (x, y, z) of any length. An axis of length 0 counts
 /// as length 1, which shrinks instead of turning.
-void Rotated(double angle, double x, double y, double z, TGLMatrixd4& m);
+ZEP_CORE_EXPORT void Rotated(double angle, double x, double y, double z, TGLMatrixd4& m);
 /// Inverts a rigid transform: rotation and translation. Scale and shear give a wrong inverse.
-void InverseMatrixd(TGLMatrixd4& m);
+ZEP_CORE_EXPORT void InverseMatrixd(TGLMatrixd4& m);
 /// The reflection through a plane of unit normal.
-void MirrorMatrixd(const TGLArrayd4& plane, TGLMatrixd4& m);
+ZEP_CORE_EXPORT void MirrorMatrixd(const TGLArrayd4& plane, TGLMatrixd4& m);
 /// As `gluLookAt`.
-[[nodiscard]] TGLMatrixd4 LookAtd(const TGLArrayd3& eye, const TGLArrayd3& target,
-                                  const TGLArrayd3& up);
+[[nodiscard]] ZEP_CORE_EXPORT TGLMatrixd4 LookAtd(const TGLArrayd3& eye, const TGLArrayd3& target,
+                                                  const TGLArrayd3& up);
 /// As `gluPerspective`; `slope` is the tangent of half the angle.
-[[nodiscard]] TGLMatrixd4 Perspectived(double slope, double aspect, double nearPlane,
-                                       double farPlane);
+[[nodiscard]] ZEP_CORE_EXPORT TGLMatrixd4 Perspectived(double slope, double aspect,
+                                                       double nearPlane, double farPlane);
 /// @}
 
 } // namespace ZEP

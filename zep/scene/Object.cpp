@@ -7,12 +7,14 @@
 #include <zep/framework/LookOnly.h>
 #include <zep/framework/Message.h>
 #include <zep/framework/Property.h>
+#include <zep/scene/ChildList.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/Watch.h>
 #include <zep/scene/XForm.h>
 
 #include <algorithm>
+#include <atomic>
 
 namespace ZEP {
 
@@ -20,10 +22,10 @@ namespace {
 
 /// Counts what exists and tells on unloading what was never freed.
 struct Census {
-    int Live = 0;
+    std::atomic<int> Live = 0; // readers may make objects on threads of their own
     ~Census() {
         if (Live <= 0) return;
-        ShowMessage(QStringLiteral("There is ZEP-Objects leek (%1)").arg(Live),
+        ShowMessage(QStringLiteral("There is ZEP-Objects leek (%1)").arg(Live.load()),
                     QStringLiteral("Warning"), TMessageIcon::Hand);
     }
 } Objects;
@@ -97,6 +99,10 @@ void TZEPObject::Assign(const TComponent* source) {
 
 // --- tree ------------------------------------------------------------------------------------
 
+int TZEPObject::GetItemsCount() const {
+    return m_children ? m_children->Count() : 0;
+}
+
 TZEPObject* TZEPObject::GetItem(int index) const {
     if (m_children) return m_children->Item(index);
     throw Exception(QStringLiteral("List index out of bounds (%1)").arg(index));
@@ -110,8 +116,10 @@ void TZEPObject::SetItemIndex(int index) {
     if (!m_parent) return;
     const int to = std::clamp(index, 0, m_parent->GetItemsCount() - 1);
     if (to == GetItemIndex()) return;
+    const TZEPWatch alive(this);
     DoNotify(this, saMove, &to);
-    m_parent->m_children->Move(this, to);
+    if (alive && m_parent)
+        m_parent->m_children->Move(this, std::min(to, m_parent->GetItemsCount() - 1));
 }
 
 TZEPObject* TZEPObject::ItemByIdent(const QString& ident) const {
@@ -140,6 +148,11 @@ void TZEPObject::ListChildren(std::vector<TZEPObject*>& list,
     });
 }
 
+template <class Proc>
+void TZEPObject::ForEachChild(Proc&& proc) {
+    if (m_children) m_children->ForEach(proc);
+}
+
 void TZEPObject::Iterate(TIterateProc proc, void* data) {
     proc(this, data);
     ForEachChild([=](TZEPObject* child) { child->Iterate(proc, data); });
@@ -152,7 +165,9 @@ void TZEPObject::IterateOnChildren(TIterateProc proc, void* data) {
 void TZEPObject::LeaveParent() {
     if (!m_parent) return;
     TZEPObject* parent = m_parent;
+    const TZEPWatch alive(this);
     DoNotify(this, saRemove, &parent);
+    if (!alive || !m_parent) return; // a listener was first
     m_parent->m_children->Remove(this);
     m_parent = nullptr;
 }
@@ -161,7 +176,10 @@ void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
     auto* object = qobject_cast<TZEPObject*>(parent);
     for (const TZEPObject* ancestor = object; ancestor; ancestor = ancestor->m_parent)
         if (ancestor == this) return;
+    const TZEPWatch alive(this);
+    const TZEPWatch parentAlive(object);
     LeaveParent();
+    if (!alive || m_parent || (object && !parentAlive)) return; // a listener did otherwise
     if (!object) return EnterScene(nullptr);
     m_parent = object;
     m_parentSnapshot = object->m_changeIndex;
@@ -173,7 +191,7 @@ void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
     object->ForgetBox(); // it may have been a leaf
     EnterScene(object->SceneOfChildren());
     DoNotify(this, saInsert, &object);
-    Invalidate(this);
+    if (alive) Invalidate(this);
 }
 
 void TZEPObject::EnterScene(TZEPSceneContext* scene) {
@@ -211,9 +229,10 @@ void TZEPObject::UnregisterNotify(const TZEPObjectNotify& listener) {
 }
 
 void TZEPObject::DoNotify(TZEPObject* sender, TZEPObjectAction action, const void* data) {
+    const TZEPWatch alive(this);
     if (m_parent) m_parent->DoNotify(sender, action, data);
-    // By index: a listener may register or unregister others.
-    for (std::size_t i = 0; m_listeners && i < m_listeners->size(); ++i) {
+    // By index: a listener may register or unregister others, and free the object itself.
+    for (std::size_t i = 0; alive && m_listeners && i < m_listeners->size(); ++i) {
         const TZEPObjectNotify listener = (*m_listeners)[i];
         if (listener.Code) listener.Code(listener.Context, sender, action, data);
     }
@@ -247,6 +266,10 @@ int TZEPObject::TransformCounter() const {
     return m_xform ? m_xform->ChangeCounter() : 0;
 }
 
+TZEPChildNews TZEPObject::TakeChildNews() {
+    return m_children ? m_children->TakeNews() : TZEPChildNews{false, 0};
+}
+
 int TZEPObject::GetChangeIndex() {
     const int transform = TransformCounter();
     const int parent = m_parent ? m_parent->GetChangeIndex() : 0;
@@ -262,6 +285,7 @@ int TZEPObject::GetChangeIndex() {
 void TZEPObject::SetColor(TColor color) {
     if (!Change(m_color, color)) return;
     m_hasOwnColor = true;
+    if (m_parent) m_parent->m_children->NoteLook();
     if (!m_material) return;
     m_material->FrontFace()->SetColor(10, color);
     m_material->BackFace()->SetColor(10, color);
@@ -279,6 +303,7 @@ TZEPMaterial* TZEPObject::Material() {
     }
     if (m_lineTransparency) m_material->SetTransparency(LineTransparency);
     --m_updateLevel;
+    if (m_parent) m_parent->m_children->NoteLook(); // its changes may be silent
     return m_material.get();
 }
 
@@ -297,9 +322,14 @@ void TZEPObject::SetVisible(bool visible) {
 
 void TZEPObject::SetSelected(bool selected) {
     if (m_selected == selected) return;
+    const TZEPWatch alive(this); // a handler may free it
     if (m_selectable && m_scene) m_scene->SelectionChanging(this);
+    if (!alive) return;
     m_selected = selected && m_selectable && (!m_scene || m_scene->SelectionEnabled());
     if (m_selectable && m_scene) m_scene->SelectionChanged(this);
+    if (!alive) return;
+    const TZEPChildList<TZEPObject>::Selecting selecting(m_parent ? m_parent->m_children.get()
+                                                                  : nullptr);
     Invalidate(this);
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Color.h>
 #include <zep/framework/Component.h>
 #include <zep/framework/SharedCollection.h>
-#include <zep/scene/ChildList.h>
+#include <zep/scene/ChildNews.h>
 #include <zep/scene/DrawPasses.h>
 #include <zep/scene/Geom.h>
 
@@ -15,12 +16,16 @@
 namespace ZEP {
 
 enum class TStreamForm;
+template <class Child>
+class TZEPChildList;
 class TZEPMaterial;
 class TZEPObject;
 class TZEPScene;
 class TZEPSceneContext;
 class TZEPVertex3;
 class TZEPXForm;
+struct TZEPBlockBox;
+struct TZEPFrame;
 
 /// A listener to changes of a tree: a call with its own context. `data` points to what the action
 /// is about: for `saMove` the new index (`const int*`), for `saRename` the old name
@@ -45,7 +50,7 @@ using TIterateProc = void (*)(TZEPObject* object, void* data);
 /// hold a million objects.
 ///
 /// Defaults: colour clSilver, visible, not selected, `dtFill`, own material, unit scale.
-class TZEPObject : public TComponent, public TZEPCollectionUser {
+class ZEP_CORE_EXPORT TZEPObject : public TComponent, public TZEPCollectionUser {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/scene/XForm.h")
     Q_PROPERTY(QString Ident READ Ident WRITE SetIdent)
@@ -74,7 +79,7 @@ public:
     [[nodiscard]] TZEPObject* Parent() const { return m_parent; }
     /// The scene of the tree, null outside of one.
     [[nodiscard]] TZEPScene* Scene() const;
-    [[nodiscard]] int GetItemsCount() const { return m_children ? m_children->Count() : 0; }
+    [[nodiscard]] int GetItemsCount() const;
     /// Child `index`; raises `Exception` ("List index out of bounds") outside the range.
     [[nodiscard]] TZEPObject* GetItem(int index) const;
     /// Position among the parent's children; 0 without a parent.
@@ -149,6 +154,9 @@ public:
     /// Changes exactly when the transform of this object or of an ancestor has changed since the
     /// last call.
     int GetChangeIndex();
+    /// What has happened to the children since the last call, however scene and brackets hold back
+    /// invalidation: for the one who keeps what it made of them.
+    [[nodiscard]] TZEPChildNews TakeChildNews();
     /// @}
 
     /// \name Appearance (published by the descendants that draw)
@@ -159,6 +167,7 @@ public:
     virtual void SetColor(TColor color);
     /// The object's own material, made when first asked for.
     [[nodiscard]] TZEPMaterial* Material();
+    [[nodiscard]] bool HasOwnMaterial() const { return m_material != nullptr; }
     [[nodiscard]] int MaterialIndex() const { return m_materialIndex; }
     /// Number of a material in the scene's library; outside of it the own material is used.
     virtual void SetMaterialIndex(int index);
@@ -254,6 +263,8 @@ public:
 
 protected:
     [[nodiscard]] TZEPSceneContext* SceneContext() const { return m_scene; }
+    /// Of the scene that draws this object.
+    [[nodiscard]] TZEPFrame& DrawFrame() const;
     /// The scene that children of this object belong to.
     [[nodiscard]] virtual TZEPSceneContext* SceneOfChildren() { return m_scene; }
     /// This object has come to another scene, or to none.
@@ -293,7 +304,8 @@ protected:
 
     /// What its neighbours' box and passes are is out of date; `Invalidate` does this, too.
     void ForgetBox();
-    /// A change of `GetSize` must be told, by `Invalidate`, whatever else is held back.
+    /// A change of `GetSize` or of the look must be told, by `Invalidate`, whatever else is held
+    /// back.
     [[nodiscard]] bool HasKeptBox() const;
     /// Frees the children without raising anything.
     void FreeChildren();
@@ -312,9 +324,7 @@ private:
     friend class TZEPChildList<TZEPObject>;
 
     template <class Proc>
-    void ForEachChild(Proc&& proc) {
-        if (m_children) m_children->ForEach(proc);
-    }
+    void ForEachChild(Proc&& proc);
     void DrawPass(const TZEPObject& flags, TZEPSceneContext& scene, TZEPDrawState state,
                   TZEPDrawKind kind);
     void DrawForSelect(TZEPSceneContext& scene);

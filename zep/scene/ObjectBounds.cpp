@@ -1,6 +1,7 @@
 #include <zep/framework/Exception.h>
 #include <zep/framework/LookOnly.h>
 #include <zep/scene/Object.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/XForm.h>
 
@@ -155,7 +156,7 @@ double TZEPObject::GetAbsoluteRadius() const {
     TGLArrayd3 min;
     TGLArrayd3 max;
     GetAbsoluteSize(min, max);
-    return std::hypot(max[0] - min[0], max[1] - min[1], max[2] - min[2]) / 2;
+    return Distance(min, max) / 2;
 }
 
 } // namespace ZEP

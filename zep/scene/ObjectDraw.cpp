@@ -1,12 +1,15 @@
-#include <zep/gl/Scopes.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/ChildList.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/Object.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/ViewVolume.h>
 #include <zep/scene/Watch.h>
 #include <zep/scene/XForm.h>
 
+#include <QScopedValueRollback>
+
 #include <array>
+#include <optional>
 
 namespace ZEP {
 
@@ -50,7 +53,9 @@ bool IsForAll(TZEPDrawState state) {
 void TZEPObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (!m_visible) return;
     if (state == dsTransparent && !m_children && !DrawsTransparent()) return;
-    const TZEPXFormScope transform(m_xform.get());
+    std::optional<TZEPFrameLoan> loan;
+    if (m_scene != &scene) loan.emplace(m_scene, scene);
+    const TZEPXFormScope transform(scene.Frame(), m_xform.get());
     const bool topLevel = m_parent == scene.AsObject();
     const bool drawsItself = !scene.QuickDraw() || topLevel || DrawsInQuickDraw();
     const TZEPWatch alive(this);
@@ -61,7 +66,7 @@ void TZEPObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind
 void TZEPObject::DrawOwn(TZEPObject& object, const TZEPObject& flags, TZEPSceneContext& scene,
                          TZEPDrawState state, TZEPDrawKind kind) {
     if (state == dsTransparent && !object.DrawsTransparent()) return;
-    TZEPDrawRun::Current().Enter(object.SharesDrawRun());
+    scene.Frame().Run.Enter(object.SharesDrawRun());
     if (kind == dkSelect) return object.DrawForSelect(scene);
     object.DrawPass(flags, scene, state, kind);
 }
@@ -73,10 +78,10 @@ TZEPPassSet TZEPObject::Passes() const {
 }
 
 void TZEPObject::DrawForSelect(TZEPSceneContext& scene) {
-    const TZEPNotRendering selection;
+    const QScopedValueRollback selects(scene.Frame().IsNotRendering, true);
     glPushName(scene.SelectName(this));
     DrawSpecific(GL_FRONT_AND_BACK, false);
-    TZEPDrawRun::Current().End();
+    scene.Frame().Run.End();
     glPopName();
 }
 
@@ -120,12 +125,13 @@ void TZEPObject::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEP
     const auto draw = [&](TZEPObject* child) { child->Draw(scene, state, kind); };
     const bool some = kind != dkSelect && !IsForAll(state);
     const auto extend = [](TZEPBlockBox& box, const TZEPObject* child) { child->Extend(box); };
-    const bool bounds = TZEPViewFrame::Bounds();
+    const bool bounds = TZEPViewFrame::Bounds(scene.Frame());
     if (!some && !bounds) return m_children->ForEach(draw);
     m_children->ForEachBlock([&](std::size_t block) {
         const TZEPBlockBox& box = m_children->Box(block, extend);
         if (some && (box.Passes & PassBit(state)) == 0) return;
-        const TZEPSeen seen = box.Bounded && bounds ? TZEPViewFrame::Shows(box) : TZEPSeen::Part;
+        const TZEPSeen seen =
+            box.Bounded && bounds ? TZEPViewFrame::Shows(scene.Frame(), box) : TZEPSeen::Part;
         if (seen == TZEPSeen::Nothing) return;
         const bool tests = bounds && seen == TZEPSeen::Part;
         m_children->ForEachIn(block, [&](TZEPObject* child) {

@@ -1,4 +1,7 @@
+#include <zep/scene/ChildList.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/Object.h>
+#include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/XForm.h>
 
 namespace ZEP {
@@ -11,12 +14,17 @@ bool IsBox(const TGLArrayd3& min, const TGLArrayd3& max) {
 
 } // namespace
 
+TZEPFrame& TZEPObject::DrawFrame() const {
+    return m_scene ? m_scene->Frame() : TZEPFrame::OfNoScene();
+}
+
 void TZEPObject::ForgetBox() {
     if (m_parent) m_parent->m_children->ForgetBox(this);
 }
 
 bool TZEPObject::HasKeptBox() const {
-    return m_parent && m_parent->m_children->KnowsBox(this);
+    return m_parent &&
+           (m_parent->m_children->KnowsBox(this) || m_parent->m_children->IsLookTaken());
 }
 
 void TZEPObject::Extend(TZEPBlockBox& box) const {
@@ -42,15 +50,16 @@ void TZEPObject::ExtendBox(TZEPBlockBox& box) const {
 bool TZEPObject::IsInView() const {
     TZEPBlockBox box;
     ExtendBox(box);
-    return !box.Bounded || TZEPViewFrame::Shows(box) != TZEPSeen::Nothing;
+    return !box.Bounded || TZEPViewFrame::Shows(DrawFrame(), box) != TZEPSeen::Nothing;
 }
 
 // A block of children does not tell about one that has children itself: those are walked.
 bool TZEPObject::IsOutOfView() const {
-    if (!m_children || m_selected || !TZEPViewFrame::Bounds() || !StaysInSize()) return false;
+    if (!m_children || m_selected || !TZEPViewFrame::Bounds(DrawFrame()) || !StaysInSize())
+        return false;
     TZEPBlockBox box;
     GetSize(box.Min, box.Max);
-    return IsBox(box.Min, box.Max) && TZEPViewFrame::Shows(box) == TZEPSeen::Nothing;
+    return IsBox(box.Min, box.Max) && TZEPViewFrame::Shows(DrawFrame(), box) == TZEPSeen::Nothing;
 }
 
 void TZEPObject::DeselectChildren() {

@@ -31,10 +31,15 @@ TZEPScene* TZEPObject::Scene() const {
     return m_scene ? static_cast<TZEPScene*>(m_scene->AsObject()) : nullptr;
 }
 
-TZEPScene::TZEPScene(TComponent* owner) : TZEPObject(owner), m_selectBuffer(500) {}
+TZEPScene::TZEPScene(TComponent* owner)
+    : TZEPObject(owner), TZEPSceneContext(m_frame), m_selectBuffer(500) {}
 
 TZEPScene::~TZEPScene() {
-    for (TZEPScenePanel* panel : std::exchange(m_panels, {})) panel->SceneDestroyed();
+    while (!m_panels.empty()) { // one that is told may take away others
+        TZEPScenePanel* panel = m_panels.front();
+        m_panels.erase(m_panels.begin());
+        panel->SceneDestroyed();
+    }
     SetAnimation(false); // a panel may have let it go on
     SetMaterialLibrary(nullptr);
     FreeChildren();
@@ -63,6 +68,9 @@ void TZEPScene::SetAccumShadows(bool accumulate) {
 }
 void TZEPScene::SetReflections(bool reflections) {
     Store(m_reflections, reflections);
+}
+void TZEPScene::SetFirstPasses(bool draw) {
+    Store(m_firstPasses, draw);
 }
 
 void TZEPScene::SetMaterialLibrary(TZEPMaterialLibrary* library) {
@@ -116,8 +124,9 @@ void TZEPScene::UnregisterGLPanel(TZEPScenePanel* panel) {
     std::erase(m_panels, panel);
 }
 
-void TZEPScene::Invalidate(TObject*) {
+void TZEPScene::Invalidate(TObject* sender) {
     if (m_manualUpdate || UpdateLevel() > 0) return;
+    for (std::size_t i = 0; i < m_panels.size(); ++i) m_panels[i]->Changed(sender);
     if (m_animation && !IsDesigning()) return; // the next tick repaints
     for (std::size_t i = 0; i < m_panels.size(); ++i) m_panels[i]->Invalidate();
 }

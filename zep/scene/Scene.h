@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/Object.h>
 #include <zep/scene/SceneInterfaces.h>
 
@@ -19,7 +21,7 @@ struct TZEPPickRegion;
 ///
 /// Defaults: black background, scene ambient colour 0x333333, selection enabled, everything else
 /// off.
-class TZEPScene : public TZEPObject, public TZEPSceneContext {
+class ZEP_CORE_EXPORT TZEPScene : public TZEPObject, public TZEPSceneContext {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/appearance/materials/MaterialLibrary.h")
     Q_PROPERTY(ZEP::TColor BackgroundColor READ BackgroundColor WRITE SetBackgroundColor)
@@ -45,6 +47,8 @@ class TZEPScene : public TZEPObject, public TZEPSceneContext {
     Q_CLASSINFO("ManualDepthCheck", "false")
     Q_PROPERTY(bool QuickDraw READ QuickDrawEnabled WRITE SetQuickDraw)
     Q_CLASSINFO("QuickDraw", "false")
+    Q_PROPERTY(bool FirstPasses READ FirstPasses WRITE SetFirstPasses)
+    Q_CLASSINFO("FirstPasses", "false")
 public:
     explicit TZEPScene(TComponent* owner = nullptr);
     ~TZEPScene() override;
@@ -78,6 +82,11 @@ public:
     /// Only top-level objects, user objects and lights draw themselves.
     [[nodiscard]] bool QuickDrawEnabled() const { return m_quickDraw; }
     void SetQuickDraw(bool quick) { m_quickDraw = quick; }
+    [[nodiscard]] bool FirstPasses() const { return m_firstPasses; }
+    /// Each frame begins, after `AfterCamera`, with the passes `dsPre` and `dsReflections`: the
+    /// shadow volumes of the last frame go, and mirrors get what they show. Without it a host that
+    /// wants moving shadows or mirrors draws these two itself, in `AfterCamera`.
+    void SetFirstPasses(bool draw);
 
     /// Draws one frame into the current context; nothing while an update bracket is open or
     /// without a camera. Shadows need a stencil buffer, and one of the two methods: where the
@@ -125,10 +134,10 @@ public:
     [[nodiscard]] TZEPObject* AsObject() override { return this; }
     [[nodiscard]] TZEPMaterial* LibraryMaterial(int index) const override;
     [[nodiscard]] GLuint SelectName(TZEPObject* object) override;
-    void SelectionChanging(TZEPObject* object) override { emit BeforeSelect(object); }
-    void SelectionChanged(TZEPObject* object) override { emit AfterSelect(object); }
+    void SelectionChanging(TZEPObject* object) override { Q_EMIT BeforeSelect(object); }
+    void SelectionChanged(TZEPObject* object) override { Q_EMIT AfterSelect(object); }
 
-signals:
+Q_SIGNALS:
     /// Around each change of an object's selection.
     void BeforeSelect(ZEP::TZEPObject* object);
     void AfterSelect(ZEP::TZEPObject* object);
@@ -159,6 +168,7 @@ private:
     void SelectBest(const TZEPSelectHits& hits, bool toggle, bool clearFirst);
     void Store(bool& flag, bool value);
 
+    TZEPFrame m_frame;
     std::vector<TZEPScenePanel*> m_panels;
     std::vector<TZEPObject*> m_selectNames; ///< of the last draw in select mode
     std::vector<GLuint> m_selectBuffer;     ///< grows by 500 entries, never shrinks
@@ -172,6 +182,7 @@ private:
     bool m_darkFog = false; ///< fog adds nothing while light is subtracted
     bool m_animation = false;
     bool m_manualDepthCheck = false;
+    bool m_firstPasses = false;
     bool m_selectsNear = false; ///< a draw in select mode passes over what is out of view
 };
 

@@ -1,7 +1,7 @@
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/SharedMaterials.h>
 #include <zep/gl/Names.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
@@ -51,7 +51,7 @@ public:
         : m_scene(scene), m_state(state), m_entered(scene.EnterState(state)) {}
     ~TState() {
         if (!m_entered) return;
-        TZEPDrawRun::Current().End();
+        m_scene.Frame().Run.End();
         m_scene.LeaveState(m_state);
     }
     TState(const TState&) = delete;
@@ -86,7 +86,9 @@ void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draf
     if (!m_accumShadows && !BlendEquationEXT) m_accumShadows = true;
     ClearBuffers();
     camera->Apply(width, height, -1);
-    emit AfterCamera(this);
+    Q_EMIT AfterCamera(this);
+    if (m_firstPasses)
+        for (const TZEPDrawState state : {dsPre, dsReflections}) Draw(*this, state, dkFull);
     if (!draft && DrawsShadows()) return DrawShadowedStates();
     for (const TZEPDrawState state : {dsAllLights, dsAllObjects, dsTransparent})
         Draw(*this, state, draft ? dkDraft : dkFull);
@@ -115,11 +117,11 @@ void TZEPScene::DrawShadowedStates() {
 }
 
 void TZEPScene::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
-    const TZEPDrawRun::Walk walk;
+    const TZEPDrawRun::Walk walk(Frame().Run);
     if (kind == dkSelect) m_selectNames.clear();
     const TState entered(*this, state);
     if (!entered) return;
-    const TZEPViewFrame view(VolumeOf(state, kind != dkSelect || m_selectsNear));
+    const TZEPViewFrame view(Frame(), VolumeOf(state, kind != dkSelect || m_selectsNear));
     DrawChildren(scene, state, kind);
 }
 

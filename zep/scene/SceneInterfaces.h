@@ -1,16 +1,22 @@
 #pragma once
 
+#include <zep/Export.h>
+#include <zep/framework/Notify.h>
 #include <zep/scene/DrawStates.h>
+#include <zep/scene/Geom.h>
 
 #include <GL/gl.h>
+
+#include <optional>
 
 namespace ZEP {
 
 class TZEPMaterial;
 class TZEPObject;
+struct TZEPFrame;
 
 /// What a scene asks of the camera that it is seen through.
-class TZEPSceneCamera {
+class ZEP_CORE_EXPORT TZEPSceneCamera {
 public:
     /// Sets up the projection and model-view matrices for one frame.
     /// \param width, height  size of the view in device pixels
@@ -19,6 +25,9 @@ public:
     /// As `Apply`, narrowed to a region of the current viewport about (x, y), which counts from the
     /// lower left corner in pixels.
     virtual void Pick(int width, int height, int x, int y, int pickWidth, int pickHeight) = 0;
+    /// From the scene to the eye as it is applied without jitter, in full precision: OpenGL counts
+    /// in floats, which are coarse far from the origin. None where the camera cannot tell.
+    [[nodiscard]] virtual std::optional<TGLMatrixd4> ExactView() const { return {}; }
     /// The camera as an object of a tree.
     [[nodiscard]] virtual TZEPObject* AsObject() = 0;
 
@@ -27,12 +36,16 @@ protected:
 };
 
 /// What a scene asks of a panel that shows it.
-class TZEPScenePanel {
+class ZEP_CORE_EXPORT TZEPScenePanel {
 public:
     /// Asks for a repaint; never draws at once.
     virtual void Invalidate() = 0;
     /// The scene goes away; the panel forgets it.
     virtual void SceneDestroyed() = 0;
+    /// What a repaint is for: `sender`, or something that belongs to it, has changed; where it is
+    /// the scene itself, anything may have. An animation tells at once, and repaints with its
+    /// ticks. May not change the scene.
+    virtual void Changed(TObject* sender) { static_cast<void>(sender); }
 
 protected:
     ~TZEPScenePanel() = default;
@@ -40,7 +53,7 @@ protected:
 
 /// What the objects of a tree ask of the scene that they are drawn in. `TZEPScene` is the one
 /// implementation; the settings are plain values, since every object reads them in every pass.
-class TZEPSceneContext {
+class ZEP_CORE_EXPORT TZEPSceneContext {
 public:
     [[nodiscard]] bool ManualUpdate() const { return m_manualUpdate; }
     [[nodiscard]] bool SelectionEnabled() const { return m_selectionEnabled; }
@@ -50,6 +63,9 @@ public:
     [[nodiscard]] bool Shadows() const { return m_shadows; }
     [[nodiscard]] bool AccumShadows() const { return m_accumShadows; }
     [[nodiscard]] bool Reflections() const { return m_reflections; }
+
+    /// What drawing carries from one object to the next.
+    [[nodiscard]] TZEPFrame& Frame() const { return *m_frame; }
 
     /// The scene as an object: the root of its tree.
     [[nodiscard]] virtual TZEPObject* AsObject() = 0;
@@ -62,6 +78,7 @@ public:
     virtual void SelectionChanged(TZEPObject* object) = 0;
 
 protected:
+    explicit TZEPSceneContext(TZEPFrame& frame) : m_frame(&frame) {}
     ~TZEPSceneContext() = default;
 
     bool m_manualUpdate = false;
@@ -72,6 +89,10 @@ protected:
     bool m_shadows = false;
     bool m_accumShadows = false;
     bool m_reflections = false;
+
+private:
+    friend class TZEPFrameLoan;
+    TZEPFrame* m_frame;
 };
 
 } // namespace ZEP

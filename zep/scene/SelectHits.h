@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/Object.h>
 
 #include <QString>
@@ -21,7 +22,7 @@ struct TZEPSelectHit {
 };
 
 /// The objects that a draw in select mode hit, in the order of OpenGL's records.
-class TZEPSelectHits {
+class ZEP_CORE_EXPORT TZEPSelectHits {
 public:
     /// \param records  their number
     /// \param buffer   as OpenGL filled it: count of names, least and greatest depth, names
@@ -60,7 +61,7 @@ private:
 /// Chooses the best of the hits that it is offered one by one: the one of the least depth and among
 /// equals the first; or, checking by hand, the nearest to the eye of the highest priority, where a
 /// part that bears the name of the best one so far in its own wins over it.
-class TZEPBestHit {
+class ZEP_CORE_EXPORT TZEPBestHit {
 public:
     explicit TZEPBestHit(bool manualDepthCheck) : m_manual(manualDepthCheck) {}
 

@@ -1,6 +1,7 @@
 #include <zep/scene/Spline.h>
 
 #include <zep/framework/Property.h>
+#include <zep/scene/Vectors.h>
 
 #include <algorithm>
 
@@ -30,9 +31,7 @@ void TZEPSpline::Prepare() {
     m_prepared = true;
     if (n < 3) return;
     SweepForward(1.0 / static_cast<double>(n - 1));
-    for (std::size_t i = n - 2; i-- > 0;)
-        for (std::size_t k = 0; k < 3; ++k)
-            m_derivs[i][k] = m_sweep[i] * m_derivs[i + 1][k] + m_derivs[i][k];
+    for (std::size_t i = n - 2; i-- > 0;) m_derivs[i] = m_sweep[i] * m_derivs[i + 1] + m_derivs[i];
 }
 
 void TZEPSpline::SweepForward(double h) {
@@ -40,12 +39,10 @@ void TZEPSpline::SweepForward(double h) {
     for (std::size_t i = 1; i + 1 < m_points.size(); ++i) {
         const double p = 1 / (Half * m_sweep[i - 1] + 2);
         m_sweep[i] = -Half * p;
-        for (std::size_t k = 0; k < 3; ++k) {
-            const double before = (m_points[i][k] - m_points[i - 1][k]) / h;
-            const double after = (m_points[i + 1][k] - m_points[i][k]) / h;
-            const double bend = (after - before) * 6 / (h + h);
-            m_derivs[i][k] = (bend - Half * m_derivs[i - 1][k]) * p;
-        }
+        const TGLArrayd3 before = (m_points[i] - m_points[i - 1]) / h;
+        const TGLArrayd3 after = (m_points[i + 1] - m_points[i]) / h;
+        const TGLArrayd3 bend = (after - before) * 6 / (h + h);
+        m_derivs[i] = (bend - Half * m_derivs[i - 1]) * p;
     }
 }
 
@@ -63,12 +60,10 @@ void TZEPSpline::GetVertex(double t, TGLArrayd3& v) {
     const double h = 1 / static_cast<double>(last);
     const double a = t - static_cast<double>(i) * h;
     const double b = static_cast<double>(j) * h - t;
-    for (std::size_t k = 0; k < 3; ++k) {
-        const double di = m_derivs[i][k];
-        const double dj = m_derivs[j][k];
-        v[k] = (di * b * b * b + dj * a * a * a) / 6 / h +
-               ((m_points[i][k] - di * h * h / 6) * b + (m_points[j][k] - dj * h * h / 6) * a) / h;
-    }
+    const TGLArrayd3& di = m_derivs[i];
+    const TGLArrayd3& dj = m_derivs[j];
+    v = (di * b * b * b + dj * a * a * a) / 6 / h +
+        ((m_points[i] - di * h * h / 6) * b + (m_points[j] - dj * h * h / 6) * a) / h;
 }
 
 } // namespace ZEP

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Notify.h>
 #include <zep/scene/Geom.h>
 
@@ -10,7 +11,7 @@ namespace ZEP {
 /// A natural cubic spline through points at uniform parameters: point i of n lies at
 /// t = i / (n - 1). Starts empty. A spline that is cleared and filled again allocates nothing, as
 /// long as it does not grow.
-class TZEPSpline : public TObject {
+class ZEP_CORE_EXPORT TZEPSpline : public TObject {
 public:
     [[nodiscard]] int Count() const { return static_cast<int>(m_points.size()); }
     [[nodiscard]] bool Closed() const { return m_closed; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Persistent.h>
 #include <zep/scene/Geom.h>
 
@@ -7,7 +8,7 @@ namespace ZEP {
 
 /// A point or vector that an object publishes; it tells its owner of every change. Starts at
 /// (0, 0, 0).
-class TZEPVertex3 : public TPersistent {
+class ZEP_CORE_EXPORT TZEPVertex3 : public TPersistent {
     Q_GADGET
     Q_PROPERTY(double X READ X WRITE SetX)
     Q_PROPERTY(double Y READ Y WRITE SetY)
@@ -45,7 +46,7 @@ private:
 };
 
 /// A vertex with texture coordinates, which start at (0, 0).
-class TZEPVertex3Tex : public TZEPVertex3 {
+class ZEP_CORE_EXPORT TZEPVertex3Tex : public TZEPVertex3 {
     Q_GADGET
     Q_PROPERTY(double TexX READ TexX WRITE SetTexX)
     Q_PROPERTY(double TexY READ TexY WRITE SetTexY)

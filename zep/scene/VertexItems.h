@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Color.h>
 #include <zep/framework/SharedCollection.h>
 #include <zep/scene/Geom.h>
@@ -7,7 +8,7 @@
 namespace ZEP {
 
 /// A vertex of a polyline, polygon or mesh: a point with a colour. Starts white at (0, 0, 0).
-class TZEPVertex3CI : public TZEPCollectionItem {
+class ZEP_CORE_EXPORT TZEPVertex3CI : public TZEPCollectionItem {
     Q_GADGET
     Q_PROPERTY(ZEP::TColor Color READ Color WRITE SetColor)
     Q_PROPERTY(double X READ X WRITE SetX)
@@ -45,7 +46,7 @@ private:
 };
 
 /// A vertex with texture coordinates, which start at (0, 0), and a normal for smooth surfaces.
-class TZEPVertex3TexCI : public TZEPVertex3CI {
+class ZEP_CORE_EXPORT TZEPVertex3TexCI : public TZEPVertex3CI {
     Q_GADGET
     Q_PROPERTY(double TexX READ TexX WRITE SetTexX)
     Q_PROPERTY(double TexY READ TexY WRITE SetTexY)
@@ -75,7 +76,7 @@ private:
 
 /// A triangle of a mesh: three indices into the vertices of its owner, and the material of the
 /// scene's library, -1 for the owner's own.
-class TZEPFace3CI : public TZEPCollectionItem {
+class ZEP_CORE_EXPORT TZEPFace3CI : public TZEPCollectionItem {
     Q_GADGET
     Q_PROPERTY(int A READ A WRITE SetA)
     Q_PROPERTY(int B READ B WRITE SetB)

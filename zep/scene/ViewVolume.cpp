@@ -1,8 +1,10 @@
 #include <zep/scene/ViewVolume.h>
 
+#include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 
 #include <cmath>
+#include <utility>
 
 namespace ZEP {
 
@@ -70,15 +72,25 @@ TZEPSeen TZEPViewVolume::Shows(const TGLArrayd3& min, const TGLArrayd3& max) con
     return inside ? TZEPSeen::All : TZEPSeen::Part;
 }
 
-TZEPViewFrame* TZEPViewFrame::s_current = nullptr;
+TZEPViewFrame::TZEPViewFrame(TZEPFrame& frame, std::optional<TZEPViewVolume> volume)
+    : m_frame(frame), m_outer(std::exchange(frame.View, this)), m_volume(volume),
+      m_bounds(volume.has_value()) {}
 
-TZEPViewFrame::TZEPViewFrame(std::optional<TZEPViewVolume> volume)
-    : m_volume(volume), m_bounds(volume.has_value()) {
-    s_current = this;
+TZEPViewFrame::TZEPViewFrame(TZEPFrame& frame, const TGLMatrixd4& matrix)
+    : m_frame(frame), m_outer(frame.View), m_matrix(&matrix), m_bounds(Bounds(frame)) {
+    frame.View = this;
 }
 
-TZEPViewFrame::TZEPViewFrame(const TGLMatrixd4& matrix) : m_matrix(&matrix), m_bounds(Bounds()) {
-    s_current = this;
+TZEPViewFrame::~TZEPViewFrame() {
+    m_frame.View = m_outer;
+}
+
+bool TZEPViewFrame::Bounds(const TZEPFrame& frame) {
+    return frame.View && frame.View->m_bounds;
+}
+
+TZEPSeen TZEPViewFrame::Shows(const TZEPFrame& frame, const TZEPBlockBox& box) {
+    return frame.View->Volume().Shows(box.Min, box.Max);
 }
 
 const TZEPViewVolume& TZEPViewFrame::Volume() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/DrawPasses.h>
 #include <zep/scene/Geom.h>
 
@@ -24,7 +25,7 @@ struct TZEPBlockBox {
 };
 
 /// The space that a view shows, between six planes.
-class TZEPViewVolume {
+class ZEP_CORE_EXPORT TZEPViewVolume {
 public:
     /// \param toClip   from the frame of the boxes to clip coordinates, where |x|, |y|, |z| <= w is
     ///                 seen: projection · modelview
@@ -51,33 +52,32 @@ private:
     std::array<std::array<double, Planes>, 3> m_sizes{};
 };
 
+struct TZEPFrame;
+
 /// Where a draw walk stands: the volume of its view in the frame of the object that draws. Children
 /// outside of it need not be drawn (`TZEPObject::StaysInSize`). Transforms of objects open
 /// inner frames (`TZEPXFormScope`). Whoever changes the matrices by other means while a walk draws
 /// opens a frame of its own: one of the matrix, or one that sees everything.
-class TZEPViewFrame {
+class ZEP_CORE_EXPORT TZEPViewFrame {
 public:
     /// Starts a walk; without a volume everything counts as seen, also below an outer walk.
-    explicit TZEPViewFrame(std::optional<TZEPViewVolume> volume);
+    TZEPViewFrame(TZEPFrame& frame, std::optional<TZEPViewVolume> volume);
     /// An inner frame that `matrix`, which must outlive this, leads out of.
-    explicit TZEPViewFrame(const TGLMatrixd4& matrix);
-    ~TZEPViewFrame() { s_current = m_outer; }
+    TZEPViewFrame(TZEPFrame& frame, const TGLMatrixd4& matrix);
+    ~TZEPViewFrame();
     TZEPViewFrame(const TZEPViewFrame&) = delete;
     TZEPViewFrame& operator=(const TZEPViewFrame&) = delete;
 
     /// The innermost frame has a volume.
-    [[nodiscard]] static bool Bounds() { return s_current && s_current->m_bounds; }
+    [[nodiscard]] static bool Bounds(const TZEPFrame& frame);
     /// What the volume of the innermost frame, which must have one, shows of the box.
-    [[nodiscard]] static TZEPSeen Shows(const TZEPBlockBox& box) {
-        return s_current->Volume().Shows(box.Min, box.Max);
-    }
+    [[nodiscard]] static TZEPSeen Shows(const TZEPFrame& frame, const TZEPBlockBox& box);
 
 private:
     [[nodiscard]] const TZEPViewVolume& Volume();
 
-    static TZEPViewFrame* s_current; // everything is drawn on one thread
-
-    TZEPViewFrame* m_outer = s_current;
+    TZEPFrame& m_frame;
+    TZEPViewFrame* m_outer;
     const TGLMatrixd4* m_matrix = nullptr;
     std::optional<TZEPViewVolume> m_volume; // of an inner frame: made when first asked for
     bool m_bounds;

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <zep/Export.h>
+
 namespace ZEP {
 
 /// Tells whether something still exists after a call that may have freed it. It costs next to
 /// nothing, and lives on the stack.
-class TZEPWatch {
+class ZEP_CORE_EXPORT TZEPWatch {
 public:
     explicit TZEPWatch(const void* watched) : m_watched(watched), m_outer(s_innermost) {
         s_innermost = this;
@@ -21,7 +23,8 @@ public:
     }
 
 private:
-    inline static TZEPWatch* s_innermost = nullptr; // objects live on one thread
+    // An object is freed by the thread that has its tree.
+    inline static thread_local TZEPWatch* s_innermost = nullptr;
 
     const void* m_watched;
     TZEPWatch* m_outer;

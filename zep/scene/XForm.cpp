@@ -147,11 +147,12 @@ QByteArray TZEPXForm::StoreMatrix() const {
     return stream;
 }
 
-TZEPXFormScope::TZEPXFormScope(const TZEPXForm* xform) : m_pushed(xform && xform->IsActive()) {
+TZEPXFormScope::TZEPXFormScope(TZEPFrame& frame, const TZEPXForm* xform)
+    : m_pushed(xform && xform->IsActive()) {
     if (!m_pushed) return;
     xform->Push();
     xform->Apply();
-    if (TZEPViewFrame::Bounds()) m_frame.emplace(xform->GetMatrix());
+    if (TZEPViewFrame::Bounds(frame)) m_frame.emplace(frame, xform->GetMatrix());
 }
 
 TZEPXFormScope::~TZEPXFormScope() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/ViewVolume.h>
 
@@ -16,7 +17,7 @@ class TComponent;
 /// before the rotation, which turns about `Center`.
 ///
 /// Starts as the identity with all four vectors at zero; an object sets `Scale` to 1 by itself.
-class TZEPXForm : public TPersistent {
+class ZEP_CORE_EXPORT TZEPXForm : public TPersistent {
     Q_GADGET
     Q_PROPERTY(ZEP::TZEPVertex3* Translate READ Translate)
     Q_PROPERTY(ZEP::TZEPVertex3* Center READ Center)
@@ -106,9 +107,9 @@ private:
 /// Has a transform on the matrix stack for as long as it lives, and a draw walk in its frame. It
 /// pops what it pushed, also where the transform became or ceased to be the identity in between.
 /// Null stands for the identity.
-class TZEPXFormScope {
+class ZEP_CORE_EXPORT TZEPXFormScope {
 public:
-    explicit TZEPXFormScope(const TZEPXForm* xform);
+    TZEPXFormScope(TZEPFrame& frame, const TZEPXForm* xform);
     ~TZEPXFormScope();
     TZEPXFormScope(const TZEPXFormScope&) = delete;
     TZEPXFormScope& operator=(const TZEPXFormScope&) = delete;

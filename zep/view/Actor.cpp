@@ -1,6 +1,7 @@
 #include <zep/view/Actor.h>
 
 #include <zep/appearance/materials/Material.h>
+#include <zep/batch/GatheredClass.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/XForm.h>
 
@@ -11,12 +12,13 @@ namespace ZEP {
 namespace {
 
 const TRegisterObject<TZEPActor> Registered;
+const TZEPGatheredClass Gathered{typeid(TZEPActor), TZEPGathered::Group};
 
 } // namespace
 
 void TZEPActor::Action(double time) {
     const QPointer<TZEPActor> alive(this);
-    emit OnAction(this, time);
+    Q_EMIT OnAction(this, time);
     if (alive) TZEPObject::Action(time);
 }
 

@@ -158,15 +158,16 @@ void TZEPCamera::Apply(int width, int height, int jitter) {
     glLoadIdentity();
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
-    ApplyPart(width, height);
+    m_drawnSize = {width, height};
+    ApplyPart();
     ApplyProjection(Aspect(width, height), jitter);
     ApplyView();
 }
 
-void TZEPCamera::ApplyPart(int width, int height) const {
+void TZEPCamera::ApplyPart() const {
     if (!m_drawnPart) return;
     const QRectF part = *m_drawnPart;
-    GLint viewport[4] = {0, 0, width, height};
+    GLint viewport[4] = {0, 0, m_drawnSize.width(), m_drawnSize.height()};
     gluPickMatrix(part.center().x(), part.center().y(), part.width(), part.height(), viewport);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/Object.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vertex3.h>
@@ -16,8 +17,8 @@ namespace ZEP {
 /// parents rides with them.
 ///
 /// Defaults: eye and target at the origin, up along z, 45 mm lens, planes at 0.1 and 100,
-/// perspective.
-class TZEPCamera : public TZEPObject, public TZEPSceneCamera {
+/// perspective, not extended.
+class ZEP_CORE_EXPORT TZEPCamera : public TZEPObject, public TZEPSceneCamera {
     Q_OBJECT
     Q_PROPERTY(ZEP::TZEPVertex3* Position READ Position)
     Q_PROPERTY(ZEP::TZEPObject* PositionObject READ PositionObject WRITE SetPositionObject)
@@ -34,6 +35,8 @@ class TZEPCamera : public TZEPObject, public TZEPSceneCamera {
     Q_CLASSINFO("NearClipPlane", "0.1")
     Q_CLASSINFO("FarClipPlane", "100")
     Q_CLASSINFO("Orthographic", "false")
+    Q_PROPERTY(bool Extended READ Extended WRITE SetExtended)
+    Q_CLASSINFO("Extended", "false")
 public:
     explicit TZEPCamera(TComponent* owner = nullptr);
 
@@ -61,10 +64,13 @@ public:
     void SetFarClipPlane(double distance);
     [[nodiscard]] bool Orthographic() const { return m_orthographic; }
     void SetOrthographic(bool orthographic);
-    /// Moves the base placement, along the present view direction, to where the box (in absolute
-    /// coordinates) fills a view of that width to height, with planes that leave room to orbit and
-    /// zoom. Ends the following of objects and all offsets. A point counts as a box of size 1; an
-    /// empty or endless box is ignored.
+    [[nodiscard]] bool Extended() const { return m_extended; }
+    /// Movement as users of modelling programs expect it, whatever the size of the scene: what is
+    /// trucked stays under the pointer, orbits end at the poles, and a dolly neither gets stuck
+    /// near the target nor passes through it. Each operation tells its part.
+    void SetExtended(bool extended) { m_extended = extended; }
+    /// `FitCamera` (zep/view/Fitting.h) to a box in absolute coordinates, centred and with a margin
+    /// of 1.05.
     void FitTo(const TGLArrayd3& min, const TGLArrayd3& max, double aspect);
     /// @}
 
@@ -101,9 +107,15 @@ public:
     /// Part of the view that fills the viewport at the next frames, in pixels of the size given to
     /// `Apply`, counted from the lower left corner; none: the whole view.
     void SetDrawnPart(const std::optional<QRect>& part) { m_drawnPart = part; }
+    /// Multiplies the current matrix by what leads from the whole view to the part that is drawn;
+    /// nothing where that is the whole. For what is drawn in coordinates of the view.
+    void ApplyPart() const;
+    /// Of the whole view, as it was given to `Apply` last.
+    [[nodiscard]] const QSize& DrawnSize() const { return m_drawnSize; }
     /// What `Apply` loads, without jitter and part.
     [[nodiscard]] TGLMatrixd4 GetProjectionMatrix(int width, int height) const;
     [[nodiscard]] TGLMatrixd4 GetViewMatrix() const;
+    [[nodiscard]] std::optional<TGLMatrixd4> ExactView() const override { return GetViewMatrix(); }
     [[nodiscard]] TZEPObject* AsObject() override { return this; }
 
     /// \name Movement: changes the offsets; angles in degrees
@@ -118,12 +130,15 @@ public:
     /// Shifts eye and target. Every movement goes through it, so that a descendant can bound all.
     virtual void Move(double px, double py, double pz, double tx, double ty, double tz);
     /// Shifts eye and target together along x and y; ten times as far in perspective. The third
-    /// shift is taken and ignored.
+    /// shift is taken and ignored. Extended, all three count, and with the shift that
+    /// `TZEPPanelControl` gives for a drag (the pointer's, five times in perspective, in the middle
+    /// of the depth range) what is at the distance of the target stays under the pointer.
     virtual void Truck(double dx, double dy, double dz);
     /// Turns the view about the eye.
     virtual void Pan(double a, double b);
     /// Turns the eye about the target, by `a` around the z axis and `b` down from it; with the
-    /// scene's `LimitCameraMovement` never beyond the pole or the horizon.
+    /// scene's `LimitCameraMovement` never beyond the pole or the horizon. Extended, never beyond
+    /// the poles.
     virtual void Orbit(double a, double b);
     virtual void Roll(double angle);
     /// Widens the field of view; does nothing where it would leave 1 to 175 degrees.
@@ -132,15 +147,16 @@ public:
     /// target keeps its size. Nothing in parallel projection.
     virtual void Perspective(double factor);
     /// Moves away from the target by `factor` of the distance, or of 1 where that is more.
+    /// Extended, always of the distance, and nearer by nine tenths of it at most.
     virtual void Dolly(double factor);
     /// @}
 
-signals:
+Q_SIGNALS:
     /// It has come to another scene, or to none.
     void SceneChanged();
 
 protected:
-    void EnteredScene() override { emit SceneChanged(); }
+    void EnteredScene() override { Q_EMIT SceneChanged(); }
     void Notification(TComponent* component, TOperation operation) override;
 
 private:
@@ -153,11 +169,11 @@ private:
     [[nodiscard]] TGLArrayd3 CenterOf(const TZEPObject& object) const;
     [[nodiscard]] TGLArrayd3 ToEye() const;
     [[nodiscard]] double Distance() const;
-    void ApplyPart(int width, int height) const;
+    [[nodiscard]] double TruckFactor() const;
+    [[nodiscard]] double WithinPoles(double b) const;
     void ApplyProjection(double aspect, int jitter) const;
     void ApplyJittered(double aspect, int jitter) const;
     void ApplyView() const;
-    void Place(const TGLArrayd3& eye, const TGLArrayd3& target, double nearPlane, double farPlane);
 
     TZEPVertex3 m_up;
     TZEPObject* m_positionObject = nullptr;
@@ -169,7 +185,9 @@ private:
     TNavigation m_navigation;
     TNavigation m_storedNavigation;
     std::optional<QRect> m_drawnPart;
+    QSize m_drawnSize;
     bool m_orthographic = false;
+    bool m_extended = false;
     bool m_stored = false;
     bool m_changed = true;
     mutable bool m_following = false;

@@ -10,6 +10,10 @@ namespace {
 
 using std::numbers::pi;
 
+constexpr double NearestToPole = 0.05; // degrees: at the pole nothing is up
+constexpr double LargestStep = 0.9;    // of the distance, towards the target
+constexpr double PointerFactor = 5;    // of the panel's control, in perspective
+
 /// How far a point moves that is turned about the origin, by `a` degrees around the z axis and `b`
 /// down from it.
 TGLArrayd3 TurnBy(const TGLArrayd3& from, double a, double b, bool aboveHorizon = false) {
@@ -58,9 +62,18 @@ void TZEPCamera::Move(double px, double py, double pz, double tx, double ty, dou
     Invalidate(this);
 }
 
-void TZEPCamera::Truck(double dx, double dy, double) {
-    const double k = Orthographic() ? -1 : -10;
-    Move(k * dx, k * dy, 0, k * dx, k * dy, 0);
+void TZEPCamera::Truck(double dx, double dy, double dz) {
+    if (!m_extended) dz = 0;
+    const double k = -TruckFactor();
+    Move(k * dx, k * dy, k * dz, k * dx, k * dy, k * dz);
+}
+
+double TZEPCamera::TruckFactor() const {
+    if (Orthographic()) return 1;
+    if (!m_extended) return 10;
+    // The pointer's place is known where depths are halfway between the planes.
+    const double middle = 2 * m_nearClipPlane * m_farClipPlane / (m_nearClipPlane + m_farClipPlane);
+    return Distance() / middle / PointerFactor;
 }
 
 void TZEPCamera::Pan(double a, double b) {
@@ -83,8 +96,16 @@ void TZEPCamera::Pan(double a, double b) {
 
 void TZEPCamera::Orbit(double a, double b) {
     const bool limited = SceneContext() && SceneContext()->LimitCameraMovement();
-    const auto [x, y, z] = TurnBy(ToEye(), a, b, limited);
+    const auto [x, y, z] = TurnBy(ToEye(), a, m_extended ? WithinPoles(b) : b, limited);
     Move(x, y, z, 0, 0, 0);
+}
+
+double TZEPCamera::WithinPoles(double b) const {
+    if (b == 0) return 0; // there and back through the angle would leave a trace of rounding
+    TGLArrayd3 s;
+    OrthoToSphered(ToEye(), s);
+    const double polar = s[2] * 180 / pi;
+    return std::clamp(polar + b, NearestToPole, 180 - NearestToPole) - polar;
 }
 
 void TZEPCamera::Roll(double angle) {
@@ -115,7 +136,8 @@ void TZEPCamera::Perspective(double factor) {
 void TZEPCamera::Dolly(double factor) {
     TGLArrayd3 toEye = ToEye();
     // Close to the target the step keeps its size, else it would never get anywhere.
-    if (Dotd(toEye, toEye) < 1) Normalized(toEye);
+    if (!m_extended && Dotd(toEye, toEye) < 1) Normalized(toEye);
+    if (m_extended) factor = std::max(factor, -LargestStep);
     Move(toEye[0] * factor, toEye[1] * factor, toEye[2] * factor, 0, 0, 0);
 }
 

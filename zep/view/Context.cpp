@@ -120,9 +120,10 @@ bool TZEPContext::Take(const std::optional<TGrantedFormat>& granted) {
 
 void TZEPContext::ReportFailure() {
     if (m_errorShown) return;
+    DebugLog(QStringLiteral("ERROR initializing OpenGL!"));
+    if (m_quiet) return;
     // Set first: the box is modal, and the panel may ask for a context again behind it.
     m_errorShown = true;
-    DebugLog(QStringLiteral("ERROR initializing OpenGL!"));
     ShowMessage(QStringLiteral("Unable to initialize OpenGL context!"), QStringLiteral("Error"),
                 TMessageIcon::Hand);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Persistent.h>
 #include <zep/view/ContextBinding.h>
 
@@ -17,7 +18,7 @@ struct TGrantedFormat;
 /// and `MakeCurrent` answers false.
 ///
 /// Defaults: `SafeMode`; everything else empty, 0 or false.
-class TZEPContext : public TPersistent {
+class ZEP_EXPORT TZEPContext : public TPersistent {
     Q_GADGET
     Q_PROPERTY(QString Acceleration READ Acceleration WRITE IgnoreText)
     Q_CLASSINFO("Acceleration", "")
@@ -70,6 +71,8 @@ public:
     /// Searches all pixel formats instead of leaving the choice to the system.
     [[nodiscard]] bool SafeMode() const { return m_safeMode; }
     void SetSafeMode(bool safeMode) { m_safeMode = safeMode; }
+    /// No message box tells that no context could be had: whoever asked is told by the answer.
+    void SetQuiet(bool quiet) { m_quiet = quiet; }
 
     /// Creates the context for a native window, in place of one that there was before.
     void CreateContext(TWindowHandle window);
@@ -77,7 +80,7 @@ public:
     /// of accumulation, and checks nothing.
     void CreateContext_Original(TWindowHandle window);
     /// Searches the formats: accelerated ones, then 48 requests to the system, then software. A
-    /// message box tells, once for each object, that no context could be had.
+    /// message box tells, once for each object, that no context could be had, unless it is quiet.
     void CreateContext_SafeMode(TWindowHandle window);
     void DestroyContext();
 
@@ -125,6 +128,7 @@ private:
     int m_maxTextureUnits = 0;
     bool m_useSoftwareRenderer = false;
     bool m_safeMode = true;
+    bool m_quiet = false;
     bool m_errorShown = false;
     int m_formatIndex = 0;
     TPixelFormat m_format;

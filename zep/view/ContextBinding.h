@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/view/PixelFormat.h>
 
 #include <functional>
@@ -17,7 +18,7 @@ using TEntryPoint = void (*)();
 /// take, the contexts that draw in it. No operation raises or ends the program: what the system
 /// refuses is answered with false or 0. All contexts of the process share display lists and
 /// textures, also with those that were deleted before.
-class TContextBinding {
+class ZEP_EXPORT TContextBinding {
 public:
     virtual ~TContextBinding() = default;
 
@@ -64,6 +65,6 @@ public:
 };
 
 /// The binding of the windowing system that this program runs on.
-[[nodiscard]] std::unique_ptr<TContextBinding> CreateContextBinding();
+[[nodiscard]] ZEP_EXPORT std::unique_ptr<TContextBinding> CreateContextBinding();
 
 } // namespace ZEP

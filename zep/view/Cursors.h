@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QCursor>
 
 namespace ZEP {
@@ -8,9 +10,9 @@ namespace ZEP {
 /// Navigation shows 100 while it rolls, 101 while it orbits and 103 while it changes the
 /// perspective. Until the application sets others they show the directions of the drag.
 /// @{
-void SetNavigationCursor(int index, const QCursor& cursor);
+ZEP_EXPORT void SetNavigationCursor(int index, const QCursor& cursor);
 /// An arrow for an index that there is not.
-[[nodiscard]] QCursor NavigationCursor(int index);
+[[nodiscard]] ZEP_EXPORT QCursor NavigationCursor(int index);
 /// @}
 
 } // namespace ZEP

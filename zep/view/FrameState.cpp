@@ -2,6 +2,8 @@
 
 #include <zep/gl/Scopes.h>
 
+#include <initializer_list>
+
 namespace ZEP {
 
 namespace {
@@ -52,8 +54,9 @@ void TZEPFrameState::Restore() const {
     glCullFace(GL_BACK);
     glStencilMask(~0U);
     glDepthRange(0, 1);
-    for (const GLenum test : {GL_STENCIL_TEST, GL_BLEND, GL_CLIP_PLANE0, GL_POLYGON_OFFSET_FILL,
-                              GL_SCISSOR_TEST, GL_COLOR_LOGIC_OP, GL_COLOR_MATERIAL})
+    for (const GLenum test : std::initializer_list<GLenum>{
+             GL_STENCIL_TEST, GL_BLEND, GL_CLIP_PLANE0, GL_POLYGON_OFFSET_FILL, GL_SCISSOR_TEST,
+             GL_COLOR_LOGIC_OP, GL_COLOR_MATERIAL})
         glDisable(test);
 }
 

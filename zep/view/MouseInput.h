@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QFlags>
 #include <Qt>
 
@@ -20,9 +22,10 @@ enum TShift {
 Q_DECLARE_FLAGS(TShiftState, TShift)
 Q_DECLARE_OPERATORS_FOR_FLAGS(TShiftState)
 
-[[nodiscard]] TShiftState ToShiftState(Qt::KeyboardModifiers keys, Qt::MouseButtons buttons);
+[[nodiscard]] ZEP_EXPORT TShiftState ToShiftState(Qt::KeyboardModifiers keys,
+                                                  Qt::MouseButtons buttons);
 
 /// Whether `button` is one of the three; fills `result` if so.
-bool ToMouseButton(Qt::MouseButton button, TMouseButton& result);
+ZEP_EXPORT bool ToMouseButton(Qt::MouseButton button, TMouseButton& result);
 
 } // namespace ZEP

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QRect>
 
 namespace ZEP {
@@ -8,7 +10,7 @@ class TZEPCamera;
 
 /// What the mouse control asks of the panel whose mouse it handles. Sizes and places are device
 /// pixels, counted from the upper left corner.
-class TZEPMousePanel {
+class ZEP_EXPORT TZEPMousePanel {
 public:
     [[nodiscard]] virtual TZEPCamera* Camera() const = 0;
     [[nodiscard]] virtual int Width() const = 0;

@@ -127,6 +127,14 @@ bool TZEPPanel::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
+/// A panel that was never shown has no window yet. Who asks for a picture is told by its answer
+/// that OpenGL cannot draw: perhaps nobody is there to close a box.
+void TZEPPanel::OpenWindow() {
+    m_context.SetQuiet(true);
+    winId();
+    m_context.SetQuiet(false);
+}
+
 void TZEPPanel::OpenHandle() {
     if (QWindow* window = windowHandle()) window->installEventFilter(this);
     m_context.CreateContext(internalWinId());

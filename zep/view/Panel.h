@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/Fog.h>
 #include <zep/scene/Geom.h>
 #include <zep/scene/SceneInterfaces.h>
@@ -29,7 +30,7 @@ class TZEPScene;
 /// Sizes and mouse positions are device pixels, counted from the upper left corner.
 ///
 /// Defaults: no camera, black; depth test, two-sided lighting and culling of back faces.
-class TZEPPanel : public QWidget, public TZEPScenePanel, public TZEPMousePanel {
+class ZEP_EXPORT TZEPPanel : public QWidget, public TZEPScenePanel, public TZEPMousePanel {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/view/Camera.h")
     Q_PROPERTY(TAlign Align READ Align WRITE SetAlign)
@@ -144,12 +145,12 @@ public:
     void ShowCursor(int index) override;
     void ShowRubberBand(const QRect& place) override;
     void HideRubberBand() override;
-    void FireBeforSelect() override { emit BeforSelect(this); }
-    void FireAfterSelect() override { emit AfterSelect(this); }
+    void FireBeforSelect() override { Q_EMIT BeforSelect(this); }
+    void FireAfterSelect() override { Q_EMIT AfterSelect(this); }
     void ProcessMessages() override;
     /// @}
 
-signals:
+Q_SIGNALS:
     /// Around each frame: with the context current before anything is drawn, before the frame is
     /// flushed, and after it is shown.
     void BeforDraw(ZEP::TZEPPanel* sender);
@@ -193,6 +194,7 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    void OpenWindow();
     void OpenHandle();
     void CloseHandle();
     void UpdateViewport();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Persistent.h>
 #include <zep/view/MouseInput.h>
 
@@ -23,7 +24,7 @@ class TZEPScene;
 /// Places are device pixels from the upper left corner of the panel.
 ///
 /// Defaults: no action for either button nor for the wheel.
-class TZEPPanelControl : public TPersistent {
+class ZEP_EXPORT TZEPPanelControl : public TPersistent {
     Q_GADGET
     Q_PROPERTY(TZEPMouseMode MouseLeft READ MouseLeft WRITE SetMouseLeft)
     Q_CLASSINFO("MouseLeft", "mmNone")

@@ -22,68 +22,73 @@ QPoint TZEPPanel::DevicePosition(const QPointF& position) const {
     return (position * devicePixelRatioF()).toPoint();
 }
 
+// Handlers of each of these events may free the panel.
+
 void TZEPPanel::Press(QMouseEvent* event, TShiftState extra) {
     TMouseButton button{};
     if (!ToMouseButton(event->button(), button)) return;
     const TShiftState shift = ShiftOf(*event) | extra;
     const QPoint at = DevicePosition(event->position());
-    emit BeforeMouseDown(this, button, shift, at.x(), at.y());
-    m_control.MouseDown(*this, button, shift, at.x(), at.y());
-    emit AfterMouseDown(this, button, shift, at.x(), at.y());
+    const QPointer<TZEPPanel> alive(this);
+    Q_EMIT BeforeMouseDown(this, button, shift, at.x(), at.y());
+    if (alive) m_control.MouseDown(*this, button, shift, at.x(), at.y());
+    if (alive) Q_EMIT AfterMouseDown(this, button, shift, at.x(), at.y());
 }
 
 void TZEPPanel::mousePressEvent(QMouseEvent* event) {
-    Press(event, {});
     QWidget::mousePressEvent(event);
     event->accept();
+    Press(event, {});
 }
 
 void TZEPPanel::mouseMoveEvent(QMouseEvent* event) {
-    const TShiftState shift = ShiftOf(*event);
-    const QPoint at = DevicePosition(event->position());
-    emit BeforeMouseMove(this, shift, at.x(), at.y());
-    m_control.MouseMove(*this, shift, at.x(), at.y());
-    emit AfterMouseMove(this, shift, at.x(), at.y());
     QWidget::mouseMoveEvent(event);
     event->accept();
+    const TShiftState shift = ShiftOf(*event);
+    const QPoint at = DevicePosition(event->position());
+    const QPointer<TZEPPanel> alive(this);
+    Q_EMIT BeforeMouseMove(this, shift, at.x(), at.y());
+    if (alive) m_control.MouseMove(*this, shift, at.x(), at.y());
+    if (alive) Q_EMIT AfterMouseMove(this, shift, at.x(), at.y());
 }
 
 void TZEPPanel::mouseReleaseEvent(QMouseEvent* event) {
-    TMouseButton button{};
-    if (ToMouseButton(event->button(), button)) {
-        const TShiftState shift = ShiftOf(*event);
-        const QPoint at = DevicePosition(event->position());
-        const QPointer<TZEPPanel> alive(this);
-        emit BeforeMouseUp(this, button, shift, at.x(), at.y());
-        m_control.MouseUp(*this, button, shift, at.x(), at.y());
-        if (!alive) return; // a handler of the selection closed the window
-        if (m_drewDraft && !DrawsDraft()) Invalidate(); // now in full quality
-        emit AfterMouseUp(this, button, shift, at.x(), at.y());
-    }
     QWidget::mouseReleaseEvent(event);
     event->accept();
+    TMouseButton button{};
+    if (!ToMouseButton(event->button(), button)) return;
+    const TShiftState shift = ShiftOf(*event);
+    const QPoint at = DevicePosition(event->position());
+    const QPointer<TZEPPanel> alive(this);
+    Q_EMIT BeforeMouseUp(this, button, shift, at.x(), at.y());
+    if (alive) m_control.MouseUp(*this, button, shift, at.x(), at.y());
+    if (!alive) return;
+    if (m_drewDraft && !DrawsDraft()) Invalidate(); // now in full quality
+    Q_EMIT AfterMouseUp(this, button, shift, at.x(), at.y());
 }
 
 void TZEPPanel::mouseDoubleClickEvent(QMouseEvent* event) {
+    event->accept();
+    const QPointer<TZEPPanel> alive(this);
     TMouseButton button{};
     if (ToMouseButton(event->button(), button)) {
         const QPoint at = DevicePosition(event->position());
-        emit AfterMouseDblClick(this, button, ShiftOf(*event) | ssDouble, at.x(), at.y());
+        Q_EMIT AfterMouseDblClick(this, button, ShiftOf(*event) | ssDouble, at.x(), at.y());
     }
     // The second press is a press like any other: a drag may begin with it.
-    Press(event, ssDouble);
-    event->accept();
+    if (alive) Press(event, ssDouble);
 }
 
 void TZEPPanel::wheelEvent(QWheelEvent* event) {
+    QWidget::wheelEvent(event);
+    event->accept();
     const TShiftState shift = ShiftOf(*event);
     const QPoint at = DevicePosition(event->position());
     const int delta = event->angleDelta().y();
-    emit BeforeMouseWheel(this, shift, delta, at.x(), at.y());
-    m_control.MouseWheelMove(*this, shift, delta, at);
-    emit AfterMouseWheel(this, shift, delta, at.x(), at.y());
-    QWidget::wheelEvent(event);
-    event->accept();
+    const QPointer<TZEPPanel> alive(this);
+    Q_EMIT BeforeMouseWheel(this, shift, delta, at.x(), at.y());
+    if (alive) m_control.MouseWheelMove(*this, shift, delta, at);
+    if (alive) Q_EMIT AfterMouseWheel(this, shift, delta, at.x(), at.y());
 }
 
 // --- what the mouse control asks ---------------------------------------------------------------

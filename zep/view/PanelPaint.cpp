@@ -46,7 +46,7 @@ void TZEPPanel::paintEvent(QPaintEvent*) {
 void TZEPPanel::Paint() {
     if (!DrawFrame()) return;
     m_context.Binding().SwapBuffers();
-    emit AfterDraw(this);
+    Q_EMIT AfterDraw(this);
 }
 
 bool TZEPPanel::DrawFrame() {
@@ -67,9 +67,9 @@ QString TZEPPanel::TryFrame() {
     const TZEPFrameState before;
     QString error;
     try {
-        emit BeforDraw(this);
+        Q_EMIT BeforDraw(this);
         DrawContent();
-        emit BeforFlush(this);
+        Q_EMIT BeforFlush(this);
         return {};
     } catch (const std::exception& thrown) {
         error = QString::fromUtf8(thrown.what());
@@ -86,7 +86,7 @@ void TZEPPanel::NoteFrame(const QString& error) {
     const bool failedBefore = std::exchange(m_failed, !error.isNull());
     if (!m_failed || failedBefore) return;
     QMetaObject::invokeMethod(
-        this, [this, error] { emit FrameFailed(this, error); }, Qt::QueuedConnection);
+        this, [this, error] { Q_EMIT FrameFailed(this, error); }, Qt::QueuedConnection);
 }
 
 void TZEPPanel::DrawContent() {
@@ -126,7 +126,7 @@ void TZEPPanel::ApplyOptions() {
 }
 
 QImage TZEPPanel::GrabFrame() {
-    winId(); // a panel that was never shown has no window yet
+    OpenWindow();
     if (!DrawFrame()) return {};
     QImage frame(Width(), Height(), QImage::Format_ARGB32);
     const bool doubleBuffer = m_context.PixelFormat().Has(pfDoubleBuffer);
@@ -138,7 +138,7 @@ QImage TZEPPanel::GrabFrame() {
                  frame.bits());
     glPopClientAttrib();
     glPopAttrib();
-    emit AfterDraw(this);
+    Q_EMIT AfterDraw(this);
     // OpenGL's first row is the lowest one.
     return frame.mirrored().convertToFormat(QImage::Format_RGB32);
 }

@@ -62,7 +62,7 @@ QImage TZEPPanel::RenderToCanvas(const QSize& size, bool transparent) {
                             .arg(size.width())
                             .arg(size.height()));
     image.fill(transparent ? Qt::transparent : Qt::black);
-    winId(); // a panel that was never shown has no window yet
+    OpenWindow();
     const QSize buffer = size.grownBy({Margin, Margin, Margin, Margin});
     if (m_drawing || !MakeCurrent() ||
         !m_context.BeginPicture(std::min(buffer.width(), TileLength() + 2 * Margin),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <cstdint>
 #include <vector>
 
@@ -51,19 +53,19 @@ struct TPaletteEntry {
 
 /// The palette of a format that needs one: 2^ColorBits entries (at most 2^16), entry i made of the
 /// bits that the format's shifts and counts cut out of i, spread over 0..255.
-[[nodiscard]] std::vector<TPaletteEntry> BuildPalette(const TPixelFormat& format);
+[[nodiscard]] ZEP_EXPORT std::vector<TPaletteEntry> BuildPalette(const TPixelFormat& format);
 
 /// The 1-based position of the format nearest to `request`; 0 where none has its flags for window,
 /// OpenGL and buffering and its pixel type. A missing bit weighs more than any surplus, one of the
 /// stencil most, one of the accumulation buffer least; of equals the first is taken. Whether a
 /// format is accelerated does not count.
-[[nodiscard]] int ClosestFormat(const std::vector<TPixelFormat>& formats,
-                                const TPixelFormat& request);
+[[nodiscard]] ZEP_EXPORT int ClosestFormat(const std::vector<TPixelFormat>& formats,
+                                           const TPixelFormat& request);
 
 /// The order in which a binding lists formats that it may put in any order: plain software ones
 /// from the most useful to the least, then the others from the least useful to the most. The search
 /// takes the first double-buffered one of the former and the last of the deepest of the latter, so
 /// that it ends at one with an accumulation buffer.
-[[nodiscard]] bool ListedBefore(const TPixelFormat& left, const TPixelFormat& right);
+[[nodiscard]] ZEP_EXPORT bool ListedBefore(const TPixelFormat& left, const TPixelFormat& right);
 
 } // namespace ZEP

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QTreeView>
 
 namespace ZEP {
@@ -8,7 +10,7 @@ class TZEPScene;
 
 /// The place on a form for a view of a scene's animation over time. It shows nothing yet: a scene
 /// that is set is not kept.
-class TZEPTimeLine : public QTreeView {
+class ZEP_EXPORT TZEPTimeLine : public QTreeView {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/scene/Scene.h")
     Q_PROPERTY(ZEP::TZEPScene* Scene READ Scene WRITE SetScene)

@@ -130,6 +130,17 @@ TEST(Light, ACutoffOfZeroSurvivesReading) {
     }
 }
 
+TEST(Light, StandsByItsObjectEveryTimeItIsAsked) {
+    TZEPObject post;
+    post.XForm()->Translate()->SetData(1, 2, 3);
+    TZEPLight light;
+    light.Position()->SetData(9, 9, 9);
+    light.SetPositionObject(&post);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(light.GetCenter(), (TGLArrayd3{1, 2, 3}));
+    light.SetPositionObject(nullptr);
+    EXPECT_EQ(light.GetCenter(), (TGLArrayd3{9, 9, 9}));
+}
+
 TEST(Fog, OnlyChangesRepaint) {
     InvalidationCounter panel;
     TZEPFog fog(&panel);

@@ -52,32 +52,6 @@ protected:
     TDot* Dot = nullptr;
 };
 
-TEST_F(MirrorCall, TheSceneIsDrawnOnceMoreIntoItsPixels) {
-    const std::string test = "glStencilFunc(GL_EQUAL, 128, 0x80)";
-    EXPECT_EQ(Of({"glStencilFunc", "glStencilOp", "glFrontFace", "glClipPlane", "mirror*", "dot",
-                  "glDepthRange"}),
-              (TCalls{"glStencilFunc(GL_ALWAYS, 128, 0x80)",
-                      "glStencilOp(GL_REPLACE, GL_REPLACE, GL_REPLACE)",
-                      "mirror's front",
-                      "glStencilOp(GL_KEEP, GL_ZERO, GL_KEEP)",
-                      "mirror's front",
-                      test,
-                      "glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP)",
-                      "glDepthRange(1, 1)",
-                      "mirror's front",
-                      "glDepthRange(0, 1)",
-                      "glClipPlane(GL_CLIP_PLANE0, 0 0 1 0)",
-                      "glFrontFace(GL_CW)",
-                      "glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP)",
-                      test,
-                      "dot",
-                      "glFrontFace(GL_CCW)",
-                      "mirror's front", // the depth of the mirror
-                      "mirror's front",
-                      "mirror's back",
-                      "dot"}));
-}
-
 TEST_F(MirrorCall, WhatItShowsLiesBehindThePlaneAsSeenFromTheEye) {
     const auto plane = [this] { return Of({"glClipPlane"}); };
     Camera->Position()->SetData(0, -10, -8); // from below

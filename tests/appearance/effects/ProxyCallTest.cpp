@@ -171,5 +171,24 @@ TEST_F(ProxyCall, WhatIsDrawnMayFreeTheTargetOrTheProxy) {
         }
 }
 
+// Whoever owns what is shown: between neighbours the same state stays set.
+TEST_F(ProxyCall, WhatStandsInNoSceneSharesTheRunOfTheSceneThatShowsIt) {
+    const auto callsWithTargetIn = [&](TZEPObject* parent) {
+        TZEPNode target;
+        for (int i = 0; i < 3; ++i) Add<TZEPLine>(&target)->P2()->SetData(1, i, 0);
+        target.SetParentComponent(parent);
+        auto* proxy = Add<TZEPProxy>();
+        proxy->SetProxy(&target);
+        const GlCalls calls;
+        proxy->Draw(Scene, dsAllObjects, dkFull);
+        TCalls drawn = calls.List();
+        delete proxy;
+        target.SetParentComponent(nullptr);
+        return drawn;
+    };
+    ExpectCalls(callsWithTargetIn(nullptr), callsWithTargetIn(&Scene));
+    ExpectCalls(callsWithTargetIn(&Elsewhere), callsWithTargetIn(&Scene));
+}
+
 } // namespace
 } // namespace ZEP

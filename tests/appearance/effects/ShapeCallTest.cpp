@@ -31,60 +31,6 @@ std::vector<std::string> Drawn(const GlCalls& calls) {
 
 } // namespace
 
-TEST(ShapeCall, LineAttributesStandAroundTheLinesInOrder) {
-    struct Case {
-        TPenStyle Style;
-        const char* Stipple;
-    };
-    for (const Case& c : {Case{psSolid, nullptr}, Case{psDash, "0xffc3"}, Case{psDot, "0xcccc"},
-                          Case{psDashDot, "0xffcc"}, Case{psDashDotDot, "0xfccc"},
-                          Case{psClear, "0x0"}, Case{psInsideFrame, "0xffff"}}) {
-        for (const bool smooth : {true, false}) {
-            TestShape shape;
-            shape.SetStyle(c.Style);
-            shape.SetSmooth(smooth);
-            shape.SetWidth(2.5F);
-            std::vector<std::string> expected{"glPushAttrib(GL_LINE_BIT)", "glLineWidth(2.5)"};
-            if (c.Stipple) {
-                expected.push_back("glLineStipple(1, " + std::string(c.Stipple) + ")");
-                expected.emplace_back("glEnable(GL_LINE_STIPPLE)");
-            }
-            expected.emplace_back("glNormal3b(127, 0, 0)");
-            if (smooth) expected.emplace_back("glEnable(GL_LINE_SMOOTH)");
-            expected.emplace_back("shape 1032 draft");
-            expected.emplace_back("glPopAttrib()");
-            const GlCalls calls;
-            shape.DrawSpecific(GL_FRONT_AND_BACK, true);
-            ExpectCalls(calls, expected);
-        }
-    }
-}
-
-TEST(ShapeCall, IsDrawnInThePassThatItsMaterialAndSmoothnessAskFor) {
-    struct Case {
-        const char* Name;
-        bool Smooth;
-        float Transparency;
-        std::vector<std::string> Main, Transparent;
-    };
-    const std::vector<std::string> nothing;
-    const std::vector<std::string> once{"material", "shape 1032 full"};
-    for (const Case& c :
-         {Case{"opaque", false, 0, once, nothing}, Case{"smooth", true, 0, nothing, once},
-          Case{"transparent", false, 0.5F, nothing, once},
-          Case{"smooth and transparent", true, 0.5F, nothing, once}}) {
-        TestShape shape;
-        shape.SetSmooth(c.Smooth);
-        if (c.Transparency > 0) shape.Material()->SetTransparency(c.Transparency);
-        GlCalls calls;
-        shape.DrawMain(false);
-        EXPECT_EQ(Drawn(calls), c.Main) << c.Name;
-        calls.Clear();
-        shape.DrawTransparent(false);
-        EXPECT_EQ(Drawn(calls), c.Transparent) << c.Name;
-    }
-}
-
 TEST(ShapeCall, SmoothingLeavesATinyTransparencyInTheMaterial) {
     for (const bool ownMaterial : {true, false}) {
         TestShape shape;

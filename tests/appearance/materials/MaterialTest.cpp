@@ -1,4 +1,5 @@
 #include <zep/appearance/materials/Material.h>
+#include <zep/appearance/materials/SharedMaterials.h>
 
 #include <zep/framework/Exception.h>
 #include <zep/framework/Property.h>
@@ -155,6 +156,26 @@ TEST(Material, AssignRefusesOtherClasses) {
     EXPECT_THROW(material.Assign(material.FrontFace()), Exception);
     EXPECT_THROW(material.FrontFace()->Assign(&material), Exception);
     EXPECT_THROW(material.SetTexture(nullptr), Exception);
+}
+
+TEST(Material, SharedOnesAreTrimmedWhenTheyAreTooMany) {
+    const TColor first = clRed;
+    TZEPMaterial* last = &SharedMaterial(&first, false);
+    last->SetTransparency(0.5F); // marks it
+    EXPECT_EQ(SharedMaterial(&first, false).Transparency(), 0.5F);
+    TrimSharedMaterials();
+    EXPECT_EQ(SharedMaterial(&first, false).Transparency(), 0.5F) << "there are not many";
+    for (std::uint32_t i = 0; i < 65'540; ++i) {
+        const TColor color{i};
+        static_cast<void>(SharedMaterial(&color, i % 2 == 0));
+    }
+    static_cast<void>(SharedMaterial(&first, false));
+    TrimSharedMaterials();
+    const TZEPMaterial* anew = &SharedMaterial(&first, false);
+    EXPECT_EQ(anew->Transparency(), 0);
+    const TColor other = clBlue;
+    static_cast<void>(SharedMaterial(&other, false));
+    EXPECT_EQ(&SharedMaterial(&first, false), anew) << "nothing of before is handed out";
 }
 
 TEST(Material, SameAsComparesWhatOpenGLGets) {

@@ -51,85 +51,6 @@ TEST_F(TextureCall, WithoutAPictureItDoesNothing) {
     ExpectNoCalls(calls);
 }
 
-TEST_F(TextureCall, AppliesSettingsImageAndMatrixInOrder) {
-    TZEPTexture texture;
-    texture.Image()->SetImage(Picture(100, 60));
-    texture.SetMagFilter(mafNearest);
-    texture.SetMinFilter(mifNearest);
-    texture.SetWrapS(twClamp);
-    texture.SetWrapT(twClampToEdge);
-    texture.SetEnvironment(teDecal);
-    texture.SetAngle(30);
-    texture.SetTilingS(2);
-    texture.SetTilingT(3);
-    texture.SetOffsetS(0.25F);
-    texture.SetOffsetT(-0.25F);
-    const GlCalls calls;
-    texture.ApplayMaterial();
-    const std::string name = Name(BoundTexture());
-    ASSERT_NE(name, "0");
-    ExpectCalls(calls,
-                {
-                    "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST)",
-                    "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST)",
-                    "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP)",
-                    "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE)",
-                    "glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, 1 1 1 1)",
-                    "glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL)",
-                    "glGenTextures(1, data)",
-                    "glBindTexture(GL_TEXTURE_2D, " + name + ")",
-                    "glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT)",
-                    "glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT)",
-                    "glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR)",
-                    "glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR)",
-                    "glTexImage2D(GL_TEXTURE_2D, 0, 3, 128, 64, 0, GL_RGBA, GL_UNSIGNED_BYTE, "
-                    "data)",
-                    "glEnable(GL_TEXTURE_2D)",
-                    "glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_FASTEST)",
-                    "glMatrixMode(GL_TEXTURE)",
-                    "glLoadIdentity()",
-                    "glTranslatef(0.5, 0.5, 0)",
-                    "glRotatef(30, 0, 0, 1)",
-                    "glScalef(2, 3, 1)",
-                    "glTranslatef(-0.75, -0.25, 0)",
-                    "glMatrixMode(GL_MODELVIEW)",
-                });
-    EXPECT_FALSE(texture.Mipmapped());
-}
-
-TEST_F(TextureCall, EveryModeHasItsConstant) {
-    struct Case {
-        void (*Set)(TZEPTexture&);
-        const char* Call;
-    };
-    using T = TZEPTexture;
-    for (const Case& c : {
-             Case{[](T& t) { t.SetEnvironment(teModulate); }, "ENV_MODE, GL_MODULATE)"},
-             Case{[](T& t) { t.SetEnvironment(teReplace); }, "ENV_MODE, GL_REPLACE)"},
-             Case{[](T& t) { t.SetEnvironment(teBlend); }, "ENV_MODE, GL_BLEND)"},
-             Case{[](T& t) { t.SetMinFilter(mifLinear); }, "MIN_FILTER, GL_LINEAR)"},
-             Case{[](T& t) { t.SetMinFilter(mifNearestMipmapNearest); },
-                  "MIN_FILTER, GL_NEAREST_MIPMAP_NEAREST)"},
-             Case{[](T& t) { t.SetMinFilter(mifLinearMipmapNearest); },
-                  "MIN_FILTER, GL_LINEAR_MIPMAP_NEAREST)"},
-             Case{[](T& t) { t.SetMinFilter(mifNearestMipmapLinear); },
-                  "MIN_FILTER, GL_NEAREST_MIPMAP_LINEAR)"},
-             Case{[](T& t) { t.SetMinFilter(mifLinearMipmapLinear); },
-                  "MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR)"},
-             Case{[](T& t) { t.SetMagFilter(mafLinear); }, "MAG_FILTER, GL_LINEAR)"},
-             Case{[](T& t) { t.SetWrapS(twRepeat); }, "WRAP_S, GL_REPEAT)"},
-             Case{[](T& t) { t.SetWrapT(twClamp); }, "WRAP_T, GL_CLAMP)"},
-         }) {
-        TZEPTexture texture;
-        texture.Image()->SetImage(Picture(1, 1));
-        c.Set(texture);
-        const GlCalls calls;
-        texture.ApplayMaterial();
-        EXPECT_THAT(calls.Of({"glTexParameteri", "glTexEnvi"}),
-                    testing::Contains(testing::EndsWith(c.Call)));
-    }
-}
-
 TEST_F(TextureCall, MipmapsGoToTheBoundTextureWithoutAnObjectOfItsOwn) {
     TZEPTexture texture;
     texture.Image()->SetImage(Picture(4, 2));
@@ -162,26 +83,6 @@ TEST_F(TextureCall, EveryApplicationReplacesTheObjectAndDestructionFreesIt) {
         name = Name(BoundTexture());
     }
     EXPECT_EQ(calls.List().back(), "glDeleteTextures(1, " + name + ")");
-}
-
-TEST_F(TextureCall, CancellingSwitchesOffAndResetsTheMatrix) {
-    TZEPMaterial material({});
-    material.Texture()->Image()->SetImage(Picture(2, 2));
-    material.ApplayMaterial(GL_FRONT_AND_BACK);
-    const GlCalls calls;
-    material.CancelMaterial();
-    ExpectCalls(calls, {"glDisable(GL_TEXTURE_2D)", "glMatrixMode(GL_TEXTURE)", "glLoadIdentity()",
-                        "glMatrixMode(GL_MODELVIEW)"});
-}
-
-TEST_F(TextureCall, AMaterialAppliesItsTextureAfterItsFaces) {
-    TZEPMaterial material({});
-    material.Texture()->Image()->SetImage(Picture(2, 2));
-    const GlCalls calls;
-    material.ApplayMaterial(GL_FRONT_AND_BACK);
-    EXPECT_EQ(calls.Count("glMaterialfv"), 10U);
-    EXPECT_THAT(calls.List()[9], StartsWith("glMaterialfv(GL_BACK, GL_SHININESS"));
-    EXPECT_THAT(calls.List()[10], StartsWith("glTexParameteri"));
 }
 
 TEST_F(TextureCall, TheMatrixTurnsAboutTheCentre) {

@@ -1,6 +1,7 @@
-#include "tests/converters/dxf/DXFReading.h"
+#include "tests/converters/dxf/DXFFixture.h"
+#include <zep/objects/Label.h>
 
-#include <gmock/gmock.h>
+#include <cmath>
 
 namespace ZEP {
 namespace {
@@ -10,19 +11,26 @@ struct TEnds {
     TGLArrayd3 Start, End;
 };
 
+TGLArrayd3 Absolute(const TZEPObject& object, const TGLArrayd3& point) {
+    TGLArrayd3 there;
+    object.ConvertToAbsolute(point, there);
+    return there;
+}
+
 TEnds EndsOf(const TZEPObject& label) {
-    TGLArrayd3 min, max;
-    label.GetSize(min, max);
-    return {DXFReading::Absolute(label, {0, 0, 0}), DXFReading::Absolute(label, {max[0], 0, 0})};
+    return {Absolute(label, {0, 0, 0}), Absolute(label, {label.GetMax()[0], 0, 0})};
 }
 
-std::vector<TZEPObject*> LabelsIn(const TZEPObject& root) {
-    std::vector<TZEPObject*> labels;
-    root.ListChildren(labels, {&TZEPLabel::staticMetaObject});
-    return labels;
-}
+class DXFTextsHand : public DXF {
+protected:
+    TZEPObject& LabelOf(const char* entity) {
+        Converter.SetExtended(true);
+        Read(Entities(entity));
+        return *Root.GetItem(0)->GetItem(0);
+    }
+};
 
-TEST(DXFTextsHand, AreAlignedByTheirWidth) {
+TEST_F(DXFTextsHand, AreAlignedByTheirWidth) {
     const struct {
         const char* Name;
         const char* Entity;
@@ -42,24 +50,18 @@ TEST(DXFTextsHand, AreAlignedByTheirWidth) {
         {"lines, top centre", "0 MTEXT|1 Hello|40 2|71 2|10 5|20 3", 0.5, {5, 1, 0}},
     };
     for (const auto& row : rows) {
-        DXFReading reading(Drawing(row.Entity));
-        const auto labels = LabelsIn(reading.Scene);
-        ASSERT_EQ(labels.size(), 1U) << row.Name;
-        const auto [start, end] = EndsOf(*labels.front());
+        const auto [start, end] = EndsOf(LabelOf(row.Entity));
         for (std::size_t k = 0; k < 3; ++k)
             EXPECT_NEAR(std::lerp(start[k], end[k], row.Share), row.Place[k], 1e-9) << row.Name;
     }
 }
 
-TEST(DXFTextsHand, FitKeepsTheHeightAndAlignedTheShape) {
+TEST_F(DXFTextsHand, FitKeepsTheHeightAndAlignedTheShape) {
     for (const auto& [entity, height] : {std::pair("0 TEXT|1 Hello|40 2|72 5|10 0|11 100", 2.0),
                                          std::pair("0 TEXT|1 Hello|40 2|72 3|10 0|11 100", 0.0)}) {
-        DXFReading reading(Drawing(entity));
-        const TZEPObject& label = *LabelsIn(reading.Scene).front();
-        TGLArrayd3 min, max;
-        label.GetSize(min, max);
-        const double up = DXFReading::Absolute(label, {0, 1, 0})[1];
-        EXPECT_NEAR(up, height == 0 ? 100 / max[0] : height, 1e-9);
+        const TZEPObject& label = LabelOf(entity);
+        const double up = Absolute(label, {0, 1, 0})[1];
+        EXPECT_NEAR(up, height == 0 ? 100 / label.GetMax()[0] : height, 1e-9);
     }
 }
 

@@ -190,26 +190,42 @@ void SetAgain(const TField& field, const TInstance& instance) {
     }
 }
 
+/// A panel that counts what the scene of an object tells.
+class TListening {
+public:
+    explicit TListening(TZEPObject& object) : m_object(object) {
+        auto* own = qobject_cast<TZEPScene*>(&object);
+        m_scene = own ? own : &m_root;
+        m_scene->RegisterGLPanel(&Panel);
+        if (!own) object.SetParentComponent(m_scene);
+    }
+    ~TListening() {
+        if (m_scene == &m_root) m_object.SetParentComponent(nullptr);
+        m_scene->UnregisterGLPanel(&Panel);
+    }
+    Q_DISABLE_COPY_MOVE(TListening)
+
+    TCountingPanel Panel;
+
+private:
+    TZEPObject& m_object;
+    TZEPScene m_root;
+    TZEPScene* m_scene = nullptr;
+};
+
 TEST_P(RoundTrip, AnEqualValueNotifiesNobody) {
     auto* object = qobject_cast<TZEPObject*>(m_subject.Component);
     if (!object) return; // it can tell no scene
-    TCountingPanel panel;
-    TZEPScene root;
-    auto* own = qobject_cast<TZEPScene*>(object);
-    TZEPScene& scene = own ? *own : root;
-    scene.RegisterGLPanel(&panel);
-    if (!own) object->SetParentComponent(&scene);
+    TListening listening(*object);
     ForEachField(TInstance(object), [&](const std::string& path, const TField& field,
                                         const TInstance& instance) {
         // Face materials and lights tell of every parameter that is set.
         static const std::set<std::string_view> Loud{"Shininess", "Exponent", "Cutoff"};
         if (!field.IsStored() || Loud.contains(field.Name())) return;
-        panel.Count = 0;
+        listening.Panel.Count = 0;
         SetAgain(field, instance);
-        EXPECT_EQ(panel.Count, 0) << path;
+        EXPECT_EQ(listening.Panel.Count, 0) << path;
     });
-    object->SetParentComponent(nullptr);
-    scene.UnregisterGLPanel(&panel);
 }
 
 std::vector<std::string> RegisteredClasses() {

@@ -1,3 +1,4 @@
+#include "tests/Cases.h"
 #include "tests/framework/stream/StreamText.h"
 
 #include <gmock/gmock.h>
@@ -64,105 +65,40 @@ TEST(StreamForms, TheSampleIsTheSameInBothForms) {
     EXPECT_EQ(ToText(SampleText), SampleText);
 }
 
-TEST(StreamForms, ValuesThatBothFormsHoldAlike) {
-    const struct {
-        std::string Bytes;
-        std::string Text;
-    } rows[] = {
-        {Hex("02 7F"), "127"},
-        {Hex("02 80"), "-128"},
-        {Hex("03 8000"), "128"},
-        {Hex("03 0080"), "-32768"},
-        {Hex("04 00800000"), "32768"},
-        {Hex("04 00000080"), "-2147483648"},
-        {Hex("13 0000008000000000"), "2147483648"},
-        {Hex("13 0000000000000080"), "-9223372036854775808"},
-        {Hex("05 00000000000000000000"), "0.0"},
-        {Hex("05 00000000000000000080"), "-0.0"},
-        {Hex("05 0000000000000080FF3F"), "1.0"},
-        {Hex("05 00F8FFFFFFFFFFFFFE43"), "1.7976931348623157e+308"},
-        {Hex("05 0000000000000080CD3B"), "5e-324"},
-        {Hex("05 00F0FFFFFFFFFFFF003C"), "2.225073858507201e-308"},
-        {Hex("05 0000000000000080FF7F"), "+INF"},
-        {Hex("05 0000000000000080FFFF"), "-INF"},
-        {Hex("06 00"), "''"},
-        {Hex("06 02 0D0A"), "#13#10"},
-        {Hex("06 03 274127"), "'''A'''"},
-        {Hex("14 04000000 F09F9880"), "#55357#56832"},
-        {Hex("14 03000000 EFBBBF"), "#65279"},
-        {Hex("12 02000000 00D84100"), "#55296'A'"},
-        {Hex("0A 00000000"), "{}"},
-        {Hex("0B 00"), "[]"},
-        {Hex("0E 00"), "<>"},
-        {Hex("01 00"), "()"},
-        {Hex("00"), "Null"},
-        {Hex("08"), "False"},
-        {Hex("0E 0205 01 00 00"), "<\n    item [5]\n    end>"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(TextOfValue(row.Bytes), row.Text);
-        EXPECT_EQ(BytesOfValue(row.Text), row.Bytes) << row.Text;
-    }
+std::string Unnamed(std::string text) {
+    for (const auto& [name, character] : {std::pair("\\n", "\n"), {"\\r", "\r"}, {"\\t", "\t"}})
+        text = QString::fromLatin1(text)
+                   .replace(QLatin1String(name), QLatin1String(character))
+                   .toLatin1()
+                   .toStdString();
+    return text;
 }
 
-TEST(StreamForms, ListsHoldListsAndEveryOtherValue) {
-    const std::string bytes = Hex("01 0201 01 09 0202 00 060141 0E 01 00 00 00");
-    const std::string text =
-        "(\n    1\n    (\n      True\n      2)\n    'A'\n    <\n      item\n      end>)";
-    EXPECT_EQ(TextOfValue(bytes), text);
-    EXPECT_EQ(BytesOfValue(text), bytes);
+std::string HexOf(const std::string& bytes) {
+    return QByteArray::fromStdString(bytes).toHex().toStdString();
 }
 
-TEST(StreamForms, ValuesThatAreReadAndNotWritten) {
-    const struct {
-        std::string Bytes;
-        const char* Text;
-    } rows[] = {
-        {Hex("0F 0000C03F"), "1.5"},              // single
-        {Hex("15 000000000000F83F"), "1.5"},      // double
-        {Hex("11 000000000000F83F"), "1.5"},      // date
-        {Hex("10 983A000000000000"), "1.5"},      // currency
-        {Hex("06 02 E941"), "#233'A'"},           // Latin-1
-        {Hex("06 03 C3A941"), "#233'A'"},         // UTF-8
-        {Hex("06 02 41C3"), "'A'#195"},           // cut UTF-8 is Latin-1
-        {Hex("0C 02000000 E941"), "#233'A'"},     // long Latin-1
-        {Hex("12 02000000 E9004100"), "#233'A'"}, // wide
-        {Hex("04 01000000"), "1"},                // not the smallest
-        {Hex("07 04 54525545"), "True"},          // "TRUE" as identifier
-        {Hex("07 03 4E494C"), "nil"},             //
-        {Hex("05 FFFFFFFFFFFFFFFFFE43"), "+INF"}, // rounds up beyond a double
-        {Hex("05 FFFFFFFFFFFFFFFFFE7F"), "+INF"}, //
-        {Hex("05 FFFFFFFFFFFFFFFF0100"), "0.0"},  //
-        {Hex("05 01000000000000C0FF3F"), "1.5"},  // more bits than a double
-        {Hex("05 00000000000000600040"), "1.5"},  // no leading one
-        {Hex("05 00000000000000C0FFFF"), "-NAN"},
-        {Hex("0F 002BC0FF"), "-NAN"}, // a NaN keeps no other bits than its sign //
-    };
-    for (const auto& row : rows) EXPECT_EQ(TextOfValue(row.Bytes), row.Text);
+/// Of each line of an input, which ends with "|": bytes are hexadecimal digits.
+TEST(StreamForms, EachValueAndEachErrorIsAsWritten) {
+    ExpectCases("text/streams.txt", [](const TCase& c) {
+        std::istringstream lines(c.Input);
+        std::string answer;
+        for (std::string line; std::getline(lines, line);) {
+            line.pop_back();
+            std::string text;
+            if (c.Name == "bytes of a value") text = TextOfValue(Hex(line.c_str()));
+            if (c.Name == "text of a value") text = HexOf(BytesOfValue(Unnamed(line)));
+            if (c.Name == "errors of a text") text = ToBinary(Unnamed(line));
+            if (c.Name == "errors of bytes") text = ToText(Hex(line.c_str()));
+            answer +=
+                QString::fromStdString(text).replace(u'\n', QStringLiteral("\\n")).toStdString() +
+                "|\n";
+        }
+        return answer;
+    });
 }
 
-TEST(StreamForms, TextThatIsReadAndNotWritten) {
-    const struct {
-        const char* Text;
-        std::string Bytes;
-    } rows[] = {
-        {"$FF", Hex("03 FF00")},
-        {"$FFFFFFFFFFFFFFFF", Hex("02 FF")},
-        {"+5", Hex("02 05")},
-        {"   1.50000000000000E+0000", Hex("05 00000000000000C0FF3F")},
-        {"15E-1", Hex("05 00000000000000C0FF3F")},
-        {"1.18973149535723E+4932", Hex("05 0000000000000080FF7F")},
-        {"1e-400", Hex("05 00000000000000000000")},
-        {"+nan", Hex("05 00000000000000C0FF7F")},
-        {"'A' +\n 'B'\n + #67", Hex("06 03 414243")},
-        {"#$41", Hex("06 01 41")},
-        {"'\xC3\xA9'", Hex("14 02000000 C3A9")},
-        {"{ 0a\n0B }", Hex("0A 02000000 0A0B")},
-        {"TRUE", Hex("09")},
-        {"NIL", Hex("0D")},
-        {"[A,B , C]", Hex("0B 0141 0142 0143 00")},
-    };
-    for (const auto& row : rows) EXPECT_EQ(BytesOfValue(row.Text), row.Bytes) << row.Text;
+TEST(StreamForms, WordsMayBeWrittenInOtherWays) {
     const std::string bytes = ToBinary("object A: T end");
     EXPECT_EQ(ToBinary("\xEF\xBB\xBFOBJECT A:T\tEND\r\n"), bytes);
     EXPECT_EQ(ToBinary("inherited A: T [3] end"), bytes);

@@ -1,12 +1,12 @@
 #include "tests/FolderTest.h"
 
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/drawing/Ground.h"
 #include "viewer/drawing/ViewLights.h"
 #include "viewer/drawing/ViewLook.h"
 #include "viewer/files/Document.h"
 #include "viewer/window/StartScene.h"
 #include <zep/appearance/effects/Light.h>
+#include <zep/batch/Batch.h>
 #include <zep/objects/Box.h>
 #include <zep/objects/Sphere.h>
 #include <zep/objects/Torus.h>
@@ -182,7 +182,7 @@ TEST_F(DressedShadows, TheGroundMirrorsAndIsNoContent) {
     TZEPScene tower;
     Add<TZEPBox>(tower, {0, 0, 2}, {1, 1, 4});
     Open(tower);
-    const std::optional<TBox> bounds = m_document.Bounds();
+    const std::optional<TZEPBounds> bounds = m_document.Bounds();
     Dress({.Ground = true});
     ASSERT_TRUE(Find<TGround>());
     m_document.LookFrom(TDirection::Iso, 4.0 / 3);

@@ -2,10 +2,9 @@
 
 #include "tests/FolderTest.h"
 #include "tests/viewer/SampleFiles.h"
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/files/FileCameras.h"
-#include "viewer/files/SceneSaving.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/batch/Batch.h>
 #include <zep/framework/Exception.h>
 #include <zep/objects/Mesh.h>
 #include <zep/scene/Scene.h>
@@ -109,13 +108,14 @@ TEST_F(Document, SavedAsASceneModelsKeepTheirMaterials) {
     const QString a = PutModel("a.3ds", "red");
     const QString b = PutModel("b.3ds", "green");
     for (const char* name : {"out.zep", "out.zept"}) {
-        SaveScene({a, b}, false, Path(name));
         TDocument document;
+        ASSERT_TRUE(document.Open({a, b}, false));
+        document.Save(Path(name));
         ASSERT_TRUE(document.Open({Path(name), a}, false));
         EXPECT_EQ(Materials(document), "red green red") << name;
-        SaveScene({Path(name)}, false, Path("again.zept")); // from scene to scene
-        ASSERT_TRUE(document.Open({Path("again.zept")}, false));
-        EXPECT_EQ(Materials(document), "red green") << name;
+        document.Save(Path("again.zept")); // from scene to scene
+        ASSERT_TRUE(document.Open({b, Path("again.zept")}, false));
+        EXPECT_EQ(Materials(document), "green red green red") << name;
     }
 }
 
@@ -129,7 +129,7 @@ TEST_F(Document, AViewThroughACameraOfTheFileStandsWhereItDoes) {
     for (const TFileCamera& camera : CamerasOf(document.Files())) names << camera.Name;
     EXPECT_EQ(names.join(QLatin1Char(';')), QStringLiteral("Left;Eye;Eye (2)"));
     LookThrough(QStringLiteral("eye"), document);
-    const TViewCamera& view = *document.Camera();
+    const TZEPCamera& view = *document.Camera();
     EXPECT_EQ(view.GetPosition(), (TGLArrayd3{0, -8, 2}));
     EXPECT_EQ(view.GetTarget(), (TGLArrayd3{0, 0, 2}));
     EXPECT_NEAR(view.FocalLength(), 35, 1e-4);

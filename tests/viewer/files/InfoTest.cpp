@@ -1,7 +1,7 @@
 #include "viewer/files/Info.h"
 
-#include "viewer/drawing/FileRoot.h"
 #include <zep/appearance/effects/Light.h>
+#include <zep/batch/Batch.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Circle.h>
 #include <zep/objects/Line.h>
@@ -34,7 +34,7 @@ struct TSample {
         File.Seconds = 0.25;
         File.Root = &Root;
     }
-    TFileRoot Root;
+    TZEPBatch Root;
     TOpenedFile File;
 };
 

@@ -53,7 +53,7 @@ protected:
             ADD_FAILURE() << "no entry " << text;
             menu->close();
         });
-        emit Tree().customContextMenuRequested(Tree().visualRect(index).center());
+        Q_EMIT Tree().customContextMenuRequested(Tree().visualRect(index).center());
     }
     [[nodiscard]] std::vector<TZEPObject*> Selected() const {
         std::vector<TZEPObject*> objects = m_window->Selection()->Objects();

@@ -2,9 +2,9 @@
 
 #include "tests/FolderTest.h"
 #include "tests/viewer/SampleFiles.h"
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/files/Document.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/batch/Batch.h>
 #include <zep/objects/Mesh.h>
 #include <zep/scene/Scene.h>
 
@@ -60,27 +60,10 @@ TEST_F(ContentsModel, ShowsFilesLayersObjectsAndWhatIsSwitchedOff) {
     const QModelIndex wheel = model.index(0, 0, model.index(1, 0));
     EXPECT_EQ(wheel.data(Qt::ToolTipRole), QStringLiteral("Mesh \"Wheel\": 1 face, 3 vertices"));
     EXPECT_TRUE(model.index(0, 0).data(Qt::ToolTipRole).toString().startsWith(Path("a.dxf")));
+    EXPECT_FALSE(model.IndexOf(*document.Camera()).isValid());
+    EXPECT_EQ(model.FileOf(wheel), Path("b.3ds"));
     document.Close(Path("a.dxf"));
     EXPECT_EQ(Rows(model).toStdString(), "b.3ds\n Wheel\n Axle\n Eye\n");
-}
-
-TEST_F(ContentsModel, RowsAndObjectsFindEachOther) {
-    TDocument document;
-    TContentsModel model(document);
-    ASSERT_TRUE(document.Open({PutDrawing("a.dxf"), PutModel("b.3ds")}, false));
-    int rows = 0;
-    const auto visit = [&](const auto& self, const QModelIndex& parent) -> void {
-        for (int i = 0; i < model.rowCount(parent); ++i, ++rows) {
-            const QModelIndex index = model.index(i, 0, parent);
-            EXPECT_EQ(model.IndexOf(*TContentsModel::ObjectAt(index)), index);
-            EXPECT_EQ(index.parent(), parent);
-            self(self, index);
-        }
-    };
-    visit(visit, {});
-    EXPECT_EQ(rows, 10);
-    EXPECT_FALSE(model.IndexOf(*document.Camera()).isValid());
-    EXPECT_EQ(model.FileOf(model.index(1, 0, model.index(1, 0))), Path("b.3ds"));
 }
 
 TEST_F(ContentsModel, ASearchLeavesWhatItFindsAndWhatLeadsThere) {
@@ -100,13 +83,13 @@ TEST_F(ContentsModel, ASearchLeavesWhatItFindsAndWhatLeadsThere) {
         {"nothing such", 0, ""},
     };
     for (const TRow& row : rows) {
-        model.SetFilter(QLatin1String(row.Text));
+        model.Search(QLatin1String(row.Text));
         EXPECT_EQ(Rows(model).toStdString(), row.Rows) << row.Text;
         EXPECT_EQ(model.Found(), row.Found) << row.Text;
     }
     TZEPObject& wheel = *document.Files()[1].Root->GetItem(0);
     EXPECT_FALSE(model.IndexOf(wheel).isValid());
-    model.SetFilter({});
+    model.Search({});
     EXPECT_EQ(model.IndexOf(wheel).row(), 0);
 }
 
@@ -125,19 +108,6 @@ TEST_F(ContentsModel, ABoxThatIsClickedShowsAndHides) {
         << Rows(model).toStdString();
     model.ShowAll();
     EXPECT_FALSE(Rows(model).contains(QLatin1Char('.') + QStringLiteral("Wheel")));
-}
-
-TEST_F(ContentsModel, ARowIsItsObjectHoweverManyThereAre) {
-    TDocument document;
-    TContentsModel model(document);
-    QByteArray program;
-    for (int i = 0; i < 50'000; ++i) program += "G1 X" + QByteArray::number(i) + "\n";
-    ASSERT_TRUE(document.Open({Put("a.nc", program)}, false));
-    const QModelIndex file = model.index(0, 0);
-    EXPECT_EQ(model.rowCount(file), 50'000);
-    const QModelIndex last = model.index(49'999, 0, file);
-    EXPECT_EQ(last.data(), QStringLiteral("Line 50000"));
-    EXPECT_EQ(last.internalPointer(), document.Files()[0].Root->GetItem(49'999));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "tests/viewer/WindowTest.h"
 #include "viewer/window/MessagesDock.h"
+#include "viewer/window/ViewOptions.h"
 #include <zep/view/Panel.h>
 
 #include <QClipboard>
@@ -115,6 +116,26 @@ TEST_F(Files, AFileThatIsGoneStaysShown) {
         },
         Longest));
     EXPECT_EQ(Root(0).GetItemsCount(), 3);
+}
+
+TEST_F(Files, AreSavedAsOneSceneWithoutTheShadowsOfTheView) {
+    QFile::copy(QStringLiteral(ZEP_SOURCE "/examples/models/gears.3ds"), Path("b.3ds"));
+    Show({Path("b.3ds")});
+    m_window->SaveAs(Path("s.zept"));
+    const QByteArray alone = Contents("s.zept");
+    TViewOptions& options = *m_window->findChild<TViewOptions*>();
+    options.SetLook({.Shadows = TViewLook::TShadows::Subtracted});
+    ASSERT_TRUE(Root(0).GetItem(0)->CastsShadows());
+    ASSERT_TRUE(QFile::remove(Path("b.3ds")));
+    m_window->SaveAs(Path("s.zept"));
+    EXPECT_EQ(Contents("s.zept"), alone);
+    EXPECT_TRUE(Root(0).GetItem(0)->CastsShadows()) << "the view shows them still";
+    Show({Path("s.zept"), PutDrawing()});
+    const TGLArrayd3 eye = Document().Camera()->GetPosition();
+    m_window->SaveAs(Path("s.zept"));
+    ASSERT_EQ(Document().Files().size(), 1U) << "it holds the drawing, too";
+    EXPECT_EQ(Root(0).GetItemsCount(), 2);
+    EXPECT_EQ(Document().Camera()->GetPosition(), eye);
 }
 
 TEST_F(Files, ChangesWaitWhereTheUserWantsThat) {

@@ -1,8 +1,8 @@
 #include "viewer/window/MainWindow.h"
 
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/files/RecentFiles.h"
 #include "viewer/window/WelcomePage.h"
+#include <zep/batch/Batch.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Panel.h>
 

@@ -1,9 +1,10 @@
 #include "viewer/window/Navigation.h"
 
-#include "viewer/drawing/ViewCamera.h"
 #include "viewer/window/Selection.h"
 #include <zep/objects/Line.h>
 #include <zep/scene/Scene.h>
+#include <zep/view/Camera.h>
+#include <zep/view/Fitting.h>
 #include <zep/view/Panel.h>
 
 #include <gtest/gtest.h>
@@ -28,6 +29,7 @@ class Navigation : public testing::Test {
 protected:
     Navigation() {
         m_camera.SetParentComponent(&m_scene);
+        m_camera.SetExtended(true);
         m_camera.Position()->SetData(0, -80, 60);
         m_camera.SetNearClipPlane(0.1);
         m_camera.SetFarClipPlane(10'000);
@@ -58,7 +60,7 @@ protected:
     }
 
     TZEPScene m_scene;
-    TViewCamera m_camera;
+    TZEPCamera m_camera;
     QMainWindow m_window;
     TZEPPanel* m_panel = new TZEPPanel;
     TNavigation* m_navigation = new TNavigation(&m_window, m_panel);
@@ -89,7 +91,7 @@ TEST_F(Navigation, EveryButtonTakesEveryModeByItsKey) {
 
 TEST_F(Navigation, ADragBackToItsStartGivesTheVeryViewBack) {
     for (const bool parallel : {false, true}) {
-        m_camera.SwitchProjection(parallel, 4.0 / 3);
+        SwitchProjection(m_camera, parallel, 4.0 / 3);
         for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
             const TGLMatrixd4 before = m_camera.GetViewMatrix();
             Drag(button, {{50, 60}, {130, 20}});
@@ -104,7 +106,7 @@ TEST_F(Navigation, ADragBackToItsStartGivesTheVeryViewBack) {
 TEST_F(Navigation, WhatIsShiftedStaysUnderThePointer) {
     for (const bool parallel : {false, true}) {
         SCOPED_TRACE(parallel);
-        m_camera.SwitchProjection(parallel, 4.0 / 3);
+        SwitchProjection(m_camera, parallel, 4.0 / 3);
         m_panel->Paint();
         const TGLArrayd3 held = m_camera.GetTarget();
         const auto before = m_panel->GetScreenCoords(held);
@@ -146,9 +148,9 @@ TEST_F(Navigation, OrbitsStopAtThePoles) {
 TEST_F(Navigation, TheProjectionKeepsTheSizeOfWhatIsInTheMiddle) {
     const TGLArrayd3 right{5, 0, 0};
     const auto before = m_panel->GetScreenCoords(right);
-    m_camera.SwitchProjection(true, 4.0 / 3);
+    SwitchProjection(m_camera, true, 4.0 / 3);
     const auto parallel = m_panel->GetScreenCoords(right);
-    m_camera.SwitchProjection(false, 4.0 / 3);
+    SwitchProjection(m_camera, false, 4.0 / 3);
     const auto after = m_panel->GetScreenCoords(right);
     ASSERT_TRUE(before && parallel && after);
     EXPECT_NEAR((*parallel)[0], (*before)[0], 0.01);

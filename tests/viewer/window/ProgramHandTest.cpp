@@ -1,14 +1,17 @@
 #include "viewer/window/MainWindow.h"
 
-#include "viewer/drawing/FileRoot.h"
 #include "viewer/window/Playback.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
+#include <zep/batch/Batch.h>
+#include <zep/view/Fitting.h>
 #include <zep/view/Panel.h>
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDateTime>
+#include <QFile>
 #include <QListView>
 #include <QSettings>
 #include <QSlider>
@@ -118,7 +121,7 @@ TEST_F(Program, TheSliderGoesToItsMove) {
 }
 
 TEST_F(Program, FitTakesWhatIsSelectedOrAll) {
-    TViewCamera& camera = *m_window->Document().Camera();
+    TZEPCamera& camera = *m_window->Document().Camera();
     const auto distance = [&] {
         const TGLArrayd3 eye = camera.GetPosition();
         const TGLArrayd3 target = camera.GetTarget();
@@ -126,7 +129,7 @@ TEST_F(Program, FitTakesWhatIsSelectedOrAll) {
     };
     for (const bool parallel : {false, true}) {
         SCOPED_TRACE(parallel);
-        camera.SwitchProjection(parallel, 1);
+        SwitchProjection(camera, parallel, 1);
         m_window->Selection()->SelectOnly(nullptr);
         QTest::qWait(1);
         QTest::keyClick(&*m_window, Qt::Key_F);
@@ -161,6 +164,26 @@ TEST_F(Program, OfTwoFilesTheTextIsThatOfTheSelected) {
     m_window->Document().Files().back().Root->GetItem(2)->SetSelected(true);
     EXPECT_EQ(MarkedLine(), 3);
     EXPECT_EQ(List().model()->rowCount(), 3);
+}
+
+TEST_F(Program, InASavedSceneStepsAndFindsItsTextUnlessThatIsNewer) {
+    const QString scene = m_folder.filePath(QStringLiteral("s.zep"));
+    TDocument document;
+    const QString program = m_folder.filePath(QStringLiteral("a.nc"));
+    ASSERT_TRUE(document.Open({program, program}, false)); // two, so that they are nested
+    document.Save(scene);
+    m_window->OpenFiles({scene});
+    EXPECT_EQ(List().model()->rowCount(), 6);
+    PickLine(5);
+    EXPECT_EQ(Selected(), QStringLiteral("Line 5"));
+    QFile file(program);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFile::FileModificationTime);
+    m_window->OpenFiles({scene});
+    EXPECT_EQ(List().model()->rowCount(), 0);
+    QTest::keyClick(&*m_window, Qt::Key_Down);
+    QTest::keyClick(&*m_window, Qt::Key_Down);
+    EXPECT_EQ(Selected(), QStringLiteral("Line 4"));
 }
 
 } // namespace

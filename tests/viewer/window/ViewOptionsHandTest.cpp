@@ -1,11 +1,10 @@
 #include "viewer/window/ViewOptions.h"
 
-#include "viewer/drawing/FileRoot.h"
 #include <zep/appearance/effects/Light.h>
 #include <zep/appearance/materials/Material.h>
+#include <zep/batch/Batch.h>
 #include <zep/gl/Names.h>
 #include <zep/objects/Box.h>
-#include <zep/objects/Line.h>
 #include <zep/objects/Mesh.h>
 #include <zep/objects/Polygon.h>
 #include <zep/scene/Scene.h>
@@ -38,12 +37,13 @@ protected:
         m_camera->Position()->SetData(0, -10, 0);
         m_panel.SetCamera(m_camera);
         m_panel.resize(60, 40);
+        m_file = Add<TZEPBatch>();
     }
 
     template <class T>
     T* Add() {
         auto* object = new T(&m_scene);
-        object->SetParentComponent(&m_scene);
+        object->SetParentComponent(m_file ? m_file : &m_scene);
         return object;
     }
 
@@ -59,6 +59,7 @@ protected:
     QTemporaryDir m_folder;
     TZEPScene m_scene;
     TZEPCamera* m_camera;
+    TZEPObject* m_file = nullptr; ///< what is added from then on stands below it
     std::optional<TColor> m_background;
     TZEPPanel m_panel;
 };
@@ -115,7 +116,6 @@ TEST_F(ViewOptions, TheHeadlightShinesWhereItIsAskedForOrNothingElseDoes) {
         const std::unique_ptr<TZEPLight> headlight(Headlight());
         EXPECT_EQ(headlight->Visible(), row.Shines);
         EXPECT_EQ(m_scene.SceneAmbientColor(), row.Ambient);
-        EXPECT_TRUE(!lamp || lamp->Visible() == row.Lights);
     }
 }
 
@@ -145,13 +145,11 @@ TEST_F(ViewOptions, SurfacesAreSeenFromBothSides) {
 }
 
 TEST_F(ViewOptions, FlatDrawingsNeedNoLight) {
-    auto* drawing = Add<TFileRoot>();
-    auto* face = new TZEPPolygon(drawing);
-    face->SetParentComponent(drawing);
+    Add<TZEPPolygon>();
     const auto view = View();
     view->Dress({.Headlight = true});
     EXPECT_TRUE(Headlight()->Visible());
-    drawing->SetEven(true);
+    qobject_cast<TZEPBatch*>(m_file)->SetEvenLight(true);
     view->Dress({.Headlight = true});
     EXPECT_FALSE(Headlight()->Visible());
 }
@@ -181,30 +179,23 @@ TEST_F(ViewOptions, LightNeitherBleachesNorHidesAColour) {
     }
 }
 
-TEST_F(ViewOptions, WhatIsSwitchedComesBackAsItWas) {
-    auto* dark = Add<TZEPLight>();
-    dark->SetVisible(false);
+TEST_F(ViewOptions, NothingIsWrittenIntoWhatIsShown) {
     auto* lamp = Add<TZEPLight>();
-    auto* outline = Add<TZEPBox>();
-    outline->SetDrawType(dtLine);
     auto* box = Add<TZEPBox>();
-    auto* line = Add<TZEPLine>();
-    auto* leaves = Add<TZEPBox>();
+    box->XForm()->Scale()->SetData(3, 3, 3);
+    box->Material()->FrontFace()->SetDiffuse(clRed);
     const auto view = View();
-    view->Dress({.Lights = false, .Wire = true});
-    delete leaves;
-    auto* comes = Add<TZEPBox>();
-    view->Dress({.Lights = false, .Wire = true});
-    EXPECT_FALSE(lamp->Visible());
-    EXPECT_EQ(box->DrawType(), dtLine);
-    EXPECT_EQ(comes->DrawType(), dtLine);
-    EXPECT_EQ(line->DrawType(), dtFill);
-    view->Dress({});
-    EXPECT_FALSE(dark->Visible());
+    const auto middle = [&](const TViewLook& look) {
+        view->Dress(look);
+        return m_panel.GrabFrame().pixelColor(31, 21);
+    };
+    const QColor lit = middle({});
+    EXPECT_EQ(middle({.Lights = false}), QColor(Qt::red));
+    EXPECT_EQ(middle({.Lights = false, .Wire = true}), QColor(Qt::black));
     EXPECT_TRUE(lamp->Visible());
-    EXPECT_EQ(outline->DrawType(), dtLine);
     EXPECT_EQ(box->DrawType(), dtFill);
-    EXPECT_EQ(comes->DrawType(), dtFill);
+    EXPECT_EQ(box->Material()->FrontFace()->Ambient(), TColor{0x404040});
+    EXPECT_EQ(middle({}), lit);
 }
 
 TEST_F(ViewOptions, FogKeepsToWhatIsLookedAt) {
@@ -263,11 +254,11 @@ TEST_F(ViewOptions, WhatTheContextCannotDoIsGreyedOutWithTheReason) {
     };
     const auto subtracts = qScopeGuard([was = BlendEquationEXT] { BlendEquationEXT = was; });
     BlendEquationEXT = nullptr;
-    emit menu.aboutToShow(); // there is no context yet
+    Q_EMIT menu.aboutToShow(); // there is no context yet
     EXPECT_TRUE(entry("S&ubtracted")->isEnabled());
     ASSERT_FALSE(m_panel.GrabFrame().isNull());
     const TBlendEquation there = std::exchange(BlendEquationEXT, nullptr);
-    emit menu.aboutToShow();
+    Q_EMIT menu.aboutToShow();
     EXPECT_FALSE(entry("S&ubtracted")->isEnabled());
     EXPECT_TRUE(entry("S&ubtracted")->toolTip().contains(QStringLiteral("GL_EXT_blend_subtract")));
     EXPECT_TRUE(entry("Sha&dows")->menu()->toolTipsVisible());
@@ -275,7 +266,7 @@ TEST_F(ViewOptions, WhatTheContextCannotDoIsGreyedOutWithTheReason) {
     for (const char* text : {"&Accumulated", "Refle&ctions", "As the &scene has them"})
         EXPECT_TRUE(entry(text)->isEnabled()) << text;
     BlendEquationEXT = there;
-    emit menu.aboutToShow();
+    Q_EMIT menu.aboutToShow();
     EXPECT_TRUE(entry("S&ubtracted")->isEnabled());
     EXPECT_EQ(entry("S&ubtracted")->toolTip(), entry("S&ubtracted")->statusTip());
 }

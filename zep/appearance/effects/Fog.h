@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Color.h>
 #include <zep/framework/Persistent.h>
 #include <zep/framework/Property.h>
@@ -10,7 +11,7 @@ class TZEPScenePanel;
 
 /// Fog of a panel: what is farther from the eye takes on its colour. Off at first, black, linear
 /// and with all numbers 0.
-class TZEPFog : public TPersistent {
+class ZEP_CORE_EXPORT TZEPFog : public TPersistent {
     Q_GADGET
     Q_PROPERTY(ZEP::TColor Color READ Color WRITE SetColor)
     Q_PROPERTY(double FogStart READ FogStart WRITE SetStart)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <span>
 
 namespace ZEP {
@@ -14,18 +16,18 @@ struct TZEPJitter {
     float X, Y;
 };
 
-extern const std::span<const TZEPJitter> j2;
-extern const std::span<const TZEPJitter> j3;
-extern const std::span<const TZEPJitter> j4;
-extern const std::span<const TZEPJitter> j8;
-extern const std::span<const TZEPJitter> j15;
-extern const std::span<const TZEPJitter> j24;
-extern const std::span<const TZEPJitter> j66;
+extern ZEP_CORE_EXPORT const std::span<const TZEPJitter> j2;
+extern ZEP_CORE_EXPORT const std::span<const TZEPJitter> j3;
+extern ZEP_CORE_EXPORT const std::span<const TZEPJitter> j4;
+extern ZEP_CORE_EXPORT const std::span<const TZEPJitter> j8;
+extern ZEP_CORE_EXPORT const std::span<const TZEPJitter> j15;
+extern ZEP_CORE_EXPORT const std::span<const TZEPJitter> j24;
+extern ZEP_CORE_EXPORT const std::span<const TZEPJitter> j66;
 /// @}
 
 /// The table that the jitter index of a camera counts in; `j8` at first.
-[[nodiscard]] std::span<const TZEPJitter> CurrentJitter();
+[[nodiscard]] ZEP_CORE_EXPORT std::span<const TZEPJitter> CurrentJitter();
 /// \param table  stays the caller's and must live on
-void SetCurrentJitter(std::span<const TZEPJitter> table);
+ZEP_CORE_EXPORT void SetCurrentJitter(std::span<const TZEPJitter> table);
 
 } // namespace ZEP

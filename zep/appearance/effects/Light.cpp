@@ -4,6 +4,7 @@
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vertex3.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace ZEP {
@@ -29,12 +30,10 @@ std::vector<TZEPLight*>& TZEPLight::All() {
     return lights;
 }
 
-TZEPLight::TZEPLight(TComponent* owner) : TZEPObject(owner) {
-    All().push_back(this);
-}
+TZEPLight::TZEPLight(TComponent* owner) : TZEPObject(owner) {}
 
 TZEPLight::~TZEPLight() {
-    std::erase(All(), this);
+    if (SceneContext()) std::erase(All(), this);
 }
 
 void TZEPLight::SetExactShadows(bool exact) {
@@ -87,6 +86,10 @@ void TZEPLight::SetParentComponentExt(TComponent* parent, bool append) {
 
 // With the subtree that it belongs to.
 void TZEPLight::EnteredScene() {
+    if (!SceneContext())
+        std::erase(All(), this);
+    else if (std::ranges::find(All(), this) == All().end())
+        All().push_back(this);
     NumberLights();
 }
 

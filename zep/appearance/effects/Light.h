@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/ShadowLists.h>
 #include <zep/scene/Object.h>
 
@@ -17,12 +18,12 @@ namespace ZEP {
 /// With `CastShadows`, and in a scene with `Shadows`, the objects that cast shadows do so from
 /// where it stands. Of one at infinity that is its position, too: put it far outside of the scene,
 /// along the direction that its light comes from. A volume stays with the light until `DrawPre` is
-/// called: a host whose objects move draws the pass `dsPre` in each frame
-/// (`TZEPScene::AfterCamera`), or the shadows of all places add up.
+/// called: a host whose objects move has the scene do so in each frame (`TZEPScene::FirstPasses`),
+/// or the shadows of all places add up.
 ///
 /// Defaults: colour 0xC0C0C0, at infinity, cutoff 180 (no cone), exponent and attenuation 0,
 /// position and target (0, 0, 0).
-class TZEPLight : public TZEPObject {
+class ZEP_CORE_EXPORT TZEPLight : public TZEPObject {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/scene/Vertex3.h")
     Q_PROPERTY(ZEP::TColor Color READ Color WRITE SetColor)
@@ -132,7 +133,7 @@ protected:
 private:
     static constexpr int LightCount = 8; ///< that OpenGL has at least
 
-    /// Of the process.
+    /// Of the process, those that stand in scenes.
     [[nodiscard]] static std::vector<TZEPLight*>& All();
     [[nodiscard]] bool IsCastingIn(const TZEPSceneContext* scene) const;
     void CountVolumes() const;

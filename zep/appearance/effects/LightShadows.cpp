@@ -1,14 +1,15 @@
 #include <zep/appearance/effects/Light.h>
-#include <zep/appearance/effects/ShadowImage.h>
 #include <zep/gl/Names.h>
 #include <zep/gl/Scopes.h>
 #include <zep/gl/StencilCount.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/XForm.h>
 
 #include <GL/glext.h>
 
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 
 namespace ZEP {
 
@@ -89,15 +90,14 @@ void TZEPLight::Subtract(TZEPScene& scene) const {
 }
 
 void TZEPLight::Accumulate(TZEPScene& scene) const {
-    const int left = ImagesLeft();
+    const QScopedValueRollback left(scene.Frame().ShadowImagesLeft, ImagesLeft());
     if (scene.ShadowLightCount() > 1) {
         glStencilFunc(GL_NOTEQUAL, Outside, AllBits);
-        const TZEPShadowImage image(left, true);
+        const QScopedValueRollback isBlack(scene.Frame().DrawsShadowsBlack, true);
         const TBlackScope black;
         scene.Draw(scene, dsShadowObjects, dkFull);
     }
     glStencilFunc(GL_EQUAL, Outside, AllBits);
-    const TZEPShadowImage image(left, false);
     DrawReceivers(scene);
 }
 

@@ -1,7 +1,7 @@
 #include <zep/appearance/effects/LineShape.h>
 
 #include <zep/framework/Property.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
 
 #include <array>
 
@@ -27,7 +27,7 @@ void TZEPLineShape::SetStyle(TPenStyle style) {
 }
 
 void TZEPLineShape::DrawSpecific(GLenum face, bool draft) {
-    TZEPDrawRun& run = TZEPDrawRun::Current();
+    TZEPDrawRun& run = DrawFrame().Run;
     run.OpenLine({.Width = Width(),
                   .Stippled = m_style != psSolid,
                   .Pattern = StipplePattern(m_style),

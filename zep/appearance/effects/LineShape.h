@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/Shape.h>
 
 namespace ZEP {
@@ -8,7 +9,7 @@ namespace ZEP {
 /// send the lines in `DrawShape`.
 ///
 /// Defaults: width 1, solid, smoothed.
-class TZEPLineShape : public TZEPShape {
+class ZEP_CORE_EXPORT TZEPLineShape : public TZEPShape {
     Q_OBJECT
     Q_CLASSINFO("Smooth", "true")
     Q_PROPERTY(TPenStyle Style READ Style WRITE SetStyle)
@@ -43,6 +44,6 @@ using TPenStyle = TZEPLineShape::TPenStyle;
 using enum TZEPLineShape::TPenStyle;
 
 /// The pixels that a style draws: bits of a repeated pattern, the lowest one first.
-[[nodiscard]] GLushort StipplePattern(TPenStyle style);
+[[nodiscard]] ZEP_CORE_EXPORT GLushort StipplePattern(TPenStyle style);
 
 } // namespace ZEP

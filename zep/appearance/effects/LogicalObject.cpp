@@ -4,13 +4,13 @@
 #include <zep/framework/Property.h>
 #include <zep/gl/Scopes.h>
 #include <zep/gl/StencilCount.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/XForm.h>
 
 #include <QPointer>
-#include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <array>
@@ -102,8 +102,8 @@ void TZEPLogicalObject::SetOperation(TZEPLogicalOperation operation) {
 
 void TZEPLogicalObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (!Visible()) return;
-    const TZEPDrawRun::Walk walk;
-    const TZEPXFormScope transform(ExistingXForm());
+    const TZEPDrawRun::Walk walk(scene.Frame().Run);
+    const TZEPXFormScope transform(scene.Frame(), ExistingXForm());
     const TZEPAttribScope attributes(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT | GL_LIGHTING_BIT);
     if (kind == dkSelect) return DrawChildren(scene, state, kind);
     if (state == dsPre) return DrawPre();
@@ -196,7 +196,7 @@ private:
 
     void Draw(const TSolid& solid) const {
         if (solid) solid->Draw(m_scene, m_state, m_kind);
-        TZEPDrawRun::Current().End();
+        m_scene.Frame().Run.End();
     }
 
     TZEPSceneContext& m_scene;
@@ -209,18 +209,16 @@ private:
 
 void TZEPLogicalObject::DrawLogical(TZEPSceneContext& scene, TZEPDrawState state,
                                     TZEPDrawKind kind) {
-    static bool carves = false;
     if (GetItemsCount() < 2) return;
     const TCarving::TSolid first(GetItem(0));
     const TCarving::TSolid second(GetItem(1));
-    if (m_operation == loOR || carves || !HasBuffer(GL_STENCIL_BITS)) {
+    if (m_operation == loOR || scene.Frame().Carves || !HasBuffer(GL_STENCIL_BITS)) {
         // Without counts the solid that is carved is shown whole.
-        if (m_operation != loSUB || carves) first->Draw(scene, state, kind);
+        if (m_operation != loSUB || scene.Frame().Carves) first->Draw(scene, state, kind);
         if (second) second->Draw(scene, state, kind);
         return;
     }
-    carves = true;
-    const auto done = qScopeGuard([] { carves = false; });
+    const QScopedValueRollback carves(scene.Frame().Carves, true);
     TCarving carving(*first, *second, scene, state, kind);
     if (!carving.IsSeen()) return;
     if (m_operation == loAND) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/Object.h>
 
 namespace ZEP {
@@ -17,7 +18,7 @@ namespace ZEP {
 /// comes out of it as it went in.
 ///
 /// Defaults: visible, both together.
-class TZEPLogicalObject : public TZEPObject {
+class ZEP_CORE_EXPORT TZEPLogicalObject : public TZEPObject {
     Q_OBJECT
     Q_PROPERTY(bool Visible READ Visible WRITE SetVisible)
     Q_CLASSINFO("Visible", "true")

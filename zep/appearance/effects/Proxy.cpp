@@ -3,7 +3,7 @@
 #include <zep/appearance/effects/DrawnPlace.h>
 #include <zep/framework/Exception.h>
 #include <zep/framework/Property.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Watch.h>
 #include <zep/scene/XForm.h>
@@ -26,16 +26,17 @@ constexpr std::size_t DeepestMeasured = 8; // proxies within each other
 /// to each other would draw without end.
 class TNesting {
 public:
-    explicit TNesting(const TZEPObject& target) {
-        if (Targets().empty()) Repeated() = 0;
-        const bool repeats = std::ranges::find(Targets(), &target) != Targets().end();
-        if (Targets().size() >= Deepest || (!Targets().empty() && !HasMatrices())) return;
-        if (repeats && ++Repeated() > MostRepeated) return;
-        Targets().push_back(&target);
+    TNesting(TZEPFrame& frame, const TZEPObject& target) : m_frame(frame) {
+        auto& targets = frame.ProxyTargets;
+        if (targets.empty()) frame.ProxyRepeats = 0;
+        const bool repeats = std::ranges::find(targets, &target) != targets.end();
+        if (targets.size() >= Deepest || (!targets.empty() && !HasMatrices())) return;
+        if (repeats && ++frame.ProxyRepeats > MostRepeated) return;
+        targets.push_back(&target);
         m_entered = true;
     }
     ~TNesting() {
-        if (m_entered) Targets().pop_back();
+        if (m_entered) m_frame.ProxyTargets.pop_back();
     }
     TNesting(const TNesting&) = delete;
     TNesting& operator=(const TNesting&) = delete;
@@ -47,14 +48,6 @@ private:
     static constexpr int MostRepeated = 5000; // of a target within itself
     static constexpr int SpareMatrices = 6;
 
-    static std::vector<const TZEPObject*>& Targets() {
-        static std::vector<const TZEPObject*> targets;
-        return targets;
-    }
-    static int& Repeated() {
-        static int repeated = 0;
-        return repeated;
-    }
     /// On OpenGL's stack, for what is drawn.
     static bool HasMatrices() {
         GLint used = 0;
@@ -64,6 +57,7 @@ private:
         return used + SpareMatrices <= all;
     }
 
+    TZEPFrame& m_frame;
     bool m_entered = false;
 };
 
@@ -108,10 +102,11 @@ void TZEPProxy::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
 // that more often than each alone would.
 void TZEPProxy::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (!Visible() || m_depth > m_recurse || !m_target) return;
-    const TNesting nesting(*m_target);
+    TZEPFrame& frame = scene.Frame();
+    const TNesting nesting(frame, *m_target);
     if (!nesting) return;
-    const TZEPDrawRun::Walk walk;
-    const TZEPXFormScope own(ExistingXForm());
+    const TZEPDrawRun::Walk walk(frame.Run);
+    const TZEPXFormScope own(frame, ExistingXForm());
     const TZEPWatch alive(this);
     ++m_depth;
     const auto done = qScopeGuard([this, &alive] {
@@ -126,9 +121,10 @@ void TZEPProxy::DrawTarget(TZEPSceneContext& scene, TZEPDrawState state, TZEPDra
     TZEPObject& target = *m_target;
     const TZEPWatch alive(this);
     const TZEPWatch targetAlive(&target);
+    TZEPFrame& frame = scene.Frame();
     std::optional<TZEPDrawnPlace> place; // shadows fall from there
-    if (state == dsBuildShadowVolumes) place.emplace(target, TZEPDrawnPlace::MatrixOf(*this));
-    const TZEPXFormScope placed(target.ExistingXForm());
+    if (state == dsBuildShadowVolumes) place.emplace(frame, target, MatrixAsDrawn(frame, *this));
+    const TZEPXFormScope placed(frame, target.ExistingXForm());
     target.DrawChildren(scene, state, kind);
     if (alive && targetAlive) DrawOwn(target, *this, scene, state, kind);
 }

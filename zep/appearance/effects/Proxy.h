@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/Object.h>
 
 namespace ZEP {
@@ -17,7 +18,7 @@ namespace ZEP {
 /// more.
 ///
 /// Defaults: no target, `Recurse` 1.
-class TZEPProxy : public TZEPObject {
+class ZEP_CORE_EXPORT TZEPProxy : public TZEPObject {
     Q_OBJECT
     Q_PROPERTY(bool Visible READ Visible WRITE SetVisible)
     Q_CLASSINFO("Visible", "true")

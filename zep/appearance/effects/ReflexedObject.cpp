@@ -1,12 +1,12 @@
 #include <zep/appearance/effects/ReflexedObject.h>
 
-#include <zep/appearance/effects/ShadowImage.h>
 #include <zep/appearance/materials/Material.h>
 #include <zep/framework/Property.h>
 #include <zep/gl/Scopes.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/ViewVolume.h>
 #include <zep/scene/Watch.h>
 
 #include <QScopeGuard>
@@ -34,6 +34,11 @@ double SideOfEye(const TGLArrayd4& plane, const TGLMatrixd4& camera) {
         side += plane[k] * eye;
     }
     return side;
+}
+
+void ApplyWithAlpha(const TZEPDrawRun& run, TZEPMaterial& material, float front) {
+    material.ApplayWithFrontAlpha(front);
+    run.ApplyRules(material, GL_FRONT_AND_BACK);
 }
 
 void TestMark(GLenum function) {
@@ -167,14 +172,15 @@ private:
 };
 
 void TZEPReflexedObject::DrawFront() {
+    TZEPDrawRun& run = DrawFrame().Run; // what it draws may free it
     DrawSpecific(GL_FRONT, false);
-    TZEPDrawRun::Current().End();
+    run.End();
 }
 
 // A mirror that faces another one is drawn by that, but shows nothing of its own.
 void TZEPReflexedObject::DrawReflections() {
     if (m_drawsImage || m_reflection == 0 || !Scene() || !Scene()->Reflections()) return;
-    TZEPDrawRun::Current().End();
+    DrawFrame().Run.End();
     m_drawsImage = true;
     const TZEPWatch alive(this);
     const auto done = qScopeGuard([this, &alive] {
@@ -189,11 +195,12 @@ void TZEPReflexedObject::DrawReflections() {
 /// The front faces, then the back faces, which are opaque: `between` sets what they need.
 template <class Between>
 void TZEPReflexedObject::DrawSides(Between&& between) {
+    TZEPDrawRun& run = DrawFrame().Run;
     PrepareGeometry();
     DrawFront();
     between();
     DrawSpecific(GL_BACK, false);
-    TZEPDrawRun::Current().End();
+    run.End();
 }
 
 // In its own image it would lie upon what it shows, and where shadows are drawn black, what it
@@ -201,14 +208,14 @@ void TZEPReflexedObject::DrawSides(Between&& between) {
 void TZEPReflexedObject::DrawMain(bool draft) {
     if (m_drawsImage) return;
     if (!Mirrors()) return TZEPShadowedObject::DrawMain(draft);
-    if (TZEPShadowImage::IsBlack()) return;
+    if (DrawFrame().DrawsShadowsBlack) return;
     TZEPMaterial& material = DrawnMaterial();
     if (material.IsTransparent()) return;
-    TZEPDrawRun::Current().End();
+    DrawFrame().Run.End();
     {
         const TZEPAttribScope attributes(GL_ENABLE_BIT);
         const auto cancel = qScopeGuard([&material] { material.CancelMaterial(); });
-        material.ApplayWithFrontAlpha(static_cast<float>(1 - m_reflection));
+        ApplyWithAlpha(DrawFrame().Run, material, static_cast<float>(1 - m_reflection));
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         glEnable(GL_CULL_FACE);
         glEnable(GL_BLEND);
@@ -222,16 +229,17 @@ void TZEPReflexedObject::DrawTransparent(bool draft) {
     if (!Mirrors()) return TZEPShadowedObject::DrawTransparent(draft);
     TZEPMaterial& material = DrawnMaterial();
     if (!material.IsTransparent()) return;
-    TZEPDrawRun::Current().End();
+    DrawFrame().Run.End();
     {
         const TZEPAttribScope attributes(GL_ENABLE_BIT);
         const auto cancel = qScopeGuard([&material] { material.CancelMaterial(); });
         const double alpha = 1 - m_reflection * static_cast<double>(material.Transparency());
-        material.ApplayWithFrontAlpha(static_cast<float>(alpha));
+        ApplyWithAlpha(DrawFrame().Run, material, static_cast<float>(alpha));
         glEnable(GL_CULL_FACE);
+        TZEPDrawRun& run = DrawFrame().Run;
         PrepareGeometry();
         DrawSpecific(GL_FRONT_AND_BACK, false);
-        TZEPDrawRun::Current().End();
+        run.End();
     }
     if (Selected()) DrawSelection();
 }
@@ -242,12 +250,12 @@ void TZEPReflexedObject::DrawShadows(bool draft) {
     if (!Mirrors()) return TZEPShadowedObject::DrawShadows(draft);
     TZEPMaterial& material = DrawnMaterial();
     if (!ReceivesShadows() || material.IsTransparent()) return;
-    TZEPDrawRun::Current().End();
+    DrawFrame().Run.End();
     const TZEPAttribScope attributes(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT);
     const auto cancel = qScopeGuard([&material] { material.CancelMaterial(); });
     const bool adds = SceneContext()->AccumShadows();
-    const double part = (1 - m_reflection) / (adds ? TZEPShadowImage::Left() : 1);
-    material.ApplayWithFrontAlpha(static_cast<float>(part));
+    const double part = (1 - m_reflection) / (adds ? DrawFrame().ShadowImagesLeft : 1);
+    ApplyWithAlpha(DrawFrame().Run, material, static_cast<float>(part));
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE);
     DrawSides([adds] {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/effects/ShadowedObject.h>
 
 #include <optional>
@@ -10,16 +11,14 @@ namespace ZEP {
 /// draws the scene once more as the mirror shows it, into the pixels of the mirror's front faces,
 /// and the mirror itself lets that shine through.
 ///
-/// The scene draws that pass only for a host that asks for it, at `TZEPScene::AfterCamera`:
-///
-///     QObject::connect(scene, &TZEPScene::AfterCamera,
-///                      [](TZEPScene* s) { s->Draw(*s, dsReflections, dkFull); });
+/// The scene draws that pass with `TZEPScene::FirstPasses`, else only for a host that asks for it
+/// at `TZEPScene::AfterCamera`.
 ///
 /// A mirror shows neither shadows nor what other mirrors show. What stands behind an opaque mirror
 /// is hidden by it.
 ///
 /// Defaults: no mirror.
-class TZEPReflexedObject : public TZEPShadowedObject {
+class ZEP_CORE_EXPORT TZEPReflexedObject : public TZEPShadowedObject {
     Q_OBJECT
     Q_PROPERTY(double Reflection READ Reflection WRITE SetReflection)
 public:

@@ -1,7 +1,5 @@
 #include <zep/appearance/effects/ShadowLists.h>
 
-#include <zep/gl/Names.h>
-
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -14,11 +12,6 @@ std::size_t TZEPShadowLists::THash::operator()(const TZEPVolumeKey& key) const {
     return std::hash<std::string_view>{}({reinterpret_cast<const char*>(&key), sizeof(key)});
 }
 
-TZEPShadowLists::~TZEPShadowLists() {
-    for (const GLuint list : m_lists) ReleaseDisplayList(list);
-    for (const auto& [key, list] : m_kept) ReleaseDisplayList(list);
-}
-
 bool TZEPShadowLists::Use(const TZEPVolumeKey& key) {
     if (m_used.contains(key)) return true;
     const auto kept = m_kept.find(key);
@@ -28,15 +21,14 @@ bool TZEPShadowLists::Use(const TZEPVolumeKey& key) {
     return true;
 }
 
-void TZEPShadowLists::Add(const TZEPVolumeKey& key, GLuint list) {
+void TZEPShadowLists::Add(const TZEPVolumeKey& key, TDisplayList list) {
     Draw(list);
-    m_used.emplace(key, list);
+    m_used.emplace(key, std::move(list));
 }
 
 void TZEPShadowLists::Drop() {
-    for (const auto& [key, list] : m_kept) glDeleteLists(list, 1);
     m_kept = std::exchange(m_used, {});
-    for (const GLuint list : std::exchange(m_unknown, {})) glDeleteLists(list, 1);
+    m_unknown.clear();
     m_lists.clear();
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <zep/Export.h>
+#include <zep/gl/DisplayList.h>
 #include <zep/scene/Geom.h>
-
-#include <GL/gl.h>
 
 #include <cstdint>
 #include <unordered_map>
@@ -23,23 +23,18 @@ struct TZEPVolumeKey {
 
 /// The shadow volumes of a light: display lists. Those of one frame are drawn; those of the frame
 /// before are kept as long, so that a volume that follows from the same is not made again.
-class TZEPShadowLists {
+class ZEP_CORE_EXPORT TZEPShadowLists {
 public:
-    TZEPShadowLists() = default;
-    ~TZEPShadowLists();
-    TZEPShadowLists(const TZEPShadowLists&) = delete;
-    TZEPShadowLists& operator=(const TZEPShadowLists&) = delete;
-
     /// To be drawn.
     [[nodiscard]] const std::vector<GLuint>& Lists() const { return m_lists; }
     /// Draws the volume that was made from the same; false where there is none.
     bool Use(const TZEPVolumeKey& key);
-    /// Takes over a list; 0 is a volume without contents.
-    void Add(const TZEPVolumeKey& key, GLuint list);
-    /// One that nothing is known of.
-    void Add(GLuint list) {
-        m_lists.push_back(list);
-        m_unknown.push_back(list);
+    /// \param list  none for a volume without contents
+    void Add(const TZEPVolumeKey& key, TDisplayList list);
+    /// Takes over one that nothing is known of.
+    void Add(GLuint name) {
+        m_lists.push_back(name);
+        m_unknown.emplace_back().Adopt(name);
     }
     /// A new frame begins, with a context current: nothing is drawn.
     void Drop();
@@ -48,16 +43,16 @@ private:
     struct THash {
         std::size_t operator()(const TZEPVolumeKey& key) const;
     };
-    using TVolumes = std::unordered_map<TZEPVolumeKey, GLuint, THash>;
+    using TVolumes = std::unordered_map<TZEPVolumeKey, TDisplayList, THash>;
 
-    void Draw(GLuint list) {
-        if (list != 0) m_lists.push_back(list);
+    void Draw(const TDisplayList& list) {
+        if (list.Exists()) m_lists.push_back(list.Name());
     }
 
     std::vector<GLuint> m_lists;
-    std::vector<GLuint> m_unknown; ///< of them
-    TVolumes m_used;               ///< in this frame
-    TVolumes m_kept;               ///< of the frame before
+    std::vector<TDisplayList> m_unknown; ///< of them
+    TVolumes m_used;                     ///< in this frame
+    TVolumes m_kept;                     ///< of the frame before
 };
 
 } // namespace ZEP

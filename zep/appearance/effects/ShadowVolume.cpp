@@ -3,10 +3,9 @@
 #include <zep/appearance/effects/Outline.h>
 #include <zep/gl/Feedback.h>
 #include <zep/gl/Scopes.h>
+#include <zep/scene/Vectors.h>
 
 #include <GL/glu.h>
-
-#include <QScopeGuard>
 
 #include <algorithm>
 #include <array>
@@ -22,14 +21,9 @@ constexpr double WidestSine = 0.99;
 constexpr double LeastNear = 0.001;
 constexpr double Along = 1 - 1e-9; // from which cosine on two directions count as one
 
-TGLArrayd3 Difference(const TGLArrayd3& a, const TGLArrayd3& b) {
-    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
-
 /// With z upwards; straight up and down, where that leaves it open, with y upwards.
 TGLMatrixd4 ViewFrom(const TGLArrayd3& eye, const TGLArrayd3& center) {
-    TGLArrayd3 ahead = Difference(center, eye);
-    Normalized(ahead);
+    const TGLArrayd3 ahead = Unit(center - eye);
     return LookAtd(eye, center, std::abs(ahead[2]) < Along ? unitz : unity);
 }
 
@@ -80,7 +74,7 @@ private:
 class TZEPShadowVolume::TSides final : public TZEPOutline::TSink {
 public:
     explicit TSides(const TZEPShadowVolume& volume)
-        : m_volume(volume), m_parallel(Difference(volume.m_casting.Center, volume.m_casting.Eye)),
+        : m_volume(volume), m_parallel(volume.m_casting.Center - volume.m_casting.Eye),
           m_viewport{-volume.m_half, -volume.m_half, 2 * volume.m_half, 2 * volume.m_half} {}
 
     [[nodiscard]] bool IsEmpty() const { return m_contours == 0; }
@@ -108,7 +102,7 @@ public:
 private:
     void Send(const TGLArrayd3& place) const {
         const TZEPCasting& casting = m_volume.m_casting;
-        const TGLArrayd3 away = casting.IsAimed ? Difference(place, casting.Eye) : m_parallel;
+        const TGLArrayd3 away = casting.IsAimed ? place - casting.Eye : m_parallel;
         const std::array<double, 4> infinite{away[0], away[1], away[2], 0};
         glVertex3dv(place.data());
         glVertex4dv(infinite.data());
@@ -123,7 +117,7 @@ private:
 };
 
 std::optional<TZEPShadowVolume> TZEPShadowVolume::Of(const TZEPCasting& casting) {
-    const TGLArrayd3 ray = Difference(casting.Center, casting.Eye);
+    const TGLArrayd3 ray = casting.Center - casting.Eye;
     const double distance = std::sqrt(Dotd(ray, ray));
     const double radius = casting.Radius;
     if (!(distance > 0) || !(radius > 0) || !IsFinite(casting.Place)) return {};
@@ -149,24 +143,19 @@ std::span<const GLfloat> TZEPShadowVolume::Look(const std::function<void()>& dra
     return feedback.Render(draw);
 }
 
-GLuint TZEPShadowVolume::Compile(std::span<const GLfloat> tokens) const {
+TDisplayList TZEPShadowVolume::Compile(std::span<const GLfloat> tokens) const {
     static TZEPOutline outline;
     outline.Clear();
     ForEachPolygon(tokens, [](std::span<const GLfloat> corners) { outline.Add(corners); });
-    const GLuint list = glGenLists(1);
-    if (list == 0) return 0;
-    auto drop = qScopeGuard([list] { glDeleteLists(list, 1); });
     TSides sides(*this);
-    {
-        glNewList(list, GL_COMPILE);
-        const auto end = qScopeGuard([] { glEndList(); });
+    TDisplayList list;
+    list.Compile([&] {
         if (m_casting.IsExact)
             outline.SendLoops(sides);
         else
             outline.Trace(sides);
-    }
-    if (sides.IsEmpty()) return 0;
-    drop.dismiss();
+    });
+    if (sides.IsEmpty()) list.Reset();
     return list;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/gl/DisplayList.h>
 #include <zep/scene/Geom.h>
 
 #include <GL/gl.h>
@@ -36,7 +37,7 @@ public:
     /// \return  what feedback mode tells of it; valid until the next call
     [[nodiscard]] std::span<const GLfloat> Look(const std::function<void()>& draw) const;
     /// A display list of the volume's sides; 0 where there are none. Raises `Exception`.
-    [[nodiscard]] GLuint Compile(std::span<const GLfloat> tokens) const;
+    [[nodiscard]] TDisplayList Compile(std::span<const GLfloat> tokens) const;
 
 private:
     class TSides;

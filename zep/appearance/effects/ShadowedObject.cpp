@@ -5,8 +5,11 @@
 #include <zep/appearance/effects/ShadowVolume.h>
 #include <zep/appearance/materials/Material.h>
 #include <zep/gl/Scopes.h>
-#include <zep/scene/DrawRun.h>
+#include <zep/scene/Frame.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/Watch.h>
+
+#include <QScopedValueRollback>
 
 #include <cmath>
 
@@ -20,8 +23,8 @@ void Surround(const TZEPObject& object, TZEPCasting& casting) {
     TGLArrayd3 max;
     object.GetSize(min, max);
     XformBoxd(casting.Place, min, max);
-    for (std::size_t k = 0; k < 3; ++k) casting.Center[k] = (min[k] + max[k]) / 2;
-    casting.Radius = std::hypot(max[0] - min[0], max[1] - min[1], max[2] - min[2]) / 2;
+    casting.Center = Middle(min, max);
+    casting.Radius = Distance(min, max) / 2;
 }
 
 std::uint64_t NextShape() {
@@ -61,10 +64,10 @@ void TZEPShadowedObject::BuildShadowVolumes() {
 
 // What it draws may free it or the light, or ask for another frame, which then has no new shadows.
 void TZEPShadowedObject::DoBuildShadowVolumes(TZEPLight& light) {
-    if (TZEPNotRendering::Lives()) return;
+    if (DrawFrame().IsNotRendering) return;
     TZEPShadowLists& volumes = light.Volumes();
     TZEPVolumeKey key{.Look = ShadowLook(),
-                      .Place = TZEPDrawnPlace::MatrixOf(*this),
+                      .Place = MatrixAsDrawn(DrawFrame(), *this),
                       .Eye = light.Eye(),
                       .IsAimed = light.Directional(),
                       .IsExact = light.ExactShadows()};
@@ -80,10 +83,13 @@ void TZEPShadowedObject::DoBuildShadowVolumes(TZEPLight& light) {
     Surround(*this, casting);
     const auto volume = TZEPShadowVolume::Of(casting);
     if (!volume) return;
-    TZEPDrawRun::Current().End();
+    DrawFrame().Run.End();
     const TZEPWatch alive(this);
     const TZEPWatch lightAlive(&light);
-    const auto tokens = volume->Look([this] { DrawSpecific(GL_FRONT_AND_BACK, false); });
+    const auto tokens = volume->Look([this, &frame = DrawFrame()] {
+        const QScopedValueRollback feedsBack(frame.IsNotRendering, true);
+        DrawSpecific(GL_FRONT_AND_BACK, false);
+    });
     if (!alive || !lightAlive) return;
     if (!keeps) {
         key.Shape = HashOf(tokens);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/ColoredObject.h>
 
 namespace ZEP {
@@ -14,7 +15,7 @@ class TZEPLight;
 /// looked at in each frame whether it draws the same.
 ///
 /// Defaults: neither.
-class TZEPShadowedObject : public TZEPColoredObject {
+class ZEP_CORE_EXPORT TZEPShadowedObject : public TZEPColoredObject {
     Q_OBJECT
     Q_PROPERTY(bool CastShadows READ CastsShadows WRITE SetCastShadows)
     Q_CLASSINFO("CastShadows", "false")

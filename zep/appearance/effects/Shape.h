@@ -1,6 +1,8 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/scene/ColoredObject.h>
+#include <zep/scene/ViewVolume.h>
 
 namespace ZEP {
 
@@ -9,7 +11,7 @@ namespace ZEP {
 /// transparency 0.00001, which it keeps.
 ///
 /// Defaults: width 1, not smoothed.
-class TZEPShape : public TZEPColoredObject {
+class ZEP_CORE_EXPORT TZEPShape : public TZEPColoredObject {
     Q_OBJECT
     Q_PROPERTY(bool Smooth READ Smooth WRITE SetSmooth)
     Q_PROPERTY(float Width READ Width WRITE SetWidth)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Color.h>
 #include <zep/framework/Persistent.h>
 
@@ -13,7 +14,7 @@ namespace ZEP {
 /// A new one is grey (ambient 0x404040, diffuse 0xC0C0C0, specular and emission black, shininess
 /// 0). Its alphas are 0 until a transparency is set: an opaque surface is drawn without blending,
 /// so that they are never seen.
-class TZEPFaceMaterial : public TPersistent {
+class ZEP_CORE_EXPORT TZEPFaceMaterial : public TPersistent {
     Q_GADGET
     Q_PROPERTY(TColor Ambient READ Ambient WRITE SetAmbient)
     Q_CLASSINFO("Ambient", "0x404040")

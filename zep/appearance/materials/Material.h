@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/materials/FaceMaterial.h>
 #include <zep/appearance/materials/Texture.h>
 
@@ -7,7 +8,7 @@ namespace ZEP {
 
 /// How a surface looks: a material for each side, a texture and a transparency. A new one is grey
 /// and opaque and has no texture.
-class TZEPMaterial : public TPersistent {
+class ZEP_CORE_EXPORT TZEPMaterial : public TPersistent {
     Q_GADGET
     Q_PROPERTY(TZEPFaceMaterial* BackFace READ BackFace)
     Q_PROPERTY(TZEPFaceMaterial* FrontFace READ FrontFace)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/appearance/materials/Material.h>
 #include <zep/framework/Component.h>
 #include <zep/framework/SharedCollection.h>
@@ -7,7 +8,7 @@
 namespace ZEP {
 
 /// A named material of a library.
-class TZEPMaterialCI : public TZEPCollectionItem {
+class ZEP_CORE_EXPORT TZEPMaterialCI : public TZEPCollectionItem {
     Q_GADGET
     Q_PROPERTY(TZEPMaterial* Material READ Material)
     Q_PROPERTY(QString Ident READ Ident WRITE SetIdent)
@@ -33,7 +34,7 @@ private:
 
 /// Materials that the objects of a scene share, chosen by their index. Every change of one
 /// invalidates the scenes that use the library.
-class TZEPMaterialLibrary : public TComponent {
+class ZEP_CORE_EXPORT TZEPMaterialLibrary : public TComponent {
     Q_OBJECT
     Q_PROPERTY(TZEPCollection* Materials READ Materials)
 public:

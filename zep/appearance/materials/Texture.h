@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Color.h>
 #include <zep/framework/Picture.h>
 #include <zep/framework/Property.h>
@@ -17,7 +18,7 @@ namespace ZEP {
 ///
 /// A new texture has no picture, modulates, filters linearly, repeats, and has tiling 1, offset 0
 /// and angle 0.
-class TZEPTexture : public TPersistent {
+class ZEP_CORE_EXPORT TZEPTexture : public TPersistent {
     Q_GADGET
     Q_PROPERTY(float Angle READ Angle WRITE SetAngle)
     Q_PROPERTY(TZEPTextureEnv Environment READ Environment WRITE SetEnvironment)

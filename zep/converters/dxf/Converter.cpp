@@ -14,8 +14,11 @@ const TRegisterClass<TDXFConverter> Registered;
 
 constexpr std::string_view BinaryMark = "AutoCAD Binary DXF";
 
-[[noreturn]] void Refuse(const QString& what, const QString& reason) {
-    throw Exception(QStringLiteral("TDXFConverter.LoadFromFile: ") + what + reason);
+[[noreturn]] void Refuse(const QString& fileName, const QString& reason) {
+    const QString what =
+        fileName.isEmpty() ? QStringLiteral("The text") : QStringLiteral("\"%1\"").arg(fileName);
+    throw Exception(what + reason,
+                    {.Method = QStringLiteral("TDXFConverter.LoadFromFile"), .File = fileName});
 }
 
 /// The beginning of a text, fit for a message.
@@ -28,14 +31,14 @@ QString Shown(std::string_view text) {
     return shown;
 }
 
-void CheckForm(std::string_view text, const QString& what) {
+void CheckForm(std::string_view text, const QString& fileName) {
     if (text.starts_with(BinaryMark))
-        Refuse(what, QStringLiteral(" is binary DXF, and only its ASCII form can be read."));
+        Refuse(fileName, QStringLiteral(" is binary DXF, and only its ASCII form can be read."));
 }
 
-void CheckIsDrawing(TDXFTags& tags, std::string_view text, const QString& what) {
+void CheckIsDrawing(TDXFTags& tags, std::string_view text, const QString& fileName) {
     if (tags.IsDrawing() || tags.Cancelled()) return;
-    Refuse(what,
+    Refuse(fileName,
            QStringLiteral(" is no DXF drawing: expected group codes and values in turn, a line "
                           "each, with a SECTION among them; it begins with \"%1\".")
                .arg(Shown(text)));
@@ -50,23 +53,23 @@ void TDXFConverter::LoadFromFile() {
     CheckFile("LoadFromFile");
     if (ClearBeforRead()) Root()->Clear();
     const TMappedFile file(FileName(), Method("LoadFromFile"));
-    Read(file.Text(), QStringLiteral("\"%1\"").arg(FileName()));
+    Read(file.Text(), FileName());
 }
 
 void TDXFConverter::ReadDXF(std::string_view text) {
     CheckRoot("ReadDXF");
-    Read(text, QStringLiteral("The text"));
+    Read(text, {});
 }
 
-void TDXFConverter::Read(std::string_view text, const QString& what) {
+void TDXFConverter::Read(std::string_view text, const QString& fileName) {
     m_report.Clear();
     SetCancelled(false);
     m_minExtent = m_maxExtent = zero3d;
-    CheckForm(text, what);
+    CheckForm(text, fileName);
     const TRootUpdate update(Root());
     TDXFDrawing drawing(text, *Root(), {.CreateLayers = m_createLayers, .Extended = m_extended});
     drawing.Tags.SetProgress(GuardedProgress());
-    CheckIsDrawing(drawing.Tags, text, what);
+    CheckIsDrawing(drawing.Tags, text, fileName);
     TDXFReader(drawing).Read();
     TakeResults(drawing);
 }

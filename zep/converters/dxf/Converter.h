@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/converters/FileConverter.h>
 #include <zep/converters/ReadReport.h>
 #include <zep/scene/Geom.h>
@@ -15,9 +16,9 @@ class TDXFDrawing;
 /// two ways of reading do with it, is in docs/dxf.md.
 ///
 /// Defaults: the plain reading, `ClearBeforRead` and `CreateLayersIfNotExists` set.
-class TDXFConverter : public TFileConverter {
+class ZEP_CORE_EXPORT TDXFConverter : public TFileConverter {
     Q_OBJECT
-    Q_MOC_INCLUDE("zep / scene / Object.h")
+    Q_MOC_INCLUDE("zep/scene/Object.h")
     Q_PROPERTY(ZEP::TZEPObject* Root READ Root WRITE SetRoot)
     Q_PROPERTY(bool ClearBeforRead READ ClearBeforRead WRITE SetClearBeforRead)
     Q_CLASSINFO("ClearBeforRead", "true")
@@ -57,7 +58,7 @@ public:
     [[nodiscard]] const TGLArrayd3& get_max_extent() const { return m_maxExtent; }
 
 private:
-    void Read(std::string_view text, const QString& what);
+    void Read(std::string_view text, const QString& fileName);
     void TakeResults(TDXFDrawing& drawing);
 
     TReadReport m_report;

@@ -1,6 +1,7 @@
 #include <zep/converters/dxf/Curves.h>
 
 #include <zep/converters/dxf/Points.h>
+#include <zep/scene/Vectors.h>
 
 #include <algorithm>
 #include <cmath>
@@ -78,10 +79,7 @@ TDXFChain EllipseChain(const TDXFEllipse& ellipse) {
     for (int i = 0; i <= (isFull ? steps - 1 : steps); ++i) {
         const double t = start + sweep * i / steps;
         const double c = std::cos(t), s = std::sin(t) * ellipse.Ratio;
-        TGLArrayd3 point;
-        for (std::size_t k = 0; k < 3; ++k)
-            point[k] = ellipse.Center[k] + ellipse.MajorAxis[k] * c + minor[k] * s;
-        chain.Points.push_back(point);
+        chain.Points.push_back(ellipse.Center + ellipse.MajorAxis * c + minor * s);
     }
     return CheckedChain(std::move(chain));
 }

@@ -7,6 +7,7 @@
 #include <zep/objects/Point.h>
 #include <zep/objects/Polygon.h>
 #include <zep/objects/Polyline.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/XForm.h>
 
 #include <cmath>
@@ -42,10 +43,7 @@ void FillRound(T& round, const TDXFRecord& record) {
 
 /// The normal of a triangle, as long as its area is large.
 TGLArrayd3 AreaOf(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& c) {
-    TGLArrayd3 normal;
-    CrossProdd({b[0] - a[0], b[1] - a[1], b[2] - a[2]}, {c[0] - a[0], c[1] - a[1], c[2] - a[2]},
-               normal);
-    return normal;
+    return Cross(b - a, c - a);
 }
 
 /// Where the two triangles of a face look the same way, they fill it: it needs no tessellator and
@@ -54,13 +52,13 @@ void DrawAsTriangles(TZEPPolygon& polygon) {
     const TZEPTexVertexes& v = *polygon.Vertexes();
     const TGLArrayd3 first = AreaOf(v[0].Data(), v[1].Data(), v[2].Data());
     const TGLArrayd3 second = AreaOf(v[0].Data(), v[2].Data(), v[3].Data());
-    if (first[0] * second[0] + first[1] * second[1] + first[2] * second[2] < 0) return;
+    if (Dotd(first, second) < 0) return;
     polygon.SetConcave(false);
     polygon.SetUseDisplayList(false);
     if (first != zero3d || second == zero3d) return;
-    const double length = std::hypot(second[0], second[1], second[2]);
+    const TGLArrayd3 normal = second / Length(second);
     polygon.SetAutoNormal(false);
-    polygon.Normal()->SetData(second[0] / length, second[1] / length, second[2] / length);
+    polygon.Normal()->SetData(normal[0], normal[1], normal[2]);
 }
 
 void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record, std::span<const int> codes,

@@ -46,7 +46,7 @@ void TRS274DConverter::LoadFromFile() {
 }
 
 void TRS274DConverter::SaveToFile() {
-    throw Exception(Method("SaveToFile") + QStringLiteral(": Only import is supported."));
+    throw Exception(QStringLiteral("Only import is supported."), {.Method = Method("SaveToFile")});
 }
 
 void TRS274DConverter::ReadNC(std::string_view text) {

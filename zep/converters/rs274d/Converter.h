@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/converters/FileConverter.h>
 #include <zep/converters/rs274d/Report.h>
 #include <zep/converters/rs274d/Sink.h>
@@ -18,9 +19,9 @@ class TDumpFile;
 /// docs/rs274d.md.
 ///
 /// Defaults: the plain reading, `ClearBeforRead` and `ShowQuickMove` set, no trace.
-class TRS274DConverter : public TFileConverter, private TRS274DSink {
+class ZEP_CORE_EXPORT TRS274DConverter : public TFileConverter, private TRS274DSink {
     Q_OBJECT
-    Q_MOC_INCLUDE("zep / scene / Object.h")
+    Q_MOC_INCLUDE("zep/scene/Object.h")
     Q_PROPERTY(bool DoDump READ DoDump WRITE SetDoDump)
     Q_CLASSINFO("DoDump", "false")
     Q_PROPERTY(ZEP::TZEPObject* Root READ Root WRITE SetRoot)

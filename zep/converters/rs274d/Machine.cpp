@@ -9,8 +9,9 @@ namespace ZEP {
 
 namespace {
 
-QString Place(qint64 line) {
-    return QStringLiteral("Line: %1").arg(line);
+/// \param text  ends where the line is to follow
+[[noreturn]] void Refuse(const QString& text, qint64 line) {
+    throw Exception(text + QStringLiteral("Line: %1").arg(line), {.Place = {.Line = line}});
 }
 
 } // namespace
@@ -56,7 +57,7 @@ void TRS274DMachine::NoteEnd(const TRS274DBlock& block) {
 }
 
 void TRS274DMachine::Fail(TRS274DPassed kind, const QString& message) {
-    if (m_options.StopOnErrors) throw Exception(message + QLatin1Char(' ') + Place(m_line));
+    if (m_options.StopOnErrors) Refuse(message + QLatin1Char(' '), m_line);
     m_report.Add(kind, m_line);
 }
 
@@ -67,8 +68,7 @@ void TRS274DMachine::FailArc(TRS274DPassed kind) {
 void TRS274DMachine::FailNoMotionMode() {
     // Hosts compare this text: no blank before "Line".
     if (m_options.StopOnErrors)
-        throw Exception(QStringLiteral("Cannot use axis commands with no motion mode set.") +
-                        Place(m_line));
+        Refuse(QStringLiteral("Cannot use axis commands with no motion mode set."), m_line);
     m_report.Add(TRS274DPassed::NoMotionMode, m_line);
 }
 
@@ -76,17 +76,16 @@ qint64 TRS274DMachine::GetRepeatCount(const TRS274DBlock& block) const {
     if (!block.Has('L')) return 0;
     const qint64 count = std::llrint(block.Value('L'));
     if (count <= MaxRS274DRepeatCount) return count;
-    throw Exception(
-        QStringLiteral("Repeat count %1 is larger than %2. ").arg(count).arg(MaxRS274DRepeatCount) +
-        Place(m_line));
+    Refuse(
+        QStringLiteral("Repeat count %1 is larger than %2. ").arg(count).arg(MaxRS274DRepeatCount),
+        m_line);
 }
 
 void TRS274DMachine::SpendRepetitions(double count) {
     m_repetitions += std::fmin(count, MaxRS274DRepetitions + 1.0);
     if (m_repetitions <= MaxRS274DRepetitions) return;
-    throw Exception(
-        QStringLiteral("The program repeats more than %1 motions. ").arg(MaxRS274DRepetitions) +
-        Place(m_line));
+    Refuse(QStringLiteral("The program repeats more than %1 motions. ").arg(MaxRS274DRepetitions),
+           m_line);
 }
 
 void TRS274DMachine::Rapid(const TRS274DPoint& to) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/converters/ReadReport.h>
 
 #include <cstdint>
@@ -23,7 +24,7 @@ enum class TRS274DPassed : std::uint8_t {
 };
 
 /// What was passed over in a program, counted by kind.
-class TRS274DReport : public TReadReport {
+class ZEP_CORE_EXPORT TRS274DReport : public TReadReport {
 public:
     using TReadReport::Add;
     /// One more of that kind; a kind is counted at most once for each call.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QtGlobal>
 
 #include <array>
@@ -37,7 +39,7 @@ struct TRS274DArc {
 };
 
 /// Takes the tool path of a program, move by move; each call names the line in the program.
-class TRS274DSink {
+class ZEP_CORE_EXPORT TRS274DSink {
 public:
     virtual ~TRS274DSink() = default;
 

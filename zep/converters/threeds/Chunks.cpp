@@ -1,7 +1,5 @@
 #include <zep/converters/threeds/Chunks.h>
 
-#include <zep/framework/Exception.h>
-
 #include <algorithm>
 #include <limits>
 
@@ -12,8 +10,13 @@ QString F3DSChunkName(std::uint16_t id) {
 }
 
 void TF3DSCursor::Refuse(const QString& text, std::size_t offset) const {
-    throw Exception(QStringLiteral("%1: %2 at offset 0x%3.")
-                        .arg(m_source, text, QString::number(offset, 16).toUpper()));
+    const QString located =
+        QStringLiteral("%1 at offset 0x%2.").arg(text, QString::number(offset, 16).toUpper());
+    const QString named = QStringLiteral("Can't read \"%1\": %2").arg(m_source.File, located);
+    throw Exception(m_source.File.isEmpty() ? located : named,
+                    {.Method = m_source.Method,
+                     .File = m_source.File,
+                     .Place = {.Offset = static_cast<qint64>(offset)}});
 }
 
 bool TF3DSCursor::IsWithin(const TF3DSChunk& chunk) const {

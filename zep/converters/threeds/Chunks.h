@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include <zep/framework/Exception.h>
+
 #include <QtEndian>
 
 #include <cstddef>
@@ -39,8 +40,9 @@ class TF3DSCursor {
 public:
     static constexpr std::size_t HeaderSize = 6;
 
-    /// \param source  what the messages begin with: "TF3DSConverter.LoadFromFile: \"a.3ds\""
-    TF3DSCursor(std::string_view bytes, const QString& source) : m_bytes(bytes), m_source(source) {}
+    /// \param source  of errors: who reads, and from which file
+    TF3DSCursor(std::string_view bytes, const TErrorOrigin& source)
+        : m_bytes(bytes), m_source(source) {}
 
     [[nodiscard]] std::size_t Position() const { return m_position; }
     [[nodiscard]] std::size_t Size() const { return m_bytes.size(); }
@@ -70,7 +72,7 @@ public:
     /// The bytes up to a zero, without it.
     [[nodiscard]] std::string_view ReadText(const TF3DSChunk& chunk);
 
-    /// Raises `Exception`: the source, the text, and the offset.
+    /// Raises `Exception`: the source, the text and the offset.
     [[noreturn]] void Refuse(const QString& text, std::size_t offset) const;
 
 private:
@@ -81,7 +83,7 @@ private:
 
     std::string_view m_bytes;
     std::size_t m_position = 0;
-    QString m_source;
+    TErrorOrigin m_source;
 };
 
 /// "0x4110".

@@ -49,7 +49,6 @@ void TF3DSConverter::SetMaterials(TZEPMaterialLibrary* materials) {
 
 void TF3DSConverter::LoadFromFile() {
     CheckFile("LoadFromFile");
-    const QString method = Method("LoadFromFile");
     if (m_doDump) m_dump = std::make_unique<TDumpFile>(FileName(), Method("Dump"));
     const auto closeDump = qScopeGuard([this] { m_dump.reset(); });
     if (m_dump) m_dump->Write(FileName().toStdString());
@@ -57,26 +56,23 @@ void TF3DSConverter::LoadFromFile() {
     const TLibraryUpdate libraryUpdate(m_materials);
     if (ClearBeforRead()) Root()->Clear();
     if (m_materials) m_materials->Materials()->Clear();
-    const TMappedFile file(FileName(), method);
-    if (!TF3DSReader::IsF3DS(file.Text()))
-        throw Exception(method + QStringLiteral(": main chunk not found."));
-    Read(file.Text(), QStringLiteral("%1: Can't read \"%2\"").arg(method, FileName()));
+    const TMappedFile file(FileName(), Method("LoadFromFile"));
+    Read(file.Text(), {.Method = Method("LoadFromFile"), .File = FileName()});
     if (m_dump) m_dump->Finish();
 }
 
 void TF3DSConverter::SaveToFile() {
-    throw Exception(Method("SaveToFile") + QStringLiteral(": Only import is supported."));
+    throw Exception(QStringLiteral("Only import is supported."), {.Method = Method("SaveToFile")});
 }
 
 void TF3DSConverter::Read3DS(std::string_view bytes) {
-    const QString method = Method("Read3DS");
     CheckRoot("Read3DS");
-    if (!TF3DSReader::IsF3DS(bytes))
-        throw Exception(method + QStringLiteral(": main chunk not found."));
-    Read(bytes, method);
+    Read(bytes, {.Method = Method("Read3DS")});
 }
 
-void TF3DSConverter::Read(std::string_view bytes, const QString& source) {
+void TF3DSConverter::Read(std::string_view bytes, const TErrorOrigin& source) {
+    if (!TF3DSReader::IsF3DS(bytes))
+        throw Exception(QStringLiteral("main chunk not found."), {.Method = source.Method});
     m_report.Clear();
     SetCancelled(false);
     const TRootUpdate update(Root());

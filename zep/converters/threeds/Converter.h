@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/converters/FileConverter.h>
 #include <zep/converters/ReadReport.h>
 
@@ -12,6 +13,7 @@ namespace ZEP {
 
 class TDumpFile;
 class TZEPMaterialLibrary;
+struct TErrorOrigin;
 
 /// Reads a 3DS scene: triangle meshes become `TZEPMesh`, lights `TZEPLight`, cameras `TZEPCamera`,
 /// all directly under `Root`, and materials go into `Materials`. The scene that `Root` is of gets
@@ -23,10 +25,10 @@ class TZEPMaterialLibrary;
 /// Pictures for textures are looked for in the folder of `FileName`.
 ///
 /// Defaults: `ClearBeforRead` set, no dump.
-class TF3DSConverter : public TFileConverter {
+class ZEP_CORE_EXPORT TF3DSConverter : public TFileConverter {
     Q_OBJECT
-    Q_MOC_INCLUDE("zep / appearance / materials / MaterialLibrary.h")
-    Q_MOC_INCLUDE("zep / scene / Object.h")
+    Q_MOC_INCLUDE("zep/appearance/materials/MaterialLibrary.h")
+    Q_MOC_INCLUDE("zep/scene/Object.h")
     Q_PROPERTY(bool DoDump READ DoDump WRITE SetDoDump)
     Q_CLASSINFO("DoDump", "false")
     Q_PROPERTY(ZEP::TZEPObject* Root READ Root WRITE SetRoot)
@@ -65,7 +67,7 @@ public:
     void Dump(std::string_view text);
 
 private:
-    void Read(std::string_view bytes, const QString& source);
+    void Read(std::string_view bytes, const TErrorOrigin& source);
     /// Ends the reading also where the library is freed or replaced.
     [[nodiscard]] TProgress ProgressOfBoth() const;
 

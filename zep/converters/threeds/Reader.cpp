@@ -23,7 +23,7 @@ TZEPScene* SceneOf(TZEPObject& root) {
 
 } // namespace
 
-TF3DSReader::TF3DSReader(std::string_view bytes, const QString& source, TF3DSTarget target)
+TF3DSReader::TF3DSReader(std::string_view bytes, const TErrorOrigin& source, TF3DSTarget target)
     : m_target(std::move(target)), m_stream(bytes, source, m_target.Report, m_target.Dump),
       m_materials(m_target.Materials ? std::make_optional<TF3DSMaterials>(
                                            m_stream, *m_target.Materials, m_target.FileName)

@@ -30,8 +30,8 @@ public:
     /// OpenGL shows eight, and each is numbered through all objects of the scene.
     static constexpr int MaxLights = 256;
 
-    /// \param source  what the messages begin with
-    TF3DSReader(std::string_view bytes, const QString& source, TF3DSTarget target);
+    /// \param source  of errors: who reads, and from which file
+    TF3DSReader(std::string_view bytes, const TErrorOrigin& source, TF3DSTarget target);
 
     /// Whether the bytes begin as a 3DS file does.
     [[nodiscard]] static bool IsF3DS(std::string_view bytes);

@@ -18,9 +18,9 @@ class TF3DSStream : public TF3DSCursor {
 public:
     using TDump = std::function<void(std::string_view)>;
 
-    /// \param source  what the messages begin with
+    /// \param source  of errors: who reads, and from which file
     /// \param dump    takes the dump; may be empty
-    TF3DSStream(std::string_view bytes, const QString& source, TReadReport& report, TDump dump)
+    TF3DSStream(std::string_view bytes, const TErrorOrigin& source, TReadReport& report, TDump dump)
         : TF3DSCursor(bytes, source), m_report(report), m_dump(std::move(dump)) {}
 
     [[nodiscard]] TReadReport& Report() { return m_report; }

@@ -67,8 +67,8 @@ void TBinarySource::Restart() {
     m_parts.clear();
 }
 
-QString TBinarySource::Where() {
-    return QStringLiteral("offset %1").arg(m_start);
+TFilePlace TBinarySource::Where() {
+    return {.Offset = static_cast<qint64>(m_start)};
 }
 
 void TBinarySource::ExpectEnd() {
@@ -274,7 +274,7 @@ T TBinarySource::ReadNumber() {
 }
 
 void TBinarySource::Fail(const QString& message) const {
-    throw TStreamError(QStringLiteral("offset %1: %2").arg(m_start).arg(message));
+    throw TStreamError(message, TFilePlace{.Offset = static_cast<qint64>(m_start)});
 }
 
 } // namespace ZEP

@@ -14,7 +14,7 @@ public:
 
     const TToken& Next() override;
     void Restart() override;
-    [[nodiscard]] QString Where() override;
+    [[nodiscard]] TFilePlace Where() override;
     void ExpectEnd() override;
 
 private:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/Export.h>
+
 #include <QByteArray>
 #include <QMetaEnum>
 #include <QMetaProperty>
@@ -32,7 +34,7 @@ enum class TFieldKind : unsigned char {
 };
 
 /// An object with published properties, whatever its kind.
-struct TInstance {
+struct ZEP_CORE_EXPORT TInstance {
     explicit TInstance(TComponent* component);
     explicit TInstance(TPersistent* persistent);
     explicit TInstance(TCollectionItem* item);
@@ -50,7 +52,7 @@ private:
 
 /// A published property. The type of a value must fit the kind; reading and writing then cost a
 /// call through a pointer.
-class TField {
+class ZEP_CORE_EXPORT TField {
 public:
     TField(const QMetaObject& type, const QMetaProperty& property);
 
@@ -105,7 +107,7 @@ private:
 };
 
 /// The published properties of a class as streams see them.
-class TClassLayout {
+class ZEP_CORE_EXPORT TClassLayout {
 public:
     explicit TClassLayout(const QMetaObject& type);
     /// Made once for each class.

@@ -262,11 +262,14 @@ void TReader::Skip() {
 }
 
 void TReader::Error(const QString& message) {
-    const QString located = m_source.Where() + QStringLiteral(": ") + message;
-    if (m_errorCount++ == 0) m_firstError = located;
+    const TStreamError error(message, m_source.Where());
+    if (m_errorCount++ == 0) {
+        m_firstError = error.Message();
+        m_firstErrorPlace = error.Origin().Place;
+    }
     bool handled = false;
-    if (OnError) OnError(*this, located, handled);
-    if (!handled) throw TStreamError(located);
+    if (OnError) OnError(*this, error.Message(), handled);
+    if (!handled) throw error;
 }
 
 void TReader::Expect(const char* what) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Persistent.h>
 #include <zep/framework/stream/References.h>
 #include <zep/framework/stream/Token.h>
@@ -16,7 +17,7 @@ class TCollection;
 ///
 /// Faults that leave the structure whole (a class or a property that is not known, a value that
 /// does not fit) go to `OnError`; a broken structure raises `TStreamError`.
-class TReader : public TFiler {
+class ZEP_CORE_EXPORT TReader : public TFiler {
 public:
     /// \param message  what is wrong, with its place in the stream
     /// \param handled  true: the faulty item is passed over and reading goes on; it starts false,
@@ -29,8 +30,10 @@ public:
     TErrorEvent OnError;
     /// Items that were passed over.
     [[nodiscard]] qint64 ErrorCount() const { return m_errorCount; }
-    /// The message of the first of them.
+    /// The message of the first of them, with its place.
     [[nodiscard]] const QString& FirstError() const { return m_firstError; }
+    /// Where the first of them stands.
+    [[nodiscard]] const TFilePlace& FirstErrorPlace() const { return m_firstErrorPlace; }
 
     /// Raises `TStreamError` where the structure is broken, and touches no component.
     void CheckStructure();
@@ -77,6 +80,7 @@ private:
     bool m_ignoreChildren = false;
     qint64 m_errorCount = 0;
     QString m_firstError;
+    TFilePlace m_firstErrorPlace;
 };
 
 } // namespace ZEP

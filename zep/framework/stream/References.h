@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/stream/ClassLayout.h>
 
 #include <QHash>
@@ -12,7 +13,7 @@ class TComponent;
 
 /// References between components, which a stream stores as names: they are gathered while it is
 /// read and set at its end.
-class TReferences {
+class ZEP_CORE_EXPORT TReferences {
 public:
     /// The stream calls this component by that name; the first one keeps a name.
     void AddComponent(TComponent& component, const QString& name);

@@ -16,7 +16,8 @@ TStreamForm FormOfFile(const QString& fileName, std::string_view head) {
     if (const auto form = StreamFormOf(head)) return *form;
     throw TStreamError(
         fileName + QStringLiteral(": expected a component stream, which begins with \"TPF0\" or "
-                                  "\"object\""));
+                                  "\"object\""),
+        {.File = fileName});
 }
 
 } // namespace
@@ -56,14 +57,16 @@ void TStreamFile::Read(const std::function<void(TTokenSource&)>& read) {
     try {
         read(*m_source);
     } catch (const TStreamError& error) {
-        throw TStreamError(m_fileName + QStringLiteral(": ") + error.Message());
+        throw TStreamError(m_fileName + QStringLiteral(": ") + error.Text(),
+                           {.File = m_fileName, .Place = error.Origin().Place});
     }
 }
 
 void SaveStreamFile(const QString& fileName, TStreamForm form,
                     const std::function<void(TTokenSink&)>& write) {
     const auto fail = [&](const QString& reason) {
-        throw Exception(QStringLiteral("Can't write \"%1\": %2.").arg(fileName, reason));
+        throw Exception(QStringLiteral("Can't write \"%1\": %2.").arg(fileName, reason),
+                        {.File = fileName});
     };
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly)) fail(file.errorString());

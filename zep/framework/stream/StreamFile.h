@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/MappedFile.h>
 #include <zep/framework/stream/Token.h>
 
@@ -15,16 +16,18 @@ enum class TStreamForm { Binary, Text };
 
 /// The form of a stream by how it begins; none where that is no component stream.
 /// \param head  its first bytes
-[[nodiscard]] std::optional<TStreamForm> StreamFormOf(std::string_view head);
+[[nodiscard]] ZEP_CORE_EXPORT std::optional<TStreamForm> StreamFormOf(std::string_view head);
 
 /// Reads data that outlives the source.
-[[nodiscard]] std::unique_ptr<TTokenSource> MakeSource(TStreamForm form, std::string_view data);
+[[nodiscard]] ZEP_CORE_EXPORT std::unique_ptr<TTokenSource> MakeSource(TStreamForm form,
+                                                                       std::string_view data);
 /// Writes to a device that outlives the sink.
-[[nodiscard]] std::unique_ptr<TTokenSink> MakeSink(TStreamForm form, QIODevice& device);
+[[nodiscard]] ZEP_CORE_EXPORT std::unique_ptr<TTokenSink> MakeSink(TStreamForm form,
+                                                                   QIODevice& device);
 
 /// A file that holds a component stream, opened for reading. The file must not be cut short while
 /// this lives.
-class TStreamFile {
+class ZEP_CORE_EXPORT TStreamFile {
 public:
     /// In whatever form it is. Raises `Exception` naming the file where it cannot be read or holds
     /// no component stream.
@@ -48,7 +51,7 @@ private:
 /// old one, which it replaces when it is whole and on the disk. Whatever goes wrong before, the old
 /// file stands. A link stays one, and the file keeps its permissions. Raises `Exception` naming the
 /// file, and what `write` raises.
-void SaveStreamFile(const QString& fileName, TStreamForm form,
-                    const std::function<void(TTokenSink&)>& write);
+ZEP_CORE_EXPORT void SaveStreamFile(const QString& fileName, TStreamForm form,
+                                    const std::function<void(TTokenSink&)>& write);
 
 } // namespace ZEP

@@ -218,7 +218,7 @@ void TTextLexer::ReadBinary() {
 
 // --- places ------------------------------------------------------------------------------------
 
-QString TTextLexer::PlaceOf(std::size_t position) {
+TFilePlace TTextLexer::PlaceOf(std::size_t position) {
     if (position < m_lineStart) {
         m_lineStart = m_begin;
         m_line = 1;
@@ -232,11 +232,11 @@ QString TTextLexer::PlaceOf(std::size_t position) {
         m_lineStart += end + (isPair ? 2 : 1);
         ++m_line;
     }
-    return QStringLiteral("line %1, column %2").arg(m_line).arg(position - m_lineStart + 1);
+    return {.Line = m_line, .Column = static_cast<qint64>(position - m_lineStart) + 1};
 }
 
 void TTextLexer::Fail(std::size_t position, const QString& message) {
-    throw TStreamError(PlaceOf(position) + QStringLiteral(": ") + message);
+    throw TStreamError(message, PlaceOf(position));
 }
 
 std::string_view TTextLexer::Described() const {

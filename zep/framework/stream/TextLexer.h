@@ -37,8 +37,8 @@ public:
     [[nodiscard]] char Peek();
     void Restart();
 
-    /// "line 3, column 5" of a byte. Cheap where the places asked for mostly come in order.
-    [[nodiscard]] QString PlaceOf(std::size_t position);
+    /// Line and column of a byte. Cheap where the places asked for mostly come in order.
+    [[nodiscard]] TFilePlace PlaceOf(std::size_t position);
     [[noreturn]] void Fail(std::size_t position, const QString& message);
     /// Fails for want of `what` at the current lexeme.
     [[noreturn]] void FailExpected(const char* what);
@@ -65,7 +65,7 @@ private:
     std::string m_binary;
     std::size_t m_begin = 0; // behind a byte order mark
     std::size_t m_lineStart = 0;
-    std::size_t m_line = 1;
+    qint64 m_line = 1;
 };
 
 } // namespace ZEP

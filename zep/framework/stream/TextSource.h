@@ -14,7 +14,7 @@ public:
 
     const TToken& Next() override;
     void Restart() override;
-    [[nodiscard]] QString Where() override { return m_lexer.PlaceOf(m_start); }
+    [[nodiscard]] TFilePlace Where() override { return m_lexer.PlaceOf(m_start); }
     void ExpectEnd() override;
 
 private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Exception.h>
 
 #include <string_view>
@@ -53,14 +54,16 @@ inline constexpr std::size_t MaxStreamClassName = 0xEF;
 /// @}
 
 /// The error of a stream whose structure is broken; the message begins with the place.
-class TStreamError : public Exception {
+class ZEP_CORE_EXPORT TStreamError : public Exception {
 public:
     using Exception::Exception;
+    TStreamError(const QString& message, const TFilePlace& place)
+        : Exception(place.Text() + QStringLiteral(": ") + message, {.Place = place}) {}
 };
 
 /// Gives the tokens of a stream one after the other. Whatever the bytes are, it either gives tokens
 /// that fit together or raises `TStreamError`; it allocates in proportion to the bytes there are.
-class TTokenSource {
+class ZEP_CORE_EXPORT TTokenSource {
 public:
     virtual ~TTokenSource() = default;
 
@@ -68,15 +71,15 @@ public:
     virtual const TToken& Next() = 0;
     /// Begins again.
     virtual void Restart() = 0;
-    /// The place of the last token: "offset 17" or "line 3, column 5".
-    [[nodiscard]] virtual QString Where() = 0;
+    /// The place of the last token.
+    [[nodiscard]] virtual TFilePlace Where() = 0;
     /// Raises `TStreamError` where something follows the outermost component.
     virtual void ExpectEnd() = 0;
 };
 
 /// Takes the tokens of one stream, in an order that fits together. Raises `Exception` for what its
 /// form cannot hold and for output that cannot be written.
-class TTokenSink {
+class ZEP_CORE_EXPORT TTokenSink {
 public:
     virtual ~TTokenSink() = default;
 
@@ -84,17 +87,17 @@ public:
 };
 
 /// Reads to the end of the stream. Raises `TStreamError`.
-void CheckStructure(TTokenSource& source);
+ZEP_CORE_EXPORT void CheckStructure(TTokenSource& source);
 
 /// Passes the whole stream on. Raises `TStreamError` and what the sink raises.
-void CopyStream(TTokenSource& source, TTokenSink& sink);
+ZEP_CORE_EXPORT void CopyStream(TTokenSource& source, TTokenSink& sink);
 
 /// Whether bytes can be the name of a class, component, property or enumeration value: letters,
 /// underscores, digits after the first, and dots between such names. Bytes from 0x80 on count as
 /// letters.
-[[nodiscard]] bool IsStreamName(std::string_view name);
+[[nodiscard]] ZEP_CORE_EXPORT bool IsStreamName(std::string_view name);
 
 /// Compares as streams do: without case, which only letters of ASCII have.
-[[nodiscard]] bool SameName(std::string_view a, std::string_view b);
+[[nodiscard]] ZEP_CORE_EXPORT bool SameName(std::string_view a, std::string_view b);
 
 } // namespace ZEP

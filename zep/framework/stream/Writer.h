@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/Export.h>
 #include <zep/framework/Persistent.h>
 #include <zep/framework/stream/Token.h>
 
@@ -14,7 +15,7 @@ struct TInstance;
 
 /// Writes a component with its published properties and its children as a stream. Writing changes
 /// nothing in what is written.
-class TWriter : public TFiler {
+class ZEP_CORE_EXPORT TWriter : public TFiler {
 public:
     /// \param sink  takes one stream; must outlive this
     explicit TWriter(TTokenSink& sink) : m_sink(sink) {}

@@ -1,0 +1,104 @@
+#include "tests/gl/CallRecorder.h"
+#include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPObjects.h>
+#include <zep/appearance/materials/Material.h>
+#include <zep/gl/Names.h>
+#include <zep/scene/Vertex3.h>
+
+#include <gmock/gmock.h>
+
+#include <functional>
+
+using namespace ZEP;
+using testing::ElementsAre;
+
+namespace {
+
+/// When the lists of objects come and go, and what else a polygon keeps.
+class ListsCall : public OffscreenTest {
+protected:
+    ~ListsCall() override { SetContextIsCurrent(false); }
+    void SetUp() override {
+        OffscreenTest::SetUp();
+        SetContextIsCurrent(true);
+    }
+    static void Draw(TZEPObject& object) { object.DrawSpecific(GL_FRONT_AND_BACK, false); }
+    static std::size_t Count(const char* function, const std::function<void()>& action) {
+        const GlCalls calls;
+        action();
+        return calls.Count(function);
+    }
+    template <class T>
+    static void Fill(T& object) {
+        for (const TGLArrayd3& point :
+             {TGLArrayd3{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {1, 1, 5}, {0, 1, 0}, {0, 0, 0}})
+            object.Vertexes()->Add()->SetPoint(point);
+    }
+};
+
+TEST_F(ListsCall, OfSpheresGoWithTheLastThatUsesThem) {
+    auto first = std::make_unique<TZEPSphere>();
+    auto second = std::make_unique<TZEPSphere>();
+    Draw(*first);
+    Draw(*second);
+    EXPECT_EQ(Count("glDeleteLists", [&] { first.reset(); }), 0U);
+    EXPECT_EQ(Count("glDeleteLists", [&] { second->SetSlices(6); }), 1U);
+}
+
+TEST_F(ListsCall, OfAPolylineGoWithEveryChangeAndItsEnd) {
+    auto chain = std::make_unique<TZEPPolyline>();
+    Fill(*chain);
+    chain->SetUseDisplayList(true);
+    const std::function<void()> changes[] = {
+        [&] { chain->SetSelected(true); }, [&] { chain->SetInError(true); },
+        [&] { chain->Vertexes()->Delete(0); },
+        [&] { chain->SetDisplayList(static_cast<int>(glGenLists(1))); }, [&] { chain.reset(); }};
+    for (const auto& change : changes) {
+        chain->DrawShape(GL_FRONT_AND_BACK, false);
+        const std::string list = std::to_string(chain->DisplayList());
+        EXPECT_NE(list, "0");
+        const GlCalls calls;
+        change();
+        EXPECT_THAT(calls.Of({"glDeleteLists"}), ElementsAre("glDeleteLists(" + list + ", 1)"));
+    }
+}
+
+TEST_F(ListsCall, OfAPolygonAreCompiledAgainAfterAChange) {
+    TZEPPolygon polygon;
+    Fill(polygon);
+    const auto compiled = [&] { return Count("glNewList", [&] { Draw(polygon); }); };
+    EXPECT_EQ(compiled(), 1U);
+    const std::function<void()> changes[] = {
+        [&] { polygon.Vertexes()->Item(0)->SetX(-1); }, // outside of a scene
+        [&] { polygon.SetConcave(false); }, [&] { polygon.ClearDisplayList(); },
+        [&] { polygon.Material()->SetTransparency(0.5F); }};
+    for (const auto& change : changes) {
+        EXPECT_EQ(compiled(), 0U);
+        change();
+        EXPECT_EQ(compiled(), 1U);
+    }
+}
+
+TEST_F(ListsCall, APolygonFindsTheTextureCoordinatesOfTheFirstVertexThere) {
+    TZEPPolygon polygon;
+    Fill(polygon);
+    for (int i = 0; i < 6; ++i) polygon.Vertexes()->Item(i)->SetTexX(i);
+    const std::pair<TGLArrayd3, const char*> cases[]{{{0, 0, 0}, "glTexCoord2d(0, 0)"},
+                                                     {{1, 1, 5}, "glTexCoord2d(2, 0)"},
+                                                     {{0, 1, 9}, "glTexCoord2d(4, 0)"},
+                                                     {{-0.0, 0, 0}, "glTexCoord2d(0, 0)"},
+                                                     {{0.5, 0.5, 0}, "glTexCoord2d(5, 0)"}};
+    for (const auto& [place, call] : cases) {
+        const GlCalls calls;
+        vertexCallbackData(place.data(), &polygon);
+        EXPECT_EQ(calls.List().front(), call);
+    }
+    polygon.Vertexes()->Item(0)->SetX(7);
+    EXPECT_EQ(polygon.VertexAt(7, 0), polygon.Vertexes()->Item(0)) << "after a change";
+    void* combined = nullptr;
+    combineCallback(cases[1].first.data(), nullptr, nullptr, &combined);
+    const auto* record = static_cast<const double*>(combined);
+    EXPECT_THAT(std::vector(record, record + 6), ElementsAre(1, 1, 5, 0, 0, 0));
+}
+
+} // namespace

@@ -1,0 +1,5 @@
+#pragma once
+
+struct Object {
+    int Age = 0;
+};

@@ -1,0 +1,173 @@
+#include "tests/widgets/SceneModelFixture.h"
+#include <zep/scene/ForEach.h>
+
+#include <QAbstractItemModelTester>
+#include <QPointer>
+#include <QSortFilterProxyModel>
+#include <QTreeView>
+
+#include <functional>
+#include <random>
+
+namespace ZEP {
+namespace {
+
+using TTester = QAbstractItemModelTester;
+using SceneModelView = SceneModelTest;
+
+/// Edits as a host or a user might make them, one after the other.
+class RandomEdits {
+public:
+    RandomEdits(TZEPScene& scene, TZEPSceneModel& model) : m_scene(scene), m_model(model) {}
+
+    void Step() {
+        TZEPObject& object = *Any();
+        TZEPObject& other = *Any();
+        const bool isScene = &object == &m_scene;
+        switch (m_random() % 13) {
+        case 0:
+            return void(Add(object, QString::number(++m_names), false));
+        case 1:
+            return isScene ? void() : object.SetParentComponentExt(&other, m_random() % 2);
+        case 2:
+            return isScene ? void() : delete &object;
+        case 3:
+            return object.SetItemIndex(static_cast<int>(m_random() % 9));
+        case 4:
+            return object.SetVisible(!object.Visible());
+        case 5:
+            return isScene ? void() : m_model.SetShown({&object}, m_random() % 2);
+        case 6:
+            return object.GetItemsCount() < 9 ? object.Clear() : void();
+        case 7:
+            return m_scene.UpdateLevel() ? m_scene.EndUpdate() : m_scene.BeginUpdate();
+        default:
+            return void(Add(object, QString::number(++m_names)));
+        }
+    }
+
+private:
+    TZEPObject* Any() {
+        std::vector<TZEPObject*> all{&m_scene};
+        ForEachObject(m_scene, [&](TZEPObject& object) { all.push_back(&object); });
+        return all[m_random() % all.size()];
+    }
+
+    TZEPScene& m_scene;
+    TZEPSceneModel& m_model;
+    std::mt19937 m_random{7};
+    int m_names = 0;
+};
+
+TEST_F(SceneModelView, FollowsWhateverIsDoneToTheTree) {
+    const TTester tester(&m_model, TTester::FailureReportingMode::Fatal);
+    TZEPSceneModel second;
+    second.SetRoot(&*m_scene);
+    QSortFilterProxyModel proxy;
+    proxy.setSourceModel(&m_model);
+    QTreeView view;
+    view.setModel(&m_model);
+    RandomEdits edits(*m_scene, m_model);
+    for (int step = 0; step < 1500; ++step) {
+        edits.Step();
+        if (step % 3 == 0) continue; // several edits in one turn of the event loop
+        Settle();
+        if (m_scene->UpdateLevel() == 0) {
+            ASSERT_NO_FATAL_FAILURE(ExpectRows(m_model, {}, *m_scene)) << step;
+            ASSERT_NO_FATAL_FAILURE(ExpectRows(proxy, {}, *m_scene)) << step;
+            ASSERT_NO_FATAL_FAILURE(ExpectRows(second, {}, *m_scene)) << step;
+        }
+        view.expandAll();
+    }
+    m_scene.reset();
+    EXPECT_EQ(m_model.rowCount() + proxy.rowCount() + second.rowCount(), 0);
+    EXPECT_EQ(m_model.Scene(), nullptr);
+    Settle();
+}
+
+TEST_F(SceneModelView, SlotsMayDoAsTheyLikeWithTheTree) {
+    using Model = QAbstractItemModel;
+    struct THost {
+        TZEPScene& Scene;
+        TZEPObject*& Object; // what the signal is about
+        QPointer<TZEPObject> Parent;
+    };
+    using TDeed = std::function<void(THost&)>;
+    const std::pair<const char*, TDeed> deeds[] = {
+        {"free it", [](THost& host) { delete std::exchange(host.Object, nullptr); }},
+        {"free its parent",
+         [](THost& host) {
+             delete host.Parent;
+             host.Object = nullptr;
+         }},
+        {"add to it", [](THost& host) { Add(*host.Object); }},
+        {"add before it", [](THost& host) { Add(*host.Parent, {}, false); }},
+        {"put it elsewhere", [](THost& host) { host.Object->SetParentComponent(&host.Scene); }},
+        {"clear the scene",
+         [](THost& host) {
+             host.Scene.Clear();
+             host.Object = nullptr;
+         }},
+    };
+    for (const auto& [name, deed] : deeds) {
+        for (int signal = 0; signal < 7; ++signal) {
+            TZEPScene scene;
+            TZEPSceneModel model;
+            model.SetRoot(&scene);
+            QTreeView view;
+            view.setModel(&model);
+            auto* parent = Add(scene);
+            auto* object = Add(*parent);
+            Add(*parent);
+            model.Sync();
+            view.expandAll();
+            THost host{scene, object, parent};
+            bool done = false;
+            const auto act = [&, deed = deed] {
+                if (!std::exchange(done, true)) deed(host);
+            };
+            if (signal == 0) QObject::connect(&model, &Model::rowsAboutToBeInserted, act);
+            if (signal == 1) QObject::connect(&model, &Model::rowsInserted, act);
+            if (signal == 2) QObject::connect(&model, &Model::dataChanged, act);
+            if (signal == 3) QObject::connect(&model, &Model::rowsAboutToBeMoved, act);
+            if (signal == 4) QObject::connect(&model, &Model::rowsMoved, act);
+            if (signal == 5) QObject::connect(&model, &Model::rowsAboutToBeRemoved, act);
+            if (signal == 6) QObject::connect(&model, &Model::modelAboutToBeReset, act);
+            Add(*parent);
+            object->SetVisible(false);
+            Settle();
+            if (object) object->SetItemIndex(1);
+            if (signal == 5 && object) object->SetParentComponent(nullptr);
+            if (signal == 6) model.SetRoot(&scene);
+            EXPECT_TRUE(done) << name << signal;
+            Settle();
+            ASSERT_NO_FATAL_FAILURE(ExpectRows(model, {}, scene)) << name << signal;
+            view.grab();
+        }
+    }
+}
+
+TEST_F(SceneModelView, ASlotMayTakeAwayTheModelOrTheScene) {
+    for (const bool takesScene : {true, false}) {
+        auto* scene = new TZEPScene;
+        auto* model = new TZEPSceneModel;
+        model->SetRoot(scene);
+        QObject::connect(model, &QAbstractItemModel::rowsInserted, [&] {
+            if (takesScene)
+                delete scene;
+            else
+                delete model;
+        });
+        Add(*scene);
+        Settle();
+        if (takesScene) {
+            EXPECT_EQ(model->rowCount(), 0);
+            delete model;
+        } else {
+            delete scene;
+        }
+    }
+}
+
+} // namespace
+} // namespace ZEP

@@ -1,0 +1,45 @@
+#include "viewer/files/Programs.h"
+
+#include "viewer/content/Describe.h"
+#include "viewer/files/OpenedFile.h"
+#include <zep/batch/Batch.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace ZEP {
+
+namespace {
+
+bool HoldsMoves(const TZEPObject& root) {
+    return root.GetItemsCount() > 0 && ProgramLineOf(*root.GetItem(0));
+}
+
+QString TextBeside(const TOpenedFile& scene, const QString& name) {
+    const QFileInfo text(QFileInfo(scene.Name).dir(), name);
+    const bool isOlder = text.isFile() && text.lastModified() <= scene.State.Modified;
+    return isOlder && !name.isEmpty() ? text.filePath() : QString();
+}
+
+void AddProgramsOf(const TOpenedFile& scene, std::vector<TProgram>& programs) {
+    const auto add = [&](TZEPObject& root) {
+        if (qobject_cast<TZEPBatch*>(&root) && HoldsMoves(root))
+            programs.push_back({&root, TextBeside(scene, root.Ident())});
+    };
+    add(*scene.Root);
+    for (int i = 0, count = scene.Root->GetItemsCount(); i < count; ++i)
+        add(*scene.Root->GetItem(i));
+}
+
+} // namespace
+
+std::vector<TProgram> ProgramsOf(std::span<const TOpenedFile> files) {
+    std::vector<TProgram> programs;
+    for (const TOpenedFile& file : files) {
+        if (file.Format == TFileFormat::RS274D) programs.push_back({file.Root, file.Name});
+        if (file.Format == TFileFormat::Scene) AddProgramsOf(file, programs);
+    }
+    return programs;
+}
+
+} // namespace ZEP

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+#include <span>
+#include <vector>
+
+namespace ZEP {
+
+class TZEPObject;
+struct TOpenedFile;
+
+/// A program whose moves are shown.
+struct TProgram {
+    TZEPObject* Root; ///< of its moves
+    QString Text;     ///< the file that it stands in; empty where there is none
+};
+
+/// Those of files, and those that were saved in scenes. The text of one in a scene is the program
+/// beside it whose name is the ident of the moves' root, unless it is newer than the scene.
+[[nodiscard]] std::vector<TProgram> ProgramsOf(std::span<const TOpenedFile> files);
+
+} // namespace ZEP

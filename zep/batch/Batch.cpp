@@ -1,0 +1,102 @@
+#include <zep/batch/Batch.h>
+
+#include <zep/batch/BatchContents.h>
+#include <zep/framework/Property.h>
+#include <zep/scene/Frame.h>
+#include <zep/scene/SceneInterfaces.h>
+
+#include <utility>
+
+namespace ZEP {
+
+namespace {
+
+const TRegisterObject<TZEPBatch> Registered;
+
+const TZEPBatch* BatchAbove(const TZEPObject& object) {
+    const TZEPObject* above = object.Parent();
+    while (above && !qobject_cast<const TZEPBatch*>(above)) above = above->Parent();
+    return static_cast<const TZEPBatch*>(above);
+}
+
+} // namespace
+
+TZEPBatch::TZEPBatch(TComponent* owner)
+    : TZEPObject(owner), m_contents(std::make_shared<TBatchContents>(*this)) {
+    RegisterNotify(Listener());
+}
+
+TZEPBatch::~TZEPBatch() {
+    m_contents->Detach();
+    UnregisterNotify(Listener());
+}
+
+TZEPObjectNotify TZEPBatch::Listener() {
+    const auto hear = [](void* contents, TZEPObject* sender, TZEPObjectAction action, const void*) {
+        static_cast<TBatchContents*>(contents)->Hear(*sender, action);
+    };
+    return {hear, m_contents.get()};
+}
+
+void TZEPBatch::SetEvenLight(bool even) {
+    if (Change(m_evenLight, even)) Invalidate(this);
+}
+
+void TZEPBatch::SetRoundArcs(bool round) {
+    if (Change(m_roundArcs, round)) Invalidate(this);
+}
+
+void TZEPBatch::SetSmoothShading(bool smooth) {
+    if (Change(m_smoothShading, smooth)) Invalidate(this);
+}
+
+void TZEPBatch::SetShown(const std::optional<TZEPShown>& shown) {
+    TZEPShown was = Shown();
+    m_shown = shown;
+    was.Share = Shown().Share;
+    if (was != Shown()) Invalidate(this);
+}
+
+TZEPShown TZEPBatch::Shown() const {
+    if (m_shown) return *m_shown;
+    const TZEPBatch* above = BatchAbove(*this);
+    return above ? above->Shown() : TZEPShown{};
+}
+
+TBatchLook TZEPBatch::Look() const {
+    TBatchLook look{Shown(), m_roundArcs, m_smoothShading};
+    look.Shown.EvenLight = look.Shown.EvenLight || m_evenLight;
+    return look;
+}
+
+void TZEPBatch::Prepare() {
+    m_contents->Update(Look());
+}
+
+bool TZEPBatch::IsLarge() const {
+    return m_contents->IsLarge();
+}
+
+void TZEPBatch::Assign(const TComponent* source) {
+    if (const auto* batch = dynamic_cast<const TZEPBatch*>(source)) {
+        m_evenLight = batch->m_evenLight;
+        m_roundArcs = batch->m_roundArcs;
+        m_smoothShading = batch->m_smoothShading;
+    }
+    TZEPObject::Assign(source);
+}
+
+void TZEPBatch::Invalidate(TObject* sender) {
+    if (sender != this)
+        if (auto* object = dynamic_cast<TZEPObject*>(sender)) m_contents->NoteSelection(*object);
+    TZEPObject::Invalidate(sender);
+}
+
+void TZEPBatch::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
+    if (kind == dkSelect || scene.Frame().Carves)
+        return TZEPObject::DrawChildren(scene, state, kind);
+    const auto contents = m_contents;
+    contents->Draw(Look(), scene, state, kind);
+}
+
+} // namespace ZEP

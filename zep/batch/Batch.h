@@ -1,0 +1,85 @@
+#pragma once
+
+#include <zep/Export.h>
+#include <zep/batch/Shown.h>
+#include <zep/scene/Object.h>
+
+#include <memory>
+#include <optional>
+
+namespace ZEP {
+
+class TBatchContents;
+struct TBatchLook;
+
+/// A parent that draws what is below it gathered in arrays of vertexes, so that drawings of a
+/// million entities are seen at an interactive rate: one for each layer, that is each child that
+/// only holds others, and one for its other children. After a change only the array that shows it
+/// is made anew. What is far from the origin is exact.
+///
+/// Lines, arcs, circles, polylines, points, text and polygons of three and four corners are
+/// gathered where a colour is all that their material tells (see GatheredClass.h for classes of
+/// hosts). Everything else draws itself, in its place, and so does what casts or receives shadows
+/// or is a mirror. Picking reaches each object, and those that are selected stand out from the
+/// rest. Lines, points and text have their colours whatever lights there are, and polygons are
+/// seen from both sides.
+///
+/// It is correct at each frame whatever a host adds, changes, moves, hides or frees, also where a
+/// scene is updated by hand. What changes with each frame stands best in a layer of its own.
+///
+/// Defaults: visible; all is drawn as its objects say.
+class ZEP_CORE_EXPORT TZEPBatch : public TZEPObject {
+    Q_OBJECT
+    Q_PROPERTY(bool EvenLight READ EvenLight WRITE SetEvenLight)
+    Q_CLASSINFO("EvenLight", "false")
+    Q_PROPERTY(bool RoundArcs READ RoundArcs WRITE SetRoundArcs)
+    Q_CLASSINFO("RoundArcs", "false")
+    Q_PROPERTY(bool SmoothShading READ SmoothShading WRITE SetSmoothShading)
+    Q_CLASSINFO("SmoothShading", "false")
+    Q_PROPERTY(bool Visible READ Visible WRITE SetVisible)
+    Q_CLASSINFO("Visible", "true")
+public:
+    explicit TZEPBatch(TComponent* owner = nullptr);
+    ~TZEPBatch() override;
+
+    /// All is drawn in its own colour, as in a flat drawing, whatever lights the scene has, and no
+    /// shadow falls on it.
+    [[nodiscard]] bool EvenLight() const { return m_evenLight; }
+    void SetEvenLight(bool even);
+    /// Arcs and circles are drawn as round as they are, whatever their number of segments.
+    [[nodiscard]] bool RoundArcs() const { return m_roundArcs; }
+    void SetRoundArcs(bool round);
+    /// Faces of meshes run into each other where they meet at a small angle (`SmoothNormals`), but
+    /// for meshes that have a shading of their own.
+    [[nodiscard]] bool SmoothShading() const { return m_smoothShading; }
+    void SetSmoothShading(bool smooth);
+
+    /// How the view shows it. Asks for a repaint, unless only the share is another.
+    /// \param shown  none: as the nearest batch above it, and without one as its objects say
+    void SetShown(const std::optional<TZEPShown>& shown);
+    /// As it was set, or as the batch above it says.
+    [[nodiscard]] TZEPShown Shown() const;
+
+    /// Makes the arrays ready, which the first frame would do otherwise.
+    void Prepare();
+    /// So much is gathered that a host may wish to draw a share of it while the view moves.
+    [[nodiscard]] bool IsLarge() const;
+
+    void Assign(const TComponent* source) override;
+    void Invalidate(TObject* sender) override;
+    void DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) override;
+    /// Nothing: its contents show what of them is selected.
+    void DrawSelection() override {}
+
+private:
+    [[nodiscard]] TZEPObjectNotify Listener();
+    [[nodiscard]] TBatchLook Look() const;
+
+    std::shared_ptr<TBatchContents> m_contents; ///< may outlive the batch while it is drawn
+    std::optional<TZEPShown> m_shown;
+    bool m_evenLight = false;
+    bool m_roundArcs = false;
+    bool m_smoothShading = false;
+};
+
+} // namespace ZEP

@@ -1,0 +1,82 @@
+#include <zep/batch/FaceBatch.h>
+
+namespace ZEP {
+
+namespace {
+
+TGLArrayd3 NormalOf(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& c) {
+    TGLArrayd3 normal;
+    CalcNormald(a, b, c, normal);
+    return normal;
+}
+
+void SetColorMaterial() {
+    constexpr std::array<float, 4> Black{0, 0, 0, 1};
+    for (const GLenum none : std::array<GLenum, 2>{GL_SPECULAR, GL_EMISSION})
+        glMaterialfv(GL_FRONT_AND_BACK, none, Black.data());
+    glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
+    glEnable(GL_COLOR_MATERIAL);
+}
+
+} // namespace
+
+void TFaceBatch::Start(const TGLArrayd3& origin) {
+    m_vertexes.Clear();
+    m_normals.clear();
+    m_edges.clear();
+    m_origin = origin;
+}
+
+void TFaceBatch::Close() {
+    m_vertexes.Close();
+    m_normals.shrink_to_fit();
+    m_edges.shrink_to_fit();
+}
+
+void TFaceBatch::Add(const std::vector<TGLArrayd3>& corners, TColor color) {
+    const TVertexColor bytes = ToVertexColor(color);
+    if (corners.size() == 3 || corners[3] == corners[2])
+        return AddTriangle(corners[0], corners[1], corners[2], bytes, {GL_TRUE, GL_TRUE, GL_TRUE});
+    // A dent is at one end of the diagonal that divides it well.
+    const TGLArrayd3 first = NormalOf(corners[0], corners[1], corners[2]);
+    const TGLArrayd3 second = NormalOf(corners[0], corners[2], corners[3]);
+    const std::size_t from = Dotd(first, second) < 0 ? 1 : 0;
+    const auto corner = [&](std::size_t i) { return corners[(from + i) % 4]; };
+    AddTriangle(corner(0), corner(1), corner(2), bytes, {GL_TRUE, GL_TRUE, GL_FALSE});
+    AddTriangle(corner(0), corner(2), corner(3), bytes, {GL_FALSE, GL_TRUE, GL_TRUE});
+}
+
+void TFaceBatch::AddTriangle(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& c,
+                             const TVertexColor& color, const TEdges& edges) {
+    const TGLArrayd3 normal = NormalOf(a, b, c);
+    if (normal == zero3d) return;
+    for (const TGLArrayd3* corner : {&a, &b, &c}) {
+        m_vertexes.Add(
+            {(*corner)[0] - m_origin[0], (*corner)[1] - m_origin[1], (*corner)[2] - m_origin[2]},
+            color);
+        m_normals.push_back({static_cast<float>(normal[0]), static_cast<float>(normal[1]),
+                             static_cast<float>(normal[2])});
+    }
+    m_edges.insert(m_edges.end(), edges.begin(), edges.end());
+}
+
+void TFaceBatch::Draw(const TDetail& detail, bool lit, bool outlines) const {
+    if (VertexCount() == 0) return;
+    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LIGHTING_BIT);
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    glDisable(GL_CULL_FACE);
+    if (!lit) glDisable(GL_LIGHTING);
+    SetColorMaterial();
+    glEnableClientState(GL_COLOR_ARRAY);
+    glEnableClientState(GL_NORMAL_ARRAY);
+    glNormalPointer(GL_FLOAT, 0, m_normals.front().data());
+    if (outlines) {
+        glEnableClientState(GL_EDGE_FLAG_ARRAY);
+        glEdgeFlagPointer(0, m_edges.data());
+    }
+    m_vertexes.Draw(GL_TRIANGLES, detail);
+    glPopClientAttrib();
+    glPopAttrib();
+}
+
+} // namespace ZEP

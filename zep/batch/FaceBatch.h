@@ -1,0 +1,40 @@
+#pragma once
+
+#include <zep/batch/PathBatch.h>
+
+namespace ZEP {
+
+class TZEPPolygon;
+
+/// Triangles and quadrilaterals as arrays of vertexes with their normals. They are seen from both
+/// sides.
+class TFaceBatch {
+public:
+    /// Forgets everything. \param origin  is subtracted from all places
+    void Start(const TGLArrayd3& origin);
+    /// \param corners  three or four, in order
+    void Add(const std::vector<TGLArrayd3>& corners, TColor color);
+    void Close();
+    [[nodiscard]] std::size_t VertexCount() const { return m_vertexes.Count(); }
+
+    /// Widens the box by all places, which count from the origin of the batch.
+    void Extend(TGLArrayd3& min, TGLArrayd3& max) const { m_vertexes.Extend(min, max); }
+
+    /// In the opaque pass.
+    /// \param lit       by the lights that are on; else each in its own colour
+    /// \param outlines  polygons are drawn as lines: without the diagonals of quadrilaterals
+    void Draw(const TDetail& detail, bool lit, bool outlines) const;
+
+private:
+    using TEdges = std::array<GLboolean, 3>; ///< of the outline, from a, b and c on
+
+    void AddTriangle(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& c,
+                     const TVertexColor& color, const TEdges& edges);
+
+    TVertexArray m_vertexes;
+    std::vector<TGLArrayf3> m_normals; ///< one for each vertex
+    std::vector<GLboolean> m_edges;    ///< likewise
+    TGLArrayd3 m_origin{};
+};
+
+} // namespace ZEP

@@ -1,0 +1,242 @@
+#include <zep/batch/PathBatch.h>
+
+#include <zep/objects/Arc.h>
+#include <zep/objects/Circle.h>
+#include <zep/objects/Line.h>
+#include <zep/objects/Point.h>
+#include <zep/objects/Polyline.h>
+#include <zep/scene/Vertex3.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace ZEP {
+
+namespace {
+
+constexpr float FaintAlpha = 0.15F;
+constexpr int MostSegments = 720; // of a whole circle
+constexpr std::array<GLubyte, 3> MarkColor{255, 230, 0};
+constexpr std::array<GLubyte, 3> MarkRim{30, 20, 0};
+constexpr float MarkWidth = 5;
+constexpr float MarkRimWidth = 1.5F;
+
+bool IsSolid(TPenStyle style) {
+    return style == psSolid || style == psInsideFrame;
+}
+
+/// A turn that is fine enough for an arc of that radius, in degrees.
+double StepOf(double radius, double error) {
+    if (radius <= error) return 90;
+    return 2 * std::acos(1 - error / radius) * 180 / std::numbers::pi;
+}
+
+/// Of a circle of diameter 1, as the matrix sizes it.
+double RadiusOf(const TGLMatrixd4& m) {
+    return std::max(std::hypot(m[0][0], m[0][1], m[0][2]), std::hypot(m[1][0], m[1][1], m[1][2])) /
+           2;
+}
+
+/// As the polyline shows it, which takes it over at each draw.
+TColor ColorOf(const TZEPPolyline& polyline) {
+    return polyline.InError() ? clRed : polyline.OrigColor();
+}
+
+/// Smooth lines do without depth: the rim of each would cut into those that it joins.
+void SetFine(TPenStyle style, float width) {
+    glDepthMask(GL_FALSE);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_LINE_SMOOTH);
+    glLineWidth(width);
+    if (IsSolid(style)) return glDisable(GL_LINE_STIPPLE);
+    glLineStipple(std::max(1, static_cast<int>(std::lround(width))), StipplePattern(style));
+    glEnable(GL_LINE_STIPPLE);
+}
+
+/// Smoothing and dots cost a software rasteriser ten times the plain line, and so does width. What
+/// is not solid is faint in their place.
+void SetPlain(TPenStyle style, float width) {
+    const bool solid = IsSolid(style);
+    glLineWidth(width);
+    glDepthMask(solid ? GL_TRUE : GL_FALSE);
+    (solid ? glDisable : glEnable)(GL_BLEND);
+    glBlendColor(0, 0, 0, FaintAlpha);
+    glBlendFunc(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA);
+}
+
+} // namespace
+
+// --- taking over -------------------------------------------------------------------------------
+
+void TPathBatch::Start(const TGLArrayd3& origin, const TBatchRules& rules) {
+    m_lines.clear();
+    m_points.clear();
+    m_origin = origin;
+    m_rules = rules;
+    m_knowsShown = false;
+}
+
+std::size_t TPathBatch::VertexCount() const {
+    std::size_t count = 0;
+    for (const TLines& lines : m_lines) count += lines.Vertexes.Count();
+    for (const TPoints& points : m_points) count += points.Vertexes.Count();
+    return count;
+}
+
+void TPathBatch::Close() {
+    for (TLines& lines : m_lines) lines.Vertexes.Close();
+    // Rapid moves first, else the retreat out of a hole covers the feed line into it.
+    std::stable_partition(m_lines.begin(), m_lines.end(),
+                          [](const TLines& lines) { return !IsSolid(lines.Style); });
+}
+
+bool TPathBatch::Add(TZEPObject& object, const TGLMatrixd4& matrix) {
+    m_matrix = &matrix;
+    if (auto* line = qobject_cast<TZEPLine*>(&object)) {
+        StartLines(*line, line->GetColor());
+        MoveTo(line->P1()->Data());
+        LineTo(line->P2()->Data());
+    } else if (const auto* arc = qobject_cast<TZEPArc*>(&object)) {
+        StartLines(*arc, arc->GetColor());
+        const double sweep = arc->EndAngle() - arc->StartAngle();
+        AddArc(arc->StartAngle(), sweep > 0 ? sweep : sweep + 360, arc->Segments());
+    } else if (const auto* circle = qobject_cast<TZEPCircle*>(&object)) {
+        StartLines(*circle, circle->GetColor());
+        AddArc(0, 360, circle->Segments());
+    } else if (auto* polyline = qobject_cast<TZEPPolyline*>(&object);
+               polyline && !polyline->Smooth() && !polyline->ColorVertexes()) {
+        AddPolyline(*polyline);
+    } else if (auto* point = qobject_cast<TZEPPoint*>(&object)) {
+        PointsOf(point->Width()).Add(At(point->P()->Data()), ShownColor(point->GetColor()));
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void TPathBatch::AddLoop(const std::vector<TGLArrayd3>& corners, TColor color) {
+    m_matrix = &idd;
+    m_vertexes = &LinesOf(psSolid, 1);
+    m_color = ShownColor(color);
+    MoveTo(corners.back());
+    for (const TGLArrayd3& corner : corners) LineTo(corner);
+}
+
+void TPathBatch::StartLines(const TZEPLineShape& shape, TColor color) {
+    m_vertexes = &LinesOf(shape.Style(), shape.Width());
+    m_color = ShownColor(color);
+}
+
+TVertexArray& TPathBatch::LinesOf(TPenStyle style, float width) {
+    for (TLines& lines : m_lines)
+        if (lines.Style == style && lines.Width == width) return lines.Vertexes;
+    return m_lines.emplace_back(TLines{style, width}).Vertexes;
+}
+
+TVertexArray& TPathBatch::PointsOf(float width) {
+    for (TPoints& points : m_points)
+        if (points.Width == width) return points.Vertexes;
+    return m_points.emplace_back(TPoints{width}).Vertexes;
+}
+
+TVertexColor TPathBatch::ShownColor(TColor color) {
+    if (m_knowsShown && color == m_given) return m_shown;
+    m_knowsShown = true;
+    m_given = color;
+    return m_shown = ToVertexColor(m_rules.Shown(color));
+}
+
+TGLArrayd3 TPathBatch::At(const TGLArrayd3& point) const {
+    TGLArrayd3 place = point;
+    if (m_matrix != &idd) Xformd(*m_matrix, place);
+    for (std::size_t k = 0; k < 3; ++k) place[k] -= m_origin[k];
+    return place;
+}
+
+void TPathBatch::LineTo(const TGLArrayd3& point) {
+    m_vertexes->Add(m_last, m_color);
+    m_vertexes->Add(m_last = At(point), m_color);
+}
+
+/// Of a circle of diameter 1. \param start, turn  degrees
+void TPathBatch::AddArc(double start, double turn, int segments) {
+    const double steps = turn / StepOf(RadiusOf(*m_matrix), m_rules.Error);
+    const int needed = static_cast<int>(std::min(steps, 1.0 * MostSegments)) + 1;
+    const int finest = m_rules.RoundArcs ? MostSegments : segments;
+    const int count = std::clamp(needed, 2, std::max(finest, 2));
+    const auto at = [&](int i) -> TGLArrayd3 {
+        const double angle = (start + turn * i / count) * std::numbers::pi / 180;
+        return {0.5 * std::cos(angle), 0.5 * std::sin(angle), 0};
+    };
+    MoveTo(at(0));
+    for (int i = 1; i <= count; ++i) LineTo(at(i));
+}
+
+void TPathBatch::AddPolyline(TZEPPolyline& polyline) {
+    TZEPVertexes& points = *polyline.Vertexes();
+    if (points.Count() < 2) return;
+    StartLines(polyline, ColorOf(polyline));
+    MoveTo(points[0].Data());
+    for (int i = 1; i < points.Count(); ++i) LineTo(points[i].Data());
+    if (polyline.Closed()) LineTo(points[0].Data());
+}
+
+// --- drawing -----------------------------------------------------------------------------------
+
+void TPathBatch::Extend(TGLArrayd3& min, TGLArrayd3& max) const {
+    for (const TLines& lines : m_lines) lines.Vertexes.Extend(min, max);
+    for (const TPoints& points : m_points) points.Vertexes.Extend(min, max);
+}
+
+void TPathBatch::Draw(const TDetail& detail, bool fine, float widths) const {
+    if (IsEmpty()) return;
+    glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT |
+                 GL_DEPTH_BUFFER_BIT);
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    glEnableClientState(GL_COLOR_ARRAY);
+    for (const TLines& lines : m_lines) {
+        if (lines.Style == psClear) continue;
+        if (fine)
+            SetFine(lines.Style, lines.Width * widths);
+        else
+            SetPlain(lines.Style, widths);
+        lines.Vertexes.Draw(GL_LINES, detail);
+    }
+    for (const TPoints& points : m_points) {
+        glPointSize(points.Width * widths);
+        points.Vertexes.Draw(GL_POINTS, detail);
+    }
+    glPopClientAttrib();
+    glPopAttrib();
+}
+
+void TPathBatch::DrawMarks(float widths) const {
+    glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_CURRENT_BIT);
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    for (const GLenum off :
+         std::initializer_list<GLenum>{GL_LIGHTING, GL_DEPTH_TEST, GL_BLEND, GL_LINE_STIPPLE})
+        glDisable(off);
+    glColor3ubv(MarkRim.data()); // sets it off from a path of any colour
+    DrawMark(MarkWidth + 2 * MarkRimWidth, widths);
+    glColor3ubv(MarkColor.data());
+    DrawMark(MarkWidth, widths);
+    glPopClientAttrib();
+    glPopAttrib();
+}
+
+void TPathBatch::DrawMark(float width, float widths) const {
+    glLineWidth(width * widths);
+    for (const TLines& lines : m_lines) lines.Vertexes.Draw(GL_LINES, {});
+    glPointSize((width - 1) * widths); // joints, and moves that are too short for a line
+    for (const TLines& lines : m_lines) lines.Vertexes.Draw(GL_POINTS, {});
+    for (const TPoints& points : m_points) {
+        glPointSize((width + points.Width) * widths);
+        points.Vertexes.Draw(GL_POINTS, {});
+    }
+}
+
+} // namespace ZEP

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <zep/batch/VertexArray.h>
+#include <zep/framework/Color.h>
+
+namespace ZEP {
+
+class TZEPLabel;
+
+/// The text of drawings, each in its own colour whatever lights there are. What is too small to be
+/// read is drawn as a line, and what is out of view not at all: letters are what costs most.
+class TTextBatch {
+public:
+    /// Forgets everything. \param origin  is subtracted from all places
+    void Start(const TGLArrayd3& origin);
+    /// \param frame  that the label lies in: leads to the frame of the batch
+    void Add(TZEPLabel& label, const TGLMatrixd4& frame, TColor color);
+    [[nodiscard]] std::size_t Count() const { return m_texts.size(); }
+
+    /// After what is opaque. \param least  height in pixels from which on letters are drawn
+    void Draw(double least) const;
+
+private:
+    struct TText {
+        TZEPLabel* Label;
+        std::array<float, 3> Base, Along, Up; ///< where it begins; the text's extents from there
+        float Lines;
+        std::uint32_t Frame;
+        TVertexColor Color;
+    };
+    /// Where a text is in the view, in pixels.
+    struct TSeenText {
+        bool InView;
+        double Height, Length;
+    };
+
+    class TView;
+    static void SendLine(const TText& text);
+    void DrawLetters(const TText& text) const;
+
+    std::vector<TText> m_texts;
+    std::vector<TGLMatrixd4> m_frames; ///< of neighbours
+    TGLArrayd3 m_origin{};
+};
+
+} // namespace ZEP

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <zep/framework/Color.h>
+#include <zep/scene/Geom.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include <GL/gl.h>
+
+namespace ZEP {
+
+class TZEPViewVolume;
+
+/// Eight bits for each of red, green, blue and alpha.
+using TVertexColor = std::array<std::uint8_t, 4>;
+
+[[nodiscard]] TVertexColor ToVertexColor(TColor color);
+
+/// How much of what there is a frame draws.
+struct TDetail {
+    double Share = 1;                       ///< above 0; from 1 on everything
+    const TZEPViewVolume* Volume = nullptr; ///< in the frame of the vertexes; null: all is seen
+};
+
+/// Coloured vertexes of lines, triangles or points, which OpenGL takes in a few calls. What is out
+/// of view is passed over in blocks of neighbours. A part can be drawn: evenly spread pieces, so
+/// that the form still shows.
+class TVertexArray {
+public:
+    void Add(const TGLArrayd3& point, const TVertexColor& color);
+    void Clear();
+    /// No more come: memory that is not used goes back.
+    void Close();
+    [[nodiscard]] std::size_t Count() const { return m_vertexes.size(); }
+    /// Widens the box by all places.
+    void Extend(TGLArrayd3& min, TGLArrayd3& max) const;
+
+    /// Between `glPushClientAttrib` and its pop. \param mode  GL_LINES, GL_TRIANGLES or GL_POINTS
+    void Draw(GLenum mode, const TDetail& detail) const;
+
+private:
+    struct TVertex {
+        std::array<float, 3> Point;
+        TVertexColor Color;
+    };
+    struct TBlock {
+        TGLArrayd3 Min, Max;
+    };
+
+    [[nodiscard]] bool Shows(std::size_t block, const TDetail& detail) const;
+    void DrawBlocks(GLenum mode, const TDetail& detail) const;
+    void DrawPieces(GLenum mode, const TDetail& detail) const;
+
+    std::vector<TVertex> m_vertexes;
+    std::vector<TBlock> m_blocks;
+};
+
+} // namespace ZEP
