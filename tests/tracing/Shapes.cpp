@@ -98,7 +98,8 @@ TShape Triangles(const TCorners& corners, const TTriangles& triangles) {
     std::vector<TTriangle> all;
     for (const auto& [a, b, c] : triangles) {
         const auto corner = [&](int i) { return corners[static_cast<std::size_t>(i)]; };
-        TTriangle& t = all.emplace_back(corner(a), corner(b) - corner(a), corner(c) - corner(a));
+        TTriangle& t = all.emplace_back(
+            TTriangle{corner(a), corner(b) - corner(a), corner(c) - corner(a), {}});
         t.Normal = Cross(t.First, t.Second);
     }
     return [all](const TRay& ray, TCrossings& crossings) {

@@ -66,11 +66,13 @@ TEST_F(FaultyPanel, AFrameThatFailsIsToldOnceAndTheNextOneIsWhole) {
         Repaint();
         ExpectShown(Green, "the next frame");
         ASSERT_TRUE(View->MakeCurrent());
-        for (const GLenum stack : {GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH}) {
+        for (const GLenum stack :
+             std::initializer_list<GLenum>{GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH}) {
             glGetIntegerv(stack, &depth);
             EXPECT_EQ(depth, 1) << fault;
         }
-        for (const GLenum stack : {GL_ATTRIB_STACK_DEPTH, GL_CLIENT_ATTRIB_STACK_DEPTH}) {
+        for (const GLenum stack :
+             std::initializer_list<GLenum>{GL_ATTRIB_STACK_DEPTH, GL_CLIENT_ATTRIB_STACK_DEPTH}) {
             glGetIntegerv(stack, &depth);
             EXPECT_EQ(depth, 0) << fault;
         }

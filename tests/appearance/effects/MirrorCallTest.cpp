@@ -150,10 +150,10 @@ TEST_F(MirrorCall, MirrorsThatFaceEachOtherComeToAnEnd) {
 TEST_F(MirrorCall, WhatAnObjectThrowsLeavesNothingOpen) {
     const auto stateNow = [] {
         std::vector<GLint> values;
-        for (const GLenum name :
-             {GL_MODELVIEW_STACK_DEPTH, GL_ATTRIB_STACK_DEPTH, GL_FRONT_FACE, GL_STENCIL_TEST,
-              GL_CLIP_PLANE0, GL_POLYGON_OFFSET_FILL, GL_COLOR_WRITEMASK, GL_DEPTH_WRITEMASK,
-              GL_BLEND, GL_RENDER_MODE, GL_LIST_INDEX, GL_MATRIX_MODE, GL_DEPTH_FUNC}) {
+        for (const GLenum name : std::initializer_list<GLenum>{
+                 GL_MODELVIEW_STACK_DEPTH, GL_ATTRIB_STACK_DEPTH, GL_FRONT_FACE, GL_STENCIL_TEST,
+                 GL_CLIP_PLANE0, GL_POLYGON_OFFSET_FILL, GL_COLOR_WRITEMASK, GL_DEPTH_WRITEMASK,
+                 GL_BLEND, GL_RENDER_MODE, GL_LIST_INDEX, GL_MATRIX_MODE, GL_DEPTH_FUNC}) {
             values.resize(values.size() + 4);
             glGetIntegerv(name, &values[values.size() - 4]);
         }

@@ -54,7 +54,7 @@ TEST_F(DXF, RefusesWhatIsNoDrawing) {
         {"a line that is longer than forty characters", "a line that is longer than forty charact"},
         {std::string(3, '\0'), "???"}};
     for (const auto& [text, beginning] : rows)
-        EXPECT_EQ(ErrorOf([&] { Converter.ReadDXF(text); }),
+        EXPECT_EQ(ErrorOf([&, &drawing = text] { Converter.ReadDXF(drawing); }),
                   "TDXFConverter.LoadFromFile: The text" + expected + beginning + "\".");
     const std::string binary = "AutoCAD Binary DXF\r\n\x1A";
     EXPECT_EQ(ErrorOf([&] { Converter.ReadDXF(binary); }),
