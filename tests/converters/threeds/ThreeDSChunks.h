@@ -3,9 +3,13 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <sstream>
+#include <stdexcept>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace ZEP {
 
@@ -22,6 +26,15 @@ inline std::string TextOf(std::string token) {
     return token.substr(1);
 }
 
+/// With a decimal point, whatever the locale says.
+inline double NumberOf(std::string_view text) {
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size())
+        throw std::invalid_argument("not a number: " + std::string(text));
+    return number;
+}
+
 /// `b 1 2` bytes, `w` words, `l` longs, `f` floats, `'name` with its end, `"name` without one.
 inline std::string BytesOfTokens(std::istringstream& tokens) {
     std::string bytes;
@@ -31,7 +44,7 @@ inline std::string BytesOfTokens(std::istringstream& tokens) {
             kind = token[0];
         else if (token[0] == '\'' || token[0] == '"')
             bytes += TextOf(token) + std::string(token[0] == '\'', '\0');
-        else if (const double number = std::stod(token); kind == 'f')
+        else if (const double number = NumberOf(token); kind == 'f')
             bytes += LittleEndian<float>(number);
         else
             bytes += kind == 'b'   ? LittleEndian<std::uint8_t>(number)
@@ -72,7 +85,7 @@ inline std::string BytesOfChunks(const std::string& input) {
             const bool hasLength = equals != std::string::npos;
             open.push_back({indent, bytes.size(), hasLength});
             bytes += LittleEndian<std::uint16_t>(std::stoi(id.substr(0, equals), nullptr, 16)) +
-                     LittleEndian<std::uint32_t>(hasLength ? std::stod(id.substr(equals + 1)) : 0);
+                     LittleEndian<std::uint32_t>(hasLength ? NumberOf(id.substr(equals + 1)) : 0);
         }
         bytes += BytesOfTokens(tokens);
     }
