@@ -7,7 +7,9 @@
 #include <zep/objects/Polygon.h>
 #include <zep/view/Actor.h>
 
+#include <functional>
 #include <set>
+#include <vector>
 
 namespace ZEP {
 namespace {
@@ -16,6 +18,7 @@ constexpr int Dark = 20;
 constexpr int Bright = 150;
 
 using TCorners = std::array<TGLArrayd3, 4>;
+using TAdd = std::function<TZEPObject*(const TCorners&)>;
 
 TCorners Square(double x, double half, double z) {
     return {{{x - half, -half, z}, {x + half, -half, z}, {x + half, half, z}, {x - half, half, z}}};
@@ -81,6 +84,23 @@ protected:
         return box;
     }
 
+    /// Each kind in both shadings of the batch, by both ways to draw shadows.
+    void ForEachShadowDrawing(const std::vector<TAdd>& kinds,
+                              const std::function<void(const TAdd&)>& check) {
+        for (const bool smooth : {false, true})
+            for (const bool accumulated : {false, true})
+                for (const TAdd& add : kinds) {
+                    SCOPED_TRACE(testing::Message() << smooth << accumulated << &add - &kinds[0]);
+                    m_batch.SetSmoothShading(smooth);
+                    m_scene.SetAccumShadows(accumulated);
+                    check(add);
+                }
+    }
+
+    const TAdd Polygon = [this](const TCorners& corners) { return AddPolygon(corners); };
+    const TAdd Mesh = [this](const TCorners& corners) { return AddMesh(corners); };
+    const TAdd Box = [this](const TCorners& corners) { return AddBox(corners); };
+
     int GreyAt(double x, double y) { return qRed(ColorAt(x, y)); }
 
     TZEPActor* m_layer;
@@ -89,55 +109,38 @@ protected:
 TEST_F(BatchPasses, WhatCastsShadowsStandsInTheLightAndIsSeen) {
     const std::unique_ptr<TZEPPolygon> floor(AddPolygon(Square(0, 4.5, 0)));
     floor->SetReceiveShadows(true);
-    const std::function<TZEPObject*(const TCorners&)> kinds[] = {
-        [this](const auto& corners) { return AddPolygon(corners); },
-        [this](const auto& corners) { return AddMesh(corners); },
-        [this](const auto& corners) { return AddBox(corners); }};
-    for (const bool smooth : {false, true})
-        for (const bool accumulated : {false, true})
-            for (const auto& add : kinds) {
-                SCOPED_TRACE(testing::Message() << smooth << accumulated << &add - kinds);
-                m_batch.SetSmoothShading(smooth);
-                m_scene.SetAccumShadows(accumulated);
-                const std::unique_ptr<TZEPObject> caster(add(Square(-3, 1, 2)));
-                EXPECT_GT(GreyAt(-1, 0), Bright);
-                caster->SetShadows(0, true);
-                EXPECT_GT(GreyAt(-3, 0), Bright); // the caster itself
-                EXPECT_LT(GreyAt(-1, 0), Dark);
-                EXPECT_GT(GreyAt(1, 0), Bright);
-                EXPECT_GT(GreyAt(-1, 3), Bright);
-                caster->SetShadows(0, false);
-                EXPECT_GT(GreyAt(-1, 0), Bright);
-            }
+    ForEachShadowDrawing({Polygon, Mesh, Box}, [this](const TAdd& add) {
+        const std::unique_ptr<TZEPObject> caster(add(Square(-3, 1, 2)));
+        EXPECT_GT(GreyAt(-1, 0), Bright);
+        caster->SetShadows(0, true);
+        EXPECT_GT(GreyAt(-3, 0), Bright); // the caster itself
+        EXPECT_LT(GreyAt(-1, 0), Dark);
+        EXPECT_GT(GreyAt(1, 0), Bright);
+        EXPECT_GT(GreyAt(-1, 3), Bright);
+        caster->SetShadows(0, false);
+        EXPECT_GT(GreyAt(-1, 0), Bright);
+    });
 }
 
 TEST_F(BatchPasses, ShadowsFallOnWhatReceivesThemAlone) {
     const std::unique_ptr<TZEPBox> caster(AddBox(Square(-3, 1, 2)));
     caster->SetCastShadows(true);
-    const std::function<TZEPObject*(const TCorners&)> kinds[] = {
-        [this](const auto& corners) { return AddPolygon(corners); },
-        [this](const auto& corners) { return AddMesh(corners); }};
-    for (const bool smooth : {false, true})
-        for (const bool accumulated : {false, true})
-            for (const auto& add : kinds) {
-                SCOPED_TRACE(testing::Message() << smooth << accumulated << &add - kinds);
-                m_batch.SetSmoothShading(smooth);
-                m_scene.SetAccumShadows(accumulated);
-                const std::unique_ptr<TZEPObject> floor(add(Square(0, 4.5, 0)));
-                EXPECT_GT(GreyAt(-1, 0), Bright);
-                floor->SetShadows(1, true);
-                EXPECT_LT(GreyAt(-1, 0), Dark);
-                EXPECT_GT(GreyAt(1, 0), Bright);
-                m_batch.SetEvenLight(true); // a drawing keeps its colours
-                EXPECT_GT(GreyAt(-1, 0), Bright);
-                EXPECT_GT(GreyAt(1, 0), Bright);
-                m_batch.SetEvenLight(false);
-                floor->SetVisible(false); // comes back in its place
-                EXPECT_LT(GreyAt(1, 0), Dark);
-                floor->SetVisible(true);
-                EXPECT_LT(GreyAt(-1, 0), Dark);
-                EXPECT_GT(GreyAt(1, 0), Bright);
-            }
+    ForEachShadowDrawing({Polygon, Mesh}, [this](const TAdd& add) {
+        const std::unique_ptr<TZEPObject> floor(add(Square(0, 4.5, 0)));
+        EXPECT_GT(GreyAt(-1, 0), Bright);
+        floor->SetShadows(1, true);
+        EXPECT_LT(GreyAt(-1, 0), Dark);
+        EXPECT_GT(GreyAt(1, 0), Bright);
+        m_batch.SetEvenLight(true); // a drawing keeps its colours
+        EXPECT_GT(GreyAt(-1, 0), Bright);
+        EXPECT_GT(GreyAt(1, 0), Bright);
+        m_batch.SetEvenLight(false);
+        floor->SetVisible(false); // comes back in its place
+        EXPECT_LT(GreyAt(1, 0), Dark);
+        floor->SetVisible(true);
+        EXPECT_LT(GreyAt(-1, 0), Dark);
+        EXPECT_GT(GreyAt(1, 0), Bright);
+    });
 }
 
 TEST_F(BatchPasses, AMirrorShowsTheScene) {

@@ -4,6 +4,7 @@
 #include <zep/objects/Line.h>
 #include <zep/objects/Point.h>
 #include <zep/objects/Polyline.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/Vertex3.h>
 
 #include <QLocale>
@@ -23,10 +24,6 @@ TGLArrayd3 Absolute(const TZEPObject& object, const TGLArrayd3& point) {
     return result;
 }
 
-double Between(const TGLArrayd3& a, const TGLArrayd3& b) {
-    return std::hypot(b[0] - a[0], b[1] - a[1], b[2] - a[2]);
-}
-
 TGLArrayd3 OnArc(const TZEPArc& arc, double degrees) {
     const double angle = degrees * std::numbers::pi / 180;
     return Absolute(arc, {0.5 * std::cos(angle), 0.5 * std::sin(angle), 0});
@@ -35,15 +32,15 @@ TGLArrayd3 OnArc(const TZEPArc& arc, double degrees) {
 double LengthOfArc(const TZEPArc& arc) {
     const double sweep = arc.EndAngle() - arc.StartAngle();
     const double turn = sweep > 0 ? sweep : sweep + 360;
-    return Between(OnArc(arc, 0), Absolute(arc, zero3d)) * turn * std::numbers::pi / 180;
+    return Distance(OnArc(arc, 0), Absolute(arc, zero3d)) * turn * std::numbers::pi / 180;
 }
 
 double LengthOfPolyline(TZEPPolyline& polyline) {
     TZEPVertexes& points = *polyline.Vertexes();
     double length = 0;
     for (int i = 1; i < points.Count(); ++i)
-        length +=
-            Between(Absolute(polyline, points[i - 1].Data()), Absolute(polyline, points[i].Data()));
+        length += Distance(Absolute(polyline, points[i - 1].Data()),
+                           Absolute(polyline, points[i].Data()));
     return length;
 }
 
@@ -89,7 +86,7 @@ std::optional<int> ProgramLineOf(const TZEPObject& object) {
 
 std::optional<double> LengthOf(TZEPObject& object) {
     if (auto* line = qobject_cast<TZEPLine*>(&object))
-        return Between(Absolute(*line, line->P1()->Data()), Absolute(*line, line->P2()->Data()));
+        return Distance(Absolute(*line, line->P1()->Data()), Absolute(*line, line->P2()->Data()));
     if (const auto* arc = qobject_cast<TZEPArc*>(&object)) return LengthOfArc(*arc);
     if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) return LengthOfPolyline(*polyline);
     return {};

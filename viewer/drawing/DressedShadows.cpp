@@ -6,6 +6,7 @@
 #include <zep/appearance/effects/Light.h>
 #include <zep/batch/Batch.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/Vertex3.h>
 
 #include <cmath>
@@ -112,8 +113,7 @@ void TDressedShadows::MoveAway(TZEPLight& light, const TZEPBounds& content) {
     double reach = FarFrom(content);
     for (std::size_t k = 0; k < 3; ++k)
         reach += 20 * std::max(std::abs(content.Min[k]), std::abs(content.Max[k]));
-    const double factor = reach / std::sqrt(Dotd(was, was));
-    const TGLArrayd3 now{was[0] * factor, was[1] * factor, was[2] * factor};
+    const TGLArrayd3 now = was * (reach / std::sqrt(Dotd(was, was)));
     if (!std::isfinite(Dotd(now, now))) return;
     light.Position()->SetData(now[0], now[1], now[2]);
     m_moved.push_back({&light, was, now});

@@ -8,6 +8,7 @@
 #include "viewer/drawing/ViewLights.h"
 #include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/Vectors.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Panel.h>
 
@@ -166,9 +167,8 @@ void TDressedView::DressFog(const TViewLook& look) {
 void TDressedView::MeasureFog() {
     TZEPFog& fog = *m_panel->Fog();
     if (!fog.Enabled()) return;
-    const TGLArrayd3 eye = m_panel->Camera()->GetPosition();
-    const TGLArrayd3 target = m_panel->Camera()->GetTarget();
-    const double distance = std::hypot(eye[0] - target[0], eye[1] - target[1], eye[2] - target[2]);
+    const double distance =
+        Distance(m_panel->Camera()->GetPosition(), m_panel->Camera()->GetTarget());
     fog.SetStart(FogStart * distance);
     fog.SetEnd(FogEnd * distance);
     fog.SetDensity((fog.Mode() == fmExp ? ExpDensity : Exp2Density) / std::max(distance, 1e-9));

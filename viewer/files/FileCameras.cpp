@@ -3,6 +3,7 @@
 #include "viewer/files/Document.h"
 #include <zep/batch/Batch.h>
 #include <zep/framework/Exception.h>
+#include <zep/scene/Vectors.h>
 
 #include <QMap>
 
@@ -19,10 +20,6 @@ constexpr double DepthMargin = 10;
 TGLArrayd3 Absolute(const TZEPCamera& camera, TGLArrayd3 point) {
     Xformd(camera.GetAbsoluteMatrix(), point);
     return point;
-}
-
-double Distance(const TGLArrayd3& a, const TGLArrayd3& b) {
-    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
 }
 
 /// So far that all can be seen from there, also when the view moves back.

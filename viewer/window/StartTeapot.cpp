@@ -2,6 +2,7 @@
 
 #include <zep/objects/Mesh.h>
 #include <zep/objects/TeapotPatches.h>
+#include <zep/scene/Vectors.h>
 
 #include <algorithm>
 
@@ -42,8 +43,7 @@ TGLArrayf3 NormalAt(const TBezierPatch& patch, double u, double v) {
     CrossProdd(Sum(patch, SlopesAt(u), WeightsAt(v)), Sum(patch, WeightsAt(u), SlopesAt(v)),
                normal);
     Normalized(normal);
-    return {static_cast<float>(normal[0]), static_cast<float>(normal[1]),
-            static_cast<float>(normal[2])};
+    return ToFloats(normal);
 }
 
 void AddVertex(TZEPMesh& mesh, const TBezierPatch& patch, double u, double v) {

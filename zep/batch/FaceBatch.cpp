@@ -1,4 +1,5 @@
 #include <zep/batch/FaceBatch.h>
+#include <zep/scene/Vectors.h>
 
 namespace ZEP {
 
@@ -51,11 +52,8 @@ void TFaceBatch::AddTriangle(const TGLArrayd3& a, const TGLArrayd3& b, const TGL
     const TGLArrayd3 normal = NormalOf(a, b, c);
     if (normal == zero3d) return;
     for (const TGLArrayd3* corner : {&a, &b, &c}) {
-        m_vertexes.Add(
-            {(*corner)[0] - m_origin[0], (*corner)[1] - m_origin[1], (*corner)[2] - m_origin[2]},
-            color);
-        m_normals.push_back({static_cast<float>(normal[0]), static_cast<float>(normal[1]),
-                             static_cast<float>(normal[2])});
+        m_vertexes.Add(*corner - m_origin, color);
+        m_normals.push_back(ToFloats(normal));
     }
     m_edges.insert(m_edges.end(), edges.begin(), edges.end());
 }

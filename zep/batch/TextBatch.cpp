@@ -2,6 +2,7 @@
 
 #include <zep/objects/Label.h>
 #include <zep/scene/GLState.h>
+#include <zep/scene/Vectors.h>
 
 #include <algorithm>
 #include <cmath>
@@ -14,10 +15,6 @@ constexpr double LetterWidth =
     0.75;                         // of the cap height, about: where a text ends that is too small
 constexpr double LeastLength = 1; // pixels, of a line in place of a text
 constexpr std::uint8_t LineAlpha = 130;
-
-std::array<float, 3> ToFloats(const TGLArrayd3& v) {
-    return {static_cast<float>(v[0]), static_cast<float>(v[1]), static_cast<float>(v[2])};
-}
 
 std::array<float, 3> Column(const TGLMatrixd4& m, std::size_t i, double length) {
     return ToFloats({m[i][0] * length, m[i][1] * length, m[i][2] * length});
@@ -89,8 +86,7 @@ void TTextBatch::Add(TZEPLabel& label, const TGLMatrixd4& frame, TColor color) {
     MultMatrixd(frame, label.GetMatrix(), matrix);
     const auto letters = static_cast<double>(LongestLine(label.Caption()));
     const auto lines = static_cast<float>(1 + label.Caption().count(QLatin1Char('\n')));
-    const TGLArrayd3 base{matrix[3][0] - m_origin[0], matrix[3][1] - m_origin[1],
-                          matrix[3][2] - m_origin[2]};
+    const TGLArrayd3 base = TGLArrayd3{matrix[3][0], matrix[3][1], matrix[3][2]} - m_origin;
     m_texts.push_back({&label, ToFloats(base), Column(matrix, 0, LetterWidth * letters),
                        Column(matrix, 1, 1), lines, static_cast<std::uint32_t>(m_frames.size() - 1),
                        ToVertexColor(color)});

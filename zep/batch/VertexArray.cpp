@@ -1,6 +1,7 @@
 #include <zep/batch/VertexArray.h>
 
 #include <zep/framework/Property.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/ViewVolume.h>
 
 #include <algorithm>
@@ -37,9 +38,7 @@ void TVertexArray::Add(const TGLArrayd3& point, const TVertexColor& color) {
     if (m_vertexes.size() % BlockSize == 0) m_blocks.push_back({point, point});
     MinBoundsd(m_blocks.back().Min, point);
     MaxBoundsd(m_blocks.back().Max, point);
-    m_vertexes.push_back(
-        {{static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])},
-         color});
+    m_vertexes.push_back({ToFloats(point), color});
 }
 
 void TVertexArray::Clear() {

@@ -2,6 +2,7 @@
 
 #include <zep/appearance/materials/Material.h>
 #include <zep/objects/Grid.h>
+#include <zep/scene/Vectors.h>
 
 #include <algorithm>
 #include <cmath>
@@ -76,9 +77,7 @@ TZEPHeightField::TSamples TZEPHeightField::Asked() const {
             samples.Heights.push_back(height);
             if (m_colorVertexes && m_color) samples.Colors.push_back(m_color(height));
             if (!Smooth() || !m_normal) continue;
-            const TGLArrayd3 normal = m_normal(x, y);
-            samples.Normals.push_back({static_cast<float>(normal[0]), static_cast<float>(normal[1]),
-                                       static_cast<float>(normal[2])});
+            samples.Normals.push_back(ToFloats(m_normal(x, y)));
         }
     return samples;
 }

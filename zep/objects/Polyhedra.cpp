@@ -1,4 +1,5 @@
 #include <zep/objects/Polyhedra.h>
+#include <zep/scene/Vectors.h>
 
 #include <cmath>
 #include <numbers>
@@ -81,10 +82,6 @@ constexpr TFaces<12, 5> DodecahedronFaces{{{0, 8, 1, 17, 16},
 /// Brings the golden ratio, how far the dodecahedron's table reaches, within the unit box.
 constexpr float DodecahedronScale = 0.3F;
 
-TGLArrayf3 Edge(const TGLArrayf3& from, const TGLArrayf3& to) {
-    return {to[0] - from[0], to[1] - from[1], to[2] - from[2]};
-}
-
 /// The corners of a face lie on a circle in the picture.
 void SendTextureCorner(std::size_t corner, std::size_t corners) {
     const double angle =
@@ -98,7 +95,7 @@ void SendFaces(const TPoints<Count>& points, const TFaces<FaceCount, Size>& face
     for (const auto& face : faces) {
         const TGLArrayf3& second = points[face[1]];
         TGLArrayf3 normal;
-        CrossProdf(Edge(points[face[0]], second), Edge(second, points[face[2]]), normal);
+        CrossProdf(second - points[face[0]], points[face[2]] - second, normal);
         glBegin(mode);
         glNormal3fv(normal.data());
         for (std::size_t i = 0; i < Size; ++i) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zep/scene/Geom.h>
+#include <zep/scene/Vectors.h>
 
 #include <GL/gl.h>
 
@@ -40,8 +41,7 @@ public:
     void Vertex(const TGLArrayd3& point) {
         TVertex& vertex = m_vertexes[m_count++];
         vertex.Normal = m_normal;
-        vertex.Point = {static_cast<float>(point[0]), static_cast<float>(point[1]),
-                        static_cast<float>(point[2])};
+        vertex.Point = ToFloats(point);
         if (m_textured) vertex.TexCoord = m_texCoord;
         if (m_count == m_vertexes.size()) Flush();
     }

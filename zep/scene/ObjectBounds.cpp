@@ -11,10 +11,20 @@ namespace ZEP {
 
 namespace {
 
-void Spread(const TGLArrayd3& point, double& x, double& y, double& z) {
-    x = point[0];
-    y = point[1];
-    z = point[2];
+using TSizeCall = void (TZEPObject::*)(TGLArrayd3&, TGLArrayd3&) const;
+
+TGLArrayd3 LowOf(const TZEPObject& object, TSizeCall size) {
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    (object.*size)(min, max);
+    return min;
+}
+
+TGLArrayd3 HighOf(const TZEPObject& object, TSizeCall size) {
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    (object.*size)(min, max);
+    return max;
 }
 
 /// What objects have until they are asked for their own.
@@ -43,17 +53,11 @@ void TZEPObject::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
 }
 
 TGLArrayd3 TZEPObject::GetMin() const {
-    TGLArrayd3 min;
-    TGLArrayd3 max;
-    GetSize(min, max);
-    return min;
+    return LowOf(*this, &TZEPObject::GetSize);
 }
 
 TGLArrayd3 TZEPObject::GetMax() const {
-    TGLArrayd3 min;
-    TGLArrayd3 max;
-    GetSize(min, max);
-    return max;
+    return HighOf(*this, &TZEPObject::GetSize);
 }
 
 void TZEPObject::GetMin3Real(double& x, double& y, double& z) const {
@@ -114,17 +118,11 @@ void TZEPObject::GetAbsoluteSize(TGLArrayd3& min, TGLArrayd3& max) const {
 }
 
 TGLArrayd3 TZEPObject::GetAbsoluteMin() const {
-    TGLArrayd3 min;
-    TGLArrayd3 max;
-    GetAbsoluteSize(min, max);
-    return min;
+    return LowOf(*this, &TZEPObject::GetAbsoluteSize);
 }
 
 TGLArrayd3 TZEPObject::GetAbsoluteMax() const {
-    TGLArrayd3 min;
-    TGLArrayd3 max;
-    GetAbsoluteSize(min, max);
-    return max;
+    return HighOf(*this, &TZEPObject::GetAbsoluteSize);
 }
 
 void TZEPObject::GetAbsoluteMin3Real(double& x, double& y, double& z) const {

@@ -2,6 +2,7 @@
 #include <zep/gl/Scopes.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/SelectHits.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/XForm.h>
 
@@ -74,9 +75,9 @@ double TZEPScene::GetObjectDistance(TZEPSceneCamera* camera, TZEPObject* object)
     object->GetAbsoluteSize(min, max);
     double distance = std::numeric_limits<double>::infinity();
     for (unsigned corner = 0; corner < 8; ++corner)
-        distance = std::min(distance, std::hypot((corner & 1U ? max : min)[0] - eye[0],
-                                                 (corner & 2U ? max : min)[1] - eye[1],
-                                                 (corner & 4U ? max : min)[2] - eye[2]));
+        distance = std::min(
+            distance, Distance(eye, {(corner & 1U ? max : min)[0], (corner & 2U ? max : min)[1],
+                                     (corner & 4U ? max : min)[2]}));
     if (DebugLogEnabled()) LogDistance(eye, distance, *object, min, max);
     return distance;
 }

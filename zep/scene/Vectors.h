@@ -25,6 +25,9 @@ namespace ZEP {
 [[nodiscard]] constexpr TGLArrayd3 operator*(const TGLArrayd3& a, double times) {
     return times * a;
 }
+[[nodiscard]] constexpr TGLArrayf3 operator-(const TGLArrayf3& a, const TGLArrayf3& b) {
+    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
+}
 [[nodiscard]] constexpr TGLArrayd3 operator/(const TGLArrayd3& a, double by) {
     return {a[0] / by, a[1] / by, a[2] / by};
 }
@@ -59,6 +62,12 @@ constexpr TGLArrayd3& operator*=(TGLArrayd3& a, double times) {
 }
 [[nodiscard]] inline bool IsFinite(const TGLArrayd3& a) {
     return std::isfinite(a[0]) && std::isfinite(a[1]) && std::isfinite(a[2]);
+}
+/// For calls that hand coordinates out one by one.
+constexpr void Spread(const TGLArrayd3& a, double& x, double& y, double& z) {
+    x = a[0];
+    y = a[1];
+    z = a[2];
 }
 [[nodiscard]] constexpr TGLArrayf3 ToFloats(const TGLArrayd3& a) {
     return {static_cast<float>(a[0]), static_cast<float>(a[1]), static_cast<float>(a[2])};

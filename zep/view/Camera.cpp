@@ -2,6 +2,7 @@
 
 #include <zep/appearance/effects/Jitter.h>
 #include <zep/framework/Property.h>
+#include <zep/scene/Vectors.h>
 
 #include <GL/glu.h>
 
@@ -20,16 +21,6 @@ const TRegisterObject<TZEPCamera> Registered;
 
 double Aspect(int width, int height) {
     return static_cast<double>(std::max(width, 1)) / std::max(height, 1);
-}
-
-TGLArrayd3 Sum(const TGLArrayd3& a, const TGLArrayd3& b) {
-    return {a[0] + b[0], a[1] + b[1], a[2] + b[2]};
-}
-
-void Spread(const TGLArrayd3& point, double& x, double& y, double& z) {
-    x = point[0];
-    y = point[1];
-    z = point[2];
 }
 
 } // namespace
@@ -115,11 +106,11 @@ TGLArrayd3 TZEPCamera::CenterOf(const TZEPObject& object) const {
 
 TGLArrayd3 TZEPCamera::GetPosition() const {
     // Cameras that follow each other in a ring would never end: the ring breaks where it closes.
-    if (!m_positionObject || m_following) return Sum(FirstPoint(), m_navigation.Position);
+    if (!m_positionObject || m_following) return FirstPoint() + m_navigation.Position;
     m_following = true;
     const TGLArrayd3 center = CenterOf(*m_positionObject);
     m_following = false;
-    return Sum(center, m_navigation.Position);
+    return center + m_navigation.Position;
 }
 
 void TZEPCamera::GetPosition3Real(double& x, double& y, double& z) const {
@@ -127,7 +118,7 @@ void TZEPCamera::GetPosition3Real(double& x, double& y, double& z) const {
 }
 
 TGLArrayd3 TZEPCamera::GetTarget() const {
-    return Sum(m_targetObject ? CenterOf(*m_targetObject) : SecondPoint(), m_navigation.Target);
+    return (m_targetObject ? CenterOf(*m_targetObject) : SecondPoint()) + m_navigation.Target;
 }
 
 void TZEPCamera::GetTarget3Real(double& x, double& y, double& z) const {
@@ -140,9 +131,7 @@ double TZEPCamera::FieldOfView() const {
 }
 
 TGLArrayd3 TZEPCamera::ToEye() const {
-    const TGLArrayd3 eye = GetPosition();
-    const TGLArrayd3 target = GetTarget();
-    return {eye[0] - target[0], eye[1] - target[1], eye[2] - target[2]};
+    return GetPosition() - GetTarget();
 }
 
 double TZEPCamera::Distance() const {

@@ -1,3 +1,4 @@
+#include <zep/scene/Vectors.h>
 #include <zep/view/Camera.h>
 
 #include <algorithm>
@@ -32,7 +33,7 @@ TGLArrayd3 TurnBy(const TGLArrayd3& from, double a, double b, bool aboveHorizon 
     }
     TGLArrayd3 to;
     SphereToOrthod(s, to);
-    return {to[0] - from[0], to[1] - from[1], to[2] - from[2]};
+    return to - from;
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include <zep/scene/Vectors.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Panel.h>
 
@@ -21,10 +22,6 @@ std::optional<TView> ViewOf(const TZEPPanel& panel) {
     if (!camera || width <= 0 || height <= 0) return {};
     return TView{
         camera->GetViewMatrix(), camera->GetProjectionMatrix(width, height), {0, 0, width, height}};
-}
-
-bool IsFinite(const TGLArrayd3& point) {
-    return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
 }
 
 } // namespace
