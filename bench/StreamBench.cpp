@@ -164,8 +164,7 @@ double MemoryMegabytes(const char* key) {
     return 0;
 }
 
-/// Mapped pages of the file are the system's, which takes them back; "RssAnon" leaves them out, but
-/// the peak is kept of all.
+/// The file is in memory while it is loaded, which the peak tells.
 void Memory(benchmark::State& state, TTree tree, TStreamForm form) {
     const QTemporaryDir folder;
     const QString name = folder.filePath(QStringLiteral("scene"));

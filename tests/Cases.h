@@ -81,6 +81,18 @@ inline void ExpectCases(const std::string& name,
     if (kept && name == kept) WriteCases(path, cases);
 }
 
+/// Each line of an input, with what it makes behind a colon where there is any.
+inline std::string EachLine(const TCase& c,
+                            const std::function<std::string(const std::string&)>& answer) {
+    std::istringstream lines(c.Input);
+    std::string text;
+    for (std::string line; std::getline(lines, line);) {
+        const std::string made = answer(line);
+        text += line + (made.empty() ? "" : ": " + made) + '\n';
+    }
+    return text;
+}
+
 /// The files of a folder of `tests/data/cases`, for tests with them as their parameter.
 inline std::vector<std::string> CaseFiles(const std::string& folder) {
     std::vector<std::string> names;

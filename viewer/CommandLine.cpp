@@ -1,8 +1,10 @@
 #include "viewer/CommandLine.h"
 
 #include "viewer/files/Format.h"
+#include "viewer/files/Picture.h"
 #include "viewer/files/StoredScene.h"
 #include <zep/framework/Exception.h>
+#include <zep/framework/FileSaving.h>
 
 #include <QCommandLineParser>
 
@@ -145,6 +147,24 @@ TCommandLine::TTask TaskOf(const QCommandLineParser& parser, const TOptions& opt
     return parser.isSet(options.Picture) ? Picture : Window;
 }
 
+/// Whatever is written, what is read stays.
+void CheckOutput(const TCommandLine& line, const char* option, const QString& output) {
+    for (const QString& file : line.Files)
+        if (IsSameFile(file, output))
+            throw Exception(QStringLiteral("--%1 would write over \"%2\", which is to be read.")
+                                .arg(QLatin1StringView(option), file));
+}
+
+void CheckPicture(const TCommandLine& line) {
+    if (line.PictureFile.isEmpty())
+        throw Exception(QStringLiteral("--picture takes the name of the picture to write."));
+    if (!IsPictureName(line.PictureFile))
+        throw Exception(QStringLiteral("--picture takes a name that ends as a picture does, such "
+                                       "as .png or .jpg, but found \"%1\".")
+                            .arg(line.PictureFile));
+    CheckOutput(line, "picture", line.PictureFile);
+}
+
 void CheckFiles(const TCommandLine& line) {
     using enum TCommandLine::TTask;
     if (line.Task == Save && line.Files.isEmpty())
@@ -158,8 +178,8 @@ void CheckFiles(const TCommandLine& line) {
             QStringLiteral("--%1 takes exactly one file, but found %2.")
                 .arg(line.Task == Info ? QStringLiteral("info") : QStringLiteral("picture"))
                 .arg(line.Files.size()));
-    if (line.Task == Picture && line.PictureFile.isEmpty())
-        throw Exception(QStringLiteral("--picture takes the name of the picture to write."));
+    if (line.Task == Picture) CheckPicture(line);
+    if (line.Task == Save) CheckOutput(line, "save", line.SceneFile);
 }
 
 } // namespace

@@ -2,8 +2,6 @@
 
 #include <QtGlobal>
 
-#include <memory>
-
 #include <X11/Xlib.h>
 
 namespace ZEP {
@@ -13,12 +11,6 @@ namespace {
 const QString Advice =
     QStringLiteral("Start it as \"xvfb-run zepview ...\", set DISPLAY, or log in with \"ssh -X\". "
                    "\"zepview --info FILE\" needs no display.");
-
-bool ReachesDisplay() {
-    const std::unique_ptr<::Display, int (*)(::Display*)> display(XOpenDisplay(nullptr),
-                                                                  XCloseDisplay);
-    return display != nullptr;
-}
 
 } // namespace
 
@@ -45,8 +37,10 @@ QString DisplayProblem(const TDisplayEnvironment& environment,
     return {};
 }
 
-QString DisplayProblem() {
-    return DisplayProblem(TDisplayEnvironment::Current(), ReachesDisplay);
+TDisplayConnection::TDisplayConnection() : m_display(XOpenDisplay(nullptr)) {}
+
+TDisplayConnection::~TDisplayConnection() {
+    if (m_display) XCloseDisplay(static_cast<::Display*>(m_display));
 }
 
 void ChoosePlatform() {

@@ -20,7 +20,21 @@ struct TDisplayEnvironment {
 /// \param reaches  connects to the X server of the environment
 [[nodiscard]] QString DisplayProblem(const TDisplayEnvironment& environment,
                                      const std::function<bool()>& reaches);
-[[nodiscard]] QString DisplayProblem();
+
+/// A connection to the X server of the environment. A server may begin anew, and with it end all
+/// that others start meanwhile, when its last connection is closed: this one is kept until Qt has
+/// one of its own.
+class TDisplayConnection {
+public:
+    TDisplayConnection();
+    ~TDisplayConnection();
+    Q_DISABLE_COPY_MOVE(TDisplayConnection)
+
+    [[nodiscard]] bool IsOpen() const { return m_display != nullptr; }
+
+private:
+    void* m_display; ///< as X11 knows it
+};
 
 /// Views are drawn through GLX: under Wayland the program runs on XWayland, unless the user chose.
 void ChoosePlatform();

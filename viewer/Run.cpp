@@ -16,7 +16,9 @@
 #include <QJsonDocument>
 #include <QTimer>
 
+#include <cerrno>
 #include <cstdio>
+#include <optional>
 
 namespace ZEP {
 
@@ -24,12 +26,13 @@ namespace {
 
 enum ExitCode { Done = 0, Failed = 1, NotUnderstood = 2 };
 
-void Print(std::FILE* stream, const QString& text) {
-    std::fputs(text.toUtf8().constData(), stream);
+void PrintError(const QString& text) {
+    PrintText(stderr, QStringLiteral("zepview: ") + text + QLatin1Char('\n'));
 }
 
-void PrintError(const QString& text) {
-    Print(stderr, QStringLiteral("zepview: ") + text + QLatin1Char('\n'));
+/// What Qt warns of, which may name a file.
+void PrintWarning(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    PrintText(stderr, qFormatLogMessage(type, context, text) + QLatin1Char('\n'));
 }
 
 QStringList Arguments(int argc, char** argv) {
@@ -40,30 +43,37 @@ QStringList Arguments(int argc, char** argv) {
 
 int PrintHelp(int& argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    Print(stdout, HelpText());
+    PrintText(stdout, HelpText());
     return Done;
 }
 
 int PrintVersion() {
-    Print(stdout, QStringLiteral("zepview ") + LibraryVersion() + QLatin1Char('\n'));
+    PrintText(stdout, QStringLiteral("zepview ") + LibraryVersion() + QLatin1Char('\n'));
     return Done;
+}
+
+/// What is written holds all of the files or is not written.
+void OpenAll(TDocument& document, const TCommandLine& line) {
+    document.Open(line.Files, line.Plain);
+    if (!document.Failures().empty()) throw Exception(document.Failures().front().Error);
 }
 
 int PrintInfo(const TCommandLine& line) {
     TDocument document;
-    document.Open(line.Files, line.Plain);
+    OpenAll(document, line);
     const TFileInfo info = InfoOf(document.Files().front());
-    Print(stdout,
-          line.Json ? QString::fromUtf8(QJsonDocument(ToJson(info)).toJson()) : ToText(info));
+    PrintText(stdout,
+              line.Json ? QString::fromUtf8(QJsonDocument(ToJson(info)).toJson()) : ToText(info));
     if (std::fflush(stdout) != 0)
-        throw Exception(QStringLiteral("Standard output cannot be written."));
+        throw Exception(
+            QStringLiteral("Standard output cannot be written: %1.").arg(qt_error_string(errno)));
     return Done;
 }
 
 int MakePicture(const TCommandLine& line) {
     SetMessageHandler([](const QString& text, const QString&, TMessageIcon) { PrintError(text); });
     TDocument document;
-    document.Open(line.Files, line.Plain);
+    OpenAll(document, line);
     const double aspect = static_cast<double>(line.PictureSize.width()) / line.PictureSize.height();
     if (line.Direction)
         document.LookFrom(*line.Direction, aspect);
@@ -86,10 +96,13 @@ int ShowWindow(const TCommandLine& line) {
 }
 
 int RunWithDisplay(int& argc, char** argv, const TCommandLine& line) {
-    const QString problem = DisplayProblem();
+    std::optional<TDisplayConnection> connection;
+    const auto reaches = [&] { return connection.emplace().IsOpen(); };
+    const QString problem = DisplayProblem(TDisplayEnvironment::Current(), reaches);
     if (!problem.isEmpty()) throw Exception(problem);
     ChoosePlatform();
     const QApplication application(argc, argv);
+    connection.reset();
     return line.Task == TCommandLine::TTask::Picture ? MakePicture(line) : ShowWindow(line);
 }
 
@@ -100,7 +113,7 @@ int RunWithoutDisplay(int& argc, char** argv, const TCommandLine& line) {
     const QGuiApplication application(argc, argv);
     if (line.Task == TCommandLine::TTask::Info) return PrintInfo(line);
     TDocument document;
-    document.Open(line.Files, line.Plain);
+    OpenAll(document, line);
     document.Save(line.SceneFile);
     return Done;
 }
@@ -134,6 +147,7 @@ int Guarded(Task&& task, ExitCode failure) {
 } // namespace
 
 int RunViewer(int argc, char** argv) {
+    qInstallMessageHandler(PrintWarning);
     QCoreApplication::setApplicationName(QStringLiteral("zepview"));
     QCoreApplication::setOrganizationName(QStringLiteral("zep"));
     QCoreApplication::setApplicationVersion(LibraryVersion());

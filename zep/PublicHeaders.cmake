@@ -45,14 +45,16 @@ set(core_headers
   framework/Contrast.h
   framework/DebugLog.h
   framework/Exception.h
+  framework/FileSaving.h
+  framework/FileText.h
   framework/Font.h
   framework/LookOnly.h
-  framework/MappedFile.h
   framework/Message.h
   framework/Notify.h
   framework/Persistent.h
   framework/Picture.h
   framework/Property.h
+  framework/ReadBudget.h
   framework/Registry.h
   framework/SharedCollection.h
   framework/stream/ClassLayout.h
@@ -61,6 +63,7 @@ set(core_headers
   framework/stream/StreamFile.h
   framework/stream/Token.h
   framework/stream/Writer.h
+  framework/Watch.h
   gl/DisplayList.h
   gl/Names.h
   gl/Scopes.h
@@ -104,7 +107,6 @@ set(core_headers
   scene/Vertex3.h
   scene/VertexItems.h
   scene/ViewVolume.h
-  scene/Watch.h
   scene/XForm.h
   view/Actor.h
   view/Backdrop.h

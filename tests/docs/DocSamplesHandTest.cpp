@@ -1,6 +1,7 @@
 #include "tests/view/NativeWindow.h"
 #include <zep/ZEPClasses.h>
 #include <zep/ZEPObjects.h>
+#include <zep/scene/Vectors.h>
 
 #include <QFile>
 #include <QProcess>
@@ -14,7 +15,7 @@
 using namespace ZEP;
 
 // What the documents define. Each sample is called here; who adds one calls it and counts it.
-static_assert(ZEP_DOC_SAMPLES == 24, "a sample of the documents is not called here");
+static_assert(ZEP_DOC_SAMPLES == 25, "a sample of the documents is not called here");
 void AddBallOnFloor(TZEPScene& scene);
 void AddDrilledCube(TZEPScene& scene);
 void AddFan(TZEPScene& scene);
@@ -38,6 +39,7 @@ void ShowOnPaper(TZEPScene& scene, TZEPBatch& drawing);
 void ShowTree(QTreeView& tree, TZEPScene& scene);
 void ShowTwice(QWidget& window, TZEPScene& scene);
 std::unique_ptr<TZEPBackdrop> ShowWhole(TZEPScene& scene, TZEPCamera& camera);
+void TurnWheelRound(TZEPPanel& panel);
 QString TryToOpen(TZEPObject& drawing, const QString& fileName);
 
 namespace {
@@ -193,6 +195,13 @@ TEST_F(DocSamples, FindTheCameraOfASceneThatWasLoaded) {
     ExpectBright(panel.RenderToCanvas({320, 240}), QStringLiteral("loaded"), 0.08);
     EXPECT_TRUE(ObjectAt(panel, panel.Width() / 2, panel.Height() / 4));
     EXPECT_FALSE(ObjectAt(panel, 2, 2));
+    TurnWheelRound(panel);
+    const auto depth = [&panel] {
+        return Distance(panel.Camera()->GetPosition(), panel.Camera()->GetTarget());
+    };
+    const double before = depth();
+    Q_EMIT panel.BeforeMouseWheel(&panel, {}, 120, 0, 0);
+    EXPECT_LT(depth(), before);
 }
 
 TEST_F(DocSamples, ShowLinesOnPaperAndInATree) {

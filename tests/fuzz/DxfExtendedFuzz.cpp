@@ -10,7 +10,8 @@ namespace ZEP {
 namespace {
 
 /// Fewer than the converter allows: an input should take no longer than a moment.
-constexpr qint64 MaxBlockObjects = 2000;
+constexpr qint64 MostObjects = 2000;
+constexpr qint64 FreeBytes = MostObjects * TDXFLimits::ObjectBytes;
 
 void Require(bool condition) {
     if (!condition) std::abort();
@@ -27,7 +28,9 @@ void Check(TZEPScene& scene, std::size_t size) {
     std::vector<TZEPObject*> objects;
     scene.ListChildren(objects);
     // Each entity takes some bytes, and what a block adds may come with layers and nodes.
-    Require(objects.size() <= size + (TDXFScope::MaxDepth + 2) * MaxBlockObjects);
+    const std::size_t most =
+        MostObjects + size * TReadBudget::BytesOfEach / TDXFLimits::ObjectBytes;
+    Require(objects.size() <= size + (TDXFScope::MaxDepth + 2) * most);
     for (TZEPObject* object : objects) {
         Require(object->Owner() == &scene && object->Parent() != nullptr);
         if (auto* polyline = qobject_cast<TZEPPolyline*>(object)) CheckPoints(*polyline);
@@ -41,7 +44,7 @@ void Check(TZEPScene& scene, std::size_t size) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     ZEP::TZEPScene scene;
     ZEP::TDXFDrawing drawing({reinterpret_cast<const char*>(data), size}, scene,
-                             {.Extended = true, .MaxBlockObjects = ZEP::MaxBlockObjects});
+                             {.Extended = true, .FreeBytes = ZEP::FreeBytes});
     ZEP::TDXFReader(drawing).Read();
     ZEP::Check(scene, size);
     return 0;

@@ -52,17 +52,6 @@ TEST(Arc, BoxIsThatOfItsPoints) {
     }
 }
 
-TEST(Arc, BoxTouchesTheAxesExactly) {
-    TZEPArc arc;
-    arc.SetStartAngle(350);
-    arc.SetEndAngle(10);
-    EXPECT_EQ(arc.GetMax()[0], 0.5);
-    EXPECT_GT(arc.GetMin()[0], 0.49);
-    const TZEPArc full;
-    EXPECT_EQ(full.GetMin(), (TGLArrayd3{-0.5, -0.5, 0}));
-    EXPECT_EQ(full.GetMax(), (TGLArrayd3{0.5, 0.5, 0}));
-}
-
 TEST(Arc, AnglesBeyondAllMeasureStillEnd) {
     for (const double angle : {1e300, -1e300, 1e18, HUGE_VAL, -HUGE_VAL, double{NAN}}) {
         TZEPArc arc;

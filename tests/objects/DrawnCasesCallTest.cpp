@@ -1,69 +1,200 @@
 #include "tests/Cases.h"
-#include "tests/framework/stream/Fields.h"
+#include "tests/Words.h"
+#include "tests/gl/BlendEntry.h"
 #include "tests/gl/CallRecorder.h"
 #include "tests/gl/OffscreenTest.h"
-#include <zep/ZEPClasses.h>
-#include <zep/ZEPObjects.h>
+#include "tests/objects/TextScene.h"
 #include <zep/gl/Names.h>
 
-#include <gmock/gmock.h>
-
 namespace ZEP {
+
+/// Notes each hook that draws it.
+class TNotedObject : public TZEPShadowedObject {
+    Q_OBJECT
+    Q_PROPERTY(bool Visible READ Visible WRITE SetVisible)
+    Q_PROPERTY(bool ReceiveShadows READ ReceivesShadows WRITE SetReceiveShadows)
+    Q_PROPERTY(ZEP::TZEPDrawType DrawType READ DrawType WRITE SetDrawType)
+    Q_PROPERTY(bool InQuickDraw MEMBER m_inQuickDraw)
+
+public:
+    using TZEPShadowedObject::TZEPShadowedObject;
+    void DrawPre() override { Note("pre"); }
+    void DrawLight(bool shadowed) override { Note(shadowed ? "light shadowed" : "light"); }
+    void DrawMain(bool draft) override { Note(draft ? "main draft" : "main"); }
+    void DrawTransparent(bool draft) override { Note(draft ? "transparent draft" : "transparent"); }
+    void DrawReflections() override { Note("reflections"); }
+    void BuildShadowVolumes() override { Note("build"); }
+    void DrawShadowVolumes() override { Note("volumes"); }
+    void DrawShadows(bool draft) override { Note(draft ? "shadows draft" : "shadows"); }
+    void DrawPost() override { Note("post"); }
+    void DrawSpecific(GLenum, bool) override { Note("specific"); }
+
+protected:
+    [[nodiscard]] bool DrawsInQuickDraw() const override { return m_inQuickDraw; }
+
+private:
+    void Note(const char* hook) const { GlCalls::Note(hook + (" " + Name()).toStdString()); }
+
+    bool m_inQuickDraw = false;
+};
+
+/// Sets its material and notes its drawing.
+class TNotedDot : public TZEPColoredObject {
+    Q_OBJECT
+    Q_PROPERTY(bool Shares MEMBER m_shares)
+
+public:
+    using TZEPColoredObject::TZEPColoredObject;
+    void DrawSpecific(GLenum, bool draft) override { GlCalls::Note(draft ? "dot draft" : "dot"); }
+
+protected:
+    [[nodiscard]] bool SharesDrawRun() const override { return m_shares; }
+
+private:
+    bool m_shares = false;
+};
+
+/// A mirror in its plane z = 0 that notes what it is asked to draw.
+class TNotedMirror : public TZEPReflexedObject {
+    Q_OBJECT
+
+public:
+    using TZEPReflexedObject::TZEPReflexedObject;
+    [[nodiscard]] std::array<TGLArrayd3, 3> MirrorPoints() const override {
+        return {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}};
+    }
+    void DrawSpecific(GLenum face, bool) override {
+        GlCalls::Note(face == GL_FRONT  ? "mirror's front"
+                      : face == GL_BACK ? "mirror's back"
+                                        : "mirror");
+    }
+};
+
 namespace {
 
-/// Draws a scene, which is a component stream, as the commands behind it say:
+// Not as objects of the library, which are asked for their passes: any may be theirs.
+const TRegisterClass<TNotedObject> RegisteredObject("Tests");
+const TRegisterClass<TNotedDot> RegisteredDot("Tests");
+const TRegisterClass<TNotedMirror> RegisteredMirror("Tests");
+
+/// Draws a scene as the commands behind its stream say:
 ///
 ///     > draw dsAllObjects dkFull       a pass
-///     > specific Box1 GL_FRONT         an object alone, with "draft" at the end as an outline
-///     > set Box1 SlicesX = 3           published properties
-///     > smooth Mesh1                   what only some classes publish
-class TDrawnScene {
+///     > passes                         those of lights and objects
+///     > frame                          by the camera "Eye", with `draft` as such
+///     > apply 400 200 -1               the camera alone
+///     > specific Box1 GL_FRONT         an object alone, with `draft` at the end as an outline
+///     > set Box1 SlicesX = 3           published properties; also of "Library"
+///     > smooth Mesh1                   what only some classes publish; also `outline`,
+///     > receives Proxy1                shadows, or `off`
+///     > vertex Mesh1 0 to 1 2 3        moves one
+///     > face Mesh1 0 to 0 1 2 of 1     sets or adds one, with its material; or `gone`
+///     > hold Mesh1                     the news of its vertexes and faces, until `let-go`
+///     > clear Mesh1                    of its vertexes
+///     > transparency 0 0.5             of a material of the library, added where it lacks
+///     > under Box1 Group1              its parent from now on
+///     > free Box1
+///     > brackets S begin               or `end`, of its updates
+///     > stencil-wrap off
+///
+/// Behind `only` stand the functions of which the calls are told, behind `count` those of which
+/// their number is.
+class TDrawnScene : public TTextScene {
 public:
-    explicit TDrawnScene(const std::string& stream) {
-        Library.SetName(QStringLiteral("Library"));
-        Owner.InsertComponent(&Library);
-        Owner.InsertComponent(&Scene);
-        EXPECT_THAT(LoadInto(Scene, stream), testing::IsEmpty()) << stream;
-    }
-    ~TDrawnScene() {
-        Owner.RemoveComponent(&Scene);
-        Owner.RemoveComponent(&Library);
-    }
+    using TTextScene::TTextScene;
+    ~TDrawnScene() { StencilWrapEXT = true; }
     Q_DISABLE_COPY_MOVE(TDrawnScene)
 
     std::string Run(const std::string& command) {
-        std::istringstream words(command);
-        std::string verb, name;
-        words >> verb >> name;
+        const TWords words(command);
         const GlCalls calls;
-        if (verb == "set") {
-            Set(name, command.substr(verb.size() + name.size() + 2));
-        } else if (verb == "smooth") {
-            Object(name).SetSmooth(true);
-        } else if (verb == "draw") {
-            std::string kind;
-            words >> kind;
-            Scene.Draw(Scene, Value<TZEPDrawState>(name), Value<TZEPDrawKind>(kind));
-        } else {
-            std::string face, draft;
-            words >> face >> draft;
-            Object(name).DrawSpecific(face == "GL_FRONT"  ? GL_FRONT
-                                      : face == "GL_BACK" ? GL_BACK
-                                                          : GL_FRONT_AND_BACK,
-                                      draft == "draft");
-        }
+        Do(words, command);
         std::string text;
-        for (const std::string& call : calls.List()) text += "  " + WithoutName(call) + "\n";
+        for (std::size_t i = words.After("count"); i > 0 && i < words.Count(); ++i)
+            text += "  " + std::to_string(calls.Count(words.At(i))) + " " + words.At(i) + "\n";
+        if (words.Has("count")) return text;
+        for (const std::string& call : calls.List())
+            if (IsTold(call, words)) text += "  " + WithoutName(call) + "\n";
         return text;
     }
 
 private:
+    void Do(const TWords& words, const std::string& command) {
+        const std::string verb = words.Verb(), name = words.At(1);
+        if (verb == "set") Set(name, command.substr(verb.size() + name.size() + 2));
+        if (verb == "smooth") Object(name).SetSmooth(true);
+        if (verb == "receives") Object(name).SetShadows(1, words.At(2) != "off");
+        if (verb == "outline") Object(name).SetDrawType(dtLine);
+        if (verb == "free") delete &Object(name);
+        if (verb == "stencil-wrap") StencilWrapEXT = name != "off";
+        if (verb == "brackets")
+            words.Has("begin") ? Object(name).BeginUpdate() : Object(name).EndUpdate();
+        if (verb == "under") Object(name).SetParentComponent(&Object(words.At(2)));
+        if (verb == "passes")
+            for (const TZEPDrawState state : {dsAllLights, dsAllObjects, dsTransparent})
+                Scene.Draw(Scene, state, dkFull);
+        if (verb == "draw")
+            Scene.Draw(Scene, Value<TZEPDrawState>(name), Value<TZEPDrawKind>(words.At(2)));
+        if (verb == "frame")
+            Scene.Render(&dynamic_cast<TZEPCamera&>(Object("Eye")), 64, 64, name == "draft");
+        if (verb == "apply")
+            dynamic_cast<TZEPCamera&>(Object("Eye"))
+                .Apply(words.Int(1), words.Int(2), words.Int(3));
+        if (verb == "specific")
+            Object(name).DrawSpecific(words.Has("GL_FRONT")  ? GL_FRONT
+                                      : words.Has("GL_BACK") ? GL_BACK
+                                                             : GL_FRONT_AND_BACK,
+                                      words.Has("draft"));
+        if (verb == "transparency") {
+            while (Library.Materials()->Count() <= words.Int(1)) Library.Materials()->Add();
+            Library.Materials()
+                ->Item(words.Int(1))
+                ->Material()
+                ->SetTransparency(static_cast<float>(words.Number(2)));
+        }
+        if (verb == "vertex")
+            VertexesOf(Object(name))
+                .Item(words.Int(2))
+                ->SetPoint({words.Number(4), words.Number(5), words.Number(6)});
+        if (verb == "face") SetFace(*dynamic_cast<TZEPMesh&>(Object(name)).Faces(), words);
+        if (verb == "hold" || verb == "let-go") Hold(dynamic_cast<TZEPMesh&>(Object(name)), verb);
+        if (verb == "clear") VertexesOf(Object(name)).Clear();
+    }
+    static TZEPTexVertexes& VertexesOf(TZEPObject& object) {
+        auto* mesh = qobject_cast<TZEPMesh*>(&object);
+        return mesh ? *mesh->Vertexes() : *dynamic_cast<TZEPPolygon&>(object).Vertexes();
+    }
+    static void SetFace(TZEPFaces& faces, const TWords& words) {
+        const int number = words.Int(2);
+        if (words.Has("gone")) return faces.Delete(number);
+        TZEPFace3CI* face = number < faces.Count() ? faces.Item(number) : faces.Add();
+        face->SetA(words.Int(4));
+        face->SetB(words.Int(5));
+        face->SetC(words.Int(6));
+        if (words.Has("of")) face->SetMaterialIndex(words.Int(words.After("of")));
+    }
+    static void Hold(TZEPMesh& mesh, const std::string& verb) {
+        for (TCollection* items :
+             {static_cast<TCollection*>(mesh.Faces()), static_cast<TCollection*>(mesh.Vertexes())})
+            verb == "hold" ? items->BeginUpdate() : items->EndUpdate();
+    }
     template <class T>
     static T Value(const std::string& name) {
         bool known = false;
         const int value = QMetaEnum::fromType<T>().keyToValue(name.c_str(), &known);
         EXPECT_TRUE(known) << name;
         return static_cast<T>(value);
+    }
+    /// Of functions that it names, where it names any; a name may end in `*`.
+    static bool IsTold(const std::string& call, const TWords& words) {
+        const std::string function = call.substr(0, call.find('('));
+        for (std::size_t i = words.After("only"); i > 0 && i < words.Count(); ++i) {
+            const std::string name = words.At(i);
+            if (name.ends_with('*') ? call.starts_with(name.substr(0, name.size() - 1))
+                                    : function == name)
+                return true;
+        }
+        return !words.Has("only");
     }
     /// The driver chooses the names of lists and textures.
     static std::string WithoutName(const std::string& call) {
@@ -72,22 +203,6 @@ private:
             if (call.starts_with(function)) return std::string(function) + "...)";
         return call;
     }
-    TZEPObject& Object(const std::string& name) {
-        auto* object = qobject_cast<TZEPObject*>(Scene.FindComponent(QString::fromStdString(name)));
-        EXPECT_TRUE(object) << name;
-        return object ? *object : Scene;
-    }
-    void Set(const std::string& name, const std::string& values) {
-        TComponent& component =
-            name == "Library" ? static_cast<TComponent&>(Library) : Object(name);
-        const std::string stream =
-            "object " + name + ": " + component.ClassName().toStdString() + " " + values + " end";
-        EXPECT_THAT(LoadInto(component, stream), testing::IsEmpty()) << stream;
-    }
-
-    TComponent Owner;
-    TZEPMaterialLibrary Library;
-    TZEPScene Scene;
 };
 
 class DrawnCasesCall : public OffscreenTest, public testing::WithParamInterface<std::string> {
@@ -98,11 +213,14 @@ protected:
         SetContextIsCurrent(true);
     }
     ~DrawnCasesCall() override { SetContextIsCurrent(false); }
+
+private:
+    const TBlendEntry m_entry;
 };
 
 TEST_P(DrawnCasesCall, MakeTheseCalls) {
     ExpectCases(GetParam(), [](const TCase& c) {
-        const auto first = c.Input.find("> ");
+        const auto first = CommandsIn(c.Input);
         TDrawnScene scene(c.Input.substr(0, first));
         std::istringstream lines(c.Input.substr(first));
         std::string text;
@@ -117,3 +235,5 @@ INSTANTIATE_TEST_SUITE_P(File, DrawnCasesCall, testing::ValuesIn(CaseFiles("call
 
 } // namespace
 } // namespace ZEP
+
+#include "DrawnCasesCallTest.moc"

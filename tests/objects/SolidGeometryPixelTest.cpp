@@ -1,9 +1,9 @@
+#include "tests/Cases.h"
 #include "tests/gl/Feedback.h"
 #include "tests/gl/OffscreenTest.h"
-#include <zep/ZEPObjects.h>
+#include "tests/objects/TextScene.h"
 
 #include <cmath>
-#include <functional>
 #include <numbers>
 #include <set>
 
@@ -11,7 +11,6 @@ using namespace ZEP;
 
 namespace {
 
-using std::numbers::phi;
 using std::numbers::pi;
 
 /// A triangle of a drawn surface by the numbers of its corners, with what it encloses.
@@ -77,91 +76,30 @@ private:
     int m_twice = 0;
 };
 
-template <class T>
-std::function<std::unique_ptr<TZEPSolid>()> Make(std::function<void(T&)> set = {}) {
-    return [set] {
-        auto solid = std::make_unique<T>();
-        if (set) set(*solid);
-        return solid;
-    };
-}
-
-struct TSolidCase {
-    const char* Name;
-    std::function<std::unique_ptr<TZEPSolid>()> Make;
-    double Volume, Area;   ///< of the faceted solid; 0: not closed, or not known in closed form
-    double Normal = 0.999; ///< least cosine between normals and faces
-};
-
-double Cube(double x) {
-    return x * x * x;
-}
-
-const double FrustumBase = 5 * std::sin(pi / 5); // a regular polygon of 10 corners and radius 1
-
-const TSolidCase Solids[] = {
-    {"box", Make<TZEPBox>(), 1, 6},
-    {"legend box", Make<TZEPLegendBox>(), 1, 6},
-    {"sliced box", Make<TZEPBox>([](TZEPBox& box) {
-         box.SetSlicesX(2);
-         box.SetSlicesY(3);
-         box.SetSlicesZ(5);
-     }),
-     1, 6},
-    {"octahedron", Make<TZEPOctahedron>(), 1.0 / 6, std::sqrt(3)},
-    {"icosahedron", Make<TZEPIcosahedron>(), 5 * (3 + std::sqrt(5)) / 12 * Cube(1 / phi),
-     5 * std::sqrt(3) / phi / phi},
-    {"dodecahedron", Make<TZEPDodecahedron>(), (15 + 7 * std::sqrt(5)) / 4 * Cube(0.6 / phi),
-     3 * std::sqrt(25 + 10 * std::sqrt(5)) * 0.36 / phi / phi},
-    {"flat sphere", Make<TZEPSphere>(), 0, 0, 0},
-    {"smooth sphere", Make<TZEPSphere>([](TZEPSphere& sphere) { sphere.SetSmooth(true); }), 0, 0,
-     0.97},
-    {"cone", Make<TZEPCone>([](TZEPCone& cone) { cone.SetRadius2(0.5); }), FrustumBase / 4 / 3, 0,
-     0.8},
-    {"smooth cylinder", Make<TZEPCone>([](TZEPCone& cone) {
-         cone.SetRadius1(2);
-         cone.SetRadius2(2);
-         cone.SetStacks(3);
-         cone.SetSmooth(true);
-     }),
-     FrustumBase * 4, 2 * FrustumBase * 4 + 10 * 4 * std::sin(pi / 10), 0.95},
-    {"upturned frustum", Make<TZEPCone>([](TZEPCone& cone) {
-         cone.SetRadius1(2);
-         cone.SetRadius2(1);
-     }),
-     FrustumBase * 7 / 3, 0, 0.8},
-    {"torus", Make<TZEPTorus>([](TZEPTorus& torus) {
-         torus.SetRadius1(2);
-         torus.SetRadius2(0.5);
-     }),
-     // The tube's octagon times the way of its centre, shortened to the chords of the ring.
-     4 * std::sin(pi / 4) * 0.25 * 2 * 15 * std::sin(2 * pi / 15), 0},
-    {"smooth torus", Make<TZEPTorus>([](TZEPTorus& torus) {
-         torus.SetRadius1(2);
-         torus.SetRadius2(0.5);
-         torus.SetSmooth(true);
-     }),
-     4 * std::sin(pi / 4) * 0.25 * 2 * 15 * std::sin(2 * pi / 15), 0, 0.85},
-};
-
 class SolidGeometryPixel : public OffscreenTest {};
 
 } // namespace
 
-TEST_F(SolidGeometryPixel, EveryFaceOfEverySolidLooksOutwards) {
-    for (const TSolidCase& c : Solids) {
-        SCOPED_TRACE(c.Name);
-        const std::unique_ptr<TZEPSolid> solid = c.Make();
+/// Of the solid "A" of each scene: all faces wind the same way, counter-clockwise seen from
+/// outside, and enclose the volume; normals look where the faces do, at worst by that cosine.
+TEST_F(SolidGeometryPixel, SolidsAreClosedAndLookOutwardsWithinTheirBox) {
+    ExpectCases("solids.txt", [](const TCase& c) {
+        TTextScene scene("object S: TZEPScene " + c.Input + " end");
+        TZEPObject& solid = scene.Object("A");
         const Surface surface(
-            DrawnPolygons(4, [&] { solid->DrawSpecific(GL_FRONT_AND_BACK, false); }));
-        ASSERT_GT(surface.Faces, 0);
-        EXPECT_EQ(surface.OpenEdges(), 0);
-        EXPECT_EQ(surface.EdgesRunTwice(), 0) << "all faces wind the same way";
-        EXPECT_GT(surface.Volume, 0) << "and that is counter-clockwise seen from outside";
-        EXPECT_GT(surface.WorstNormal, c.Normal) << "normals look where the faces do";
-        EXPECT_NEAR(surface.Volume, c.Volume > 0 ? c.Volume : surface.Volume, 1e-4);
-        EXPECT_NEAR(surface.Area, c.Area > 0 ? c.Area : surface.Area, 1e-4);
-    }
+            DrawnPolygons(4, [&] { solid.DrawSpecific(GL_FRONT_AND_BACK, false); }));
+        TGLArrayd3 min, max;
+        solid.GetSize(min, max);
+        for (std::size_t k = 0; k < 3; ++k) {
+            EXPECT_GE(surface.Min[k], min[k] - 1e-5) << c.Name;
+            EXPECT_LE(surface.Max[k], max[k] + 1e-5) << c.Name;
+        }
+        return QString::asprintf("%d faces, %d edges open, %d run twice, volume %.4f, area %.4f, "
+                                 "normals %.2f",
+                                 surface.Faces, surface.OpenEdges(), surface.EdgesRunTwice(),
+                                 surface.Volume, surface.Area, surface.WorstNormal)
+            .toStdString();
+    });
 }
 
 TEST_F(SolidGeometryPixel, SpheresApproachTheSphere) {
@@ -210,21 +148,4 @@ TEST_F(SolidGeometryPixel, TheTeapotStandsUprightWithItsSpoutTowardsX) {
     EXPECT_NEAR(box(tpLid).Max[2], 0.6, 1e-4);
     EXPECT_NEAR(box(tpBody).Min[2], -0.1875, 1e-4);
     EXPECT_NEAR(box(tpBody).Max[1], 0.5, 1e-3);
-}
-
-TEST_F(SolidGeometryPixel, EverySolidLiesWithinItsBox) {
-    std::vector<std::unique_ptr<TZEPSolid>> solids;
-    for (const TSolidCase& c : Solids) solids.push_back(c.Make());
-    solids.push_back(std::make_unique<TZEPTeapot>());
-    for (const auto& solid : solids) {
-        SCOPED_TRACE(solid->ClassName().toStdString());
-        TGLArrayd3 min, max;
-        solid->GetSize(min, max);
-        const Surface surface(
-            DrawnPolygons(4, [&] { solid->DrawSpecific(GL_FRONT_AND_BACK, false); }));
-        for (std::size_t k = 0; k < 3; ++k) {
-            EXPECT_GE(surface.Min[k], min[k] - 1e-5);
-            EXPECT_LE(surface.Max[k], max[k] + 1e-5);
-        }
-    }
 }

@@ -1,4 +1,6 @@
-#include <zep/scene/Object.h>
+#include "tests/Cases.h"
+#include "tests/Words.h"
+#include "tests/objects/TextScene.h"
 
 #include <zep/appearance/materials/Material.h>
 #include <zep/framework/Exception.h>
@@ -30,21 +32,12 @@ TZEPObject* Child(TZEPObject* parent, const char* ident = "") {
     return child;
 }
 
-QString Order(const TZEPObject& parent) {
-    QString order;
-    for (int i = 0; i < parent.GetItemsCount(); ++i) {
-        order += parent.GetItem(i)->Ident();
-        EXPECT_EQ(parent.GetItem(i)->GetItemIndex(), i);
-    }
-    return order;
-}
-
 /// Listens to one object and writes down what it hears.
 struct Ear {
     QStringList Heard;
     static void Hear(void* context, TZEPObject* sender, TZEPObjectAction action, const void* data) {
         static const char* const Names[] = {"insert", "move", "remove", "rename"};
-        QString text = sender->Ident() + QLatin1Char(' ') + QLatin1String(Names[action]);
+        QString text = sender->Name() + QLatin1Char(' ') + QLatin1String(Names[action]);
         if (action == saMove) text += QStringLiteral(" %1").arg(*static_cast<const int*>(data));
         if (action == saRename) text += QLatin1Char(' ') + *static_cast<const QString*>(data);
         static_cast<Ear*>(context)->Heard.append(text);
@@ -52,50 +45,86 @@ struct Ear {
     TZEPObjectNotify Listener() { return {&Ear::Hear, this}; }
 };
 
-TEST(ObjectTree, MovingClampsAndTellsOnceBeforehand) {
-    TZEPObject root;
-    for (const char* ident : {"a", "b", "c", "d", "e"}) Child(&root, ident);
-    Ear ear;
-    root.RegisterNotify(ear.Listener());
-    TZEPObject* c = root.GetItem(2);
-    c->SetItemIndex(99);
-    EXPECT_EQ(Order(root), "abdec");
-    c->SetItemIndex(4);
-    c->SetItemIndex(-5);
-    EXPECT_EQ(Order(root), "cabde");
-    c->SetItemIndex(2);
-    EXPECT_EQ(Order(root), "abcde");
-    EXPECT_EQ(ear.Heard, (QStringList{"c move 4", "c move 0", "c move 2"}));
-    root.UnregisterNotify(ear.Listener());
-    EXPECT_EQ(root.GetItemIndex(), 0);
-    EXPECT_THROW(static_cast<void>(root.GetItem(5)), Exception);
-    EXPECT_THROW(static_cast<void>(c->GetItem(0)), Exception);
-}
+/// A scene, told as a component stream, under the commands behind it; each answers what a listener
+/// heard, which events the scene had, and how often it wanted to be drawn.
+///
+///     > set A Visible = False          published properties
+///     > selectable A off               what is not published; also `material` and `xform`, which
+///     > move A 2                       makes them; among its neighbours
+///     > under A B                      `first`, or behind all others
+///     > begin A                        a bracket of updates, to `end` or `end-all`
+///     > listen A                       from then on
+///     > children A
+class TToldScene : public TTextScene, public TZEPScenePanel {
+public:
+    explicit TToldScene(const std::string& stream) : TTextScene(stream) {
+        Scene.RegisterGLPanel(this);
+        Scene.RegisterGLPanel(this); // counts once
+        QObject::connect(&Scene, &TZEPScene::BeforeSelect, [this](TZEPObject* object) {
+            m_ear.Heard << (object->Selected() ? "before on" : "before off");
+        });
+        QObject::connect(&Scene, &TZEPScene::AfterSelect, [this](TZEPObject* object) {
+            m_ear.Heard << (object->Selected() ? "after on" : "after off");
+        });
+    }
+    ~TToldScene() {
+        for (TZEPObject* object : m_listened) object->UnregisterNotify(m_ear.Listener());
+        Scene.UnregisterGLPanel(this);
+    }
+    Q_DISABLE_COPY_MOVE(TToldScene)
+    void Invalidate() override { ++m_repaints; }
+    void SceneDestroyed() override {}
 
-TEST(ObjectTree, EveryListenerHearsWhatHappensBelow) {
-    TZEPObject root;
-    TZEPObject* a = Child(&root, "a");
-    TZEPObject* b = Child(&root, "b");
-    TZEPObject* leaf = Child(a, "leaf");
-    Ear top;
-    Ear second;
-    Ear ofB;
-    root.RegisterNotify(top.Listener());
-    root.RegisterNotify(top.Listener());
-    root.RegisterNotify(second.Listener());
-    b->RegisterNotify(ofB.Listener());
-    leaf->SetParentComponentExt(b, true);
-    leaf->SetName(QStringLiteral("Leaf"));
-    leaf->SetName(QStringLiteral("LEAF"));
-    const QStringList all{"leaf remove", "leaf insert", "leaf rename ", "leaf rename Leaf"};
-    EXPECT_EQ(top.Heard, all);
-    EXPECT_EQ(second.Heard, all);
-    EXPECT_EQ(ofB.Heard, all.mid(1));
-    delete leaf;
-    EXPECT_EQ(ofB.Heard.last(), "leaf remove");
-    b->UnregisterNotify(ofB.Listener());
-    root.UnregisterNotify(top.Listener());
-    root.UnregisterNotify(second.Listener());
+    std::string Do(const std::string& line) {
+        const TWords words(line.substr(2));
+        const std::string verb = words.Verb(), name = words.At(1);
+        m_ear.Heard.clear();
+        m_repaints = 0;
+        if (verb == "set") Set(name, line.substr(7 + name.size()));
+        TZEPObject& object = Object(name);
+        if (verb == "selectable") object.SetSelectable(words.At(2) != "off");
+        if (verb == "material") static_cast<void>(object.Material());
+        if (verb == "xform") static_cast<void>(object.XForm());
+        if (verb == "move") object.SetItemIndex(words.Int(2));
+        if (verb == "under")
+            object.SetParentComponentExt(&Object(words.At(2)), !words.Has("first"));
+        if (verb == "rename") object.SetName(QString::fromStdString(words.At(2)));
+        if (verb == "begin") object.BeginUpdate();
+        if (verb == "end") object.EndUpdate();
+        if (verb == "end-all") object.EndUpdate(true);
+        if (verb == "listen") Listen(object);
+        if (verb == "children") m_ear.Heard << NamesBelow(object);
+        if (verb == "free") delete &object;
+        if (m_repaints > 0) m_ear.Heard << QStringLiteral("drawn %1").arg(m_repaints);
+        return m_ear.Heard.join(QStringLiteral(", ")).toStdString();
+    }
+
+private:
+    void Listen(TZEPObject& object) {
+        object.RegisterNotify(m_ear.Listener());
+        m_listened.push_back(&object);
+    }
+    static QString NamesBelow(const TZEPObject& parent) {
+        QStringList names;
+        for (int i = 0; i < parent.GetItemsCount(); ++i) {
+            names << parent.GetItem(i)->Name();
+            EXPECT_EQ(parent.GetItem(i)->GetItemIndex(), i);
+        }
+        return names.join(u' ');
+    }
+
+    Ear m_ear;
+    std::vector<TZEPObject*> m_listened;
+    int m_repaints = 0;
+};
+
+TEST(ObjectTree, TellsWhatIsWrittenDown) {
+    ExpectCases("tree.txt", [](const TCase& c) {
+        const auto first = CommandsIn(c.Input);
+        TToldScene scene(c.Input.substr(0, first));
+        return EachLine({c.Name, c.Input.substr(first), {}},
+                        [&](const std::string& line) { return scene.Do(line); });
+    });
 }
 
 TEST(ObjectTree, AForgottenListenerIsReportedAsTwoEntries) {
@@ -142,18 +171,6 @@ TEST(ObjectTree, ListsAndIteration) {
     EXPECT_EQ(visited, "rootasdeepBOX");
     EXPECT_EQ(root.ItemByIdent(QStringLiteral("box")), root.GetItem(1));
     EXPECT_EQ(root.ItemByIdent(QStringLiteral("deep")), nullptr);
-}
-
-TEST(ObjectTree, ACircleIsNotMade) {
-    TZEPObject root;
-    TZEPObject* a = Child(&root, "a");
-    TZEPObject* b = Child(a, "b");
-    a->SetParentComponent(b);
-    root.SetParentComponent(b);
-    a->SetParentComponent(a);
-    EXPECT_EQ(a->Parent(), &root);
-    EXPECT_EQ(b->Parent(), a);
-    EXPECT_EQ(root.Parent(), nullptr);
 }
 
 TEST(ObjectTree, RandomRemovalAgreesWithAPlainList) {
@@ -208,60 +225,6 @@ TEST(ObjectTree, ChildrenMayGoAndComeDuringIteration) {
     EXPECT_EQ(root.GetItemsCount(), 0);
 }
 
-TEST(ObjectTree, ASubtreeEntersAndLeavesTheSceneWhole) {
-    TZEPScene scene;
-    TZEPObject root;
-    TZEPObject* deep = Child(Child(&root));
-    EXPECT_EQ(deep->Scene(), nullptr);
-    root.SetParentComponent(&scene);
-    EXPECT_EQ(deep->Scene(), &scene);
-    root.SetParentComponent(nullptr);
-    EXPECT_EQ(deep->Scene(), nullptr);
-}
-
-TEST(Invalidation, ClimbsUnlessHeldBack) {
-    TZEPScene scene;
-    Panel panel;
-    scene.RegisterGLPanel(&panel);
-    scene.RegisterGLPanel(&panel);
-    TZEPObject* object = Child(Child(&scene));
-    const auto repaints = [&panel](auto&& action) {
-        panel.Repaints = 0;
-        action();
-        return panel.Repaints;
-    };
-    EXPECT_EQ(repaints([&] { object->SetVisible(false); }), 1);
-    EXPECT_EQ(repaints([&] { object->SetVisible(false); }), 0);
-    EXPECT_EQ(repaints([&] { object->SetShadows(0, true); }), 1);
-    EXPECT_EQ(repaints([&] { object->SetShadows(2, true); }), 0);
-    EXPECT_EQ(repaints([&] { object->SetColor(clRed); }), 0);
-    EXPECT_EQ(repaints([&] { static_cast<void>(object->XForm()); }), 0);
-    EXPECT_EQ(repaints([&] { object->XForm()->Rotate()->SetX(1); }), 1);
-    EXPECT_EQ(repaints([&] { static_cast<void>(object->Material()); }), 0);
-    EXPECT_EQ(repaints([&] { object->Material()->SetTransparency(0.5F); }), 2);
-    EXPECT_EQ(repaints([&] {
-                  object->Parent()->BeginUpdate();
-                  object->SetVisible(true);
-                  object->Parent()->BeginUpdate();
-              }),
-              0);
-    EXPECT_EQ(repaints([&] { object->Parent()->EndUpdate(); }), 0);
-    EXPECT_EQ(repaints([&] { object->Parent()->EndUpdate(); }), 1);
-    EXPECT_EQ(repaints([&] { object->EndUpdate(); }), 1) << "level 0 stays 0 and invalidates";
-    object->BeginUpdate();
-    object->BeginUpdate();
-    EXPECT_EQ(repaints([&] { object->EndUpdate(true); }), 1);
-    EXPECT_EQ(repaints([&] {
-                  scene.BeginUpdate();
-                  object->SetVisible(false);
-              }),
-              0);
-    EXPECT_EQ(repaints([&] { scene.EndUpdate(); }), 1);
-    scene.SetManualUpdate(true);
-    EXPECT_EQ(repaints([&] { object->SetVisible(true); }), 0);
-    EXPECT_EQ(repaints([&] { object->EndUpdate(); }), 0);
-}
-
 TEST(Invalidation, ADestroyedSceneSaysGoodbye) {
     Panel panel;
     {
@@ -270,31 +233,6 @@ TEST(Invalidation, ADestroyedSceneSaysGoodbye) {
         Child(&scene);
     }
     EXPECT_EQ(panel.Goodbyes, 1);
-}
-
-TEST(ObjectSelection, TheSceneDecidesAndHearsOfIt) {
-    TZEPScene scene;
-    TZEPObject* object = Child(&scene);
-    QStringList events;
-    QObject::connect(&scene, &TZEPScene::BeforeSelect, [&](TZEPObject* o) {
-        events << QStringLiteral("before %1").arg(o->Selected());
-    });
-    QObject::connect(&scene, &TZEPScene::AfterSelect, [&](TZEPObject* o) {
-        events << QStringLiteral("after %1").arg(o->Selected());
-    });
-    object->SetSelected(true);
-    object->SetSelected(true);
-    EXPECT_EQ(events, (QStringList{"before 0", "after 1"}));
-    scene.SetSelectionEnabled(false);
-    object->SetSelected(false);
-    object->SetSelected(true);
-    EXPECT_FALSE(object->Selected());
-    scene.SetSelectionEnabled(true);
-    object->SetSelectable(false);
-    events.clear();
-    object->SetSelected(true);
-    EXPECT_FALSE(object->Selected());
-    EXPECT_TRUE(events.isEmpty());
 }
 
 TEST(ObjectMaterial, ColourReachesAMaterialThatIsMadeLater) {
@@ -308,27 +246,6 @@ TEST(ObjectMaterial, ColourReachesAMaterialThatIsMadeLater) {
     }
     TZEPObject untouched;
     EXPECT_EQ(untouched.Material()->FrontFace()->Ambient(), TColor{0x404040});
-}
-
-TEST(ObjectMaterial, AssignCopiesTheLook) {
-    TZEPObject source;
-    source.SetIdent(QStringLiteral("a"));
-    source.SetColor(clRed);
-    source.SetVisible(false);
-    source.SetSelectable(false);
-    source.SetDrawType(dtLine);
-    source.SetSmooth(!source.Smooth());
-    source.SetShadows(0, true);
-    source.SetShadows(1, true);
-    TZEPObject copy;
-    copy.Assign(&source);
-    const auto lookOf = [](const TZEPObject& o) {
-        return std::tuple(o.Ident(), o.Color(), o.Visible(), o.Selectable(), o.DrawType(),
-                          o.Smooth(), o.CastsShadows(), o.ReceivesShadows());
-    };
-    EXPECT_EQ(lookOf(copy), lookOf(source));
-    EXPECT_EQ(copy.Parent(), nullptr);
-    EXPECT_THROW(copy.Assign(static_cast<const TComponent*>(nullptr)), Exception);
 }
 
 TEST(ObjectBounds, FramesAndBoxes) {

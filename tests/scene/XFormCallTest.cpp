@@ -15,19 +15,6 @@ void Turn(TZEPXForm& x) {
     x.Rotate()->SetZ(90);
 }
 
-TEST(XFormCalls, IdentityMakesNone) {
-    TZEPXForm x({}, nullptr);
-    x.Scale()->SetData(1, 1, 1);
-    const GlCalls calls;
-    x.Push();
-    x.Apply();
-    x.Pop();
-    TZEPFrame frame;
-    { const TZEPXFormScope scope(frame, &x); }
-    { const TZEPXFormScope scope(frame, nullptr); }
-    ExpectNoCalls(calls);
-}
-
 TEST(XFormCalls, ActiveOnesPushMultiplyAndPop) {
     TZEPXForm x({}, nullptr);
     Turn(x);

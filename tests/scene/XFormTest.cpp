@@ -1,5 +1,6 @@
+#include "tests/Cases.h"
+#include "tests/Words.h"
 #include <zep/framework/Exception.h>
-#include <zep/framework/Property.h>
 #include <zep/scene/XForm.h>
 
 #include <gtest/gtest.h>
@@ -31,103 +32,41 @@ struct Transform {
 
 using Edit = std::function<void(TZEPXForm&)>;
 
-struct Row {
-    const char* Name;
-    Edit Do;
-    TGLArrayd3 Point, Image;
-};
-
-void Spin(TZEPXForm& x) {
-    x.Rotate()->SetZ(90);
+/// Edits the transform, or, for `place`, answers where it places a point.
+std::string Edited(TZEPXForm& x, const std::string& line) {
+    const TWords words(line);
+    const TGLArrayd3 v{words.Number(1), words.Number(2), words.Number(3)};
+    const std::string verb = words.Verb();
+    if (verb == "translate") x.Translate()->SetData(v[0], v[1], v[2]);
+    if (verb == "rotate") x.Rotate()->SetData(v[0], v[1], v[2]);
+    if (verb == "scale") x.Scale()->SetData(v[0], v[1], v[2]);
+    if (verb == "center") x.Center()->SetData(v[0], v[1], v[2]);
+    if (verb == "around-center") x.SetRotateAroundCenter(true);
+    if (verb == "mTranslate") x.mTranslate(v[0], v[1], v[2]);
+    if (verb == "mScale") x.mScale(v[0], v[1], v[2]);
+    if (verb == "mRotate")
+        x.mRotate(v[0], v[1], v[2], words.Number(4), words.Number(5), words.Number(6),
+                  words.Number(7));
+    if (verb == "base-scale") {
+        TGLMatrixd4 base = idd;
+        Scaled(v[0], v[1], v[2], base);
+        x.mId(base);
+    }
+    EXPECT_EQ(x.IsActive(), !IsIdentityd(x.GetMatrix())) << line;
+    if (verb != "place") return {};
+    TGLArrayd3 image;
+    x.Convert(v, image);
+    QByteArray text;
+    for (const double number : image)
+        text += ' ' + QByteArray::number(std::abs(number) < 1e-12 ? 0.0 : number, 'g', 12);
+    return text.trimmed().toStdString();
 }
 
-const std::vector<Row> Rows{
-    {"nothing", [](TZEPXForm&) {}, {1, 2, 3}, {1, 2, 3}},
-    {"translation", [](TZEPXForm& x) { x.Translate()->SetData(1, 2, 3); }, {1, 1, 1}, {2, 3, 4}},
-    {"x to y", Spin, {1, 0, 0}, {0, 1, 0}},
-    {"y to z", [](TZEPXForm& x) { x.Rotate()->SetX(90); }, {0, 1, 0}, {0, 0, 1}},
-    {"z to x", [](TZEPXForm& x) { x.Rotate()->SetY(90); }, {0, 0, 1}, {1, 0, 0}},
-    {"z first, then y, then x",
-     [](TZEPXForm& x) { x.Rotate()->SetData(90, 90, 90); },
-     {1, 2, 3},
-     {3, -2, 1}},
-    {"scale before rotation",
-     [](TZEPXForm& x) {
-         Spin(x);
-         x.Scale()->SetData(2, 3, 4);
-     },
-     {1, 1, 1},
-     {-3, 2, 4}},
-    {"rotation before translation",
-     [](TZEPXForm& x) {
-         Spin(x);
-         x.Translate()->SetX(1);
-     },
-     {1, 0, 0},
-     {1, 1, 0}},
-    {"centre ignored",
-     [](TZEPXForm& x) {
-         Spin(x);
-         x.Center()->SetData(5, 5, 5);
-     },
-     {1, 0, 0},
-     {0, 1, 0}},
-    {"about the centre",
-     [](TZEPXForm& x) {
-         Spin(x);
-         x.Center()->SetData(1, 0, 0);
-         x.SetRotateAroundCenter(true);
-     },
-     {0, 0, 0},
-     {1, -1, 0}},
-    {"translation turned about the centre",
-     [](TZEPXForm& x) {
-         Spin(x);
-         x.Translate()->SetX(1);
-         x.SetRotateAroundCenter(true);
-     },
-     {0, 0, 0},
-     {0, 1, 0}},
-    {"rotation about an axis elsewhere",
-     [](TZEPXForm& x) { x.mRotate(1, 0, 0, 0, 0, 1, 180); },
-     {0, 0, 0},
-     {2, 0, 0}},
-    {"free steps act last given first",
-     [](TZEPXForm& x) {
-         x.mTranslate(10, 0, 0);
-         x.mScale(2, 2, 2);
-     },
-     {1, 1, 1},
-     {12, 2, 2}},
-    {"free steps act before the scale",
-     [](TZEPXForm& x) {
-         x.mTranslate(1, 0, 0);
-         x.Scale()->SetX(3);
-     },
-     {1, 0, 0},
-     {6, 0, 0}},
-    {"base matrix acts last",
-     [](TZEPXForm& x) {
-         TGLMatrixd4 m = idd;
-         Scaled(2, 2, 2, m);
-         x.mId(m);
-         x.Translate()->SetX(1);
-     },
-     {1, 0, 0},
-     {4, 0, 0}},
-    {"no scale at all", [](TZEPXForm& x) { x.Scale()->SetData(0, 0, 0); }, {1, 2, 3}, {0, 0, 0}},
-};
-
 TEST(XForm, PlacesPoints) {
-    for (const Row& row : Rows) {
+    ExpectCases("transforms.txt", [](const TCase& c) {
         Transform t;
-        row.Do(t.XForm);
-        TGLArrayd3 image;
-        t.XForm.Convert(row.Point, image);
-        for (std::size_t k = 0; k < 3; ++k)
-            EXPECT_NEAR(image[k], row.Image[k], 1e-12) << row.Name << " coordinate " << k;
-        EXPECT_EQ(t.XForm.IsActive(), !IsIdentityd(t.XForm.GetMatrix())) << row.Name;
-    }
+        return EachLine(c, [&](const std::string& line) { return Edited(t.XForm, line); });
+    });
 }
 
 TEST(XForm, EveryEditCountsRecomputesAndTells) {
@@ -237,7 +176,9 @@ TEST(XForm, RefusesAMatrixThatIsCutOff) {
 
 TEST(XForm, AssignCopiesAllWithOneNotification) {
     Transform source;
-    for (const Row& row : Rows) row.Do(source.XForm);
+    for (const char* edit : {"translate 1 2 3", "rotate 90 90 90", "scale 2 3 4", "center 5 5 5",
+                             "around-center", "mTranslate 10 0 0", "base-scale 2 2 2"})
+        Edited(source.XForm, edit);
     Transform target;
     const int calls = target.Object.Calls;
     target.XForm.Assign(&source.XForm);
@@ -245,17 +186,6 @@ TEST(XForm, AssignCopiesAllWithOneNotification) {
     EXPECT_EQ(target.Object.Calls, calls + 1);
     EXPECT_EQ(target.XForm.Rotate()->Data(), source.XForm.Rotate()->Data());
     EXPECT_THROW(target.XForm.Assign(target.XForm.Scale()), Exception);
-}
-
-TEST(XForm, PublishesItsVectorsAsSubObjects) {
-    Transform t;
-    QStringList names;
-    for (const QMetaProperty& property : PublishedProperties(*t.XForm.MetaObject())) {
-        names.append(QString::fromLatin1(property.name()));
-        const bool isFlag = names.back() == QLatin1String("RotateAroundCenter");
-        EXPECT_EQ(SubObject(property, &t.XForm) == nullptr, isFlag) << property.name();
-    }
-    EXPECT_EQ(names.join(u' '), QStringLiteral("Translate Center RotateAroundCenter Scale Rotate"));
 }
 
 } // namespace

@@ -1,4 +1,3 @@
-#include "tests/tracing/Models.h"
 #include "tests/tracing/TracingFixture.h"
 
 #include <zep/ZEPClasses.h>
@@ -55,15 +54,12 @@ TEST_F(TracedLabel, LettersCastShadows) {
     const TPrint print = PrintOf(label, Context());
     ASSERT_FALSE(print.Picture.isNull());
     const TShape shape = Flat([print](double x, double y) { return print.Holds(x, y); });
-    const auto with = [shape](const TPlace& place) {
-        return [shape, place](TStage& stage) {
-            stage.AddLamp({.Position = {-3, -2, 5}, .Color = {0.9, 0, 0}});
-            SetText(stage.Add<TZEPLabel>(shape, place, Caster).Object);
-        };
-    };
-    ExpectShadowsOnGround(
-        {{"label.from before",
-          with({.Move = {-2.6, -1, 0.6}, .Turn = {20, -10, 10}, .Scale = {2.4, 2.4, 2.4}})},
-         {"label.from behind",
-          with({.Move = {1.8, -1, 1.2}, .Turn = {20, 180, 0}, .Scale = {2.4, 2.4, 2.4}})}});
+    for (const char* place : {"at -2.6 -1 0.6 turn 20 -10 10", "at 1.8 -1 1.2 turn 20 180 0"}) {
+        TStage stage;
+        for (const char* line : {"ground", "lamp at -3 -2 5 color 0.9 0 0", "shadows both"})
+            stage.Do(line);
+        const TWords words("label scale 2.4 2.4 2.4 look caster " + std::string(place));
+        SetText(stage.Add<TZEPLabel>(shape, words));
+        ExpectAsTraced(stage, "label");
+    }
 }

@@ -1,4 +1,3 @@
-#include "tests/tracing/Models.h"
 #include "tests/tracing/TracingFixture.h"
 
 #include <random>
@@ -28,24 +27,25 @@ private:
     std::mt19937 m_engine;
 };
 
+std::string Text(const TVector& v) {
+    return " " + std::to_string(v.X) + " " + std::to_string(v.Y) + " " + std::to_string(v.Z);
+}
+
 void AddCaster(TStage& stage, TDice& dice, bool isBall) {
-    const TPlace place{.Move = dice.Between({-2, -2, 0.5}, {2, 2, 2.5}),
-                       .Turn = dice.Between({-180, -180, -180}, {180, 180, 180}),
-                       .Scale = dice.Between({0.4, 0.4, 0.4}, {1.3, 1.3, 1.3})};
-    const TLook look{.Matte = {1, 1, 1}, .Casts = true, .Receives = dice.Between(0, 1) < 0.6};
-    if (isBall)
-        stage.AddBall(place, look);
-    else
-        stage.AddBox(place, look);
+    const std::string place = " at" + Text(dice.Between({-2, -2, 0.5}, {2, 2, 2.5})) + " turn" +
+                              Text(dice.Between({-180, -180, -180}, {180, 180, 180})) + " scale" +
+                              Text(dice.Between({0.4, 0.4, 0.4}, {1.3, 1.3, 1.3}));
+    const std::string look = dice.Between(0, 1) < 0.6 ? " look both" : " look plain casts";
+    stage.Do((isBall ? "ball" : "box") + place + look);
 }
 
 void AddLamps(TStage& stage, TDice& dice, int count) {
     constexpr TVector Colors[]{{0.9, 0, 0}, {0, 0.9, 0}, {0, 0, 0.9}};
     for (int i = 0; i < count; ++i) {
         const bool isAimed = dice.Between(0, 1) < 0.7;
-        const TVector position = dice.Between({-4, -4, 4}, {4, 4, 7});
-        stage.AddLamp(
-            {.Position = position * (isAimed ? 1 : 1e3), .Color = Colors[i], .IsAimed = isAimed});
+        const TVector place = dice.Between({-4, -4, 4}, {4, 4, 7}) * (isAimed ? 1 : 1e3);
+        stage.Do("lamp at" + Text(place) + " color" + Text(Colors[i]) +
+                 (isAimed ? "" : " parallel"));
     }
 }
 
@@ -54,11 +54,11 @@ void SetEye(TStage& stage, TDice& dice) {
     TVector eye;
     do eye = dice.Between({-8, -8, 2}, {8, 8, 7});
     while (stage.Tracer().IsInShadow(eye, 0.3));
-    stage.SetEye({eye, dice.Between({-0.5, -0.5, 0}, {0.5, 0.5, 1})});
+    stage.Do("eye" + Text(eye) + " to" + Text(dice.Between({-0.5, -0.5, 0}, {0.5, 0.5, 1})));
 }
 
 void Fill(TStage& stage, TDice& dice) {
-    stage.AddSheet({.Scale = {12, 12, 1}}, Ground);
+    stage.Do("sheet scale 12 12 1 look ground");
     const int casters = static_cast<int>(dice.Between(2, 8));
     for (int i = 0; i < casters; ++i) AddCaster(stage, dice, i % 2 == 0);
     AddLamps(stage, dice, static_cast<int>(dice.Between(1, 4)));

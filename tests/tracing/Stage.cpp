@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 
 namespace ZEP::Tracing {
 
@@ -30,6 +29,39 @@ void SetPlace(TZEPObject& object, const TPlace& place) {
     SetVector(*object.XForm()->Translate(), place.Move);
 }
 
+TVector VectorAt(const TWords& words, std::size_t place) {
+    return {words.Number(place), words.Number(place + 1), words.Number(place + 2)};
+}
+
+TVector VectorOf(const TWords& words, const std::string& keyword, const TVector& otherwise = {}) {
+    return words.Has(keyword) ? VectorAt(words, words.After(keyword)) : otherwise;
+}
+
+TPlace PlaceOf(const TWords& words) {
+    return {VectorOf(words, "at"), VectorOf(words, "turn"), VectorOf(words, "scale", {1, 1, 1})};
+}
+
+TLook LookOf(const TWords& words) {
+    static const std::map<std::string, TLook> looks{
+        {"", {}},
+        {"ground", {.Matte = {1, 1, 1}, .Receives = true}},
+        {"plain", {.Matte = {1, 1, 1}}},
+        {"caster", {.Glow = {0.4, 0.4, 0.1}, .Casts = true}},
+        {"both", {.Matte = {1, 1, 1}, .Casts = true, .Receives = true}},
+        {"red", {.Glow = {0.3, 0, 0}, .Matte = {0.6, 0, 0}}},
+        {"green", {.Glow = {0, 0.3, 0}, .Matte = {0, 0.6, 0}}},
+        {"glow", {.Glow = {0, 0.3, 0.3}}},
+        {"lemon", {.Glow = {0.4, 0.4, 0}}},
+        {"wall", {.Glow = {0.3, 0.2, 0}, .Matte = {0.3, 0.3, 0.3}}},
+        {"glass", {.Glow = {0.1, 0.2, 0.1}, .Matte = {0.5, 0.5, 0.5}, .Mirror = 0.7}},
+        {"dark", {.Glow = {0.1, 0.2, 0.1}, .Mirror = 0.7}},
+        {"water", {.Matte = {1, 1, 1}, .Receives = true, .Mirror = 0.5}}};
+    TLook look = looks.at(words.Word("look"));
+    look.Casts = look.Casts || words.Has("casts");
+    look.Receives = look.Receives || words.Has("receives");
+    return look;
+}
+
 void SetLook(TZEPObject& object, const TLook& look) {
     for (TZEPFaceMaterial* face : {object.Material()->FrontFace(), object.Material()->BackFace()}) {
         face->SetAmbient(clBlack);
@@ -47,7 +79,46 @@ void AddCorners(TCollection& vertexes, const TCorners& corners) {
     for (const TVector& corner : corners) vertexes.Add()->SetPoint({corner.X, corner.Y, corner.Z});
 }
 
+/// The letter U of 3 by 3, from (0, 0) on.
+const TCorners& LetterU() {
+    static const TCorners corners{{0, 0, 0}, {3, 0, 0}, {3, 3, 0}, {2, 3, 0},
+                                  {2, 1, 0}, {1, 1, 0}, {1, 3, 0}, {0, 3, 0}};
+    return corners;
+}
+
+/// In the plane z = 0.
+TCorners OutlineOf(const std::string& name) {
+    if (name == "square") return {{-0.5, -0.5, 0}, {0.5, -0.5, 0}, {0.5, 0.5, 0}, {-0.5, 0.5, 0}};
+    if (name == "triangle") return {{-0.5, -0.5, 0}, {0.5, -0.5, 0}, {0, 0.5, 0}};
+    TCorners corners = LetterU();
+    if (name == "clockwise-u") std::ranges::reverse(corners);
+    if (name == "u")
+        for (TVector& corner : corners) corner = (corner - TVector{1.5, 1.5, 0}) * (1.0 / 3);
+    return corners;
+}
+
 } // namespace
+
+void TStage::Do(const std::string& line) {
+    static const std::map<std::string, void (TStage::*)(const TWords&)> verbs{
+        {"ground", &TStage::AddGround},
+        {"frame", &TStage::AddFrame},
+        {"ball", &TStage::AddBall},
+        {"box", &TStage::AddBox},
+        {"sheet", &TStage::AddSheet},
+        {"roof", &TStage::AddRoof},
+        {"letter", &TStage::AddLetter},
+        {"polygon", &TStage::AddPolygon},
+        {"proxy", &TStage::AddProxy},
+        {"carving", &TStage::AddCarving},
+        {"lamp", &TStage::AddLamp},
+        {"move", &TStage::Move},
+        {"bend", &TStage::Bend},
+        {"eye", &TStage::SetEye},
+        {"shadows", &TStage::ChooseMethods}};
+    const TWords words(line);
+    (this->*verbs.at(words.Verb()))(words);
+}
 
 TStage::TStage() {
     Scene.SetSceneAmbientColor(clBlack);
@@ -58,6 +129,10 @@ TStage::TStage() {
         scene->Draw(*scene, dsPre, dkFull);
         scene->Draw(*scene, dsReflections, dkFull);
     });
+}
+
+int TStage::PieceOf(const std::string& name) const {
+    return name.empty() ? NoPiece : m_named.at(name);
 }
 
 TZEPObject& TStage::ObjectOf(int piece) {
@@ -75,12 +150,14 @@ int TStage::Note(const TOrigin& origin, TShape shape, const TLook& look) {
     return static_cast<int>(m_origins.size()) - 1;
 }
 
-int TStage::Add(TZEPObject& object, TShape shape, const TPlace& place, const TLook& look,
-                int parent) {
+int TStage::Add(TZEPObject& object, TShape shape, const TWords& words) {
+    const int parent = PieceOf(words.Word("on"));
+    const TLook look = LookOf(words);
     object.SetParentComponent(&ObjectOf(parent));
-    SetPlace(object, place);
+    SetPlace(object, PlaceOf(words));
     SetLook(object, look);
-    const int piece = Note({&object, TFrame(place), parent}, std::move(shape), look);
+    const int piece = Note({&object, TFrame(PlaceOf(words)), parent}, std::move(shape), look);
+    if (words.Has("as")) m_named[words.Word("as")] = piece;
     NoteCarved(piece, parent);
     return piece;
 }
@@ -93,84 +170,114 @@ void TStage::NoteCarved(int piece, int parent) {
     (carved.First == NoPiece ? carved.First : carved.Second) = piece;
 }
 
-int TStage::AddFrame(const TPlace& place, int parent) {
-    return Add<TZEPObject>(nullptr, place, {}, parent).Piece;
+void TStage::AddGround(const TWords&) {
+    Do("eye 2 -9 6 to 0 0 0.5");
+    Do("sheet scale 9 9 1 look ground");
 }
 
-TAdded<TZEPSphere> TStage::AddBall(const TPlace& place, const TLook& look, int parent) {
-    const auto added = Add<TZEPSphere>(Ball(), place, look, parent);
-    added.Object.SetSmooth(true);
-    added.Object.SetSlices(Cells);
-    added.Object.SetStacks(Cells);
-    return added;
+void TStage::AddFrame(const TWords& words) {
+    Add<TZEPObject>(nullptr, words);
 }
 
-TAdded<TZEPBox> TStage::AddBox(const TPlace& place, const TLook& look, int parent) {
-    const auto added = Add<TZEPBox>(Box(), place, look, parent);
-    for (const int axis : {0, 1, 2}) added.Object.SetSlices(axis, look.Receives ? Cells / 2 : 1);
-    return added;
+void TStage::AddBall(const TWords& words) {
+    auto& ball = Add<TZEPSphere>(Ball(), words);
+    ball.SetSmooth(true);
+    ball.SetSlices(Cells);
+    ball.SetStacks(Cells);
 }
 
-TAdded<TZEPHeightField> TStage::AddSheet(const TPlace& place, const TLook& look, int parent) {
+void TStage::AddBox(const TWords& words) {
+    auto& box = Add<TZEPBox>(Box(), words);
+    for (const int axis : {0, 1, 2}) box.SetSlices(axis, LookOf(words).Receives ? Cells / 2 : 1);
+}
+
+/// A square of fine cells that is seen from above.
+void TStage::AddSheet(const TWords& words) {
     const TShape square =
         Flat([](double x, double y) { return std::max(std::abs(x), std::abs(y)) < 0.5; }, true);
-    const auto added = Add<TZEPHeightField>(square, place, look, parent);
-    added.Object.SetSmooth(true);
-    added.Object.SetSlicesX(Cells);
-    added.Object.SetSlicesY(Cells);
-    return added;
+    auto& sheet = Add<TZEPHeightField>(square, words);
+    sheet.SetSmooth(true);
+    sheet.SetSlicesX(Cells);
+    sheet.SetSlicesY(Cells);
 }
 
-TAdded<TZEPPolygon> TStage::AddPolygon(const TCorners& corners, const TPlace& place,
-                                       const TLook& look, int parent) {
-    const auto added = Add<TZEPPolygon>(Flat(corners), place, look, parent);
-    AddCorners(*added.Object.Vertexes(), corners);
-    added.Object.SetColorVertexes(false);
-    return added;
+/// The surface z = 0.5 - |x| over a square, drawn in an even number of cells.
+void TStage::AddRoof(const TWords& words) {
+    const TCorners corners{{-0.5, -0.5, 0}, {0, -0.5, 0.5}, {0.5, -0.5, 0},
+                           {-0.5, 0.5, 0},  {0, 0.5, 0.5},  {0.5, 0.5, 0}};
+    Add<TZEPHeightField>(Triangles(corners, {{0, 1, 4}, {0, 4, 3}, {1, 2, 5}, {1, 5, 4}}), words)
+        .SetOnHeight([](double x, double) { return 0.5 - std::abs(x); });
 }
 
-TAdded<TZEPMesh> TStage::AddMesh(const TCorners& corners, const TTriangles& triangles,
-                                 const TPlace& place, const TLook& look, int parent) {
-    const auto added = Add<TZEPMesh>(Triangles(corners, triangles), place, look, parent);
-    AddCorners(*added.Object.Vertexes(), corners);
+/// The letter U as a solid of 1 by 1 by 1/3, from the origin on.
+void TStage::AddLetter(const TWords& words) {
+    TCorners corners;
+    for (const double z : {0.0, 1.0})
+        for (const TVector& corner : LetterU())
+            corners.push_back((corner + TVector{0, 0, z}) * (1.0 / 3));
+    TTriangles triangles;
+    for (const auto& [a, b, c] :
+         TTriangles{{1, 2, 3}, {1, 3, 4}, {0, 1, 4}, {0, 4, 5}, {0, 5, 6}, {0, 6, 7}}) {
+        triangles.push_back({c, b, a});
+        triangles.push_back({a + 8, b + 8, c + 8});
+    }
+    for (int i = 0; i < 8; ++i) {
+        const int next = (i + 1) % 8;
+        triangles.push_back({i, next, next + 8});
+        triangles.push_back({i, next + 8, i + 8});
+    }
+    auto& mesh = Add<TZEPMesh>(Triangles(corners, triangles), words);
+    AddCorners(*mesh.Vertexes(), corners);
     for (const auto& [a, b, c] : triangles) {
-        TZEPFace3CI* face = added.Object.Faces()->Add();
+        TZEPFace3CI* face = mesh.Faces()->Add();
         face->SetA(a);
         face->SetB(b);
         face->SetC(c);
     }
-    return added;
 }
 
-TAdded<TZEPProxy> TStage::AddProxy(int target, const TPlace& place, bool receives, int parent) {
-    const auto proxy = Add<TZEPProxy>(nullptr, place, {.Receives = receives}, parent);
-    proxy.Object.SetProxy(&ObjectOf(target));
+void TStage::AddPolygon(const TWords& words) {
+    const TCorners corners = OutlineOf(words.Word("of"));
+    auto& polygon = Add<TZEPPolygon>(Flat(corners), words);
+    AddCorners(*polygon.Vertexes(), corners);
+    polygon.SetColorVertexes(false);
+    polygon.SetConcave(!words.Has("convex"));
+    polygon.SetUseDisplayList(!words.Has("unlisted"));
+}
+
+void TStage::AddProxy(const TWords& words) {
+    const int target = PieceOf(words.Word("of"));
+    auto* proxy = new TZEPProxy(&Scene);
+    const int own = Add(*proxy, nullptr, words);
+    proxy->SetProxy(&ObjectOf(target));
     std::map<int, int> shown;
-    for (int i = target; i < proxy.Piece; ++i) {
+    for (int i = target; i < own; ++i) {
         const TOrigin origin = m_origins[static_cast<std::size_t>(i)];
         if (i != target && !shown.contains(origin.Parent)) continue;
         const TPiece piece = m_tracer.Pieces[static_cast<std::size_t>(i)];
         TLook look = piece.Look;
-        if (i == target) look.Receives = receives;
-        const int above = i == target ? proxy.Piece : shown.at(origin.Parent);
+        if (i == target) look.Receives = words.Has("receives");
+        const int above = i == target ? own : shown.at(origin.Parent);
         shown[i] = Note({origin.Object, origin.Frame, above}, piece.Shape, look);
     }
-    return proxy;
 }
 
-int TStage::AddCarving(TSetOperation operation, const TPlace& place, int parent) {
-    static const std::map<TSetOperation, TZEPLogicalOperation> operations{
-        {TSetOperation::Union, loOR},
-        {TSetOperation::Common, loAND},
-        {TSetOperation::Difference, loSUB}};
-    const auto added = Add<TZEPLogicalObject>(nullptr, place, {}, parent);
-    added.Object.SetOperation(operations.at(operation));
-    m_carvings.push_back(added.Piece);
+void TStage::AddCarving(const TWords& words) {
+    auto* carving = new TZEPLogicalObject(&Scene);
+    m_carvings.push_back(Add(*carving, nullptr, words));
+    const TSetOperation operation = words.Has("union")    ? TSetOperation::Union
+                                    : words.Has("common") ? TSetOperation::Common
+                                                          : TSetOperation::Difference;
+    carving->SetOperation(operation == TSetOperation::Union    ? loOR
+                          : operation == TSetOperation::Common ? loAND
+                                                               : loSUB);
     m_tracer.Carvings.push_back({operation, NoPiece, NoPiece});
-    return added.Piece;
 }
 
-TZEPLight& TStage::AddLamp(const TLamp& lamp, int parent) {
+void TStage::AddLamp(const TWords& words) {
+    const TLamp lamp{VectorOf(words, "at"), VectorOf(words, "color"), !words.Has("parallel"),
+                     !words.Has("still"), words.Has("exact")};
+    const int parent = PieceOf(words.Word("on"));
     auto* light = new TZEPLight(&Scene);
     light->SetParentComponent(&ObjectOf(parent));
     light->SetDirectional(lamp.IsAimed);
@@ -181,7 +288,6 @@ TZEPLight& TStage::AddLamp(const TLamp& lamp, int parent) {
     m_tracer.Lamps.push_back(lamp);
     m_lampOrigins.push_back({lamp.Position, parent});
     PlaceAll();
-    return *light;
 }
 
 /// What stands on something comes after it.
@@ -193,22 +299,36 @@ void TStage::PlaceAll() {
             FrameOf(m_lampOrigins[i].Parent).Point(m_lampOrigins[i].Position);
 }
 
-void TStage::Move(int piece, const TPlace& place) {
-    SetPlace(ObjectOf(piece), place);
+void TStage::Move(const TWords& words) {
+    TZEPObject& object = ObjectOf(PieceOf(words.Word("of")));
+    SetPlace(object, PlaceOf(words));
     for (TOrigin& origin : m_origins)
-        if (origin.Object == &ObjectOf(piece)) origin.Frame = TFrame(place);
+        if (origin.Object == &object) origin.Frame = TFrame(PlaceOf(words));
     PlaceAll();
 }
 
-void TStage::Reshape(int piece, TShape shape) {
-    m_tracer.Pieces[static_cast<std::size_t>(piece)].Shape = std::move(shape);
+void TStage::Bend(const TWords& words) {
+    const int piece = PieceOf(words.Word("as"));
+    auto& vertexes = *qobject_cast<TZEPPolygon*>(&ObjectOf(piece))->Vertexes();
+    TCorners corners = OutlineOf(words.Word("of"));
+    corners.back() = VectorOf(words, "at");
+    vertexes.Item(vertexes.Count() - 1)
+        ->SetPoint({corners.back().X, corners.back().Y, corners.back().Z});
+    m_tracer.Pieces[static_cast<std::size_t>(piece)].Shape = Flat(corners);
 }
 
-void TStage::SetEye(const TEye& eye) {
-    m_eye = eye;
-    SetVector(*m_camera.Position(), eye.Position);
-    SetVector(*m_camera.Target(), eye.Target);
-    m_camera.SetFOVY(eye.Field);
+void TStage::SetEye(const TWords& words) {
+    m_eye = {VectorAt(words, 1), VectorOf(words, "to"),
+             words.Has("field") ? words.Number(words.After("field")) : TEye().Field};
+    SetVector(*m_camera.Position(), m_eye.Position);
+    SetVector(*m_camera.Target(), m_eye.Target);
+    m_camera.SetFOVY(m_eye.Field);
+}
+
+void TStage::ChooseMethods(const TWords& words) {
+    m_methods.clear();
+    if (!words.Has("accumulated")) m_methods.push_back(TMethod::Subtracted);
+    if (!words.Has("subtracted")) m_methods.push_back(TMethod::Accumulated);
 }
 
 void TStage::SetMethod(TMethod method) {

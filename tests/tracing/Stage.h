@@ -1,37 +1,31 @@
 #pragma once
 
+#include "tests/Words.h"
 #include "tests/tracing/Tracer.h"
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
 
-#include <QImage>
-
-#include <concepts>
-
-namespace ZEP {
-class TZEPBox;
-class TZEPHeightField;
-class TZEPLight;
-class TZEPLogicalObject;
-class TZEPMesh;
-class TZEPPolygon;
-class TZEPProxy;
-class TZEPSphere;
-} // namespace ZEP
+#include <map>
+#include <string>
 
 namespace ZEP::Tracing {
 
 constexpr int NoPiece = -1;
 
-/// An object of the library, and the number of the piece that stands for it.
-template <class T>
-struct TAdded {
-    T& Object;
-    int Piece;
-};
-
 /// A scene that the library draws and that is traced: what is added is added to both, from the same
-/// numbers.
+/// numbers. It is told in lines:
+///
+///     ground                                what shadows fall on, before an eye
+///     eye 1.5 -8 3 to 0 0 1 field 40
+///     lamp at -3 -2 5 color 0.9 0 0         `parallel`, `exact`, `still`: that casts no shadows
+///     box at 0 0 1 turn 20 30 40 scale 1 1 1 look caster as Crate
+///     ball on Crate look red                things: ball, box, sheet, roof, letter, frame
+///     polygon of u look caster              or of `square`, `triangle`; `convex`, `unlisted`
+///     proxy of Crate at 2 0 0               `receives`
+///     carving common as Solid               or `union`, `difference`, of the two things on it
+///     move of Crate at 1 0 1
+///     bend of triangle as Sail at 0.8 0.9 0 moves the last corner of that polygon
+///     shadows both                          or `subtracted`, `accumulated`
 class TStage {
 public:
     static constexpr int Size = 256; ///< of the pictures
@@ -40,39 +34,23 @@ public:
     TStage(const TStage&) = delete;
     TStage& operator=(const TStage&) = delete;
 
-    /// Any object, with the shape that it is to have. \param parent  the piece that it stands on
-    template <std::derived_from<TZEPObject> T>
-    TAdded<T> Add(TShape shape, const TPlace& place, const TLook& look, int parent = NoPiece) {
+    void Do(const std::string& line);
+
+    /// Any object, with the shape that it is to have; what the words say of place, look, name.
+    template <class T>
+    T& Add(TShape shape, const TWords& words) {
         auto* object = new T(&Scene);
-        return {*object, Add(*object, std::move(shape), place, look, parent)};
+        Add(*object, std::move(shape), words);
+        return *object;
     }
-    /// Nothing of its own: what others stand on.
-    int AddFrame(const TPlace& place, int parent = NoPiece);
-    TAdded<TZEPSphere> AddBall(const TPlace& place, const TLook& look, int parent = NoPiece);
-    TAdded<TZEPBox> AddBox(const TPlace& place, const TLook& look, int parent = NoPiece);
-    /// A square of fine cells that is seen from above.
-    TAdded<TZEPHeightField> AddSheet(const TPlace& place, const TLook& look, int parent = NoPiece);
-    TAdded<TZEPPolygon> AddPolygon(const TCorners& corners, const TPlace& place, const TLook& look,
-                                   int parent = NoPiece);
-    TAdded<TZEPMesh> AddMesh(const TCorners& corners, const TTriangles& triangles,
-                             const TPlace& place, const TLook& look, int parent = NoPiece);
-    /// Shows `target` and all on it once more. \param receives  what the proxy says of shadows
-    TAdded<TZEPProxy> AddProxy(int target, const TPlace& place, bool receives,
-                               int parent = NoPiece);
-    /// Of the two pieces that are added with its number as their parent.
-    int AddCarving(TSetOperation operation, const TPlace& place, int parent = NoPiece);
-    TZEPLight& AddLamp(const TLamp& lamp, int parent = NoPiece);
 
-    /// \name What changes between two drawings
-    /// @{
-    void Move(int piece, const TPlace& place);
-    /// What the host has done to an object has made this of it.
-    void Reshape(int piece, TShape shape);
-    /// @}
+    /// The number of its piece.
+    int Add(TZEPObject& object, TShape shape, const TWords& words);
 
-    void SetEye(const TEye& eye);
     void SetMethod(TMethod method);
     void SetAddsLight(bool adds) { m_tracer.AddsLight = adds; }
+    /// Those that `shadows` asks for.
+    [[nodiscard]] const std::vector<TMethod>& Methods() const { return m_methods; }
 
     /// Into the current context.
     void Draw();
@@ -94,17 +72,38 @@ private:
         int Parent;
     };
 
-    int Add(TZEPObject& object, TShape shape, const TPlace& place, const TLook& look, int parent);
+    /// \name The verbs
+    /// @{
+    void AddGround(const TWords& words);
+    void AddFrame(const TWords& words);
+    void AddBall(const TWords& words);
+    void AddBox(const TWords& words);
+    void AddSheet(const TWords& words);
+    void AddRoof(const TWords& words);
+    void AddLetter(const TWords& words);
+    void AddPolygon(const TWords& words);
+    void AddProxy(const TWords& words);
+    void AddCarving(const TWords& words);
+    void AddLamp(const TWords& words);
+    void Move(const TWords& words);
+    void Bend(const TWords& words);
+    void SetEye(const TWords& words);
+    void ChooseMethods(const TWords& words);
+    /// @}
+
     int Note(const TOrigin& origin, TShape shape, const TLook& look);
     void NoteCarved(int piece, int parent);
+    [[nodiscard]] int PieceOf(const std::string& name) const;
     [[nodiscard]] TZEPObject& ObjectOf(int piece);
     [[nodiscard]] TFrame FrameOf(int piece) const;
     void PlaceAll();
 
     TTracer m_tracer;
-    std::vector<TOrigin> m_origins; ///< of the pieces
+    std::vector<TOrigin> m_origins;     ///< of the pieces
+    std::map<std::string, int> m_named; ///< the same by what they are called
     std::vector<TLampOrigin> m_lampOrigins;
     std::vector<int> m_carvings; ///< the pieces that are carved of others
+    std::vector<TMethod> m_methods{TMethod::NoShadows};
     TEye m_eye;
     TZEPCamera m_camera;
 };

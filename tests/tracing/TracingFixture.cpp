@@ -1,7 +1,5 @@
 #include "tests/tracing/TracingFixture.h"
 
-#include "tests/tracing/Models.h"
-
 #include <QDir>
 #include <QPainter>
 
@@ -144,36 +142,13 @@ TComparison TracingTest::DrawAndCompare(TStage& stage, const std::string& name) 
 }
 
 void TracingTest::ExpectAsTraced(TStage& stage, const std::string& name) {
-    SCOPED_TRACE(name);
-    const TComparison comparison = DrawAndCompare(stage, name);
-    ExpectEnough(comparison, stage.Tracer());
-    EXPECT_LE(comparison.Different, comparison.Compared / OneIn);
-}
-
-void TracingTest::ExpectShadowsAsTraced(TStage& stage, const std::string& name) {
-    for (const auto& [method, ending] :
-         {std::pair{TMethod::Subtracted, ".subtracted"}, {TMethod::Accumulated, ".accumulated"}}) {
+    for (const TMethod method : stage.Methods()) {
+        const std::string drawn = name + (method == TMethod::Accumulated ? ".accumulated" : "");
+        SCOPED_TRACE(drawn);
         stage.SetMethod(method);
-        ExpectAsTraced(stage, name + ending);
-    }
-}
-
-void TracingTest::ExpectEach(const std::string& prefix, const std::vector<TScene>& scenes,
-                             const std::function<void(TStage&)>& prepare) {
-    for (const TScene& scene : scenes) {
-        TStage stage;
-        prepare(stage);
-        scene.Fill(stage);
-        ExpectAsTraced(stage, prefix + scene.Name);
-    }
-}
-
-void TracingTest::ExpectShadowsOnGround(const std::vector<TScene>& scenes) {
-    for (const TScene& scene : scenes) {
-        TStage stage;
-        AddGround(stage);
-        scene.Fill(stage);
-        ExpectShadowsAsTraced(stage, scene.Name);
+        const TComparison comparison = DrawAndCompare(stage, drawn);
+        ExpectEnough(comparison, stage.Tracer());
+        EXPECT_LE(comparison.Different, comparison.Compared / OneIn);
     }
 }
 

@@ -5,7 +5,6 @@
 #include "tests/tracing/Stage.h"
 
 #include <map>
-#include <string>
 
 namespace ZEP::Tracing {
 
@@ -21,11 +20,6 @@ struct TComparison {
 };
 TComparison Compare(const QImage& drawn, const std::vector<TSample>& traced);
 
-struct TScene {
-    std::string Name;
-    std::function<void(TStage&)> Fill;
-};
-
 /// Draws what is traced, with what a panel's context sets.
 class TracingTest : public OffscreenTest {
 protected:
@@ -35,16 +29,9 @@ protected:
     /// Where there are differences, the pictures are written to the folder of the tests' output;
     /// all of them with the environment variable `ZEP_KEEP_TRACED`.
     TComparison DrawAndCompare(TStage& stage, const std::string& name);
-    /// Fails unless all that is compared is as it is traced, and that is enough of every piece, and
-    /// of the shadow under every lamp that casts any.
+    /// Fails unless all that is compared is as it is traced, by each method that the scene asks
+    /// for, and that is enough of every piece, and of the shadow under every lamp that casts any.
     void ExpectAsTraced(TStage& stage, const std::string& name);
-    /// The same with shadows by both methods.
-    void ExpectShadowsAsTraced(TStage& stage, const std::string& name);
-    /// Each of them, told as `prefix` and its name, on a stage that `prepare` has set up.
-    void ExpectEach(const std::string& prefix, const std::vector<TScene>& scenes,
-                    const std::function<void(TStage&)>& prepare);
-    /// Each of them on a ground under the eye, with shadows by both methods.
-    void ExpectShadowsOnGround(const std::vector<TScene>& scenes);
 
 private:
     TBlendEntry m_blendEntry;

@@ -5,9 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <functional>
-
 namespace ZEP {
 namespace {
 
@@ -41,16 +38,6 @@ protected:
         "glMultMatrixd(1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1)"};
     TZEPCamera Lens;
 };
-
-TEST_F(CameraCalls, PerspectiveTakesTheVerticalAngle) {
-    ExpectCalls(CallsOf(400, 200, -1), Frame({"gluPerspective(90, 2, 1, 100)"}, PlainView));
-}
-
-TEST_F(CameraCalls, ParallelProjectionTakesTheHorizontalExtentAtTheTarget) {
-    Lens.SetOrthographic(true);
-    ExpectCalls(CallsOf(400, 200, -1), Frame({"glOrtho(-10, 10, -5, 5, 1, 100)"}, PlainView));
-    ExpectCalls(CallsOf(400, 200, 3), Frame({"glOrtho(-10, 10, -5, 5, 1, 100)"}, PlainView));
-}
 
 TEST_F(CameraCalls, OffsetsAndParentsComeIn) {
     TZEPObject root;
@@ -89,33 +76,6 @@ TEST_F(CameraCalls, JitterShiftsTheEyeAndHoldsTheTargetStill) {
         ExpectCalls(CallsOf(400, 200, outside),
                     Frame({"gluPerspective(90, 2, 1, 100)"}, PlainView));
     SetCurrentJitter(j8);
-}
-
-TEST_F(CameraCalls, DegenerateViewsStayNumbers) {
-    struct Row {
-        const char* Name;
-        std::function<void(TZEPCamera&)> Do;
-        int Width, Height;
-        const char* Projection;
-    };
-    for (const Row& row :
-         {Row{"no size", [](TZEPCamera&) {}, 0, 0, "gluPerspective(90, 1, 1, 100)"},
-          {"no height", [](TZEPCamera&) {}, 5, 0, "gluPerspective(90, 5, 1, 100)"},
-          {"no width, parallel", [](TZEPCamera& c) { c.SetOrthographic(true); }, 0, 10,
-           "glOrtho(-10, 10, -100, 100, 1, 100)"},
-          {"parallel with the eye in the target", [](TZEPCamera& c) { c.Position()->SetY(0); }, 10,
-           10, "glOrtho(-1, 1, -1, 1, 1, 100)"},
-          {"lens closed", [](TZEPCamera& c) { c.SetOrthographic(false), c.SetFOVY(-5); }, 10, 10,
-           "gluPerspective(0.1, 1, 1, 100)"},
-          {"lens wide open", [](TZEPCamera& c) { c.SetFocalLength(0); }, 10, 10,
-           "gluPerspective(175, 1, 1, 100)"},
-          {"lens undefined", [](TZEPCamera& c) { c.SetFOVY(std::nan("")); }, 10, 10,
-           "gluPerspective(0.1, 1, 1, 100)"}}) {
-        row.Do(Lens);
-        const std::vector<std::string> calls = CallsOf(row.Width, row.Height, -1);
-        ASSERT_GT(calls.size(), 4U);
-        EXPECT_EQ(calls[4], row.Projection) << row.Name;
-    }
 }
 
 } // namespace

@@ -1,6 +1,5 @@
-#include <zep/appearance/effects/Jitter.h>
-#include <zep/framework/Property.h>
-#include <zep/framework/Registry.h>
+#include "tests/Cases.h"
+#include "tests/Words.h"
 #include <zep/scene/Scene.h>
 #include <zep/scene/XForm.h>
 #include <zep/view/Camera.h>
@@ -9,14 +8,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
+#include <map>
 #include <memory>
-#include <numbers>
 
 namespace ZEP {
 namespace {
-
-using std::numbers::pi;
 
 MATCHER_P(Is, expected, "") {
     for (std::size_t k = 0; k < 3; ++k)
@@ -29,16 +25,17 @@ auto At(double x, double y, double z) {
 }
 
 /// A camera in a scene that is shown: repaints are counted.
-class Camera : public testing::Test, public TZEPScenePanel {
-protected:
-    Camera() {
+class TWatchedCamera : public TZEPScenePanel {
+public:
+    TWatchedCamera() {
         Scene.RegisterGLPanel(this);
         Lens = new TZEPCamera(&Scene);
         Lens->SetParentComponent(&Scene);
         Lens->Position()->SetData(0, -10, 0);
         Repaints = 0;
     }
-    ~Camera() override { Scene.UnregisterGLPanel(this); }
+    ~TWatchedCamera() { Scene.UnregisterGLPanel(this); }
+    Q_DISABLE_COPY_MOVE(TWatchedCamera)
 
     void Invalidate() override { ++Repaints; }
     void SceneDestroyed() override {}
@@ -55,58 +52,80 @@ protected:
     int Repaints = 0;
 };
 
-TEST_F(Camera, StartsWithItsDeclaredValues) {
-    const TZEPCamera camera;
-    QStringList names;
-    for (const QMetaProperty& property : PublishedProperties(TZEPCamera::staticMetaObject))
-        names.append(QString::fromLatin1(property.name()));
-    EXPECT_TRUE(names.join(u' ').endsWith(
-        QStringLiteral("Position PositionObject Target TargetObject Up FocalLength FOVY "
-                       "NearClipPlane FarClipPlane Orthographic Extended")))
-        << names.join(u' ').toStdString();
-    EXPECT_NEAR(camera.FOVY(), 43.6028189727036, 1e-12);
-    EXPECT_EQ(Lens->Up()->Data(), unitz);
-    EXPECT_TRUE(camera.Changed());
-    const auto* entry = TClassRegistry::Instance().Find(QStringLiteral("TZEPCamera"));
-    ASSERT_TRUE(entry);
-    EXPECT_EQ(entry->Group, QStringLiteral("OpenGL"));
-}
+class Camera : public testing::Test, public TWatchedCamera {};
 
-TEST_F(Camera, FocalLengthAndFieldOfViewKeepInStep) {
-    for (const auto& [focal, field] :
-         {std::pair{18.0, 90.0}, {45.0, 43.6028189727036}, {18 * std::sqrt(3), 60.0}}) {
-        Lens->SetFocalLength(focal);
-        EXPECT_NEAR(Lens->FOVY(), field, 1e-12);
-        Lens->SetFOVY(10);
-        Lens->SetFOVY(field);
-        EXPECT_NEAR(Lens->FocalLength(), focal, 1e-12);
-    }
-}
-
-TEST_F(Camera, EveryChangeRepaintsOnceAndAnEqualValueNever) {
-    const std::vector<std::pair<const char*, std::function<void()>>> settings{
-        {"FocalLength", [&] { Lens->SetFocalLength(20); }},
-        {"FOVY", [&] { Lens->SetFOVY(30); }},
-        {"NearClipPlane", [&] { Lens->SetNearClipPlane(2); }},
-        {"FarClipPlane", [&] { Lens->SetFarClipPlane(50); }},
-        {"Orthographic", [&] { Lens->SetOrthographic(true); }},
-        {"PositionObject", [&] { Lens->SetPositionObject(&Scene); }},
-        {"TargetObject", [&] { Lens->SetTargetObject(&Scene); }},
-        {"Position", [&] { Lens->Position()->SetX(3); }},
-        {"Target", [&] { Lens->Target()->SetX(3); }},
-        {"Up", [&] { Lens->Up()->SetX(3); }},
-        {"view offset", [&] {
-             Lens->SetViewOffset({1, 2, 3});
-         }}};
-    for (const auto& [name, set] : settings) {
-        Lens->SetChanged(false);
+/// The camera under the commands of `tests/data/cases/view/camera.txt`; each answers what it has
+/// changed, and how often the view is drawn again where that is not once.
+class TMovedCamera : public TWatchedCamera {
+public:
+    std::string Do(const std::string& line) {
+        using C = TZEPCamera;
+        using V = const double(&)[3];
+        static const std::map<std::string, void (*)(C&, V)> verbs{
+            {"position", [](C& c, V v) { c.Position()->SetData(v[0], v[1], v[2]); }},
+            {"up", [](C& c, V v) { c.Up()->SetData(v[0], v[1], v[2]); }},
+            {"parallel", [](C& c, V v) { c.SetOrthographic(v[0] == 0); }},
+            {"extended", [](C& c, V) { c.SetExtended(true); }},
+            {"limited", [](C& c, V) { c.Scene()->SetLimitCameraMovement(true); }},
+            {"planes", [](C& c, V v) { c.SetNearClipPlane(v[0]), c.SetFarClipPlane(v[1]); }},
+            {"focal-length", [](C& c, V v) { c.SetFocalLength(v[0]); }},
+            {"field", [](C& c, V v) { c.SetFOVY(v[0]); }},
+            {"truck", [](C& c, V v) { c.Truck(v[0], v[1], v[2]); }},
+            {"orbit", [](C& c, V v) { c.Orbit(v[0], v[1]); }},
+            {"pan", [](C& c, V v) { c.Pan(v[0], v[1]); }},
+            {"dolly", [](C& c, V v) { c.Dolly(v[0]); }},
+            {"perspective", [](C& c, V v) { c.Perspective(v[0]); }},
+            {"zoom", [](C& c, V v) { c.FOV(v[0]); }},
+            {"roll", [](C& c, V v) { c.Roll(v[0]); }},
+            {"offset",
+             [](C& c, V v) {
+                 c.SetViewOffset({v[0], v[1], v[2]});
+             }},
+            {"store", [](C& c, V) { c.Store(); }},
+            {"restore", [](C& c, V) { c.Restore(); }},
+            {"reset", [](C& c, V) { c.Reset(); }},
+        };
+        const TWords words(line);
+        const auto before = State();
         Repaints = 0;
-        set();
-        EXPECT_EQ(Repaints, 1) << name;
-        EXPECT_TRUE(Lens->Changed()) << name;
-        set();
-        EXPECT_EQ(Repaints, 1) << name;
+        verbs.at(words.Verb())(*Lens, {words.Number(1), words.Number(2), words.Number(3)});
+        std::string text;
+        for (const auto& [name, value] : State())
+            if (value != before.at(name)) text += ", " + name + " " + value;
+        if (Repaints != 1) text += ", drawn " + std::to_string(Repaints) + " times";
+        return text.empty() ? text : text.substr(2);
     }
+
+private:
+    [[nodiscard]] std::map<std::string, std::string> State() const {
+        return {{"eye", Text(Lens->GetPosition())},
+                {"target", Text(Lens->GetTarget())},
+                {"offset", Text(Lens->ViewOffset())},
+                {"FOVY", Text({Lens->FOVY()})},
+                {"focal length", Text({Lens->FocalLength()})},
+                {"field", Text({Lens->FieldOfView()})},
+                {"roll", Text({Lens->RollAngle()})},
+                {"stored", Lens->Stored() ? "yes" : "no"},
+                {"published eye", Text(Lens->Position()->Data())},
+                {"published target", Text(Lens->Target()->Data())}};
+    }
+    template <class TNumbers>
+    static std::string Text(const TNumbers& numbers) {
+        std::string text;
+        for (const double number : numbers)
+            text += QByteArray::number(std::abs(number) < 1e-9 ? 0.0 : number, 'g', 9) + " ";
+        return text.substr(0, text.size() - 1);
+    }
+    static std::string Text(std::initializer_list<double> numbers) {
+        return Text<std::initializer_list<double>>(numbers);
+    }
+};
+
+TEST(CameraCases, MovesAsItIsWrittenDown) {
+    ExpectCases("view/camera.txt", [](const TCase& c) {
+        TMovedCamera camera;
+        return EachLine(c, [&](const std::string& line) { return camera.Do(line); });
+    });
 }
 
 TEST_F(Camera, FollowsObjectsUntilTheyGo) {
@@ -161,109 +180,6 @@ TEST_F(Camera, SeesFollowedObjectsInItsOwnFrame) {
     EXPECT_THAT(absolute, At(4, 7, 2));
 }
 
-struct Movement {
-    const char* Name;
-    std::function<void(TZEPCamera&)> Do;
-    TGLArrayd3 Eye, Target;
-};
-
-TEST_F(Camera, Moves) {
-    const double r2 = std::sqrt(2) / 2;
-    const std::vector<Movement> rows{
-        {"truck", [](TZEPCamera& c) { c.Truck(0.1, 0.2, 5); }, {-1, -12, 0}, {-1, -2, 0}},
-        {"truck in parallel",
-         [](TZEPCamera& c) {
-             c.SetOrthographic(true);
-             c.Truck(0.1, 0.2, 5);
-         },
-         {-0.1, -10.2, 0},
-         {-0.1, -0.2, 0}},
-        {"orbit", [](TZEPCamera& c) { c.Orbit(90, 0); }, {10, 0, 0}, {0, 0, 0}},
-        {"orbit up", [](TZEPCamera& c) { c.Orbit(0, -45); }, {0, -10 * r2, 10 * r2}, {0, 0, 0}},
-        {"orbit over the pole",
-         [](TZEPCamera& c) { c.Orbit(0, -135); },
-         {0, 10 * r2, 10 * r2},
-         {0, 0, 0}},
-        {"orbit below the horizon",
-         [](TZEPCamera& c) { c.Orbit(0, 45); },
-         {0, -10 * r2, -10 * r2},
-         {0, 0, 0}},
-        {"pan", [](TZEPCamera& c) { c.Pan(90, 0); }, {0, -10, 0}, {-10, -10, 0}},
-        {"pan up", [](TZEPCamera& c) { c.Pan(0, -45); }, {0, -10, 0}, {0, 10 * r2 - 10, 10 * r2}},
-        {"dolly", [](TZEPCamera& c) { c.Dolly(0.5); }, {0, -15, 0}, {0, 0, 0}},
-        {"dolly in", [](TZEPCamera& c) { c.Dolly(-0.9); }, {0, -1, 0}, {0, 0, 0}},
-        {"dolly close by",
-         [](TZEPCamera& c) {
-             c.Position()->SetY(-0.5);
-             c.Dolly(0.1);
-         },
-         {0, -0.6, 0},
-         {0, 0, 0}},
-        {"dolly within the target",
-         [](TZEPCamera& c) {
-             c.Position()->SetY(0);
-             c.Dolly(0.1);
-         },
-         {0, 0, 0},
-         {0, 0, 0}},
-        {"perspective", [](TZEPCamera& c) { c.Perspective(0.5); }, {0, -15, 0}, {0, 0, 0}},
-        {"perspective in parallel",
-         [](TZEPCamera& c) {
-             c.SetOrthographic(true);
-             c.Perspective(0.5);
-         },
-         {0, -10, 0},
-         {0, 0, 0}},
-        {"extended truck",
-         [](TZEPCamera& c) {
-             c.SetExtended(true);
-             c.SetNearClipPlane(10); // 18 in the middle of the depth range
-             c.SetFarClipPlane(90);
-             c.Truck(0.9, 1.8, 4.5);
-         },
-         {-0.1, -10.2, -0.5},
-         {-0.1, -0.2, -0.5}},
-        {"extended truck in parallel",
-         [](TZEPCamera& c) {
-             c.SetExtended(true);
-             c.SetOrthographic(true);
-             c.Truck(0.1, 0.2, 5);
-         },
-         {-0.1, -10.2, -5},
-         {-0.1, -0.2, -5}},
-        {"extended orbit over the pole",
-         [](TZEPCamera& c) {
-             c.SetExtended(true);
-             c.Orbit(0, -135);
-         },
-         {0, -10 * std::sin(0.05 * pi / 180), 10 * std::cos(0.05 * pi / 180)},
-         {0, 0, 0}},
-        {"extended dolly through the target",
-         [](TZEPCamera& c) {
-             c.SetExtended(true);
-             c.Dolly(-3);
-         },
-         {0, -1, 0},
-         {0, 0, 0}},
-        {"extended dolly close by",
-         [](TZEPCamera& c) {
-             c.SetExtended(true);
-             c.Position()->SetY(-0.5);
-             c.Dolly(0.1);
-         },
-         {0, -0.55, 0},
-         {0, 0, 0}},
-    };
-    for (const Movement& row : rows) {
-        TZEPCamera camera;
-        camera.Position()->SetY(-10);
-        row.Do(camera);
-        EXPECT_THAT(camera.GetPosition(), Is(row.Eye)) << row.Name;
-        EXPECT_THAT(camera.GetTarget(), Is(row.Target)) << row.Name;
-        EXPECT_EQ(camera.Target()->Data(), zero3d) << row.Name;
-    }
-}
-
 TEST_F(Camera, PanKeepsTheDistanceWhateverUpIs) {
     for (const TGLArrayd3& up : {unitz, unitx, TGLArrayd3{1, -2, 3}}) {
         Lens->Reset();
@@ -274,92 +190,6 @@ TEST_F(Camera, PanKeepsTheDistanceWhateverUpIs) {
         EXPECT_NEAR(std::sqrt(Dotd(d, d)), 10, 1e-9);
         EXPECT_GT(std::abs(d[0]) + std::abs(d[2]), 1) << "it turned";
     }
-}
-
-TEST_F(Camera, LimitedOrbitsStayBetweenPoleAndHorizon) {
-    Scene.SetLimitCameraMovement(true);
-    for (const auto& [turn, polar, extended] : {std::tuple{-500.0, 0.001, false},
-                                                {500.0, 1.5697963267948967, false},
-                                                {500.0, 1.5697963267948967, true}}) {
-        Lens->SetExtended(extended);
-        Lens->Orbit(0, turn);
-        TGLArrayd3 s;
-        OrthoToSphered(Lens->GetPosition(), s);
-        EXPECT_NEAR(s[0], 10, 1e-9);
-        EXPECT_NEAR(s[2], polar, 1e-6); // the arcsine near the pole has no more digits
-    }
-}
-
-TEST_F(Camera, PerspectiveTradesDistanceForTheWholeAngle) {
-    const double before = std::tan(Lens->FOVY() * pi / 180) * 10;
-    Lens->Perspective(0.3);
-    EXPECT_NEAR(std::tan(Lens->FieldOfView() * pi / 180) * 13, before, 1e-9);
-    Lens->Position()->SetData(0, 3, 0); // the offset of -3 puts the eye into the target
-    const double field = Lens->FieldOfView();
-    Lens->Perspective(0.3);
-    EXPECT_EQ(Lens->FieldOfView(), field);
-}
-
-TEST_F(Camera, FieldOfViewStaysWithinItsLimits) {
-    Lens->SetFOVY(40);
-    for (const auto& [delta, field, repaints] : {std::tuple{10.0, 50.0, 1},
-                                                 {-49.5, 50.0, 0},
-                                                 {126.0, 50.0, 0},
-                                                 {125.0, 175.0, 1},
-                                                 {-174.0, 1.0, 1},
-                                                 {std::nan(""), 1.0, 0}}) {
-        Repaints = 0;
-        Lens->FOV(delta);
-        EXPECT_NEAR(Lens->FieldOfView(), field, 1e-12) << delta;
-        EXPECT_EQ(Repaints, repaints) << delta;
-    }
-    EXPECT_EQ(Lens->FOVY(), 40);
-}
-
-TEST_F(Camera, RollStaysBelowAFullTurn) {
-    for (const auto& [turn, angle] :
-         {std::pair{350.0, 350.0}, {10.0, 0.0}, {-20.0, 340.0}, {740.0, 0.0}, {-720.0, 0.0}}) {
-        Lens->Roll(turn);
-        EXPECT_NEAR(Lens->RollAngle(), angle, 1e-9) << turn;
-        EXPECT_LT(Lens->RollAngle(), 360) << turn;
-    }
-}
-
-void Navigate(TZEPCamera& camera) {
-    camera.Orbit(20, -30);
-    camera.Pan(3, 4);
-    camera.Truck(0.1, 0.1, 0);
-    camera.Roll(15);
-    camera.FOV(5);
-    camera.SetViewOffset({1, 2, 3});
-}
-
-TEST_F(Camera, StoreRestoreAndReset) {
-    Navigate(*Lens);
-    const TGLArrayd3 eye = Lens->GetPosition();
-    const TGLArrayd3 target = Lens->GetTarget();
-    const double field = Lens->FieldOfView();
-    Repaints = 0;
-    Lens->Store();
-    EXPECT_TRUE(Lens->Stored());
-    EXPECT_EQ(Repaints, 0);
-    Navigate(*Lens);
-    EXPECT_NE(Lens->GetPosition(), eye);
-    Repaints = 0;
-    Lens->Restore();
-    EXPECT_EQ(Repaints, 0);
-    EXPECT_FALSE(Lens->Stored());
-    EXPECT_EQ(Lens->GetPosition(), eye);
-    EXPECT_EQ(Lens->GetTarget(), target);
-    EXPECT_EQ(Lens->FieldOfView(), field);
-    EXPECT_EQ(Lens->RollAngle(), 15);
-    EXPECT_EQ(Lens->ViewOffset(), (TGLArrayd3{1, 2, 3}));
-    Lens->Reset();
-    EXPECT_EQ(Repaints, 1);
-    EXPECT_THAT(Lens->GetPosition(), At(0, -10, 0));
-    EXPECT_EQ(Lens->FieldOfView(), Lens->FOVY());
-    EXPECT_EQ(Lens->RollAngle(), 0);
-    EXPECT_EQ(Lens->ViewOffset(), zero3d);
 }
 
 /// A descendant that holds the eye above the ground.
@@ -375,21 +205,6 @@ TEST_F(Camera, DescendantsBoundAllMovementInOnePlace) {
     camera.Position()->SetY(-10);
     camera.Orbit(0, 60);
     EXPECT_EQ(camera.GetPosition()[2], 0);
-}
-
-TEST(Jitter, TablesHoldTheirSamplesAboutTheCentre) {
-    for (const auto& [table, count] :
-         {std::pair{j2, 2U}, {j3, 3U}, {j4, 4U}, {j8, 8U}, {j15, 15U}, {j24, 24U}, {j66, 66U}}) {
-        ASSERT_EQ(table.size(), count);
-        double x = 0;
-        double y = 0;
-        for (const TZEPJitter& sample : table) {
-            EXPECT_LE(std::max(std::abs(sample.X), std::abs(sample.Y)), 0.5F);
-            x += static_cast<double>(sample.X);
-            y += static_cast<double>(sample.Y);
-        }
-        EXPECT_LT(std::hypot(x, y) / count, 0.02) << count;
-    }
 }
 
 } // namespace

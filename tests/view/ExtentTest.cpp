@@ -1,8 +1,16 @@
 #include <zep/view/Extent.h>
 
+#include <zep/objects/Line.h>
+#include <zep/scene/Add.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/view/Camera.h>
+#include <zep/view/Fitting.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <random>
 
 namespace ZEP {
@@ -57,6 +65,21 @@ TEST(Extent, WhatSticksOutIsFound) {
     EXPECT_EQ(extent.Bounds()->Max, (TGLArrayd3{1, 20, 3}));
     EXPECT_EQ(FarthestOf(extent.Corners(), {-1, 0, 0}), 50);
     EXPECT_EQ(FarthestOf(extent.Corners(), {-1, 1, 1}), 73);
+}
+
+TEST(Extent, WhatCannotBeDrawnHidesNothingElse) {
+    using TLimits = std::numeric_limits<double>;
+    for (const double bad : {TLimits::quiet_NaN(), TLimits::infinity(), -1e160, 1e200}) {
+        TZEPScene scene;
+        auto* camera = Add<TZEPCamera>(&scene);
+        Add<TZEPLine>(&scene)->P1()->SetData(bad, 2, 0);
+        auto* line = Add<TZEPLine>(&scene);
+        line->P1()->SetData(-4, 2, 0);
+        line->P2()->SetData(4, 3, 0);
+        EXPECT_EQ(VisibleExtent(scene).Bounds().value_or(TZEPBounds{}).Max, (TGLArrayd3{4, 3, 0}))
+            << bad;
+        EXPECT_TRUE(FitCamera(*camera, scene, 1)) << bad;
+    }
 }
 
 } // namespace

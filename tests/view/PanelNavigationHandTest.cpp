@@ -290,44 +290,32 @@ public:
         const Qt::MouseButton button = buttons[Int(0, 3)];
         m_mouse.Keys = Qt::KeyboardModifiers(Int(0, 3) << 25); // shift and control
         const int x = Int(-50, 250), y = Int(-50, 200);
-        switch (Int(0, 24)) {
-        case 0:
-        case 1:
-        case 2:
-            return m_mouse.Press(x, y, button);
-        case 3:
-        case 4:
-            return m_mouse.Release(x, y, button);
-        case 5:
-            return m_mouse.DoubleClick(x, y, button);
-        case 6:
-            return m_mouse.Wheel(Int(-300, 300));
-        case 7:
-        case 8:
-            return ChangeModes();
-        case 9:
-            return Rarely([this] { m_panel.setVisible(!m_panel.isVisible()); });
-        case 10:
-            return Rarely([this] { m_panel.SetEnabled(!m_panel.Enabled()); });
-        case 11:
-            return Rarely([this] { m_panel.resize(Int(0, 2) * 80, Int(0, 2) * 60); });
-        case 12:
-            return Rarely([this] { delete m_panel.Camera(); });
-        case 13:
-            return Rarely([this] { m_scene.reset(); });
-        case 14:
-            return Rarely([this] { Int(0, 1) ? m_window.setFocus() : m_panel.setFocus(); });
-        case 15:
-            return ChangeScene();
-        case 16:
-            return m_panel.SetSelectInMouseUp(Int(0, 3) == 0);
-        case 17:
-            return m_panel.Paint();
-        case 18:
-            return QTest::keyClick(&m_panel, Qt::Key_A);
-        default:
-            return m_mouse.Move(x, y);
-        }
+        const std::pair<int, std::function<void()>> acts[] = {
+            {3, [&] { m_mouse.Press(x, y, button); }},
+            {2, [&] { m_mouse.Release(x, y, button); }},
+            {6, [&] { m_mouse.Move(x, y); }},
+            {1, [&] { m_mouse.DoubleClick(x, y, button); }},
+            {1, [&] { m_mouse.Wheel(Int(-300, 300)); }},
+            {2, [&] { ChangeModes(); }},
+            {1, [&] { Rarely([this] { m_panel.setVisible(!m_panel.isVisible()); }); }},
+            {1, [&] { Rarely([this] { m_panel.SetEnabled(!m_panel.Enabled()); }); }},
+            {1, [&] { Rarely([this] { m_panel.resize(Int(0, 2) * 80, Int(0, 2) * 60); }); }},
+            {1, [&] { Rarely([this] { delete m_panel.Camera(); }); }},
+            {1, [&] { Rarely([this] { m_scene.reset(); }); }},
+            {1,
+             [&] {
+                 Rarely([this] {
+                     (Int(0, 1) ? &m_window : static_cast<QWidget*>(&m_panel))->setFocus();
+                 });
+             }},
+            {1, [&] { ChangeScene(); }},
+            {1, [&] { m_panel.SetSelectInMouseUp(Int(0, 3) == 0); }},
+            {1, [&] { m_panel.Paint(); }},
+            {1, [&] { QTest::keyClick(&m_panel, Qt::Key_A); }},
+        };
+        int die = Int(0, 24);
+        for (const auto& [sides, act] : acts)
+            if ((die -= sides) < 0) return act();
     }
     /// Seen again, with a scene, a camera and some objects where there are none.
     void Repair() {

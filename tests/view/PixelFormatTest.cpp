@@ -32,37 +32,6 @@ TEST(PixelFormat, PaletteOfStrangeFormatsStaysInBounds) {
     EXPECT_EQ(BuildPalette(format).size(), 1U);
 }
 
-struct ClosestCase {
-    const char* Name;
-    std::vector<TPixelFormat> Formats;
-    int Expected;
-};
-
-TEST(PixelFormat, ClosestMissesLeast) {
-    const auto with = [](int color, int depth, std::uint32_t flags = 0) {
-        return FakeFormat(color, depth, pfDoubleBuffer | flags);
-    };
-    TPixelFormat indexed = with(32, 24);
-    indexed.PixelType = ptColorIndex;
-    TPixelFormat hidden = with(32, 24);
-    hidden.Flags &= ~pfDrawToWindow;
-    TPixelFormat noStencil = with(32, 24);
-    noStencil.StencilBits = 0;
-    const std::vector<ClosestCase> cases = {
-        {"none", {}, 0},
-        {"other kinds do not count", {indexed, hidden, FakeFormat(32, 24)}, 0},
-        {"a surplus before a lack", {with(32, 16), with(32, 32)}, 2},
-        {"the least surplus", {with(64, 32), with(32, 32), with(32, 24)}, 3},
-        {"the first of equals", {with(24, 24), with(32, 24), with(32, 24)}, 2},
-        {"the least lack", {with(16, 24), with(24, 24), with(32, 0)}, 2},
-        {"stencil before depth", {noStencil, with(32, 16)}, 2},
-        {"acceleration does not decide", {with(32, 24, pfGenericFormat), with(32, 24)}, 1},
-    };
-    for (const ClosestCase& c : cases)
-        EXPECT_EQ(ClosestFormat(c.Formats, with(32, 24, pfGenericAccelerated)), c.Expected)
-            << c.Name;
-}
-
 /// Whatever order the system names its formats in, the listed order leads the search to the same.
 TEST(PixelFormat, TheListedOrderLeadsTheSearchToTheMostUseful) {
     for (const std::uint32_t kind : {0U, pfGenericFormat, pfGenericFormat | pfGenericAccelerated}) {

@@ -26,6 +26,7 @@ public:
 protected:
     [[nodiscard]] bool StaysInSize() const override { return Inside; }
 };
+inline const TZEPKnownClass KnownTile{typeid(Tile)};
 
 /// A view of 200 by 100 that looks down along z: one unit is ten pixels, the middle is the origin.
 class SelectTest : public OffscreenTest {

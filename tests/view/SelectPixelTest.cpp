@@ -1,3 +1,5 @@
+#include "tests/Cases.h"
+#include "tests/Words.h"
 #include "tests/view/FakeBinding.h"
 #include "tests/view/SelectFixture.h"
 #include <zep/framework/DebugLog.h>
@@ -7,30 +9,84 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
 #include <random>
 
 namespace ZEP {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
-TEST_F(SelectTest, AClickTakesWhatIsNearestInDepthAndTheFirstOfEquals) {
-    Tile* low = AddTile(0, 0, 1);
-    Tile* high = AddTile(0, 0, 3);
-    Tile* twin = AddTile(0, 0, 3);
-    EXPECT_EQ(Click(0, 0), 3);
-    EXPECT_THAT(Selected(), ElementsAre(high));
-    high->SetSelectable(false);
-    EXPECT_EQ(Click(0, 0), 3);
-    EXPECT_THAT(Selected(), ElementsAre(twin));
-    twin->SetVisible(false);
-    high->SetVisible(false);
-    EXPECT_EQ(Click(0, 0), 1);
-    EXPECT_THAT(Selected(), ElementsAre(low));
-    EXPECT_EQ(Click(0.8, 0), 0) << "beside it";
-    EXPECT_THAT(Selected(), IsEmpty());
+/// Tiles under the commands of `tests/data/cases/view/select.txt`.
+class SelectCases : public SelectTest {
+protected:
+    std::string Do(const std::string& line) {
+        const TWords words(line);
+        const std::string verb = words.Verb();
+        if (verb == "tile") return Put(words), "";
+        if (verb == "selection-off") return Scene.SetSelectionEnabled(false), "";
+        if (verb == "manual-depth") return Scene.SetManualDepthCheck(true), "";
+        if (verb == "pick") return NameOf(PickAt(words.Number(1), words.Number(2), words.Int(3)));
+        if (verb == "click" || verb == "region" || verb == "count") return Select(words);
+        return Change(*m_tiles.at(words.At(2)), verb, words), "";
+    }
+    [[nodiscard]] QStringList& Events() { return m_events; }
+
+private:
+    void Put(const TWords& words) {
+        Tile* tile = AddTile(words.Number(2), words.Number(3), words.Number(4));
+        tile->SetIdent(QString::fromStdString(words.At(1)));
+        if (words.Has("wide")) tile->XForm()->Scale()->SetX(4);
+        m_tiles[words.At(1)] = tile;
+    }
+    static void Change(Tile& tile, const std::string& verb, const TWords& words) {
+        const QString value = QString::fromStdString(words.At(1));
+        const bool on = value != QLatin1String("off");
+        if (verb == "selected") tile.SetSelected(on);
+        if (verb == "visible") tile.SetVisible(on);
+        if (verb == "selectable") tile.SetSelectable(on);
+        if (verb == "pickable") tile.SetPickable(on);
+        if (verb == "level") tile.SetPickLevel(words.Int(1));
+        if (verb == "priority") tile.SetSelectPriority(words.Int(1));
+        if (verb == "name") tile.SetName(value == QLatin1String("none") ? QString() : value);
+    }
+    std::string Select(const TWords& words) {
+        const bool isClick = words.Verb() == "click";
+        m_events.clear();
+        const int hits =
+            Scene.Select(words.Has("no-camera") ? nullptr : &Camera, 200, 100,
+                         100 + static_cast<int>(10 * words.Number(1)),
+                         50 + static_cast<int>(10 * words.Number(2)), isClick ? 4 : words.Int(3),
+                         isClick ? 4 : words.Int(4), words.Verb() != "count", words.Has("toggle"),
+                         !words.Has("keep"));
+        std::string text = std::to_string(hits) + " hit, selected:";
+        for (const TZEPObject* object : Selected()) text += " " + NameOf(object);
+        return text + (m_events.isEmpty() ? "" : "; " + m_events.join(", ").toStdString());
+    }
+    static std::string NameOf(const TZEPObject* object) {
+        return object ? object->Ident().toStdString() : "nothing";
+    }
+
+    std::map<std::string, Tile*> m_tiles;
+    QStringList m_events;
+};
+
+TEST_F(SelectCases, FindWhatIsWrittenDown) {
+    const auto note = [this](const char* when) {
+        return [this, when](TZEPObject* object) {
+            Events() << QLatin1String(when) + object->Ident() +
+                            QLatin1String(object->Selected() ? " on" : " off");
+        };
+    };
+    QObject::connect(&Scene, &TZEPScene::BeforeSelect, note("before "));
+    QObject::connect(&Scene, &TZEPScene::AfterSelect, note("after "));
+    ExpectCases("view/select.txt", [this](const TCase& c) {
+        Scene.SetSelectionEnabled(true);
+        Scene.SetManualDepthCheck(false);
+        for (int i = Scene.GetItemsCount(); i-- > 0;)
+            if (Scene.GetItem(i) != &Camera) delete Scene.GetItem(i);
+        return EachLine(c, [this](const std::string& line) { return Do(line); });
+    });
 }
 
 // What the tessellator makes of it are several kinds of primitives, of which Mesa draws no list
@@ -51,124 +107,6 @@ TEST_F(SelectTest, ADentedPolygonIsPickedAfterItWasDrawnFromItsList) {
     for (const auto& [x, y, hit] :
          {std::tuple{-2, 2, true}, {0, 2, false}, {2, 2, true}, {0, -2, true}, {4, 0, false}})
         EXPECT_EQ(PickAt(x, y) != nullptr, hit) << x << ", " << y;
-}
-
-TEST_F(SelectTest, TogglesAndClears) {
-    struct Case {
-        bool Toggle, Clear, AtTile, WasSelected;
-        bool TileAfter, OtherAfter; // the other one was selected and is not hit
-    };
-    const Case cases[] = {
-        {false, true, true, false, true, false},  {false, false, true, false, true, true},
-        {true, false, true, false, true, true},   {true, false, true, true, false, true},
-        {true, true, true, true, true, false}, // cleared before it is toggled
-        {false, true, false, true, false, false}, {false, false, false, true, true, true},
-    };
-    Tile* tile = AddTile(0, 0, 0);
-    Tile* other = AddTile(5, 0, 0);
-    for (const Case& c : cases) {
-        tile->SetSelected(c.WasSelected);
-        other->SetSelected(true);
-        Click(c.AtTile ? 0 : -5, 0, c.Toggle, c.Clear);
-        EXPECT_EQ(tile->Selected(), c.TileAfter) << &c - cases;
-        EXPECT_EQ(other->Selected(), c.OtherAfter) << &c - cases;
-    }
-}
-
-TEST_F(SelectTest, ARectangleTakesAllThatItTouches) {
-    Tile* left = AddTile(-2, 0, 0);
-    Tile* below = AddTile(-2, 0, -1);
-    Tile* right = AddTile(2, 0, 0);
-    AddTile(2, 3, 0);
-    EXPECT_EQ(Region(0, 0, 60, 10), 3);
-    EXPECT_THAT(Selected(), UnorderedElementsAre(left, below, right));
-    EXPECT_EQ(Region(-2, 0, 0, -7, true, false), 2) << "at least one pixel";
-    EXPECT_THAT(Selected(), UnorderedElementsAre(left, below, right)) << "never toggled";
-    EXPECT_EQ(Region(2, 0, 5, 4), 1);
-    EXPECT_THAT(Selected(), ElementsAre(right));
-}
-
-TEST_F(SelectTest, FiresTheEventsOfEachObject) {
-    Tile* a = AddTile(0, 0, 0, QStringLiteral("A"));
-    AddTile(3, 0, 0, QStringLiteral("B"))->SetSelected(true);
-    QStringList events;
-    QObject::connect(&Scene, &TZEPScene::BeforeSelect, [&](TZEPObject* object) {
-        events << "before " + object->Name() + (object->Selected() ? " on" : " off");
-    });
-    QObject::connect(&Scene, &TZEPScene::AfterSelect, [&](TZEPObject* object) {
-        events << "after " + object->Name() + (object->Selected() ? " on" : " off");
-    });
-    Click(0, 0);
-    EXPECT_EQ(events, (QStringList{"before B on", "after B off", "before A off", "after A on"}));
-    events.clear();
-    EXPECT_EQ(PickAt(0, 0), a);
-    EXPECT_EQ(events, QStringList());
-}
-
-TEST_F(SelectTest, NothingIsSelectedWhereTheSceneForbidsItOrHasNoCamera) {
-    Tile* tile = AddTile(0, 0, 0);
-    tile->SetSelected(true);
-    EXPECT_EQ(Scene.Select(nullptr, 200, 100, 100, 50, 4, 4, true, false, true), 0);
-    EXPECT_EQ(Scene.Pick(nullptr, 200, 100, 100, 50, 4, 4, 0), nullptr);
-    EXPECT_TRUE(tile->Selected());
-    Scene.SetSelectionEnabled(false);
-    EXPECT_EQ(Click(0, 0, false, false), 0);
-    EXPECT_FALSE(tile->Selected());
-    EXPECT_EQ(PickAt(0, 0), tile) << "picking is no selection";
-}
-
-TEST_F(SelectTest, CountsWithoutProcessing) {
-    Tile* tile = AddTile(0, 0, 0);
-    Tile* other = AddTile(3, 0, 0);
-    other->SetSelected(true);
-    EXPECT_EQ(Scene.Select(&Camera, 200, 100, 100, 50, 4, 4, false, false, true), 1);
-    EXPECT_FALSE(tile->Selected());
-    EXPECT_FALSE(other->Selected());
-    EXPECT_EQ(Scene.Select(&Camera, 200, 100, 100, 50, 90, 40, false, false, false), 2);
-    EXPECT_THAT(Selected(), IsEmpty());
-}
-
-TEST_F(SelectTest, PicksWhatIsPickableUpToALevel) {
-    Tile* low = AddTile(0, 0, 0);
-    Tile* middle = AddTile(0, 0, 1);
-    Tile* top = AddTile(0, 0, 2);
-    top->SetPickable(false);
-    middle->SetPickLevel(2);
-    EXPECT_EQ(PickAt(0, 0), low);
-    EXPECT_EQ(PickAt(0, 0, 1), low);
-    EXPECT_EQ(PickAt(0, 0, 2), middle);
-    top->SetPickable(true);
-    EXPECT_EQ(PickAt(0, 0), top);
-    top->SetSelectable(false);
-    EXPECT_EQ(PickAt(0, 0), low);
-    EXPECT_EQ(PickAt(5, 0), nullptr);
-}
-
-TEST_F(SelectTest, ChecksTheDepthByHand) {
-    // The eye is at (0, 0, 10): the deeper tile has the nearer corner.
-    Tile* front = AddTile(6, 0, 1, QStringLiteral("Wheel"));
-    Tile* deep = AddTile(4, 0, 0, QStringLiteral("Axle"));
-    deep->XForm()->Scale()->SetData(4, 1, 1);
-    const auto best = [this] { return PickAt(5.8, 0); };
-    EXPECT_EQ(best(), front);
-    Scene.SetManualDepthCheck(true);
-    EXPECT_EQ(best(), deep);
-    front->SetSelectPriority(1);
-    EXPECT_EQ(best(), front) << "the first hit has a priority that the second lacks";
-    deep->SetSelectPriority(1);
-    EXPECT_EQ(best(), deep);
-    deep->SetSelectPriority(0);
-    deep->SetName(QStringLiteral("WheelNut"));
-    EXPECT_EQ(best(), deep) << "a part of what was best";
-    deep->SetName({});
-    front->SetName({});
-    EXPECT_EQ(best(), front) << "no name is part of no other";
-    front->SetName(QStringLiteral("SomeXXX"));
-    front->SetSelectPriority(-1);
-    deep->SetVisible(false);
-    EXPECT_EQ(best(), front) << "the name that nothing has yet";
-    front->SetName(QStringLiteral("Some"));
-    EXPECT_EQ(best(), nullptr);
 }
 
 TEST_F(SelectTest, MeasuresFromTheEyeToTheNearestCorner) {

@@ -147,6 +147,44 @@ TEST_F(SceneModelView, SlotsMayDoAsTheyLikeWithTheTree) {
     }
 }
 
+TEST_F(SceneModelView, WhatSlotsAppendWaitsForTheEndOfTheChange) {
+    using Model = QAbstractItemModel;
+    for (int signal = 0; signal < 7; ++signal) {
+        SCOPED_TRACE(signal);
+        TZEPScene scene;
+        TZEPSceneModel model;
+        model.SetRoot(&scene);
+        TZEPObject* parent = Add(scene);
+        for (const char* ident : {"a", "b", "c", "d"}) Add(*parent, QLatin1String(ident));
+        model.Sync();
+        const TTester tester(&model, TTester::FailureReportingMode::Fatal);
+        QTreeView view;
+        view.setModel(&model);
+        view.expandAll();
+        int edits = 0;
+        const auto act = [&] {
+            if (++edits > 3) return;
+            Add(*parent);
+            Add(*parent->GetItem(1)); // which may be the one that goes
+            Add(scene);
+        };
+        if (signal == 0) QObject::connect(&model, &Model::rowsAboutToBeInserted, act);
+        if (signal == 1) QObject::connect(&model, &Model::rowsInserted, act);
+        if (signal == 2) QObject::connect(&model, &Model::rowsAboutToBeRemoved, act);
+        if (signal == 3) QObject::connect(&model, &Model::rowsRemoved, act);
+        if (signal == 4) QObject::connect(&model, &Model::rowsAboutToBeMoved, act);
+        if (signal == 5) QObject::connect(&model, &Model::rowsMoved, act);
+        if (signal == 6) QObject::connect(&model, &Model::dataChanged, act);
+        Add(*parent, QStringLiteral("first"), false);
+        delete parent->GetItem(1);
+        parent->GetItem(2)->SetItemIndex(0);
+        delete parent->GetItem(1);
+        for (int turn = 0; turn < 5; ++turn) Settle();
+        EXPECT_GT(edits, 0);
+        ASSERT_NO_FATAL_FAILURE(ExpectRows(model, {}, scene));
+    }
+}
+
 TEST_F(SceneModelView, ASlotMayTakeAwayTheModelOrTheScene) {
     for (const bool takesScene : {true, false}) {
         auto* scene = new TZEPScene;

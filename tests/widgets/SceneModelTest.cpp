@@ -93,6 +93,23 @@ TEST_F(SceneModel, TellsOfNamesColoursAndBoxesThatChange) {
     EXPECT_EQ(told, std::set<void*>{other});
 }
 
+TEST_F(SceneModel, ASlotMayFreeWhatIsYetToBeTold) {
+    TZEPObject* shown = Add(*m_scene);
+    TZEPObject* other = Add(*m_scene);
+    for (int i = 0; i < 50; ++i) Add(*other);
+    m_model.SetRoot(shown);
+    Settle();
+    int told = 0;
+    QObject::connect(&m_model, &QAbstractItemModel::dataChanged, [&] {
+        ++told;
+        other->Clear();
+    });
+    for (int i = 0; i < 50; ++i) other->GetItem(i)->Invalidate(other->GetItem(i));
+    Add(*shown)->SetVisible(false);
+    Settle();
+    EXPECT_GT(told, 0);
+}
+
 TEST_F(SceneModel, AFilterSearchesAgainWhenTheTreeChanges) {
     auto* layer = Add(*m_scene, QStringLiteral("layer"));
     auto* door = Add(*layer, QStringLiteral("door"));

@@ -101,6 +101,21 @@ TEST_F(SceneSelection, EventsMayFreeWhatIsToBeSelected) {
     Settle();
 }
 
+TEST_F(SceneSelection, WhatOtherSlotsFreeIsForgotten) {
+    m_selection.reset();
+    QObject context; // hears of it first
+    QObject::connect(&*m_scene, &TZEPScene::AfterSelect, &context, [this](TZEPObject* object) {
+        if (object == m_a) delete std::exchange(m_a, nullptr);
+    });
+    m_selection.emplace(&m_model, &m_rows);
+    m_a->SetSelected(true);
+    EXPECT_TRUE(Rows().empty() && m_selection->Objects().empty());
+    QObject::connect(&m_model, &QAbstractItemModel::rowsAboutToBeRemoved, &context,
+                     [this] { m_c->SetSelected(true); }); // is about to go with its layer
+    delete m_layer;
+    EXPECT_TRUE(Rows().empty() && m_selection->Objects().empty());
+}
+
 TEST_F(SceneSelection, ARowMayStandForTheLeavesBelow) {
     m_selection->SetRowsMeanLeaves(true);
     SelectRow(m_layer, Only);

@@ -1,3 +1,4 @@
+#include <zep/framework/Message.h>
 #include <zep/framework/stream/StreamFile.h>
 
 #include <QCoreApplication>
@@ -37,9 +38,10 @@ void Check(const QString& name) {
         source.ExpectEnd();
     });
     const bool isText = file.Form() == TStreamForm::Text;
-    std::printf("%s: %s, %lld components, %lld properties\n", qUtf8Printable(name),
-                isText ? "text" : "binary", static_cast<long long>(components),
-                static_cast<long long>(properties));
+    PrintText(stdout, QStringLiteral("%1: %2, %3 components, %4 properties\n")
+                          .arg(name, isText ? QStringLiteral("text") : QStringLiteral("binary"))
+                          .arg(components)
+                          .arg(properties));
 }
 
 int Run(const QStringList& arguments) {
@@ -66,7 +68,8 @@ int main(int argc, char** argv) {
     try {
         return ZEP::Run(QCoreApplication::arguments());
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "zepstream: %s\n", error.what());
+        ZEP::PrintText(stderr,
+                       QStringLiteral("zepstream: %1\n").arg(QString::fromUtf8(error.what())));
     }
     return ZEP::Failed;
 }

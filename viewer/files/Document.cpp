@@ -53,9 +53,16 @@ TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
 
 TDocument::~TDocument() = default;
 
+bool TDocument::Read(TLoading& loading, const QStringList& files, const TOpenProgress& progress) {
+    m_failures.clear();
+    const bool isRead = loading.Read(files, progress);
+    if (isRead) m_failures = loading.Failures();
+    return isRead;
+}
+
 bool TDocument::Open(const QStringList& files, bool plain, const TOpenProgress& progress) {
     TLoading loading(plain);
-    if (!loading.Read(files, progress)) return false;
+    if (!Read(loading, files, progress)) return false;
     ChangeFiles([&] {
         while (!m_files.empty()) Remove(m_files.size() - 1);
         while (!loading.IsEmpty()) m_files.push_back(loading.Show(*m_scene));
@@ -65,10 +72,10 @@ bool TDocument::Open(const QStringList& files, bool plain, const TOpenProgress& 
 
 bool TDocument::Add(const QStringList& files, bool plain, const TOpenProgress& progress) {
     TLoading loading(plain);
-    if (!loading.Read(files, progress)) return false;
+    if (!Read(loading, files, progress)) return false;
     ChangeFiles([&] {
-        for (const QString& file : files) {
-            const TOpenedFile* shown = Find(file);
+        while (!loading.IsEmpty()) {
+            const TOpenedFile* shown = Find(loading.NextName());
             if (shown)
                 Replace(static_cast<std::size_t>(shown - m_files.data()), loading);
             else

@@ -32,12 +32,15 @@ public:
     [[nodiscard]] TZEPCamera* Camera() const { return m_camera; }
     [[nodiscard]] const std::vector<TOpenedFile>& Files() const { return m_files; }
 
-    /// Replaces what is shown. Raises `Exception`; what was shown then stays.
+    /// Replaces what is shown by those of the files that can be read; `Failures` tells of the
+    /// others. Raises `Exception` where none can; what was shown then stays.
     /// \return false when `progress` cancelled it; what was shown then stays, too
     bool Open(const QStringList& files, bool plain, const TOpenProgress& progress = {});
     /// Adds to what is shown. Files that are shown already are read again in their place: what the
     /// user hid or showed, by ident, stays so. Raises and answers as `Open`.
     bool Add(const QStringList& files, bool plain, const TOpenProgress& progress = {});
+    /// Files of the last `Open` or `Add` that could not be read, where others could.
+    [[nodiscard]] const std::vector<TFailure>& Failures() const { return m_failures; }
     /// Writes what is shown as a scene; see `SaveScene`. Where the name is that of a file that is
     /// shown, that file counts as unchanged. Raises `Exception`.
     void Save(const QString& fileName);
@@ -79,6 +82,7 @@ Q_SIGNALS:
     void ProjectionChanged(bool parallel);
 
 private:
+    bool Read(TLoading& loading, const QStringList& files, const TOpenProgress& progress);
     void ShowColors();
     template <class Change>
     void ChangeFiles(Change&& change);
@@ -89,6 +93,7 @@ private:
     std::unique_ptr<TZEPScene> m_scene;
     TZEPCamera* m_camera = nullptr;
     std::vector<TOpenedFile> m_files;
+    std::vector<TFailure> m_failures;
     TZEPBackdrop m_backdrop;
 };
 

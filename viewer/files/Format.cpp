@@ -137,8 +137,11 @@ TFileFormat FormatOf(const QString& fileName, QByteArrayView head) {
 
 TFileFormat FormatOf(const QString& fileName) {
     QFile file(fileName);
-    if (QFileInfo(fileName).isDir())
-        throw Exception(QStringLiteral("%1 is a folder, not a file.").arg(fileName));
+    const QFileInfo info(fileName);
+    if (info.isDir()) throw Exception(QStringLiteral("%1 is a folder, not a file.").arg(fileName));
+    // Not opened: that would wait for whoever writes into a pipe.
+    if (info.exists() && !info.isFile())
+        throw Exception(QStringLiteral("%1 is a pipe or a device, not a file.").arg(fileName));
     if (!file.open(QIODevice::ReadOnly))
         throw Exception(QStringLiteral("%1 cannot be read: %2.").arg(fileName, file.errorString()));
     const TFileFormat format = FormatOf(fileName, file.read(HeadSize));

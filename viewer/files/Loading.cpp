@@ -6,6 +6,7 @@
 #include "viewer/files/Materials.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
 #include <zep/batch/Batch.h>
+#include <zep/framework/Exception.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Actor.h>
 
@@ -13,6 +14,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace ZEP {
@@ -20,8 +22,8 @@ namespace ZEP {
 namespace {
 
 /// What one of the files tells, in terms of all. The end, 1, is not reached.
-TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, std::size_t index) {
-    return [&progress, name = files.at(static_cast<qsizetype>(index)), index,
+TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, qsizetype index) {
+    return [&progress, name = files.at(index), index,
             count = static_cast<double>(files.size())](qint64 done, qint64 total) {
         const double part =
             static_cast<double>(done) / static_cast<double>(std::max<qint64>(total, 1));
@@ -46,11 +48,29 @@ TLoading::~TLoading() {
 }
 
 bool TLoading::Read(const QStringList& files, const TOpenProgress& progress) {
-    for (const QString& file : files)
-        if (!ReadOne(file, PartOf(progress, files, m_loaded.size()))) return false;
+    for (qsizetype i = 0; i < files.size(); ++i)
+        if (!ReadOrFail(files[i], PartOf(progress, files, i))) return false;
+    if (m_loaded.empty() && !m_failures.empty()) throw Exception(m_failures.front().Error);
     if (progress && !progress(files.last(), 1)) return false;
     for (TLoaded& loaded : m_loaded) Prepare(loaded);
     return true;
+}
+
+bool TLoading::ReadOrFail(const QString& name, const TLoadProgress& progress) {
+    try {
+        return ReadOne(name, progress);
+    } catch (const Exception& error) {
+        Fail(name, error.Message());
+    } catch (const std::bad_alloc&) {
+        Fail(name, QStringLiteral("There is not enough memory to open %1.").arg(name));
+    }
+    return true;
+}
+
+void TLoading::Fail(const QString& name, const QString& error) {
+    delete m_loaded.back().File.Root;
+    m_loaded.pop_back();
+    m_failures.push_back({name, error});
 }
 
 bool TLoading::ReadOne(const QString& name, const TLoadProgress& progress) {

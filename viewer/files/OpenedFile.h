@@ -49,6 +49,12 @@ struct TOpenedFile {
     int SharedMaterials = 0;    ///< that the scene's library holds for it
 };
 
+/// A file that could not be read, beside others that could.
+struct TFailure {
+    QString File;
+    QString Error; ///< names the file
+};
+
 /// Called now and then with the file that is read, and how much of all is done, from 0 to 1; false
 /// cancels.
 using TOpenProgress = std::function<bool(const QString& file, double fraction)>;

@@ -3,8 +3,10 @@
 #include "viewer/drawing/ViewLook.h"
 #include "viewer/files/Document.h"
 #include <zep/framework/Exception.h>
+#include <zep/framework/FileSaving.h>
 #include <zep/view/Panel.h>
 
+#include <QBuffer>
 #include <QFileInfo>
 #include <QImageWriter>
 
@@ -20,6 +22,10 @@ QSize WindowSize(const QSize& size, double ratio) {
             static_cast<int>(std::ceil(size.height() / ratio))};
 }
 
+QByteArray SuffixOf(const QString& fileName) {
+    return QFileInfo(fileName).suffix().toLower().toLatin1();
+}
+
 } // namespace
 
 void WritePicture(TDocument& document, const TViewLook& look, const QSize& size,
@@ -33,14 +39,26 @@ void WritePicture(TDocument& document, const TViewLook& look, const QSize& size,
     WritePicture(panel.GrabFrame().copy(QRect(QPoint(0, 0), size)), fileName);
 }
 
+bool IsPictureName(const QString& fileName) {
+    const QByteArray suffix = SuffixOf(fileName);
+    return suffix.isEmpty() || QImageWriter::supportedImageFormats().contains(suffix);
+}
+
 void WritePicture(const QImage& frame, const QString& fileName) {
+    if (!IsPictureName(fileName))
+        throw Exception(QStringLiteral("%1 does not end as a picture does.").arg(fileName),
+                        {.File = fileName});
     if (frame.isNull())
         throw Exception(QStringLiteral("OpenGL cannot draw here: no rendering context was made."));
-    QImageWriter writer(fileName);
-    if (QFileInfo(fileName).suffix().isEmpty()) writer.setFormat("png");
+    const QByteArray suffix = SuffixOf(fileName);
+    QBuffer encoded;
+    encoded.open(QIODevice::WriteOnly);
+    QImageWriter writer(&encoded, suffix.isEmpty() ? "png" : suffix);
     if (!writer.write(frame))
         throw Exception(
-            QStringLiteral("%1 cannot be written: %2.").arg(fileName, writer.errorString()));
+            QStringLiteral("%1 cannot be written: %2.").arg(fileName, writer.errorString()),
+            {.File = fileName});
+    SaveFile(fileName, [&](QIODevice& device) { device.write(encoded.data()); });
 }
 
 } // namespace ZEP

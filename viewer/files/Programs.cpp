@@ -15,10 +15,13 @@ bool HoldsMoves(const TZEPObject& root) {
     return root.GetItemsCount() > 0 && ProgramLineOf(*root.GetItem(0));
 }
 
+// The name comes out of a file, and must not lead out of its folder.
 QString TextBeside(const TOpenedFile& scene, const QString& name) {
-    const QFileInfo text(QFileInfo(scene.Name).dir(), name);
-    const bool isOlder = text.isFile() && text.lastModified() <= scene.State.Modified;
-    return isOlder && !name.isEmpty() ? text.filePath() : QString();
+    const QDir folder = QFileInfo(scene.Name).dir();
+    const QFileInfo text(folder, name);
+    const bool isBeside =
+        text.isFile() && QFileInfo(text.canonicalFilePath()).path() == folder.canonicalPath();
+    return isBeside && text.lastModified() <= scene.State.Modified ? text.filePath() : QString();
 }
 
 void AddProgramsOf(const TOpenedFile& scene, std::vector<TProgram>& programs) {

@@ -5,8 +5,8 @@
 #include "viewer/files/StoredScene.h"
 #include <zep/batch/Batch.h>
 #include <zep/framework/Exception.h>
+#include <zep/framework/FileSaving.h>
 
-#include <QFileInfo>
 #include <QSet>
 
 #include <vector>
@@ -16,10 +16,8 @@ namespace ZEP {
 namespace {
 
 void CheckTarget(std::span<const TOpenedFile> files, const QString& fileName) {
-    const QString target = QFileInfo(fileName).canonicalFilePath(); // empty: there is none yet
     for (const TOpenedFile& file : files)
-        if (file.Format != TFileFormat::Scene && !target.isEmpty() &&
-            QFileInfo(file.Name).canonicalFilePath() == target)
+        if (file.Format != TFileFormat::Scene && IsSameFile(file.Name, fileName))
             throw Exception(
                 QStringLiteral("%1 is shown from this file, which is no scene and would "
                                "be lost: choose another name.")

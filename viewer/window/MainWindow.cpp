@@ -197,10 +197,22 @@ void TMainWindow::LoadNext() {
             QStringLiteral("There is not enough memory to open %1.").arg(request.Files.first()));
     }
     statusBar()->clearMessage();
-    if (!request.KeepsView) RememberFiles(request.Files);
-    if (request.KeepsView) return;
-    if (request.Adds && !wasEmpty) return m_document.FitAll(Aspect());
-    m_document.LookBest(Aspect());
+    if (!request.KeepsView && request.Adds && !wasEmpty)
+        m_document.FitAll(Aspect());
+    else if (!request.KeepsView)
+        m_document.LookBest(Aspect());
+    EndLoad(request);
+}
+
+void TMainWindow::EndLoad(const TRequest& request) {
+    QStringList read = request.Files, errors;
+    for (const auto& [file, error] : m_document.Failures()) {
+        read.removeAll(file);
+        errors << error;
+        if (!QFileInfo::exists(file)) ForgetFile(file);
+    }
+    if (!request.KeepsView) RememberFiles(read);
+    if (!errors.isEmpty()) Tell(request, errors.join(QLatin1Char('\n')));
 }
 
 bool TMainWindow::Load(const TRequest& request) {

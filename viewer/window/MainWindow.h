@@ -83,6 +83,7 @@ private:
     bool Load(const TRequest& request);
     void ShowFiles();
     void FilesChangedOnDisk(const QStringList& files);
+    void EndLoad(const TRequest& request);
     void Tell(const TRequest& request, const QString& error);
     [[nodiscard]] double Aspect() const;
 

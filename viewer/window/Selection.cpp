@@ -4,6 +4,7 @@
 #include <zep/view/Camera.h>
 #include <zep/view/Panel.h>
 
+#include <QScopeGuard>
 #include <QTimerEvent>
 
 #include <limits>
@@ -56,6 +57,7 @@ void TSelection::Click(int x, int y, bool add) {
 }
 
 TZEPObject* TSelection::ObjectAt(int x, int y) const {
+    const auto done = qScopeGuard([this] { m_panel->DoneCurrent(); });
     const int width = m_panel->Width();
     const int height = m_panel->Height();
     for (const int size : {Exact, Generous}) {

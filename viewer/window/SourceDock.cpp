@@ -14,6 +14,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace ZEP {
 
@@ -62,6 +63,7 @@ void TSourceDock::ShowProgram(const TProgram* program) {
         m_model->SetText({});
     else
         m_model->ReadFile(text);
+    if (std::exchange(m_shown, text) != text) m_list->scrollToTop();
     setWindowTitle(text.isEmpty() ? QStringLiteral("Program") : QFileInfo(text).fileName());
     Q_EMIT Moved();
 }

@@ -47,6 +47,7 @@ private:
     QListView* m_list;
     std::vector<TProgram> m_programs;
     TProgramMoves m_moves;
+    QString m_shown;              ///< the file of the lines
     TZEPObject* m_root = nullptr; ///< of the program that is shown
     bool m_following = false;
     bool m_wanted = true; ///< where there is a program

@@ -13,16 +13,20 @@ namespace {
 
 const TRegisterObject<TZEPBatch> Registered;
 
+bool IsBatch(const TZEPObject& object) {
+    return qobject_cast<const TZEPBatch*>(&object);
+}
+
 const TZEPBatch* BatchAbove(const TZEPObject& object) {
     const TZEPObject* above = object.Parent();
-    while (above && !qobject_cast<const TZEPBatch*>(above)) above = above->Parent();
+    while (above && !IsBatch(*above)) above = above->Parent();
     return static_cast<const TZEPBatch*>(above);
 }
 
 } // namespace
 
 TZEPBatch::TZEPBatch(TComponent* owner)
-    : TZEPObject(owner), m_contents(std::make_shared<TBatchContents>(*this)) {
+    : TZEPObject(owner), m_contents(std::make_shared<TBatchContents>(*this, &IsBatch)) {
     RegisterNotify(Listener());
 }
 
@@ -63,14 +67,21 @@ TZEPShown TZEPBatch::Shown() const {
     return above ? above->Shown() : TZEPShown{};
 }
 
-TBatchLook TZEPBatch::Look() const {
-    TBatchLook look{Shown(), m_roundArcs, m_smoothShading};
+bool TZEPBatch::HasShown() const {
+    if (m_shown) return true;
+    const TZEPBatch* above = BatchAbove(*this);
+    return above && above->HasShown();
+}
+
+/// \param ofView  of the view that draws; null: it has no rules of its own
+TBatchLook TZEPBatch::Look(const TZEPShown* ofView) const {
+    TBatchLook look{ofView && !HasShown() ? *ofView : Shown(), m_roundArcs, m_smoothShading};
     look.Shown.EvenLight = look.Shown.EvenLight || m_evenLight;
     return look;
 }
 
 void TZEPBatch::Prepare() {
-    m_contents->Update(Look());
+    m_contents->Update(Look(nullptr));
 }
 
 bool TZEPBatch::IsLarge() const {
@@ -86,17 +97,11 @@ void TZEPBatch::Assign(const TComponent* source) {
     TZEPObject::Assign(source);
 }
 
-void TZEPBatch::Invalidate(TObject* sender) {
-    if (sender != this)
-        if (auto* object = dynamic_cast<TZEPObject*>(sender)) m_contents->NoteSelection(*object);
-    TZEPObject::Invalidate(sender);
-}
-
 void TZEPBatch::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (kind == dkSelect || scene.Frame().Carves)
         return TZEPObject::DrawChildren(scene, state, kind);
     const auto contents = m_contents;
-    contents->Draw(Look(), scene, state, kind);
+    contents->Draw(Look(scene.Frame().Shown), scene, state, kind);
 }
 
 } // namespace ZEP

@@ -54,10 +54,12 @@ public:
     [[nodiscard]] bool SmoothShading() const { return m_smoothShading; }
     void SetSmoothShading(bool smooth);
 
-    /// How the view shows it. Asks for a repaint, unless only the share is another.
-    /// \param shown  none: as the nearest batch above it, and without one as its objects say
+    /// How all views show it. Asks for a repaint, unless only the share is another: views that
+    /// differ have rules of their own, `TZEPPanel::SetShown`.
+    /// \param shown  none: as the nearest batch above it, else as the view that draws says, else as
+    ///               its objects do
     void SetShown(const std::optional<TZEPShown>& shown);
-    /// As it was set, or as the batch above it says.
+    /// As it was set, or as the batch above it says, whatever the view.
     [[nodiscard]] TZEPShown Shown() const;
 
     /// Makes the arrays ready, which the first frame would do otherwise.
@@ -66,14 +68,14 @@ public:
     [[nodiscard]] bool IsLarge() const;
 
     void Assign(const TComponent* source) override;
-    void Invalidate(TObject* sender) override;
     void DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) override;
-    /// Nothing: its contents show what of them is selected.
+    /// Nothing: its contents show what is selected, of a batch that is all of it.
     void DrawSelection() override {}
 
 private:
     [[nodiscard]] TZEPObjectNotify Listener();
-    [[nodiscard]] TBatchLook Look() const;
+    [[nodiscard]] TBatchLook Look(const TZEPShown* ofView) const;
+    [[nodiscard]] bool HasShown() const;
 
     std::shared_ptr<TBatchContents> m_contents; ///< may outlive the batch while it is drawn
     std::optional<TZEPShown> m_shown;

@@ -20,8 +20,6 @@ namespace {
 constexpr std::size_t SmallVertexes = 50'000;
 /// Smoothing and styles cost a software rasteriser ten times the plain line.
 constexpr std::size_t FineVertexes = 200'000;
-constexpr double ChordError = 2e-5; // of the size
-constexpr double SizeChange = 2;    // factor from which on rules are made anew
 constexpr double FloatError = 1e-6; // of the largest number that is added up
 constexpr double LeastText = 4.5;   // pixels
 constexpr double LeastTextMoving = 7;
@@ -30,28 +28,6 @@ constexpr double LeastTextMoving = 7;
 TZEPObject* TopBelow(const TZEPObject& root, TZEPObject* object) {
     while (object && object->Parent() != &root) object = object->Parent();
     return object;
-}
-
-/// Widens the box by what is gathered below a group, seen or not.
-void Measure(const TZEPObject& group, const TGLMatrixd4& matrix, TZEPBlockBox& box) {
-    for (int i = 0, count = group.GetItemsCount(); i < count; ++i) {
-        const TZEPObject& object = *group.GetItem(i);
-        const TZEPGathered kind = TZEPGatheredClass::Of(object);
-        if (kind == TZEPGathered::No) continue;
-        TGLMatrixd4 toBox;
-        MultMatrixd(matrix, object.GetMatrix(), toBox);
-        if (kind == TZEPGathered::Group) {
-            Measure(object, toBox, box);
-            continue;
-        }
-        TGLArrayd3 min;
-        TGLArrayd3 max;
-        object.GetSize(min, max);
-        XformBoxd(toBox, min, max);
-        if (!IsFinite(min) || !IsFinite(max)) continue;
-        MinBoundsd(box.Min, min);
-        MaxBoundsd(box.Max, max);
-    }
 }
 
 /// \param reach  of the places that were added up in floats
@@ -69,107 +45,104 @@ bool IsAbout(const TGLMatrixd4& loaded, const TGLMatrixd4& exact, double reach) 
 
 // --- keeping up --------------------------------------------------------------------------------
 
-// A child that goes away invalidates nothing, and may be half gone.
+void TBatchContents::TLayer::MarkStale() {
+    IsStale = true;
+    Other.reset();
+    Selected.clear();
+    SelectedBelow.clear();
+}
+
+/// \param known  it has been shown on that one before
+void TBatchContents::TLayer::SwitchBackground(bool known) {
+    const TBatch found = known ? Other : nullptr;
+    Other = IsStale ? nullptr : Batch;
+    IsStale = !found;
+    if (found) Batch = found;
+}
+
+// A child that goes away may be half gone.
 void TBatchContents::Hear(TZEPObject& sender, TZEPObjectAction action) {
     if (action == saRename || &sender == m_batch) return;
-    m_orderStale = m_orderStale || sender.Parent() == m_batch;
-    TZEPObject* top = TopBelow(*m_batch, &sender);
-    if (sender.Parent() == m_batch) m_own.IsStale = true;
-    if (const auto layer = m_layers.find(top); layer != m_layers.end())
-        layer->second.IsStale = true;
-    if (action == saRemove) Forget(&sender);
-}
-
-void TBatchContents::Forget(TZEPObject* gone) {
-    if (m_layers.erase(gone) > 0) std::erase(m_order, gone);
-    m_meshes.Forget(gone);
-    m_marks.Forget(gone);
-}
-
-void TBatchContents::NoteSelection(TZEPObject& object) {
-    if (m_marks.NoteSelection(object)) ++m_heardSelections;
-}
-
-void TBatchContents::MarkAllStale() {
-    m_own.IsStale = true;
-    for (auto& [object, layer] : m_layers) layer.IsStale = true;
+    const bool child = sender.Parent() == m_batch;
+    m_orderStale = m_orderStale || child;
+    if (child) m_own.MarkStale();
+    if (const auto layer = m_layers.find(TopBelow(*m_batch, &sender)); layer != m_layers.end())
+        layer->second.MarkStale();
+    m_marks.MarkStale();
+    if (action == saRemove) m_layers.erase(&sender);
 }
 
 void TBatchContents::ListLayers() {
     m_order.clear();
-    for (int i = 0, count = m_batch->GetItemsCount(); i < count; ++i) {
-        TZEPObject* child = m_batch->GetItem(i);
-        if (!IsGroup(*child)) continue;
-        m_order.push_back(child);
-        m_layers.try_emplace(child);
+    for (int i = 0, count = m_batch->GetItemsCount(); i < count; ++i)
+        if (TZEPObject* child = m_batch->GetItem(i); IsGroup(*child)) m_order.push_back(child);
+    std::unordered_map<TZEPObject*, TLayer> layers;
+    for (TZEPObject* object : m_order) {
+        const auto known = m_layers.find(object);
+        if (known != m_layers.end() && known->second.Of)
+            layers.insert(m_layers.extract(known));
+        else
+            layers[object].Of = object;
     }
+    m_layers = std::move(layers);
 }
 
-/// Selections that were told are marked already. Others, where a bracket or the scene held them
-/// back, are found as the layer is made anew.
+/// It takes notice of all that happens, also where a bracket or the scene holds it back, and where
+/// a listener that heard of it earlier has freed what it is about.
 void TBatchContents::TakeNews() {
-    std::vector<TLayer*> selected;
-    int selections = 0;
-    const auto take = [&](TLayer& layer) {
-        if (layer.IsStale) return;
-        const TZEPChildNews news = layer.Batch->TakeNews();
-        layer.IsStale = news.Look;
-        selections += news.Selections;
-        if (news.Selections > 0) selected.push_back(&layer);
-    };
-    take(m_own);
+    TakeNewsOf(m_own);
+    if (std::exchange(m_orderStale, false) || m_own.IsStale) ListLayers();
     for (TZEPObject* object : m_order)
-        if (object->Visible()) take(m_layers[object]);
-    if (std::exchange(m_heardSelections, 0) == selections) return;
-    for (TLayer* layer : selected) layer->IsStale = true;
+        if (object->Visible()) TakeNewsOf(m_layers[object]);
+}
+
+void TBatchContents::TakeNewsOf(TLayer& layer) {
+    const TLayer::TBatch known = layer.IsStale ? layer.Other : layer.Batch;
+    if (!known) return;
+    const TZEPChildNews news = known->TakeNews();
+    bool below = false;
+    for (const QPointer<TZEPObject>& parent : layer.Parents) {
+        const TZEPChildNews more = parent ? parent->TakeChildNews() : TZEPChildNews();
+        below = below || more.Look || more.Selections > 0;
+    }
+    if (news.Look) return layer.MarkStale();
+    if (layer.IsStale) return;
+    if (news.Selections > 0) ListSelected(layer);
+    if (below) ListSelectedBelow(layer);
+}
+
+void TBatchContents::ListSelected(TLayer& layer) {
+    layer.Selected = TBatchMarks::SelectedBelow(layer.Batch->Groups());
+    m_marks.MarkStale();
+}
+
+void TBatchContents::ListSelectedBelow(TLayer& layer) {
+    layer.Parents = layer.Batch->Parents(m_isBatch);
+    for (const QPointer<TZEPObject>& parent : layer.Parents)
+        static_cast<void>(parent->TakeChildNews());
+    layer.SelectedBelow = TBatchMarks::SelectedBelow(layer.Parents);
+    m_marks.MarkStale();
 }
 
 void TBatchContents::Follow(const TBatchLook& look) {
-    const std::optional<TColor> background = look.Shown.Background;
-    const bool arcs = Change(m_rules.RoundArcs, look.RoundArcs);
-    if (!Change(m_background, background) && !arcs) return;
+    constexpr int Forgets = 500;
+    if (Change(m_rules.RoundArcs, look.RoundArcs))
+        ForEachLayer([](TLayer& layer) { layer.MarkStale(); });
+    if (m_background != look.Shown.Background) return SwitchBackground(look.Shown.Background);
+    if (!m_otherBackground || ++m_sameBackground < Forgets) return;
+    m_otherBackground.reset();
+    ForEachLayer([](TLayer& layer) { layer.Other.reset(); });
+}
+
+/// The arrays for the one before are kept for a while: two views may take turns.
+void TBatchContents::SwitchBackground(const std::optional<TColor>& background) {
+    const bool known = m_otherBackground && *m_otherBackground == background;
+    m_otherBackground = std::exchange(m_background, background);
+    m_sameBackground = 0;
+    ForEachLayer([known](TLayer& layer) { layer.SwitchBackground(known); });
     m_rules.Shown = TBatchRules{}.Shown;
     if (background)
         m_rules.Shown = [behind = *background](TColor color) { return Readable(color, behind); };
-    MarkAllStale();
-}
-
-void TBatchContents::Update(const TBatchLook& look) {
-    if (!m_batch) return;
-    if (std::exchange(m_orderStale, false)) ListLayers();
-    TakeNews();
-    Follow(look);
-    if (!HasStale()) return;
-    const bool isFirst = m_drawnSize == 0;
-    if (isFirst) MeasureAll();
-    MakeStale();
-    const double drawn = DrawnSize();
-    if (drawn <= SizeChange * m_drawnSize && m_drawnSize <= SizeChange * drawn) return;
-    m_drawnSize = drawn;
-    if (isFirst || !MeasureAll()) return;
-    MarkAllStale();
-    MakeStale();
-}
-
-/// \return whether that changes how arcs are drawn
-bool TBatchContents::MeasureAll() {
-    TZEPBlockBox box;
-    Measure(*m_batch, idd, box);
-    const double size = box.Min[0] <= box.Max[0] ? Distance(box.Min, box.Max) : 0;
-    return Change(m_rules.Error, ChordError * size);
-}
-
-/// Of the largest layer.
-double TBatchContents::DrawnSize() const {
-    double size = 0;
-    ForEachSeen([&](const TLayerBatch& batch) { size = std::max(size, batch.Size()); });
-    return size;
-}
-
-bool TBatchContents::HasStale() const {
-    return m_own.IsStale || std::ranges::any_of(m_order, [this](TZEPObject* object) {
-               return object->Visible() && m_layers.at(object).IsStale;
-           });
 }
 
 void TBatchContents::MakeStale() {
@@ -180,22 +153,47 @@ void TBatchContents::MakeStale() {
 }
 
 void TBatchContents::MakeOne(TZEPObject& object, TLayer& layer) {
-    layer.Batch =
-        std::make_shared<TLayerBatch>(object, &object != m_batch, m_rules, m_marks.Selected());
+    layer.Batch = std::make_shared<TLayerBatch>(object, &object != m_batch, m_rules);
     layer.IsStale = false;
-    m_marks.MarkStale();
+    ListSelected(layer);
+    ListSelectedBelow(layer);
     m_meshes.Doubt();
+}
+
+void TBatchContents::Update(const TBatchLook& look) {
+    if (!m_batch) return;
+    TakeNews();
+    Follow(look);
+    MakeStale();
+}
+
+void TBatchContents::MarkSelected() {
+    const bool whole = m_marks.AreOfAll(*m_batch);
+    if (!Change(m_whole, whole) && !m_marks.IsStale()) return;
+    TLayerBatch::TObjects selected;
+    for (int i = 0, count = whole ? m_batch->GetItemsCount() : 0; i < count; ++i)
+        selected.emplace_back(m_batch->GetItem(i));
+    if (!whole)
+        ForEachLayer([&](const TLayer& layer) {
+            for (const auto* some : {&layer.Selected, &layer.SelectedBelow})
+                selected.insert(selected.end(), some->begin(), some->end());
+        });
+    m_marks.Build(*m_batch, selected, whole, m_rules);
 }
 
 // --- what there is -----------------------------------------------------------------------------
 
 template <class Visit>
+void TBatchContents::ForEachLayer(const Visit& visit) {
+    visit(m_own);
+    for (auto& [object, layer] : m_layers) visit(layer);
+}
+
+template <class Visit>
 void TBatchContents::ForEachSeen(const Visit& visit) const {
     if (m_own.Batch) visit(*m_own.Batch);
-    for (const TZEPObject* object : m_order)
-        if (object->Visible())
-            if (const auto& layer = m_layers.at(const_cast<TZEPObject*>(object)); layer.Batch)
-                visit(*layer.Batch);
+    for (const auto& [object, layer] : m_layers)
+        if (layer.Batch && layer.Of && layer.Of->Visible()) visit(*layer.Batch);
 }
 
 std::size_t TBatchContents::VertexCount() const {
@@ -265,22 +263,27 @@ void TBatchContents::Draw(const TBatchLook& look, TZEPSceneContext& scene, TZEPD
     TLayerView view = View(look, kind);
     const std::optional<TGLMatrixd4> exact = ExactView(scene);
     if (exact) view.Exact = &*exact;
-    TZEPDrawRun& run = scene.Frame().Run;
+    TZEPFrame& frame = scene.Frame(); // stays, where what is drawn frees the scene
+    TZEPDrawRun& run = frame.Run;
     const TZEPDrawRun::RuleScope rules(run, {view.Widths, run.Rules().EvenMaterials});
     DrawLayers(scene, state, kind, view);
-    if (m_batch && state == dsTransparent) m_marks.Draw(*m_batch, m_rules, scene.Frame(), view);
+    if (!m_batch || state != dsTransparent || frame.SceneIsGone) return;
+    MarkSelected();
+    m_marks.Draw(frame, view);
 }
 
 // Each is held while it draws, and made anew before where something that was drawn has freed what
 // is in it.
 void TBatchContents::DrawLayers(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
                                 const TLayerView& view) {
+    const TZEPFrame& frame = scene.Frame();
     const auto own = m_own.Batch;
     own->Draw(idd, scene, state, kind, view);
     const std::vector<TZEPObject*> order = m_order;
     for (TZEPObject* object : order) {
+        if (frame.SceneIsGone) return;
         const auto found = m_batch ? m_layers.find(object) : m_layers.end();
-        if (found == m_layers.end() || !object->Visible()) continue;
+        if (found == m_layers.end() || !found->second.Of || !object->Visible()) continue;
         if (found->second.IsStale) MakeOne(*object, found->second);
         const auto batch = found->second.Batch;
         batch->Draw(object->GetMatrix(), scene, state, kind, view);

@@ -21,13 +21,13 @@ struct TBatchLook {
 /// that are none. What it draws may free the batch and anything below it.
 class TBatchContents {
 public:
-    explicit TBatchContents(TZEPObject& batch) : m_batch(&batch) {}
+    /// \param isBatch  tells batches below it
+    TBatchContents(TZEPObject& batch, TIsBatch isBatch)
+        : m_batch(&batch), m_isBatch(isBatch), m_marks(isBatch) {}
 
     /// The batch goes. What draws now comes to its end without it.
     void Detach() { m_batch = nullptr; }
     void Hear(TZEPObject& sender, TZEPObjectAction action);
-    /// The object may have been selected or deselected.
-    void NoteSelection(TZEPObject& object);
     /// Makes anew what is out of date.
     void Update(const TBatchLook& look);
     [[nodiscard]] bool IsLarge() const;
@@ -37,20 +37,29 @@ public:
 private:
     /// A child that only holds others, or the batch itself for those that do not.
     struct TLayer {
-        std::shared_ptr<const TLayerBatch> Batch; ///< null: not made yet
+        using TBatch = std::shared_ptr<const TLayerBatch>;
+
+        QPointer<TZEPObject> Of; ///< of one that is a child
+        TBatch Batch;            ///< null: not made yet
+        TBatch Other;            ///< for the other background; null: out of date
+        TLayerBatch::TObjects Selected;
+        TLayerBatch::TObjects Parents, SelectedBelow; ///< of what draws itself
         bool IsStale = true;
+
+        void MarkStale();
+        void SwitchBackground(bool known);
     };
 
-    void Forget(TZEPObject* gone);
-    void MarkAllStale();
     void ListLayers();
     void TakeNews();
+    void TakeNewsOf(TLayer& layer);
+    void ListSelected(TLayer& layer);
+    void ListSelectedBelow(TLayer& layer);
     void Follow(const TBatchLook& look);
-    bool MeasureAll();
-    [[nodiscard]] double DrawnSize() const;
-    [[nodiscard]] bool HasStale() const;
+    void SwitchBackground(const std::optional<TColor>& background);
     void MakeStale();
     void MakeOne(TZEPObject& object, TLayer& layer);
+    void MarkSelected();
     [[nodiscard]] std::size_t VertexCount() const;
     [[nodiscard]] bool HasLines() const;
     [[nodiscard]] bool HasPartIn(TZEPDrawState state) const;
@@ -61,17 +70,21 @@ private:
     /// Calls `visit` for what is made of the batch itself and of each layer that is seen.
     template <class Visit>
     void ForEachSeen(const Visit& visit) const;
+    template <class Visit>
+    void ForEachLayer(const Visit& visit);
 
     TZEPObject* m_batch; ///< null: it has gone
+    TIsBatch m_isBatch;
     TLayer m_own;
     std::unordered_map<TZEPObject*, TLayer> m_layers;
     std::vector<TZEPObject*> m_order; ///< of the layers
     TBatchMarks m_marks;
     TSmoothMeshes m_meshes;
     TBatchRules m_rules;
-    std::optional<TColor> m_background; ///< that rules are made for
-    double m_drawnSize = 0;             ///< of the largest layer, when all was measured
-    int m_heardSelections = 0;          ///< since the last update
+    std::optional<TColor> m_background;                     ///< that the rules are made for
+    std::optional<std::optional<TColor>> m_otherBackground; ///< that the others are made for
+    int m_sameBackground = 0;                               ///< updates since it was another one
+    bool m_whole = false;                                   ///< all is marked
     bool m_orderStale = true;
 };
 

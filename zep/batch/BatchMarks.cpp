@@ -1,9 +1,10 @@
 #include <zep/batch/BatchMarks.h>
 
 #include <zep/batch/GatheredClass.h>
+#include <zep/batch/PixelScale.h>
+#include <zep/batch/Spots.h>
 #include <zep/scene/Frame.h>
-
-#include <utility>
+#include <zep/scene/Vectors.h>
 
 namespace ZEP {
 
@@ -18,15 +19,6 @@ TGLMatrixd4 FrameOf(const TZEPObject& object, const TZEPObject& batch) {
     return frame;
 }
 
-/// Its middle, and that of the first object where it is a group.
-TGLArrayd3 PlaceOf(const TZEPObject& object, const TZEPObject& batch) {
-    if (IsGroup(object) && object.GetItemsCount() > 0) return PlaceOf(*object.GetItem(0), batch);
-    TGLArrayd3 place = MiddleOf(object);
-    Xformd(object.GetMatrix(), place);
-    Xformd(FrameOf(object, batch), place);
-    return place;
-}
-
 /// All above it are seen as well; the batch itself is not asked.
 bool IsSeen(const TZEPObject& object, const TZEPObject& batch) {
     const TZEPObject* each = &object;
@@ -36,61 +28,74 @@ bool IsSeen(const TZEPObject& object, const TZEPObject& batch) {
 
 } // namespace
 
-/// What else changed would have been told on its own.
-bool TBatchMarks::NoteSelection(TZEPObject& object) {
-    const bool changed =
-        object.Selected() ? m_selected.insert(&object).second : m_selected.erase(&object) > 0;
-    m_stale = m_stale || changed;
-    return changed;
+TBatchMarks::TObjects TBatchMarks::SelectedBelow(const TObjects& parents) {
+    TObjects selected;
+    for (const QPointer<TZEPObject>& parent : parents)
+        for (int i = 0, count = parent ? parent->GetItemsCount() : 0; i < count; ++i)
+            if (TZEPObject* object = parent->GetItem(i); object->Selected())
+                selected.emplace_back(object);
+    return selected;
 }
 
-void TBatchMarks::Forget(const TZEPObject* gone) {
-    if (m_selected.empty()) return;
-    std::erase_if(m_selected, [gone](const TZEPObject* object) {
-        while (object && object != gone) object = object->Parent();
-        return object != nullptr;
-    });
-    m_stale = true;
+bool TBatchMarks::AreOfAll(const TZEPObject& batch) const {
+    bool selected = batch.Selected();
+    for (const TZEPObject* above = batch.Parent(); above; above = above->Parent()) {
+        if (m_isBatch(*above)) return selected || AreOfAll(*above);
+        if (!IsGroup(*above)) break;
+        selected = selected || above->Selected();
+    }
+    return batch.Selected();
 }
 
-/// \param whole  all of a group is marked, whatever marks its objects make themselves
-void TBatchMarks::Add(TZEPObject& object, const TGLMatrixd4& frame, bool whole) {
-    if (!object.Visible()) return;
+/// \param whole  what is below it, too
+void TBatchMarks::List(TZEPObject& object, const TGLMatrixd4& frame, bool whole,
+                       std::vector<TMarked>& marked) const {
+    if (!object.Visible() || m_isBatch(object)) return;
     TGLMatrixd4 matrix;
     MultMatrixd(frame, object.GetMatrix(), matrix);
-    if (IsGroup(object)) {
-        for (int i = 0, count = object.GetItemsCount(); i < count; ++i)
-            Add(*object.GetItem(i), matrix, true);
-    } else if (!m_paths.Add(object, matrix) && (whole || TLayerBatch::Gathers(object))) {
-        m_boxes.push_back({&object, matrix});
-    }
+    const bool group = IsGroup(object);
+    if (!group) marked.push_back({&object, matrix});
+    if (!group && !whole) return;
+    for (int i = 0, count = object.GetItemsCount(); i < count; ++i)
+        List(*object.GetItem(i), matrix, true, marked);
 }
 
-void TBatchMarks::Build(const TZEPObject& batch, const TBatchRules& rules) {
-    std::erase_if(m_selected, [](const TZEPObject* object) { return !object->Selected(); });
-    m_origin = m_selected.empty() ? zero3d : PlaceOf(**m_selected.begin(), batch);
-    m_paths.Start(m_origin, rules);
-    m_boxes.clear();
-    for (TZEPObject* object : m_selected)
-        if (IsSeen(*object, batch)) Add(*object, FrameOf(*object, batch), false);
-    m_paths.Close();
+void TBatchMarks::Build(const TZEPObject& batch, const TObjects& selected, bool whole,
+                        TBatchRules rules) {
+    m_stale = false;
+    std::vector<TMarked> marked;
+    for (const QPointer<TZEPObject>& object : selected)
+        if (object && IsSeen(*object, batch)) List(*object, FrameOf(*object, batch), whole, marked);
+    std::vector<TZEPBlockBox> boxes;
+    for (const TMarked& mark : marked) boxes.push_back(BoxOf(*mark.Object, mark.Matrix));
+    TSpots spots(boxes);
+    std::vector<std::size_t> places;
+    for (const TZEPBlockBox& box : boxes) places.push_back(spots.Of(box));
+    m_spots.assign(marked.empty() ? 0 : spots.Count(), {});
+    for (std::size_t i = 0; i < m_spots.size(); ++i) {
+        rules.Error = spots.Error(i);
+        m_spots[i].Origin = spots.Origin(i);
+        m_spots[i].Paths.Start(m_spots[i].Origin, rules);
+    }
+    for (std::size_t i = 0; i < marked.size(); ++i) Mark(marked[i], m_spots[places[i]].Paths);
+    for (TSpot& spot : m_spots) spot.Paths.Close();
 }
 
-void TBatchMarks::Draw(const TZEPObject& batch, const TBatchRules& rules, TZEPFrame& frame,
-                       const TLayerView& view) {
-    if (std::exchange(m_stale, false)) Build(batch, rules);
-    frame.Run.Enter(false);
-    if (!m_paths.IsEmpty()) {
-        TGLMatrixd4 origin = idd;
-        origin[3] = {m_origin[0], m_origin[1], m_origin[2], 1};
-        const TMatrixScope place(frame, origin, view.Exact);
-        m_paths.DrawMarks(view.Widths);
-    }
-    const std::vector<TBox> boxes = m_boxes; // one that draws may change them
-    for (const TBox& box : boxes) {
-        if (!box.Object) continue;
-        const TMatrixScope place(frame, box.Matrix);
-        box.Object->DrawSelection();
+void TBatchMarks::Mark(const TMarked& marked, TPathBatch& paths) {
+    if (TPathBatch::Takes(*marked.Object)) return paths.Add(*marked.Object, marked.Matrix);
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    marked.Object->GetSize(min, max);
+    paths.AddBox(min, max, marked.Matrix);
+}
+
+void TBatchMarks::Draw(TZEPFrame& frame, const TLayerView& view) const {
+    frame.Run.End();
+    for (const TSpot& spot : m_spots) {
+        const TMatrixScope place(frame, TranslationTo(spot.Origin), view.Exact);
+        const TZEPViewVolume volume = TZEPViewVolume::OfContext(WidestCulled / 2);
+        const TPixelScale pixels = TPixelScale::OfContext();
+        spot.Paths.DrawMarks({1, &volume, &pixels}, view.Widths);
     }
 }
 

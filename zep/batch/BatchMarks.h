@@ -4,34 +4,41 @@
 
 namespace ZEP {
 
-/// What is selected below a batch, drawn over what is gathered. What draws itself shows its own
-/// selection, unless all of a group is selected.
+/// What is selected below a batch, drawn over all that it draws: lines as they are, of anything
+/// else the edges of its box.
 class TBatchMarks {
 public:
-    [[nodiscard]] TLayerBatch::TObjects& Selected() { return m_selected; }
-    /// The object may have been selected or deselected. \return whether that is new
-    bool NoteSelection(TZEPObject& object);
-    /// It goes, maybe with what is below it.
-    void Forget(const TZEPObject* gone);
-    void MarkStale() { m_stale = true; }
+    using TObjects = TLayerBatch::TObjects;
 
-    /// Builds what is out of date, and draws. What draws may free the batch.
-    void Draw(const TZEPObject& batch, const TBatchRules& rules, TZEPFrame& frame,
-              const TLayerView& view);
+    explicit TBatchMarks(TIsBatch isBatch) : m_isBatch(isBatch) {}
+    /// Children of these that are selected.
+    [[nodiscard]] static TObjects SelectedBelow(const TObjects& parents);
+    /// All of the batch is marked: it is selected, or belongs to a group or a batch that is.
+    [[nodiscard]] bool AreOfAll(const TZEPObject& batch) const;
+    void MarkStale() { m_stale = true; }
+    [[nodiscard]] bool IsStale() const { return m_stale; }
+    /// All that stands below a group among them is marked.
+    /// \param whole  what stands below any of them, too
+    void Build(const TZEPObject& batch, const TObjects& selected, bool whole, TBatchRules rules);
+    void Draw(TZEPFrame& frame, const TLayerView& view) const;
 
 private:
-    struct TBox {
-        QPointer<TZEPObject> Object;
+    /// An object, and what leads from its frame to that of the batch.
+    struct TMarked {
+        TZEPObject* Object;
         TGLMatrixd4 Matrix;
     };
+    struct TSpot {
+        TGLArrayd3 Origin{};
+        TPathBatch Paths{};
+    };
 
-    void Build(const TZEPObject& batch, const TBatchRules& rules);
-    void Add(TZEPObject& object, const TGLMatrixd4& frame, bool whole);
+    void List(TZEPObject& object, const TGLMatrixd4& frame, bool whole,
+              std::vector<TMarked>& marked) const;
+    static void Mark(const TMarked& marked, TPathBatch& paths);
 
-    TLayerBatch::TObjects m_selected;
-    TPathBatch m_paths;
-    TGLArrayd3 m_origin{};
-    std::vector<TBox> m_boxes; ///< of what is no path
+    TIsBatch m_isBatch;
+    std::vector<TSpot> m_spots;
     bool m_stale = true;
 };
 

@@ -25,6 +25,12 @@ private:
     bool m_pushed;
 };
 
+[[nodiscard]] inline TGLMatrixd4 TranslationTo(const TGLArrayd3& place) {
+    TGLMatrixd4 matrix = idd;
+    matrix[3] = {place[0], place[1], place[2], 1};
+    return matrix;
+}
+
 /// All that is drawn while it lives is lit alike from all around, by white light, so that surfaces
 /// show the colour that lamps show them in.
 class TEvenScope {

@@ -1,4 +1,9 @@
 #include <zep/batch/FaceBatch.h>
+
+#include <zep/appearance/materials/FaceMaterial.h>
+#include <zep/appearance/materials/Material.h>
+#include <zep/appearance/materials/SharedMaterials.h>
+#include <zep/gl/ClientArrays.h>
 #include <zep/scene/Vectors.h>
 
 namespace ZEP {
@@ -11,11 +16,16 @@ TGLArrayd3 NormalOf(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& 
     return normal;
 }
 
-void SetColorMaterial() {
+void SetColorMaterial(bool plain) {
     constexpr std::array<float, 4> Black{0, 0, 0, 1};
     for (const GLenum none : std::array<GLenum, 2>{GL_SPECULAR, GL_EMISSION})
         glMaterialfv(GL_FRONT_AND_BACK, none, Black.data());
-    glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
+    glColorMaterial(GL_FRONT_AND_BACK, plain ? GL_DIFFUSE : GL_AMBIENT_AND_DIFFUSE);
+    if (plain) {
+        const TZEPFaceMaterial& first = *SharedMaterial(nullptr, false).FrontFace();
+        const TGLColor ambient = ToGLColor(first.Ambient(), 1);
+        glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT, ambient.data());
+    }
     glEnable(GL_COLOR_MATERIAL);
 }
 
@@ -58,22 +68,19 @@ void TFaceBatch::AddTriangle(const TGLArrayd3& a, const TGLArrayd3& b, const TGL
     m_edges.insert(m_edges.end(), edges.begin(), edges.end());
 }
 
-void TFaceBatch::Draw(const TDetail& detail, bool lit, bool outlines) const {
+void TFaceBatch::Draw(const TDetail& detail, bool lit, bool outlines, bool plain) const {
     if (VertexCount() == 0) return;
     glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LIGHTING_BIT);
-    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    const TClientArraysScope arrays({GL_COLOR_ARRAY, GL_NORMAL_ARRAY});
     glDisable(GL_CULL_FACE);
     if (!lit) glDisable(GL_LIGHTING);
-    SetColorMaterial();
-    glEnableClientState(GL_COLOR_ARRAY);
-    glEnableClientState(GL_NORMAL_ARRAY);
+    SetColorMaterial(plain);
     glNormalPointer(GL_FLOAT, 0, m_normals.front().data());
     if (outlines) {
         glEnableClientState(GL_EDGE_FLAG_ARRAY);
         glEdgeFlagPointer(0, m_edges.data());
     }
     m_vertexes.Draw(GL_TRIANGLES, detail);
-    glPopClientAttrib();
     glPopAttrib();
 }
 

@@ -17,13 +17,11 @@ public:
     void Close();
     [[nodiscard]] std::size_t VertexCount() const { return m_vertexes.Count(); }
 
-    /// Widens the box by all places, which count from the origin of the batch.
-    void Extend(TGLArrayd3& min, TGLArrayd3& max) const { m_vertexes.Extend(min, max); }
-
     /// In the opaque pass.
     /// \param lit       by the lights that are on; else each in its own colour
     /// \param outlines  polygons are drawn as lines: without the diagonals of quadrilaterals
-    void Draw(const TDetail& detail, bool lit, bool outlines) const;
+    /// \param plain     their ambient colour is that of a new material, and not their own
+    void Draw(const TDetail& detail, bool lit, bool outlines, bool plain = false) const;
 
 private:
     using TEdges = std::array<GLboolean, 3>; ///< of the outline, from a, b and c on

@@ -1,13 +1,19 @@
 #include <zep/batch/LayerBatch.h>
 
 #include <zep/appearance/effects/ReflexedObject.h>
+#include <zep/appearance/materials/SharedMaterials.h>
 #include <zep/batch/GatheredClass.h>
+#include <zep/batch/PixelScale.h>
+#include <zep/batch/Spots.h>
+#include <zep/framework/LookOnly.h>
 #include <zep/objects/Label.h>
 #include <zep/objects/Polygon.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vectors.h>
 #include <zep/scene/ViewVolume.h>
+
+#include <algorithm>
 
 namespace ZEP {
 
@@ -38,6 +44,13 @@ TGLMatrixd4 Product(const TGLMatrixd4& a, const TGLMatrixd4& b) {
     return product;
 }
 
+/// A polygon's own colour, and not that of a new object, which has another ambient colour.
+bool HasSetColor(TZEPPolygon& polygon) {
+    if (polygon.GetColor() != clSilver) return true;
+    const TLookOnly look;
+    return polygon.Material() != &SharedMaterial(nullptr, false);
+}
+
 /// Shadows and mirrors ask each object, and a class that is not known draws anything.
 bool StandsAlone(const TZEPObject& object) {
     if (object.GetItemsCount() > 0 || object.CastsShadows() || object.ReceivesShadows() ||
@@ -45,6 +58,14 @@ bool StandsAlone(const TZEPObject& object) {
         return true;
     const auto* mirror = qobject_cast<const TZEPReflexedObject*>(&object);
     return mirror && mirror->Reflection() != 0;
+}
+
+/// It is drawn from arrays.
+bool Gathers(TZEPObject& object) {
+    if (StandsAlone(object)) return false;
+    if (auto* label = qobject_cast<TZEPLabel*>(&object)) return IsPlainText(*label);
+    if (auto* polygon = qobject_cast<TZEPPolygon*>(&object)) return IsPlainFace(*polygon);
+    return HasPlainMaterial(object) && TPathBatch::Takes(object);
 }
 
 /// What is below it may take part in any pass.
@@ -59,13 +80,6 @@ bool ShowsSurfaces(TZEPDrawState state) {
 
 } // namespace
 
-TGLArrayd3 MiddleOf(const TZEPObject& object) {
-    TGLArrayd3 min;
-    TGLArrayd3 max;
-    object.GetSize(min, max);
-    return Middle(min, max);
-}
-
 void TLayerBatch::TSeparates::Add(const TGLMatrixd4& frame, TZEPObject& object) {
     if (Frames.empty() || Frames.back().Frame != frame) Frames.push_back({frame, {}});
     TSeparate& last = Frames.back();
@@ -74,124 +88,177 @@ void TLayerBatch::TSeparates::Add(const TGLMatrixd4& frame, TZEPObject& object) 
     Passes |= last.Passes;
 }
 
-bool TLayerBatch::Gathers(TZEPObject& object) {
-    if (StandsAlone(object)) return false;
-    if (auto* label = qobject_cast<TZEPLabel*>(&object)) return IsPlainText(*label);
-    auto* polygon = qobject_cast<TZEPPolygon*>(&object);
-    return polygon && IsPlainFace(*polygon);
-}
+/// Looks at what a layer holds, and fills it in.
+class TLayerBatch::TGathering {
+public:
+    TGathering(TLayerBatch& layer, const TBatchRules& rules) : m_layer(layer), m_rules(rules) {}
 
-TLayerBatch::TLayerBatch(TZEPObject& layer, bool groups, const TBatchRules& rules,
-                         TObjects& selected)
-    : m_rules(rules) {
-    Collect(layer, idd, groups, selected);
-    m_paths.Close();
-    m_faces.Close();
+    void Collect(TZEPObject& group, const TGLMatrixd4& frame, bool groups) {
+        m_layer.m_groups.emplace_back(&group);
+        static_cast<void>(group.TakeChildNews());
+        const std::size_t own = m_frames.size();
+        m_frames.push_back(frame);
+        for (int i = 0, count = group.GetItemsCount(); i < count; ++i) {
+            TZEPObject& object = *group.GetItem(i);
+            if (!object.Visible()) continue;
+            if (!IsGroup(object))
+                Note(object, own);
+            else if (groups)
+                Collect(object, Product(frame, object.GetMatrix()), true);
+        }
+    }
+
+    void Fill() {
+        TSpots spots(m_boxes);
+        std::vector<std::size_t> places;
+        for (const TZEPBlockBox& box : m_boxes) places.push_back(spots.Of(box));
+        for (std::size_t i = 0; i < spots.Count() && !m_found.empty(); ++i)
+            Start(m_layer.m_spots.emplace_back(), spots.Origin(i), spots.Error(i));
+        for (std::size_t i = 0; i < m_found.size(); ++i)
+            Take(*m_found[i].Object, m_frames[m_found[i].Frame], m_layer.m_spots[places[i]]);
+        for (TSpot& spot : m_layer.m_spots) {
+            spot.Paths.Close();
+            spot.Faces.Close();
+            spot.PlainFaces.Close();
+        }
+    }
+
+private:
+    /// An object that is gathered.
+    struct TFound {
+        TZEPObject* Object;
+        std::size_t Frame;
+    };
+
+    static TGLMatrixd4 MatrixOf(const TZEPObject& object, const TGLMatrixd4& frame) {
+        const TGLMatrixd4 own = object.GetMatrix();
+        return IsIdentityd(frame) ? own : IsIdentityd(own) ? frame : Product(frame, own);
+    }
+
+    void Note(TZEPObject& object, std::size_t frame) {
+        if (Gathers(object)) {
+            m_found.push_back({&object, frame});
+            m_boxes.push_back(BoxOf(object, MatrixOf(object, m_frames[frame])));
+            return;
+        }
+        (qobject_cast<TZEPShape*>(&object) ? m_layer.m_shapes : m_layer.m_others)
+            .Add(m_frames[frame], object);
+    }
+
+    void Start(TSpot& spot, const TGLArrayd3& origin, double error) const {
+        TBatchRules rules = m_rules;
+        rules.Error = error;
+        spot.Origin = origin;
+        spot.Paths.Start(origin, rules);
+        spot.Faces.Start(origin);
+        spot.PlainFaces.Start(origin);
+        spot.Texts.Start(origin);
+    }
+
+    void Take(TZEPObject& object, const TGLMatrixd4& frame, TSpot& spot) const {
+        const TGLMatrixd4 matrix = MatrixOf(object, frame);
+        if (auto* label = qobject_cast<TZEPLabel*>(&object))
+            spot.Texts.Add(*label, frame, m_rules.Shown(label->GetColor()));
+        else if (auto* polygon = qobject_cast<TZEPPolygon*>(&object))
+            TakeFace(*polygon, matrix, spot);
+        else
+            spot.Paths.Add(object, IsIdentityd(matrix) ? idd : matrix);
+    }
+
+    void TakeFace(TZEPPolygon& polygon, const TGLMatrixd4& matrix, TSpot& spot) const {
+        std::vector<TGLArrayd3> corners;
+        for (int i = 0; i < polygon.Vertexes()->Count(); ++i) {
+            corners.push_back((*polygon.Vertexes())[i].Data());
+            Xformd(matrix, corners.back());
+        }
+        if (polygon.DrawType() == dtLine) return spot.Paths.AddLoop(corners, polygon.GetColor());
+        TFaceBatch& faces = HasSetColor(polygon) ? spot.Faces : spot.PlainFaces;
+        faces.Add(corners, m_rules.Shown(polygon.GetColor()));
+    }
+
+    TLayerBatch& m_layer;
+    const TBatchRules& m_rules;
+    std::vector<TGLMatrixd4> m_frames; ///< of the groups
+    std::vector<TFound> m_found;
+    std::vector<TZEPBlockBox> m_boxes; ///< of those
+};
+
+TLayerBatch::TLayerBatch(TZEPObject& layer, bool groups, const TBatchRules& rules) {
+    TGathering gathering(*this, rules);
+    gathering.Collect(layer, idd, groups);
+    gathering.Fill();
     m_passes = ArrayPasses | m_shapes.Passes | m_others.Passes;
 }
 
 std::size_t TLayerBatch::VertexCount() const {
-    return m_paths.VertexCount() + m_faces.VertexCount();
+    std::size_t count = 0;
+    for (const TSpot& spot : m_spots)
+        count +=
+            spot.Paths.VertexCount() + spot.Faces.VertexCount() + spot.PlainFaces.VertexCount();
+    return count;
+}
+
+bool TLayerBatch::HasLines() const {
+    return std::ranges::any_of(m_spots, [](const TSpot& spot) { return !spot.Paths.IsEmpty(); });
 }
 
 TZEPChildNews TLayerBatch::TakeNews() const {
     TZEPChildNews all{false, 0};
-    for (TZEPObject* group : m_groups) {
+    for (const QPointer<TZEPObject>& group : m_groups) {
+        if (!group) return {};
         const TZEPChildNews news = group->TakeChildNews();
         all = {all.Look || news.Look, all.Selections + news.Selections};
     }
     return all;
 }
 
-double TLayerBatch::Size() const {
-    TZEPBlockBox box;
-    m_paths.Extend(box.Min, box.Max);
-    m_faces.Extend(box.Min, box.Max);
-    return box.Min[0] <= box.Max[0] ? Distance(box.Min, box.Max) : 0;
-}
-
-void TLayerBatch::StartAt(const TGLArrayd3& origin) {
-    m_started = true;
-    m_origin = origin;
-    m_paths.Start(origin, m_rules);
-    m_faces.Start(origin);
-    m_texts.Start(origin);
-}
-
-void TLayerBatch::Collect(TZEPObject& group, const TGLMatrixd4& frame, bool groups,
-                          TObjects& selected) {
-    m_groups.push_back(&group);
-    static_cast<void>(group.TakeChildNews());
-    for (int i = 0, count = group.GetItemsCount(); i < count; ++i) {
-        TZEPObject& object = *group.GetItem(i);
-        if (object.Selected()) selected.insert(&object);
-        if (!object.Visible()) continue;
-        if (IsGroup(object)) {
-            if (groups) Collect(object, Product(frame, object.GetMatrix()), true, selected);
-        } else if (!Take(object, frame)) {
-            (qobject_cast<TZEPShape*>(&object) ? m_shapes : m_others).Add(frame, object);
-        }
-    }
-}
-
-bool TLayerBatch::Take(TZEPObject& object, const TGLMatrixd4& frame) {
-    if (StandsAlone(object)) return false;
-    const TGLMatrixd4 own = object.GetMatrix();
-    const bool moved = !IsIdentityd(own) || !IsIdentityd(frame);
-    const TGLMatrixd4 matrix = moved ? Product(frame, own) : idd;
-    if (!m_started) {
-        TGLArrayd3 origin = MiddleOf(object);
-        Xformd(matrix, origin);
-        StartAt(origin);
-    }
-    if (qobject_cast<TZEPShape*>(&object))
-        return HasPlainMaterial(object) && m_paths.Add(object, moved ? matrix : idd);
-    if (!Gathers(object)) return false;
-    if (auto* label = qobject_cast<TZEPLabel*>(&object))
-        m_texts.Add(*label, frame, m_rules.Shown(label->GetColor()));
-    else
-        TakeFace(*qobject_cast<TZEPPolygon*>(&object), matrix);
-    return true;
-}
-
-void TLayerBatch::TakeFace(TZEPPolygon& polygon, const TGLMatrixd4& matrix) {
-    std::vector<TGLArrayd3> corners;
-    for (int i = 0; i < polygon.Vertexes()->Count(); ++i) {
-        corners.push_back((*polygon.Vertexes())[i].Data());
-        Xformd(matrix, corners.back());
-    }
-    if (polygon.DrawType() == dtLine) return m_paths.AddLoop(corners, polygon.GetColor());
-    m_faces.Add(corners, m_rules.Shown(polygon.GetColor()));
+TLayerBatch::TObjects TLayerBatch::Parents(TIsBatch isBatch) const {
+    TObjects parents;
+    const auto note = [&](const auto& self, TZEPObject& object) -> void {
+        if (object.GetItemsCount() == 0 || isBatch(object)) return;
+        parents.emplace_back(&object);
+        for (int i = 0, count = object.GetItemsCount(); i < count; ++i)
+            self(self, *object.GetItem(i));
+    };
+    for (const TSeparates* separates : {&m_shapes, &m_others})
+        for (const TSeparate& separate : separates->Frames)
+            for (const QPointer<TZEPObject>& object : separate.Objects)
+                if (object) note(note, *object);
+    return parents;
 }
 
 // --- drawing -----------------------------------------------------------------------------------
 
 void TLayerBatch::Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEPDrawState state,
                        TZEPDrawKind kind, const TLayerView& view) const {
-    if ((ArrayPasses & PassBit(state)) != 0 && m_started) {
-        scene.Frame().Run.Enter(false);
-        TGLMatrixd4 origin = idd;
-        origin[3] = {m_origin[0], m_origin[1], m_origin[2], 1};
-        const TMatrixScope place(scene.Frame(), Product(frame, origin), view.Exact);
-        DrawArrays(scene, state, view);
-    }
+    if ((ArrayPasses & PassBit(state)) != 0)
+        for (const TSpot& spot : m_spots) {
+            scene.Frame().Run.End();
+            const TMatrixScope place(scene.Frame(), Product(frame, TranslationTo(spot.Origin)),
+                                     view.Exact);
+            DrawArrays(spot, scene, state, view);
+        }
     if (((m_shapes.Passes | m_others.Passes) & PassBit(state)) == 0) return;
+    const TZEPFrame& drawn = scene.Frame(); // stays, where what is drawn frees the scene
     const TMatrixScope place(scene.Frame(), frame);
     DrawShapes({scene, state, kind});
+    if (drawn.SceneIsGone) return;
     DrawOthers({scene, state, kind, view.Meshes, view.Surfaces.Wire}, view);
 }
 
-void TLayerBatch::DrawArrays(TZEPSceneContext& scene, TZEPDrawState state,
+void TLayerBatch::DrawArrays(const TSpot& spot, TZEPSceneContext& scene, TZEPDrawState state,
                              const TLayerView& view) const {
     const TZEPViewVolume volume = TZEPViewVolume::OfContext(WidestCulled / 2);
-    const TDetail detail{view.Share, &volume};
+    const TPixelScale pixels = TPixelScale::OfContext();
+    const TDetail detail{view.Share, &volume, &pixels};
     if (state == dsTransparent) {
-        m_paths.Draw(detail, view.Fine, view.Widths);
-        return m_texts.Draw(view.LeastText);
+        spot.Paths.Draw(detail, view.Fine, view.Widths);
+        return spot.Texts.Draw(view.LeastText);
     }
     const TSurfaceScope surfaces(scene.Frame().Run, view.Surfaces);
     const bool outlines = view.Surfaces.Wire;
-    m_faces.Draw(detail, !view.Even && !outlines, outlines);
+    spot.Faces.Draw(detail, !view.Even && !outlines, outlines);
+    spot.PlainFaces.Draw(detail, !view.Even && !outlines, outlines, true);
 }
 
 void TLayerBatch::DrawShapes(const TPass& pass) const {
@@ -216,10 +283,12 @@ void TLayerBatch::DrawOthers(const TPass& pass, const TLayerView& view) const {
 void TLayerBatch::DrawSeparates(const TSeparates& separates, const TPass& pass) {
     for (const TSeparate& separate : separates.Frames) {
         if ((separate.Passes & PassBit(pass.State)) == 0) continue;
-        const TMatrixScope place(pass.Scene.Frame(), separate.Frame);
+        TZEPFrame& frame = pass.Scene.Frame();
+        const TMatrixScope place(frame, separate.Frame);
         for (const QPointer<TZEPObject>& object : separate.Objects)
             if (object && (PassesOf(*object) & PassBit(pass.State)) != 0) DrawOne(*object, pass);
-        pass.Scene.Frame().Run.End(); // before the frame goes
+        frame.Run.End(); // before its matrix goes
+        if (frame.SceneIsGone) return;
     }
 }
 

@@ -9,8 +9,6 @@
 
 #include <QPointer>
 
-#include <unordered_set>
-
 namespace ZEP {
 
 class TZEPPolygon;
@@ -27,8 +25,8 @@ struct TLayerView {
     const TGLMatrixd4* Exact = nullptr; ///< from the batch to the eye; null: what is loaded
 };
 
-/// Of its box, in its own frame.
-[[nodiscard]] TGLArrayd3 MiddleOf(const TZEPObject& object);
+/// A batch draws its children by itself, with their marks.
+using TIsBatch = bool (*)(const TZEPObject&);
 
 /// What stands below one object of a batch, a layer say, gathered in arrays of vertexes; what is of
 /// other kinds draws itself, and so does what casts shadows, has them fall on it, or is a mirror.
@@ -37,22 +35,18 @@ struct TLayerView {
 /// It is not changed once it is built. What it draws may free any of its objects.
 class TLayerBatch {
 public:
-    using TObjects = std::unordered_set<TZEPObject*>;
+    using TObjects = std::vector<QPointer<TZEPObject>>;
 
-    /// It is drawn from arrays, so that its selection must be drawn as well.
-    [[nodiscard]] static bool Gathers(TZEPObject& object);
-
-    /// Gathers.
-    /// \param groups    what stands in groups, too
-    /// \param selected  gets what is selected
-    TLayerBatch(TZEPObject& layer, bool groups, const TBatchRules& rules, TObjects& selected);
+    /// Gathers. \param groups  what stands in groups, too
+    TLayerBatch(TZEPObject& layer, bool groups, const TBatchRules& rules);
     [[nodiscard]] std::size_t VertexCount() const;
-    [[nodiscard]] bool HasLines() const { return !m_paths.IsEmpty(); }
-    /// The diagonal of the box about what is gathered, in its own frame; 0 of nothing.
-    [[nodiscard]] double Size() const;
-    /// What has happened below its layer since it was built or asked last. None of the groups may
-    /// have gone.
+    [[nodiscard]] bool HasLines() const;
+    /// What has happened since it was built or asked last.
     [[nodiscard]] TZEPChildNews TakeNews() const;
+    /// The layer and the groups in it.
+    [[nodiscard]] const TObjects& Groups() const { return m_groups; }
+    /// What has children and draws itself, and what has below that; nothing of other batches.
+    [[nodiscard]] TObjects Parents(TIsBatch isBatch) const;
     /// It has something to draw in that pass.
     [[nodiscard]] bool TakesPartIn(TZEPDrawState state) const {
         return (m_passes & PassBit(state)) != 0;
@@ -83,27 +77,28 @@ private:
         TSmoothMeshes* Meshes = nullptr;
         bool Wire = false;
     };
+    /// What counts from one origin.
+    struct TSpot {
+        TGLArrayd3 Origin;
+        TPathBatch Paths;
+        TFaceBatch Faces;
+        TFaceBatch PlainFaces; ///< whose colours were never set
+        TTextBatch Texts;
+    };
+    class TGathering;
 
-    void Collect(TZEPObject& group, const TGLMatrixd4& frame, bool groups, TObjects& selected);
-    void StartAt(const TGLArrayd3& origin);
-    [[nodiscard]] bool Take(TZEPObject& object, const TGLMatrixd4& frame);
-    void TakeFace(TZEPPolygon& polygon, const TGLMatrixd4& matrix);
-    void DrawArrays(TZEPSceneContext& scene, TZEPDrawState state, const TLayerView& view) const;
+    void DrawArrays(const TSpot& spot, TZEPSceneContext& scene, TZEPDrawState state,
+                    const TLayerView& view) const;
     void DrawShapes(const TPass& pass) const;
     void DrawOthers(const TPass& pass, const TLayerView& view) const;
     static void DrawSeparates(const TSeparates& separates, const TPass& pass);
     static void DrawOne(TZEPObject& object, const TPass& pass);
 
-    TPathBatch m_paths;
-    TFaceBatch m_faces;
-    TTextBatch m_texts;
-    std::vector<TZEPObject*> m_groups; ///< whose children were looked at
-    TSeparates m_shapes; ///< lines and points of their own kinds: no light falls on them
+    std::vector<TSpot> m_spots; ///< where something is gathered
+    TObjects m_groups;          ///< whose children were looked at
+    TSeparates m_shapes;        ///< lines and points of their own kinds: no light falls on them
     TSeparates m_others;
-    TBatchRules m_rules;
-    TGLArrayd3 m_origin{};
     TZEPPassSet m_passes = 0;
-    bool m_started = false;
 };
 
 } // namespace ZEP

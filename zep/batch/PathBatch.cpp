@@ -1,10 +1,12 @@
 #include <zep/batch/PathBatch.h>
 
+#include <zep/gl/ClientArrays.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Circle.h>
 #include <zep/objects/Line.h>
 #include <zep/objects/Point.h>
 #include <zep/objects/Polyline.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/Vertex3.h>
 
 #include <algorithm>
@@ -16,26 +18,15 @@ namespace ZEP {
 namespace {
 
 constexpr float FaintAlpha = 0.15F;
-constexpr int MostSegments = 720; // of a whole circle
 constexpr std::array<GLubyte, 3> MarkColor{255, 230, 0};
 constexpr std::array<GLubyte, 3> MarkRim{30, 20, 0};
 constexpr float MarkWidth = 5;
 constexpr float MarkRimWidth = 1.5F;
+constexpr float ThinMarkWidth = 2;
+constexpr std::size_t MostWideMarks = 20'000; // vertexes: width is what costs most
 
 bool IsSolid(TPenStyle style) {
     return style == psSolid || style == psInsideFrame;
-}
-
-/// A turn that is fine enough for an arc of that radius, in degrees.
-double StepOf(double radius, double error) {
-    if (radius <= error) return 90;
-    return 2 * std::acos(1 - error / radius) * 180 / std::numbers::pi;
-}
-
-/// Of a circle of diameter 1, as the matrix sizes it.
-double RadiusOf(const TGLMatrixd4& m) {
-    return std::max(std::hypot(m[0][0], m[0][1], m[0][2]), std::hypot(m[1][0], m[1][1], m[1][2])) /
-           2;
 }
 
 /// As the polyline shows it, which takes it over at each draw.
@@ -80,19 +71,29 @@ void TPathBatch::Start(const TGLArrayd3& origin, const TBatchRules& rules) {
 
 std::size_t TPathBatch::VertexCount() const {
     std::size_t count = 0;
-    for (const TLines& lines : m_lines) count += lines.Vertexes.Count();
+    for (const TLines& lines : m_lines) count += lines.Vertexes.Count() + lines.Arcs.VertexCount();
     for (const TPoints& points : m_points) count += points.Vertexes.Count();
     return count;
 }
 
 void TPathBatch::Close() {
-    for (TLines& lines : m_lines) lines.Vertexes.Close();
+    for (TLines& lines : m_lines) {
+        lines.Vertexes.Close();
+        lines.Arcs.Close();
+    }
     // Rapid moves first, else the retreat out of a hole covers the feed line into it.
     std::stable_partition(m_lines.begin(), m_lines.end(),
                           [](const TLines& lines) { return !IsSolid(lines.Style); });
 }
 
-bool TPathBatch::Add(TZEPObject& object, const TGLMatrixd4& matrix) {
+bool TPathBatch::Takes(const TZEPObject& object) {
+    if (const auto* polyline = qobject_cast<const TZEPPolyline*>(&object))
+        return !polyline->Smooth() && !polyline->ColorVertexes();
+    return qobject_cast<const TZEPLine*>(&object) || qobject_cast<const TZEPArc*>(&object) ||
+           qobject_cast<const TZEPCircle*>(&object) || qobject_cast<const TZEPPoint*>(&object);
+}
+
+void TPathBatch::Add(TZEPObject& object, const TGLMatrixd4& matrix) {
     m_matrix = &matrix;
     if (auto* line = qobject_cast<TZEPLine*>(&object)) {
         StartLines(*line, line->GetColor());
@@ -105,34 +106,44 @@ bool TPathBatch::Add(TZEPObject& object, const TGLMatrixd4& matrix) {
     } else if (const auto* circle = qobject_cast<TZEPCircle*>(&object)) {
         StartLines(*circle, circle->GetColor());
         AddArc(0, 360, circle->Segments());
-    } else if (auto* polyline = qobject_cast<TZEPPolyline*>(&object);
-               polyline && !polyline->Smooth() && !polyline->ColorVertexes()) {
+    } else if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) {
         AddPolyline(*polyline);
     } else if (auto* point = qobject_cast<TZEPPoint*>(&object)) {
         PointsOf(point->Width()).Add(At(point->P()->Data()), ShownColor(point->GetColor()));
-    } else {
-        return false;
     }
-    return true;
 }
 
 void TPathBatch::AddLoop(const std::vector<TGLArrayd3>& corners, TColor color) {
     m_matrix = &idd;
-    m_vertexes = &LinesOf(psSolid, 1);
+    m_present = &LinesOf(psSolid, 1);
     m_color = ShownColor(color);
     MoveTo(corners.back());
     for (const TGLArrayd3& corner : corners) LineTo(corner);
 }
 
+void TPathBatch::AddBox(const TGLArrayd3& min, const TGLArrayd3& max, const TGLMatrixd4& matrix) {
+    m_matrix = &matrix;
+    m_present = &LinesOf(psSolid, 1);
+    const auto corner = [&](unsigned i) -> TGLArrayd3 {
+        return {(i & 1U ? max : min)[0], (i & 2U ? max : min)[1], (i & 4U ? max : min)[2]};
+    };
+    for (unsigned from = 0; from < 8; ++from)
+        for (const unsigned axis : {1U, 2U, 4U}) {
+            if ((from & axis) != 0) continue;
+            MoveTo(corner(from));
+            LineTo(corner(from | axis));
+        }
+}
+
 void TPathBatch::StartLines(const TZEPLineShape& shape, TColor color) {
-    m_vertexes = &LinesOf(shape.Style(), shape.Width());
+    m_present = &LinesOf(shape.Style(), shape.Width());
     m_color = ShownColor(color);
 }
 
-TVertexArray& TPathBatch::LinesOf(TPenStyle style, float width) {
+TPathBatch::TLines& TPathBatch::LinesOf(TPenStyle style, float width) {
     for (TLines& lines : m_lines)
-        if (lines.Style == style && lines.Width == width) return lines.Vertexes;
-    return m_lines.emplace_back(TLines{style, width}).Vertexes;
+        if (lines.Style == style && lines.Width == width) return lines;
+    return m_lines.emplace_back(TLines{style, width});
 }
 
 TVertexArray& TPathBatch::PointsOf(float width) {
@@ -156,22 +167,17 @@ TGLArrayd3 TPathBatch::At(const TGLArrayd3& point) const {
 }
 
 void TPathBatch::LineTo(const TGLArrayd3& point) {
-    m_vertexes->Add(m_last, m_color);
-    m_vertexes->Add(m_last = At(point), m_color);
+    m_present->Vertexes.Add(m_last, m_color);
+    m_present->Vertexes.Add(m_last = At(point), m_color);
 }
 
 /// Of a circle of diameter 1. \param start, turn  degrees
 void TPathBatch::AddArc(double start, double turn, int segments) {
-    const double steps = turn / StepOf(RadiusOf(*m_matrix), m_rules.Error);
-    const int needed = static_cast<int>(std::min(steps, 1.0 * MostSegments)) + 1;
-    const int finest = m_rules.RoundArcs ? MostSegments : segments;
-    const int count = std::clamp(needed, 2, std::max(finest, 2));
-    const auto at = [&](int i) -> TGLArrayd3 {
-        const double angle = (start + turn * i / count) * std::numbers::pi / 180;
-        return {0.5 * std::cos(angle), 0.5 * std::sin(angle), 0};
-    };
-    MoveTo(at(0));
-    for (int i = 1; i <= count; ++i) LineTo(at(i));
+    constexpr double Radian = std::numbers::pi / 180;
+    const TGLArrayd3 middle = At(zero3d);
+    m_present->Arcs.Add({middle, At({0.5, 0, 0}) - middle, At({0, 0.5, 0}) - middle, start * Radian,
+                         turn * Radian, m_rules.RoundArcs ? 0 : segments},
+                        m_color, m_rules.Error);
 }
 
 void TPathBatch::AddPolyline(TZEPPolyline& polyline) {
@@ -185,19 +191,13 @@ void TPathBatch::AddPolyline(TZEPPolyline& polyline) {
 
 // --- drawing -----------------------------------------------------------------------------------
 
-void TPathBatch::Extend(TGLArrayd3& min, TGLArrayd3& max) const {
-    for (const TLines& lines : m_lines) lines.Vertexes.Extend(min, max);
-    for (const TPoints& points : m_points) points.Vertexes.Extend(min, max);
-}
-
 void TPathBatch::Draw(const TDetail& detail, bool fine, float widths) const {
     if (IsEmpty()) return;
     glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT |
                  GL_DEPTH_BUFFER_BIT);
-    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    const TClientArraysScope arrays({GL_COLOR_ARRAY});
     glDisable(GL_LIGHTING);
     glDisable(GL_TEXTURE_2D);
-    glEnableClientState(GL_COLOR_ARRAY);
     for (const TLines& lines : m_lines) {
         if (lines.Style == psClear) continue;
         if (fine)
@@ -205,37 +205,45 @@ void TPathBatch::Draw(const TDetail& detail, bool fine, float widths) const {
         else
             SetPlain(lines.Style, widths);
         lines.Vertexes.Draw(GL_LINES, detail);
+        lines.Arcs.Draw(detail, true);
     }
     for (const TPoints& points : m_points) {
         glPointSize(points.Width * widths);
         points.Vertexes.Draw(GL_POINTS, detail);
     }
-    glPopClientAttrib();
     glPopAttrib();
 }
 
-void TPathBatch::DrawMarks(float widths) const {
+void TPathBatch::DrawMarks(const TDetail& detail, float widths) const {
     glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_CURRENT_BIT);
-    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    for (const GLenum off :
-         std::initializer_list<GLenum>{GL_LIGHTING, GL_DEPTH_TEST, GL_BLEND, GL_LINE_STIPPLE})
+    const TClientArraysScope arrays({});
+    for (const GLenum off : std::initializer_list<GLenum>{GL_LIGHTING, GL_DEPTH_TEST, GL_BLEND,
+                                                          GL_LINE_STIPPLE, GL_TEXTURE_2D})
         glDisable(off);
+    const bool wide = VertexCount() <= MostWideMarks;
     glColor3ubv(MarkRim.data()); // sets it off from a path of any colour
-    DrawMark(MarkWidth + 2 * MarkRimWidth, widths);
+    if (wide) DrawMark(detail, (MarkWidth + 2 * MarkRimWidth) * widths, true);
     glColor3ubv(MarkColor.data());
-    DrawMark(MarkWidth, widths);
-    glPopClientAttrib();
+    DrawMark(detail, (wide ? MarkWidth : ThinMarkWidth) * widths, wide);
     glPopAttrib();
 }
 
-void TPathBatch::DrawMark(float width, float widths) const {
-    glLineWidth(width * widths);
-    for (const TLines& lines : m_lines) lines.Vertexes.Draw(GL_LINES, {});
-    glPointSize((width - 1) * widths); // joints, and moves that are too short for a line
-    for (const TLines& lines : m_lines) lines.Vertexes.Draw(GL_POINTS, {});
+/// \param joints  with points where lines meet, and for moves that are too short for a line
+void TPathBatch::DrawMark(const TDetail& detail, float width, bool joints) const {
+    glLineWidth(width);
+    for (const TLines& lines : m_lines) {
+        lines.Vertexes.Draw(GL_LINES, detail);
+        lines.Arcs.Draw(detail, false);
+    }
+    glPointSize(width - 1);
+    for (const TLines& lines : m_lines) {
+        if (!joints) break;
+        lines.Vertexes.Draw(GL_POINTS, detail);
+        lines.Arcs.DrawPoints();
+    }
     for (const TPoints& points : m_points) {
-        glPointSize((width + points.Width) * widths);
-        points.Vertexes.Draw(GL_POINTS, {});
+        glPointSize(width + points.Width);
+        points.Vertexes.Draw(GL_POINTS, detail);
     }
 }
 

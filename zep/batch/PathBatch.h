@@ -1,7 +1,7 @@
 #pragma once
 
 #include <zep/appearance/effects/LineShape.h>
-#include <zep/batch/VertexArray.h>
+#include <zep/batch/ArcArray.h>
 #include <zep/framework/Color.h>
 
 #include <functional>
@@ -12,9 +12,9 @@ class TZEPPolyline;
 
 /// How a batch takes over what objects draw.
 struct TBatchRules {
-    /// That arcs may stray from their circle, in the unit of the batch.
+    /// That arcs may stray from their circle in a view of the whole, in the unit of the batch.
     double Error = 1e-5;
-    /// Arcs get as many segments as they need, else at most their own number.
+    /// Arcs are as round as they are, else they have their own number of segments.
     bool RoundArcs = false;
     /// The colour that is shown for the one of an object.
     std::function<TColor(TColor)> Shown = [](TColor color) { return color; };
@@ -27,29 +27,32 @@ public:
     /// Forgets everything. \param origin  is subtracted from all places, which keeps them exact
     void Start(const TGLArrayd3& origin, const TBatchRules& rules);
     /// \param matrix  from the frame of the object to that of the batch
+    /// Nothing of what it does not take.
+    void Add(TZEPObject& object, const TGLMatrixd4& matrix);
     /// \return false for what is of another kind
-    bool Add(TZEPObject& object, const TGLMatrixd4& matrix);
+    [[nodiscard]] static bool Takes(const TZEPObject& object);
     /// An outline, of one pixel.
     void AddLoop(const std::vector<TGLArrayd3>& corners, TColor color);
+    /// The edges of a box of the object's frame.
+    void AddBox(const TGLArrayd3& min, const TGLArrayd3& max, const TGLMatrixd4& matrix);
     void Close();
     [[nodiscard]] bool IsEmpty() const { return VertexCount() == 0; }
     [[nodiscard]] std::size_t VertexCount() const;
-
-    /// Widens the box by all places, which count from the origin of the batch.
-    void Extend(TGLArrayd3& min, TGLArrayd3& max) const;
 
     /// After what is opaque: smooth lines blend with it.
     /// \param fine    smooth, and with the styles of the lines
     /// \param widths  factor of all widths
     void Draw(const TDetail& detail, bool fine, float widths) const;
-    /// All of it, wide and in the colour of what is selected, over whatever is there.
-    void DrawMarks(float widths) const;
+    /// All of it, wide and in the colour of what is selected, over whatever is there; thinner
+    /// where it is much.
+    void DrawMarks(const TDetail& detail, float widths) const;
 
 private:
     struct TLines {
         TPenStyle Style;
         float Width;
         TVertexArray Vertexes{}; ///< two for each line
+        TArcArray Arcs{};
     };
     struct TPoints {
         float Width;
@@ -59,20 +62,20 @@ private:
     void AddArc(double start, double turn, int segments);
     void AddPolyline(TZEPPolyline& polyline);
     void StartLines(const TZEPLineShape& shape, TColor color);
-    [[nodiscard]] TVertexArray& LinesOf(TPenStyle style, float width);
+    [[nodiscard]] TLines& LinesOf(TPenStyle style, float width);
     [[nodiscard]] TVertexArray& PointsOf(float width);
     [[nodiscard]] TGLArrayd3 At(const TGLArrayd3& point) const;
     [[nodiscard]] TVertexColor ShownColor(TColor color);
     void MoveTo(const TGLArrayd3& point) { m_last = At(point); }
     void LineTo(const TGLArrayd3& point);
-    void DrawMark(float width, float widths) const;
+    void DrawMark(const TDetail& detail, float width, bool joints) const;
 
     std::vector<TLines> m_lines;
     std::vector<TPoints> m_points;
     TBatchRules m_rules;
     TGLArrayd3 m_origin{};
     const TGLMatrixd4* m_matrix = nullptr;
-    TVertexArray* m_vertexes = nullptr;
+    TLines* m_present = nullptr; ///< that lines are added to
     TVertexColor m_color{};
     TGLArrayd3 m_last{};
     TColor m_given = clBlack; ///< the one whose shown colour is at hand

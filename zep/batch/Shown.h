@@ -14,8 +14,8 @@ enum class TZEPShading {
 };
 
 /// How a view shows a batch: rules that hold while it draws. Nothing of them is written into
-/// objects or materials, and nothing is stored; see `TZEPBatch::SetShown`. Even light and outlines
-/// hold for batches below it in any case.
+/// objects or materials, and nothing is stored; see `TZEPBatch::SetShown` and
+/// `TZEPPanel::SetShown`. Even light and outlines hold for batches below it in any case.
 struct TZEPShown {
     /// Colours of lines, points, text and plain faces that could not be told from it give way to
     /// others (`Readable`); none: all are as they are.

@@ -2,6 +2,7 @@
 
 #include <zep/appearance/materials/Material.h>
 #include <zep/batch/DrawScopes.h>
+#include <zep/gl/ClientArrays.h>
 #include <zep/objects/Mesh.h>
 #include <zep/objects/SmoothNormals.h>
 #include <zep/scene/Frame.h>
@@ -109,24 +110,21 @@ void TSmoothMesh::Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState st
     if (TZEPViewVolume::OfContext(1).Shows(min, max) == TZEPSeen::Nothing) return;
     const bool library = mesh.ColorFaces() && mesh.Scene() && mesh.Scene()->MaterialLibrary();
     TZEPDrawRun& draws = scene.Frame().Run;
-    draws.Enter(true);
+    const TZEPDrawRun::Turn turn(draws, true);
     for (const TRun& run : m_runs) {
         TZEPMaterial* material =
             library ? scene.LibraryMaterial((*mesh.Faces())[run.Face].MaterialIndex())
                     : mesh.GetMaterial();
         if (!material || material->IsTransparent() != (state == dsTransparent)) continue;
-        draws.OpenMaterial(*material);
+        const TZEPDrawRun::MaterialScope applied(draws, *material);
+        draws.OpenSurface();
         DrawCorners(run, material->HasTexture());
-        draws.CloseMaterial(true);
     }
     draws.End();
-    if (mesh.Selected() && state != dsTransparent && state != dsShadows) mesh.DrawSelection();
 }
 
 void TSmoothMesh::DrawCorners(const TRun& run, bool textured) const {
-    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glEnableClientState(GL_NORMAL_ARRAY);
+    const TClientArraysScope arrays({GL_VERTEX_ARRAY, GL_NORMAL_ARRAY});
     glVertexPointer(3, GL_FLOAT, 0, m_points.front().data());
     glNormalPointer(GL_FLOAT, 0, m_normals.front().data());
     if (textured) {
@@ -134,7 +132,9 @@ void TSmoothMesh::DrawCorners(const TRun& run, bool textured) const {
         glTexCoordPointer(2, GL_FLOAT, 0, m_pictures.front().data());
     }
     glDrawArrays(GL_TRIANGLES, static_cast<GLint>(run.First), static_cast<GLsizei>(run.Count));
-    glPopClientAttrib();
+    // As after single calls, whatever a driver makes of arrays.
+    glNormal3fv(m_normals[run.First + run.Count - 1].data());
+    if (textured) glTexCoord2fv(m_pictures[run.First + run.Count - 1].data());
 }
 
 bool TSmoothMeshes::Draw(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state) {
@@ -143,23 +143,17 @@ bool TSmoothMeshes::Draw(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawSt
         mesh->GetItemsCount() > 0)
         return false;
     auto& kept = m_meshes[mesh];
-    if (!kept.Mesh || (kept.IsDoubtful && !kept.Mesh->IsOf(*mesh)))
+    if (!kept.Of || (kept.IsDoubtful && !kept.Mesh->IsOf(*mesh)))
         kept.Mesh = std::make_unique<TSmoothMesh>(*mesh);
+    kept.Of = mesh;
     kept.IsDoubtful = false;
     kept.Mesh->Draw(*mesh, scene, state);
     return true;
 }
 
 void TSmoothMeshes::Doubt() {
+    std::erase_if(m_meshes, [](const auto& kept) { return !kept.second.Of; });
     for (auto& kept : m_meshes) kept.second.IsDoubtful = true;
-}
-
-void TSmoothMeshes::Forget(const TZEPObject* gone) {
-    std::erase_if(m_meshes, [gone](const auto& kept) {
-        const TZEPObject* object = kept.first;
-        while (object && object != gone) object = object->Parent();
-        return object;
-    });
 }
 
 } // namespace ZEP

@@ -3,6 +3,8 @@
 #include <zep/scene/DrawPasses.h>
 #include <zep/scene/Geom.h>
 
+#include <QPointer>
+
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -23,8 +25,7 @@ public:
     /// The mesh is still what this was made of: it must be when this draws.
     [[nodiscard]] bool IsOf(TZEPMesh& mesh) const;
 
-    /// As the mesh draws itself in the passes that show it, in that of shadows on it without its
-    /// selection.
+    /// As the mesh draws itself in the passes that show it, without its selection.
     void Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState state) const;
 
 private:
@@ -50,13 +51,12 @@ public:
     /// \return false for what is no mesh, or one that has a shading of its own, and in passes that
     ///         do not show it
     bool Draw(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state);
-    /// Some may have changed.
+    /// Some may have changed, or gone.
     void Doubt();
-    /// It has gone, maybe with what is below it.
-    void Forget(const TZEPObject* gone);
 
 private:
     struct TKept {
+        QPointer<TZEPMesh> Of;
         std::unique_ptr<TSmoothMesh> Mesh;
         bool IsDoubtful = false;
     };

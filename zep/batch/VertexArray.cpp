@@ -51,18 +51,21 @@ void TVertexArray::Close() {
         m_vertexes.shrink_to_fit();
 }
 
-void TVertexArray::Extend(TGLArrayd3& min, TGLArrayd3& max) const {
-    for (const TBlock& block : m_blocks) {
-        MinBoundsd(min, block.Min);
-        MaxBoundsd(max, block.Max);
-    }
+void TVertexArray::Bind() const {
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glVertexPointer(3, GL_FLOAT, sizeof(TVertex), m_vertexes.front().Point.data());
+    glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(TVertex), m_vertexes.front().Color.data());
+}
+
+void TVertexArray::Draw(GLenum mode, std::size_t first, std::size_t end) const {
+    if (first >= end) return;
+    Bind();
+    DrawRange(mode, first, end);
 }
 
 void TVertexArray::Draw(GLenum mode, const TDetail& detail) const {
     if (m_vertexes.empty()) return;
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glVertexPointer(3, GL_FLOAT, sizeof(TVertex), m_vertexes.front().Point.data());
-    glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(TVertex), m_vertexes.front().Color.data());
+    Bind();
     if (detail.Share < 1) return DrawPieces(mode, detail);
     DrawBlocks(mode, detail);
 }

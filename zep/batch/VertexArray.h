@@ -12,6 +12,7 @@
 
 namespace ZEP {
 
+class TPixelScale;
 class TZEPViewVolume;
 
 /// Eight bits for each of red, green, blue and alpha.
@@ -23,6 +24,7 @@ using TVertexColor = std::array<std::uint8_t, 4>;
 struct TDetail {
     double Share = 1;                       ///< above 0; from 1 on everything
     const TZEPViewVolume* Volume = nullptr; ///< in the frame of the vertexes; null: all is seen
+    const TPixelScale* Pixels = nullptr;    ///< likewise; null: arcs are drawn as they were stored
 };
 
 /// Coloured vertexes of lines, triangles or points, which OpenGL takes in a few calls. What is out
@@ -35,11 +37,10 @@ public:
     /// No more come: memory that is not used goes back.
     void Close();
     [[nodiscard]] std::size_t Count() const { return m_vertexes.size(); }
-    /// Widens the box by all places.
-    void Extend(TGLArrayd3& min, TGLArrayd3& max) const;
-
-    /// Between `glPushClientAttrib` and its pop. \param mode  GL_LINES, GL_TRIANGLES or GL_POINTS
+    /// While a `TClientArraysScope` lives. \param mode  GL_LINES, GL_TRIANGLES or GL_POINTS
     void Draw(GLenum mode, const TDetail& detail) const;
+    /// The same of some of them. \param end  after the last one
+    void Draw(GLenum mode, std::size_t first, std::size_t end) const;
 
 private:
     struct TVertex {
@@ -50,6 +51,7 @@ private:
         TGLArrayd3 Min, Max;
     };
 
+    void Bind() const;
     [[nodiscard]] bool Shows(std::size_t block, const TDetail& detail) const;
     void DrawBlocks(GLenum mode, const TDetail& detail) const;
     void DrawPieces(GLenum mode, const TDetail& detail) const;

@@ -1,8 +1,7 @@
 #include <zep/converters/DumpFile.h>
 
 #include <zep/framework/Exception.h>
-
-#include <QFileInfo>
+#include <zep/framework/FileSaving.h>
 
 namespace ZEP {
 
@@ -18,7 +17,7 @@ QString DumpName(const QString& fileName) {
 
 TDumpFile::TDumpFile(const QString& fileName, const QString& method)
     : m_file(DumpName(fileName)), m_method(method) {
-    if (QFileInfo(m_file) == QFileInfo(fileName)) Refuse(QStringLiteral("it is the file to read"));
+    if (IsSameFile(m_file.fileName(), fileName)) Refuse(QStringLiteral("it is the file to read"));
     if (!m_file.open(QIODevice::WriteOnly)) Refuse(m_file.errorString());
 }
 
@@ -33,7 +32,9 @@ void TDumpFile::Append(std::string_view text) {
 }
 
 void TDumpFile::Finish() {
-    if (!m_file.flush() || m_file.error() != QFileDevice::NoError) Refuse(m_file.errorString());
+    if (m_file.flush() && m_file.error() == QFileDevice::NoError) return;
+    m_file.flush(); // a write that was cut short does not know why, but the next one does
+    Refuse(m_file.errorString());
 }
 
 void TDumpFile::Refuse(const QString& reason) const {

@@ -9,10 +9,10 @@
 
 namespace ZEP {
 
-/// Hands out the lines of a text in memory (a buffer or a mapped file) as views into it; nothing
-/// is copied. A line ends with LF, CR LF, CR CR LF or a lone CR, the last one also without any. A
-/// byte order mark (UTF-8) in front is passed over. Linear in the size of the text for any mix of
-/// line ends.
+/// Hands out the lines of a text in memory (a buffer, or a file that was read) as views into it;
+/// nothing is copied. A line ends with LF, CR LF, CR CR LF or a lone CR, the last one also without
+/// any. A byte order mark (UTF-8) in front is passed over. Linear in the size of the text for any
+/// mix of line ends.
 class ZEP_CORE_EXPORT TLineSource {
 public:
     /// \param text  must outlive the source

@@ -76,9 +76,15 @@ QString TTextureFolder::PathOf(const QString& name) const {
 QString TTextureFolder::Find(const QString& name) {
     const QString file = LastPart(name);
     if (m_folder.isEmpty() || file.isEmpty()) return {};
-    if (QFileInfo(m_folder + file).isFile()) return m_folder + file;
-    const QString other = FindOther(file);
-    return other.isEmpty() ? QString() : m_folder + other;
+    const bool isThere = QFileInfo(m_folder + file).isFile();
+    const QString found = isThere ? file : FindOther(file);
+    return !found.isEmpty() && IsInFolder(m_folder + found) ? m_folder + found : QString();
+}
+
+// A link may lead anywhere: out of the folder, or to a pipe that nobody writes into.
+bool TTextureFolder::IsInFolder(const QString& path) const {
+    const QFileInfo target(QFileInfo(path).canonicalFilePath());
+    return target.isFile() && target.path() == QFileInfo(m_folder).canonicalFilePath();
 }
 
 QString TTextureFolder::FindOther(const QString& file) {

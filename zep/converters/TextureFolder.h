@@ -7,7 +7,7 @@ namespace ZEP {
 
 /// Finds the pictures of a model beside it. Names in models come from elsewhere: in capitals, cut
 /// to eight and three letters, with folders of another machine. Whatever a name says, only files of
-/// the model's own folder are found.
+/// the model's own folder are found: ordinary ones, and links to such.
 class TTextureFolder {
 public:
     /// The folder of that file; where it is empty, no folder, and nothing is found.
@@ -23,6 +23,7 @@ public:
 
 private:
     [[nodiscard]] QString FindOther(const QString& file);
+    [[nodiscard]] bool IsInFolder(const QString& path) const;
 
     QString m_folder; // with a slash at its end
     QStringList m_files;

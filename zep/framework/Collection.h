@@ -36,6 +36,9 @@ public:
     [[nodiscard]] TObject* Owner() const { return m_owner; }
     [[nodiscard]] virtual const QMetaObject* ItemMetaObject() const = 0;
 
+    /// Memory of an item, without what its values hold beside it.
+    [[nodiscard]] virtual std::size_t ItemBytes() const = 0;
+
     [[nodiscard]] virtual int Count() const = 0;
     /// Item `index`; raises `Exception` outside 0 .. Count() - 1.
     [[nodiscard]] virtual TCollectionItem* GetItem(int index) const = 0;

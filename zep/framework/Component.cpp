@@ -37,18 +37,33 @@ TComponent::TComponent(TComponent* owner) {
 }
 
 TComponent::~TComponent() {
+    m_destroying = true;
     if (m_relations) {
-        const QSet<TComponent*> listeners = std::exchange(m_relations->Listeners, {});
-        for (TComponent* listener : listeners) {
-            listener->Related().Watched.remove(this);
-            listener->Notification(this, opRemove);
-        }
-        for (TComponent* watched : std::as_const(m_relations->Watched))
-            watched->Related().Listeners.remove(this);
-        m_relations->Watched.clear();
+        TellListeners();
         DestroyComponents();
+        for (TComponent* watched : std::exchange(m_relations->Watched, {}))
+            watched->Related().Listeners.remove(this);
+        for (TComponent* late : std::exchange(m_relations->Listeners, {}))
+            late->Related().Watched.remove(this);
     }
     if (m_owner) m_owner->RemoveComponent(this);
+}
+
+void TComponent::operator delete(TComponent* component, std::destroying_delete_t) {
+    if (component->m_destroying) return;
+    component->m_destroying = true;
+    void* const memory = dynamic_cast<void*>(component);
+    component->~TComponent();
+    ::operator delete(memory);
+}
+
+// One that is told may free others, which then are no listeners any more.
+void TComponent::TellListeners() {
+    for (TComponent* listener : QSet<TComponent*>(m_relations->Listeners)) {
+        if (!m_relations->Listeners.remove(listener)) continue;
+        listener->Related().Watched.remove(this);
+        listener->Notification(this, opRemove);
+    }
 }
 
 TComponent::Relations& TComponent::Related() {
@@ -89,8 +104,20 @@ TComponent* TComponent::FindComponent(const QString& name) const {
     return m_relations ? m_relations->ByName.value(name.toLower()) : nullptr;
 }
 
+void TComponent::CheckOwnership(const TComponent& component) const {
+    int depth = 0;
+    for (const TComponent* owner = this; owner; owner = owner->m_owner) {
+        if (owner == &component)
+            throw Exception(QStringLiteral("A component cannot own one that owns it"));
+        if (++depth > DeepestNesting)
+            throw Exception(
+                QStringLiteral("Components are owned deeper than %1 levels").arg(DeepestNesting));
+    }
+}
+
 void TComponent::InsertComponent(TComponent* component) {
     if (component->m_owner == this) return;
+    CheckOwnership(*component);
     const QString name = component->Name();
     if (!name.isEmpty() && FindComponent(name))
         throw Exception(QStringLiteral("A component named %1 already exists").arg(name));
@@ -116,7 +143,13 @@ void TComponent::RemoveComponent(TComponent* component) {
 }
 
 void TComponent::DestroyComponents() {
-    while (m_relations && !m_relations->Owned.empty()) delete m_relations->Owned.back();
+    while (m_relations && !m_relations->Owned.empty()) {
+        TComponent* last = m_relations->Owned.back();
+        if (last->m_destroying)
+            RemoveComponent(last); // goes by itself
+        else
+            delete last;
+    }
 }
 
 void TComponent::FreeNotification(TComponent* listener) {

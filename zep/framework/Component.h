@@ -5,9 +5,11 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
+#include <new>
 
 namespace ZEP {
 
@@ -16,6 +18,10 @@ class TReader;
 class TWriter;
 
 enum TOperation { opInsert, opRemove };
+
+/// Owners of owners, and parents of parents, that a component can have, so that whoever walks them
+/// may recurse. As deep as streams go.
+inline constexpr int DeepestNesting = 1000;
 
 /// A component: it has an owner that frees it, a name unique among the owner's components, and
 /// tells those who asked for it when it goes away. Creating, removing and freeing cost the same
@@ -29,6 +35,10 @@ public:
     /// \param owner  frees this component when it goes away itself; may be null
     explicit TComponent(TComponent* owner = nullptr);
     ~TComponent() override;
+    /// Freeing a component that goes already does nothing: who hears that it goes may free it, its
+    /// owner or its parent.
+    static void operator delete(TComponent* component, std::destroying_delete_t);
+    static void operator delete(void* memory) { ::operator delete(memory); }
 
     /// The class name without its namespace: "TZEPLine".
     [[nodiscard]] QString ClassName() const;
@@ -49,7 +59,8 @@ public:
     [[nodiscard]] TComponent* Components(int index) const;
     /// The owned component of that name, compared without case; null if there is none.
     [[nodiscard]] TComponent* FindComponent(const QString& name) const;
-    /// Takes over ownership from the former owner. Raises `Exception` if the name is taken here.
+    /// Takes over ownership from the former owner. Raises `Exception` if the name is taken here,
+    /// for a component that owns this one, and beyond `DeepestNesting`.
     void InsertComponent(TComponent* component);
     /// Gives up ownership; nothing for a component that is not owned.
     void RemoveComponent(TComponent* component);
@@ -58,6 +69,9 @@ public:
     /// sides forget it when either goes away.
     void FreeNotification(TComponent* listener);
     void RemoveFreeNotification(TComponent* listener);
+
+    /// It goes: its destructor runs, or that of one that frees it.
+    [[nodiscard]] bool IsDestroying() const { return m_destroying; }
 
     /// In a form designer: no animation, no user events.
     [[nodiscard]] bool IsDesigning() const { return m_designing; }
@@ -79,6 +93,14 @@ public:
     virtual void WriteState(TWriter& writer);
     /// @}
 
+Q_SIGNALS:
+    /// A stream that was read into this component held components of classes that are not
+    /// registered, which were passed over with all below them. Told once, as the last thing that
+    /// the reading does: a slot may free this component.
+    /// \param classes  their names, each once, in alphabetical order
+    /// \param count    of the components that were passed over for that
+    void ClassesUnknown(const QStringList& classes, qint64 count);
+
 protected:
     /// A component that was asked about goes away (`opRemove`). Descendants clear their reference
     /// and call the inherited operation.
@@ -86,16 +108,22 @@ protected:
     /// Frees the owned components, last inserted first; a destructor that must see them gone
     /// before its own members calls it early.
     void DestroyComponents();
+    /// For a destructor that tells others, before it does: a component on the stack or within
+    /// another object is not freed by `delete`.
+    void BeginDestroying() { m_destroying = true; }
 
 private:
     struct Relations;
     Relations& Related();
+    void TellListeners();
+    void CheckOwnership(const TComponent& component) const;
 
     TComponent* m_owner = nullptr;
     std::unique_ptr<Relations> m_relations;
     int m_ownerIndex = -1;
     int m_tag = 0;
     bool m_designing = false;
+    bool m_destroying = false;
 };
 
 } // namespace ZEP

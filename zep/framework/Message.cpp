@@ -1,6 +1,5 @@
 #include <zep/framework/Message.h>
 
-#include <cstdio>
 #include <utility>
 
 namespace ZEP {
@@ -16,7 +15,18 @@ TMessageHandler& Handler() {
 
 void ShowMessage(const QString& text, const QString& title, TMessageIcon icon) {
     if (Handler()) return Handler()(text, title, icon);
-    std::fprintf(stderr, "%s: %s\n", qUtf8Printable(title), qUtf8Printable(text));
+    PrintText(stderr, title + QStringLiteral(": ") + text + QLatin1Char('\n'));
+}
+
+void PrintText(std::FILE* stream, const QString& text) {
+    QString shown;
+    shown.reserve(text.size());
+    for (const QChar c : text) {
+        const bool isControl = c.category() == QChar::Other_Control && c != u'\n' && c != u'\t';
+        shown += isControl ? QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'))
+                           : QString(c);
+    }
+    std::fputs(qUtf8Printable(shown), stream);
 }
 
 TMessageHandler SetMessageHandler(TMessageHandler handler) {

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <cstdio>
 #include <functional>
 
 namespace ZEP {
@@ -20,5 +21,9 @@ ZEP_CORE_EXPORT void ShowMessage(const QString& text, const QString& title, TMes
 /// Replaces what `ShowMessage` does and gives back what it did; an empty handler restores writing
 /// to standard error.
 ZEP_CORE_EXPORT TMessageHandler SetMessageHandler(TMessageHandler handler);
+
+/// Writes a text to standard output or error. Control characters in it, which names and files may
+/// bring along and terminals would obey, stand as "\\u001b"; line feeds and tabs stay.
+ZEP_CORE_EXPORT void PrintText(std::FILE* stream, const QString& text);
 
 } // namespace ZEP

@@ -10,6 +10,8 @@
 
 namespace ZEP {
 
+class TReadBudget;
+
 /// Takes the binary properties that an object defines by hand, beside its published ones. The
 /// stream's writer and reader implement it.
 class ZEP_CORE_EXPORT TFiler {
@@ -23,6 +25,8 @@ public:
     virtual void DefineBinaryProperty(const char* name,
                                       const std::function<void(const QByteArray&)>& read,
                                       const std::function<QByteArray()>& write, bool hasData) = 0;
+    /// What may still be made of the stream that is read; null where nothing is read.
+    [[nodiscard]] virtual TReadBudget* Budget() { return nullptr; }
 };
 
 /// A streamable sub-object of a component: a gadget whose class is known at run time. Every

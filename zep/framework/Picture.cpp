@@ -1,9 +1,11 @@
 #include <zep/framework/Picture.h>
 
 #include <zep/framework/Exception.h>
+#include <zep/framework/FileText.h>
+#include <zep/framework/PictureDecoding.h>
+#include <zep/framework/ReadBudget.h>
 
 #include <QBuffer>
-#include <QFile>
 
 namespace ZEP {
 
@@ -21,25 +23,33 @@ void TPicture::SetImage(const QImage& image) {
     OnChange(this);
 }
 
-void TPicture::SetData(const QByteArray& data) {
+void TPicture::SetData(const QByteArray& data, TReadBudget* budget) {
     if (data.isEmpty()) return Clear();
-    const QImage image = QImage::fromData(data);
-    if (image.isNull()) throw Exception(QStringLiteral("The data is no picture of a known format"));
-    m_image = image;
+    TReadBudget own(data.size());
+    const auto beside = [this](const QSize& size) { return BytesBeside(size); };
+    m_image = DecodePicture(data, budget ? *budget : own, beside);
     m_data = data;
     OnChange(this);
 }
 
-void TPicture::LoadFromFile(const QString& fileName) {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        throw Exception(QStringLiteral("Cannot open %1: %2").arg(fileName, file.errorString()),
-                        {.File = fileName});
-    const QByteArray data = file.readAll();
-    if (data.isEmpty() || QImage::fromData(data).isNull())
-        throw Exception(QStringLiteral("%1 is no picture of a known format").arg(fileName),
-                        {.File = fileName});
-    SetData(data);
+void TPicture::LoadFromFile(const QString& fileName, TReadBudget* budget) {
+    const TFileText file(fileName);
+    const std::string_view bytes = file.Text();
+    const auto named = [&](const Exception& error) {
+        return fileName + QStringLiteral(": ") + error.Message();
+    };
+    try {
+        if (bytes.empty()) throw Exception(QStringLiteral("The file is empty"));
+        SetData(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())), budget);
+    } catch (const TPictureTooLarge& error) {
+        throw TPictureTooLarge(named(error), {.File = fileName});
+    } catch (const Exception& error) {
+        throw Exception(named(error), {.File = fileName});
+    }
+}
+
+qint64 TPicture::BytesBeside(const QSize&) const {
+    return 0;
 }
 
 void TPicture::Clear() {
@@ -56,8 +66,8 @@ void TPicture::Assign(const TPersistent* source) {
 
 void TPicture::DefineProperties(TFiler& filer) {
     filer.DefineBinaryProperty(
-        "Data", [this](const QByteArray& data) { SetData(data); }, [this] { return Data(); },
-        !Empty());
+        "Data", [&](const QByteArray& data) { SetData(data, filer.Budget()); },
+        [this] { return Data(); }, !Empty());
 }
 
 } // namespace ZEP

@@ -20,6 +20,15 @@ QVariant EnumValue(const QMetaProperty& property, const QByteArray& text) {
     return known ? QVariant(value) : QVariant();
 }
 
+/// A number or one of the names; what is neither is no default, so that nothing is left out.
+QVariant ColorDefault(const QByteArray& text) {
+    bool isNumber = false;
+    const TColor color{text.toUInt(&isNumber, 0)};
+    if (isNumber) return QVariant::fromValue(color);
+    const auto named = ColorByName({text.constData(), static_cast<std::size_t>(text.size())});
+    return named ? QVariant::fromValue(*named) : QVariant();
+}
+
 bool IsGadgetPointer(const QMetaType& type) {
     return type.flags().testFlag(QMetaType::PointerToGadget);
 }
@@ -51,8 +60,7 @@ QVariant DeclaredDefault(const QMetaObject& type, const QMetaProperty& property)
     if (index < 0) return {};
     const QByteArray text = type.classInfo(index).value();
     if (property.isEnumType() || property.isFlagType()) return EnumValue(property, text);
-    if (property.metaType() == QMetaType::fromType<TColor>())
-        return QVariant::fromValue(TColor{text.toUInt(nullptr, 0)});
+    if (property.metaType() == QMetaType::fromType<TColor>()) return ColorDefault(text);
     if (property.metaType() == QMetaType::fromType<bool>()) return text == "true";
     QVariant value = property.metaType() == QMetaType::fromType<int>()
                          ? QVariant(text.toInt(nullptr, 0))

@@ -22,9 +22,9 @@ bool Change(T& field, const T& value) {
 /// \name Published properties
 /// A published property is a `Q_PROPERTY`, in published order. Its declared default stands beside
 /// it as `Q_CLASSINFO("PropertyName", "value")`: a number, `true`/`false`, a name of the
-/// enumeration, names joined by commas for a set, `0x00BBGGRR` for a colour. A property without
-/// such a line has no declared default. A descendant that starts with another value repeats the
-/// line.
+/// enumeration, names joined by commas for a set, `0x00BBGGRR` or a name such as `clRed` for a
+/// colour. A property without such a line has no declared default. A descendant that starts with
+/// another value repeats the line.
 /// @{
 
 /// The published properties of a class, inherited ones first, each name once at the place where

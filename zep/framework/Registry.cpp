@@ -10,12 +10,20 @@ TClassRegistry& TClassRegistry::Instance() {
     return registry;
 }
 
-void TClassRegistry::Register(const QMetaObject& type, const QString& group, Create make) {
-    m_entries[ClassName(type).toLower()] = {&type, group, std::move(make)};
+void TClassRegistry::Register(const Entry& entry) {
+    const auto [place, isNew] = m_entries.try_emplace(ClassName(*entry.Type).toLower(), entry);
+    if (isNew) return;
+    if (place->second.Type != entry.Type)
+        throw Exception(
+            QStringLiteral("The class %1 cannot be registered: %2 has that name already")
+                .arg(QLatin1String(entry.Type->className()),
+                     QLatin1String(place->second.Type->className())));
+    place->second = entry;
 }
 
-void TClassRegistry::Unregister(const QString& className) {
-    m_entries.erase(className.toLower());
+void TClassRegistry::Unregister(const QMetaObject& type) {
+    const auto found = m_entries.find(ClassName(type).toLower());
+    if (found != m_entries.end() && found->second.Type == &type) m_entries.erase(found);
 }
 
 const TClassRegistry::Entry* TClassRegistry::Find(const QString& className) const {

@@ -67,6 +67,7 @@ public:
     [[nodiscard]] const QMetaObject* ItemMetaObject() const override {
         return &TItem::staticMetaObject;
     }
+    [[nodiscard]] std::size_t ItemBytes() const override { return sizeof(TItem); }
     [[nodiscard]] int Count() const override { return static_cast<int>(m_items.Size()); }
     [[nodiscard]] TItem* GetItem(int index) const override {
         CheckIndex(index);

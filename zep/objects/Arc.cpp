@@ -2,6 +2,7 @@
 
 #include <zep/framework/Property.h>
 #include <zep/objects/CirclePoints.h>
+#include <zep/objects/SegmentCount.h>
 
 #include <algorithm>
 #include <numbers>
@@ -31,7 +32,7 @@ TGLArrayd3 AxisPoint(double quarter) {
 } // namespace
 
 void TZEPArc::SetSegments(int segments) {
-    if (Change(m_segments, std::max(segments, 3))) Invalidate(this);
+    if (Change(m_segments, SegmentCount(segments))) Invalidate(this);
 }
 
 void TZEPArc::SetStartAngle(double angle) {

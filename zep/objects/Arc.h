@@ -19,7 +19,7 @@ public:
     using TZEPLineShape::TZEPLineShape;
 
     [[nodiscard]] int Segments() const { return m_segments; }
-    /// Number of line pieces; below 3 it becomes 3.
+    /// Number of line pieces, brought into 3 to 1,000,000.
     void SetSegments(int segments);
     /// Degrees counter-clockwise from +x.
     [[nodiscard]] double StartAngle() const { return m_startAngle; }
@@ -33,7 +33,7 @@ public:
     void DrawShape(GLenum face, bool draft) override;
 
 protected:
-    [[nodiscard]] bool SharesDrawRun() const override { return true; }
+    [[nodiscard]] bool SharesDrawRun() const override { return typeid(*this) == typeid(TZEPArc); }
     [[nodiscard]] bool StaysInSize() const override { return MayBeCulled(); }
 
 private:

@@ -114,9 +114,10 @@ void TZEPBox::DrawSpecific(GLenum, bool draft) {
     TZEPDrawRun& run = DrawFrame().Run;
     // Between neighbours arrays cost two thirds of what single calls do.
     if (run.Waits() && !draft && !textured && !Sliced() && m_parts == AllParts) {
-        run.OpenArrays({Arrays.Points.front().data(), Arrays.Normals.front().data()});
-        glDrawArrays(GL_QUADS, 0, static_cast<GLsizei>(Arrays.Points.size()));
-        return run.CloseAttributes();
+        const TZEPDrawRun::AttributeScope arrays(
+            run, TZEPArrayAttributes{Arrays.Points.front().data(), Arrays.Normals.front().data(),
+                                     Arrays.Normals.back().data()});
+        return glDrawArrays(GL_QUADS, 0, static_cast<GLsizei>(Arrays.Points.size()));
     }
     run.OpenSurface();
     for (const TFace& face : Faces) {

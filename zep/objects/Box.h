@@ -62,7 +62,7 @@ public:
     void DrawSpecific(GLenum face, bool draft) override;
 
 protected:
-    [[nodiscard]] bool SharesDrawRun() const override { return true; }
+    [[nodiscard]] bool SharesDrawRun() const override { return typeid(*this) == typeid(TZEPBox); }
 
 private:
     [[nodiscard]] bool Sliced() const { return m_slices != std::array{1, 1, 1}; }
@@ -76,6 +76,11 @@ class ZEP_CORE_EXPORT TZEPLegendBox : public TZEPBox {
     Q_OBJECT
 public:
     using TZEPBox::TZEPBox;
+
+protected:
+    [[nodiscard]] bool SharesDrawRun() const override {
+        return typeid(*this) == typeid(TZEPLegendBox);
+    }
 };
 
 using TZEPBoxPart = TZEPBox::TZEPBoxPart;

@@ -2,6 +2,7 @@
 
 #include <zep/framework/Property.h>
 #include <zep/objects/CirclePoints.h>
+#include <zep/objects/SegmentCount.h>
 
 #include <algorithm>
 #include <numbers>
@@ -15,7 +16,7 @@ const TRegisterObject<TZEPCircle> Registered;
 } // namespace
 
 void TZEPCircle::SetSegments(int segments) {
-    if (Change(m_segments, std::max(segments, 3))) Invalidate(this);
+    if (Change(m_segments, SegmentCount(segments))) Invalidate(this);
 }
 
 void TZEPCircle::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {

@@ -16,7 +16,7 @@ public:
     using TZEPLineShape::TZEPLineShape;
 
     [[nodiscard]] int Segments() const { return m_segments; }
-    /// Number of corners; below 3 it becomes 3.
+    /// Number of corners, brought into 3 to 1,000,000.
     void SetSegments(int segments);
 
     /// (-0.5, -0.5, 0) to (0.5, 0.5, 0).
@@ -24,7 +24,9 @@ public:
     void DrawShape(GLenum face, bool draft) override;
 
 protected:
-    [[nodiscard]] bool SharesDrawRun() const override { return true; }
+    [[nodiscard]] bool SharesDrawRun() const override {
+        return typeid(*this) == typeid(TZEPCircle);
+    }
     [[nodiscard]] bool StaysInSize() const override { return MayBeCulled(); }
 
 private:

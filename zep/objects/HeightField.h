@@ -71,6 +71,7 @@ public:
     void SetColorVertexes(bool color) { Set(m_colorVertexes, color); }
 
     /// \name What the host tells of the surface
+    /// Questions: the tree stays as it is while they are answered.
     /// @{
     void SetOnHeight(THeight height);
     /// Used where the field is smooth; without it normals follow from the heights of neighbours.

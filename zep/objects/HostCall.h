@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/framework/Watch.h>
+
 #include <QString>
 
 #include <exception>
@@ -10,18 +12,25 @@ namespace ZEP {
 /// one neither ends the frame of the others nor reports itself with each frame.
 class THostCall {
 public:
-    /// Whether `call` came to its end.
+    THostCall() = default;
+    ~THostCall() { TZEPWatch::Forget(this); }
+    THostCall(const THostCall&) = delete;
+    THostCall& operator=(const THostCall&) = delete;
+
+    /// Whether `call`, which may free this, came to its end.
     template <class Call>
     bool Run(Call&& call) {
         if (!m_error.isEmpty()) return false;
+        const TZEPWatch alive(this);
+        QString error;
         try {
             call();
             return true;
-        } catch (const std::exception& error) {
-            m_error = QString::fromUtf8(error.what());
+        } catch (const std::exception& raised) {
+            error = QString::fromUtf8(raised.what());
         } catch (...) {
         }
-        if (m_error.isEmpty()) m_error = QStringLiteral("A callback failed");
+        if (alive) m_error = error.isEmpty() ? QStringLiteral("A callback failed") : error;
         return false;
     }
     void Reset() { m_error.clear(); }

@@ -1,6 +1,7 @@
 #include <zep/objects/Label.h>
 
 #include <zep/framework/Property.h>
+#include <zep/gl/Scopes.h>
 #include <zep/objects/TextShape.h>
 
 namespace ZEP {
@@ -9,9 +10,19 @@ namespace {
 
 const TRegisterObject<TZEPLabel> Registered;
 
-void SendPoints(GLenum mode, const std::vector<TTextPoint>& points) {
+void SendPlaceIn(const TTextBox& box, const TTextPoint& point) {
+    const auto& [low, high] = box;
+    glTexCoord2f((point[0] - low[0]) / (high[0] - low[0]),
+                 (point[1] - low[1]) / (high[1] - low[1]));
+}
+
+/// \param picture  the box that the material's picture covers; null: there is none
+void SendPoints(GLenum mode, const std::vector<TTextPoint>& points, const TTextBox* picture) {
     glBegin(mode);
-    for (const TTextPoint& point : points) glVertex2fv(point.data());
+    for (const TTextPoint& point : points) {
+        if (picture) SendPlaceIn(*picture, point);
+        glVertex2fv(point.data());
+    }
     glEnd();
 }
 
@@ -81,10 +92,13 @@ void TZEPLabel::BuildShadowVolumes() {
 }
 
 void TZEPLabel::DrawShape(bool draft) {
+    // A material of the library does not tell of its changes.
+    if (Change(m_textured, HasTexture())) m_lists.Reset();
+    const TTextBox* picture = m_textured ? &Box() : nullptr;
     m_lists.Draw(draft, [&] {
         glNormal3f(0, 0, 1);
-        if (!draft) return SendPoints(GL_TRIANGLES, Shape().Triangles);
-        for (const auto& outline : Shape().Outlines) SendPoints(GL_LINE_LOOP, outline);
+        if (!draft) return SendPoints(GL_TRIANGLES, Shape().Triangles, picture);
+        for (const auto& outline : Shape().Outlines) SendPoints(GL_LINE_LOOP, outline, picture);
     });
 }
 
@@ -92,6 +106,8 @@ void TZEPLabel::DrawBitmap() {
     if (!m_bitmap) m_bitmap = std::make_unique<TTextBitmap>(MakeTextBitmap(m_caption, m_font));
     const QImage& bits = m_bitmap->Bits;
     if (bits.isNull()) return;
+    const TZEPAttribScope attributes(GL_ENABLE_BIT);
+    glDisable(GL_TEXTURE_2D); // Mesa 22.3 ends in a fault over a bitmap with a picture
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
     glPixelStorei(GL_UNPACK_LSB_FIRST, GL_FALSE);

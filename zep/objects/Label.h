@@ -17,6 +17,8 @@ struct TTextShape;
 /// letters reach from y = 0 to 1, the text begins at x = 0. As a bitmap it has the height of its
 /// font in pixels wherever its origin is in view.
 ///
+/// A picture of the material covers the box of the text; a bitmap has none.
+///
 /// A click anywhere in the box of the text picks it. Of a longer text the first 4096 characters
 /// are drawn.
 ///
@@ -62,6 +64,7 @@ private:
     std::unique_ptr<TTextBitmap> m_bitmap;
     TDisplayLists m_lists;
     bool m_bitmapFont = false;
+    bool m_textured = false; // so are the lists
 };
 
 } // namespace ZEP

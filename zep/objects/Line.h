@@ -21,7 +21,7 @@ public:
     void DrawShape(GLenum face, bool draft) override;
 
 protected:
-    [[nodiscard]] bool SharesDrawRun() const override { return true; }
+    [[nodiscard]] bool SharesDrawRun() const override { return typeid(*this) == typeid(TZEPLine); }
     [[nodiscard]] bool StaysInSize() const override { return MayBeCulled(); }
 };
 

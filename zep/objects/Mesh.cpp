@@ -21,22 +21,6 @@ const TRegisterObject<TZEPMesh> Registered;
 /// Up to here immediate mode is as quick as arrays, which have to be set up.
 constexpr int FewFaces = 64;
 
-/// Neighbours share a material only where it is on both sides.
-void Apply(TZEPDrawRun& run, TZEPMaterial& material, GLenum face) {
-    if (face == GL_FRONT_AND_BACK) {
-        run.OpenMaterial(material);
-        return run.OpenSurface();
-    }
-    run.End();
-    material.ApplayMaterial(face);
-    run.ApplyRules(material, face);
-}
-
-void Release(TZEPDrawRun& run, TZEPMaterial& material, GLenum face) {
-    if (face == GL_FRONT_AND_BACK) return run.CloseMaterial(true);
-    material.CancelMaterial();
-}
-
 } // namespace
 
 TZEPMesh::TZEPMesh(TComponent* owner) : TZEPShadowedObject(owner) {
@@ -163,9 +147,9 @@ void TZEPMesh::DrawMaterials(GLenum face, bool draft) {
             run = end;
             continue;
         }
-        Apply(DrawFrame().Run, *material, face);
+        const TZEPDrawRun::MaterialScope applied(DrawFrame().Run, *material, face);
+        DrawFrame().Run.OpenSurface();
         for (; run != end; ++run) SendFaces(run->First, run->Last, draft, material->HasTexture());
-        Release(DrawFrame().Run, *material, face);
     }
 }
 

@@ -63,7 +63,7 @@ protected:
     /// How many materials the scene's library holds: faces of others are not drawn.
     [[nodiscard]] std::uint64_t ShadowLook() const override;
     [[nodiscard]] bool StaysInSize() const override { return m_vertexes.Count() > 1; }
-    [[nodiscard]] bool SharesDrawRun() const override { return true; }
+    [[nodiscard]] bool SharesDrawRun() const override { return typeid(*this) == typeid(TZEPMesh); }
 
 private:
     /// Which materials of the library a pass draws.

@@ -15,13 +15,12 @@ void TZEPPoint::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
 }
 
 void TZEPPoint::DrawSpecific(GLenum, bool) {
-    TZEPDrawRun& run = DrawFrame().Run;
-    run.OpenPoint({.Width = Width(), .Smooth = Smooth()});
+    const TZEPDrawRun::AttributeScope attributes(
+        DrawFrame().Run, TZEPPointAttributes{.Width = Width(), .Smooth = Smooth()});
     glBegin(GL_POINTS);
     glNormal3b(127, 0, 0);
     glVertex3dv(FirstPoint().data());
     glEnd();
-    run.CloseAttributes();
 }
 
 } // namespace ZEP

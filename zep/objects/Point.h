@@ -22,7 +22,7 @@ public:
     void DrawSpecific(GLenum face, bool draft) override;
 
 protected:
-    [[nodiscard]] bool SharesDrawRun() const override { return true; }
+    [[nodiscard]] bool SharesDrawRun() const override { return typeid(*this) == typeid(TZEPPoint); }
     [[nodiscard]] bool StaysInSize() const override { return MayBeCulled(); }
 };
 

@@ -88,7 +88,9 @@ protected:
     /// Sends the normal, which the tessellated drawing leaves as it is.
     void PrepareGeometry() override;
     [[nodiscard]] bool StaysInSize() const override { return m_vertexes.Count() > 2; }
-    [[nodiscard]] bool SharesDrawRun() const override { return true; }
+    [[nodiscard]] bool SharesDrawRun() const override {
+        return typeid(*this) == typeid(TZEPPolygon);
+    }
 
 private:
     struct TPlaces;

@@ -1,6 +1,7 @@
 #include <zep/objects/Polyline.h>
 
 #include <zep/framework/Property.h>
+#include <zep/objects/SegmentCount.h>
 #include <zep/objects/VertexBounds.h>
 #include <zep/objects/VertexColors.h>
 #include <zep/scene/Spline.h>
@@ -30,7 +31,7 @@ TZEPPolyline::~TZEPPolyline() {
 }
 
 void TZEPPolyline::SetSegments(int segments) {
-    if (Change(m_segments, std::max(segments, 3))) Invalidate(this);
+    if (Change(m_segments, SegmentCount(segments))) Invalidate(this);
 }
 
 void TZEPPolyline::SetColorVertexes(bool colorVertexes) {

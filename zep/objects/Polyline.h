@@ -35,7 +35,7 @@ public:
     ~TZEPPolyline() override;
 
     [[nodiscard]] int Segments() const { return m_segments; }
-    /// Steps of the spline; below 3 it becomes 3.
+    /// Steps of the spline, brought into 3 to 1,000,000.
     void SetSegments(int segments);
     /// The chain; fewer than two vertexes draw nothing.
     [[nodiscard]] TZEPVertexes* Vertexes() { return &m_vertexes; }
@@ -82,7 +82,8 @@ protected:
     }
     /// A list that a host handed in may leave any state behind.
     [[nodiscard]] bool SharesDrawRun() const override {
-        return m_compiled || !m_displayList.Exists() || !m_useDisplayList;
+        return typeid(*this) == typeid(TZEPPolyline) &&
+               (m_compiled || !m_displayList.Exists() || !m_useDisplayList);
     }
 
 private:

@@ -1,13 +1,15 @@
 #include <zep/objects/TriangleSender.h>
 
+#include <zep/gl/ClientArrays.h>
+
+#include <utility>
+
 namespace ZEP {
 
 // NOLINTNEXTLINE(*-member-init): what is not sent is not written either
 TArraySender::TArraySender(bool textured) : m_textured(textured) {
     const TVertex& first = m_vertexes.front();
-    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glEnableClientState(GL_NORMAL_ARRAY);
+    PushClientArrays({GL_VERTEX_ARRAY, GL_NORMAL_ARRAY});
     glVertexPointer(3, GL_FLOAT, sizeof(TVertex), first.Point.data());
     glNormalPointer(GL_FLOAT, sizeof(TVertex), first.Normal.data());
     if (!textured) return;
@@ -21,8 +23,12 @@ TArraySender::~TArraySender() {
 }
 
 void TArraySender::Flush() {
-    if (m_count > 0) glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(m_count));
-    m_count = 0;
+    if (m_count == 0) return;
+    glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(m_count));
+    // As after single calls, whatever a driver makes of arrays.
+    const TVertex& last = m_vertexes[std::exchange(m_count, 0) - 1];
+    glNormal3fv(last.Normal.data());
+    if (m_textured) glTexCoord2fv(last.TexCoord.data());
 }
 
 } // namespace ZEP

@@ -1,5 +1,9 @@
 #include <zep/objects/User.h>
 
+#include <zep/framework/Watch.h>
+#include <zep/scene/Frame.h>
+#include <zep/scene/ViewVolume.h>
+
 #include <utility>
 
 namespace ZEP {
@@ -17,6 +21,8 @@ GLint Depth(GLenum stack) {
 /// Notes how deep OpenGL's stacks are and brings them back there.
 class StackGuard {
 public:
+    StackGuard() { glPushClientAttrib(static_cast<GLbitfield>(GL_CLIENT_ALL_ATTRIB_BITS)); }
+
     /// \param broken  the drawing may have ended between glBegin and glEnd
     void Restore(bool broken) const {
         if (broken) {
@@ -50,13 +56,13 @@ void TZEPUser::Report() const {
 }
 
 void TZEPUser::SetOnDraw(TDraw draw) {
-    m_draw = std::move(draw);
+    m_draw = draw ? std::make_shared<const TDraw>(std::move(draw)) : nullptr;
     m_calls.Reset();
     Invalidate(this);
 }
 
 void TZEPUser::SetOnGetSize(TMeasure measure) {
-    m_measure = std::move(measure);
+    m_measure = measure ? std::make_shared<const TMeasure>(std::move(measure)) : nullptr;
     m_calls.Reset();
     Invalidate(this);
 }
@@ -66,17 +72,25 @@ void TZEPUser::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
     if (!m_measure || !Error().isEmpty()) return;
     TGLArrayd3 low = min;
     TGLArrayd3 high = max;
-    if (!m_calls.Run([&] { m_measure(*this, low, high); })) return Report();
+    const auto measure = m_measure;
+    const TZEPWatch alive(this);
+    if (!m_calls.Run([&] { (*measure)(*this, low, high); })) {
+        if (alive) Report();
+        return;
+    }
     min = low;
     max = high;
 }
 
 void TZEPUser::DrawSpecific(GLenum face, bool draft) {
     if (!m_draw || !Error().isEmpty()) return;
+    const TZEPViewFrame anywhere(DrawFrame(), std::nullopt); // it may draw others in other places
     const StackGuard stacks;
-    const bool done = m_calls.Run([&] { m_draw(*this, face, draft); });
+    const auto drawn = m_draw;
+    const TZEPWatch alive(this);
+    const bool done = m_calls.Run([&] { (*drawn)(*this, face, draft); });
     stacks.Restore(!done);
-    if (!done) Report();
+    if (!done && alive) Report();
 }
 
 } // namespace ZEP

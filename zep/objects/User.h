@@ -5,6 +5,7 @@
 #include <zep/objects/HostCall.h>
 
 #include <functional>
+#include <memory>
 
 namespace ZEP {
 
@@ -16,7 +17,9 @@ class ZEP_CORE_EXPORT TZEPUser : public TZEPShadowedObject {
     Q_OBJECT
 public:
     /// Draws: `face` is GL_FRONT, GL_BACK or GL_FRONT_AND_BACK, `draft` asks for outlines. What it
-    /// pushes without popping is popped after it; any other state it leaves as it found it.
+    /// pushes without popping is popped after it, and the client's arrays are as before; any other
+    /// state it leaves as it found it. It may draw other objects, which leave OpenGL with their
+    /// materials.
     using TDraw = std::function<void(TZEPUser& sender, GLenum face, bool draft)>;
     /// Answers the box that is drawn in, in the object's own frame.
     using TMeasure = std::function<void(const TZEPUser& sender, TGLArrayd3& min, TGLArrayd3& max)>;
@@ -24,6 +27,7 @@ public:
     using TZEPShadowedObject::TZEPShadowedObject;
 
     void SetOnDraw(TDraw draw);
+    /// A question: the tree stays as it is while it is answered.
     void SetOnGetSize(TMeasure measure);
     /// What the callback that failed said; empty while all is well.
     [[nodiscard]] const QString& Error() const { return m_calls.Error(); }
@@ -45,8 +49,9 @@ protected:
 private:
     void Report() const;
 
-    TDraw m_draw;
-    TMeasure m_measure;
+    // Shared with a call that is on the way, which may set another.
+    std::shared_ptr<const TDraw> m_draw;
+    std::shared_ptr<const TMeasure> m_measure;
     mutable THostCall m_calls;
 };
 

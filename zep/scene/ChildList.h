@@ -1,10 +1,10 @@
 #pragma once
 
 #include <zep/framework/Exception.h>
+#include <zep/framework/Watch.h>
 #include <zep/scene/BlockCounts.h>
 #include <zep/scene/ChildNews.h>
 #include <zep/scene/ViewVolume.h>
-#include <zep/scene/Watch.h>
 
 #include <algorithm>
 #include <cstddef>

@@ -2,10 +2,10 @@
 
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/SharedMaterials.h>
+#include <zep/framework/Watch.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vertex3.h>
-#include <zep/scene/Watch.h>
 #include <zep/scene/XForm.h>
 
 namespace ZEP {
@@ -43,8 +43,8 @@ bool TZEPColoredObject::HasTransparentMaterial() const {
 }
 
 void TZEPColoredObject::DrawUnselected(TZEPMaterial& material, bool draft, bool cancel) {
-    DrawFrame().Run.OpenMaterial(material);
-    DrawOpened(draft, cancel);
+    const TZEPDrawRun::MaterialScope applied(DrawFrame().Run, material, GL_FRONT_AND_BACK, cancel);
+    DrawGeometry(draft);
 }
 
 void TZEPColoredObject::DrawWith(TZEPMaterial& material, bool draft, bool cancel) {
@@ -53,11 +53,11 @@ void TZEPColoredObject::DrawWith(TZEPMaterial& material, bool draft, bool cancel
     if (alive) DrawSelected();
 }
 
-void TZEPColoredObject::DrawOpened(bool draft, bool cancel) {
-    TZEPDrawRun& run = DrawFrame().Run; // what it draws may free it
+void TZEPColoredObject::DrawGeometry(bool draft) {
     PrepareGeometry();
+    // Outlines send no places in the picture: they show its corner, whatever was drawn before.
+    if (draft && HasTexture()) glTexCoord2f(0, 0);
     DrawSpecific(GL_FRONT_AND_BACK, draft);
-    run.CloseMaterial(cancel);
 }
 
 void TZEPColoredObject::DrawSelected() {
@@ -69,9 +69,11 @@ void TZEPColoredObject::DrawSelected() {
 void TZEPColoredObject::DrawMain(bool draft) {
     const bool isPlain = HasOwnColor() && !HasLineTransparency() && !ExistingMaterial();
     if (isPlain && !MaterialOfLibrary()) {
-        DrawFrame().Run.OpenColor(GetColor());
         const TZEPWatch alive(this);
-        DrawOpened(draft, true);
+        {
+            const TZEPDrawRun::MaterialScope applied(DrawFrame().Run, GetColor());
+            DrawGeometry(draft);
+        }
         if (alive) DrawSelected();
         return;
     }

@@ -53,8 +53,8 @@ protected:
 private:
     /// The material that it is drawn with, null for that of a plain colour.
     [[nodiscard]] const TZEPMaterial* SpecialMaterial() const;
-    /// Draws under the material that was opened.
-    void DrawOpened(bool draft, bool cancel);
+    /// Draws with the material that is applied.
+    void DrawGeometry(bool draft);
     void DrawSelected();
 };
 

@@ -2,26 +2,93 @@
 
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/SharedMaterials.h>
+#include <zep/gl/ClientArrays.h>
 
+#include <typeinfo>
 #include <utility>
 
 namespace ZEP {
 
-void TZEPDrawRun::Enter(bool shares) {
-    if (!shares) End();
-    m_shares = shares && m_walks > 0;
-    m_waits = false;
+namespace {
+
+/// Nothing has to be taken back after it: a texture is loaded anew at each application, and a class
+/// of a host may do anything.
+bool CanWait(const TZEPMaterial& material) {
+    return !material.HasTexture() && typeid(material) == typeid(TZEPMaterial);
 }
 
-void TZEPDrawRun::OpenMaterial(TZEPMaterial& material) {
-    // A texture is loaded anew at each application, so it never waits.
-    m_waits = m_shares && !material.HasTexture();
-    if (!m_waits) EndAttributes();
+void OpenLine(const TZEPLineAttributes& attributes, float widths) {
+    glPushAttrib(GL_LINE_BIT);
+    glLineWidth(attributes.Width * widths);
+    if (attributes.Stippled) {
+        glLineStipple(1, attributes.Pattern);
+        glEnable(GL_LINE_STIPPLE);
+    }
+    glNormal3b(127, 0, 0);
+    if (attributes.Smooth) glEnable(GL_LINE_SMOOTH);
+}
+
+void OpenPoint(const TZEPPointAttributes& attributes, float widths) {
+    glPushAttrib(GL_POINT_BIT);
+    glPointSize(attributes.Width * widths);
+    if (attributes.Smooth) glEnable(GL_POINT_SMOOTH);
+}
+
+void OpenArrays(const TZEPArrayAttributes& arrays) {
+    PushClientArrays({GL_VERTEX_ARRAY, GL_NORMAL_ARRAY});
+    glVertexPointer(3, GL_FLOAT, 0, arrays.Points);
+    glNormalPointer(GL_FLOAT, 0, arrays.Normals);
+}
+
+} // namespace
+
+TZEPMaterialUse::TZEPMaterialUse(TZEPMaterial& material)
+    : m_material(material), m_alive(&material), m_textured(material.HasTexture()) {}
+
+TZEPMaterialUse::~TZEPMaterialUse() {
+    if (m_textured && (!m_alive || !m_material.HasTexture())) TZEPTexture::SwitchOff();
+    if (m_alive) m_material.CancelMaterial();
+}
+
+// --- materials -----------------------------------------------------------------------------------
+
+TZEPDrawRun::MaterialScope::MaterialScope(TZEPDrawRun& run, TZEPMaterial& material, GLenum face,
+                                          bool cancel)
+    : m_run(run) {
+    run.m_waits = run.m_shares && face == GL_FRONT_AND_BACK && CanWait(material);
+    if (run.m_waits) {
+        run.Apply(material);
+        return;
+    }
+    run.End();
+    material.ApplayMaterial(face);
+    run.ApplyRules(material, face);
+    if (cancel) m_own.emplace(material);
+}
+
+TZEPDrawRun::MaterialScope::MaterialScope(TZEPDrawRun& run, TColor color) : m_run(run) {
+    run.m_waits = run.m_shares;
+    if (!run.m_waits) run.End();
+    run.Apply(TColor{ColorToRGB(color)});
+    if (!run.m_waits) run.End();
+}
+
+void TZEPDrawRun::Apply(TColor color) {
+    if (m_color == color) return;
+    if (m_color) {
+        const TGLColor rgba = ToGLColor(color, 0);
+        glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, rgba.data());
+    } else {
+        Apply(SharedMaterial(&color, false));
+    }
+    m_color = color;
+}
+
+/// Of the material that is applied already, only what differs is set.
+void TZEPDrawRun::Apply(TZEPMaterial& material) {
     FindMaterial();
-    if (m_waits && m_material && (m_material == &material || m_material->SameAs(material))) return;
-    const TZEPMaterial* applied = m_waits ? m_material : nullptr;
-    EndMaterial();
-    m_material = &material;
+    const TZEPMaterial* applied = std::exchange(m_material, &material);
+    if (applied == &material || (applied && applied->SameAs(material))) return;
     if (applied)
         material.ApplayChanges(*applied);
     else
@@ -37,86 +104,66 @@ void TZEPDrawRun::ApplyRules(const TZEPMaterial& material, GLenum face) const {
                          side->RGBA(TZEPFaceMaterial::DiffuseColor).data());
 }
 
-void TZEPDrawRun::OpenColor(TColor color) {
-    color = TColor{ColorToRGB(color)};
-    if (!m_color || !m_shares) {
-        OpenMaterial(SharedMaterial(&color, false));
-        if (m_waits) m_color = color;
-        return;
-    }
-    m_waits = true;
-    if (m_color == color) return;
-    m_color = color;
-    const TGLColor rgba = ToGLColor(color, 0);
-    glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, rgba.data());
-}
-
 /// The material that looks as what is applied.
 void TZEPDrawRun::FindMaterial() {
     if (const std::optional<TColor> color = std::exchange(m_color, {}))
         m_material = &SharedMaterial(&*color, false);
 }
 
-void TZEPDrawRun::CloseMaterial(bool cancel) {
-    m_cancel = cancel;
-    if (!m_waits) End();
+// --- attributes ----------------------------------------------------------------------------------
+
+TZEPDrawRun::AttributeScope::AttributeScope(TZEPDrawRun& run, const TAttributes& attributes) {
+    if (run.m_waits && run.m_attributes == attributes) return;
+    run.EndAttributes();
+    run.Open(attributes);
+    (run.m_waits ? run.m_attributes : m_own) = attributes;
 }
 
-/// Closes what is open and notes the new attributes, unless those are open.
-bool TZEPDrawRun::Replaces(const TAttributes& attributes) {
-    if (m_attributes == attributes) return false;
-    EndAttributes();
-    m_attributes = attributes;
-    return true;
+void TZEPDrawRun::Open(const TAttributes& attributes) const {
+    if (const auto* line = std::get_if<TZEPLineAttributes>(&attributes))
+        OpenLine(*line, m_rules.Widths);
+    else if (const auto* point = std::get_if<TZEPPointAttributes>(&attributes))
+        OpenPoint(*point, m_rules.Widths);
+    else if (const auto* arrays = std::get_if<TZEPArrayAttributes>(&attributes))
+        OpenArrays(*arrays);
 }
 
-void TZEPDrawRun::OpenLine(const TZEPLineAttributes& attributes) {
-    if (!Replaces(attributes)) return;
-    glPushAttrib(GL_LINE_BIT);
-    glLineWidth(attributes.Width * m_rules.Widths);
-    if (attributes.Stippled) {
-        glLineStipple(1, attributes.Pattern);
-        glEnable(GL_LINE_STIPPLE);
+void TZEPDrawRun::Close(const TAttributes& attributes) {
+    if (const auto* arrays = std::get_if<TZEPArrayAttributes>(&attributes)) {
+        glPopClientAttrib();
+        glNormal3fv(arrays->LastNormal);
+    } else if (attributes.index() != 0) {
+        glPopAttrib();
     }
-    glNormal3b(127, 0, 0);
-    if (attributes.Smooth) glEnable(GL_LINE_SMOOTH);
-}
-
-void TZEPDrawRun::OpenPoint(const TZEPPointAttributes& attributes) {
-    if (!Replaces(attributes)) return;
-    glPushAttrib(GL_POINT_BIT);
-    glPointSize(attributes.Width * m_rules.Widths);
-    if (attributes.Smooth) glEnable(GL_POINT_SMOOTH);
-}
-
-void TZEPDrawRun::OpenArrays(const TZEPArrayAttributes& arrays) {
-    if (!Replaces(arrays)) return;
-    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glEnableClientState(GL_NORMAL_ARRAY);
-    glVertexPointer(3, GL_FLOAT, 0, arrays.Points);
-    glNormalPointer(GL_FLOAT, 0, arrays.Normals);
-}
-
-void TZEPDrawRun::CloseAttributes() {
-    if (!m_waits) EndAttributes();
 }
 
 void TZEPDrawRun::EndAttributes() {
-    const TAttributes ended = std::exchange(m_attributes, {});
-    if (std::holds_alternative<TZEPArrayAttributes>(ended)) return glPopClientAttrib();
-    if (ended.index() != 0) glPopAttrib();
-}
-
-void TZEPDrawRun::EndMaterial() {
-    m_color.reset();
-    TZEPMaterial* material = std::exchange(m_material, nullptr);
-    if (std::exchange(m_cancel, false) && material) material->CancelMaterial();
+    Close(std::exchange(m_attributes, {}));
 }
 
 void TZEPDrawRun::End() {
     EndAttributes();
-    EndMaterial();
+    m_color.reset();
+    m_material = nullptr;
+}
+
+// --- turns and walks -----------------------------------------------------------------------------
+
+// Within the turn of one that shares nothing waits, and an outer one that shares is done with it.
+TZEPDrawRun::Turn::Turn(TZEPDrawRun& run, bool shares)
+    : m_run(run), m_outerWalks(run.m_walks), m_outerShares(run.m_shares) {
+    if (!shares || m_outerShares) {
+        run.End();
+        run.m_walks = false;
+    }
+    run.m_shares = shares && run.m_walks;
+    run.m_waits = false;
+}
+
+TZEPDrawRun::Turn::~Turn() {
+    m_run.m_walks = m_outerWalks;
+    m_run.m_shares = m_outerShares;
+    m_run.m_waits = false;
 }
 
 TZEPDrawRun::RuleScope::RuleScope(TZEPDrawRun& run, const TZEPDrawRules& rules) : m_run(run) {
@@ -129,15 +176,18 @@ TZEPDrawRun::RuleScope::~RuleScope() {
     m_run.m_rules = m_outer;
 }
 
-TZEPDrawRun::Walk::Walk(TZEPDrawRun& run) : m_run(run) {
+TZEPDrawRun::Walk::Walk(TZEPDrawRun& run)
+    : m_run(run), m_outerWalks(std::exchange(run.m_walks, true)),
+      m_outerShares(std::exchange(run.m_shares, false)) {
     m_run.End();
-    ++m_run.m_walks;
+    m_run.m_waits = false;
 }
 
 TZEPDrawRun::Walk::~Walk() {
     m_run.End();
-    --m_run.m_walks;
-    m_run.Enter(false);
+    m_run.m_walks = m_outerWalks;
+    m_run.m_shares = m_outerShares;
+    m_run.m_waits = false;
 }
 
 } // namespace ZEP

@@ -2,6 +2,7 @@
 
 #include <zep/Export.h>
 #include <zep/framework/Color.h>
+#include <zep/framework/Watch.h>
 
 #include <GL/gl.h>
 
@@ -32,6 +33,7 @@ struct TZEPPointAttributes {
 struct TZEPArrayAttributes {
     const float* Points = nullptr;
     const float* Normals = nullptr;
+    const float* LastNormal = nullptr; ///< which stays the current one
     bool operator==(const TZEPArrayAttributes&) const = default;
 };
 
@@ -43,6 +45,22 @@ struct TZEPDrawRules {
     bool operator==(const TZEPDrawRules&) const = default;
 };
 
+/// Takes back at its end what applying a material switched on, also where that is freed meanwhile
+/// or loses its picture.
+class ZEP_CORE_EXPORT TZEPMaterialUse {
+public:
+    /// \param material  was applied
+    explicit TZEPMaterialUse(TZEPMaterial& material);
+    ~TZEPMaterialUse();
+    TZEPMaterialUse(const TZEPMaterialUse&) = delete;
+    TZEPMaterialUse& operator=(const TZEPMaterialUse&) = delete;
+
+private:
+    TZEPMaterial& m_material;
+    TZEPWatch m_alive;
+    bool m_textured;
+};
+
 /// State that stays set between neighbours of a draw walk. An object drawn alone makes all its
 /// calls, in order: material, line or point attributes, vertices, then both taken back. Within a
 /// walk, taking them back waits until the next object is known: one that opens the same state finds
@@ -51,33 +69,72 @@ struct TZEPDrawRules {
 /// (bench/DrawBench.cpp shows it).
 ///
 /// Only objects that leave OpenGL's state as these calls set it take part
-/// (`TZEPObject::SharesDrawRun`); before any other object draws, everything is closed.
+/// (`TZEPObject::SharesDrawRun`). Before any other object draws, everything is closed, and what it
+/// draws in its turn, others included, makes all its calls.
 class ZEP_CORE_EXPORT TZEPDrawRun {
 public:
-    /// An object is about to draw. \param shares  it takes part
-    void Enter(bool shares);
-    /// Applies the material to both sides, unless it or an equal one is still applied. Line and
-    /// point attributes stay open under a new material: popping them is what costs.
-    void OpenMaterial(TZEPMaterial& material);
-    /// As `OpenMaterial` for the shared opaque material of a colour (SharedMaterials.h). Of many
-    /// such in a row only the colours are sent, and no material is searched for.
-    void OpenColor(TColor color);
-    /// The object is done with its material. \param cancel  it is to be cancelled in the end
-    void CloseMaterial(bool cancel);
-    void OpenLine(const TZEPLineAttributes& attributes);
-    void OpenPoint(const TZEPPointAttributes& attributes);
-    void OpenArrays(const TZEPArrayAttributes& arrays);
+    using TAttributes =
+        std::variant<std::monostate, TZEPLineAttributes, TZEPPointAttributes, TZEPArrayAttributes>;
+
+    /// An object draws itself while it lives.
+    class ZEP_CORE_EXPORT Turn {
+    public:
+        /// \param shares  it takes part
+        Turn(TZEPDrawRun& run, bool shares);
+        ~Turn();
+        Turn(const Turn&) = delete;
+        Turn& operator=(const Turn&) = delete;
+
+    private:
+        TZEPDrawRun& m_run;
+        bool m_outerWalks;
+        bool m_outerShares;
+    };
+
+    /// An object draws with a material, which is handed to OpenGL unless it or an equal one still
+    /// holds there. Line and point attributes stay open under a new material: popping them is what
+    /// costs.
+    class ZEP_CORE_EXPORT MaterialScope {
+    public:
+        /// \param face    `GL_FRONT`, `GL_BACK` or `GL_FRONT_AND_BACK`: the sides that are set
+        /// \param cancel  it is cancelled in the end
+        MaterialScope(TZEPDrawRun& run, TZEPMaterial& material, GLenum face = GL_FRONT_AND_BACK,
+                      bool cancel = true);
+        /// With the shared opaque material of a colour (SharedMaterials.h). Of many such in a row
+        /// only the colours are sent, and no material is searched for.
+        MaterialScope(TZEPDrawRun& run, TColor color);
+        ~MaterialScope() { m_run.m_waits = false; }
+        MaterialScope(const MaterialScope&) = delete;
+        MaterialScope& operator=(const MaterialScope&) = delete;
+
+    private:
+        TZEPDrawRun& m_run;
+        std::optional<TZEPMaterialUse> m_own; ///< it does not wait
+    };
+
+    /// An object draws lines, points or arrays with attributes.
+    class ZEP_CORE_EXPORT AttributeScope {
+    public:
+        AttributeScope(TZEPDrawRun& run, const TAttributes& attributes);
+        ~AttributeScope() {
+            if (m_own.index() != 0) Close(m_own);
+        }
+        AttributeScope(const AttributeScope&) = delete;
+        AttributeScope& operator=(const AttributeScope&) = delete;
+
+    private:
+        TAttributes m_own; ///< they do not wait
+    };
+
     /// A surface comes vertex by vertex; attributes of lines and points must not reach it.
     void OpenSurface() { EndAttributes(); }
     /// What the present object closes stays open for the next.
     [[nodiscard]] bool Waits() const { return m_waits; }
-    /// The object is done with its attributes or arrays.
-    void CloseAttributes();
-    /// Takes back what is still set.
+    /// Takes back what waits.
     void End();
 
     [[nodiscard]] const TZEPDrawRules& Rules() const { return m_rules; }
-    /// A material was handed to OpenGL by other means than `OpenMaterial`: what rules say of it
+    /// A material was handed to OpenGL by other means than `MaterialScope`: what rules say of it
     /// follows. \param face  `GL_FRONT`, `GL_BACK` or `GL_FRONT_AND_BACK`: the sides that were set
     void ApplyRules(const TZEPMaterial& material, GLenum face) const;
 
@@ -96,7 +153,7 @@ public:
 
     /// A walk: closing waits for the next object while it lives, and everything is closed where
     /// it ends. Walks may nest.
-    class Walk {
+    class ZEP_CORE_EXPORT Walk {
     public:
         explicit Walk(TZEPDrawRun& run);
         ~Walk();
@@ -105,25 +162,27 @@ public:
 
     private:
         TZEPDrawRun& m_run;
+        bool m_outerWalks;
+        bool m_outerShares;
     };
 
 private:
-    using TAttributes =
-        std::variant<std::monostate, TZEPLineAttributes, TZEPPointAttributes, TZEPArrayAttributes>;
-
-    [[nodiscard]] bool Replaces(const TAttributes& attributes);
+    void Apply(TZEPMaterial& material);
+    void Apply(TColor color);
+    void Open(const TAttributes& attributes) const;
+    static void Close(const TAttributes& attributes);
     void EndAttributes();
-    void EndMaterial();
     void FindMaterial();
 
-    TZEPMaterial* m_material = nullptr; // applied and waiting to be closed, or in use
-    std::optional<TColor> m_color;      // applied since: as the shared material of this colour
-    TAttributes m_attributes;           // likewise
+    // What holds in OpenGL and may wait there. No host's code runs while something waits, so that
+    // the material cannot go.
+    TZEPMaterial* m_material = nullptr;
+    std::optional<TColor> m_color; // applied since: as the shared material of this colour
+    TAttributes m_attributes;
     TZEPDrawRules m_rules;
-    int m_walks = 0;
-    bool m_cancel = false;
-    bool m_shares = false;
-    bool m_waits = false; // what the present object closes stays open
+    bool m_walks = false;
+    bool m_shares = false; // the present object takes part
+    bool m_waits = false;  // what it closes stays open
 };
 
 } // namespace ZEP

@@ -21,7 +21,12 @@ TZEPFrame& TZEPFrame::OfNoScene() {
 }
 
 TZEPFrameLoan::TZEPFrameLoan(TZEPSceneContext* of, TZEPSceneContext& draws)
-    : m_lent(of ? &of->m_frame : &FrameOfNoScene()), m_own(std::exchange(*m_lent, &draws.Frame())) {
+    : m_exists(of ? static_cast<const void*>(of) : &FrameOfNoScene()),
+      m_lent(of ? &of->m_frame : &FrameOfNoScene()), m_own(std::exchange(*m_lent, &draws.Frame())) {
+}
+
+TZEPFrameLoan::~TZEPFrameLoan() {
+    if (m_exists) *m_lent = m_own;
 }
 
 } // namespace ZEP

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zep/Export.h>
+#include <zep/framework/Watch.h>
 #include <zep/scene/DrawRun.h>
 
 #include <vector>
@@ -11,6 +12,7 @@ class TZEPDrawnPlace;
 class TZEPObject;
 class TZEPSceneContext;
 class TZEPViewFrame;
+struct TZEPShown;
 
 /// What drawing carries from one object to the next. It belongs to the scene that draws, where its
 /// objects find it (`TZEPObject::DrawFrame`); whoever changes a field puts it back.
@@ -18,6 +20,8 @@ struct ZEP_CORE_EXPORT TZEPFrame {
     TZEPDrawRun Run;
     /// Where the walk stands; null while nothing bounds what is seen.
     TZEPViewFrame* View = nullptr;
+    /// How the view that draws shows batches without rules of their own; null: as they say.
+    const TZEPShown* Shown = nullptr;
     /// Where a proxy shows something now; null: all is drawn where it stands.
     const TZEPDrawnPlace* Place = nullptr;
     /// What proxies show now, each target within the one before, and how often one within itself.
@@ -33,6 +37,13 @@ struct ZEP_CORE_EXPORT TZEPFrame {
     int ShadowImagesLeft = 1;
     /// What lies in shadow is drawn, black.
     bool DrawsShadowsBlack = false;
+    /// The scene was freed while it draws: what is on the way ends. The frame itself stays until
+    /// then.
+    bool SceneIsGone = false;
+    /// Objects have left the scene since this was set to false.
+    bool TreeChanged = false;
+    /// Transforms on OpenGL's stack, and those that did not fit there.
+    int Transforms = 0;
 
     /// Of objects that stand in no scene: each of those draws alone.
     [[nodiscard]] static TZEPFrame& OfNoScene();
@@ -44,11 +55,12 @@ class ZEP_CORE_EXPORT TZEPFrameLoan {
 public:
     /// \param of  the scene that the objects stand in; may be null, or the one that draws
     TZEPFrameLoan(TZEPSceneContext* of, TZEPSceneContext& draws);
-    ~TZEPFrameLoan() { *m_lent = m_own; }
+    ~TZEPFrameLoan();
     TZEPFrameLoan(const TZEPFrameLoan&) = delete;
     TZEPFrameLoan& operator=(const TZEPFrameLoan&) = delete;
 
 private:
+    TZEPWatch m_exists;
     TZEPFrame** m_lent;
     TZEPFrame* m_own;
 };

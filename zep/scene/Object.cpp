@@ -7,14 +7,18 @@
 #include <zep/framework/LookOnly.h>
 #include <zep/framework/Message.h>
 #include <zep/framework/Property.h>
+#include <zep/framework/Watch.h>
 #include <zep/scene/ChildList.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vertex3.h>
-#include <zep/scene/Watch.h>
 #include <zep/scene/XForm.h>
+
+#include <QPointer>
 
 #include <algorithm>
 #include <atomic>
+#include <utility>
 
 namespace ZEP {
 
@@ -39,6 +43,10 @@ TZEPVertex3* InitialVector() {
     return &vector;
 }
 
+void SetVector(TZEPVertex3& vector, const TGLArrayd3& point) {
+    vector.SetData(point[0], point[1], point[2]);
+}
+
 } // namespace
 
 TZEPObject::TZEPObject(TComponent* owner) : TComponent(owner) {
@@ -47,6 +55,7 @@ TZEPObject::TZEPObject(TComponent* owner) : TComponent(owner) {
 
 TZEPObject::~TZEPObject() {
     --Objects.Live;
+    BeginDestroying();
     TZEPWatch::Forget(this);
     LeaveParent();
     FreeChildren();
@@ -92,8 +101,8 @@ void TZEPObject::Assign(const TComponent* source) {
     m_castsShadows = other->m_castsShadows;
     m_receivesShadows = other->m_receivesShadows;
     m_smooth = other->m_smooth;
-    if (other->m_firstVector) FirstVector()->Assign(other->m_firstVector.get());
-    if (other->m_secondVector) SecondVector()->Assign(other->m_secondVector.get());
+    if (m_firstVector || other->m_firstVector) SetVector(*FirstVector(), other->FirstPoint());
+    if (m_secondVector || other->m_secondVector) SetVector(*SecondVector(), other->SecondPoint());
     Invalidate(this);
 }
 
@@ -118,8 +127,15 @@ void TZEPObject::SetItemIndex(int index) {
     if (to == GetItemIndex()) return;
     const TZEPWatch alive(this);
     DoNotify(this, saMove, &to);
-    if (alive && m_parent)
-        m_parent->m_children->Move(this, std::min(to, m_parent->GetItemsCount() - 1));
+    if (!alive || !m_parent) return;
+    m_parent->m_children->Move(this, std::min(to, m_parent->GetItemsCount() - 1));
+    TellReordered();
+}
+
+void TZEPObject::TellReordered() {
+    const TZEPWatch alive(this);
+    Reordered();
+    if (alive) ForEachChild([](TZEPObject* child) { child->TellReordered(); });
 }
 
 TZEPObject* TZEPObject::ItemByIdent(const QString& ident) const {
@@ -154,50 +170,101 @@ void TZEPObject::ForEachChild(Proc&& proc) {
 }
 
 void TZEPObject::Iterate(TIterateProc proc, void* data) {
+    const TZEPWatch alive(this);
     proc(this, data);
-    ForEachChild([=](TZEPObject* child) { child->Iterate(proc, data); });
+    if (alive) ForEachChild([=](TZEPObject* child) { child->Iterate(proc, data); });
 }
 
 void TZEPObject::IterateOnChildren(TIterateProc proc, void* data) {
     ForEachChild([=](TZEPObject* child) { proc(child, data); });
 }
 
-void TZEPObject::LeaveParent() {
-    if (!m_parent) return;
-    TZEPObject* parent = m_parent;
-    const TZEPWatch alive(this);
-    DoNotify(this, saRemove, &parent);
-    if (!alive || !m_parent) return; // a listener was first
-    m_parent->m_children->Remove(this);
-    m_parent = nullptr;
+/// \return  it exists and stands below no parent
+bool TZEPObject::LeaveParent() {
+    if (!m_parent) return true;
+    if (!m_leaving) {
+        TZEPObject* parent = m_parent;
+        const TZEPWatch alive(this);
+        m_leaving = true;
+        DoNotify(this, saRemove, &parent);
+        if (!alive) return false;
+        m_leaving = false;
+        if (m_parent != parent) return !m_parent; // a listener was first
+    }
+    Detach();
+    return true;
+}
+
+void TZEPObject::Detach() {
+    TZEPObject* parent = std::exchange(m_parent, nullptr);
+    parent->m_children->Remove(this);
+    if (m_scene) m_scene->Frame().TreeChanged = true;
+    ++m_changeIndex;
+    parent->Invalidate(parent);
+}
+
+bool TZEPObject::IsWithin(const TZEPObject& other) const {
+    const TZEPObject* object = this;
+    while (object && object != &other) object = object->m_parent;
+    return object != nullptr;
+}
+
+int TZEPObject::Height() const {
+    int height = 0;
+    if (m_children)
+        m_children->ForEach(
+            [&height](TZEPObject* child) { height = std::max(height, 1 + child->Height()); });
+    return height;
+}
+
+void TZEPObject::CheckDepth(const TZEPObject& parent) {
+    int depth = 0;
+    for (const TZEPObject* object = &parent; object; object = object->m_parent) ++depth;
+    if (depth + m_depthBelow <= DeepestNesting) return;
+    m_depthBelow = static_cast<std::uint16_t>(Height()); // some may have gone
+    if (depth + m_depthBelow <= DeepestNesting) return;
+    throw Exception(QStringLiteral("Objects are nested deeper than %1 levels").arg(DeepestNesting));
+}
+
+void TZEPObject::Join(TZEPObject& parent, bool append) {
+    m_parent = &parent;
+    m_parentSnapshot = parent.m_changeIndex;
+    if (!parent.m_children) parent.m_children = std::make_unique<TZEPChildList<TZEPObject>>();
+    if (append)
+        parent.m_children->Append(this);
+    else
+        parent.m_children->InsertFirst(this);
+    parent.ForgetBox(); // it may have been a leaf
+    int below = m_depthBelow;
+    for (TZEPObject* object = &parent; object && object->m_depthBelow <= below;
+         object = object->m_parent)
+        object->m_depthBelow = static_cast<std::uint16_t>(++below);
 }
 
 void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
     auto* object = qobject_cast<TZEPObject*>(parent);
-    for (const TZEPObject* ancestor = object; ancestor; ancestor = ancestor->m_parent)
-        if (ancestor == this) return;
+    if (object) {
+        if (IsDestroying() || object->IsDestroying() || object->IsWithin(*this)) return;
+        CheckDepth(*object);
+    }
     const TZEPWatch alive(this);
     const TZEPWatch parentAlive(object);
-    LeaveParent();
-    if (!alive || m_parent || (object && !parentAlive)) return; // a listener did otherwise
+    if (!LeaveParent()) return;
     if (!object) return EnterScene(nullptr);
-    m_parent = object;
-    m_parentSnapshot = object->m_changeIndex;
-    if (!object->m_children) object->m_children = std::make_unique<TZEPChildList<TZEPObject>>();
-    if (append)
-        object->m_children->Append(this);
-    else
-        object->m_children->InsertFirst(this);
-    object->ForgetBox(); // it may have been a leaf
+    if (!parentAlive || object->IsWithin(*this)) return;
+    Join(*object, append);
     EnterScene(object->SceneOfChildren());
-    DoNotify(this, saInsert, &object);
+    if (alive && m_parent == object) DoNotify(this, saInsert, &object);
     if (alive) Invalidate(this);
 }
 
+// Who hears of it may put it elsewhere.
 void TZEPObject::EnterScene(TZEPSceneContext* scene) {
     if (m_scene == scene) return;
     m_scene = scene;
+    const TZEPWatch alive(this);
     EnteredScene();
+    if (!alive || m_scene != scene) return;
     TZEPSceneContext* below = SceneOfChildren();
     ForEachChild([below](TZEPObject* child) { child->EnterScene(below); });
 }
@@ -207,9 +274,16 @@ void TZEPObject::GetChildren(const std::function<void(TComponent*)>& proc, TComp
 }
 
 void TZEPObject::Clear() {
+    const TZEPWatch alive(this);
     BeginUpdate();
-    while (m_children && m_children->Last()) delete m_children->Last();
-    EndUpdate(false);
+    while (alive && m_children && m_children->Last()) {
+        TZEPObject* last = m_children->Last();
+        if (last->IsDestroying())
+            last->Detach(); // goes by itself
+        else
+            delete last;
+    }
+    if (alive) EndUpdate(false);
 }
 
 void TZEPObject::Action(double time) {
@@ -229,12 +303,22 @@ void TZEPObject::UnregisterNotify(const TZEPObjectNotify& listener) {
 }
 
 void TZEPObject::DoNotify(TZEPObject* sender, TZEPObjectAction action, const void* data) {
+    std::vector<QPointer<TZEPObject>> asked; // the root last
+    for (TZEPObject* object = this; object; object = object->m_parent)
+        if (object->m_listeners && !object->m_listeners->empty()) asked.emplace_back(object);
+    const TZEPWatch senderAlive(sender);
+    for (auto object = asked.rbegin(); senderAlive && object != asked.rend(); ++object)
+        if (*object) (*object)->CallListeners(senderAlive, sender, action, data);
+}
+
+// Those that are there now, as long as they stay.
+void TZEPObject::CallListeners(const TZEPWatch& senderAlive, TZEPObject* sender,
+                               TZEPObjectAction action, const void* data) {
     const TZEPWatch alive(this);
-    if (m_parent) m_parent->DoNotify(sender, action, data);
-    // By index: a listener may register or unregister others, and free the object itself.
-    for (std::size_t i = 0; alive && m_listeners && i < m_listeners->size(); ++i) {
-        const TZEPObjectNotify listener = (*m_listeners)[i];
-        if (listener.Code) listener.Code(listener.Context, sender, action, data);
+    for (const TZEPObjectNotify& listener : std::vector(*m_listeners)) {
+        if (!alive || !senderAlive) return;
+        const bool stays = std::ranges::find(*m_listeners, listener) != m_listeners->end();
+        if (stays && listener.Code) listener.Code(listener.Context, sender, action, data);
     }
 }
 

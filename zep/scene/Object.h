@@ -10,6 +10,7 @@
 
 #include <GL/gl.h>
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -23,6 +24,7 @@ class TZEPObject;
 class TZEPScene;
 class TZEPSceneContext;
 class TZEPVertex3;
+class TZEPWatch;
 class TZEPXForm;
 struct TZEPBlockBox;
 struct TZEPFrame;
@@ -98,8 +100,10 @@ public:
     void Iterate(TIterateProc proc, void* data);
     void IterateOnChildren(TIterateProc proc, void* data);
     /// Leaves the old parent, joins the new one (null: none) at the end or the start of its
-    /// children, and brings the whole subtree into its scene. Raises `saRemove`, `saInsert`. Does
-    /// nothing when that would make an object its own ancestor.
+    /// children, and brings the whole subtree into its scene. Raises `saRemove`, `saInsert`; what a
+    /// listener does with the object in between holds. Does nothing when that would make an object
+    /// its own ancestor, and with one that is being freed. Raises `Exception` where the tree would
+    /// be deeper than `DeepestNesting`.
     virtual void SetParentComponentExt(TComponent* parent, bool append);
     void SetParentComponent(TComponent* parent) override { SetParentComponentExt(parent, true); }
     [[nodiscard]] TComponent* GetParentComponent() const override { return m_parent; }
@@ -140,7 +144,8 @@ public:
     /// Adds a listener to changes here and below; a listener already there is not added again.
     void RegisterNotify(const TZEPObjectNotify& listener);
     void UnregisterNotify(const TZEPObjectNotify& listener);
-    /// Tells the parents' listeners from the root down, then the own ones.
+    /// Tells the parents' listeners from the root down, then the own ones. A listener may do as it
+    /// likes with others and with the tree; once the sender is gone the rest is not told.
     void DoNotify(TZEPObject* sender, TZEPObjectAction action, const void* data);
     /// Holds back invalidation until the matching `EndUpdate`.
     virtual void BeginUpdate();
@@ -152,7 +157,7 @@ public:
     void Invalidate(TObject* sender) override;
     [[nodiscard]] bool WantsInvalidation() const override;
     /// Changes exactly when the transform of this object or of an ancestor has changed since the
-    /// last call.
+    /// last call, or it stands elsewhere in a tree.
     int GetChangeIndex();
     /// What has happened to the children since the last call, however scene and brackets hold back
     /// invalidation: for the one who keeps what it made of them.
@@ -269,6 +274,8 @@ protected:
     [[nodiscard]] virtual TZEPSceneContext* SceneOfChildren() { return m_scene; }
     /// This object has come to another scene, or to none.
     virtual void EnteredScene() {}
+    /// It, or an ancestor, has another place among its siblings.
+    virtual void Reordered() {}
     /// Draws itself also below the top level when the scene draws quickly.
     [[nodiscard]] virtual bool DrawsInQuickDraw() const { return false; }
     /// Draws `object` itself, without its children, for one pass. What the pass asks of the flags
@@ -283,15 +290,19 @@ protected:
     [[nodiscard]] virtual TZEPPassSet SidePasses() const { return 0; }
     /// Its class can be believed what it tells of itself.
     [[nodiscard]] bool IsOfKnownClass() const { return TZEPKnownClass::Is(typeid(*this)); }
-    /// Has something to draw in the transparent pass; a leaf that has not is passed over there.
+    /// Has something to draw in the transparent pass; what has not is passed over there. Asked as
+    /// `SidePasses` is.
     [[nodiscard]] virtual bool DrawsTransparent() const { return true; }
     /// What it draws in the passes that draw the objects themselves, and in that of shadows on
     /// them, lies within `GetSize` in its own frame, apart from widths up to `WidestCulled`. Where
     /// that box is out of view, such an object is passed over there, unless it is selected; its
     /// children are looked at by themselves. What changes the answer or the box calls `Invalidate`.
+    /// Asked as `SidePasses` is.
     [[nodiscard]] virtual bool StaysInSize() const { return false; }
     /// Its drawing leaves OpenGL's state as the material and line attributes set it, so that a
-    /// neighbour with the same ones need not set them again (appearance/DrawRun.h).
+    /// neighbour with the same ones need not set them again (scene/DrawRun.h), and draws no other
+    /// object. The library's classes answer for themselves alone, so that what a host derives from
+    /// them does not take part until it says so.
     [[nodiscard]] virtual bool SharesDrawRun() const { return false; }
 
     /// \name Two vectors that descendants publish under their own names
@@ -328,6 +339,8 @@ private:
     void DrawPass(const TZEPObject& flags, TZEPSceneContext& scene, TZEPDrawState state,
                   TZEPDrawKind kind);
     void DrawForSelect(TZEPSceneContext& scene);
+    /// Nothing of what it draws itself is transparent.
+    [[nodiscard]] bool IsKnownOpaque() const;
     /// Adds its box, in the parent's frame.
     void ExtendBox(TZEPBlockBox& box) const;
     /// As a child of the block: adds its box, and the passes that it or its children take part in.
@@ -336,7 +349,15 @@ private:
     /// Nothing of what it draws itself is seen in its own frame; its children may be.
     [[nodiscard]] bool IsOutOfView() const;
     [[nodiscard]] bool Climbs() const;
-    void LeaveParent();
+    bool LeaveParent();
+    void Detach();
+    void TellReordered();
+    void CheckDepth(const TZEPObject& parent);
+    void Join(TZEPObject& parent, bool append);
+    [[nodiscard]] bool IsWithin(const TZEPObject& other) const;
+    [[nodiscard]] int Height() const;
+    void CallListeners(const TZEPWatch& senderAlive, TZEPObject* sender, TZEPObjectAction action,
+                       const void* data);
     void EnterScene(TZEPSceneContext* scene);
     void ReportListeners() const;
     [[nodiscard]] int TransformCounter() const;
@@ -374,6 +395,8 @@ private:
     bool m_receivesShadows = false;
     bool m_hasOwnColor = false;
     bool m_lineTransparency = false;
+    bool m_leaving = false;         // its listeners hear that it leaves its parent
+    std::uint16_t m_depthBelow = 0; // levels of descendants, at most
 };
 
 } // namespace ZEP

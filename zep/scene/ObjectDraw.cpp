@@ -1,9 +1,9 @@
+#include <zep/framework/Watch.h>
 #include <zep/scene/ChildList.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/Object.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/ViewVolume.h>
-#include <zep/scene/Watch.h>
 #include <zep/scene/XForm.h>
 
 #include <QScopedValueRollback>
@@ -52,23 +52,31 @@ bool IsForAll(TZEPDrawState state) {
 
 void TZEPObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (!m_visible) return;
-    if (state == dsTransparent && !m_children && !DrawsTransparent()) return;
+    if (state == dsTransparent && !m_children && IsKnownOpaque()) return;
     std::optional<TZEPFrameLoan> loan;
     if (m_scene != &scene) loan.emplace(m_scene, scene);
+    const TZEPFrame& frame = scene.Frame(); // stays, where what is drawn frees the scene
     const TZEPXFormScope transform(scene.Frame(), m_xform.get());
     const bool topLevel = m_parent == scene.AsObject();
     const bool drawsItself = !scene.QuickDraw() || topLevel || DrawsInQuickDraw();
     const TZEPWatch alive(this);
     if (drawsItself && !IsOutOfView()) DrawOwn(*this, *this, scene, state, kind);
-    if (alive && m_children) DrawChildren(scene, state, kind);
+    if (alive && !frame.SceneIsGone && m_children) DrawChildren(scene, state, kind);
 }
 
 void TZEPObject::DrawOwn(TZEPObject& object, const TZEPObject& flags, TZEPSceneContext& scene,
                          TZEPDrawState state, TZEPDrawKind kind) {
-    if (state == dsTransparent && !object.DrawsTransparent()) return;
-    scene.Frame().Run.Enter(object.SharesDrawRun());
-    if (kind == dkSelect) return object.DrawForSelect(scene);
-    object.DrawPass(flags, scene, state, kind);
+    if (state == dsTransparent && object.IsKnownOpaque()) return;
+    TZEPFrame& frame = scene.Frame();
+    const bool shares = object.SharesDrawRun();
+    const TZEPDrawRun::Turn turn(frame.Run, shares);
+    const auto draw = [&] {
+        if (kind == dkSelect) return object.DrawForSelect(scene);
+        object.DrawPass(flags, scene, state, kind);
+    };
+    if (shares || object.IsOfKnownClass()) return draw();
+    const TZEPViewFrame anywhere(frame, std::nullopt); // it may draw others in places of its own
+    draw();
 }
 
 TZEPPassSet TZEPObject::Passes() const {
@@ -77,11 +85,16 @@ TZEPPassSet TZEPObject::Passes() const {
     return SidePasses() | own | (m_receivesShadows ? PassBit(dsShadowObjects) : 0);
 }
 
+bool TZEPObject::IsKnownOpaque() const {
+    return !DrawsTransparent() && IsOfKnownClass();
+}
+
 void TZEPObject::DrawForSelect(TZEPSceneContext& scene) {
-    const QScopedValueRollback selects(scene.Frame().IsNotRendering, true);
+    TZEPFrame& frame = scene.Frame();
+    const QScopedValueRollback selects(frame.IsNotRendering, true);
     glPushName(scene.SelectName(this));
     DrawSpecific(GL_FRONT_AND_BACK, false);
-    scene.Frame().Run.End();
+    frame.Run.End();
     glPopName();
 }
 
@@ -122,16 +135,19 @@ void TZEPObject::DrawPass(const TZEPObject& flags, TZEPSceneContext& scene, TZEP
 
 void TZEPObject::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (!m_children) return;
-    const auto draw = [&](TZEPObject* child) { child->Draw(scene, state, kind); };
+    const TZEPFrame& frame = scene.Frame();
+    const auto draw = [&](TZEPObject* child) {
+        if (!frame.SceneIsGone) child->Draw(scene, state, kind);
+    };
     const bool some = kind != dkSelect && !IsForAll(state);
     const auto extend = [](TZEPBlockBox& box, const TZEPObject* child) { child->Extend(box); };
-    const bool bounds = TZEPViewFrame::Bounds(scene.Frame());
+    const bool bounds = TZEPViewFrame::Bounds(frame);
     if (!some && !bounds) return m_children->ForEach(draw);
     m_children->ForEachBlock([&](std::size_t block) {
         const TZEPBlockBox& box = m_children->Box(block, extend);
         if (some && (box.Passes & PassBit(state)) == 0) return;
         const TZEPSeen seen =
-            box.Bounded && bounds ? TZEPViewFrame::Shows(scene.Frame(), box) : TZEPSeen::Part;
+            box.Bounded && bounds ? TZEPViewFrame::Shows(frame, box) : TZEPSeen::Part;
         if (seen == TZEPSeen::Nothing) return;
         const bool tests = bounds && seen == TZEPSeen::Part;
         m_children->ForEachIn(block, [&](TZEPObject* child) {

@@ -1,7 +1,7 @@
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/SharedMaterials.h>
 #include <zep/framework/LookOnly.h>
-#include <zep/framework/stream/ClassLayout.h>
+#include <zep/framework/Watch.h>
 #include <zep/framework/stream/Reader.h>
 #include <zep/framework/stream/StreamFile.h>
 #include <zep/framework/stream/Writer.h>
@@ -15,16 +15,18 @@ void TZEPObject::SaveToWriter(TWriter& writer) {
 }
 
 void TZEPObject::LoadFromReader(TReader& reader) {
+    const TZEPWatch alive(this); // listeners hear of what goes and comes
     BeginUpdate();
     reader.CheckStructure();
     Clear();
+    if (!alive) return;
     reader.OnError = [this](TReader& source, const QString& message, bool& handled) {
         OnReadError(source, message, handled);
     };
     const QString name = Name();
     reader.ReadRootComponent(*this);
-    SetName(name);
-    EndUpdate(false);
+    if (alive) SetName(name);
+    if (alive) EndUpdate(false);
 }
 
 void TZEPObject::OnReadError(TReader&, const QString&, bool& handled) {
@@ -70,11 +72,6 @@ void TZEPObject::ReadState(TReader& reader) {
     const bool hadTransform = m_xform != nullptr;
     const bool hadMaterial = m_material != nullptr;
     XForm()->Clear();
-    // Where the material is not published, nothing in a stream would take the zeros back.
-    if (TClassLayout::Of(*metaObject()).Find("Material")) {
-        Material()->Texture()->SetTilingS(0);
-        Material()->Texture()->SetTilingT(0);
-    }
     reader.SetIgnoreChildren(false);
     TComponent::ReadState(reader);
     XForm()->PrepareMatrix();

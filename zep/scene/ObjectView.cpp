@@ -1,3 +1,4 @@
+#include <zep/framework/Watch.h>
 #include <zep/scene/ChildList.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/Object.h>
@@ -36,7 +37,7 @@ void TZEPObject::ExtendBox(TZEPBlockBox& box) const {
     // Whether it is visible or not: a deselection passes over bounded blocks.
     if (GetItemsCount() > 0 || m_selected) box.Bounded = false;
     if (!m_visible || !box.Bounded) return;
-    box.Bounded = StaysInSize();
+    box.Bounded = StaysInSize() && IsOfKnownClass();
     if (!box.Bounded) return;
     TGLArrayd3 min;
     TGLArrayd3 max;
@@ -55,7 +56,8 @@ bool TZEPObject::IsInView() const {
 
 // A block of children does not tell about one that has children itself: those are walked.
 bool TZEPObject::IsOutOfView() const {
-    if (!m_children || m_selected || !TZEPViewFrame::Bounds(DrawFrame()) || !StaysInSize())
+    if (!m_children || m_selected || !TZEPViewFrame::Bounds(DrawFrame()) || !StaysInSize() ||
+        !IsOfKnownClass())
         return false;
     TZEPBlockBox box;
     GetSize(box.Min, box.Max);
@@ -67,8 +69,9 @@ void TZEPObject::DeselectChildren() {
     m_children->ForEachBlock([this](std::size_t block) {
         if (m_children->IsBounded(block)) return;
         m_children->ForEachIn(block, [](TZEPObject* child) {
+            const TZEPWatch alive(child);
             child->SetSelected(false);
-            child->DeselectChildren();
+            if (alive) child->DeselectChildren();
         });
     });
 }

@@ -4,13 +4,13 @@
 #include <zep/appearance/materials/MaterialLibrary.h>
 #include <zep/framework/Exception.h>
 #include <zep/framework/Property.h>
-#include <zep/scene/Vertex3.h>
-#include <zep/scene/XForm.h>
+#include <zep/framework/Watch.h>
 
 #include <QElapsedTimer>
 #include <QTimerEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace ZEP {
 
@@ -31,10 +31,15 @@ TZEPScene* TZEPObject::Scene() const {
     return m_scene ? static_cast<TZEPScene*>(m_scene->AsObject()) : nullptr;
 }
 
-TZEPScene::TZEPScene(TComponent* owner)
-    : TZEPObject(owner), TZEPSceneContext(m_frame), m_selectBuffer(500) {}
+TZEPScene::TZEPScene(TComponent* owner) : TZEPScene(owner, std::make_shared<TZEPFrame>()) {}
+
+TZEPScene::TZEPScene(TComponent* owner, std::shared_ptr<TZEPFrame> frame)
+    : TZEPObject(owner), TZEPSceneContext(*frame), m_frame(std::move(frame)),
+      m_selectBuffer(std::make_shared<std::vector<GLuint>>(500)) {}
 
 TZEPScene::~TZEPScene() {
+    BeginDestroying();
+    m_frame->SceneIsGone = true;
     while (!m_panels.empty()) { // one that is told may take away others
         TZEPScenePanel* panel = m_panels.front();
         m_panels.erase(m_panels.begin());
@@ -92,6 +97,8 @@ void TZEPScene::Notification(TComponent* component, TOperation operation) {
         m_materialLibrary = nullptr; // its collection is gone already
         Invalidate(this);
     }
+    if (operation == opRemove && m_currentCamera && component == m_currentCameraObject)
+        SetCurrentCamera(nullptr);
     TZEPObject::Notification(component, operation);
 }
 
@@ -102,16 +109,30 @@ TZEPMaterial* TZEPScene::LibraryMaterial(int index) const {
     return static_cast<TZEPMaterialCI*>(materials->GetItem(index))->Material();
 }
 
+void TZEPScene::SetCurrentCamera(TZEPSceneCamera* camera) {
+    if (camera == m_currentCamera) return;
+    m_currentCamera = camera;
+    m_currentCameraObject = camera ? camera->AsObject() : nullptr;
+    if (m_currentCameraObject) m_currentCameraObject->FreeNotification(this);
+}
+
 void TZEPScene::SetAnimation(bool animation) {
     if (!Change(m_animation, animation) || IsDesigning()) return;
-    if (!animation) return m_timer.stop();
+    if (!animation) {
+        m_timer.stop();
+        if (std::exchange(m_tickRepaints, false)) Invalidate(this);
+        return;
+    }
     m_timer.start(TickMilliseconds, Qt::PreciseTimer, this);
     if (!m_timer.isActive()) throw Exception(QStringLiteral("No timer is left for the animation"));
 }
 
 void TZEPScene::timerEvent(QTimerEvent* event) {
     if (event->timerId() != m_timer.timerId()) return TZEPObject::timerEvent(event);
+    const TZEPWatch alive(this);
+    m_tickRepaints = false;
     Action(SecondsSinceSystemStart());
+    if (!alive) return;
     for (std::size_t i = 0; i < m_panels.size(); ++i) m_panels[i]->Invalidate();
 }
 
@@ -127,7 +148,10 @@ void TZEPScene::UnregisterGLPanel(TZEPScenePanel* panel) {
 void TZEPScene::Invalidate(TObject* sender) {
     if (m_manualUpdate || UpdateLevel() > 0) return;
     for (std::size_t i = 0; i < m_panels.size(); ++i) m_panels[i]->Changed(sender);
-    if (m_animation && !IsDesigning()) return; // the next tick repaints
+    if (m_animation && !IsDesigning()) {
+        m_tickRepaints = true;
+        return;
+    }
     for (std::size_t i = 0; i < m_panels.size(); ++i) m_panels[i]->Invalidate();
 }
 

@@ -7,6 +7,8 @@
 
 #include <QBasicTimer>
 
+#include <initializer_list>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -59,8 +61,13 @@ public:
     /// The light that reaches everything without a source (`GL_LIGHT_MODEL_AMBIENT`).
     void SetSceneAmbientColor(TColor color);
     [[nodiscard]] TZEPMaterialLibrary* MaterialLibrary() const { return m_materialLibrary; }
-    /// Materials that objects choose by index; any change of one invalidates the scene.
+    /// Materials that objects choose by index; any change of one invalidates the scene. A library
+    /// that the scene owns is saved with it, and what is loaded takes its place; of any other the
+    /// name is saved.
     void SetMaterialLibrary(TZEPMaterialLibrary* library);
+    void SaveToWriter(TWriter& writer) override;
+    void LoadFromReader(TReader& reader) override;
+    void GetChildren(const std::function<void(TComponent*)>& proc, TComponent* root) override;
     /// Changes no longer repaint by themselves.
     void SetManualUpdate(bool manual) { m_manualUpdate = manual; }
     void SetSelectionEnabled(bool enabled) { m_selectionEnabled = enabled; }
@@ -69,8 +76,9 @@ public:
     /// Panels draw drafts while a mouse button is held.
     void SetQuickMouse(bool quick);
     [[nodiscard]] bool Animation() const { return m_animation; }
-    /// Ticks every 40 ms: `Action` with the time in seconds, then a repaint of every panel. While
-    /// designing only the flag is kept. Raises `Exception` where no timer is to be had.
+    /// Ticks every 40 ms: `Action` with the time in seconds, then a repaint of every panel. What
+    /// changed since the last tick is painted when it ends. While designing only the flag is kept.
+    /// Raises `Exception` where no timer is to be had.
     void SetAnimation(bool animation);
     void SetFShadows(bool shadows);
     /// Shadows by averaged images in the accumulation buffer instead of by subtraction.
@@ -91,10 +99,12 @@ public:
     /// Draws one frame into the current context; nothing while an update bracket is open or
     /// without a camera. Shadows need a stencil buffer, and one of the two methods: where the
     /// context cannot do what was chosen, the other one stands in for it. What an object throws
-    /// leaves OpenGL's state as it was between two passes.
+    /// leaves OpenGL's state as it was between two passes. What is drawn may free others, also the
+    /// camera and the scene, with which the frame ends.
     /// \param width, height  size of the view in device pixels
     /// \param draft          outlines, and no shadows
     void Render(TZEPSceneCamera* camera, int width, int height, bool draft);
+    /// Of the last frame; null once it is gone.
     [[nodiscard]] TZEPSceneCamera* CurrentCamera() const { return m_currentCamera; }
     /// Draws the tree for one pass between what the pass sets and takes back.
     void Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) override;
@@ -154,26 +164,31 @@ private:
     void ClearBuffers() const;
     class TState;
     [[nodiscard]] bool DrawsShadows() const;
+    void DrawStates(std::initializer_list<TZEPDrawState> states, TZEPDrawKind kind);
     void DrawShadowedStates();
     [[nodiscard]] bool EnterState(TZEPDrawState state);
     void LeaveState(TZEPDrawState state);
     [[nodiscard]] bool EnterShadowVolumes();
     void LeaveShadowVolumes();
     void SetAmbient(const TGLColor& color) const;
-    [[nodiscard]] TZEPSelectHits FindHits(TZEPSceneCamera& camera, const TZEPPickRegion& region);
+    [[nodiscard]] std::optional<TZEPSelectHits> FindHits(TZEPSceneCamera& camera,
+                                                         const TZEPPickRegion& region);
     [[nodiscard]] int DrawInSelectMode();
     void GrowSelectBuffer(int overflows);
     [[nodiscard]] TZEPObject* BestOf(const TZEPSelectHits& hits, TZEPSceneCamera* camera,
                                      std::optional<int> level) const;
-    void SelectBest(const TZEPSelectHits& hits, bool toggle, bool clearFirst);
     void Store(bool& flag, bool value);
+    explicit TZEPScene(TComponent* owner, std::shared_ptr<TZEPFrame> frame);
+    void SetCurrentCamera(TZEPSceneCamera* camera);
+    [[nodiscard]] TZEPMaterialLibrary* OwnLibrary() const;
 
-    TZEPFrame m_frame;
+    std::shared_ptr<TZEPFrame> m_frame; ///< may outlive the scene while it draws
     std::vector<TZEPScenePanel*> m_panels;
-    std::vector<TZEPObject*> m_selectNames; ///< of the last draw in select mode
-    std::vector<GLuint> m_selectBuffer;     ///< grows by 500 entries, never shrinks
+    std::vector<TZEPObject*> m_selectNames;              ///< of the last draw in select mode
+    std::shared_ptr<std::vector<GLuint>> m_selectBuffer; ///< grows by 500, never shrinks
     TZEPMaterialLibrary* m_materialLibrary = nullptr;
     TZEPSceneCamera* m_currentCamera = nullptr;
+    TComponent* m_currentCameraObject = nullptr; ///< which tells when it goes
     TGLMatrixd4 m_savedModelView = idd;
     QBasicTimer m_timer;
     TColor m_backgroundColor = clBlack;
@@ -181,6 +196,7 @@ private:
     int m_shadowLights = 0;
     bool m_darkFog = false; ///< fog adds nothing while light is subtracted
     bool m_animation = false;
+    bool m_tickRepaints = false; ///< a change waits for the next tick of the animation
     bool m_manualDepthCheck = false;
     bool m_firstPasses = false;
     bool m_selectsNear = false; ///< a draw in select mode passes over what is out of view

@@ -1,5 +1,6 @@
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/SharedMaterials.h>
+#include <zep/framework/Watch.h>
 #include <zep/gl/Names.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
@@ -10,7 +11,7 @@
 
 #include <QScopeGuard>
 
-#include <array>
+#include <initializer_list>
 #include <utility>
 
 namespace ZEP {
@@ -48,11 +49,15 @@ void AddWhenBlending() {
 class TZEPScene::TState {
 public:
     TState(TZEPScene& scene, TZEPDrawState state)
-        : m_scene(scene), m_state(state), m_entered(scene.EnterState(state)) {}
+        : m_scene(scene), m_frame(scene.Frame()), m_state(state),
+          m_entered(scene.EnterState(state)) {}
     ~TState() {
         if (!m_entered) return;
-        m_scene.Frame().Run.End();
-        m_scene.LeaveState(m_state);
+        m_frame.Run.End();
+        if (m_frame.SceneIsGone)
+            PopPushed();
+        else
+            m_scene.LeaveState(m_state);
     }
     TState(const TState&) = delete;
     TState& operator=(const TState&) = delete;
@@ -60,7 +65,14 @@ public:
     explicit operator bool() const { return m_entered; }
 
 private:
+    /// What must not stay on OpenGL's stacks; the rest belongs to a frame that nobody sees.
+    void PopPushed() const {
+        if (m_state == dsReflections) glPopMatrix();
+        if (m_state == dsBuildShadowVolumes) glPopAttrib();
+    }
+
     TZEPScene& m_scene;
+    TZEPFrame& m_frame;
     TZEPDrawState m_state;
     bool m_entered;
 };
@@ -80,18 +92,25 @@ void TZEPScene::ClearBuffers() const {
 
 void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draft) {
     if (UpdateLevel() > 0 || !camera) return;
-    m_currentCamera = camera;
+    const std::shared_ptr<TZEPFrame> frame = m_frame;
+    SetCurrentCamera(camera);
     TrimSharedMaterials();
     // The subtractive shadows need the blend equation.
     if (!m_accumShadows && !BlendEquationEXT) m_accumShadows = true;
     ClearBuffers();
     camera->Apply(width, height, -1);
     Q_EMIT AfterCamera(this);
-    if (m_firstPasses)
-        for (const TZEPDrawState state : {dsPre, dsReflections}) Draw(*this, state, dkFull);
+    if (frame->SceneIsGone) return;
+    if (m_firstPasses) DrawStates({dsPre, dsReflections}, dkFull);
+    if (frame->SceneIsGone) return;
     if (!draft && DrawsShadows()) return DrawShadowedStates();
-    for (const TZEPDrawState state : {dsAllLights, dsAllObjects, dsTransparent})
-        Draw(*this, state, draft ? dkDraft : dkFull);
+    DrawStates({dsAllLights, dsAllObjects, dsTransparent}, draft ? dkDraft : dkFull);
+}
+
+void TZEPScene::DrawStates(std::initializer_list<TZEPDrawState> states, TZEPDrawKind kind) {
+    const std::shared_ptr<TZEPFrame> frame = m_frame;
+    for (const TZEPDrawState state : states)
+        if (!frame->SceneIsGone) Draw(*this, state, kind);
 }
 
 bool TZEPScene::DrawsShadows() const {
@@ -100,28 +119,29 @@ bool TZEPScene::DrawsShadows() const {
 }
 
 void TZEPScene::DrawShadowedStates() {
-    static constexpr std::array Accumulated{
-        dsAllLights,     dsNonShadowObjects,  dsShadowLights, dsBuildShadowVolumes,
-        dsShadowObjects, dsDrawShadowVolumes, dsAllLights,    dsTransparent};
-    static constexpr std::array Subtracted{
-        dsAllLights,         dsAllObjects, dsShadowLights, dsBuildShadowVolumes,
-        dsDrawShadowVolumes, dsAllLights,  dsTransparent};
-    const auto drawAll = [this](const auto& states) {
-        for (const TZEPDrawState state : states) Draw(*this, state, dkFull);
-    };
-    if (!m_accumShadows) return drawAll(Subtracted);
-    if (HasBuffer(GL_ACCUM_RED_BITS)) return drawAll(Accumulated);
+    const auto subtracted = {dsAllLights,          dsAllObjects,        dsShadowLights,
+                             dsBuildShadowVolumes, dsDrawShadowVolumes, dsAllLights,
+                             dsTransparent};
+    if (!m_accumShadows) return DrawStates(subtracted, dkFull);
+    if (HasBuffer(GL_ACCUM_RED_BITS))
+        return DrawStates({dsAllLights, dsNonShadowObjects, dsShadowLights, dsBuildShadowVolumes,
+                           dsShadowObjects, dsDrawShadowVolumes, dsAllLights, dsTransparent},
+                          dkFull);
     m_accumShadows = false; // for this frame
-    const auto chosen = qScopeGuard([this] { m_accumShadows = true; });
-    drawAll(Subtracted);
+    const TZEPWatch alive(this);
+    const auto chosen = qScopeGuard([this, &alive] {
+        if (alive) m_accumShadows = true;
+    });
+    DrawStates(subtracted, dkFull);
 }
 
 void TZEPScene::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
-    const TZEPDrawRun::Walk walk(Frame().Run);
+    const std::shared_ptr<TZEPFrame> frame = m_frame;
+    const TZEPDrawRun::Walk walk(frame->Run);
     if (kind == dkSelect) m_selectNames.clear();
     const TState entered(*this, state);
     if (!entered) return;
-    const TZEPViewFrame view(Frame(), VolumeOf(state, kind != dkSelect || m_selectsNear));
+    const TZEPViewFrame view(*frame, VolumeOf(state, kind != dkSelect || m_selectsNear));
     DrawChildren(scene, state, kind);
 }
 

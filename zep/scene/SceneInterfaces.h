@@ -2,6 +2,7 @@
 
 #include <zep/Export.h>
 #include <zep/framework/Notify.h>
+#include <zep/framework/Watch.h>
 #include <zep/scene/DrawStates.h>
 #include <zep/scene/Geom.h>
 
@@ -79,7 +80,7 @@ public:
 
 protected:
     explicit TZEPSceneContext(TZEPFrame& frame) : m_frame(&frame) {}
-    ~TZEPSceneContext() = default;
+    ~TZEPSceneContext() { TZEPWatch::Forget(this); }
 
     bool m_manualUpdate = false;
     bool m_selectionEnabled = true;

@@ -1,13 +1,13 @@
 #include <zep/framework/DebugLog.h>
+#include <zep/framework/Watch.h>
 #include <zep/gl/Scopes.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/SelectHits.h>
 #include <zep/scene/Vectors.h>
-#include <zep/scene/Vertex3.h>
-#include <zep/scene/XForm.h>
 
 #include <GL/gl.h>
 
+#include <QPointer>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -41,31 +41,45 @@ GLuint TZEPScene::SelectName(TZEPObject* object) {
 // was drawn at the next try, or 100,000 hits would take 800 draws.
 void TZEPScene::GrowSelectBuffer(int overflows) {
     const std::size_t needed = overflows == 1 ? 0 : RecordEntries * m_selectNames.size();
-    const std::size_t size = std::max(m_selectBuffer.size() + 1, needed);
-    m_selectBuffer.resize((size + BufferStep - 1) / BufferStep * BufferStep);
+    const std::size_t size = std::max(m_selectBuffer->size() + 1, needed);
+    m_selectBuffer->resize((size + BufferStep - 1) / BufferStep * BufferStep);
 }
 
+// What is drawn may free the scene, while OpenGL still writes into the buffer.
 int TZEPScene::DrawInSelectMode() {
+    const std::shared_ptr<TZEPFrame> frame = m_frame;
+    const std::shared_ptr<std::vector<GLuint>> buffer = m_selectBuffer;
     for (int overflows = 1;; ++overflows) {
-        glSelectBuffer(static_cast<GLsizei>(m_selectBuffer.size()), m_selectBuffer.data());
+        glSelectBuffer(static_cast<GLsizei>(buffer->size()), buffer->data());
         glRenderMode(GL_SELECT);
         auto leave = qScopeGuard([] { glRenderMode(GL_RENDER); });
         glInitNames();
+        frame->TreeChanged = false;
         Draw(*this, dsAllObjects, dkSelect);
         leave.dismiss();
         const int hits = glRenderMode(GL_RENDER);
+        if (frame->SceneIsGone) return 0;
         if (hits >= 0) return hits;
         GrowSelectBuffer(overflows);
     }
 }
 
-TZEPSelectHits TZEPScene::FindHits(TZEPSceneCamera& camera, const TZEPPickRegion& region) {
+std::optional<TZEPSelectHits> TZEPScene::FindHits(TZEPSceneCamera& camera,
+                                                  const TZEPPickRegion& region) {
+    const std::shared_ptr<TZEPFrame> frame = m_frame;
     const TZEPMatricesScope matrices;
     camera.Pick(region.ViewWidth, region.ViewHeight, region.X, region.Y, region.Width,
                 region.Height);
+    const QPointer<TZEPScene> alive(this);
     m_selectsNear = true;
-    const auto done = qScopeGuard([this] { m_selectsNear = false; });
-    return {DrawInSelectMode(), m_selectBuffer, m_selectNames};
+    const auto done = qScopeGuard([&alive] {
+        if (alive) alive->m_selectsNear = false;
+    });
+    const int records = DrawInSelectMode();
+    if (frame->SceneIsGone) return {};
+    TZEPSelectHits hits(records, *m_selectBuffer, m_selectNames);
+    if (frame->TreeChanged) hits.KeepWithin(*this);
+    return hits;
 }
 
 double TZEPScene::GetObjectDistance(TZEPSceneCamera* camera, TZEPObject* object) const {
@@ -99,7 +113,9 @@ TZEPObject* TZEPScene::Pick(TZEPSceneCamera* camera, int viewWidth, int viewHeig
     if (!camera) return nullptr;
     const TZEPPickRegion region{
         viewWidth, viewHeight, x, y, std::max(pickWidth, 1), std::max(pickHeight, 1)};
-    return BestOf(FindHits(*camera, region), camera, level);
+    const QPointer<TZEPObject> cameraObject(camera->AsObject());
+    const auto hits = FindHits(*camera, region);
+    return hits && cameraObject ? BestOf(*hits, camera, level) : nullptr;
 }
 
 int TZEPScene::Select(TZEPSceneCamera* camera, int viewWidth, int viewHeight, int x, int y,
@@ -112,27 +128,29 @@ int TZEPScene::Select(TZEPSceneCamera* camera, int viewWidth, int viewHeight, in
     if (!camera) return 0;
     const TZEPPickRegion region{
         viewWidth, viewHeight, x, y, std::max(pickWidth, 1), std::max(pickHeight, 1)};
-    TZEPSelectHits hits = FindHits(*camera, region);
-    hits.SetBest(processHits ? BestOf(hits, camera, {}) : nullptr);
+    const QPointer<TZEPObject> cameraObject(camera->AsObject());
+    const auto hits = FindHits(*camera, region);
+    if (!hits) return 0;
+    const bool isPoint = region.Width == PointSize && region.Height == PointSize;
     // From here on handlers of the events may do as they like with the tree.
-    const TZEPSelectHits::Watch watch(hits, *this);
-    if (clearFirst) DeselectAll();
-    if (region.Width == PointSize && region.Height == PointSize)
-        SelectBest(hits, toggle, clearFirst);
+    std::vector<QPointer<TZEPObject>> chosen;
+    if (processHits && isPoint)
+        chosen.emplace_back(cameraObject ? BestOf(*hits, camera, {}) : nullptr);
     else if (processHits)
-        hits.SelectAll();
-    Invalidate(this);
-    return hits.RecordCount();
-}
-
-void TZEPScene::SelectBest(const TZEPSelectHits& hits, bool toggle, bool clearFirst) {
+        for (const TZEPSelectHit& hit : hits->List()) chosen.emplace_back(hit.Object);
+    const QPointer<TZEPScene> alive(this);
     if (clearFirst) DeselectAll();
-    if (TZEPObject* best = hits.Best()) best->SetSelected(!toggle || !best->Selected());
+    for (const QPointer<TZEPObject>& object : chosen)
+        if (alive && object && object->Scene())
+            object->SetSelected(!isPoint || !toggle || !object->Selected());
+    if (alive) Invalidate(this);
+    return hits->RecordCount();
 }
 
 void TZEPScene::DeselectAll() {
+    const TZEPWatch alive(this);
     SetSelected(false);
-    DeselectChildren();
+    if (alive) DeselectChildren();
 }
 
 } // namespace ZEP

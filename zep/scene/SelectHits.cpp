@@ -1,7 +1,9 @@
 #include <zep/scene/SelectHits.h>
 
-#include <zep/scene/Vertex3.h>
-#include <zep/scene/XForm.h>
+#include <zep/scene/ForEach.h>
+
+#include <algorithm>
+#include <unordered_set>
 
 namespace ZEP {
 
@@ -17,32 +19,11 @@ TZEPSelectHits::TZEPSelectHits(int records, const std::vector<GLuint>& buffer,
     }
 }
 
-void TZEPSelectHits::SelectAll() {
-    // By index: an event may take objects out.
-    for (std::size_t i = 0; i < m_hits.size(); ++i)
-        if (m_hits[i].Object) m_hits[i].Object->SetSelected(true);
-}
-
-void TZEPSelectHits::Forget(const TZEPObject* removed) {
-    const auto isRemoved = [removed](const TZEPObject* object) {
-        while (object && object != removed) object = object->Parent();
-        return object != nullptr;
-    };
-    for (TZEPSelectHit& hit : m_hits)
-        if (isRemoved(hit.Object)) hit.Object = nullptr;
-    if (isRemoved(m_best)) m_best = nullptr;
-}
-
-TZEPSelectHits::Watch::Watch(TZEPSelectHits& hits, TZEPObject& root) : m_root(root) {
-    m_notify.Context = &hits;
-    m_notify.Code = [](void* context, TZEPObject* sender, TZEPObjectAction action, const void*) {
-        if (action == saRemove) static_cast<TZEPSelectHits*>(context)->Forget(sender);
-    };
-    m_root.RegisterNotify(m_notify);
-}
-
-TZEPSelectHits::Watch::~Watch() {
-    m_root.UnregisterNotify(m_notify);
+void TZEPSelectHits::KeepWithin(TZEPObject& root) {
+    std::unordered_set<const TZEPObject*> there;
+    ForEachObject(root, [&there](TZEPObject& object) { there.insert(&object); });
+    std::erase_if(m_hits,
+                  [&there](const TZEPSelectHit& hit) { return !there.contains(hit.Object); });
 }
 
 bool TZEPBestHit::IsBetter(const TZEPSelectHit& hit, double distance) const {

@@ -32,30 +32,12 @@ public:
 
     [[nodiscard]] int RecordCount() const { return m_records; }
     [[nodiscard]] const std::vector<TZEPSelectHit>& List() const { return m_hits; }
-    [[nodiscard]] TZEPObject* Best() const { return m_best; }
-    void SetBest(TZEPObject* best) { m_best = best; }
-    /// `SetSelected(true)` for each.
-    void SelectAll();
-
-    /// While it lives, objects that leave the tree leave the hits too.
-    class Watch {
-    public:
-        Watch(TZEPSelectHits& hits, TZEPObject& root);
-        ~Watch();
-        Watch(const Watch&) = delete;
-        Watch& operator=(const Watch&) = delete;
-
-    private:
-        TZEPObjectNotify m_notify;
-        TZEPObject& m_root;
-    };
+    /// Takes out what is no longer below `root`. What has been freed is only compared.
+    void KeepWithin(TZEPObject& root);
 
 private:
-    void Forget(const TZEPObject* removed);
-
     int m_records;
     std::vector<TZEPSelectHit> m_hits;
-    TZEPObject* m_best = nullptr;
 };
 
 /// Chooses the best of the hits that it is offered one by one: the one of the least depth and among

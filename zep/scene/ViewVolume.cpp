@@ -90,7 +90,8 @@ bool TZEPViewFrame::Bounds(const TZEPFrame& frame) {
 }
 
 TZEPSeen TZEPViewFrame::Shows(const TZEPFrame& frame, const TZEPBlockBox& box) {
-    return frame.View->Volume().Shows(box.Min, box.Max);
+    // An object that leaves the scene while it is drawn looks at a frame without a view.
+    return frame.View ? frame.View->Volume().Shows(box.Min, box.Max) : TZEPSeen::Part;
 }
 
 const TZEPViewVolume& TZEPViewFrame::Volume() {

@@ -2,11 +2,20 @@
 
 #include <zep/framework/Exception.h>
 #include <zep/framework/Property.h>
+#include <zep/scene/Frame.h>
+#include <zep/scene/GLState.h>
 
 #include <GL/gl.h>
 #include <QtEndian>
 
 namespace ZEP {
+
+namespace {
+
+/// Of at least 32 places; the others are for what objects push.
+constexpr int TransformsOnStack = 16;
+
+} // namespace
 
 TZEPXForm::TZEPXForm(TNotifyEvent onChange, TComponent*)
     : m_onChange(onChange), m_translate(Notify<&TZEPXForm::ChangeData>(this)),
@@ -148,15 +157,23 @@ QByteArray TZEPXForm::StoreMatrix() const {
 }
 
 TZEPXFormScope::TZEPXFormScope(TZEPFrame& frame, const TZEPXForm* xform)
-    : m_pushed(xform && xform->IsActive()) {
+    : m_frame(frame), m_pushed(xform && xform->IsActive()) {
     if (!m_pushed) return;
-    xform->Push();
+    if (++frame.Transforms > TransformsOnStack)
+        m_outer = LoadedMatrix(GL_MODELVIEW_MATRIX);
+    else
+        xform->Push();
     xform->Apply();
-    if (TZEPViewFrame::Bounds(frame)) m_frame.emplace(frame, xform->GetMatrix());
+    if (TZEPViewFrame::Bounds(frame)) m_view.emplace(frame, xform->GetMatrix());
 }
 
 TZEPXFormScope::~TZEPXFormScope() {
-    if (m_pushed) glPopMatrix();
+    if (!m_pushed) return;
+    --m_frame.Transforms;
+    if (m_outer)
+        glLoadMatrixd((*m_outer)[0].data());
+    else
+        glPopMatrix();
 }
 
 } // namespace ZEP

@@ -106,7 +106,8 @@ private:
 
 /// Has a transform on the matrix stack for as long as it lives, and a draw walk in its frame. It
 /// pops what it pushed, also where the transform became or ceased to be the identity in between.
-/// Null stands for the identity.
+/// Transforms nest as deep as trees do: OpenGL's stack holds the outer ones, and leaves room for
+/// what objects push. Null stands for the identity.
 class ZEP_CORE_EXPORT TZEPXFormScope {
 public:
     TZEPXFormScope(TZEPFrame& frame, const TZEPXForm* xform);
@@ -115,7 +116,9 @@ public:
     TZEPXFormScope& operator=(const TZEPXFormScope&) = delete;
 
 private:
-    std::optional<TZEPViewFrame> m_frame;
+    TZEPFrame& m_frame;
+    std::optional<TZEPViewFrame> m_view;
+    std::optional<TGLMatrixd4> m_outer; ///< beyond what OpenGL's stack is sure to hold
     bool m_pushed;
 };
 

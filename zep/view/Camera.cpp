@@ -6,6 +6,8 @@
 
 #include <GL/glu.h>
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -49,8 +51,8 @@ void TZEPCamera::SetTargetObject(TZEPObject* object) {
 
 void TZEPCamera::Notification(TComponent* component, TOperation operation) {
     if (operation == opRemove) {
-        if (component == m_positionObject) m_positionObject = nullptr;
-        if (component == m_targetObject) m_targetObject = nullptr;
+        if (component == m_positionObject) Follow(m_positionObject, nullptr);
+        if (component == m_targetObject) Follow(m_targetObject, nullptr);
     }
     TZEPObject::Notification(component, operation);
 }
@@ -58,6 +60,8 @@ void TZEPCamera::Notification(TComponent* component, TOperation operation) {
 void TZEPCamera::ReadState(TReader& reader) {
     m_focalLength = m_nearClipPlane = m_farClipPlane = 0;
     m_up.SetDataQuietly(zero3d);
+    // No lens sees nothing: an angle that a stream does not hold follows the focal length.
+    const QScopedValueRollback keeps(m_keepsAngle, true);
     TZEPObject::ReadState(reader);
 }
 
@@ -68,6 +72,7 @@ void TZEPCamera::SetFocalLength(double millimetres) {
 }
 
 void TZEPCamera::SetFOVY(double degrees) {
+    if (m_keepsAngle && degrees == 0) return;
     if (!Change(m_fovy, degrees)) return;
     m_focalLength = 0.5 / (std::tan(pi * m_fovy / 180 / 2) / 36);
     Invalidate(this);

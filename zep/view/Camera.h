@@ -190,6 +190,7 @@ private:
     bool m_extended = false;
     bool m_stored = false;
     bool m_changed = true;
+    bool m_keepsAngle = false; ///< while it is read
     mutable bool m_following = false;
 };
 

@@ -13,10 +13,12 @@ namespace {
 
 /// The context that this library made current last; panels skip what would change nothing.
 TContextHandle CurrentContext = 0;
+/// A message has told that there is no context; one tells again once there was one.
+bool FailureIsKnown = false;
 
 void Record(TContextHandle context) {
     CurrentContext = context;
-    SetContextIsCurrent(context != 0);
+    if (context == 0) SetContextIsCurrent(false);
 }
 
 /// The trailing blank lets `CheckExtention` recognise the last one.
@@ -119,17 +121,17 @@ bool TZEPContext::Take(const std::optional<TGrantedFormat>& granted) {
 }
 
 void TZEPContext::ReportFailure() {
-    if (m_errorShown) return;
+    if (FailureIsKnown) return;
     DebugLog(QStringLiteral("ERROR initializing OpenGL!"));
     if (m_quiet) return;
-    // Set first: the box is modal, and the panel may ask for a context again behind it.
-    m_errorShown = true;
+    // Set first: the box is modal, and a panel may ask for a context again behind it.
+    FailureIsKnown = true;
     ShowMessage(QStringLiteral("Unable to initialize OpenGL context!"), QStringLiteral("Error"),
                 TMessageIcon::Hand);
 }
 
 void TZEPContext::ReadDriver() {
-    m_acceleration = AccelerationOf(m_format, m_acceleration);
+    m_acceleration = m_context == 0 ? QString() : AccelerationOf(m_format, m_acceleration);
     MakeCurrent();
     m_vendor = DriverString(GL_VENDOR);
     m_renderer = DriverString(GL_RENDERER);
@@ -137,6 +139,7 @@ void TZEPContext::ReadDriver() {
     m_extentions = DriverString(GL_EXTENSIONS);
     QueryMaxValues();
     if (m_context == 0) return; // the entry points of the other panels stay
+    FailureIsKnown = false;
     BlendEquationEXT =
         reinterpret_cast<TBlendEquation>(m_binding->EntryPoint("glBlendEquationEXT"));
     BlendColorEXT = reinterpret_cast<TBlendColor>(m_binding->EntryPoint("glBlendColorEXT"));
@@ -167,6 +170,12 @@ bool TZEPContext::MakeCurrent() {
     const bool made = m_binding->MakeCurrent(m_context) && m_context != 0;
     Record(made ? m_context : 0);
     return made;
+}
+
+void TZEPContext::Release() {
+    if (!IsCurrent()) return;
+    m_binding->MakeCurrent(0);
+    Record(0);
 }
 
 bool TZEPContext::BeginPicture(int width, int height) {

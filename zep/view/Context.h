@@ -80,7 +80,7 @@ public:
     /// of accumulation, and checks nothing.
     void CreateContext_Original(TWindowHandle window);
     /// Searches the formats: accelerated ones, then 48 requests to the system, then software. A
-    /// message box tells, once for each object, that no context could be had, unless it is quiet.
+    /// message box tells, once for all contexts, that no context could be had, unless it is quiet.
     void CreateContext_SafeMode(TWindowHandle window);
     void DestroyContext();
 
@@ -89,6 +89,9 @@ public:
     /// Draws through this context from now on. False where it is the current one already (nothing
     /// is done then), where there is none, and where the system refuses.
     bool MakeCurrent();
+    /// Draws through none from now on where this one is current: with some of Qt's platforms a
+    /// context that stays current shuts Qt's own out.
+    void Release();
     /// Whether what is drawn now is drawn through this context.
     [[nodiscard]] bool IsCurrent() const;
     /// Draws into a picture of that size in memory until `EndPicture`, with all of OpenGL's state
@@ -129,7 +132,6 @@ private:
     bool m_useSoftwareRenderer = false;
     bool m_safeMode = true;
     bool m_quiet = false;
-    bool m_errorShown = false;
     int m_formatIndex = 0;
     TPixelFormat m_format;
     TPaletteHandle m_palette = 0;

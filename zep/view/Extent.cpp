@@ -31,6 +31,15 @@ const std::vector<TGLArrayd3>& AllDirections() {
     return directions;
 }
 
+/// It holds something. OpenGL counts in floats, and multiplies them.
+bool CanBeDrawn(const TZEPBounds& box) {
+    constexpr double Farthest = 1e30;
+    for (std::size_t k = 0; k < 3; ++k)
+        if (!(box.Min[k] <= box.Max[k] && box.Min[k] >= -Farthest && box.Max[k] <= Farthest))
+            return false;
+    return true;
+}
+
 } // namespace
 
 double DiagonalOf(const TZEPBounds& bounds) {
@@ -50,7 +59,7 @@ void Widen(std::optional<TZEPBounds>& bounds, const std::optional<TZEPBounds>& b
 }
 
 void TZEPExtent::Add(const TZEPBounds& box) {
-    if (!IsFinite(box.Min) || !IsFinite(box.Max)) return;
+    if (!CanBeDrawn(box)) return;
     const bool first = !m_bounds;
     Widen(m_bounds, box);
     const auto& directions = AllDirections();

@@ -26,7 +26,8 @@ ZEP_CORE_EXPORT void Widen(std::optional<TZEPBounds>& bounds, const std::optiona
 /// lies farthest there, so that a view can be fitted to them whatever their number is.
 class ZEP_CORE_EXPORT TZEPExtent {
 public:
-    /// Nothing where a coordinate is no finite number.
+    /// Nothing where the minimum lies beyond the maximum, or a coordinate is no number that OpenGL
+    /// can draw: beyond 1e30.
     void Add(const TZEPBounds& box);
     void Add(const TZEPExtent& other);
     /// What the object itself draws, as far as it reaches; nothing for one that only holds others,

@@ -329,6 +329,7 @@ bool GlxBinding::CreateChild(Screen& screen, GLXFBConfig config) {
     m_child = XCreateWindow(display, m_window, 0, 0, static_cast<unsigned int>(parent.width),
                             static_cast<unsigned int>(parent.height), 0, visual->depth, InputOutput,
                             visual->visual, CWColormap | CWBorderPixel | CWEventMask, &attributes);
+    XLowerWindow(display, m_child); // below what a host lays over the panel
     XMapWindow(display, m_child);
     m_config = config;
     if (trap.Clean()) {

@@ -3,8 +3,6 @@
 #include <QApplication>
 #include <QMessageBox>
 
-#include <cstdio>
-
 namespace ZEP {
 
 namespace {
@@ -26,7 +24,7 @@ void ShowBox(const QString& text, const QString& title, TMessageIcon icon) {
         QMessageBox(BoxIcon(icon), title, text, QMessageBox::Ok).exec();
         return;
     }
-    std::fprintf(stderr, "%s: %s\n", qUtf8Printable(title), qUtf8Printable(text));
+    PrintText(stderr, title + QStringLiteral(": ") + text + QLatin1Char('\n'));
 }
 
 /// Boxes from the moment this library is loaded.

@@ -19,6 +19,8 @@ public:
 
     /// OpenGL draws in the panel from now on; false where it cannot.
     virtual bool MakeCurrent() = 0;
+    /// What was made current is not needed any more.
+    virtual void DoneCurrent() {}
     /// A frame is to come, in full quality whether a button is held or not.
     virtual void RepaintFull() = 0;
     /// The mouse belongs to the panel until it is released.

@@ -9,6 +9,8 @@
 #include <QPlatformSurfaceEvent>
 #include <QWindow>
 
+#include <utility>
+
 namespace ZEP {
 
 TZEPPanel::TZEPPanel(QWidget* parent) : QWidget(parent) {
@@ -17,6 +19,7 @@ TZEPPanel::TZEPPanel(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_NoSystemBackground);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::ClickFocus);
+    setMouseTracking(true); // its events tell of moves without a button, too
     m_context.Binding().SetExposeHandler([this] { update(); });
     FollowParent();
 }
@@ -42,6 +45,14 @@ void TZEPPanel::SetTabStop(bool stop) {
 
 void TZEPPanel::SetOptions(TZEPOptions options) {
     if (Change(m_options, options)) Invalidate();
+}
+
+void TZEPPanel::SetShown(const std::optional<TZEPShown>& shown) {
+    const auto look = [](std::optional<TZEPShown> rules) {
+        if (rules) rules->Share = 1;
+        return rules;
+    };
+    if (look(std::exchange(m_shown, shown)) != look(shown)) Invalidate();
 }
 
 void TZEPPanel::SetForceDraft(bool force) {
@@ -138,6 +149,7 @@ void TZEPPanel::OpenWindow() {
 void TZEPPanel::OpenHandle() {
     if (QWindow* window = windowHandle()) window->installEventFilter(this);
     m_context.CreateContext(internalWinId());
+    setAttribute(Qt::WA_PaintOnScreen, m_context.HasContext());
     UpdateViewport();
     Invalidate();
 }
@@ -151,6 +163,7 @@ void TZEPPanel::UpdateViewport() {
     m_context.Binding().Resize(Width(), Height());
     m_context.MakeCurrent();
     if (m_context.IsCurrent()) glViewport(0, 0, Width(), Height());
+    DoneCurrent();
     Invalidate();
 }
 

@@ -2,6 +2,7 @@
 
 #include <zep/Export.h>
 #include <zep/appearance/effects/Fog.h>
+#include <zep/batch/Shown.h>
 #include <zep/scene/Geom.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/view/Context.h>
@@ -10,9 +11,11 @@
 
 #include <QCursor>
 #include <QImage>
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
+#include <new>
 #include <optional>
 
 class QPrinter;
@@ -56,6 +59,10 @@ public:
 
     explicit TZEPPanel(QWidget* parent = nullptr);
     ~TZEPPanel() override;
+    /// A panel that is freed while the window system has it paint goes once that is done. Its
+    /// window cannot wait so: free that by `deleteLater`.
+    static void operator delete(TZEPPanel* panel, std::destroying_delete_t);
+    static void operator delete(void* memory) { ::operator delete(memory); }
 
     [[nodiscard]] TAlign Align() const { return m_align; }
     void SetAlign(TAlign align);
@@ -74,6 +81,11 @@ public:
     [[nodiscard]] TZEPOptions Options() const { return m_options; }
     /// OpenGL follows at the next frame.
     void SetOptions(TZEPOptions options);
+    [[nodiscard]] const std::optional<TZEPShown>& Shown() const { return m_shown; }
+    /// How this panel shows batches that have no rules of their own (`TZEPBatch::SetShown`), so
+    /// that panels on one scene may differ. Asks for a repaint, unless only the share is another.
+    /// \param shown  none, as at first: as the batches say
+    void SetShown(const std::optional<TZEPShown>& shown);
     /// What the mouse does: nothing at first.
     [[nodiscard]] TZEPPanelControl* PanelControl() { return &m_control; }
     [[nodiscard]] bool ForceDraft() const { return m_forceDraft; }
@@ -139,6 +151,7 @@ public:
     /// \name What the mouse control asks
     /// @{
     bool MakeCurrent() override;
+    void DoneCurrent() override;
     void RepaintFull() override;
     void CaptureMouse() override;
     void ReleaseCapture() override;
@@ -202,10 +215,29 @@ private:
     void CameraDestroyed();
     void FollowParent();
     void Realign();
-    bool DrawFrame();
-    [[nodiscard]] QString TryFrame();
+    /// A frame of the panel. A handler may free the panel, make other contexts current and draw in
+    /// other panels: it is true as long as the panel exists, and draws in its window then.
+    class TFrame {
+    public:
+        explicit TFrame(TZEPPanel& panel);
+        ~TFrame();
+        TFrame(const TFrame&) = delete;
+        TFrame& operator=(const TFrame&) = delete;
+        explicit operator bool() const;
+
+    private:
+        inline static TFrame* s_innermost = nullptr;
+
+        QPointer<TZEPPanel> m_panel;
+        TFrame* m_outer;
+    };
+    void PaintBlack();
+    void GoLater();
+    bool DrawFrame(const TFrame& frame);
+    [[nodiscard]] QString TryFrame(const TFrame& frame);
     void NoteFrame(const QString& error);
-    void DrawContent();
+    void DrawContent(const TFrame& frame);
+    [[nodiscard]] QImage ReadFrame() const;
     void ApplyOptions();
     [[nodiscard]] bool DrawsDraft() const;
     [[nodiscard]] int TileLength() const;
@@ -218,19 +250,23 @@ private:
     TZEPContext m_context;
     TZEPPanelControl m_control;
     std::unique_ptr<TZEPRubberBand> m_band;
-    std::optional<QCursor> m_ownCursor; ///< while another one is shown
+    std::optional<QCursor> m_ownCursor; ///< while another one is shown; none: the parent's
     TZEPCamera* m_camera = nullptr;
     TZEPScene* m_scene = nullptr; ///< the one that this panel is registered with
     QWidget* m_watchedParent = nullptr;
     TZEPFog m_fog{this};
     TZEPOptions m_options = goDepthTest | goTwoSidedLightModel | goCullFace | goLighting;
+    std::optional<TZEPShown> m_shown;
     std::optional<TZEPOptions> m_appliedOptions; ///< none in a new context
     TAlign m_align = alNone;
+    bool m_showsCursor = false; ///< one that is not its own
     bool m_forceDraft = false;
     bool m_selectInMouseUp = false;
     bool m_drewDraft = false;
     bool m_fullNext = false; ///< the next frame is no draft
     bool m_drawing = false;
+    bool m_inPaintEvent = false;
+    bool m_goes = false;   ///< as soon as its paint event ends
     bool m_failed = false; ///< the last frame has
     int m_frameCount = 0;
     double m_lastRenderMilliseconds = 0;

@@ -177,6 +177,7 @@ void TZEPPanelControl::Truck(TZEPMousePanel& panel, QPoint at) {
     if (unproject(s * m_press.x(), -s * m_press.y(), from) &&
         unproject(s * at.x(), -s * at.y(), to))
         m_camera->Truck(to[0] - from[0], to[1] - from[1], to[2] - from[2]);
+    panel.DoneCurrent();
 }
 
 void TZEPPanelControl::Stretch(TZEPMousePanel& panel, QPoint at) {
@@ -213,6 +214,7 @@ void TZEPPanelControl::Select(TZEPMousePanel& panel, QPoint center, QSize size, 
         scene->Select(panel.Camera(), panel.Width(), panel.Height(), center.x(), center.y(),
                       size.width(), size.height(), true, toggle, clearFirst);
     if (!alive.expired()) panel.FireAfterSelect();
+    if (!alive.expired()) panel.DoneCurrent();
 }
 
 // --- wheel -------------------------------------------------------------------------------------

@@ -16,6 +16,11 @@ TShiftState ShiftOf(const QSinglePointEvent& event) {
     return ToShiftState(event.modifiers(), event.buttons());
 }
 
+bool IsKnown(const QMouseEvent& event) {
+    TMouseButton button{};
+    return ToMouseButton(event.button(), button);
+}
+
 } // namespace
 
 QPoint TZEPPanel::DevicePosition(const QPointF& position) const {
@@ -35,9 +40,10 @@ void TZEPPanel::Press(QMouseEvent* event, TShiftState extra) {
     if (alive) Q_EMIT AfterMouseDown(this, button, shift, at.x(), at.y());
 }
 
+// Buttons that a panel does not know, back and forward, are its parent's.
 void TZEPPanel::mousePressEvent(QMouseEvent* event) {
     QWidget::mousePressEvent(event);
-    event->accept();
+    event->setAccepted(IsKnown(*event));
     Press(event, {});
 }
 
@@ -54,7 +60,7 @@ void TZEPPanel::mouseMoveEvent(QMouseEvent* event) {
 
 void TZEPPanel::mouseReleaseEvent(QMouseEvent* event) {
     QWidget::mouseReleaseEvent(event);
-    event->accept();
+    event->setAccepted(IsKnown(*event));
     TMouseButton button{};
     if (!ToMouseButton(event->button(), button)) return;
     const TShiftState shift = ShiftOf(*event);
@@ -68,7 +74,7 @@ void TZEPPanel::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TZEPPanel::mouseDoubleClickEvent(QMouseEvent* event) {
-    event->accept();
+    event->setAccepted(IsKnown(*event));
     const QPointer<TZEPPanel> alive(this);
     TMouseButton button{};
     if (ToMouseButton(event->button(), button)) {
@@ -84,7 +90,8 @@ void TZEPPanel::wheelEvent(QWheelEvent* event) {
     event->accept();
     const TShiftState shift = ShiftOf(*event);
     const QPoint at = DevicePosition(event->position());
-    const int delta = event->angleDelta().y();
+    const QPoint turned = event->angleDelta(); // with Alt held it is told as sideways
+    const int delta = turned.y() != 0 ? turned.y() : turned.x();
     const QPointer<TZEPPanel> alive(this);
     Q_EMIT BeforeMouseWheel(this, shift, delta, at.x(), at.y());
     if (alive) m_control.MouseWheelMove(*this, shift, delta, at);
@@ -95,8 +102,11 @@ void TZEPPanel::wheelEvent(QWheelEvent* event) {
 
 bool TZEPPanel::MakeCurrent() {
     m_context.MakeCurrent();
-    if (!m_drawing) SetContextIsCurrent(false); // a host may draw elsewhere before the next frame
     return m_context.IsCurrent();
+}
+
+void TZEPPanel::DoneCurrent() {
+    if (!m_drawing) m_context.Release();
 }
 
 void TZEPPanel::RepaintFull() {
@@ -114,10 +124,15 @@ void TZEPPanel::ReleaseCapture() {
 
 void TZEPPanel::ShowCursor(int index) {
     if (index >= 0) {
-        if (!m_ownCursor) m_ownCursor = testAttribute(Qt::WA_SetCursor) ? cursor() : QCursor();
+        if (!std::exchange(m_showsCursor, true) && testAttribute(Qt::WA_SetCursor))
+            m_ownCursor = cursor();
         return setCursor(NavigationCursor(index));
     }
-    if (m_ownCursor) setCursor(*m_ownCursor);
+    if (!std::exchange(m_showsCursor, false)) return;
+    if (m_ownCursor)
+        setCursor(*m_ownCursor);
+    else
+        unsetCursor();
     m_ownCursor.reset();
 }
 

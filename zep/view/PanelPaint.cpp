@@ -5,6 +5,8 @@
 #include <zep/view/Panel.h>
 
 #include <QElapsedTimer>
+#include <QPainter>
+#include <QPointer>
 #include <QScopeGuard>
 
 #include <exception>
@@ -22,15 +24,15 @@ void Switch(GLenum capability, bool on) {
 
 /// OpenGL names that are freed while this lives are deleted at once; else at the next frame, since
 /// nobody knows which context a host has current in between.
-class DrawingBracket {
+class TNamesBracket {
 public:
-    DrawingBracket() {
+    TNamesBracket() {
         SetContextIsCurrent(true);
         DeleteReleasedNames();
     }
-    ~DrawingBracket() { SetContextIsCurrent(false); }
-    DrawingBracket(const DrawingBracket&) = delete;
-    DrawingBracket& operator=(const DrawingBracket&) = delete;
+    ~TNamesBracket() { SetContextIsCurrent(false); }
+    TNamesBracket(const TNamesBracket&) = delete;
+    TNamesBracket& operator=(const TNamesBracket&) = delete;
 };
 
 } // namespace
@@ -40,42 +42,95 @@ int TZEPPanel::TotalFrameCount() {
 }
 
 void TZEPPanel::paintEvent(QPaintEvent*) {
+    if (!m_context.HasContext()) return PaintBlack();
+    m_inPaintEvent = true;
     Paint();
+    m_inPaintEvent = false; // it exists: freed in between, it goes later
+}
+
+// Qt paints where OpenGL cannot.
+void TZEPPanel::PaintBlack() {
+    if (!testAttribute(Qt::WA_PaintOnScreen)) return QPainter(this).fillRect(rect(), Qt::black);
+    setAttribute(Qt::WA_PaintOnScreen, false);
+    update();
+}
+
+// Qt goes on with a widget when its paint event ends.
+void TZEPPanel::operator delete(TZEPPanel* panel, std::destroying_delete_t) {
+    if (panel->m_inPaintEvent) return panel->GoLater();
+    void* const memory = dynamic_cast<void*>(panel);
+    panel->~TZEPPanel();
+    ::operator delete(memory);
+}
+
+void TZEPPanel::GoLater() {
+    if (std::exchange(m_goes, true)) return;
+    SetCamera(nullptr);
+    hide();
+    setParent(nullptr);
+    deleteLater();
+}
+
+TZEPPanel::TFrame::TFrame(TZEPPanel& panel)
+    : m_panel(&panel), m_outer(std::exchange(s_innermost, this)) {
+    panel.m_drawing = true;
+}
+
+TZEPPanel::TFrame::~TFrame() {
+    s_innermost = m_outer;
+    if (m_panel) m_panel->m_drawing = false;
+    if (m_outer) static_cast<void>(static_cast<bool>(*m_outer)); // it goes on
+}
+
+TZEPPanel::TFrame::operator bool() const {
+    if (!m_panel || m_panel->m_goes) return false;
+    m_panel->m_context.MakeCurrent();
+    return m_panel->m_context.IsCurrent();
 }
 
 void TZEPPanel::Paint() {
-    if (!DrawFrame()) return;
-    m_context.Binding().SwapBuffers();
-    Q_EMIT AfterDraw(this);
+    if (m_drawing || m_goes) return; // a handler of a frame event asks for another frame
+    const QPointer<TZEPPanel> alive(this);
+    const auto done = qScopeGuard([&alive] {
+        if (alive) alive->DoneCurrent();
+    });
+    if (const TFrame frame(*this); DrawFrame(frame))
+        m_context.Binding().SwapBuffers();
+    else
+        return;
+    if (alive) Q_EMIT AfterDraw(this);
 }
 
-bool TZEPPanel::DrawFrame() {
-    if (m_drawing) return false; // a handler of a frame event asks for another frame
-    m_context.MakeCurrent();
-    if (!m_context.IsCurrent()) return false;
-    m_drawing = true;
-    const auto done = qScopeGuard([this] { m_drawing = false; });
-    const DrawingBracket bracket;
-    NoteFrame(TryFrame());
+/// \return  it stands in the back buffer
+bool TZEPPanel::DrawFrame(const TFrame& frame) {
+    if (!frame) return false;
+    const QString error = TryFrame(frame);
+    if (!frame) return false;
+    NoteFrame(error);
     glFlush();
     return true;
 }
 
 /// Nothing may be thrown through the event loop, which calls for frames.
 /// \return  what went wrong; null where nothing did
-QString TZEPPanel::TryFrame() {
+QString TZEPPanel::TryFrame(const TFrame& frame) {
     const TZEPFrameState before;
     QString error;
     try {
         Q_EMIT BeforDraw(this);
-        DrawContent();
-        Q_EMIT BeforFlush(this);
+        if (!frame) return {};
+        {
+            const TNamesBracket names;
+            DrawContent(frame);
+        }
+        if (frame) Q_EMIT BeforFlush(this);
         return {};
     } catch (const std::exception& thrown) {
         error = QString::fromUtf8(thrown.what());
     } catch (...) {
         error = QStringLiteral("Something was thrown that is no exception.");
     }
+    if (!frame) return {};
     before.Restore();
     m_appliedOptions.reset();
     return error.isNull() ? QStringLiteral("") : error;
@@ -89,7 +144,7 @@ void TZEPPanel::NoteFrame(const QString& error) {
         this, [this, error] { Q_EMIT FrameFailed(this, error); }, Qt::QueuedConnection);
 }
 
-void TZEPPanel::DrawContent() {
+void TZEPPanel::DrawContent(const TFrame& frame) {
     if (!Enabled() || !m_camera || !m_scene) {
         glClearColor(0, 0, 0, 0);
         glClear(GL_COLOR_BUFFER_BIT);
@@ -102,6 +157,7 @@ void TZEPPanel::DrawContent() {
     m_drewDraft = DrawsDraft();
     m_fullNext = false;
     Render(Width(), Height(), m_drewDraft);
+    if (!frame) return;
     m_lastRenderMilliseconds = static_cast<double>(clock.nsecsElapsed()) * 1e-6;
 }
 
@@ -113,7 +169,14 @@ void TZEPPanel::Render(int width, int height, bool draft) {
     if (!m_camera) return;
     if (m_appliedOptions != m_options) ApplyOptions();
     m_fog.Apply();
-    if (m_scene) m_scene->Render(m_camera, width, height, draft);
+    if (!m_scene) return;
+    const std::optional<TZEPShown> shown = m_shown; // what is drawn may free the panel
+    const QPointer<TZEPScene> scene(m_scene);
+    const TZEPShown* outer = std::exchange(scene->Frame().Shown, shown ? &*shown : nullptr);
+    const auto back = qScopeGuard([&] {
+        if (scene) scene->Frame().Shown = outer;
+    });
+    m_scene->Render(m_camera, width, height, draft);
 }
 
 void TZEPPanel::ApplyOptions() {
@@ -126,8 +189,22 @@ void TZEPPanel::ApplyOptions() {
 }
 
 QImage TZEPPanel::GrabFrame() {
+    if (m_drawing || m_goes) return {};
     OpenWindow();
-    if (!DrawFrame()) return {};
+    const QPointer<TZEPPanel> alive(this);
+    const auto done = qScopeGuard([&alive] {
+        if (alive) alive->DoneCurrent();
+    });
+    QImage picture;
+    if (const TFrame frame(*this); DrawFrame(frame))
+        picture = ReadFrame();
+    else
+        return {};
+    if (alive) Q_EMIT AfterDraw(this);
+    return picture;
+}
+
+QImage TZEPPanel::ReadFrame() const {
     QImage frame(Width(), Height(), QImage::Format_ARGB32);
     const bool doubleBuffer = m_context.PixelFormat().Has(pfDoubleBuffer);
     glPushAttrib(GL_PIXEL_MODE_BIT);
@@ -138,7 +215,6 @@ QImage TZEPPanel::GrabFrame() {
                  frame.bits());
     glPopClientAttrib();
     glPopAttrib();
-    Q_EMIT AfterDraw(this);
     // OpenGL's first row is the lowest one.
     return frame.mirrored().convertToFormat(QImage::Format_RGB32);
 }

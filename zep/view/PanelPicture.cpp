@@ -7,6 +7,7 @@
 
 #include <GL/glu.h>
 
+#include <QPointer>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -64,13 +65,19 @@ QImage TZEPPanel::RenderToCanvas(const QSize& size, bool transparent) {
     image.fill(transparent ? Qt::transparent : Qt::black);
     OpenWindow();
     const QSize buffer = size.grownBy({Margin, Margin, Margin, Margin});
-    if (m_drawing || !MakeCurrent() ||
+    const QPointer<TZEPPanel> alive(this);
+    const auto done = qScopeGuard([&alive] {
+        if (alive) alive->DoneCurrent();
+    });
+    const bool nests = m_drawing || m_goes;
+    std::optional<TFrame> frame;
+    if (!nests) frame.emplace(*this);
+    if (nests || !*frame ||
         !m_context.BeginPicture(std::min(buffer.width(), TileLength() + 2 * Margin),
                                 std::min(buffer.height(), TileLength() + 2 * Margin)))
         throw Exception(QStringLiteral("RenderToCanvas: Can't set pixel format"));
-    m_drawing = true;
-    const auto end = qScopeGuard([this] {
-        m_drawing = false;
+    const auto end = qScopeGuard([this, &frame] {
+        if (!*frame) return;
         if (m_camera) m_camera->SetDrawnPart({});
         m_context.EndPicture();
         glViewport(0, 0, Width(), Height());
@@ -86,17 +93,21 @@ QImage TZEPPanel::RenderToCanvas(const QSize& size, bool transparent) {
 }
 
 void TZEPPanel::DrawTransparent(QImage& image) {
-    const TColor background = m_scene->BackgroundColor();
-    const bool manual = m_scene->ManualUpdate();
-    m_scene->SetManualUpdate(true);
-    const auto back = qScopeGuard([this, background, manual] {
-        m_scene->SetBackgroundColor(background);
-        m_scene->SetManualUpdate(manual);
+    const QPointer<TZEPPanel> alive(this); // what is drawn may free it, and the scene
+    const QPointer<TZEPScene> scene(m_scene);
+    const TColor background = scene->BackgroundColor();
+    const bool manual = scene->ManualUpdate();
+    scene->SetManualUpdate(true);
+    const auto back = qScopeGuard([&scene, background, manual] {
+        if (!scene) return;
+        scene->SetBackgroundColor(background);
+        scene->SetManualUpdate(manual);
     });
-    m_scene->SetBackgroundColor(clWhite);
+    scene->SetBackgroundColor(clWhite);
     QImage onWhite(image.size(), QImage::Format_RGB32);
     DrawTiles(onWhite);
-    m_scene->SetBackgroundColor(clBlack);
+    if (!alive || !scene) return;
+    scene->SetBackgroundColor(clBlack);
     DrawTiles(image);
     for (int y = 0; y < image.height(); ++y) {
         auto* pixel = reinterpret_cast<QRgb*>(image.scanLine(y));
@@ -113,22 +124,26 @@ void TZEPPanel::DrawTiles(QImage& image) {
     const int length = TileLength();
     const bool whole = image.width() <= length && image.height() <= length;
     if (whole) return DrawTile(image, image.rect(), 0);
+    const QPointer<TZEPPanel> alive(this);
     for (int y = 0; y < image.height(); y += length)
         for (int x = 0; x < image.width(); x += length)
-            DrawTile(image, image.rect() & QRect(x, y, length, length), Margin);
+            if (alive) DrawTile(image, image.rect() & QRect(x, y, length, length), Margin);
 }
 
 void TZEPPanel::DrawTile(QImage& image, const QRect& tile, int margin) {
+    if (!m_camera || !m_scene) return;
     QRect part = tile.adjusted(-margin, -margin, margin, margin);
     glViewport(0, 0, part.width(), part.height());
     part.moveTop(image.height() - 1 - part.bottom()); // from below
     m_camera->SetDrawnPart(part);
     const TZEPFrameState before;
-    auto restore = qScopeGuard([this, &before] {
+    const QPointer<TZEPPanel> alive(this);
+    auto restore = qScopeGuard([&alive, &before] {
         before.Restore();
-        m_appliedOptions.reset();
+        if (alive) alive->m_appliedOptions.reset();
     });
     Render(image.width(), image.height(), false);
+    if (!alive) return;
     restore.dismiss();
     const QRect inner(margin, margin, tile.width(), tile.height());
     CopyUpsideDown(ReadTile(inner, m_context.PixelFormat().Has(pfDoubleBuffer)), image,

@@ -8,6 +8,12 @@
 #include <QPixmap>
 #include <QPixmapCache>
 
+// Of a static library the linker takes in resources only where something asks for them. The macro
+// stands in no namespace.
+static void TakeInIcons() {
+    Q_INIT_RESOURCE(zep);
+}
+
 namespace ZEP {
 
 namespace {
@@ -63,6 +69,7 @@ private:
 } // namespace
 
 QIcon SymbolIcon(const QString& file, const QColor& color) {
+    TakeInIcons();
     static const bool canDraw = QImageReader::supportedImageFormats().contains("svg");
     return canDraw ? QIcon(new TSymbolEngine(file, color)) : QIcon();
 }

@@ -21,8 +21,9 @@ class TZEPScene;
 ///
 /// A row has no data of its own: a million of them cost nothing until they are looked at. Any
 /// number of models may look at one scene. It outlives its scene, and is then empty. What slots of
-/// its signals do to the scene it stands, also freeing what the signal is about: where they change
-/// the tree, it begins anew (`modelReset`).
+/// its signals do to the scene it stands, also freeing what the signal is about. What they append
+/// waits for the end of the change; where they change the tree otherwise, it begins anew
+/// (`modelReset`).
 ///
 /// `Ident` raises nothing, and a scene that is updated by hand (`ManualUpdate`) tells of its tree
 /// alone: `Refresh` after such changes.

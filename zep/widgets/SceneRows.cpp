@@ -101,7 +101,12 @@ TZEPObject* TZEPSceneRows::ParentOf(const TZEPObject& object) const {
 
 int TZEPSceneRows::Presented(const TZEPObject& parent) const {
     const auto held = m_heldBack.find(&parent);
-    return held == m_heldBack.end() ? m_filter.CountBelow(parent) : held->second;
+    if (held == m_heldBack.end()) return m_filter.CountBelow(parent);
+    return held->second + (Hides(parent) ? 1 : 0);
+}
+
+int TZEPSceneRows::Available(const TZEPObject& parent) const {
+    return m_filter.CountBelow(parent) - (Hides(parent) ? 1 : 0);
 }
 
 int TZEPSceneRows::Count(const TZEPObject* parent) const {
@@ -109,7 +114,7 @@ int TZEPSceneRows::Count(const TZEPObject* parent) const {
     if (!parent && !m_holds) return static_cast<int>(m_rows.size());
     if (!parent) parent = m_roots.empty() ? nullptr : m_roots.front();
     if (!parent) return 0;
-    return Presented(*parent) - (IsChanging(*parent) && !m_changesTo ? 1 : 0);
+    return Presented(*parent) - (Hides(*parent) ? 1 : 0);
 }
 
 TZEPObject* TZEPSceneRows::At(const TZEPObject* parent, int row) const {
@@ -163,16 +168,31 @@ bool TZEPSceneRows::Reaches(const TZEPObject& object) const {
 
 // --- what views have not been told of ------------------------------------------------------------
 
+void TZEPSceneRows::HoldBack(const TZEPObject& parent) {
+    m_heldBack.try_emplace(&parent, Available(parent) - 1);
+}
+
 void TZEPSceneRows::Present(const TZEPObject& parent, int count) {
-    if (count >= parent.GetItemsCount())
+    if (count >= Available(parent))
         m_heldBack.erase(&parent);
     else
         m_heldBack[&parent] = count;
 }
 
-void TZEPSceneRows::Hide(const TZEPObject& child) {
+void TZEPSceneRows::HideNew(const TZEPObject& child) {
     m_changing = TZEPChildPlace(child);
     m_changesTo.reset();
+}
+
+void TZEPSceneRows::Reveal() {
+    if (const auto held = m_heldBack.find(m_changing.Parent); held != m_heldBack.end())
+        ++held->second;
+    Settle();
+}
+
+void TZEPSceneRows::HideGoing(const TZEPObject& child) {
+    HideNew(child);
+    if (const auto held = m_heldBack.find(child.Parent()); held != m_heldBack.end()) --held->second;
 }
 
 void TZEPSceneRows::Move(const TZEPObject& child, int to) {

@@ -70,14 +70,23 @@ public:
     /// The same of a root that stood outside of the scene when the rows were filled in.
     [[nodiscard]] bool BringsRoot(const TZEPObject& object) const;
 
-    /// Of the children of `parent` there are rows for the first `count` alone.
+    /// A child was appended to `parent`: there is no row for it, nor for what comes after it.
+    void HoldBack(const TZEPObject& parent);
+    /// There are rows for the first `count` children of `parent` now, of `Available`.
     void Present(const TZEPObject& parent, int count);
-    /// Parents of children that have been appended, with the number of rows that they have.
-    [[nodiscard]] const std::unordered_map<const TZEPObject*, int>& HeldBack() const {
-        return m_heldBack;
+    /// Rows that there would be below `parent` if nothing were held back.
+    [[nodiscard]] int Available(const TZEPObject& parent) const;
+    /// A parent of children that are held back; null: there is none.
+    [[nodiscard]] const TZEPObject* HoldingBack() const {
+        return m_heldBack.empty() ? nullptr : m_heldBack.begin()->first;
     }
-    /// There is no row for a child, though it is there; until it is gone, or `Settle`.
-    void Hide(const TZEPObject& child);
+    /// It goes, with all that is below it.
+    void Forget(const TZEPObject& gone) { m_heldBack.erase(&gone); }
+    /// There is no row for a child that has just come, until `Reveal`.
+    void HideNew(const TZEPObject& child);
+    void Reveal();
+    /// There is no row any more for a child, though it is still there.
+    void HideGoing(const TZEPObject& child);
     /// The row of a child is `to`, though it is still in its old place; until it is there.
     void Move(const TZEPObject& child, int to);
     void Settle() { m_changing = {}; }
@@ -90,17 +99,20 @@ public:
 
 private:
     [[nodiscard]] bool IsChanging(const TZEPObject& parent) const;
+    [[nodiscard]] bool Hides(const TZEPObject& parent) const {
+        return IsChanging(parent) && !m_changesTo;
+    }
     [[nodiscard]] int Presented(const TZEPObject& parent) const;
     [[nodiscard]] bool IsTop(const TZEPObject& object) const;
     void ListRoots(const TZEPScene& scene);
 
     TZEPSceneFilter m_filter;
-    std::vector<QPointer<TZEPObject>> m_wanted;         ///< as the host named them
-    TObjects m_roots;                                   ///< those in the scene
-    TObjects m_rows;                                    ///< those that are rows, and found
-    std::unordered_map<const TZEPObject*, int> m_rowOf; ///< of those
-    std::unordered_set<const TZEPObject*> m_above;      ///< roots, and what these are below
-    std::unordered_map<const TZEPObject*, int> m_heldBack;
+    std::vector<QPointer<TZEPObject>> m_wanted;            ///< as the host named them
+    TObjects m_roots;                                      ///< those in the scene
+    TObjects m_rows;                                       ///< those that are rows, and found
+    std::unordered_map<const TZEPObject*, int> m_rowOf;    ///< of those
+    std::unordered_set<const TZEPObject*> m_above;         ///< roots, and what these are below
+    std::unordered_map<const TZEPObject*, int> m_heldBack; ///< the number of rows of a parent
     TZEPChildPlace m_changing;
     std::optional<int> m_changesTo; ///< none: it is hidden
     bool m_holds = false;           ///< the one root is no row itself

@@ -11,6 +11,8 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <array>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -54,7 +56,7 @@ public:
     bool MeanLeaves = false;
     std::size_t MostObjects = 20'000;
 
-    [[nodiscard]] TObjects Selected() const { return {m_selected.begin(), m_selected.end()}; }
+    [[nodiscard]] TObjects Selected() const;
 
 private:
     void Inserted(TZEPObject& object) override {
@@ -70,11 +72,12 @@ private:
     }
     void SceneGone() override {
         m_selected.clear();
-        m_queue.clear();
+        m_changing.clear();
     }
 
     void Attach();
     void Note(TZEPObject& object);
+    void NoteChanged(TZEPObject* object);
     void Schedule();
     void TakeRows();
     void Select(const TObjects& wanted);
@@ -87,9 +90,10 @@ private:
     QPointer<TZEPSceneModel> m_model;
     QPointer<QItemSelectionModel> m_rows;
     TZEPSceneWatch m_watch;
-    QMetaObject::Connection m_events;
-    std::unordered_set<TZEPObject*> m_selected; ///< in the scene
-    TObjects m_queue;                           ///< yet to be changed; null: gone
+    std::array<QMetaObject::Connection, 2> m_events;
+    std::unordered_map<TZEPObject*, QPointer<TZEPObject>> m_selected; ///< in the scene
+    std::unordered_multiset<TZEPObject*> m_changing; ///< between both events of the scene
+    bool m_selects = false;
     bool m_following = false;
     bool m_scheduled = false;
 };
@@ -100,31 +104,48 @@ void TZEPSceneSelection::TSync::Attach() {
     Schedule(); // views forget their selection with a reset
     TZEPScene* scene = m_model->Scene();
     if (scene == m_watch.Scene()) return;
-    disconnect(m_events);
+    for (QMetaObject::Connection& event : m_events) disconnect(event);
     SceneGone();
     m_watch.Watch(scene);
     if (!scene) return;
-    m_events = connect(scene, &TZEPScene::AfterSelect, &m_owner,
-                       [this](TZEPObject* object) { Note(*object); });
+    m_events = {connect(scene, &TZEPScene::BeforeSelect, &m_owner,
+                        [this](TZEPObject* object) { m_changing.insert(object); }),
+                connect(scene, &TZEPScene::AfterSelect, &m_owner,
+                        [this](TZEPObject* object) { NoteChanged(object); })};
     Inserted(*scene);
 }
 
+// A slot that heard of it earlier may have freed it.
+void TZEPSceneSelection::TSync::NoteChanged(TZEPObject* object) {
+    const auto found = m_changing.find(object);
+    if (found == m_changing.end()) return;
+    m_changing.erase(found);
+    Note(*object);
+}
+
 void TZEPSceneSelection::TSync::Note(TZEPObject& object) {
-    const bool changes =
-        object.Selected() ? m_selected.insert(&object).second : m_selected.erase(&object) > 0;
-    if (changes) Schedule();
+    if (!object.Selected()) return m_selected.erase(&object) > 0 ? Schedule() : void();
+    QPointer<TZEPObject>& known = m_selected[&object];
+    if (known) return;
+    known = &object;
+    Schedule();
 }
 
 void TZEPSceneSelection::TSync::Removing(TZEPObject& object) {
-    if (m_selected.empty() && m_queue.empty()) return;
-    std::unordered_set<const TZEPObject*> gone{&object};
-    m_selected.erase(&object);
-    ForEachObject(object, [&](TZEPObject& below) {
-        m_selected.erase(&below);
-        if (!m_queue.empty()) gone.insert(&below);
-    });
-    for (TZEPObject*& queued : m_queue)
-        if (gone.contains(queued)) queued = nullptr;
+    if (m_selected.empty() && m_changing.empty()) return;
+    const auto forget = [this](TZEPObject& gone) {
+        m_selected.erase(&gone);
+        m_changing.erase(&gone);
+    };
+    forget(object);
+    ForEachObject(object, forget);
+}
+
+TObjects TZEPSceneSelection::TSync::Selected() const {
+    TObjects objects;
+    for (const auto& [address, object] : m_selected)
+        if (object) objects.push_back(object);
+    return objects;
 }
 
 void TZEPSceneSelection::TSync::Schedule() {
@@ -166,25 +187,27 @@ void TZEPSceneSelection::TSync::TakeRows() {
 
 // Events of the scene may do as they like with the objects.
 void TZEPSceneSelection::TSync::Select(const TObjects& wanted) {
-    if (!m_queue.empty()) return;
+    if (std::exchange(m_selects, true)) return;
     const std::unordered_set<TZEPObject*> kept(wanted.begin(), wanted.end());
-    std::ranges::copy_if(Reached(), std::back_inserter(m_queue),
+    std::vector<QPointer<TZEPObject>> queue;
+    std::ranges::copy_if(Reached(), std::back_inserter(queue),
                          [&](TZEPObject* object) { return !kept.contains(object); });
-    const std::size_t others = m_queue.size();
-    m_queue.insert(m_queue.end(), wanted.begin(), wanted.end());
+    const std::size_t others = queue.size();
+    queue.insert(queue.end(), wanted.begin(), wanted.end());
     const QPointer<TZEPSceneSelection> alive(&m_owner);
-    for (std::size_t i = 0; i < m_queue.size(); ++i) {
-        if (m_queue[i]) m_queue[i]->SetSelected(i >= others);
+    for (std::size_t i = 0; i < queue.size(); ++i) {
+        const bool stands = queue[i] && queue[i]->Scene() && queue[i]->Scene() == m_watch.Scene();
+        if (stands) queue[i]->SetSelected(i >= others);
         if (!alive) return;
     }
-    m_queue.clear();
+    m_selects = false;
 }
 
 // --- from objects to rows ----------------------------------------------------------------------
 
 std::unordered_set<TZEPObject*> TZEPSceneSelection::TSync::Reached() const {
     std::unordered_set<TZEPObject*> reached;
-    for (TZEPObject* object : m_selected)
+    for (TZEPObject* object : Selected())
         if (m_model->Reaches(*object)) reached.insert(object);
     return reached;
 }

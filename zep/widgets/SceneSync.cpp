@@ -4,7 +4,7 @@
 #include <zep/scene/ForEach.h>
 #include <zep/scene/Scene.h>
 
-#include <QPointer>
+#include <QScopeGuard>
 #include <QTimer>
 
 #include <utility>
@@ -13,107 +13,9 @@ namespace ZEP {
 
 namespace {
 
-constexpr std::size_t MostTold = 100; // rows, or parents of rows, that views are told of singly
-constexpr int LeavingTime = 50;       // ms until it is looked again whether an object has gone
+constexpr int LeavingTime = 50; // ms until it is looked again whether an object has gone
 
 } // namespace
-
-// --- what views are told -----------------------------------------------------------------------
-
-/// \return false when the rows were lost meanwhile, or the model itself
-bool TZEPSceneSync::Emit(const std::function<void()>& emission) {
-    const QPointer<QAbstractItemModel> alive(&m_model);
-    ++m_emitting;
-    emission();
-    if (!alive) return false;
-    if (--m_emitting > 0) return !m_rows.IsLost();
-    if (std::exchange(m_resetDue, false)) {
-        return Emit([this] {
-            BeginReset();
-            EndReset();
-        });
-    }
-    const bool hasNews = m_rows.IsLost() || !m_rows.HeldBack().empty() || !m_marked.empty();
-    if (hasNews || m_allMarked) Schedule();
-    return !m_rows.IsLost();
-}
-
-void TZEPSceneSync::Schedule() {
-    if (std::exchange(m_scheduled, true)) return;
-    QMetaObject::invokeMethod(
-        &m_model,
-        [this] {
-            m_scheduled = false;
-            Tick();
-        },
-        Qt::QueuedConnection);
-}
-
-void TZEPSceneSync::Tick() {
-    if (IsEmitting()) return;
-    if (m_rows.IsLost()) return Recover();
-    Sync();
-}
-
-void TZEPSceneSync::Sync() {
-    if (IsEmitting() || m_rows.IsLost()) return;
-    if (PresentHeldBack()) Tell();
-}
-
-bool TZEPSceneSync::PresentHeldBack() {
-    while (!m_rows.HeldBack().empty()) {
-        const auto [parent, presented] = *m_rows.HeldBack().begin();
-        const int count = parent->GetItemsCount();
-        const int first = m_rows.Count(parent);
-        const int last = first + count - presented - 1;
-        const bool told = Emit([&, parent = parent] {
-            BeginInsert(Place(*parent), first, last);
-            if (!m_rows.IsLost()) m_rows.Present(*parent, count);
-            EndInsert();
-        });
-        if (!told) return false;
-    }
-    return true;
-}
-
-void TZEPSceneSync::Tell() {
-    if (std::exchange(m_allMarked, false)) return TellAll();
-    std::unordered_set<const TZEPObject*> rows;
-    for (const TZEPObject* marked : std::exchange(m_marked, {}))
-        for (const TZEPObject* row = marked; row && rows.insert(row).second;) row = row->Parent();
-    for (const TZEPObject* row : rows) {
-        if (!m_rows.Has(*row)) continue;
-        const QModelIndex index = Find(*row);
-        const QModelIndex last = index.siblingAtColumn(m_model.columnCount() - 1);
-        if (!Emit([&] { Q_EMIT m_model.dataChanged(index, last); })) return;
-    }
-}
-
-void TZEPSceneSync::TellAll() {
-    if (m_looked.size() > MostTold) {
-        Emit([&] {
-            Q_EMIT m_model.layoutAboutToBeChanged();
-            Q_EMIT m_model.layoutChanged();
-        });
-        return;
-    }
-    const std::unordered_set<const TZEPObject*> looked = m_looked;
-    if (!TellRows({})) return;
-    for (const TZEPObject* parent : looked)
-        if (m_rows.ShowsBelow(*parent) && !TellRows(Place(*parent))) return;
-}
-
-bool TZEPSceneSync::TellRows(const QModelIndex& parent) {
-    const int count = m_model.rowCount(parent);
-    if (count == 0) return true;
-    const QModelIndex first = m_model.index(0, 0, parent);
-    const QModelIndex last = m_model.index(count - 1, m_model.columnCount() - 1, parent);
-    return Emit([&] { Q_EMIT m_model.dataChanged(first, last); });
-}
-
-QModelIndex TZEPSceneSync::Place(const TZEPObject& parent) const {
-    return m_rows.Has(parent) ? Find(parent) : QModelIndex();
-}
 
 // --- all rows ----------------------------------------------------------------------------------
 
@@ -198,27 +100,25 @@ void TZEPSceneSync::Inserted(TZEPObject& object) {
     m_visibility.Update(object);
     m_rows.Settle(object);
     if (!m_rows.ShowsBelow(parent)) return;
-    if (!m_rows.IsSettled() || m_rows.Filter().IsActive()) return Lose();
+    if (m_rows.Filter().IsActive()) return Lose();
     Mark(parent);
     const int index = object.GetItemIndex();
-    if (index + 1 == parent.GetItemsCount()) return HoldBack(parent, index);
-    if (IsEmitting()) return Lose();
-    const auto held = m_rows.HeldBack().find(&parent);
-    if (held != m_rows.HeldBack().end()) m_rows.Present(parent, held->second + 1);
-    m_rows.Hide(object); // what was appended before it is told first
+    if (index + 1 == parent.GetItemsCount()) {
+        m_rows.HoldBack(parent);
+        return Schedule();
+    }
+    if (!CanTell()) return Lose();
+    m_rows.HideNew(object); // what was appended before it is told first
     if (!PresentHeldBack()) return;
     Emit([&] {
         BeginInsert(Place(parent), index, index);
-        m_rows.Settle();
+        m_rows.Reveal();
         EndInsert();
     });
 }
 
-void TZEPSceneSync::HoldBack(const TZEPObject& parent, int presented) {
-    if (!m_rows.HeldBack().contains(&parent)) m_rows.Present(parent, presented);
-    Schedule();
-}
-
+// A slot may free the object, and then no listener hears of it: it is going already. Qt asks for
+// places of indexes after that.
 void TZEPSceneSync::Removing(TZEPObject& object) {
     if (m_rows.IsSettled()) m_rows.Settle(); // its parent may go now
     if (m_rows.IsLost() || m_rows.HoldsRoot(object)) {
@@ -232,14 +132,19 @@ void TZEPSceneSync::Removing(TZEPObject& object) {
     if (!m_rows.ShowsBelow(parent)) return;
     if (!CanTell()) return Lose();
     Mark(parent);
+    const auto freed = QObject::connect(&object, &QObject::destroyed, &m_model, [this] { Lose(); });
+    const auto done = qScopeGuard([&freed] { QObject::disconnect(freed); });
     if (!PresentHeldBack()) return;
-    const int row = object.GetItemIndex();
+    const auto isThere = [&] { return !m_rows.IsLost() && object.Parent() == &parent; };
+    if (!isThere()) return Lose();
     const bool told = Emit([&] {
-        BeginRemove(Place(parent), row);
-        if (!m_rows.IsLost()) m_rows.Hide(object);
+        BeginRemove(Place(parent), object.GetItemIndex());
+        if (isThere()) m_rows.HideGoing(object);
         EndRemove();
     });
-    if (told) ForgetAll(object); // views have looked meanwhile
+    if (!told) return;
+    if (!isThere()) return Lose();
+    ForgetAll(object); // views have looked meanwhile
 }
 
 void TZEPSceneSync::Moving(TZEPObject& object, int to) {
@@ -304,6 +209,7 @@ void TZEPSceneSync::Forget() {
     m_visibility.Forget();
     m_looked.clear();
     m_marked.clear();
+    m_telling.clear();
     m_lastLooked = nullptr;
     m_allMarked = false;
 }
@@ -313,10 +219,10 @@ void TZEPSceneSync::ForgetAll(TZEPObject& gone) {
         m_visibility.Forget(*above);
     m_lastLooked = nullptr;
     m_visibility.ForgetBelow(gone);
-    if (m_marked.empty() && m_looked.empty()) return;
-    const auto forget = [this](TZEPObject& object) {
-        m_marked.erase(&object);
-        m_looked.erase(&object);
+    if (m_marked.empty() && m_looked.empty() && m_telling.empty() && !m_rows.HoldingBack()) return;
+    const auto forget = [this](const TZEPObject& object) {
+        for (TObjects* known : {&m_marked, &m_looked, &m_telling}) known->erase(&object);
+        m_rows.Forget(object);
     };
     forget(gone);
     ForEachObject(gone, forget);

@@ -14,9 +14,9 @@ namespace ZEP {
 /// Keeps the rows of a model in step with the scene, and tells its views.
 ///
 /// Children that are appended are held back until the event loop runs, so that a million of them
-/// come as one change. Anything else happens at once, since objects may be freed right after. Where
-/// the scene changes while views are being told of another change, the rows are lost, and filled in
-/// anew afterwards: views cannot be told of both.
+/// come as one change. Anything else happens at once, since objects may be freed right after. What
+/// is removed or moved while views are being told of another change cannot wait, and views cannot
+/// be told of both: the rows are lost then, and filled in anew afterwards.
 class TZEPSceneSync : private TZEPSceneListener {
 public:
     explicit TZEPSceneSync(QAbstractItemModel& model) : m_model(model), m_watch(*this) {}
@@ -55,6 +55,9 @@ protected:
     /// @}
 
 private:
+    using TObjects = std::unordered_set<const TZEPObject*>;
+    static constexpr std::size_t MostTold = 100; ///< rows, or parents of rows, that are told singly
+
     void Inserted(TZEPObject& object) override;
     void Removing(TZEPObject& object) override;
     void Moving(TZEPObject& object, int to) override;
@@ -63,8 +66,8 @@ private:
     void SceneGone() override;
 
     bool Emit(const std::function<void()>& emission);
-    void HoldBack(const TZEPObject& parent, int presented);
     bool PresentHeldBack();
+    void TellEach(TObjects objects, const std::function<bool(const TZEPObject&)>& tell);
     void Tell();
     void TellAll();
     bool TellRows(const QModelIndex& parent);
@@ -84,9 +87,10 @@ private:
     TZEPSceneWatch m_watch;
     TZEPSceneRows m_rows;
     TZEPVisibility m_visibility;
-    std::unordered_set<const TZEPObject*> m_looked; ///< parents of rows that views have looked at
-    std::unordered_set<TZEPObject*> m_marked;       ///< rows that are to be drawn anew
-    std::vector<TZEPChildPlace> m_leaving;          ///< what is about to go while there are no rows
+    TObjects m_looked;                     ///< parents of rows that views have looked at
+    TObjects m_marked;                     ///< rows that are to be drawn anew
+    TObjects m_telling;                    ///< what is yet to be told of these
+    std::vector<TZEPChildPlace> m_leaving; ///< what is about to go while there are no rows
     const TZEPObject* m_lastLooked = nullptr;
     int m_emitting = 0;
     bool m_allMarked = false;

@@ -6,33 +6,6 @@
 
 using namespace ZEP;
 
-namespace {
-
-using TCalls = std::vector<std::string>;
-
-} // namespace
-
-TEST(LightCall, LightsBeyondThoseOfOpenGlMakeNoCall) {
-    TZEPLight light;
-    light.SetLightNum(8);
-    const GlCalls calls;
-    light.DrawLight(false);
-    ExpectNoCalls(calls);
-    EXPECT_EQ(light.LightNum(), 8);
-}
-
-TEST(LightCall, LightsAreSetUpInTreeOrderBeforeObjectsAlsoInQuickDraw) {
-    TZEPScene scene;
-    auto* group = new TZEPObject(&scene);
-    group->SetParentComponent(&scene);
-    for (TZEPObject* parent : {static_cast<TZEPObject*>(&scene), group})
-        (new TZEPLight(&scene))->SetParentComponent(parent);
-    scene.SetQuickDraw(true);
-    const GlCalls calls;
-    scene.Draw(scene, dsAllLights, dkFull);
-    EXPECT_EQ(calls.Of({"glEnable"}), (TCalls{"glEnable(GL_LIGHT0)", "glEnable(GL_LIGHT1)"}));
-}
-
 TEST(LightCall, ShadowListsLiveForOneFrame) {
     TZEPLight light;
     light.AddShadowList(901);

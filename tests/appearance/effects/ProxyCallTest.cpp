@@ -7,27 +7,16 @@ namespace {
 
 using TCalls = std::vector<std::string>;
 
-/// Notes the hooks that draw it.
+/// Notes that it is drawn.
 class TProbe : public TZEPShadowedObject {
 public:
     using TZEPShadowedObject::TZEPShadowedObject;
-    void DrawPre() override { Note("pre"); }
-    void DrawLight(bool shadowed) override { Note(shadowed ? "light shadowed" : "light"); }
-    void DrawMain(bool draft) override {
-        Note(draft ? "main draft" : "main");
+    void DrawMain(bool) override {
+        GlCalls::Note("main " + Ident().toStdString());
         if (const auto act = OnMain) act(); // which may replace itself
     }
-    void DrawTransparent(bool) override { Note("transparent"); }
-    void DrawReflections() override { Note("reflections"); }
-    void BuildShadowVolumes() override { Note("build"); }
-    void DrawShadowVolumes() override { Note("volumes"); }
-    void DrawShadows(bool) override { Note("shadows"); }
-    void DrawPost() override { Note("post"); }
-    void DrawSpecific(GLenum, bool) override { Note("specific"); }
+    void DrawSpecific(GLenum, bool) override {}
     std::function<void()> OnMain;
-
-private:
-    void Note(const char* hook) const { GlCalls::Note(hook + (" " + Ident()).toStdString()); }
 };
 
 class ProxyCall : public ShadowScene {
@@ -49,71 +38,11 @@ protected:
         probe->SetIdent(QString::fromLatin1(ident));
         return probe;
     }
-    TCalls Drawn(TZEPDrawState state, TZEPDrawKind kind = dkFull) {
-        const GlCalls calls;
-        Proxy->Draw(Scene, state, kind);
-        return calls.List();
-    }
 
     TZEPScene Elsewhere;
     TProbe* Target = nullptr;
     TZEPProxy* Proxy = nullptr;
 };
-
-TCalls Placed(const std::string& hook) {
-    const auto moved = [](const char* x) {
-        return std::string("glMultMatrixd(1 0 0 0 0 1 0 0 0 0 1 0 ") + x + " 0 0 1)";
-    };
-    TCalls calls{"glPushMatrix()", moved("1"),       hook + " own",   "glPushMatrix()", moved("5"),
-                 hook + " inner",  hook + " target", "glPopMatrix()", "glPopMatrix()"};
-    return calls;
-}
-
-TEST_F(ProxyCall, EachPassDrawsTheTargetAsAChild) {
-    struct Case {
-        TZEPDrawState State;
-        const char* Hook;
-    };
-    for (const auto& [state, hook] :
-         {Case{dsPre, "pre"}, Case{dsAllLights, "light"}, Case{dsShadowLights, "light shadowed"},
-          Case{dsAllObjects, "main"}, Case{dsReflections, "reflections"},
-          Case{dsBuildShadowVolumes, "build"}, Case{dsDrawShadowVolumes, "volumes"},
-          Case{dsShadows, "shadows"}, Case{dsTransparent, "transparent"}, Case{dsPost, "post"}})
-        EXPECT_EQ(Drawn(state), Placed(hook)) << hook;
-    Proxy->SetVisible(false);
-    EXPECT_EQ(Drawn(dsAllObjects), TCalls{});
-    Proxy->SetVisible(true);
-    Proxy->SetProxy(nullptr);
-    EXPECT_EQ(Drawn(dsAllObjects), TCalls{}) << "nor its children without a target";
-}
-
-TEST_F(ProxyCall, FlagsAreItsOwn) {
-    const auto draws = [this](TZEPDrawState state, const char* call) {
-        const TCalls calls = Drawn(state);
-        return std::ranges::count(calls, std::string(call)) == 1;
-    };
-    Target->SetReceiveShadows(true);
-    EXPECT_TRUE(draws(dsNonShadowObjects, "main target"));
-    EXPECT_FALSE(draws(dsShadowObjects, "main target"));
-    Target->SetReceiveShadows(false);
-    Proxy->SetShadows(1, true);
-    EXPECT_FALSE(draws(dsNonShadowObjects, "main target"));
-    EXPECT_TRUE(draws(dsShadowObjects, "main target"));
-    Target->SetDrawType(dtLine);
-    EXPECT_TRUE(draws(dsAllObjects, "main target"));
-    Proxy->SetDrawType(dtLine);
-    EXPECT_TRUE(draws(dsAllObjects, "main draft target"));
-    Target->SetVisible(false);
-    EXPECT_TRUE(draws(dsAllObjects, "main draft target"));
-}
-
-TEST_F(ProxyCall, AClickFindsTheTarget) {
-    const TCalls calls = Drawn(dsAllObjects, dkSelect);
-    EXPECT_EQ(std::ranges::count(calls, std::string("specific target")), 1);
-    EXPECT_EQ(std::ranges::count_if(
-                  calls, [](const std::string& call) { return call.starts_with("glPushName"); }),
-              3);
-}
 
 TEST_F(ProxyCall, WithinItsOwnTargetItDrawsAsOftenAsItIsTold) {
     Proxy->SetParentComponent(AddProbe(Target, "branch")); // below the target now

@@ -40,35 +40,5 @@ TEST(Proxy, ATargetThatGoesIsForgotten) {
     proxy->SetProxy(nullptr);
 }
 
-TEST(Proxy, ItIsAsLargeAsItsTarget) {
-    TZEPScene scene;
-    auto* proxy = Add<TZEPProxy>(&scene);
-    auto* cone = Add<TZEPCone>(&scene);
-    cone->SetRadius2(3);
-    TGLArrayd3 min;
-    TGLArrayd3 max;
-    proxy->GetSize(min, max);
-    EXPECT_EQ(max, (TGLArrayd3{0.5, 0.5, 0.5}));
-    proxy->SetProxy(cone);
-    proxy->GetSize(min, max);
-    EXPECT_EQ(max, (TGLArrayd3{3, 3, 0.5}));
-
-    auto* group = Add<TZEPNode>(&scene);
-    proxy->SetProxy(group);
-    Add<TZEPBox>(group);
-    proxy->SetParentComponent(Add<TZEPNode>(group)); // measures the group, which measures the proxy
-    proxy->GetSize(min, max);
-    EXPECT_EQ(max, (TGLArrayd3{0.5, 0.5, 0.5}));
-
-    // Groups of proxies of each other: by every way through them, this would not come to an end.
-    auto* other = Add<TZEPNode>(&scene);
-    for (int i = 0; i < 12; ++i) {
-        Add<TZEPProxy>(group)->SetProxy(other);
-        Add<TZEPProxy>(other)->SetProxy(group);
-    }
-    group->GetSize(min, max);
-    EXPECT_EQ(max, (TGLArrayd3{0.5, 0.5, 0.5}));
-}
-
 } // namespace
 } // namespace ZEP

@@ -22,10 +22,7 @@ protected:
         Scene.SetFShadows(true);
         Camera = Add<TZEPCamera>();
         Camera->Position()->SetData(0, -10, 8);
-        QObject::connect(&Scene, &TZEPScene::AfterCamera, [this](TZEPScene* scene) {
-            if (DrawsPre) scene->Draw(*scene, dsPre, dkFull);
-            scene->Draw(*scene, dsReflections, dkFull);
-        });
+        Scene.SetFirstPasses(true);
     }
 
     template <class T>
@@ -68,7 +65,6 @@ protected:
     const TBlendEntry Entry;
     TZEPScene Scene;
     TZEPCamera* Camera = nullptr;
-    bool DrawsPre = true;
 };
 
 } // namespace ZEP

@@ -18,27 +18,6 @@ struct User : TZEPCollectionUser {
 
 } // namespace
 
-TEST(MaterialLibrary, IsCreatedByNameAndPublishesItsMaterials) {
-    const TClassRegistry::Entry* entry =
-        TClassRegistry::Instance().Find(QStringLiteral("TZEPMaterialLibrary"));
-    ASSERT_TRUE(entry);
-    EXPECT_EQ(entry->Group, QStringLiteral("OpenGL"));
-    TComponent form;
-    auto* library = dynamic_cast<TZEPMaterialLibrary*>(entry->Make(&form));
-    ASSERT_TRUE(library);
-    const QMetaObject& type = *library->metaObject();
-    EXPECT_EQ(SubObject(type.property(type.indexOfProperty("Materials")), library),
-              library->Materials());
-    EXPECT_EQ(library->Materials()->Owner(), static_cast<TObject*>(&form));
-}
-
-TEST(MaterialLibrary, ItemsPublishMaterialAndIdent) {
-    const QList<QMetaProperty> properties = PublishedProperties(TZEPMaterialCI::staticMetaObject);
-    ASSERT_EQ(properties.size(), 2);
-    EXPECT_STREQ(properties[0].name(), "Material");
-    EXPECT_STREQ(properties[1].name(), "Ident");
-}
-
 TEST(MaterialLibrary, EveryChangeOfAMaterialReachesTheUsers) {
     TZEPMaterialLibrary library;
     TZEPMaterialCI* item = library.Materials()->Add();

@@ -98,51 +98,6 @@ TEST(Texture, ClearingThePictureEmptiesIt) {
     EXPECT_TRUE(texture.Empty());
 }
 
-TEST(Texture, EverySetterTellsOfANewValueOnce) {
-    struct Case {
-        const char* Name;
-        void (*Set)(TZEPTexture&);
-        void (*Keep)(TZEPTexture&); ///< sets what a new texture has
-    };
-    using T = TZEPTexture;
-    const Case cases[]{
-        {"Environment", [](T& t) { t.SetEnvironment(teDecal); },
-         [](T& t) { t.SetEnvironment(teModulate); }},
-        {"MinFilter", [](T& t) { t.SetMinFilter(mifNearest); },
-         [](T& t) { t.SetMinFilter(mifLinear); }},
-        {"MagFilter", [](T& t) { t.SetMagFilter(mafNearest); },
-         [](T& t) { t.SetMagFilter(mafLinear); }},
-        {"WrapS", [](T& t) { t.SetWrapS(twClamp); }, [](T& t) { t.SetWrapS(twRepeat); }},
-        {"WrapT", [](T& t) { t.SetWrapT(twClamp); }, [](T& t) { t.SetWrapT(twRepeat); }},
-        {"Angle", [](T& t) { t.SetAngle(5); }, [](T& t) { t.SetAngle(0); }},
-        {"TilingS", [](T& t) { t.SetTilingS(5); }, [](T& t) { t.SetTilingS(1); }},
-        {"TilingT", [](T& t) { t.SetTilingT(5); }, [](T& t) { t.SetTilingT(1); }},
-        {"OffsetS", [](T& t) { t.SetOffsetS(5); }, [](T& t) { t.SetOffsetS(0); }},
-        {"OffsetT", [](T& t) { t.SetOffsetT(5); }, [](T& t) { t.SetOffsetT(0); }},
-        {"Border", [](T& t) { t.SetBorder(true); }, [](T& t) { t.SetBorder(false); }},
-        {"BorderColor", [](T& t) { t.SetBorderColor(clRed); },
-         [](T& t) { t.SetBorderColor(clBlack); }}};
-    for (const Case& c : cases) {
-        Counter counter;
-        TZEPTexture texture(counter.Event());
-        c.Keep(texture);
-        EXPECT_EQ(counter.Changes, 0) << c.Name;
-        c.Set(texture);
-        c.Set(texture);
-        EXPECT_EQ(counter.Changes, 1) << c.Name;
-        EXPECT_EQ(counter.Sender, &texture) << c.Name;
-    }
-}
-
-TEST(Texture, PublishesItsPropertiesInOrder) {
-    QStringList names;
-    for (const QMetaProperty& property : PublishedProperties(TZEPTexture::staticMetaObject))
-        names << property.name();
-    EXPECT_EQ(names.join(u' '),
-              QStringLiteral("Angle Environment Image MagFilter MinFilter WrapS WrapT TilingS "
-                             "TilingT OffsetS OffsetT"));
-}
-
 TEST(Texture, AssignCopiesAllButTheBorder) {
     TZEPTexture source;
     source.SetEnvironment(teBlend);

@@ -180,7 +180,9 @@ TEST_F(DXF, BlocksMakeNoMoreObjectsThanTheLimit) {
         Root.Clear();
         const std::string text =
             Pairs("0 SECTION|2 BLOCKS|" + blocks + "|0 ENDBLK|0 ENDSEC|" + Entities(row.Entities));
-        TDXFDrawing drawing(text, Root, {.Extended = true, .MaxBlockObjects = 1000});
+        const auto bytes = static_cast<qint64>(text.size()) * TReadBudget::BytesOfEach;
+        TDXFDrawing drawing(
+            text, Root, {.Extended = true, .FreeBytes = 1000 * TDXFLimits::ObjectBytes - bytes});
         TDXFReader(drawing).Read();
         TReadReport report;
         drawing.Report.MoveTo(report, drawing.Text);

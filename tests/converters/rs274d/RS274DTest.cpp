@@ -93,7 +93,7 @@ TEST_F(RS274D, RepeatCountsHaveALimit) {
     std::string many = "G91G1";
     for (int i = 0; i < 200; ++i) many += "X1L9000\n";
     EXPECT_EQ(ErrorOf([&] { Converter.ReadNC(many); }),
-              "The program repeats more than 1000000 motions. Line: 112");
+              "The program repeats more than 300000 motions. Line: 34");
 }
 
 TEST_F(RS274D, KeepsWhatWasReadBeforeAnError) {

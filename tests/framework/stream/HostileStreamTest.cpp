@@ -1,7 +1,7 @@
 #include "tests/framework/stream/Fields.h"
 #include "tests/framework/stream/StreamText.h"
 #include "tests/fuzz/StreamInput.h"
-#include <zep/framework/MappedFile.h>
+#include <zep/framework/FileText.h>
 #include <zep/framework/stream/TextSource.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
@@ -106,7 +106,7 @@ TEST(HostileStream, SeedsAndTheirCutsAreReadInEveryWay) {
         const QStringList names = folder.entryList(QDir::Files);
         EXPECT_GE(names.size(), 3);
         for (const QString& name : names) {
-            const TMappedFile file(folder.filePath(name));
+            const TFileText file(folder.filePath(name));
             EXPECT_EQ(StreamFormOf(file.Text()), form) << name.toStdString();
             ReadAnyStream(form, file.Text());
             for (std::size_t size = 0; size < file.Text().size(); size += 7)

@@ -1,51 +1,31 @@
-#include "viewer/window/MainWindow.h"
-
+#include "tests/viewer/WindowTest.h"
 #include "viewer/files/RecentFiles.h"
 #include "viewer/window/WelcomePage.h"
-#include <zep/batch/Batch.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Panel.h>
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QDropEvent>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QSettings>
 #include <QStackedWidget>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 #include <QToolButton>
 
 namespace ZEP {
 namespace {
 
-/// A window with settings of its own, and files to open in it.
-class MainWindow : public testing::Test {
+/// Windows of all kinds of files.
+class MainWindow : public WindowTest {
 protected:
-    MainWindow() {
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
-        QSettings().clear();
-    }
-
-    QString File(const QString& name, const QByteArray& text) {
-        QFile file(m_folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return file.fileName();
-    }
-
     /// Takes long enough that something can be done meanwhile.
     QString LongFile() {
         QByteArray text;
         for (int i = 0; i < 400'000; ++i)
             text += "G1 X" + QByteArray::number(i % 977) + " Y" + QByteArray::number(i) + "\n";
-        return File(QStringLiteral("long.nc"), text);
+        return Put("long.nc", text);
     }
 
-    QString ShortFile() { return File(QStringLiteral("short.nc"), "G1 X10 Y5\nG1 X20\n"); }
+    QString ShortFile() { return Put("short.nc", "G1 X10 Y5\nG1 X20\n"); }
 
     static qint64 ObjectsIn(const TMainWindow& window) {
         qint64 objects = 0;
@@ -63,8 +43,6 @@ protected:
             if (action->shortcut() == QKeySequence(key)) return action;
         return nullptr;
     }
-
-    QTemporaryDir m_folder;
 };
 
 TEST_F(MainWindow, WhatIsOpenedReplacesTheWelcome) {
@@ -75,13 +53,13 @@ TEST_F(MainWindow, WhatIsOpenedReplacesTheWelcome) {
     EXPECT_TRUE(ShowsPanel(window));
     EXPECT_EQ(ObjectsIn(window), 2);
     EXPECT_TRUE(window.windowTitle().startsWith(QStringLiteral("short.nc")));
-    EXPECT_EQ(RecentFiles(), QStringList{m_folder.filePath(QStringLiteral("short.nc"))});
+    EXPECT_EQ(RecentFiles(), QStringList{Path("short.nc")});
 }
 
 TEST_F(MainWindow, FlatFilesAreSeenFromTheTopInParallel) {
     TMainWindow window(false);
     const QString flat = ShortFile();
-    const QString deep = File(QStringLiteral("deep.nc"), "G1 X10 Y5\nG1 X20 Z-4\n");
+    const QString deep = Put("deep.nc", "G1 X10 Y5\nG1 X20 Z-4\n");
     const TZEPCamera& camera = *window.Document().Camera();
     for (const bool isFlat : {true, false, true}) {
         window.OpenFiles({isFlat ? flat : deep});
@@ -108,24 +86,8 @@ TEST_F(MainWindow, KeysOfTheViewServeTheStartSceneUntilSomethingIsOpen) {
         EXPECT_FALSE(ActionOf(window, file)->isEnabled());
         window.OpenFiles({ShortFile()});
         EXPECT_TRUE(ActionOf(window, file)->isEnabled());
-        window.CloseFile(m_folder.filePath(QStringLiteral("short.nc")));
+        window.CloseFile(Path("short.nc"));
     }
-}
-
-TEST_F(MainWindow, DroppedFilesAreOpened) {
-    TMainWindow window(false);
-    window.show();
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(ShortFile()),
-                  QUrl::fromLocalFile(File(QStringLiteral("b.nc"), "G1 X1\n"))});
-    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(&window, &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(&window, &drop);
-    QTest::qWait(1);
-    EXPECT_EQ(ObjectsIn(window), 3);
-    EXPECT_EQ(window.Document().Files().size(), 2U);
 }
 
 TEST_F(MainWindow, TextThatIsDraggedIsNotTaken) {
@@ -149,8 +111,9 @@ TEST_F(MainWindow, AnErrorNamesFileAndLineAndKeepsWhatIsShown) {
         told = box->text();
         box->accept();
     });
-    window.OpenFiles({File(QStringLiteral("bad.nc"), "G1 X1\nG1 L999999999 X2\n")});
-    EXPECT_TRUE(told.contains(QStringLiteral("bad.nc")) && told.contains(QStringLiteral("Line: 2")))
+    window.OpenFiles({Put("bad.zept", "object S: TZEPScene\n  Tag =\nend\n")});
+    EXPECT_TRUE(told.contains(QStringLiteral("bad.zept")) &&
+                told.contains(QStringLiteral("line 4")))
         << qPrintable(told);
     EXPECT_EQ(ObjectsIn(window), 2);
 }
@@ -172,7 +135,7 @@ TEST_F(MainWindow, WhatTheUserDoesDuringALoadCallsItOff) {
         qint64 Objects;
         bool Visible;
     };
-    const QString other = File(QStringLiteral("other.nc"), "G1 X1\nG1 X2\nG1 X3\n");
+    const QString other = Put("other.nc", "G1 X1\nG1 X2\nG1 X3\n");
     const TRow rows[] = {
         {"cancel",
          [](TMainWindow& window) {

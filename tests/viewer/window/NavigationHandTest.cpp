@@ -89,20 +89,6 @@ TEST_F(Navigation, EveryButtonTakesEveryModeByItsKey) {
         }
 }
 
-TEST_F(Navigation, ADragBackToItsStartGivesTheVeryViewBack) {
-    for (const bool parallel : {false, true}) {
-        SwitchProjection(m_camera, parallel, 4.0 / 3);
-        for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
-            const TGLMatrixd4 before = m_camera.GetViewMatrix();
-            Drag(button, {{50, 60}, {130, 20}});
-            EXPECT_NE(m_camera.GetViewMatrix(), before) << button;
-            const TGLMatrixd4 start = m_camera.GetViewMatrix();
-            Drag(button, {{50, 60}, {130, 20}, {7, 190}, {50, 60}});
-            EXPECT_EQ(m_camera.GetViewMatrix(), start) << button;
-        }
-    }
-}
-
 TEST_F(Navigation, WhatIsShiftedStaysUnderThePointer) {
     for (const bool parallel : {false, true}) {
         SCOPED_TRACE(parallel);
@@ -126,15 +112,6 @@ TEST_F(Navigation, TheMiddleButtonLeavesTheOthersAlone) {
     Send(QEvent::MouseMove, {10, 10}, Qt::NoButton, Qt::NoButton);
     EXPECT_EQ(m_camera.GetViewMatrix(), view) << "it went on after the release";
     EXPECT_EQ(m_navigation->Mode(TNavigation::Left), mmOrbit);
-}
-
-TEST_F(Navigation, TheWheelAndDragsNeverPassTheTarget) {
-    for (int i = 0; i < 16; ++i) {
-        const double last = ToTarget();
-        m_camera.Dolly(i % 2 ? -0.12 : -3);
-        ASSERT_LT(ToTarget(), last);
-        ASSERT_LT(m_camera.GetPosition()[1], 0) << "went through the target";
-    }
 }
 
 TEST_F(Navigation, OrbitsStopAtThePoles) {

@@ -1,22 +1,14 @@
-#include "viewer/window/MainWindow.h"
-
+#include "tests/viewer/WindowTest.h"
 #include "viewer/window/Playback.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
-#include <zep/batch/Batch.h>
 #include <zep/view/Fitting.h>
 #include <zep/view/Panel.h>
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QListView>
-#include <QSettings>
 #include <QSlider>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <cmath>
 
@@ -24,24 +16,9 @@ namespace ZEP {
 namespace {
 
 /// A window with a program of six lines, of which the lines 2, 4, 5 and 6 move the tool.
-class Program : public testing::Test {
+class Program : public WindowTest {
 protected:
-    Program() {
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
-        QSettings().clear();
-        m_window.emplace(false);
-        m_window->show();
-        m_window->OpenFiles(
-            {File(QStringLiteral("a.nc"), "(start)\nG1 X1\n(more)\nX2\nX3\nG0 X9\n")});
-        QApplication::setActiveWindow(&*m_window);
-    }
-
-    QString File(const QString& name, const QByteArray& text) {
-        QFile file(m_folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return file.fileName();
-    }
+    Program() { Show({Put("a.nc", "(start)\nG1 X1\n(more)\nX2\nX3\nG0 X9\n")}); }
 
     [[nodiscard]] QListView& List() const { return *m_window->findChild<QListView*>(); }
     [[nodiscard]] int MarkedLine() const {
@@ -56,9 +33,6 @@ protected:
         const TZEPObject* object = m_window->Selection()->Only();
         return object ? object->Ident() : QString();
     }
-
-    QTemporaryDir m_folder;
-    std::optional<TMainWindow> m_window;
 };
 
 TEST_F(Program, ALineSelectsItsMoveAndAMoveMarksItsLine) {
@@ -147,7 +121,7 @@ TEST_F(Program, FitTakesWhatIsSelectedOrAll) {
 TEST_F(Program, AnotherFileReplacesTextAndSelection) {
     PickLine(4);
     m_window->findChild<TPlayback*>()->SetPlaying(true);
-    m_window->OpenFiles({File(QStringLiteral("b.nc"), "G1 X5\nG1 X7\n")});
+    m_window->OpenFiles({Put("b.nc", "G1 X5\nG1 X7\n")});
     QTest::qWait(100);
     EXPECT_EQ(List().model()->rowCount(), 2);
     QTest::keyClick(&*m_window, Qt::Key_Down);
@@ -158,8 +132,8 @@ TEST_F(Program, AnotherFileReplacesTextAndSelection) {
 }
 
 TEST_F(Program, OfTwoFilesTheTextIsThatOfTheSelected) {
-    const QString a = m_folder.filePath(QStringLiteral("a.nc"));
-    m_window->OpenFiles({a, File(QStringLiteral("b.nc"), "G1 X5\nG1 X7\nG1 X8\n")});
+    const QString a = Path("a.nc");
+    m_window->OpenFiles({a, Put("b.nc", "G1 X5\nG1 X7\nG1 X8\n")});
     EXPECT_EQ(List().model()->rowCount(), 6);
     m_window->Document().Files().back().Root->GetItem(2)->SetSelected(true);
     EXPECT_EQ(MarkedLine(), 3);
@@ -167,9 +141,9 @@ TEST_F(Program, OfTwoFilesTheTextIsThatOfTheSelected) {
 }
 
 TEST_F(Program, InASavedSceneStepsAndFindsItsTextUnlessThatIsNewer) {
-    const QString scene = m_folder.filePath(QStringLiteral("s.zep"));
+    const QString scene = Path("s.zep");
     TDocument document;
-    const QString program = m_folder.filePath(QStringLiteral("a.nc"));
+    const QString program = Path("a.nc");
     ASSERT_TRUE(document.Open({program, program}, false)); // two, so that they are nested
     document.Save(scene);
     m_window->OpenFiles({scene});

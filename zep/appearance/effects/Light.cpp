@@ -67,8 +67,8 @@ void TZEPLight::Attach(TZEPObject*& field, TZEPObject* object) {
 
 void TZEPLight::Notification(TComponent* component, TOperation operation) {
     if (operation == opRemove) {
-        if (component == m_positionObject) m_positionObject = nullptr;
-        if (component == m_targetObject) m_targetObject = nullptr;
+        if (component == m_positionObject) Attach(m_positionObject, nullptr);
+        if (component == m_targetObject) Attach(m_targetObject, nullptr);
     }
     TZEPObject::Notification(component, operation);
 }

@@ -126,6 +126,7 @@ public:
 
 protected:
     void EnteredScene() override;
+    void Reordered() override { NumberLights(); }
     void Notification(TComponent* component, TOperation operation) override;
     [[nodiscard]] bool DrawsInQuickDraw() const override { return true; }
     [[nodiscard]] TZEPPassSet SidePasses() const override;

@@ -1,4 +1,5 @@
 #include <zep/appearance/effects/Light.h>
+#include <zep/framework/Watch.h>
 #include <zep/gl/Names.h>
 #include <zep/gl/Scopes.h>
 #include <zep/gl/StencilCount.h>
@@ -90,13 +91,16 @@ void TZEPLight::Subtract(TZEPScene& scene) const {
 }
 
 void TZEPLight::Accumulate(TZEPScene& scene) const {
-    const QScopedValueRollback left(scene.Frame().ShadowImagesLeft, ImagesLeft());
+    TZEPFrame& frame = scene.Frame();
+    const TZEPWatch alive(this); // what is drawn may free it
+    const QScopedValueRollback left(frame.ShadowImagesLeft, ImagesLeft());
     if (scene.ShadowLightCount() > 1) {
         glStencilFunc(GL_NOTEQUAL, Outside, AllBits);
-        const QScopedValueRollback isBlack(scene.Frame().DrawsShadowsBlack, true);
+        const QScopedValueRollback isBlack(frame.DrawsShadowsBlack, true);
         const TBlackScope black;
         scene.Draw(scene, dsShadowObjects, dkFull);
     }
+    if (!alive || frame.SceneIsGone) return;
     glStencilFunc(GL_EQUAL, Outside, AllBits);
     DrawReceivers(scene);
 }

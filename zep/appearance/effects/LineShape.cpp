@@ -27,13 +27,12 @@ void TZEPLineShape::SetStyle(TPenStyle style) {
 }
 
 void TZEPLineShape::DrawSpecific(GLenum face, bool draft) {
-    TZEPDrawRun& run = DrawFrame().Run;
-    run.OpenLine({.Width = Width(),
-                  .Stippled = m_style != psSolid,
-                  .Pattern = StipplePattern(m_style),
-                  .Smooth = Smooth()});
+    const TZEPDrawRun::AttributeScope attributes(
+        DrawFrame().Run, TZEPLineAttributes{.Width = Width(),
+                                            .Stippled = m_style != psSolid,
+                                            .Pattern = StipplePattern(m_style),
+                                            .Smooth = Smooth()});
     DrawShape(face, draft);
-    run.CloseAttributes();
 }
 
 void TZEPLineShape::DrawShape(GLenum, bool) {}

@@ -120,8 +120,9 @@ public:
 
     TCarving(TZEPObject& first, TZEPObject& second, TZEPSceneContext& scene, TZEPDrawState state,
              TZEPDrawKind kind)
-        : m_scene(scene), m_state(state), m_kind(kind), m_region(RegionOf(first, second)),
-          m_depths(m_region), m_mirrored(glIsEnabled(GL_STENCIL_TEST) ? Mirror : 0) {
+        : m_scene(scene), m_frame(scene.Frame()), m_state(state), m_kind(kind),
+          m_region(RegionOf(first, second)), m_depths(m_region),
+          m_mirrored(glIsEnabled(GL_STENCIL_TEST) ? Mirror : 0) {
         glEnable(GL_CULL_FACE);
     }
     ~TCarving() {
@@ -195,11 +196,12 @@ private:
     }
 
     void Draw(const TSolid& solid) const {
-        if (solid) solid->Draw(m_scene, m_state, m_kind);
-        m_scene.Frame().Run.End();
+        if (solid && !m_frame.SceneIsGone) solid->Draw(m_scene, m_state, m_kind);
+        m_frame.Run.End();
     }
 
     TZEPSceneContext& m_scene;
+    TZEPFrame& m_frame;
     TZEPDrawState m_state;
     TZEPDrawKind m_kind;
     TZEPRegion m_region;
@@ -212,16 +214,18 @@ void TZEPLogicalObject::DrawLogical(TZEPSceneContext& scene, TZEPDrawState state
     if (GetItemsCount() < 2) return;
     const TCarving::TSolid first(GetItem(0));
     const TCarving::TSolid second(GetItem(1));
-    if (m_operation == loOR || scene.Frame().Carves || !HasBuffer(GL_STENCIL_BITS)) {
+    TZEPFrame& frame = scene.Frame();
+    if (m_operation == loOR || frame.Carves || !HasBuffer(GL_STENCIL_BITS)) {
         // Without counts the solid that is carved is shown whole.
-        if (m_operation != loSUB || scene.Frame().Carves) first->Draw(scene, state, kind);
-        if (second) second->Draw(scene, state, kind);
+        if (m_operation != loSUB || frame.Carves) first->Draw(scene, state, kind);
+        if (second && !frame.SceneIsGone) second->Draw(scene, state, kind);
         return;
     }
-    const QScopedValueRollback carves(scene.Frame().Carves, true);
+    const QScopedValueRollback carves(frame.Carves, true);
+    const TZEPLogicalOperation operation = m_operation; // what is drawn may free the whole
     TCarving carving(*first, *second, scene, state, kind);
     if (!carving.IsSeen()) return;
-    if (m_operation == loAND) {
+    if (operation == loAND) {
         carving.DrawInside(second, first, GL_BACK, GL_NOTEQUAL);
         return carving.DrawInside(first, second, GL_BACK, GL_NOTEQUAL);
     }

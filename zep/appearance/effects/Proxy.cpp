@@ -3,9 +3,9 @@
 #include <zep/appearance/effects/DrawnPlace.h>
 #include <zep/framework/Exception.h>
 #include <zep/framework/Property.h>
+#include <zep/framework/Watch.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/SceneInterfaces.h>
-#include <zep/scene/Watch.h>
 #include <zep/scene/XForm.h>
 
 #include <QScopeGuard>
@@ -113,7 +113,7 @@ void TZEPProxy::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
         if (alive) m_depth = 0;
     });
     DrawChildren(scene, state, kind);
-    if (alive && m_target) DrawTarget(scene, state, kind);
+    if (alive && m_target && !frame.SceneIsGone) DrawTarget(scene, state, kind);
 }
 
 // What is drawn may free the target or the proxy.
@@ -126,7 +126,7 @@ void TZEPProxy::DrawTarget(TZEPSceneContext& scene, TZEPDrawState state, TZEPDra
     if (state == dsBuildShadowVolumes) place.emplace(frame, target, MatrixAsDrawn(frame, *this));
     const TZEPXFormScope placed(frame, target.ExistingXForm());
     target.DrawChildren(scene, state, kind);
-    if (alive && targetAlive) DrawOwn(target, *this, scene, state, kind);
+    if (alive && targetAlive && !frame.SceneIsGone) DrawOwn(target, *this, scene, state, kind);
 }
 
 } // namespace ZEP

@@ -2,12 +2,12 @@
 
 #include <zep/appearance/materials/Material.h>
 #include <zep/framework/Property.h>
+#include <zep/framework/Watch.h>
 #include <zep/gl/Scopes.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/ViewVolume.h>
-#include <zep/scene/Watch.h>
 
 #include <QScopeGuard>
 
@@ -79,7 +79,8 @@ std::optional<TGLArrayd4> TZEPReflexedObject::MirrorPlane(const TGLMatrixd4& pla
 class TZEPReflexedObject::TImage {
 public:
     TImage(TZEPReflexedObject& mirror, TZEPScene& scene)
-        : m_mirror(mirror), m_scene(scene), m_place(LoadedMatrix(GL_MODELVIEW_MATRIX)) {}
+        : m_mirror(mirror), m_scene(scene), m_frame(scene.Frame()),
+          m_camera(scene.SavedModelView()), m_place(LoadedMatrix(GL_MODELVIEW_MATRIX)) {}
     ~TImage() { WriteColors(true); }
     TImage(const TImage&) = delete;
     TImage& operator=(const TImage&) = delete;
@@ -90,22 +91,25 @@ public:
         TGLArrayd3 max;
         m_mirror.GetSize(min, max);
         if (TZEPViewVolume::OfContext(1).Shows(min, max) == TZEPSeen::Nothing) return;
-        const auto plane = m_mirror.MirrorPlane(m_place, m_scene.SavedModelView());
+        const auto plane = m_mirror.MirrorPlane(m_place, m_camera);
         if (!plane) return;
-        MarkPixels();
-        const TZEPWatch alive(&m_mirror); // what it shows may free it
-        DrawMirrored(*plane);
+        const TZEPWatch alive(&m_mirror); // what is drawn may free it
+        MarkPixels(alive);
+        if (!m_frame.SceneIsGone) DrawMirrored(*plane);
         if (alive && !m_mirror.DrawnMaterial().IsTransparent()) CloseDepth();
         glClear(GL_STENCIL_BUFFER_BIT);
     }
 
 private:
     void LoadPlace() const {
-        glLoadMatrixd(m_scene.SavedModelView()[0].data());
+        glLoadMatrixd(m_camera[0].data());
         glMultMatrixd(m_place[0].data());
     }
 
-    void MarkPixels() {
+    void MarkPixels(const TZEPWatch& alive) {
+        const auto drawFront = [&] {
+            if (alive) m_mirror.DrawFront();
+        };
         const TZEPAttribScope attributes(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT);
         glDepthMask(GL_FALSE);
         glEnable(GL_STENCIL_TEST);
@@ -115,17 +119,17 @@ private:
         glClear(GL_STENCIL_BUFFER_BIT);
         TestMark(GL_ALWAYS);
         glStencilOp(GL_REPLACE, GL_REPLACE, GL_REPLACE);
-        m_mirror.DrawFront();
+        drawFront();
         // Where another mirror is nearer, that one has drawn already. Elsewhere whatever is there
         // is farther than the mirror, but may be nearer than what it shows.
         glStencilOp(GL_KEEP, GL_ZERO, GL_KEEP);
-        m_mirror.DrawFront();
+        drawFront();
         TestMark(GL_EQUAL);
         glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
         glDepthMask(GL_TRUE);
         glDepthFunc(GL_ALWAYS);
         glDepthRange(1, 1);
-        m_mirror.DrawFront();
+        drawFront();
         glDepthRange(0, 1);
     }
 
@@ -138,7 +142,7 @@ private:
         });
         TGLMatrixd4 mirrored;
         MirrorMatrixd(plane, mirrored);
-        glLoadMatrixd(m_scene.SavedModelView()[0].data());
+        glLoadMatrixd(m_camera[0].data());
         glMultMatrixd(mirrored[0].data());
         glClipPlane(GL_CLIP_PLANE0, plane.data());
         glEnable(GL_CLIP_PLANE0);
@@ -150,7 +154,7 @@ private:
         glPolygonOffset(-0.05F, -0.5F);
         glEnable(GL_POLYGON_OFFSET_FILL);
         for (const TZEPDrawState state : {dsAllLights, dsAllObjects, dsTransparent})
-            m_scene.Draw(m_scene, state, dkFull);
+            if (!m_frame.SceneIsGone) m_scene.Draw(m_scene, state, dkFull);
     }
 
     /// What stands behind the mirror must not be drawn over what it shows.
@@ -168,13 +172,13 @@ private:
 
     TZEPReflexedObject& m_mirror;
     TZEPScene& m_scene;
+    const TZEPFrame& m_frame;
+    TGLMatrixd4 m_camera;
     TGLMatrixd4 m_place; ///< of the mirror, in the absolute frame
 };
 
 void TZEPReflexedObject::DrawFront() {
-    TZEPDrawRun& run = DrawFrame().Run; // what it draws may free it
     DrawSpecific(GL_FRONT, false);
-    run.End();
 }
 
 // A mirror that faces another one is drawn by that, but shows nothing of its own.
@@ -195,12 +199,11 @@ void TZEPReflexedObject::DrawReflections() {
 /// The front faces, then the back faces, which are opaque: `between` sets what they need.
 template <class Between>
 void TZEPReflexedObject::DrawSides(Between&& between) {
-    TZEPDrawRun& run = DrawFrame().Run;
+    const TZEPWatch alive(this);
     PrepareGeometry();
     DrawFront();
     between();
-    DrawSpecific(GL_BACK, false);
-    run.End();
+    if (alive) DrawSpecific(GL_BACK, false);
 }
 
 // In its own image it would lie upon what it shows, and where shadows are drawn black, what it
@@ -212,16 +215,17 @@ void TZEPReflexedObject::DrawMain(bool draft) {
     TZEPMaterial& material = DrawnMaterial();
     if (material.IsTransparent()) return;
     DrawFrame().Run.End();
+    const TZEPWatch alive(this); // what it draws may free it
     {
         const TZEPAttribScope attributes(GL_ENABLE_BIT);
-        const auto cancel = qScopeGuard([&material] { material.CancelMaterial(); });
+        const TZEPMaterialUse use(material);
         ApplyWithAlpha(DrawFrame().Run, material, static_cast<float>(1 - m_reflection));
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         glEnable(GL_CULL_FACE);
         glEnable(GL_BLEND);
         DrawSides([] { glDisable(GL_BLEND); });
     }
-    if (Selected()) DrawSelection();
+    if (alive && Selected()) DrawSelection();
 }
 
 void TZEPReflexedObject::DrawTransparent(bool draft) {
@@ -230,18 +234,17 @@ void TZEPReflexedObject::DrawTransparent(bool draft) {
     TZEPMaterial& material = DrawnMaterial();
     if (!material.IsTransparent()) return;
     DrawFrame().Run.End();
+    const TZEPWatch alive(this); // what it draws may free it
     {
         const TZEPAttribScope attributes(GL_ENABLE_BIT);
-        const auto cancel = qScopeGuard([&material] { material.CancelMaterial(); });
+        const TZEPMaterialUse use(material);
         const double alpha = 1 - m_reflection * static_cast<double>(material.Transparency());
         ApplyWithAlpha(DrawFrame().Run, material, static_cast<float>(alpha));
         glEnable(GL_CULL_FACE);
-        TZEPDrawRun& run = DrawFrame().Run;
         PrepareGeometry();
         DrawSpecific(GL_FRONT_AND_BACK, false);
-        run.End();
     }
-    if (Selected()) DrawSelection();
+    if (alive && Selected()) DrawSelection();
 }
 
 // Of the light that falls on a mirror no more is seen than of its own colour: that much is taken
@@ -252,7 +255,7 @@ void TZEPReflexedObject::DrawShadows(bool draft) {
     if (!ReceivesShadows() || material.IsTransparent()) return;
     DrawFrame().Run.End();
     const TZEPAttribScope attributes(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT);
-    const auto cancel = qScopeGuard([&material] { material.CancelMaterial(); });
+    const TZEPMaterialUse use(material);
     const bool adds = SceneContext()->AccumShadows();
     const double part = (1 - m_reflection) / (adds ? DrawFrame().ShadowImagesLeft : 1);
     ApplyWithAlpha(DrawFrame().Run, material, static_cast<float>(part));

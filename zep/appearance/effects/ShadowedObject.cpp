@@ -4,10 +4,10 @@
 #include <zep/appearance/effects/Light.h>
 #include <zep/appearance/effects/ShadowVolume.h>
 #include <zep/appearance/materials/Material.h>
+#include <zep/framework/Watch.h>
 #include <zep/gl/Scopes.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/Vectors.h>
-#include <zep/scene/Watch.h>
 
 #include <QScopedValueRollback>
 

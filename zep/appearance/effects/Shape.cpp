@@ -22,6 +22,11 @@ void TZEPShape::DrawTransparent(bool draft) {
     if (Smooth()) DrawWith(BlendedMaterial(), draft, false);
 }
 
+// They send no places in it, and those of what was drawn before would change with the view.
+void TZEPShape::PrepareGeometry() {
+    if (HasTexture()) glTexCoord2f(0, 0);
+}
+
 TZEPMaterial& TZEPShape::BlendedMaterial() {
     TZEPMaterial* shared = MaterialOfLibrary();
     if (!shared) {

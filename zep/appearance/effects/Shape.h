@@ -26,6 +26,8 @@ public:
     void DrawTransparent(bool draft) override;
 
 protected:
+    /// Lines and points show the corner of their material's picture.
+    void PrepareGeometry() override;
     /// Narrow enough, and without a mark to leave: a smooth shape makes the library's material that
     /// it is drawn with transparent.
     [[nodiscard]] bool MayBeCulled() const {

@@ -1,11 +1,16 @@
 #include <zep/appearance/materials/Material.h>
 
 #include <zep/framework/Property.h>
+#include <zep/framework/Watch.h>
 
 namespace ZEP {
 
 TZEPMaterial::TZEPMaterial(TNotifyEvent onChange)
     : m_frontFace(GL_FRONT, onChange), m_backFace(GL_BACK, onChange), m_texture(onChange) {}
+
+TZEPMaterial::~TZEPMaterial() {
+    TZEPWatch::Forget(this);
+}
 
 void TZEPMaterial::SetTransparency(float value) {
     if (!Change(m_transparency, value)) return;

@@ -17,6 +17,7 @@ class ZEP_CORE_EXPORT TZEPMaterial : public TPersistent {
 public:
     /// \param onChange  called when a face material or the texture changes, with that as sender
     explicit TZEPMaterial(TNotifyEvent onChange);
+    ~TZEPMaterial() override;
     [[nodiscard]] const QMetaObject* MetaObject() const override { return &staticMetaObject; }
 
     [[nodiscard]] TZEPFaceMaterial* BackFace() { return &m_backFace; }

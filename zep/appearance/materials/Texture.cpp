@@ -60,20 +60,46 @@ TZEPTexture::~TZEPTexture() {
     ReleaseTexture(m_name);
 }
 
-void TZEPTexture::TextureChanged(TObject*) {
-    m_pixels = {};
-    m_width = m_height = 0;
-    if (!Empty()) {
-        m_width = TextureSide(m_image.Image().width());
-        m_height = TextureSide(m_image.Image().height());
-        const QImage canvas = Stretched(m_image.Image(), {m_width, m_height});
-        m_pixels.reserve(static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height));
-        for (int row = m_height - 1; row >= 0; --row) {
-            const auto* line = reinterpret_cast<const std::uint32_t*>(canvas.constScanLine(row));
-            std::transform(line, line + m_width, std::back_inserter(m_pixels),
-                           [](std::uint32_t pixel) { return pixel & ColorBits; });
-        }
+qint64 TZEPTexture::BufferBytes(const QSize& picture) {
+    return qint64(sizeof(std::uint32_t)) * TextureSide(picture.width()) *
+           TextureSide(picture.height());
+}
+
+qint64 TZEPTexture::TShownPicture::BytesBeside(const QSize& size) const {
+    return BufferBytes(size);
+}
+
+void TZEPTexture::TShownPicture::Assign(const TPersistent* source) {
+    if (const auto* shown = dynamic_cast<const TShownPicture*>(source)) m_texels = shown->m_texels;
+    TPicture::Assign(source);
+}
+
+std::shared_ptr<const TZEPTexture::TTexels> TZEPTexture::NoTexels() {
+    static const auto none = std::make_shared<const TTexels>();
+    return none;
+}
+
+std::shared_ptr<const TZEPTexture::TTexels> TZEPTexture::TexelsOf(const QImage& image) {
+    auto texels = std::make_shared<TTexels>();
+    const int width = texels->Width = TextureSide(image.width());
+    const int height = texels->Height = TextureSide(image.height());
+    texels->Picture = image.cacheKey();
+    const QImage canvas = Stretched(image, {width, height});
+    texels->Pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    for (int row = height - 1; row >= 0; --row) {
+        const auto* line = reinterpret_cast<const std::uint32_t*>(canvas.constScanLine(row));
+        std::transform(line, line + width, std::back_inserter(texels->Pixels),
+                       [](std::uint32_t pixel) { return pixel & ColorBits; });
     }
+    return texels;
+}
+
+void TZEPTexture::TextureChanged(TObject*) {
+    const QImage& image = m_image.Image();
+    if (Empty())
+        m_image.SetTexels(NoTexels());
+    else if (m_image.Texels().Picture != image.cacheKey())
+        m_image.SetTexels(TexelsOf(image));
     OnTextureChange(this);
 }
 
@@ -89,8 +115,8 @@ void TZEPTexture::ApplayMaterial() {
     glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, White.data());
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, Environments[m_environment]);
     if (m_mipmapped)
-        gluBuild2DMipmaps(GL_TEXTURE_2D, 3, m_width, m_height, GL_RGBA, GL_UNSIGNED_BYTE,
-                          m_pixels.data());
+        gluBuild2DMipmaps(GL_TEXTURE_2D, 3, Width(), Height(), GL_RGBA, GL_UNSIGNED_BYTE,
+                          Pixels().data());
     else
         Upload();
     glEnable(GL_TEXTURE_2D);
@@ -111,8 +137,8 @@ void TZEPTexture::Upload() {
     glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     // Three components: the pixels' fourth byte is never an alpha.
-    glTexImage2D(GL_TEXTURE_2D, 0, 3, m_width, m_height, m_border ? 1 : 0, GL_RGBA,
-                 GL_UNSIGNED_BYTE, m_pixels.data());
+    glTexImage2D(GL_TEXTURE_2D, 0, 3, Width(), Height(), m_border ? 1 : 0, GL_RGBA,
+                 GL_UNSIGNED_BYTE, Pixels().data());
 }
 
 void TZEPTexture::ApplyMatrix() const {
@@ -126,7 +152,10 @@ void TZEPTexture::ApplyMatrix() const {
 }
 
 void TZEPTexture::CancelMaterial() const {
-    if (Empty()) return;
+    if (!Empty()) SwitchOff();
+}
+
+void TZEPTexture::SwitchOff() {
     glDisable(GL_TEXTURE_2D);
     glMatrixMode(GL_TEXTURE);
     glLoadIdentity();

@@ -8,6 +8,7 @@
 #include <GL/gl.h>
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace ZEP {
@@ -98,10 +99,14 @@ public:
     [[nodiscard]] virtual bool Empty() const { return m_image.Empty(); }
     /// Sides of the buffer: the smallest powers of two that hold the picture, at most 1024; 0
     /// without a picture.
-    [[nodiscard]] int Width() const { return m_width; }
-    [[nodiscard]] int Height() const { return m_height; }
+    [[nodiscard]] int Width() const { return m_image.Texels().Width; }
+    [[nodiscard]] int Height() const { return m_image.Texels().Height; }
     /// Width() x Height() values 0x00BBGGRR, the bottom row first.
-    [[nodiscard]] const std::vector<std::uint32_t>& Pixels() const { return m_pixels; }
+    [[nodiscard]] const std::vector<std::uint32_t>& Pixels() const {
+        return m_image.Texels().Pixels;
+    }
+    /// What the buffer of a picture of that size takes.
+    [[nodiscard]] static qint64 BufferBytes(const QSize& picture);
     /// Whether the last application built mipmaps.
     [[nodiscard]] bool Mipmapped() const { return m_mipmapped; }
 
@@ -112,6 +117,8 @@ public:
     virtual void ApplayMaterial();
     /// Switches texturing off again; nothing when empty.
     virtual void CancelMaterial() const;
+    /// What `CancelMaterial` does where there is a picture.
+    static void SwitchOff();
     /// Makes the buffer anew from the picture.
     void TextureChanged(TObject* sender);
 
@@ -122,6 +129,27 @@ public:
     TNotifyEvent OnTextureChange;
 
 private:
+    struct TTexels {
+        qint64 Picture = 0; ///< the key of the image that they are made of
+        int Width = 0;
+        int Height = 0;
+        std::vector<std::uint32_t> Pixels;
+    };
+    /// A picture with its texels, which its copies share.
+    class TShownPicture final : public TPicture {
+    public:
+        [[nodiscard]] const TTexels& Texels() const { return *m_texels; }
+        void SetTexels(std::shared_ptr<const TTexels> texels) { m_texels = std::move(texels); }
+        void Assign(const TPersistent* source) override;
+
+    private:
+        [[nodiscard]] qint64 BytesBeside(const QSize& size) const override;
+
+        std::shared_ptr<const TTexels> m_texels = NoTexels();
+    };
+    static std::shared_ptr<const TTexels> NoTexels();
+    static std::shared_ptr<const TTexels> TexelsOf(const QImage& image);
+
     template <class T>
     void Store(T& field, T value) {
         if (Change(field, value)) OnTextureChange(this);
@@ -143,10 +171,7 @@ private:
     float m_offsetT = 0;
     TColor m_borderColor;
     GLuint m_name = 0;
-    int m_width = 0;
-    int m_height = 0;
-    TPicture m_image;
-    std::vector<std::uint32_t> m_pixels;
+    TShownPicture m_image;
 };
 
 using TZEPTextureEnv = TZEPTexture::TZEPTextureEnv;

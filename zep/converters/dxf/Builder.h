@@ -2,38 +2,55 @@
 
 #include <zep/converters/dxf/Drawing.h>
 #include <zep/converters/dxf/Scope.h>
+#include <zep/framework/ReadBudget.h>
 
 namespace ZEP {
 
 struct TDXFChain;
 
-/// What inserted blocks may cost: a small file can name a block a million times, and blocks in it.
+/// What inserted blocks and curves may cost: a small file can name a block a million times, and
+/// blocks in it, and a curve has many points for one that is written down.
 class TDXFLimits {
 public:
+    /// That are read again for blocks, which takes time.
     static constexpr qint64 MaxBytes = 1LL << 30;
-    /// As many points of a curve cost like an object.
-    static constexpr std::size_t PointsOfObject = 16;
+    /// Memory of an object with its transform, and of a point of a curve.
+    static constexpr qint64 ObjectBytes = 896;
+    static constexpr qint64 PointBytes = 56;
 
-    /// \param objects  that may be made in all
-    explicit TDXFLimits(qint64 objects) : m_objects(objects) {}
+    /// \param budget  outlives this
+    explicit TDXFLimits(TReadBudget& budget) : m_budget(budget) {}
 
-    /// \name False where the limit is exceeded, from then on
+    /// \name False where the limit is exceeded
     /// @{
+    /// An object of a block, and then no more of blocks.
     bool TakeObject(std::size_t points) {
-        m_objects -= static_cast<qint64>(1 + points / PointsOfObject);
-        return !AreReached();
+        m_reached = m_reached || !Take(ObjectBytes, points);
+        return !m_reached;
     }
     /// \param bytes  that are read for it
     bool TakeInsertion(std::size_t bytes) {
         m_bytes -= static_cast<qint64>(bytes);
+        m_reached = m_reached || m_bytes < 0;
         return TakeObject(0);
     }
+    /// The points of a curve outside of blocks.
+    bool TakePoints(std::size_t points) { return Take(0, points); }
     /// @}
-    [[nodiscard]] bool AreReached() const { return m_objects < 0 || m_bytes < 0; }
+    [[nodiscard]] bool AreReached() const { return m_reached; }
+    /// Points that a curve can still have.
+    [[nodiscard]] std::size_t PointsLeft() const {
+        return static_cast<std::size_t>(m_budget.Left() / PointBytes);
+    }
 
 private:
-    qint64 m_objects;
+    [[nodiscard]] bool Take(qint64 bytes, std::size_t points) {
+        return m_budget.Take(bytes + PointBytes * static_cast<qint64>(points));
+    }
+
+    TReadBudget& m_budget;
     qint64 m_bytes = MaxBytes;
+    bool m_reached = false;
 };
 
 /// Makes the objects of entities in one scope.
@@ -52,6 +69,8 @@ public:
         TZEPObject* layer = m_scope.LayerOf(record);
         if (!layer) return Pass(record, TDXFReport::TReason::NoLayer);
         if (m_scope.IsInBlock() && !m_limits.TakeObject(points)) return;
+        if (!m_scope.IsInBlock() && !m_limits.TakePoints(points))
+            return Pass(record, TDXFReport::TReason::TooMany);
         auto* object = new T(&Drawing.Root);
         object->SetColor(m_scope.ColorOf(record, *layer));
         if (record.Integer(60) != 0) object->SetVisible(false);
@@ -63,6 +82,8 @@ public:
     /// passed over.
     void AddChain(const TDXFRecord& record, TDXFChain chain, const TGLMatrixd4& frame = idd);
 
+    /// Points that a curve can still have.
+    [[nodiscard]] std::size_t PointsLeft() const { return m_limits.PointsLeft(); }
     /// Counts an entity that is passed over.
     void Pass(const TDXFRecord& record, TDXFReport::TReason reason) {
         Drawing.Report.Add(record.Kind(), reason, record.Line());

@@ -3,7 +3,7 @@
 #include <zep/converters/RootUpdate.h>
 #include <zep/converters/dxf/Reader.h>
 #include <zep/framework/Exception.h>
-#include <zep/framework/MappedFile.h>
+#include <zep/framework/FileText.h>
 #include <zep/framework/Registry.h>
 
 namespace ZEP {
@@ -52,7 +52,7 @@ TDXFConverter::TDXFConverter(TComponent* owner)
 void TDXFConverter::LoadFromFile() {
     CheckFile("LoadFromFile");
     if (ClearBeforRead()) Root()->Clear();
-    const TMappedFile file(FileName(), Method("LoadFromFile"));
+    const TFileText file(FileName(), Method("LoadFromFile"));
     Read(file.Text(), FileName());
 }
 

@@ -13,7 +13,8 @@ public:
     /// \param root  owner of what is made. The host may free it while it is asked for progress, if
     ///              it then cancels
     TDXFDrawing(std::string_view text, TZEPObject& root, const TDXFOptions& options)
-        : Tags(text, options.Extended), Root(root), Options(options), Layers(root, options, Text) {}
+        : Tags(text, options.Extended), Root(root), Options(options), Layers(root, options, Text),
+          Budget(static_cast<qint64>(text.size()), options.FreeBytes) {}
     Q_DISABLE_COPY_MOVE(TDXFDrawing)
 
     TDXFTags Tags;
@@ -22,6 +23,7 @@ public:
     TDXFTextDecoder Text;
     TDXFLayers Layers;
     TDXFReport Report;
+    TReadBudget Budget;
     /// Where the header says that the drawing lies; z stays 0.
     TGLArrayd3 MinExtent{}, MaxExtent{};
 

@@ -44,6 +44,26 @@ TDXFAddEntity FindKind(std::string_view name) {
     return nullptr;
 }
 
+/// What the repeats of a block mean for the progress.
+class TRepeats {
+public:
+    TRepeats(TDXFTags& tags, double bytes)
+        : m_tags(tags), m_left(static_cast<qint64>(std::min(bytes, double(TDXFLimits::MaxBytes)))) {
+        m_tags.ExpectRepeats(m_left);
+    }
+    ~TRepeats() { m_tags.ExpectRepeats(-m_left); }
+    Q_DISABLE_COPY_MOVE(TRepeats)
+
+    void Count(std::size_t bytes) {
+        m_tags.CountRepeat(bytes);
+        m_left -= static_cast<qint64>(bytes);
+    }
+
+private:
+    TDXFTags& m_tags;
+    qint64 m_left;
+};
+
 template <class TList>
 bool Contains(const TList& list, std::string_view name) {
     return std::find(std::begin(list), std::end(list), name) != std::end(list);
@@ -52,7 +72,7 @@ bool Contains(const TList& list, std::string_view name) {
 } // namespace
 
 TDXFExtendedReader::TDXFExtendedReader(TDXFDrawing& drawing)
-    : m_drawing(drawing), m_limits(drawing.Options.MaxBlockObjects) {}
+    : m_drawing(drawing), m_limits(drawing.Budget) {}
 
 // A layer is off where its colour is negative.
 void TDXFExtendedReader::ReadLayer() {
@@ -146,6 +166,7 @@ void TDXFExtendedReader::InsertCells(TDXFScope& scope, const TDXFBlock& block,
                                      const QPointer<TZEPObject>& layer, TColor color) {
     TDXFTags& tags = m_drawing.Tags;
     const TDXFPosition back = tags.Position();
+    TRepeats repeats(tags, double(block.Size) * insertion.Rows * insertion.Columns);
     for (int row = 0; row < insertion.Rows; ++row)
         for (int column = 0; column < insertion.Columns; ++column) {
             if (block.Size == 0 || tags.Cancelled() || !m_limits.TakeInsertion(block.Size)) return;
@@ -153,6 +174,7 @@ void TDXFExtendedReader::InsertCells(TDXFScope& scope, const TDXFBlock& block,
             tags.Goto(block.Begin);
             ReadEntities(inner, "ENDBLK");
             tags.Goto(back);
+            repeats.Count(block.Size);
         }
 }
 

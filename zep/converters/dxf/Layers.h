@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zep/converters/dxf/Entity.h>
+#include <zep/framework/ReadBudget.h>
 #include <zep/scene/Object.h>
 
 #include <QHash>
@@ -16,7 +17,7 @@ class TDXFTextDecoder;
 struct TDXFOptions {
     bool CreateLayers = true; ///< where an entity names one that is not there
     bool Extended = false;
-    qint64 MaxBlockObjects = 2'000'000; ///< that inserted blocks make in all
+    qint64 FreeBytes = TReadBudget::FreeBytes; ///< that a drawing of any size may make
 };
 
 /// Where an entity goes, and how it looks there.

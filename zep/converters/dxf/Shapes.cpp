@@ -195,7 +195,7 @@ void AddDXFSpline(TDXFBuilder& builder, const TDXFRecord& record) {
     }
     spline.ControlPoints = std::move(controls.Points);
     spline.FitPoints = std::move(fits.Points);
-    builder.AddChain(record, SplineChain(spline));
+    builder.AddChain(record, SplineChain(spline, builder.PointsLeft()));
 }
 
 } // namespace ZEP

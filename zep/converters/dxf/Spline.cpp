@@ -28,14 +28,20 @@ double DistanceToChord(const TGLArrayd3& point, const TGLArrayd3& a, const TGLAr
     return Distance(point, Mixed(a, b, 1 - t, t));
 }
 
+struct TSampling {
+    double Tolerance;
+    std::size_t MostPoints;
+};
+
 /// Appends the points behind the start of a span, at as many places as its bends ask for.
 template <class TCurve>
 class TSampler {
 public:
-    TSampler(const TCurve& curve, double tolerance, int minHalvings, TPoints& points)
-        : m_curve(curve), m_tolerance(tolerance), m_minHalvings(minHalvings), m_points(points) {}
+    TSampler(const TCurve& curve, const TSampling& sampling, int minHalvings, TPoints& points)
+        : m_curve(curve), m_sampling(sampling), m_minHalvings(minHalvings), m_points(points) {}
 
     void Append(std::size_t span, double from, double to) {
+        if (m_points.size() > m_sampling.MostPoints) return;
         Halve(span, from, m_curve.At(span, from), to, m_curve.At(span, to), 0);
     }
 
@@ -45,15 +51,15 @@ private:
                const TGLArrayd3& end, int halvings) {
         const double half = from + (to - from) / 2;
         const TGLArrayd3 middle = m_curve.At(span, half);
-        const bool isFlat =
-            halvings >= m_minHalvings && DistanceToChord(middle, start, end) <= m_tolerance;
+        const bool isFlat = halvings >= m_minHalvings &&
+                            DistanceToChord(middle, start, end) <= m_sampling.Tolerance;
         if (isFlat || halvings == MaxHalvings) return m_points.push_back(end);
         Halve(span, from, start, half, middle, halvings + 1);
         Halve(span, half, middle, to, end, halvings + 1);
     }
 
     const TCurve& m_curve;
-    double m_tolerance;
+    TSampling m_sampling;
     int m_minHalvings;
     TPoints& m_points;
 };
@@ -78,7 +84,7 @@ public:
     explicit TRationalCurve(const TDXFSpline& spline);
 
     [[nodiscard]] TGLArrayd3 At(std::size_t span, double t) const;
-    [[nodiscard]] TPoints Points(double size) const;
+    [[nodiscard]] TPoints Points(const TSampling& sampling) const;
 
 private:
     void Add(const TGLArrayd3& point, double weight) {
@@ -125,11 +131,11 @@ TGLArrayd3 TRationalCurve::At(std::size_t span, double t) const {
     return {p[0] / p[3], p[1] / p[3], p[2] / p[3]};
 }
 
-TPoints TRationalCurve::Points(double size) const {
+TPoints TRationalCurve::Points(const TSampling& sampling) const {
     const double all = m_knots[m_points.size()] - m_knots[m_degree];
     const int minHalvings = m_degree == 1 ? 0 : m_degree <= 3 ? 2 : 3;
     TPoints points;
-    TSampler sampler(*this, size * Tolerance, minHalvings, points);
+    TSampler sampler(*this, sampling, minHalvings, points);
     for (std::size_t i = m_degree; i < m_points.size(); ++i) {
         if (!(m_knots[i + 1] - m_knots[i] > all * EmptySpan)) continue;
         if (points.empty()) points.push_back(At(i, m_knots[i]));
@@ -144,7 +150,7 @@ public:
     explicit TFittedCurve(const TDXFSpline& spline);
 
     [[nodiscard]] TGLArrayd3 At(std::size_t span, double t) const;
-    [[nodiscard]] TPoints Points(double size) const;
+    [[nodiscard]] TPoints Points(const TSampling& sampling) const;
 
 private:
     [[nodiscard]] TGLArrayd3 Slope(std::size_t span) const {
@@ -197,21 +203,25 @@ TGLArrayd3 TFittedCurve::At(std::size_t span, double t) const {
     return Mixed(places, bends, 1, m_lengths[span]);
 }
 
-TPoints TFittedCurve::Points(double size) const {
+TPoints TFittedCurve::Points(const TSampling& sampling) const {
     TPoints points{m_points.front()};
-    TSampler sampler(*this, size * Tolerance, 2, points);
+    TSampler sampler(*this, sampling, 2, points);
     for (std::size_t i = 0; i < m_lengths.size(); ++i) sampler.Append(i, 0, 1);
     return points;
 }
 
 } // namespace
 
-TDXFChain SplineChain(const TDXFSpline& spline) {
+TDXFChain SplineChain(const TDXFSpline& spline, std::size_t mostPoints) {
+    const auto sampling = [=](const TPoints& points) {
+        return TSampling{SizeOf(points) * Tolerance, mostPoints};
+    };
     if (spline.ControlPoints.size() > 1)
         return CheckedChain(
-            {TRationalCurve(spline).Points(SizeOf(spline.ControlPoints)), spline.Closed});
+            {TRationalCurve(spline).Points(sampling(spline.ControlPoints)), spline.Closed});
     if (spline.FitPoints.size() > 1)
-        return CheckedChain({TFittedCurve(spline).Points(SizeOf(spline.FitPoints)), spline.Closed});
+        return CheckedChain(
+            {TFittedCurve(spline).Points(sampling(spline.FitPoints)), spline.Closed});
     return {};
 }
 

@@ -23,6 +23,8 @@ struct TDXFSpline {
 };
 
 /// The tangent at each of the fit points is that of the parabola through it and its neighbours.
-[[nodiscard]] TDXFChain SplineChain(const TDXFSpline& spline);
+/// \param mostPoints  where the curve asks for more, a few more are made and no further ones
+[[nodiscard]] TDXFChain SplineChain(const TDXFSpline& spline,
+                                    std::size_t mostPoints = std::size_t(-1));
 
 } // namespace ZEP

@@ -147,7 +147,8 @@ int TDXFTags::End(bool wasEnd) {
 void TDXFTags::Ask() {
     m_unasked = 0;
     m_done = std::max(m_done, static_cast<std::size_t>(m_next - m_begin));
-    if (!m_progress || m_progress(static_cast<qint64>(m_done), m_end - m_begin)) return;
+    const auto done = static_cast<qint64>(m_done) + m_repeated;
+    if (!m_progress || m_progress(done, m_end - m_begin + m_repeats)) return;
     m_cancelled = true;
     m_sections.clear();
     m_end = m_next = m_begin;

@@ -39,8 +39,12 @@ public:
     ///                 other than texts, and takes CR CR LF for one line end where the first is one
     explicit TDXFTags(std::string_view text, bool lenient = false);
 
-    /// Asked every 64 kilobytes that are read, again when they are read again.
+    /// Asked every 64 kilobytes that are read, again when they are read again. The whole is the
+    /// text and what is to be read again.
     void SetProgress(TProgress progress) { m_progress = std::move(progress); }
+    /// So many bytes are about to be read again. What is then not read is taken back.
+    void ExpectRepeats(qint64 bytes) { m_repeats += bytes; }
+    void CountRepeat(std::size_t bytes) { m_repeated += static_cast<qint64>(bytes); }
     [[nodiscard]] bool Cancelled() const { return m_cancelled; }
 
     /// \name Pairs
@@ -130,6 +134,8 @@ private:
     TProgress m_progress;
     std::size_t m_unasked = 0; // bytes since the host was asked
     std::size_t m_done = 0;    // the furthest place that was told
+    qint64 m_repeats = 0;      // bytes that are read again in all
+    qint64 m_repeated = 0;     // so far
     bool m_cancelled = false;
 
     std::vector<TSection> m_sections;

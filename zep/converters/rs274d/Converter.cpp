@@ -5,7 +5,7 @@
 #include <zep/converters/rs274d/Objects.h>
 #include <zep/converters/rs274d/Program.h>
 #include <zep/framework/Exception.h>
-#include <zep/framework/MappedFile.h>
+#include <zep/framework/FileText.h>
 #include <zep/framework/Registry.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Line.h>
@@ -40,7 +40,7 @@ void TRS274DConverter::LoadFromFile() {
     if (m_doDump) m_trace = std::make_unique<TDumpFile>(FileName(), Method("Dump"));
     const auto closeTrace = qScopeGuard([this] { m_trace.reset(); });
     if (ClearBeforRead()) Root()->Clear();
-    const TMappedFile file(FileName(), Method("LoadFromFile"));
+    const TFileText file(FileName(), Method("LoadFromFile"));
     ReadNC(file.Text());
     if (m_trace) m_trace->Finish();
 }

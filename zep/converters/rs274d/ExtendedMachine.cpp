@@ -132,11 +132,10 @@ void TRS274DExtendedMachine::ProcessM(const TRS274DWord& word) {
 }
 
 void TRS274DExtendedMachine::Execute(const TRS274DBlock& block) {
-    const qint64 repeats = GetRepeatCount(block);
     if (m_plan.Action) return RunAction(block);
     if (!HasAnyOf(block, m_mode == mmArc ? "XYZ@^IJK" : "XYZ@^")) return;
     if (m_plan.OtherUse && !m_plan.Motion) return;
-    Move(block, repeats);
+    Move(block, GetRepeatCount(block));
 }
 
 void TRS274DExtendedMachine::Move(const TRS274DBlock& block, qint64 repeats) {

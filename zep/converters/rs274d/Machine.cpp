@@ -72,13 +72,13 @@ void TRS274DMachine::FailNoMotionMode() {
     m_report.Add(TRS274DPassed::NoMotionMode, m_line);
 }
 
-qint64 TRS274DMachine::GetRepeatCount(const TRS274DBlock& block) const {
+qint64 TRS274DMachine::GetRepeatCount(const TRS274DBlock& block) {
     if (!block.Has('L')) return 0;
     const qint64 count = std::llrint(block.Value('L'));
     if (count <= MaxRS274DRepeatCount) return count;
-    Refuse(
-        QStringLiteral("Repeat count %1 is larger than %2. ").arg(count).arg(MaxRS274DRepeatCount),
-        m_line);
+    Fail(TRS274DPassed::Repetitions,
+         QStringLiteral("Repeat count %1 is larger than %2.").arg(count).arg(MaxRS274DRepeatCount));
+    return MaxRS274DRepeatCount;
 }
 
 void TRS274DMachine::SpendRepetitions(double count) {

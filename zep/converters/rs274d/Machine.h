@@ -15,7 +15,7 @@ inline constexpr int MaxRS274DRepeatCount = 9999;
 
 /// The largest number of repetitions (motions by L, turns of helices by P, pecks of drilling
 /// cycles) in one program; more is an error. It bounds what a small file can ask for.
-inline constexpr int MaxRS274DRepetitions = 1000000;
+inline constexpr int MaxRS274DRepetitions = 300000;
 
 struct TRS274DOptions {
     bool Extended = false;     ///< what a machine would do, instead of the plain path
@@ -50,8 +50,9 @@ protected:
     void Fail(TRS274DPassed kind, const QString& message);
     void FailArc(TRS274DPassed kind);
     void FailNoMotionMode();
-    /// The word L rounded, 0 without one.
-    [[nodiscard]] qint64 GetRepeatCount(const TRS274DBlock& block) const;
+    /// The word L rounded, 0 without one, at most `MaxRS274DRepeatCount`; more is an error of the
+    /// program. Asked only for a block that moves.
+    [[nodiscard]] qint64 GetRepeatCount(const TRS274DBlock& block);
     /// Takes from what the program may repeat.
     void SpendRepetitions(double count);
 

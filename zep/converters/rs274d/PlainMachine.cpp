@@ -25,10 +25,13 @@ bool HasAnyOf(const TRS274DBlock& block, std::string_view letters) {
 void TRS274DPlainMachine::RunBlock(const TRS274DBlock& block) {
     if (block.End() == TRS274DBlockEnd::BadNumber) return;
     for (const TRS274DWord& word : block.Words()) ProcessWord(word);
-    const qint64 repeats = GetRepeatCount(block);
+    if (!GetCoordFromBlock(block)) return;
+    const qint64 repeats = GetRepeatCount(block); // below 0: it does not move
     for (qint64 i = 0; i <= repeats; ++i) {
-        if (!GetCoordFromBlock(block)) return;
-        if (i > 0) SpendRepetitions(1);
+        if (i > 0) {
+            SpendRepetitions(1);
+            static_cast<void>(GetCoordFromBlock(block)); // from where it stands now
+        }
         ProcessCommand();
     }
 }
@@ -117,12 +120,10 @@ bool TRS274DPlainMachine::GetCoordFromBlock(const TRS274DBlock& block) {
         const char letter = static_cast<char>('X' + static_cast<int>(axis));
         if (block.Has(letter)) m_target[axis] = GetCoord(axis, block.Value(letter));
     }
-    if (m_mode != mmArc) return HasAnyOf(block, "XYZ");
     for (std::size_t i = 0; i < m_centerWords.size(); ++i)
         m_centerWords[i] = GetCoord(m_target.size() + i, block.Value(CenterLetters[i]));
     m_hasRadius = block.Has('R');
-    // A full circle needs no axis word, only its centre.
-    return HasAnyOf(block, "XYZIJK");
+    return HasAnyOf(block, "XYZ");
 }
 
 void TRS274DPlainMachine::ProcessCommand() {

@@ -34,6 +34,8 @@ QString KindText(TRS274DPassed kind) {
         return QStringLiteral("arcs of unequal radii (drawn as spirals)");
     case TRS274DPassed::OtherAxes:
         return QStringLiteral("words of the axes A, B, C, U, V and W");
+    case TRS274DPassed::Repetitions:
+        return QStringLiteral("blocks that repeat too often");
     }
     return {};
 }

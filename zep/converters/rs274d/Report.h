@@ -20,7 +20,8 @@ enum class TRS274DPassed : std::uint8_t {
     ArcWithoutCenter,
     ArcOutOfReach,
     Spiral,
-    OtherAxes
+    OtherAxes,
+    Repetitions
 };
 
 /// What was passed over in a program, counted by kind.

@@ -5,7 +5,7 @@
 #include <zep/converters/RootUpdate.h>
 #include <zep/converters/threeds/Reader.h>
 #include <zep/framework/Exception.h>
-#include <zep/framework/MappedFile.h>
+#include <zep/framework/FileText.h>
 #include <zep/framework/Registry.h>
 
 #include <QScopeGuard>
@@ -56,7 +56,7 @@ void TF3DSConverter::LoadFromFile() {
     const TLibraryUpdate libraryUpdate(m_materials);
     if (ClearBeforRead()) Root()->Clear();
     if (m_materials) m_materials->Materials()->Clear();
-    const TMappedFile file(FileName(), Method("LoadFromFile"));
+    const TFileText file(FileName(), Method("LoadFromFile"));
     Read(file.Text(), {.Method = Method("LoadFromFile"), .File = FileName()});
     if (m_dump) m_dump->Finish();
 }

@@ -22,8 +22,8 @@ void SetColors(TZEPMaterial& material, int index, TColor color) {
 } // namespace
 
 TF3DSMaterials::TF3DSMaterials(TF3DSStream& stream, TZEPMaterialLibrary& library,
-                               const QString& fileName)
-    : m_stream(stream), m_library(library), m_textures(fileName) {}
+                               const QString& fileName, TReadBudget& budget)
+    : m_stream(stream), m_library(library), m_textures(fileName, budget) {}
 
 int TF3DSMaterials::FindMaterialIndex(const QString& name) const {
     return m_indexes.value(name, -1);

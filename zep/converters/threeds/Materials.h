@@ -19,7 +19,9 @@ public:
     static constexpr int MaxMaterials = 65'536;
 
     /// \param fileName  beside which pictures lie; empty: there are none
-    TF3DSMaterials(TF3DSStream& stream, TZEPMaterialLibrary& library, const QString& fileName);
+    /// \param budget    outlives this
+    TF3DSMaterials(TF3DSStream& stream, TZEPMaterialLibrary& library, const QString& fileName,
+                   TReadBudget& budget);
 
     void ReadMaterialChunk(const TF3DSChunk& chunk);
     /// The first material of the file with that name; -1 without one.

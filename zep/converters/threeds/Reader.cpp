@@ -24,10 +24,12 @@ TZEPScene* SceneOf(TZEPObject& root) {
 } // namespace
 
 TF3DSReader::TF3DSReader(std::string_view bytes, const TErrorOrigin& source, TF3DSTarget target)
-    : m_target(std::move(target)), m_stream(bytes, source, m_target.Report, m_target.Dump),
-      m_materials(m_target.Materials ? std::make_optional<TF3DSMaterials>(
-                                           m_stream, *m_target.Materials, m_target.FileName)
-                                     : std::nullopt),
+    : m_target(std::move(target)), m_budget(static_cast<qint64>(bytes.size())),
+      m_stream(bytes, source, m_target.Report, m_target.Dump),
+      m_materials(m_target.Materials
+                      ? std::make_optional<TF3DSMaterials>(m_stream, *m_target.Materials,
+                                                           m_target.FileName, m_budget)
+                      : std::nullopt),
       m_meshes(m_stream, m_materials ? &*m_materials : nullptr) {}
 
 bool TF3DSReader::IsF3DS(std::string_view bytes) {
@@ -140,8 +142,8 @@ void TF3DSReader::ReadObjectChunk(const TF3DSChunk& chunk) {
 
 template <class T>
 T& TF3DSReader::AddObject(const TF3DSChunk& chunk, const QString& name) {
-    if (m_objectCount++ >= MaxObjects)
-        m_stream.Refuse(QStringLiteral("more than %1 objects").arg(MaxObjects), chunk.Offset);
+    if (!m_budget.Take(qint64(sizeof(T)) + BytesBesideObject))
+        m_stream.Refuse(QStringLiteral("more objects than its size allows"), chunk.Offset);
     auto* object = new T(&m_target.Root);
     object->SetIdent(name);
     object->SetParentComponent(&m_target.Root);

@@ -4,6 +4,7 @@
 #include <zep/converters/threeds/Materials.h>
 #include <zep/converters/threeds/Mesh.h>
 #include <zep/converters/threeds/Stream.h>
+#include <zep/framework/ReadBudget.h>
 
 #include <optional>
 
@@ -25,8 +26,8 @@ struct TF3DSTarget {
 /// camera. Faults raise `Exception`; what was read before them stays.
 class TF3DSReader {
 public:
-    /// Far more than a model has, far less than a memory.
-    static constexpr int MaxObjects = 1'000'000;
+    /// Memory of an object beside that of its class: its name, its transform.
+    static constexpr qint64 BytesBesideObject = 512;
     /// OpenGL shows eight, and each is numbered through all objects of the scene.
     static constexpr int MaxLights = 256;
 
@@ -58,11 +59,11 @@ private:
     void ReportStrays();
 
     TF3DSTarget m_target;
+    TReadBudget m_budget;
     TF3DSStream m_stream;
     std::optional<TF3DSMaterials> m_materials;
     TF3DSMeshes m_meshes;
     std::size_t m_toldPosition = 0;
-    int m_objectCount = 0;
     qint64 m_lightCount = 0;
 };
 

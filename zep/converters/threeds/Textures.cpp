@@ -1,48 +1,47 @@
 #include <zep/converters/threeds/Textures.h>
 
 #include <zep/appearance/materials/Texture.h>
-#include <zep/framework/Exception.h>
-#include <zep/framework/Picture.h>
+#include <zep/framework/PictureDecoding.h>
+#include <zep/framework/ReadBudget.h>
 
+#include <QFileInfo>
 #include <QImageReader>
 
 namespace ZEP {
 
-namespace {
-
-std::unique_ptr<TPicture> LoadPicture(const QString& path) {
-    // Asked first: what is no picture may be of any size.
-    if (!QImageReader(path).canRead()) return nullptr;
-    auto picture = std::make_unique<TPicture>();
-    try {
-        picture->LoadFromFile(path);
-    } catch (const Exception&) {
-        return nullptr; // cut off, or of too many pixels
-    }
-    return picture;
-}
-
-} // namespace
-
-TF3DSTextures::TF3DSTextures(const QString& modelFile) : m_folder(modelFile) {}
+TF3DSTextures::TF3DSTextures(const QString& modelFile, TReadBudget& budget)
+    : m_folder(modelFile), m_budget(budget) {}
 
 TF3DSTextures::~TF3DSTextures() = default;
 
-const TPicture* TF3DSTextures::Picture(const QString& path) {
-    const auto place = m_pictures.find(path);
-    if (place != m_pictures.end()) return place->second.get();
-    return m_pictures.emplace(path, LoadPicture(path)).first->second.get();
+TF3DSTextures::TOutcome TF3DSTextures::LoadInto(TZEPTexture& texture, const QString& path) {
+    // Asked first: what is no picture may be of any size.
+    if (!QImageReader(path).canRead()) return TOutcome::NoPicture;
+    m_budget.AddFile(QFileInfo(path).size());
+    try {
+        texture.Image()->LoadFromFile(path, &m_budget);
+    } catch (const TPictureTooLarge&) {
+        return TOutcome::TooMany;
+    } catch (const Exception&) {
+        return TOutcome::NoPicture; // cut off
+    }
+    return TOutcome::Loaded;
+}
+
+const TF3DSTextures::TLoaded& TF3DSTextures::LoadFile(const QString& path) {
+    const auto place = m_files.find(path);
+    if (place != m_files.end()) return place->second;
+    auto texture = std::make_unique<TZEPTexture>();
+    const TOutcome outcome = LoadInto(*texture, path);
+    return m_files.emplace(path, TLoaded{outcome, std::move(texture)}).first->second;
 }
 
 TF3DSTextures::TResult TF3DSTextures::Load(TZEPTexture& texture, const QString& name) {
     const QString path = m_folder.Find(name);
     if (path.isEmpty()) return {TOutcome::NotFound, m_folder.PathOf(name)};
-    if (m_bytes >= MaxBytes) return {TOutcome::TooMany, path};
-    const TPicture* picture = Picture(path);
-    if (!picture) return {TOutcome::NoPicture, path};
-    texture.SetTexturePic(picture);
-    m_bytes += static_cast<qint64>(texture.Pixels().size() * sizeof(std::uint32_t));
-    return {TOutcome::Loaded, path};
+    const TLoaded& loaded = LoadFile(path);
+    if (loaded.Outcome == TOutcome::Loaded) texture.SetTexturePic(loaded.Texture->Image());
+    return {loaded.Outcome, path};
 }
 
 } // namespace ZEP

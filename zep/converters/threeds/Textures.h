@@ -7,16 +7,13 @@
 
 namespace ZEP {
 
-class TPicture;
+class TReadBudget;
 class TZEPTexture;
 
 /// Loads the pictures of a model's textures: each file once, however many textures show it, and
-/// not more than fit `MaxBytes`.
+/// not more than fit what may be made of the model.
 class TF3DSTextures {
 public:
-    /// All textures together, as they are kept for OpenGL.
-    static constexpr qint64 MaxBytes = qint64(1) << 30;
-
     enum class TOutcome { Loaded, NotFound, NoPicture, TooMany };
     struct TResult {
         TOutcome Outcome;
@@ -24,18 +21,25 @@ public:
     };
 
     /// \param modelFile  beside which the pictures lie; empty: there are none
-    explicit TF3DSTextures(const QString& modelFile);
+    /// \param budget     outlives this; each picture's file adds to it
+    TF3DSTextures(const QString& modelFile, TReadBudget& budget);
     ~TF3DSTextures();
 
     /// Gives the texture its picture; the texture stays as it is where that fails.
     TResult Load(TZEPTexture& texture, const QString& name);
 
 private:
-    [[nodiscard]] const TPicture* Picture(const QString& path);
+    /// What came of a file, and the texture that others share the picture of.
+    struct TLoaded {
+        TOutcome Outcome;
+        std::unique_ptr<TZEPTexture> Texture;
+    };
+    [[nodiscard]] const TLoaded& LoadFile(const QString& path);
+    [[nodiscard]] TOutcome LoadInto(TZEPTexture& texture, const QString& path);
 
     TTextureFolder m_folder;
-    std::map<QString, std::unique_ptr<TPicture>> m_pictures; // null: no picture
-    qint64 m_bytes = 0;
+    TReadBudget& m_budget;
+    std::map<QString, TLoaded> m_files;
 };
 
 } // namespace ZEP

@@ -15,6 +15,7 @@ public:
     const TToken& Next() override;
     void Restart() override;
     [[nodiscard]] TFilePlace Where() override;
+    [[nodiscard]] std::size_t Size() const override { return m_data.size(); }
     void ExpectEnd() override;
 
 private:

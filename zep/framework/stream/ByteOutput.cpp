@@ -1,5 +1,7 @@
 #include <zep/framework/stream/ByteOutput.h>
 
+#include <zep/framework/Exception.h>
+
 #include <QIODevice>
 
 namespace ZEP {
@@ -10,7 +12,7 @@ TByteOutput::TByteOutput(QIODevice& device) : m_device(device) {
 
 void TByteOutput::Flush() {
     const auto size = static_cast<qint64>(m_bytes.size());
-    if (m_device.write(m_bytes.data(), size) != size) throw TOutputError(m_device.errorString());
+    if (m_device.write(m_bytes.data(), size) != size) throw Exception(m_device.errorString());
     m_bytes.clear();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zep/framework/Exception.h>
+#include <QtGlobal>
 
 #include <charconv>
 #include <string>
@@ -9,12 +9,6 @@
 class QIODevice;
 
 namespace ZEP {
-
-/// A device that does not take what is written; the message is the device's own.
-class TOutputError : public Exception {
-public:
-    using Exception::Exception;
-};
 
 /// Bytes on their way to a device, gathered into large pieces. `Flush` ends it; what a sink leaves
 /// unflushed is lost, as where an error ends the writing.
@@ -35,7 +29,7 @@ public:
         const auto result = std::to_chars(digits, digits + sizeof digits, number);
         Append({digits, static_cast<std::size_t>(result.ptr - digits)});
     }
-    /// Raises `TOutputError` where the device does not take it all.
+    /// Raises `Exception` in the device's own words where it does not take it all.
     void Flush();
 
 private:

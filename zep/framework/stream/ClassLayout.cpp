@@ -3,6 +3,7 @@
 #include <zep/framework/Collection.h>
 #include <zep/framework/Color.h>
 #include <zep/framework/Component.h>
+#include <zep/framework/LookOnly.h>
 #include <zep/framework/Property.h>
 #include <zep/framework/stream/Token.h>
 
@@ -184,6 +185,58 @@ const TField* TClassLayout::Find(std::string_view name) const {
     for (const TField& field : m_fields)
         if (field.Name().size() == name.size() && SameName(field.Name(), name)) return &field;
     return nullptr;
+}
+
+// --- numbers at first ---------------------------------------------------------------------------
+
+/// By class; of a thread, since each may read a tree.
+std::unordered_map<const QMetaObject*, std::vector<TNumberPresets::TPath>>&
+TNumberPresets::Known() {
+    static thread_local std::unordered_map<const QMetaObject*, std::vector<TPath>> known;
+    return known;
+}
+
+// Collections are empty at first.
+void TNumberPresets::Find(const TInstance& instance, TPath& path, std::vector<TPath>& found) {
+    for (const TField& field : TClassLayout::Of(*instance.Type).Fields()) {
+        const bool isNumber =
+            field.Kind() == TFieldKind::Single || field.Kind() == TFieldKind::Double;
+        path.push_back(&field);
+        if (isNumber && field.IsStored() && field.Float(instance) != 0)
+            found.push_back(path);
+        else if (TPersistent* part = field.Kind() == TFieldKind::SubObject && field.IsStored()
+                                         ? field.SubObject(instance)
+                                         : nullptr)
+            Find(TInstance(part), path, found);
+        path.pop_back();
+    }
+}
+
+std::vector<TNumberPresets::TPath> TNumberPresets::Find(TComponent& component) {
+    const TLookOnly look; // parts need not come into being for this
+    std::vector<TPath> found;
+    TPath path;
+    Find(TInstance(&component), path, found);
+    return found;
+}
+
+void TNumberPresets::Clear(TComponent& component, const TPath& path) {
+    TInstance instance(&component);
+    for (std::size_t i = 0; i + 1 < path.size(); ++i)
+        instance = TInstance(path[i]->SubObject(instance));
+    if (path.back()->Float(instance) != 0) path.back()->SetFloat(instance, 0);
+}
+
+void TNumberPresets::Learn(TComponent& made) {
+    const auto [known, isNew] = Known().try_emplace(made.metaObject());
+    if (isNew) known->second = Find(made);
+}
+
+void TNumberPresets::Apply(TComponent& component, bool isNew) {
+    if (!isNew)
+        for (const TPath& path : Find(component)) Clear(component, path);
+    else
+        for (const TPath& path : Known()[component.metaObject()]) Clear(component, path);
 }
 
 } // namespace ZEP

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace ZEP {
@@ -119,6 +120,25 @@ public:
 
 private:
     std::vector<TField> m_fields;
+};
+
+/// Streams do not hold a number that is 0: before an object is read, its stored numbers become 0,
+/// also those of its parts.
+class ZEP_CORE_EXPORT TNumberPresets {
+public:
+    /// Notes which numbers of its class are not 0 at first.
+    /// \param made  as its constructor leaves it
+    static void Learn(TComponent& made);
+    /// \param isNew  it is as `Learn` knows its class: else all of its numbers are looked at
+    static void Apply(TComponent& component, bool isNew);
+
+private:
+    using TPath = std::vector<const TField*>; ///< the parts that lead to a number, and that
+
+    [[nodiscard]] static std::unordered_map<const QMetaObject*, std::vector<TPath>>& Known();
+    [[nodiscard]] static std::vector<TPath> Find(TComponent& component);
+    static void Find(const TInstance& instance, TPath& path, std::vector<TPath>& found);
+    static void Clear(TComponent& component, const TPath& path);
 };
 
 } // namespace ZEP

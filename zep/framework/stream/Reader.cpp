@@ -5,9 +5,16 @@
 #include <zep/framework/Component.h>
 #include <zep/framework/Registry.h>
 
+#include <QScopeGuard>
+#include <QStringList>
+
 namespace ZEP {
 
 namespace {
+
+/// Memory of a component that is read, with all that it makes beside itself (an object of the
+/// framework, a transform, a material), at most: as it was measured of each class.
+constexpr std::size_t TimesItsClass = 7;
 
 QString Text(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -70,6 +77,9 @@ const char* OrdinalKind(TFieldKind kind) {
 
 } // namespace
 
+TReader::TReader(TTokenSource& source)
+    : m_source(source), m_budget(static_cast<qint64>(source.Size())) {}
+
 void TReader::CheckStructure() {
     m_source.Restart();
     ZEP::CheckStructure(m_source);
@@ -77,7 +87,9 @@ void TReader::CheckStructure() {
 
 void TReader::ReadRootComponent(TComponent& root) {
     m_source.Restart();
+    m_depth = 0;
     m_references.Clear();
+    m_unknownClasses.clear();
     m_root = &root;
     m_parent = nullptr;
     const QString name = Text(Next().Name);
@@ -87,8 +99,24 @@ void TReader::ReadRootComponent(TComponent& root) {
     } catch (const Exception&) {
         // The name is another's already; whoever loads into a component knows it by its own.
     }
-    root.ReadState(*this);
+    try {
+        root.ReadState(*this);
+    } catch (const TGone&) {
+        return;
+    }
     m_references.Resolve(root, [this](const QString& message) { Error(message); });
+    if (m_root) TellUnknown();
+}
+
+void TReader::TellUnknown() {
+    if (m_unknownClasses.empty()) return;
+    QStringList classes;
+    qint64 count = 0;
+    for (const auto& [name, times] : m_unknownClasses) {
+        classes << name;
+        count += times;
+    }
+    Q_EMIT m_root->ClassesUnknown(classes, count);
 }
 
 void TComponent::ReadState(TReader& reader) {
@@ -98,18 +126,23 @@ void TComponent::ReadState(TReader& reader) {
 // --- components --------------------------------------------------------------------------------
 
 void TReader::ReadData(TComponent& component) {
+    const QPointer<TComponent> alive(&component);
     TComponent* const parent = std::exchange(m_parent, nullptr);
     const TInstance instance(&component);
+    m_component = &component;
+    TNumberPresets::Apply(component, &component != m_root);
     m_filled.clear();
     while (!Next().Name.empty() && m_token->Kind != TTokenKind::BeginComponent)
         ReadProperty(instance);
     if (parent) component.SetParentComponent(parent);
-    for (; m_token->Kind == TTokenKind::BeginComponent; Next()) {
+    for (; alive && m_token->Kind == TTokenKind::BeginComponent; Next()) {
         if (m_ignoreChildren)
             Skip();
         else
             ReadChild(component);
+        if (!alive) break;
     }
+    if (!alive) throw TGone();
 }
 
 void TReader::ReadChild(TComponent& parent) {
@@ -117,15 +150,28 @@ void TReader::ReadChild(TComponent& parent) {
     const QString name = Text(m_token->Name);
     const TClassRegistry::Entry* entry = TClassRegistry::Instance().Find(className);
     if (!entry) {
+        ++m_unknownClasses[className];
         Error(QStringLiteral("the class %1 is not known").arg(className));
         return Skip();
     }
-    std::unique_ptr<TComponent> child(entry->Make(m_root));
+    if (!Fits(TimesItsClass * entry->Bytes, "components")) return Skip();
+    const int depth = m_depth;
+    const QPointer<TComponent> child(entry->Make(m_root));
+    auto drop = qScopeGuard([&] { delete child.data(); });
+    TNumberPresets::Learn(*child);
     NameChild(*child, name);
     m_references.AddComponent(*child, name);
     m_parent = &parent;
-    child->ReadState(*this);
-    static_cast<void>(child.release()); // the root owns it
+    try {
+        child->ReadState(*this);
+    } catch (const TGone&) {
+        LeaveTo(depth - 1);
+    }
+    drop.dismiss(); // the root owns it
+}
+
+void TReader::LeaveTo(int depth) {
+    while (m_depth > depth) Next();
 }
 
 void TReader::NameChild(TComponent& child, const QString& name) {
@@ -230,7 +276,7 @@ void TReader::ReadSet(const TField& field, const TInstance& instance) {
 void TReader::ReadReference(const TField& field, const TInstance& instance) {
     const bool isName = m_token->Kind == TTokenKind::Identifier;
     if (!isName && m_token->Kind != TTokenKind::Nil) return Expect("the name of a component");
-    if (isName) m_references.Add(field, instance, m_token->Bytes);
+    if (isName) m_references.Add(field, instance, *m_component, m_token->Bytes);
     field.SetReference(instance, nullptr);
 }
 
@@ -240,25 +286,33 @@ void TReader::ReadCollection(TCollection& collection) {
     const TCollectionUpdate update(collection);
     collection.Clear();
     while (Next().Kind == TTokenKind::BeginItem) {
+        if (!Fits(collection.ItemBytes(), "items")) {
+            Skip();
+            continue;
+        }
         const TInstance item(collection.Add());
         while (Next().Kind != TTokenKind::EndItem) ReadProperty(item);
     }
+}
+
+bool TReader::Fits(std::size_t bytes, const char* what) {
+    if (m_budget.Take(static_cast<qint64>(bytes))) return true;
+    Error(
+        QStringLiteral("the stream has more %1 than its size allows").arg(QLatin1StringView(what)));
+    return false;
 }
 
 // --- tokens ------------------------------------------------------------------------------------
 
 const TToken& TReader::Next() {
     m_token = &m_source.Next();
+    if (Opens(m_token->Kind)) ++m_depth;
+    if (Closes(m_token->Kind)) --m_depth;
     return *m_token;
 }
 
 void TReader::Skip() {
-    int depth = Opens(m_token->Kind) ? 1 : 0;
-    while (depth > 0) {
-        Next();
-        if (Opens(m_token->Kind)) ++depth;
-        if (Closes(m_token->Kind)) --depth;
-    }
+    if (Opens(m_token->Kind)) LeaveTo(m_depth - 1);
 }
 
 void TReader::Error(const QString& message) {

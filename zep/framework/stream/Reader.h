@@ -2,10 +2,14 @@
 
 #include <zep/Export.h>
 #include <zep/framework/Persistent.h>
+#include <zep/framework/ReadBudget.h>
 #include <zep/framework/stream/References.h>
 #include <zep/framework/stream/Token.h>
 
+#include <QPointer>
+
 #include <functional>
+#include <map>
 #include <unordered_set>
 
 namespace ZEP {
@@ -16,7 +20,8 @@ class TCollection;
 /// names of their classes. The root owns what is created.
 ///
 /// Faults that leave the structure whole (a class or a property that is not known, a value that
-/// does not fit) go to `OnError`; a broken structure raises `TStreamError`.
+/// does not fit, what its size does not allow) go to `OnError`; a broken structure raises
+/// `TStreamError`.
 class ZEP_CORE_EXPORT TReader : public TFiler {
 public:
     /// \param message  what is wrong, with its place in the stream
@@ -25,7 +30,7 @@ public:
     using TErrorEvent = std::function<void(TReader& reader, const QString& message, bool& handled)>;
 
     /// \param source  must outlive this
-    explicit TReader(TTokenSource& source) : m_source(source) {}
+    explicit TReader(TTokenSource& source);
 
     TErrorEvent OnError;
     /// Items that were passed over.
@@ -34,11 +39,14 @@ public:
     [[nodiscard]] const QString& FirstError() const { return m_firstError; }
     /// Where the first of them stands.
     [[nodiscard]] const TFilePlace& FirstErrorPlace() const { return m_firstErrorPlace; }
+    /// What may be made of the stream; pictures, components and items take their part of it.
+    [[nodiscard]] TReadBudget* Budget() override { return &m_budget; }
 
     /// Raises `TStreamError` where the structure is broken, and touches no component.
     void CheckStructure();
     /// Reads the stream's outermost component into `root`, whatever its class, and renames it where
-    /// its owner has no other of that name. References are set at the end.
+    /// its owner has no other of that name. References are set at the end; then the root tells of
+    /// unknown classes, and a slot may free it.
     void ReadRootComponent(TComponent& root);
 
     /// \name For `TComponent::ReadState`
@@ -53,12 +61,18 @@ public:
     /// @}
 
 private:
+    /// The component that is read was freed by whoever heard that it, or a child, came.
+    struct TGone {};
+
     const TToken& Next();
     void Skip();
     void Error(const QString& message);
     void Expect(const char* what);
 
     void ReadChild(TComponent& parent);
+    void LeaveTo(int depth);
+    [[nodiscard]] bool Fits(std::size_t bytes, const char* what);
+    void TellUnknown();
     void NameChild(TComponent& child, const QString& name);
     void ReadProperty(TInstance instance);
     void ReadDefined(const TInstance& instance, std::string_view name);
@@ -73,14 +87,18 @@ private:
     const TToken* m_token = nullptr; // the current one
     TReferences m_references;
     std::unordered_set<const TCollection*> m_filled; // collections of the current component
-    TComponent* m_root = nullptr;
-    TComponent* m_parent = nullptr; // that the current component joins behind its properties
-    std::string_view m_definedName; // of the binary property that is looked for
+    int m_depth = 0; // components, collections and the like that are open
+    QPointer<TComponent> m_root;
+    TComponent* m_component = nullptr; // whose properties are read
+    TComponent* m_parent = nullptr;    // that it joins behind them
+    std::string_view m_definedName;    // of the binary property that is looked for
     bool m_isDefined = false;
     bool m_ignoreChildren = false;
     qint64 m_errorCount = 0;
     QString m_firstError;
     TFilePlace m_firstErrorPlace;
+    TReadBudget m_budget;
+    std::map<QString, qint64> m_unknownClasses; // with how often
 };
 
 } // namespace ZEP

@@ -1,6 +1,5 @@
 #include <zep/framework/stream/References.h>
 
-#include <zep/framework/Component.h>
 #include <zep/framework/Exception.h>
 
 namespace ZEP {
@@ -11,7 +10,7 @@ QString Text(std::string_view name) {
     return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
 }
 
-void AddTree(QHash<QString, TComponent*>& names, TComponent& component) {
+void AddTree(QHash<QString, QPointer<TComponent>>& names, TComponent& component) {
     const QString key = component.Name().toLower();
     if (!key.isEmpty() && !names.contains(key)) names.insert(key, &component);
     component.GetChildren([&names](TComponent* child) { AddTree(names, *child); }, &component);
@@ -24,14 +23,17 @@ void TReferences::AddComponent(TComponent& component, const QString& name) {
     if (!key.isEmpty() && !m_names.contains(key)) m_names.insert(key, &component);
 }
 
-void TReferences::Add(const TField& field, const TInstance& instance, std::string_view name) {
-    m_pending.push_back({&field, instance, Text(name)});
+void TReferences::Add(const TField& field, const TInstance& instance, TComponent& holder,
+                      std::string_view name) {
+    m_pending.push_back({&field, instance, &holder, Text(name)});
 }
 
 void TReferences::Resolve(TComponent& root, const std::function<void(const QString&)>& error) {
+    const QPointer<TComponent> alive(&root);
     for (const TPending& pending : m_pending) {
+        if (!alive) break;
         TComponent* component = Find(root, pending.Name);
-        if (!component) continue;
+        if (!component || !pending.Holder) continue;
         if (!component->metaObject()->inherits(pending.Field->Type())) {
             error(QStringLiteral("%1 is a %2, which cannot be referred to here")
                       .arg(pending.Name, component->ClassName()));

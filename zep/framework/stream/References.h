@@ -1,15 +1,15 @@
 #pragma once
 
 #include <zep/Export.h>
+#include <zep/framework/Component.h>
 #include <zep/framework/stream/ClassLayout.h>
 
 #include <QHash>
+#include <QPointer>
 
 #include <functional>
 
 namespace ZEP {
-
-class TComponent;
 
 /// References between components, which a stream stores as names: they are gathered while it is
 /// read and set at its end.
@@ -17,20 +17,23 @@ class ZEP_CORE_EXPORT TReferences {
 public:
     /// The stream calls this component by that name; the first one keeps a name.
     void AddComponent(TComponent& component, const QString& name);
-    /// `field` of `instance` refers to the component of that name.
-    void Add(const TField& field, const TInstance& instance, std::string_view name);
+    /// `field` of `instance`, which is part of `holder`, refers to the component of that name.
+    void Add(const TField& field, const TInstance& instance, TComponent& holder,
+             std::string_view name);
     /// Sets them all, to components of the stream first, then to those of the owners of `root` and
-    /// of its tree. A name that is not found leaves its reference empty.
-    /// \param error  called for a component of a wrong class and for what a setter raises
+    /// of its tree. A name that is not found leaves its reference empty; what was freed meanwhile
+    /// is passed over. \param error  called for a component of a wrong class and for what a setter
+    /// raises
     void Resolve(TComponent& root, const std::function<void(const QString&)>& error);
     void Clear();
 
 private:
-    using TNames = QHash<QString, TComponent*>; // lower case
+    using TNames = QHash<QString, QPointer<TComponent>>; // lower case
 
     struct TPending {
         const TField* Field;
         TInstance Instance;
+        QPointer<TComponent> Holder;
         QString Name;
     };
 

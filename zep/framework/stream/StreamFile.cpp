@@ -1,12 +1,11 @@
 #include <zep/framework/stream/StreamFile.h>
 
+#include <zep/framework/FileSaving.h>
 #include <zep/framework/stream/BinarySink.h>
 #include <zep/framework/stream/BinarySource.h>
 #include <zep/framework/stream/Tags.h>
 #include <zep/framework/stream/TextSink.h>
 #include <zep/framework/stream/TextSource.h>
-
-#include <QSaveFile>
 
 namespace ZEP {
 
@@ -64,18 +63,7 @@ void TStreamFile::Read(const std::function<void(TTokenSource&)>& read) {
 
 void SaveStreamFile(const QString& fileName, TStreamForm form,
                     const std::function<void(TTokenSink&)>& write) {
-    const auto fail = [&](const QString& reason) {
-        throw Exception(QStringLiteral("Can't write \"%1\": %2.").arg(fileName, reason),
-                        {.File = fileName});
-    };
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly)) fail(file.errorString());
-    try {
-        write(*MakeSink(form, file));
-    } catch (const TOutputError& error) {
-        fail(error.Message());
-    }
-    if (!file.commit()) fail(file.errorString());
+    SaveFile(fileName, [&](QIODevice& device) { write(*MakeSink(form, device)); });
 }
 
 } // namespace ZEP

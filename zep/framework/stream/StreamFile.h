@@ -1,7 +1,7 @@
 #pragma once
 
 #include <zep/Export.h>
-#include <zep/framework/MappedFile.h>
+#include <zep/framework/FileText.h>
 #include <zep/framework/stream/Token.h>
 
 #include <functional>
@@ -25,8 +25,7 @@ enum class TStreamForm { Binary, Text };
 [[nodiscard]] ZEP_CORE_EXPORT std::unique_ptr<TTokenSink> MakeSink(TStreamForm form,
                                                                    QIODevice& device);
 
-/// A file that holds a component stream, opened for reading. The file must not be cut short while
-/// this lives.
+/// A file that holds a component stream, read as it is when it is opened.
 class ZEP_CORE_EXPORT TStreamFile {
 public:
     /// In whatever form it is. Raises `Exception` naming the file where it cannot be read or holds
@@ -42,15 +41,12 @@ public:
 
 private:
     QString m_fileName;
-    TMappedFile m_file;
+    TFileText m_file;
     TStreamForm m_form;
     std::unique_ptr<TTokenSource> m_source;
 };
 
-/// Saves a file so that nothing is lost: what `write` puts into the sink goes to a file beside the
-/// old one, which it replaces when it is whole and on the disk. Whatever goes wrong before, the old
-/// file stands. A link stays one, and the file keeps its permissions. Raises `Exception` naming the
-/// file, and what `write` raises.
+/// Saves what `write` puts into the sink, as `SaveFile` does.
 ZEP_CORE_EXPORT void SaveStreamFile(const QString& fileName, TStreamForm form,
                                     const std::function<void(TTokenSink&)>& write);
 

@@ -36,6 +36,7 @@ public:
     /// The first byte of what follows the current lexeme, blanks passed over; 0 at the end.
     [[nodiscard]] char Peek();
     void Restart();
+    [[nodiscard]] std::size_t Size() const { return m_text.size(); }
 
     /// Line and column of a byte. Cheap where the places asked for mostly come in order.
     [[nodiscard]] TFilePlace PlaceOf(std::size_t position);

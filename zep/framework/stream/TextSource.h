@@ -15,6 +15,7 @@ public:
     const TToken& Next() override;
     void Restart() override;
     [[nodiscard]] TFilePlace Where() override { return m_lexer.PlaceOf(m_start); }
+    [[nodiscard]] std::size_t Size() const override { return m_lexer.Size(); }
     void ExpectEnd() override;
 
 private:

@@ -73,6 +73,8 @@ public:
     virtual void Restart() = 0;
     /// The place of the last token.
     [[nodiscard]] virtual TFilePlace Where() = 0;
+    /// Bytes of the whole stream.
+    [[nodiscard]] virtual std::size_t Size() const = 0;
     /// Raises `TStreamError` where something follows the outermost component.
     virtual void ExpectEnd() = 0;
 };

@@ -1,0 +1,147 @@
+#include "tests/objects/RandomScene.h"
+
+#include <zep/view/Panel.h>
+
+#include <gtest/gtest.h>
+
+namespace ZEP {
+namespace {
+
+/// A batch under edits as a host may make them. The same seed makes the same edits.
+class TEditedBatch {
+public:
+    /// \param fresh  a new batch takes over before each picture
+    TEditedBatch(unsigned seed, bool fresh) : m_dice(seed), m_fresh(fresh) {
+        m_scene.SetSceneAmbientColor(TColor{0x808080});
+        Add<TZEPHeadlight>(&m_scene);
+        auto* camera = Add<TZEPCamera>(&m_scene);
+        camera->SetOrthographic(true);
+        camera->SetFOVY(90);
+        camera->Position()->SetData(0.3, -0.5, 5);
+        m_panel.resize(120, 120);
+        m_panel.SetCamera(camera);
+    }
+
+    QImage Picture() {
+        if (m_fresh) Renew();
+        return m_panel.GrabFrame();
+    }
+
+    void Step() {
+        TZEPObject& object = *Any();
+        const bool isBatch = &object == m_batch;
+        switch (m_dice.Below(12)) {
+        case 0:
+            return isBatch ? void() : delete &object;
+        case 1:
+            return isBatch ? void() : object.SetParentComponentExt(Any(), m_dice.OneIn(2));
+        case 2:
+            return object.SetItemIndex(m_dice.Below(4));
+        case 3:
+            return object.SetVisible(isBatch || m_dice.OneIn(2));
+        case 4:
+            return isBatch ? void() : object.SetSelected(m_dice.OneIn(2));
+        case 5:
+            return object.SetColor(Color());
+        case 6:
+            return m_dice.Set(object.XForm()->Translate(), 3);
+        case 7:
+            return object.SetDrawType(m_dice.OneIn(2) ? dtLine : dtFill);
+        case 8:
+            return object.UpdateLevel() ? object.EndUpdate() : object.BeginUpdate();
+        case 9:
+            return m_scene.SetManualUpdate(m_dice.OneIn(2));
+        default:
+            return Make(*Any());
+        }
+    }
+
+private:
+    TColor Color() {
+        constexpr TColor Colors[] = {clRed, clLime, clBlue, clWhite, clYellow};
+        return Colors[m_dice.Below(5)];
+    }
+    /// The scene owns it, so that it outlives its batch.
+    template <class T>
+    T* AddTo(TZEPObject* parent) {
+        auto* object = new T(&m_scene);
+        object->SetParentComponent(parent);
+        return object;
+    }
+    TZEPObject* Any() {
+        std::vector<TZEPObject*> all{m_batch};
+        m_batch->ListChildren(all);
+        return all[static_cast<std::size_t>(m_dice.Below(static_cast<int>(all.size())))];
+    }
+
+    void Make(TZEPObject& parent) {
+        switch (m_dice.Below(8)) {
+        case 0: {
+            auto* line = AddTo<TZEPLine>(&parent);
+            m_dice.Set(line->P1(), 3);
+            return line->SetWidth(3);
+        }
+        case 1:
+            return AddTo<TZEPCircle>(&parent)->XForm()->Scale()->SetData(4, 2, 1);
+        case 2: {
+            auto* chain = AddTo<TZEPPolyline>(&parent);
+            chain->SetSmooth(m_dice.OneIn(2));
+            for (int i = 0; i < 4; ++i) {
+                const double x = m_dice.Between(-3, 3);
+                chain->Vertexes()->Add()->SetPoint({x, m_dice.Between(-3, 3), 0});
+            }
+            return;
+        }
+        case 3: {
+            auto* face = AddTo<TZEPPolygon>(&parent);
+            face->SetColorVertexes(false);
+            for (const TGLArrayd3& corner : {TGLArrayd3{0, 0, 0}, {2, 0, 0}, {0, 2, 0}})
+                face->Vertexes()->Add()->SetPoint(corner);
+            return;
+        }
+        case 4:
+            return static_cast<void>(AddTo<TZEPBox>(&parent));
+        case 5:
+            return AddTo<TZEPLabel>(&parent)->SetCaption(QStringLiteral("Ab"));
+        case 6:
+            return static_cast<void>(AddTo<TZEPBatch>(&parent));
+        default:
+            return static_cast<void>(AddTo<TZEPNode>(&parent));
+        }
+    }
+
+    void Renew() {
+        TZEPBatch* old = std::exchange(m_batch, AddTo<TZEPBatch>(&m_scene));
+        m_batch->XForm()->Translate()->Assign(old->XForm()->Translate());
+        while (old->GetItemsCount() > 0) old->GetItem(0)->SetParentComponent(m_batch);
+        delete old;
+    }
+
+    TDice m_dice;
+    bool m_fresh;
+    TZEPScene m_scene;
+    TZEPPanel m_panel;
+    TZEPBatch* m_batch = AddTo<TZEPBatch>(&m_scene);
+};
+
+TEST(EditedBatch, LooksAsANewOne) {
+    for (unsigned seed = 0; seed < 8; ++seed) {
+        TEditedBatch edited(seed, false);
+        TEditedBatch renewed(seed, true);
+        for (int step = 0; step < 60; ++step) {
+            edited.Step();
+            renewed.Step();
+            if (step % 2 == 0) continue; // several changes before a frame
+            const QImage picture = edited.Picture();
+            const QImage wanted = renewed.Picture();
+            int differ = 0;
+            for (int y = 0; y < wanted.height(); ++y)
+                for (int x = 0; x < wanted.width(); ++x)
+                    differ += std::abs(qGray(picture.pixel(x, y)) - qGray(wanted.pixel(x, y))) > 40;
+            ASSERT_LE(differ, 15) << seed << ' ' << step;
+        }
+    }
+}
+
+} // namespace
+} // namespace ZEP

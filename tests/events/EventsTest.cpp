@@ -1,0 +1,217 @@
+#include <zep/framework/Exception.h>
+#include <zep/objects/Box.h>
+#include <zep/objects/Line.h>
+#include <zep/scene/Add.h>
+#include <zep/scene/Scene.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Actor.h>
+#include <zep/view/Camera.h>
+
+#include <QPointer>
+
+#include <gmock/gmock.h>
+
+namespace ZEP {
+namespace {
+
+/// Notes what it hears, and acts once.
+class TListener {
+public:
+    TListener(TZEPObject& object, std::function<void()> act = {})
+        : m_object(&object), m_act(std::move(act)) {
+        object.RegisterNotify(Entry());
+    }
+    ~TListener() { Leave(); }
+    TListener(const TListener&) = delete;
+    TListener& operator=(const TListener&) = delete;
+
+    void Leave() {
+        if (m_object) m_object->UnregisterNotify(Entry());
+    }
+    std::vector<TZEPObjectAction> Heard;
+
+private:
+    TZEPObjectNotify Entry() {
+        return {[](void* context, TZEPObject*, TZEPObjectAction action, const void*) {
+                    auto& self = *static_cast<TListener*>(context);
+                    self.Heard.push_back(action);
+                    if (const auto act = std::exchange(self.m_act, {})) act();
+                },
+                this};
+    }
+
+    QPointer<TZEPObject> m_object;
+    std::function<void()> m_act;
+};
+
+TEST(Listeners, OneThatLeavesInItsCallLeavesTheOthersTold) {
+    TZEPScene scene;
+    std::unique_ptr<TListener> first;
+    TListener second(scene);
+    scene.UnregisterNotify({});
+    first = std::make_unique<TListener>(scene, [&] { first->Leave(); });
+    TListener third(scene);
+    Add<TZEPBox>(&scene);
+    EXPECT_THAT(second.Heard, testing::ElementsAre(saInsert));
+    EXPECT_THAT(third.Heard, testing::ElementsAre(saInsert));
+}
+
+TEST(Listeners, OnceTheSenderIsGoneTheRestIsNotTold) {
+    TZEPScene scene;
+    QPointer<TZEPBox> box = Add<TZEPBox>(&scene);
+    const TListener first(scene, [&] { delete box; });
+    const TListener second(scene);
+    box->SetName("Box");
+    EXPECT_FALSE(box);
+    // The removal, which happens within the renaming, is told to both.
+    EXPECT_THAT(second.Heard, testing::ElementsAre(saRemove));
+}
+
+TEST(Listeners, WhatOneDoesWithWhatLeavesHolds) {
+    TZEPScene scene;
+    auto* from = Add<TZEPActor>(&scene);
+    auto* to = Add<TZEPActor>(&scene);
+    auto* box = Add<TZEPBox>(from);
+    const TListener mover(*from, [&] { box->SetParentComponent(to); });
+    box->SetParentComponent(&scene);
+    EXPECT_EQ(box->Parent(), to);
+    EXPECT_EQ(from->GetItemsCount(), 0);
+    EXPECT_THAT(mover.Heard, testing::ElementsAre(saRemove)); // once
+}
+
+TEST(Listeners, TheParentOfWhatIsFreedMayBeFreedFirst) {
+    TZEPScene scene;
+    QPointer<TZEPActor> group = Add<TZEPActor>(&scene);
+    QPointer<TZEPBox> box = Add<TZEPBox>(group);
+    const TListener listener(scene, [&] {
+        delete box; // goes already
+        delete group;
+    });
+    delete box;
+    EXPECT_FALSE(box);
+    EXPECT_FALSE(group);
+    EXPECT_EQ(scene.GetItemsCount(), 0);
+}
+
+class THears : public TComponent {
+public:
+    std::function<void()> Act;
+    int Told = 0;
+
+protected:
+    void Notification(TComponent*, TOperation) override {
+        ++Told;
+        if (Act) Act();
+    }
+};
+
+TEST(Listeners, AFreedOneIsNotToldOfAnEnd) {
+    auto a = std::make_unique<THears>();
+    auto b = std::make_unique<THears>();
+    auto watched = std::make_unique<TComponent>();
+    watched->FreeNotification(a.get());
+    watched->FreeNotification(b.get());
+    a->Act = [&] { b.reset(); };
+    b->Act = [&] { a.reset(); };
+    watched.reset();
+    EXPECT_TRUE(!a || !b);
+}
+
+struct TChange {
+    const char* Name;
+    std::function<void(TZEPScene&, TZEPBox&)> Do;
+};
+
+class CountingPanel : public TZEPScenePanel {
+public:
+    void Invalidate() override { ++Repaints; }
+    void SceneDestroyed() override {}
+    int Repaints = 0;
+};
+
+class Repaints : public testing::TestWithParam<TChange> {};
+
+TEST_P(Repaints, AreAskedFor) {
+    TZEPScene scene;
+    auto* group = Add<TZEPActor>(&scene);
+    auto* box = Add<TZEPBox>(group);
+    CountingPanel panel;
+    scene.RegisterGLPanel(&panel);
+    GetParam().Do(scene, *box);
+    EXPECT_GT(panel.Repaints, 0);
+    scene.UnregisterGLPanel(&panel);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, Repaints,
+    testing::Values(TChange{"freed", [](TZEPScene&, TZEPBox& box) { delete &box; }},
+                    TChange{"out",
+                            [](TZEPScene&, TZEPBox& box) { box.SetParentComponent(nullptr); }},
+                    TChange{"targetGone",
+                            [](TZEPScene& scene, TZEPBox& box) {
+                                TZEPScene other;
+                                auto* camera = Add<TZEPCamera>(&scene);
+                                auto* target = new TZEPBox;
+                                camera->SetTargetObject(target);
+                                CountingPanel panel;
+                                scene.RegisterGLPanel(&panel);
+                                delete target;
+                                EXPECT_GT(panel.Repaints, 0);
+                                scene.UnregisterGLPanel(&panel);
+                                EXPECT_EQ(camera->TargetObject(), nullptr);
+                                box.SetVisible(false);
+                            }},
+                    TChange{"afterAnimation",
+                            [](TZEPScene& scene, TZEPBox& box) {
+                                scene.SetAnimation(true);
+                                box.SetVisible(false);
+                                scene.SetAnimation(false);
+                            }}),
+    [](const auto& test) { return std::string(test.param.Name); });
+
+TEST(ChangeIndex, FollowsAnotherParent) {
+    TZEPActor first, second;
+    TZEPBox box;
+    box.SetParentComponent(&first);
+    const int before = box.GetChangeIndex();
+    box.SetParentComponent(&second);
+    EXPECT_NE(box.GetChangeIndex(), before);
+}
+
+TEST(Nesting, EndsWithAnErrorBeforeAnyWalkDoes) {
+    TZEPScene scene;
+    TZEPObject* last = &scene;
+    for (int level = 0; level < DeepestNesting; ++level) {
+        auto* next = new TZEPActor(&scene);
+        next->SetParentComponent(last);
+        next->XForm()->Translate()->SetX(1);
+        last = next;
+    }
+    EXPECT_DOUBLE_EQ(last->GetAbsoluteMatrix()[3][0], DeepestNesting);
+    EXPECT_DOUBLE_EQ(last->GetAbsoluteCenter()[0], DeepestNesting);
+    auto* beyond = new TZEPActor(&scene);
+    EXPECT_THROW(beyond->SetParentComponent(last), Exception);
+    EXPECT_EQ(beyond->Parent(), nullptr);
+    // What hangs below counts, and what has gone from there does not.
+    beyond->SetParentComponent(last->Parent());
+    auto* below = new TZEPActor(&scene);
+    EXPECT_THROW(below->SetParentComponent(beyond), Exception);
+    TZEPActor top;
+    below->SetParentComponent(&top);
+    EXPECT_THROW(top.SetParentComponent(last->Parent()), Exception);
+    delete below;
+    EXPECT_NO_THROW(top.SetParentComponent(last->Parent()));
+    int visited = 0;
+    scene.Iterate([](TZEPObject*, void* count) { ++*static_cast<int*>(count); }, &visited);
+    EXPECT_EQ(visited, DeepestNesting + 3);
+}
+
+TEST(Assigning, CopiesWhatWasNeverTouched) {
+    TZEPLine from, to;
+    to.P2()->SetData(1, 2, 3);
+    to.Assign(&from);
+    EXPECT_EQ(to.P2()->Data(), zero3d);
+}
+
+} // namespace
+} // namespace ZEP

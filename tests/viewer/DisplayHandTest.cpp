@@ -1,0 +1,33 @@
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace ZEP {
+namespace {
+
+/// A server that ends with its last connection, as others begin anew then.
+TEST(DisplayServer, KeepsAConnectionUntilTheProgramEnds) {
+    QProcess server;
+    server.start(
+        QStringLiteral("Xvfb"),
+        QStringLiteral("-terminate -displayfd 1 -nolisten tcp -screen 0 640x480x24").split(u' '));
+    if (!server.waitForReadyRead()) GTEST_SKIP() << "no Xvfb here";
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"),
+                       u':' + QString::fromLatin1(server.readAll().trimmed()));
+    const QTemporaryDir folder;
+    QProcess zepview;
+    zepview.setProcessEnvironment(environment);
+    zepview.start(QStringLiteral(ZEP_PROGRAMS "/zepview"),
+                  {QStringLiteral("--picture"), folder.filePath(QStringLiteral("p.png")),
+                   QStringLiteral("--size"), QStringLiteral("9x9"),
+                   QStringLiteral(ZEP_SOURCE "/examples/parts/drill-plate.nc")});
+    ASSERT_TRUE(zepview.waitForFinished());
+    EXPECT_EQ(zepview.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(zepview.exitCode(), 0) << zepview.readAllStandardError().toStdString();
+    EXPECT_TRUE(server.waitForFinished());
+}
+
+} // namespace
+} // namespace ZEP

@@ -1,0 +1,116 @@
+#include <zep/widgets/SceneSync.h>
+
+#include <zep/scene/Object.h>
+
+#include <QPointer>
+
+#include <utility>
+
+namespace ZEP {
+
+/// \return false when the rows were lost meanwhile, or the model itself
+bool TZEPSceneSync::Emit(const std::function<void()>& emission) {
+    const QPointer<QAbstractItemModel> alive(&m_model);
+    ++m_emitting;
+    emission();
+    if (!alive) return false;
+    if (--m_emitting > 0) return !m_rows.IsLost();
+    if (std::exchange(m_resetDue, false)) {
+        return Emit([this] {
+            BeginReset();
+            EndReset();
+        });
+    }
+    const bool hasNews = m_rows.IsLost() || m_rows.HoldingBack() || !m_marked.empty();
+    if (hasNews || m_allMarked) Schedule();
+    return !m_rows.IsLost();
+}
+
+void TZEPSceneSync::Schedule() {
+    if (std::exchange(m_scheduled, true)) return;
+    QMetaObject::invokeMethod(
+        &m_model,
+        [this] {
+            m_scheduled = false;
+            Tick();
+        },
+        Qt::QueuedConnection);
+}
+
+void TZEPSceneSync::Tick() {
+    if (IsEmitting()) return;
+    if (m_rows.IsLost()) return Recover();
+    Sync();
+}
+
+void TZEPSceneSync::Sync() {
+    if (IsEmitting() || m_rows.IsLost()) return;
+    if (PresentHeldBack()) Tell();
+}
+
+bool TZEPSceneSync::PresentHeldBack() {
+    while (const TZEPObject* parent = m_rows.HoldingBack()) {
+        const int first = m_rows.Count(parent);
+        const int count = m_rows.Available(*parent); // a slot may append more
+        const bool told = Emit([&] {
+            BeginInsert(Place(*parent), first, count - 1);
+            if (!m_rows.IsLost()) m_rows.Present(*parent, count);
+            EndInsert();
+        });
+        if (!told) return false;
+    }
+    return true;
+}
+
+/// Calls `tell`, which emits, for each object. What slots free is told no more.
+/// \param tell  false: the rows are lost
+void TZEPSceneSync::TellEach(TObjects objects, const std::function<bool(const TZEPObject&)>& tell) {
+    m_telling = std::move(objects);
+    while (!m_telling.empty()) {
+        const TZEPObject* next = *m_telling.begin();
+        m_telling.erase(m_telling.begin());
+        if (!tell(*next)) return;
+    }
+}
+
+void TZEPSceneSync::Tell() {
+    if (std::exchange(m_allMarked, false)) return TellAll();
+    TObjects rows;
+    for (const TZEPObject* marked : std::exchange(m_marked, {}))
+        for (const TZEPObject* row = marked; row && rows.insert(row).second;) row = row->Parent();
+    TellEach(std::move(rows), [this](const TZEPObject& row) {
+        if (!m_rows.Has(row)) return true;
+        const QModelIndex index = Find(row);
+        const QModelIndex last = index.siblingAtColumn(m_model.columnCount() - 1);
+        return Emit([&] { Q_EMIT m_model.dataChanged(index, last); });
+    });
+}
+
+void TZEPSceneSync::TellAll() {
+    if (m_looked.size() > MostTold) {
+        Emit([&] {
+            Q_EMIT m_model.layoutAboutToBeChanged();
+            Q_EMIT m_model.layoutChanged();
+        });
+        return;
+    }
+    m_telling = m_looked; // slots may free some of it as the top level is told
+    if (!TellRows({})) return;
+    TellEach(m_telling, [this](const TZEPObject& parent) {
+        return !m_rows.ShowsBelow(parent) || TellRows(Place(parent));
+    });
+}
+
+bool TZEPSceneSync::TellRows(const QModelIndex& parent) {
+    const int count = m_model.rowCount(parent);
+    if (count == 0) return true;
+    const QModelIndex first = m_model.index(0, 0, parent);
+    const QModelIndex last = m_model.index(count - 1, m_model.columnCount() - 1, parent);
+    return Emit([&] { Q_EMIT m_model.dataChanged(first, last); });
+}
+
+QModelIndex TZEPSceneSync::Place(const TZEPObject& parent) const {
+    return m_rows.Has(parent) ? Find(parent) : QModelIndex();
+}
+
+} // namespace ZEP
