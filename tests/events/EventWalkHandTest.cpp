@@ -80,6 +80,7 @@ private:
 const TEvent Events[] = {{"scene", [](TWorld& w) { return w.Scene.data(); }, {}},
                          {"panel", [](TWorld& w) { return w.Panel.data(); }, {}},
                          {"camera", [](TWorld& w) { return w.Camera.data(); }, {}},
+                         {"model", [](TWorld& w) { return w.Model.data(); }, {}},
                          {"actor", [](TWorld& w) { return w.Group.data(); }, {}},
                          {"listener", {}, Listen},
                          {"notification", {}, [](TWorld& w, auto call) { new TMourner(w, call); }},
