@@ -9,6 +9,10 @@ if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   # Qt's headers reach across translation units in ways clang 14 calls unused.
   target_compile_options(zep_options INTERFACE -Wno-unused-private-field)
 endif()
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+  # Unnamed namespaces of sources that a unit includes count as those of headers.
+  add_compile_options(-Wno-subobject-linkage)
+endif()
 if(ZEP_WERROR)
   target_compile_options(zep_options INTERFACE -Werror)
 endif()

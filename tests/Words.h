@@ -3,11 +3,23 @@
 #include <QByteArray>
 
 #include <algorithm>
+#include <charconv>
 #include <sstream>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ZEP {
+
+/// With a decimal point, whatever the locale says.
+inline double NumberOf(std::string_view text) {
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size())
+        throw std::invalid_argument("not a number: " + std::string(text));
+    return number;
+}
 
 /// The words of a command in a file of cases: a verb, then values, and keywords with their values.
 class TWords {

@@ -51,7 +51,7 @@ void AddFloor(TZEPScene* scene) {
 void AddLamp(TZEPScene* scene, const TGLArrayd3& place, TColor color) {
     auto* lamp = Add<TZEPLight>(scene);
     lamp->SetDirectional(true); // not at infinity
-    lamp->Position()->SetData(place[0], place[1], place[2]);
+    lamp->Position()->SetData(place);
     lamp->SetColor(color);
 }
 

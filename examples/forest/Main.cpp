@@ -40,7 +40,7 @@ template <class T>
 T* AddPart(TZEPObject* tree, double height, const TGLArrayd3& size, TColor color) {
     auto* part = Add<T>(tree);
     part->XForm()->Translate()->SetData(0, 0, height);
-    part->XForm()->Scale()->SetData(size[0], size[1], size[2]);
+    part->XForm()->Scale()->SetData(size);
     Paint(part, color);
     part->SetCastShadows(true);
     part->SetReceiveShadows(true);

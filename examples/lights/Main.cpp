@@ -9,7 +9,7 @@ namespace {
 /// A lamp: a small glowing ball with the light that stands on it and aims at a target.
 TZEPLight* AddLamp(TZEPScene* scene, TColor color, const TGLArrayd3& place, TZEPObject* target) {
     auto* ball = Add<TZEPSphere>(scene);
-    ball->XForm()->Translate()->SetData(place[0], place[1], place[2]);
+    ball->XForm()->Translate()->SetData(place);
     ball->XForm()->Scale()->SetData(0.2, 0.2, 0.2);
     ball->Material()->FrontFace()->SetEmission(color);
     auto* light = Add<TZEPLight>(scene);

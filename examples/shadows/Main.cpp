@@ -24,8 +24,8 @@ void AddSide(TZEPScene* scene, const TGLArrayd3& place, const TGLArrayd3& turn, 
     side->SetSlicesX(80);
     side->SetSlicesY(80);
     side->SetSmooth(true);
-    side->XForm()->Translate()->SetData(place[0], place[1], place[2]);
-    side->XForm()->Rotate()->SetData(turn[0], turn[1], turn[2]);
+    side->XForm()->Translate()->SetData(place);
+    side->XForm()->Rotate()->SetData(turn);
     side->XForm()->Scale()->SetData(8, 8, 1);
     side->SetReceiveShadows(true);
     Paint(side, color);
@@ -35,8 +35,8 @@ void AddSide(TZEPScene* scene, const TGLArrayd3& place, const TGLArrayd3& turn, 
 template <class T>
 T* AddSolid(TZEPObject* parent, const TGLArrayd3& place, const TGLArrayd3& size, TColor color) {
     auto* solid = Add<T>(parent);
-    solid->XForm()->Translate()->SetData(place[0], place[1], place[2]);
-    solid->XForm()->Scale()->SetData(size[0], size[1], size[2]);
+    solid->XForm()->Translate()->SetData(place);
+    solid->XForm()->Scale()->SetData(size);
     solid->SetCastShadows(true);
     Paint(solid, color, TColor{0x808080});
     return solid;
@@ -92,7 +92,7 @@ void AddKnot(TZEPObject* parent) {
 /// A lamp: a small glowing ball with the light that stands on it.
 void AddLamp(TZEPScene* scene, const TGLArrayd3& place, TColor color) {
     auto* ball = Add<TZEPSphere>(scene);
-    ball->XForm()->Translate()->SetData(place[0], place[1], place[2]);
+    ball->XForm()->Translate()->SetData(place);
     ball->XForm()->Scale()->SetData(0.16, 0.16, 0.16);
     ball->Material()->FrontFace()->SetEmission(color);
     auto* light = Add<TZEPLight>(scene);

@@ -22,8 +22,8 @@ namespace {
 
 TZEPLine* AddLine(TZEPObject* parent, const TGLArrayd3& from, const TGLArrayd3& to, TColor color) {
     auto* line = Add<TZEPLine>(parent);
-    line->P1()->SetData(from[0], from[1], from[2]);
-    line->P2()->SetData(to[0], to[1], to[2]);
+    line->P1()->SetData(from);
+    line->P2()->SetData(to);
     line->SetColor(color);
     line->SetWidth(2);
     return line;
@@ -48,7 +48,7 @@ TZEPCamera* AddCamera(TZEPScene& scene, const TGLArrayd3& eye, bool parallel) {
     auto* camera = Add<TZEPCamera>(&scene);
     camera->SetExtended(true);
     camera->SetOrthographic(parallel);
-    camera->Position()->SetData(eye[0], eye[1], eye[2]);
+    camera->Position()->SetData(eye);
     camera->FitTo({-2, -2, 0}, {2, 2, 5}, 1);
     return camera;
 }

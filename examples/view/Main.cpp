@@ -11,7 +11,7 @@ T* AddSolid(TZEPScene* scene, const TGLArrayd3& place, TColor color) {
     auto* solid = Add<T>(scene);
     solid->SetColor(color);
     solid->SetSmooth(true);
-    solid->XForm()->Translate()->SetData(place[0], place[1], place[2]);
+    solid->XForm()->Translate()->SetData(place);
     return solid;
 }
 

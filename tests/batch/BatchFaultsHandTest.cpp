@@ -18,10 +18,6 @@
 namespace ZEP {
 namespace {
 
-constexpr QRgb Nothing = qRgb(0, 0, 0);
-constexpr QRgb Red = qRgb(255, 0, 0);
-constexpr QRgb Mark = qRgb(255, 255, 0);
-
 /// What a batch draws is what its objects draw elsewhere, whatever stands beside them.
 class BatchFaults : public TBatchFromAbove {
 protected:

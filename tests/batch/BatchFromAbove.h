@@ -15,6 +15,12 @@ namespace ZEP {
 /// A batch seen from above: a unit is ten pixels, the origin in the middle.
 class TBatchFromAbove : public testing::Test {
 protected:
+    static constexpr QRgb Nothing = qRgb(0, 0, 0);
+    static constexpr QRgb Red = qRgb(255, 0, 0);
+    static constexpr QRgb Green = qRgb(0, 255, 0);
+    static constexpr QRgb Blue = qRgb(0, 0, 255);
+    static constexpr QRgb Mark = qRgb(255, 255, 0); ///< of what is selected
+
     TBatchFromAbove() {
         m_scene.SetSceneAmbientColor(clWhite);
         m_batch.SetParentComponent(&m_scene);

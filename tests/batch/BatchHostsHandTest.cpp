@@ -20,11 +20,6 @@
 namespace ZEP {
 namespace {
 
-constexpr QRgb Nothing = qRgb(0, 0, 0);
-constexpr QRgb Red = qRgb(255, 0, 0);
-constexpr QRgb Green = qRgb(0, 255, 0);
-constexpr QRgb Mark = qRgb(255, 255, 0);
-
 /// Draws two above where it stands, in green.
 class TRaisedLine : public TZEPLine {
 public:
@@ -170,6 +165,11 @@ TEST_F(BatchHosts, ClassesOfTheirOwnDrawThemselvesUntilTheySayOtherwise) {
     }
     EXPECT_EQ(At(1, 2), Green);
     EXPECT_EQ(At(1, 0), Red);
+    EXPECT_EQ(TZEPGatheredClass::Of(*raised), TZEPGathered::No);
+    {
+        const TZEPGatheredClass now{typeid(*raised), TZEPGathered::Shape};
+        EXPECT_EQ(TZEPGatheredClass::Of(*raised), TZEPGathered::Shape) << "though asked before";
+    }
     EXPECT_EQ(TZEPGatheredClass::Of(*raised), TZEPGathered::No);
     EXPECT_EQ(TZEPGatheredClass::Of(*named), TZEPGathered::Shape);
 }

@@ -13,12 +13,6 @@
 namespace ZEP {
 namespace {
 
-constexpr QRgb Nothing = qRgb(0, 0, 0);
-constexpr QRgb Red = qRgb(255, 0, 0);
-constexpr QRgb Green = qRgb(0, 255, 0);
-constexpr QRgb Blue = qRgb(0, 0, 255);
-constexpr QRgb Mark = qRgb(255, 255, 0);
-
 /// Children that only hold others.
 class BatchLayers : public TBatchFromAbove {
 protected:

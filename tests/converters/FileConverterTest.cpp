@@ -5,6 +5,7 @@
 #include <zep/ZEP3DS.h>
 #include <zep/ZEPDXF.h>
 #include <zep/ZEPRS274D.h>
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
 
 #include <QFileInfo>
@@ -20,7 +21,7 @@ namespace ZEP {
 namespace {
 
 /// A reader by what all readers have.
-struct TReader {
+struct TAnyReader {
     const char* Name;
     const char* FullStop; ///< behind the messages that each has its published words for
     std::function<std::unique_ptr<TFileConverter>()> Make;
@@ -31,8 +32,8 @@ struct TReader {
 };
 
 template <class T>
-TReader ReaderOf(const char* name, const char* stop, void (T::*read)(std::string_view),
-                 const std::string& one, const std::string& all) {
+TAnyReader ReaderOf(const char* name, const char* stop, void (T::*read)(std::string_view),
+                    const std::string& one, const std::string& all) {
     return {name,
             stop,
             [] { return std::make_unique<T>(); },
@@ -60,7 +61,7 @@ std::string Model(const std::string& chunks) {
 
 const std::string Mesh = "  4000 'A\n   4100\n    4110 w 1 f 1 2 3\n";
 
-std::vector<TReader> AllReaders() {
+std::vector<TAnyReader> AllReaders() {
     return {ReaderOf("TDXFConverter", "", &TDXFConverter::ReadDXF, Drawing("0 POINT|8 A|"),
                      Drawing(Repeated("0 POINT|8 A|10 1.2345678901|20 2|", 20'000))),
             ReaderOf("TRS274DConverter", ".", &TRS274DConverter::ReadNC, "G1X1\n",
@@ -69,7 +70,7 @@ std::vector<TReader> AllReaders() {
                      Model(Repeated(Mesh + "  7001 '" + std::string(65536, '-') + "\n", 12)))};
 }
 
-class FileConverter : public testing::TestWithParam<TReader> {
+class FileConverter : public testing::TestWithParam<TAnyReader> {
 protected:
     FileConverter() { Converter->SetRoot(&Root); }
 
@@ -240,6 +241,33 @@ TEST_P(FileConverter, PutsUpWithAHostThatFreesWhatIsThere) {
     });
     Read(GetParam().Long);
     EXPECT_FALSE(Converter->Cancelled());
+}
+
+/// What it may do when it hears of what is read.
+TEST_P(FileConverter, PutsUpWithListenersThatFreeAnything) {
+    using THear = std::function<void(TZEPObject&, TZEPScene*&)>;
+    const std::pair<THear, bool> rows[] = {
+        {[](TZEPObject& sender, TZEPScene*&) { delete &sender; }, false},
+        {[](TZEPObject&, TZEPScene*& root) { root->Clear(); }, false},
+        {[](TZEPObject&, TZEPScene*& root) { delete std::exchange(root, nullptr); }, true}};
+    for (const auto& [hear, ends] : rows)
+        for (const auto action : {saInsert, saRemove}) {
+            auto* root = new TZEPScene;
+            Add<TZEPObject>(Add<TZEPObject>(root));
+            auto call = [&, &hear = hear](TZEPObject* sender, TZEPObjectAction told) {
+                if (root && told == action && sender != root) hear(*sender, root);
+            };
+            root->RegisterNotify(
+                {[](void* to, TZEPObject* sender, TZEPObjectAction told, const void*) {
+                     (*static_cast<decltype(call)*>(to))(sender, told);
+                 },
+                 &call});
+            Converter->SetRoot(root);
+            const std::string error = ErrorOfLoading(Put(GetParam().Long));
+            EXPECT_EQ(ends, !error.empty() || Converter->Cancelled()) << error;
+            EXPECT_EQ(ends, root == nullptr);
+            delete root;
+        }
 }
 
 INSTANTIATE_TEST_SUITE_P(Reader, FileConverter, testing::ValuesIn(AllReaders()),

@@ -70,10 +70,6 @@ TEST_F(TextureFolder, IsNoneWhereTheModelIsInMemory) {
     EXPECT_EQ(folder.Find(QStringLiteral("CMakeCache.txt")), QString());
 }
 
-std::string Textured(const std::string& picture, const std::string& more = {}) {
-    return Material(picture, Chunk(0xA200, Chunk(0xA300, Name(picture)) + more));
-}
-
 TEST_F(ThreeDSTest, TexturesAreFoundLoadedAndPlaced) {
     QImage(8, 4, QImage::Format_RGB32).save(Path("Wall.png"));
     Load(File(Textured("C:\\MAPS\\WALL.PNG",

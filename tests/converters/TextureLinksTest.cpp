@@ -13,10 +13,6 @@ namespace {
 
 using namespace F3DS;
 
-std::string Textured(const std::string& picture) {
-    return Material(picture, Chunk(0xA200, Chunk(0xA300, Name(picture))));
-}
-
 TEST_F(ThreeDSTest, LinksToTexturesStayInTheFolder) {
     QDir(Path("")).mkdir(QStringLiteral("m"));
     ASSERT_EQ(mkfifo(QFile::encodeName(Path("m/pipe")).constData(), 0600), 0);

@@ -1,3 +1,4 @@
+#include <zep/appearance/effects/Light.h>
 #include <zep/framework/Exception.h>
 #include <zep/objects/Box.h>
 #include <zep/objects/Line.h>
@@ -10,6 +11,8 @@
 #include <QPointer>
 
 #include <gmock/gmock.h>
+
+#include <thread>
 
 namespace ZEP {
 namespace {
@@ -67,6 +70,14 @@ TEST(Listeners, OnceTheSenderIsGoneTheRestIsNotTold) {
     EXPECT_THAT(second.Heard, testing::ElementsAre(saRemove));
 }
 
+TEST(Listeners, ALightMayBeFreedAsItComes) {
+    TZEPScene scene;
+    QPointer<TZEPLight> light = new TZEPLight;
+    const TListener listener(scene, [&] { delete light; });
+    light->SetParentComponent(&scene);
+    EXPECT_FALSE(light);
+}
+
 TEST(Listeners, WhatOneDoesWithWhatLeavesHolds) {
     TZEPScene scene;
     auto* from = Add<TZEPActor>(&scene);
@@ -77,6 +88,16 @@ TEST(Listeners, WhatOneDoesWithWhatLeavesHolds) {
     EXPECT_EQ(box->Parent(), to);
     EXPECT_EQ(from->GetItemsCount(), 0);
     EXPECT_THAT(mover.Heard, testing::ElementsAre(saRemove)); // once
+}
+
+TEST(Listeners, OneThatThrowsIsToldOfTheNextTry) {
+    TZEPActor from;
+    auto* box = Add<TZEPBox>(&from);
+    const TListener listener(from, [] { throw Exception(QStringLiteral("stays")); });
+    EXPECT_THROW(box->SetParentComponent(nullptr), Exception);
+    EXPECT_EQ(box->Parent(), &from);
+    box->SetParentComponent(nullptr);
+    EXPECT_THAT(listener.Heard, testing::ElementsAre(saRemove, saRemove));
 }
 
 TEST(Listeners, TheParentOfWhatIsFreedMayBeFreedFirst) {
@@ -169,6 +190,15 @@ INSTANTIATE_TEST_SUITE_P(
                             }}),
     [](const auto& test) { return std::string(test.param.Name); });
 
+TEST(Animation, IsNotOnWhereThereAreNoTimers) {
+    std::thread([] { // which Qt did not start
+        TZEPScene scene;
+        EXPECT_THROW(scene.SetAnimation(true), Exception);
+        EXPECT_FALSE(scene.Animation());
+    })
+        .join();
+}
+
 TEST(ChangeIndex, FollowsAnotherParent) {
     TZEPActor first, second;
     TZEPBox box;
@@ -204,6 +234,24 @@ TEST(Nesting, EndsWithAnErrorBeforeAnyWalkDoes) {
     int visited = 0;
     scene.Iterate([](TZEPObject*, void* count) { ++*static_cast<int*>(count); }, &visited);
     EXPECT_EQ(visited, DeepestNesting + 3);
+}
+
+TEST(Nesting, OfOwnersEndsFromAboveAndFromBelow) {
+    TComponent top;
+    TComponent* last = &top;
+    for (int level = 0; level < DeepestNesting; ++level) last = new TComponent(last);
+    EXPECT_THROW(new TComponent(last), Exception);
+    auto owned = std::make_unique<TComponent>();
+    for (int level = 0; level < DeepestNesting; ++level) {
+        auto owner = std::make_unique<TComponent>();
+        owner->InsertComponent(owned.release());
+        owned = std::move(owner);
+    }
+    TComponent beyond;
+    EXPECT_THROW(beyond.InsertComponent(owned.get()), Exception);
+    delete owned->Components(0);
+    EXPECT_NO_THROW(beyond.InsertComponent(owned.get()));
+    beyond.RemoveComponent(owned.get());
 }
 
 TEST(Assigning, CopiesWhatWasNeverTouched) {

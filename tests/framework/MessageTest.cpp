@@ -16,5 +16,17 @@ TEST(Message, TextsDoNotSteerTheTerminal) {
     EXPECT_STREQ(text, "a\\u001b[31m\tb\\u0007\n\\u007f\\u009bü€");
 }
 
+TEST(Message, AHandlerMayBeReplacedInItsCall) {
+    QString shown;
+    const TMessageHandler former = SetMessageHandler(
+        [&shown, end = QString(100, u'!')](const QString& text, const QString&, TMessageIcon) {
+            SetMessageHandler({});
+            shown = text + end;
+        });
+    ShowMessage(QStringLiteral("told"), {}, TMessageIcon::Hand);
+    EXPECT_EQ(shown, QStringLiteral("told") + QString(100, u'!'));
+    SetMessageHandler(former);
+}
+
 } // namespace
 } // namespace ZEP

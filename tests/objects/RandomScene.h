@@ -34,7 +34,7 @@ public:
     }
     void Set(TZEPVertex3* vector, double reach) {
         const TGLArrayd3 place = Place(reach);
-        vector->SetData(place[0], place[1], place[2]);
+        vector->SetData(place);
     }
 
 private:

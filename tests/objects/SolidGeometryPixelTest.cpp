@@ -14,9 +14,9 @@ namespace {
 using std::numbers::pi;
 
 /// A triangle of a drawn surface by the numbers of its corners, with what it encloses.
-class Surface {
+class TSolidSurface {
 public:
-    explicit Surface(const std::vector<TDrawnPolygon>& polygons) {
+    explicit TSolidSurface(const std::vector<TDrawnPolygon>& polygons) {
         for (const TDrawnPolygon& polygon : polygons)
             for (std::size_t i = 2; i < polygon.size(); ++i)
                 Add(polygon[0], polygon[i - 1], polygon[i]);
@@ -86,7 +86,7 @@ TEST_F(SolidGeometryPixel, SolidsAreClosedAndLookOutwardsWithinTheirBox) {
     ExpectCases("solids.txt", [](const TCase& c) {
         TTextScene scene("object S: TZEPScene " + c.Input + " end");
         TZEPObject& solid = scene.Object("A");
-        const Surface surface(
+        const TSolidSurface surface(
             DrawnPolygons(4, [&] { solid.DrawSpecific(GL_FRONT_AND_BACK, false); }));
         TGLArrayd3 min, max;
         solid.GetSize(min, max);
@@ -107,7 +107,8 @@ TEST_F(SolidGeometryPixel, SpheresApproachTheSphere) {
         TZEPSphere sphere;
         sphere.SetSlices(cells);
         sphere.SetStacks(cells);
-        const Surface surface(DrawnPolygons(1, [&] { sphere.DrawSpecific(GL_FRONT, false); }));
+        const TSolidSurface surface(
+            DrawnPolygons(1, [&] { sphere.DrawSpecific(GL_FRONT, false); }));
         EXPECT_GT(surface.Volume, part * pi / 6);
         EXPECT_LT(surface.Volume, pi / 6);
     }
@@ -125,7 +126,7 @@ TEST_F(SolidGeometryPixel, TheTeapotsPartsLookOutwards) {
         teapot.SetSegments(12);
         const std::vector<TDrawnPolygon> polygons =
             DrawnPolygons(2, [&] { teapot.DrawSpecific(GL_FRONT_AND_BACK, false); });
-        const Surface surface(polygons);
+        const TSolidSurface surface(polygons);
         EXPECT_EQ(surface.Faces, c.Sheets * 288);
         EXPECT_EQ(surface.EdgesRunTwice(), 0) << "all patches wind the same way";
         EXPECT_GT(surface.WorstNormal, 0.1) << "normals look where the faces do";
@@ -141,7 +142,8 @@ TEST_F(SolidGeometryPixel, TheTeapotStandsUprightWithItsSpoutTowardsX) {
     teapot.SetSegments(8);
     const auto box = [&](TZEPTeapotPartSet parts) {
         teapot.SetParts(parts);
-        return Surface(DrawnPolygons(2, [&] { teapot.DrawSpecific(GL_FRONT_AND_BACK, false); }));
+        return TSolidSurface(
+            DrawnPolygons(2, [&] { teapot.DrawSpecific(GL_FRONT_AND_BACK, false); }));
     };
     EXPECT_GT(box(tpSpout).Min[0], 0.4);
     EXPECT_LT(box(tpHandle).Max[0], -0.35);

@@ -72,7 +72,7 @@ private:
         if (dot != std::string::npos)
             return SetValue(TInstance(field->SubObject(instance)), path.substr(dot + 1), value);
         if (field->Kind() == TFieldKind::Single || field->Kind() == TFieldKind::Double)
-            return field->SetFloat(instance, std::stod(value));
+            return field->SetFloat(instance, NumberOf(value));
         if (field->Kind() == TFieldKind::Reference)
             return field->SetReference(instance, value == "Library" ? &Library
                                                  : value == "nil"

@@ -37,10 +37,10 @@ std::string Edited(TZEPXForm& x, const std::string& line) {
     const TWords words(line);
     const TGLArrayd3 v{words.Number(1), words.Number(2), words.Number(3)};
     const std::string verb = words.Verb();
-    if (verb == "translate") x.Translate()->SetData(v[0], v[1], v[2]);
-    if (verb == "rotate") x.Rotate()->SetData(v[0], v[1], v[2]);
-    if (verb == "scale") x.Scale()->SetData(v[0], v[1], v[2]);
-    if (verb == "center") x.Center()->SetData(v[0], v[1], v[2]);
+    if (verb == "translate") x.Translate()->SetData(v);
+    if (verb == "rotate") x.Rotate()->SetData(v);
+    if (verb == "scale") x.Scale()->SetData(v);
+    if (verb == "center") x.Center()->SetData(v);
     if (verb == "around-center") x.SetRotateAroundCenter(true);
     if (verb == "mTranslate") x.mTranslate(v[0], v[1], v[2]);
     if (verb == "mScale") x.mScale(v[0], v[1], v[2]);

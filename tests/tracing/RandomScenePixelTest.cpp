@@ -28,7 +28,10 @@ private:
 };
 
 std::string Text(const TVector& v) {
-    return " " + std::to_string(v.X) + " " + std::to_string(v.Y) + " " + std::to_string(v.Z);
+    std::string text;
+    for (const double part : {v.X, v.Y, v.Z})
+        text += QString::number(part, 'f').prepend(u' ').toStdString();
+    return text;
 }
 
 void AddCaster(TStage& stage, TDice& dice, bool isBall) {

@@ -183,7 +183,7 @@ TEST_F(Camera, SeesFollowedObjectsInItsOwnFrame) {
 TEST_F(Camera, PanKeepsTheDistanceWhateverUpIs) {
     for (const TGLArrayd3& up : {unitz, unitx, TGLArrayd3{1, -2, 3}}) {
         Lens->Reset();
-        Lens->Up()->SetData(up[0], up[1], up[2]);
+        Lens->Up()->SetData(up);
         Lens->Pan(25, 40);
         TGLArrayd3 d = Lens->GetTarget();
         for (std::size_t k = 0; k < 3; ++k) d[k] -= Lens->GetPosition()[k];

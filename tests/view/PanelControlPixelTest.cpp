@@ -18,8 +18,8 @@ protected:
 
     TZEPLine* AddLine(const TGLArrayd3& from, const TGLArrayd3& to) {
         auto* line = new TZEPLine(&Scene);
-        line->P1()->SetData(from[0], from[1], from[2]);
-        line->P2()->SetData(to[0], to[1], to[2]);
+        line->P1()->SetData(from);
+        line->P2()->SetData(to);
         line->SetParentComponent(&Scene);
         return line;
     }

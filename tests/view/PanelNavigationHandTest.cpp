@@ -227,12 +227,12 @@ TEST_F(Panel, ClicksSelectWhatIsUnderTheMouse) {
 }
 
 TEST_F(Panel, TheWheelRepaintsInFullWhileAButtonIsHeld) {
-    struct Probe : TZEPObject {
+    struct TNotesDrafts : TZEPObject {
         using TZEPObject::TZEPObject;
         void DrawMain(bool draft) override { Drafts.push_back(draft); }
         std::vector<bool> Drafts;
     };
-    auto* probe = new Probe(Scene.get());
+    auto* probe = new TNotesDrafts(Scene.get());
     probe->SetParentComponent(Scene.get());
     Scene->SetQuickMouse(true);
     Show();

@@ -30,8 +30,8 @@ protected:
     }
     TZEPLine* AddLine(const TGLArrayd3& from, const TGLArrayd3& to) {
         auto* line = new TZEPLine(Scene.get());
-        line->P1()->SetData(from[0], from[1], from[2]);
-        line->P2()->SetData(to[0], to[1], to[2]);
+        line->P1()->SetData(from);
+        line->P2()->SetData(to);
         line->SetColor(clYellow);
         line->SetWidth(5);
         line->SetSmooth(false);
@@ -76,6 +76,15 @@ TEST_F(PanelPicture, TilesFitTogether) {
         EXPECT_EQ(tiled.pixel(0, 0), 0xFFFF0000U);
         EXPECT_EQ(tiled.pixel(332, 210), 0xFFFF0000U);
     }
+}
+
+TEST_F(PanelPicture, GoesOnWhereAnotherPanelHasDrawnInBetween) {
+    const QSize size(333, 211);
+    const QImage alone = View->RenderToCanvas(size);
+    TZEPPanel other;
+    QObject::connect(Scene.get(), &TZEPScene::AfterCamera, &other,
+                     [&other] { EXPECT_FALSE(other.GrabFrame().isNull()); });
+    EXPECT_EQ(View->RenderToCanvas(size), alone);
 }
 
 TEST_F(PanelPicture, MayBeLargerThanTheDriverDrawsAtOnce) {

@@ -1,6 +1,7 @@
 #include <zep/widgets/SceneSelection.h>
 
 #include <zep/objects/Line.h>
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
 #include <zep/widgets/SceneModel.h>
 
@@ -15,12 +16,6 @@ namespace ZEP {
 namespace {
 
 using testing::UnorderedElementsAre;
-
-TZEPObject* Add(TZEPObject& parent) {
-    auto* object = new TZEPLine(&parent);
-    object->SetParentComponent(&parent);
-    return object;
-}
 
 /// A scene of "layer" with "a", "b", "c".
 class SceneSelection : public testing::Test {
@@ -39,10 +34,10 @@ protected:
     }
 
     std::optional<TZEPScene> m_scene{std::in_place};
-    TZEPObject* m_layer = Add(*m_scene);
-    TZEPObject* m_a = Add(*m_layer);
-    TZEPObject* m_b = Add(*m_layer);
-    TZEPObject* m_c = Add(*m_layer);
+    TZEPObject* m_layer = Add<TZEPLine>(&*m_scene);
+    TZEPObject* m_a = Add<TZEPLine>(m_layer);
+    TZEPObject* m_b = Add<TZEPLine>(m_layer);
+    TZEPObject* m_c = Add<TZEPLine>(m_layer);
     TZEPSceneModel m_model;
     QItemSelectionModel m_rows{&m_model};
     std::optional<TZEPSceneSelection> m_selection{std::in_place, &m_model, &m_rows};
@@ -61,6 +56,9 @@ TEST_F(SceneSelection, RowsAndObjectsFollowEachOther) {
     EXPECT_THAT(m_selection->Objects(), UnorderedElementsAre(m_a, m_c));
     m_scene->DeselectAll();
     EXPECT_TRUE(Rows().empty());
+    m_model.SetRoots({&*m_scene});
+    SelectRow(&*m_scene, Only);
+    EXPECT_TRUE(m_scene->Selected());
 }
 
 TEST_F(SceneSelection, AVetoOfTheSceneReachesTheRows) {
@@ -74,7 +72,7 @@ TEST_F(SceneSelection, AVetoOfTheSceneReachesTheRows) {
 
 TEST_F(SceneSelection, SurvivesMovesReplacedTreesAndWhoeverGoesFirst) {
     SelectRow(m_a, Only);
-    auto* other = Add(*m_scene);
+    auto* other = Add<TZEPLine>(&*m_scene);
     m_a->SetParentComponent(other);
     EXPECT_THAT(Rows(), UnorderedElementsAre(m_a));
     EXPECT_TRUE(m_a->Selected()) << "moved is not deselected";

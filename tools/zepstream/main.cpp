@@ -39,9 +39,8 @@ void Check(const QString& name) {
     });
     const bool isText = file.Form() == TStreamForm::Text;
     PrintText(stdout, QStringLiteral("%1: %2, %3 components, %4 properties\n")
-                          .arg(name, isText ? QStringLiteral("text") : QStringLiteral("binary"))
-                          .arg(components)
-                          .arg(properties));
+                          .arg(name, isText ? QStringLiteral("text") : QStringLiteral("binary"),
+                               QString::number(components), QString::number(properties)));
 }
 
 int Run(const QStringList& arguments) {

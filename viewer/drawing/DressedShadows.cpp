@@ -115,7 +115,7 @@ void TDressedShadows::MoveAway(TZEPLight& light, const TZEPBounds& content) {
         reach += 20 * std::max(std::abs(content.Min[k]), std::abs(content.Max[k]));
     const TGLArrayd3 now = was * (reach / std::sqrt(Dotd(was, was)));
     if (!std::isfinite(Dotd(now, now))) return;
-    light.Position()->SetData(now[0], now[1], now[2]);
+    light.Position()->SetData(now);
     m_moved.push_back({&light, was, now});
 }
 

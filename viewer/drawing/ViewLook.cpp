@@ -13,7 +13,6 @@
 #include <zep/view/Panel.h>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace ZEP {

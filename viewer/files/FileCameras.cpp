@@ -8,7 +8,6 @@
 #include <QMap>
 
 #include <algorithm>
-#include <cmath>
 
 namespace ZEP {
 
@@ -52,8 +51,8 @@ void LookThrough(const TZEPCamera& camera, TDocument& document) {
     const TGLArrayd3 eye = Absolute(camera, camera.GetPosition());
     const TGLArrayd3 target = Absolute(camera, camera.GetTarget());
     const double depth = std::max(DepthFrom(eye, document.Bounds()), Distance(eye, target));
-    view.Position()->SetData(eye[0], eye[1], eye[2]);
-    view.Target()->SetData(target[0], target[1], target[2]);
+    view.Position()->SetData(eye);
+    view.Target()->SetData(target);
     view.SetOrthographic(camera.Orthographic());
     view.SetFOVY(camera.FieldOfView());
     view.SetNearClipPlane(camera.Orthographic() ? -depth : depth * NearPart);

@@ -24,7 +24,7 @@ namespace {
 qint64 VerticesOf(TZEPObject& object) {
     if (qobject_cast<TZEPLine*>(&object)) return 2;
     if (qobject_cast<TZEPPoint*>(&object)) return 1;
-    if (const auto* arc = qobject_cast<TZEPArc*>(&object)) return qint64(arc->Segments()) + 1;
+    if (const auto* arc = qobject_cast<TZEPArc*>(&object)) return arc->Segments() + 1;
     if (const auto* circle = qobject_cast<TZEPCircle*>(&object)) return circle->Segments();
     if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) return polyline->Vertexes()->Count();
     if (auto* polygon = qobject_cast<TZEPPolygon*>(&object)) return polygon->Vertexes()->Count();
@@ -69,7 +69,7 @@ QString MessagesToText(const std::vector<TPassedOver>& messages) {
     QString text;
     for (const TPassedOver& message : messages)
         text +=
-            QStringLiteral("  %1: %2").arg(message.Kind).arg(message.Count) +
+            QStringLiteral("  %1: %2").arg(message.Kind, QString::number(message.Count)) +
             (message.FirstLine > 0 ? QStringLiteral(", first in line %1\n").arg(message.FirstLine)
                                    : QStringLiteral("\n"));
     return text;

@@ -57,8 +57,9 @@ bool TLoading::Read(const QStringList& files, const TOpenProgress& progress) {
 }
 
 bool TLoading::ReadOrFail(const QString& name, const TLoadProgress& progress) {
+    TLoaded& loaded = m_loaded.emplace_back();
     try {
-        return ReadOne(name, progress);
+        return ReadOne(loaded, name, progress);
     } catch (const Exception& error) {
         Fail(name, error.Message());
     } catch (const std::bad_alloc&) {
@@ -73,8 +74,7 @@ void TLoading::Fail(const QString& name, const QString& error) {
     m_failures.push_back({name, error});
 }
 
-bool TLoading::ReadOne(const QString& name, const TLoadProgress& progress) {
-    TLoaded& loaded = m_loaded.emplace_back();
+bool TLoading::ReadOne(TLoaded& loaded, const QString& name, const TLoadProgress& progress) const {
     loaded.Library = std::make_unique<TZEPMaterialLibrary>();
     TOpenedFile& file = loaded.File;
     file.Name = name;

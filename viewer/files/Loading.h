@@ -35,7 +35,7 @@ private:
     };
 
     bool ReadOrFail(const QString& name, const TLoadProgress& progress);
-    bool ReadOne(const QString& name, const TLoadProgress& progress);
+    bool ReadOne(TLoaded& loaded, const QString& name, const TLoadProgress& progress) const;
     void Fail(const QString& name, const QString& error);
     static void Prepare(TLoaded& loaded);
 

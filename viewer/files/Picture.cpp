@@ -22,8 +22,10 @@ QSize WindowSize(const QSize& size, double ratio) {
             static_cast<int>(std::ceil(size.height() / ratio))};
 }
 
-QByteArray SuffixOf(const QString& fileName) {
-    return QFileInfo(fileName).suffix().toLower().toLatin1();
+/// As the name ends.
+QByteArray EncodingOf(const QString& fileName) {
+    const QByteArray suffix = QFileInfo(fileName).suffix().toLower().toLatin1();
+    return suffix.isEmpty() ? "png" : suffix;
 }
 
 } // namespace
@@ -40,8 +42,7 @@ void WritePicture(TDocument& document, const TViewLook& look, const QSize& size,
 }
 
 bool IsPictureName(const QString& fileName) {
-    const QByteArray suffix = SuffixOf(fileName);
-    return suffix.isEmpty() || QImageWriter::supportedImageFormats().contains(suffix);
+    return QImageWriter::supportedImageFormats().contains(EncodingOf(fileName));
 }
 
 void WritePicture(const QImage& frame, const QString& fileName) {
@@ -50,10 +51,9 @@ void WritePicture(const QImage& frame, const QString& fileName) {
                         {.File = fileName});
     if (frame.isNull())
         throw Exception(QStringLiteral("OpenGL cannot draw here: no rendering context was made."));
-    const QByteArray suffix = SuffixOf(fileName);
     QBuffer encoded;
     encoded.open(QIODevice::WriteOnly);
-    QImageWriter writer(&encoded, suffix.isEmpty() ? "png" : suffix);
+    QImageWriter writer(&encoded, EncodingOf(fileName));
     if (!writer.write(frame))
         throw Exception(
             QStringLiteral("%1 cannot be written: %2.").arg(fileName, writer.errorString()),

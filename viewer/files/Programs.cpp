@@ -3,6 +3,7 @@
 #include "viewer/content/Describe.h"
 #include "viewer/files/OpenedFile.h"
 #include <zep/batch/Batch.h>
+#include <zep/framework/FileText.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,12 +16,10 @@ bool HoldsMoves(const TZEPObject& root) {
     return root.GetItemsCount() > 0 && ProgramLineOf(*root.GetItem(0));
 }
 
-// The name comes out of a file, and must not lead out of its folder.
 QString TextBeside(const TOpenedFile& scene, const QString& name) {
-    const QDir folder = QFileInfo(scene.Name).dir();
-    const QFileInfo text(folder, name);
-    const bool isBeside =
-        text.isFile() && QFileInfo(text.canonicalFilePath()).path() == folder.canonicalPath();
+    const QString folder = QFileInfo(scene.Name).path();
+    const QFileInfo text(QDir(folder), name);
+    const bool isBeside = IsFileIn(folder, text.filePath());
     return isBeside && text.lastModified() <= scene.State.Modified ? text.filePath() : QString();
 }
 

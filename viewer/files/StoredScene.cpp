@@ -1,6 +1,7 @@
 #include "viewer/files/StoredScene.h"
 
 #include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/framework/stream/Writer.h>
 
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -42,6 +43,11 @@ void TStoredScene::GetChildren(const std::function<void(TComponent*)>& proc, TCo
     if (MaterialLibrary()) proc(MaterialLibrary());
     TZEPScene::GetChildren(proc, root);
     for (TZEPObject* object : m_objects) proc(object);
+}
+
+void TStoredScene::SaveToWriter(TWriter& writer) {
+    writer.Omit("Selected");
+    TZEPScene::SaveToWriter(writer);
 }
 
 bool IsSceneName(const QString& fileName) {

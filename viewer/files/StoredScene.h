@@ -24,6 +24,8 @@ public:
                   const QString& fileName);
 
     void GetChildren(const std::function<void(TComponent*)>& proc, TComponent* root) override;
+    /// What is selected is a matter of the view.
+    void SaveToWriter(TWriter& writer) override;
 
 private:
     QString m_libraryName = QStringLiteral("Materials");

@@ -68,8 +68,8 @@ private:
 template <class T>
 T* AddAt(TZEPObject* parent, const TGLArrayd3& place, const TGLArrayd3& size = {1, 1, 1}) {
     auto* object = Add<T>(parent);
-    object->XForm()->Translate()->SetData(place[0], place[1], place[2]);
-    object->XForm()->Scale()->SetData(size[0], size[1], size[2]);
+    object->XForm()->Translate()->SetData(place);
+    object->XForm()->Scale()->SetData(size);
     return object;
 }
 
@@ -158,7 +158,7 @@ void TStartScene::Look(const TGLArrayd3& toEye, const TGLArrayd3& target) {
 /// A narrow view needs more distance.
 void TStartScene::Place() {
     const double k = std::max(1.0, WholeAspect / m_aspect);
-    m_camera->Target()->SetData(m_target[0], m_target[1], m_target[2]);
+    m_camera->Target()->SetData(m_target);
     m_camera->Position()->SetData(m_target[0] + k * m_toEye[0], m_target[1] + k * m_toEye[1],
                                   m_target[2] + k * m_toEye[2]);
     m_camera->Reset();

@@ -46,6 +46,7 @@ bool IsOfNumbers(const TArc& arc) {
 /// Sends the lines of an arc that a view needs.
 class TFineArc {
 public:
+    /// \param detail  with the volume and the scale of the view
     TFineArc(const TArc& arc, const TDetail& detail)
         : m_arc(arc), m_detail(detail), m_radius(RadiusOf(arc)) {}
 
@@ -88,8 +89,7 @@ private:
                 MinBoundsd(box.Min, reach);
                 MaxBoundsd(box.Max, reach);
             }
-        if (m_detail.Volume && m_detail.Volume->Shows(box.Min, box.Max) == TZEPSeen::Nothing)
-            return;
+        if (m_detail.Volume->Shows(box.Min, box.Max) == TZEPSeen::Nothing) return;
         const bool strays = stray * m_detail.Pixels->Most(box.Min, box.Max) > MostPixels;
         if (!strays || !(std::abs(turn) > LeastTurn)) return SendLine(from.Place, to.Place);
         const TEnd middle = End(from.Angle + turn / 2);

@@ -11,7 +11,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPBatch> Registered;
+const TRegisterObject<TZEPBatch> RegisteredBatch;
 
 bool IsBatch(const TZEPObject& object) {
     return qobject_cast<const TZEPBatch*>(&object);
@@ -62,20 +62,20 @@ void TZEPBatch::SetShown(const std::optional<TZEPShown>& shown) {
 }
 
 TZEPShown TZEPBatch::Shown() const {
-    if (m_shown) return *m_shown;
-    const TZEPBatch* above = BatchAbove(*this);
-    return above ? above->Shown() : TZEPShown{};
+    const TZEPShown* rules = Rules();
+    return rules ? *rules : TZEPShown{};
 }
 
-bool TZEPBatch::HasShown() const {
-    if (m_shown) return true;
+/// Its own or those of the batch above it; null where nobody has set any.
+const TZEPShown* TZEPBatch::Rules() const {
+    if (m_shown) return &*m_shown;
     const TZEPBatch* above = BatchAbove(*this);
-    return above && above->HasShown();
+    return above ? above->Rules() : nullptr;
 }
 
 /// \param ofView  of the view that draws; null: it has no rules of its own
 TBatchLook TZEPBatch::Look(const TZEPShown* ofView) const {
-    TBatchLook look{ofView && !HasShown() ? *ofView : Shown(), m_roundArcs, m_smoothShading};
+    TBatchLook look{ofView && !Rules() ? *ofView : Shown(), m_roundArcs, m_smoothShading};
     look.Shown.EvenLight = look.Shown.EvenLight || m_evenLight;
     return look;
 }

@@ -75,7 +75,7 @@ public:
 private:
     [[nodiscard]] TZEPObjectNotify Listener();
     [[nodiscard]] TBatchLook Look(const TZEPShown* ofView) const;
-    [[nodiscard]] bool HasShown() const;
+    [[nodiscard]] const TZEPShown* Rules() const;
 
     std::shared_ptr<TBatchContents> m_contents; ///< may outlive the batch while it is drawn
     std::optional<TZEPShown> m_shown;

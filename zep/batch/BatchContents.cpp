@@ -157,11 +157,10 @@ void TBatchContents::MakeOne(TZEPObject& object, TLayer& layer) {
     layer.IsStale = false;
     ListSelected(layer);
     ListSelectedBelow(layer);
-    m_meshes.Doubt();
+    layer.Meshes->Doubt();
 }
 
 void TBatchContents::Update(const TBatchLook& look) {
-    if (!m_batch) return;
     TakeNews();
     Follow(look);
     MakeStale();
@@ -248,13 +247,12 @@ TLayerView TBatchContents::View(const TBatchLook& look, TZEPDrawKind kind) {
     view.Surfaces = {.Sinks = HasLines(),
                      .Wire = shown.Wire || kind == dkDraft,
                      .Flat = shown.Shading == TZEPShading::Flat};
-    if (smooth && !view.Surfaces.Flat && !view.Surfaces.Wire) view.Meshes = &m_meshes;
+    if (smooth && !view.Surfaces.Flat && !view.Surfaces.Wire) view.Meshes = m_own.Meshes.get();
     return view;
 }
 
 void TBatchContents::Draw(const TBatchLook& look, TZEPSceneContext& scene, TZEPDrawState state,
                           TZEPDrawKind kind) {
-    if (!m_batch) return;
     const bool even = look.Shown.EvenLight;
     if (even && (state == dsShadowObjects || state == dsShadows)) return;
     if (even && state == dsNonShadowObjects && scene.Shadows()) state = dsAllObjects;
@@ -272,22 +270,29 @@ void TBatchContents::Draw(const TBatchLook& look, TZEPSceneContext& scene, TZEPD
     m_marks.Draw(frame, view);
 }
 
-// Each is held while it draws, and made anew before where something that was drawn has freed what
-// is in it.
+// Each is made anew before where something that was drawn has freed what is in it.
 void TBatchContents::DrawLayers(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
                                 const TLayerView& view) {
     const TZEPFrame& frame = scene.Frame();
-    const auto own = m_own.Batch;
-    own->Draw(idd, scene, state, kind, view);
+    DrawLayer(m_own, idd, scene, state, kind, view);
     const std::vector<TZEPObject*> order = m_order;
     for (TZEPObject* object : order) {
         if (frame.SceneIsGone) return;
         const auto found = m_batch ? m_layers.find(object) : m_layers.end();
         if (found == m_layers.end() || !found->second.Of || !object->Visible()) continue;
         if (found->second.IsStale) MakeOne(*object, found->second);
-        const auto batch = found->second.Batch;
-        batch->Draw(object->GetMatrix(), scene, state, kind, view);
+        DrawLayer(found->second, object->GetMatrix(), scene, state, kind, view);
     }
+}
+
+// What it draws may take the layer away.
+void TBatchContents::DrawLayer(const TLayer& layer, const TGLMatrixd4& frame,
+                               TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
+                               TLayerView view) {
+    const TLayer::TBatch batch = layer.Batch;
+    const std::shared_ptr<TSmoothMeshes> meshes = layer.Meshes;
+    if (view.Meshes) view.Meshes = meshes.get();
+    batch->Draw(frame, scene, state, kind, view);
 }
 
 } // namespace ZEP

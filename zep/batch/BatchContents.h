@@ -44,6 +44,7 @@ private:
         TBatch Other;            ///< for the other background; null: out of date
         TLayerBatch::TObjects Selected;
         TLayerBatch::TObjects Parents, SelectedBelow; ///< of what draws itself
+        std::shared_ptr<TSmoothMeshes> Meshes = std::make_shared<TSmoothMeshes>();
         bool IsStale = true;
 
         void MarkStale();
@@ -67,6 +68,8 @@ private:
     [[nodiscard]] TLayerView View(const TBatchLook& look, TZEPDrawKind kind);
     void DrawLayers(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
                     const TLayerView& view);
+    static void DrawLayer(const TLayer& layer, const TGLMatrixd4& frame, TZEPSceneContext& scene,
+                          TZEPDrawState state, TZEPDrawKind kind, TLayerView view);
     /// Calls `visit` for what is made of the batch itself and of each layer that is seen.
     template <class Visit>
     void ForEachSeen(const Visit& visit) const;
@@ -79,7 +82,6 @@ private:
     std::unordered_map<TZEPObject*, TLayer> m_layers;
     std::vector<TZEPObject*> m_order; ///< of the layers
     TBatchMarks m_marks;
-    TSmoothMeshes m_meshes;
     TBatchRules m_rules;
     std::optional<TColor> m_background;                     ///< that the rules are made for
     std::optional<std::optional<TColor>> m_otherBackground; ///< that the others are made for

@@ -68,16 +68,14 @@ void TBatchMarks::Build(const TZEPObject& batch, const TObjects& selected, bool 
         if (object && IsSeen(*object, batch)) List(*object, FrameOf(*object, batch), whole, marked);
     std::vector<TZEPBlockBox> boxes;
     for (const TMarked& mark : marked) boxes.push_back(BoxOf(*mark.Object, mark.Matrix));
-    TSpots spots(boxes);
-    std::vector<std::size_t> places;
-    for (const TZEPBlockBox& box : boxes) places.push_back(spots.Of(box));
-    m_spots.assign(marked.empty() ? 0 : spots.Count(), {});
+    const TSpots spots(boxes);
+    m_spots.assign(spots.Count(), {});
     for (std::size_t i = 0; i < m_spots.size(); ++i) {
         rules.Error = spots.Error(i);
         m_spots[i].Origin = spots.Origin(i);
         m_spots[i].Paths.Start(m_spots[i].Origin, rules);
     }
-    for (std::size_t i = 0; i < marked.size(); ++i) Mark(marked[i], m_spots[places[i]].Paths);
+    for (std::size_t i = 0; i < marked.size(); ++i) Mark(marked[i], m_spots[spots.Of(i)].Paths);
     for (TSpot& spot : m_spots) spot.Paths.Close();
 }
 

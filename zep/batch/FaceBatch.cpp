@@ -31,13 +31,6 @@ void SetColorMaterial(bool plain) {
 
 } // namespace
 
-void TFaceBatch::Start(const TGLArrayd3& origin) {
-    m_vertexes.Clear();
-    m_normals.clear();
-    m_edges.clear();
-    m_origin = origin;
-}
-
 void TFaceBatch::Close() {
     m_vertexes.Close();
     m_normals.shrink_to_fit();

@@ -10,8 +10,8 @@ class TZEPPolygon;
 /// sides.
 class TFaceBatch {
 public:
-    /// Forgets everything. \param origin  is subtracted from all places
-    void Start(const TGLArrayd3& origin);
+    /// \param origin  is subtracted from all places
+    void Start(const TGLArrayd3& origin) { m_origin = origin; }
     /// \param corners  three or four, in order
     void Add(const std::vector<TGLArrayd3>& corners, TColor color);
     void Close();

@@ -8,16 +8,14 @@
 #include <zep/objects/Point.h>
 #include <zep/objects/Polygon.h>
 #include <zep/objects/Polyline.h>
-
-#include <typeindex>
-#include <unordered_map>
+#include <zep/scene/ClassTable.h>
 
 namespace ZEP {
 
 namespace {
 
 using enum TZEPGathered;
-using TClasses = std::unordered_map<std::type_index, TZEPGathered>;
+using TClasses = TZEPClassTable<TZEPGathered>;
 
 TClasses& Classes() {
     static TClasses classes{
@@ -30,22 +28,15 @@ TClasses& Classes() {
 } // namespace
 
 TZEPGatheredClass::TZEPGatheredClass(const std::type_info& type, TZEPGathered kind) : m_type(type) {
-    Classes()[type] = kind;
+    Classes().Set(type, kind);
 }
 
 TZEPGatheredClass::~TZEPGatheredClass() {
-    Classes().erase(m_type);
+    Classes().Remove(m_type);
 }
 
-// Neighbours are mostly of one class: the name of a million would be hashed in vain.
 TZEPGathered TZEPGatheredClass::Of(const TZEPObject& object) {
-    thread_local const std::type_info* last = nullptr;
-    thread_local TZEPGathered kind = No;
-    const std::type_info& type = typeid(object);
-    if (last == &type) return kind;
-    last = &type;
-    const auto found = Classes().find(type);
-    return kind = found == Classes().end() ? No : found->second;
+    return Classes().Of(typeid(object));
 }
 
 bool IsGroup(const TZEPObject& object) {

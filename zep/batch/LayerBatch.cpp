@@ -109,13 +109,11 @@ public:
     }
 
     void Fill() {
-        TSpots spots(m_boxes);
-        std::vector<std::size_t> places;
-        for (const TZEPBlockBox& box : m_boxes) places.push_back(spots.Of(box));
-        for (std::size_t i = 0; i < spots.Count() && !m_found.empty(); ++i)
+        const TSpots spots(m_boxes);
+        for (std::size_t i = 0; i < spots.Count(); ++i)
             Start(m_layer.m_spots.emplace_back(), spots.Origin(i), spots.Error(i));
         for (std::size_t i = 0; i < m_found.size(); ++i)
-            Take(*m_found[i].Object, m_frames[m_found[i].Frame], m_layer.m_spots[places[i]]);
+            Take(*m_found[i].Object, m_frames[m_found[i].Frame], m_layer.m_spots[spots.Of(i)]);
         for (TSpot& spot : m_layer.m_spots) {
             spot.Paths.Close();
             spot.Faces.Close();

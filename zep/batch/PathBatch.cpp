@@ -62,11 +62,8 @@ void SetPlain(TPenStyle style, float width) {
 // --- taking over -------------------------------------------------------------------------------
 
 void TPathBatch::Start(const TGLArrayd3& origin, const TBatchRules& rules) {
-    m_lines.clear();
-    m_points.clear();
     m_origin = origin;
     m_rules = rules;
-    m_knowsShown = false;
 }
 
 std::size_t TPathBatch::VertexCount() const {
@@ -153,8 +150,7 @@ TVertexArray& TPathBatch::PointsOf(float width) {
 }
 
 TVertexColor TPathBatch::ShownColor(TColor color) {
-    if (m_knowsShown && color == m_given) return m_shown;
-    m_knowsShown = true;
+    if (m_given == color) return m_shown;
     m_given = color;
     return m_shown = ToVertexColor(m_rules.Shown(color));
 }

@@ -5,6 +5,7 @@
 #include <zep/framework/Color.h>
 
 #include <functional>
+#include <optional>
 
 namespace ZEP {
 
@@ -24,10 +25,10 @@ struct TBatchRules {
 /// cannot be drawn at an interactive rate. What has the same width and style is drawn together.
 class TPathBatch {
 public:
-    /// Forgets everything. \param origin  is subtracted from all places, which keeps them exact
+    /// \param origin  is subtracted from all places, which keeps them exact
     void Start(const TGLArrayd3& origin, const TBatchRules& rules);
-    /// \param matrix  from the frame of the object to that of the batch
     /// Nothing of what it does not take.
+    /// \param matrix  from the frame of the object to that of the batch
     void Add(TZEPObject& object, const TGLMatrixd4& matrix);
     /// \return false for what is of another kind
     [[nodiscard]] static bool Takes(const TZEPObject& object);
@@ -78,9 +79,8 @@ private:
     TLines* m_present = nullptr; ///< that lines are added to
     TVertexColor m_color{};
     TGLArrayd3 m_last{};
-    TColor m_given = clBlack; ///< the one whose shown colour is at hand
+    std::optional<TColor> m_given; ///< the one whose shown colour is at hand
     TVertexColor m_shown{};
-    bool m_knowsShown = false;
 };
 
 } // namespace ZEP

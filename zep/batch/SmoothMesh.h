@@ -45,7 +45,7 @@ private:
     std::size_t m_signature; ///< of what it was made of
 };
 
-/// The smooth meshes of a batch, made when they are first drawn.
+/// The smooth meshes of a layer, made when they are first drawn.
 class TSmoothMeshes {
 public:
     /// \return false for what is no mesh, or one that has a shading of its own, and in passes that

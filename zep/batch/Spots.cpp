@@ -70,7 +70,13 @@ TGLArrayd3 Amid(const std::vector<TZEPBlockBox>& samples) {
 } // namespace
 
 TSpots::TSpots(const std::vector<TZEPBlockBox>& boxes) {
-    const std::vector<TZEPBlockBox> samples = SamplesOf(boxes);
+    if (boxes.empty()) return;
+    Start(SamplesOf(boxes));
+    m_ofBoxes.reserve(boxes.size());
+    for (const TZEPBlockBox& box : boxes) m_ofBoxes.push_back(Place(box));
+}
+
+void TSpots::Start(const std::vector<TZEPBlockBox>& samples) {
     m_spots.push_back({samples.empty() ? zero3d : Amid(samples)});
     if (samples.empty()) return;
     const auto distance = [&](const auto& box) {
@@ -81,7 +87,7 @@ TSpots::TSpots(const std::vector<TZEPBlockBox>& boxes) {
                                Quantile(Each(samples, size), 0.25));
 }
 
-std::size_t TSpots::Of(const TZEPBlockBox& box) {
+std::size_t TSpots::Place(const TZEPBlockBox& box) {
     if (!IsOfNumbers(box)) return 0;
     const std::size_t found = Find(box);
     MinBoundsd(m_spots[found].Box.Min, box.Min);

@@ -74,12 +74,6 @@ private:
     std::array<double, 2> m_half{};
 };
 
-void TTextBatch::Start(const TGLArrayd3& origin) {
-    m_texts.clear();
-    m_frames.clear();
-    m_origin = origin;
-}
-
 void TTextBatch::Add(TZEPLabel& label, const TGLMatrixd4& frame, TColor color) {
     if (m_frames.empty() || m_frames.back() != frame) m_frames.push_back(frame);
     TGLMatrixd4 matrix;

@@ -11,11 +11,10 @@ class TZEPLabel;
 /// read is drawn as a line, and what is out of view not at all: letters are what costs most.
 class TTextBatch {
 public:
-    /// Forgets everything. \param origin  is subtracted from all places
-    void Start(const TGLArrayd3& origin);
+    /// \param origin  is subtracted from all places
+    void Start(const TGLArrayd3& origin) { m_origin = origin; }
     /// \param frame  that the label lies in: leads to the frame of the batch
     void Add(TZEPLabel& label, const TGLMatrixd4& frame, TColor color);
-    [[nodiscard]] std::size_t Count() const { return m_texts.size(); }
 
     /// After what is opaque. \param least  height in pixels from which on letters are drawn
     void Draw(double least) const;

@@ -41,11 +41,6 @@ void TVertexArray::Add(const TGLArrayd3& point, const TVertexColor& color) {
     m_vertexes.push_back({ToFloats(point), color});
 }
 
-void TVertexArray::Clear() {
-    m_vertexes.clear();
-    m_blocks.clear();
-}
-
 void TVertexArray::Close() {
     if (m_vertexes.capacity() > m_vertexes.size() + m_vertexes.size() / 8)
         m_vertexes.shrink_to_fit();

@@ -33,7 +33,6 @@ struct TDetail {
 class TVertexArray {
 public:
     void Add(const TGLArrayd3& point, const TVertexColor& color);
-    void Clear();
     /// No more come: memory that is not used goes back.
     void Close();
     [[nodiscard]] std::size_t Count() const { return m_vertexes.size(); }

@@ -1,5 +1,6 @@
 #include <zep/converters/FileConverter.h>
 
+#include <zep/converters/Placing.h>
 #include <zep/framework/Exception.h>
 #include <zep/scene/Object.h>
 
@@ -35,6 +36,24 @@ void TFileConverter::CheckFile(const char* method) const {
     if (!m_fileName.isEmpty()) return;
     throw Exception(QStringLiteral("No file name defined") + m_words.FullStop,
                     {.Method = Method(method)});
+}
+
+void TFileConverter::ClearRoot(const char* method) const {
+    if (m_clearBeforRead) m_root->Clear();
+    CheckRoot(method);
+}
+
+bool TFileConverter::Finishes(const std::function<bool()>& read) {
+    try {
+        return read();
+    } catch (const TReadingEnd&) {
+        return false;
+    }
+}
+
+TZEPObject& TFileConverter::RootThere() const {
+    if (!m_root) throw TReadingEnd();
+    return *m_root;
 }
 
 TProgress TFileConverter::GuardedProgress() const {

@@ -48,6 +48,13 @@ protected:
     void CheckRoot(const char* method) const;
     /// Raises `Exception` without a root or a file name.
     void CheckFile(const char* method) const;
+    /// Frees the children of the root before a file is read, where that is asked for. Raises
+    /// `Exception` when a handler of what then happens frees the root, too.
+    void ClearRoot(const char* method) const;
+    /// What `read` answers; false where a handler has freed what it needs.
+    [[nodiscard]] static bool Finishes(const std::function<bool()>& read);
+    /// What is read into. Raises `TReadingEnd` where a handler has taken it away.
+    [[nodiscard]] TZEPObject& RootThere() const;
     /// The host's call. It may free or replace the root while it is asked: then there is nothing to
     /// read into, and the reading ends.
     [[nodiscard]] TProgress GuardedProgress() const;

@@ -1,5 +1,7 @@
 #include <zep/converters/TextureFolder.h>
 
+#include <zep/framework/FileText.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -77,14 +79,8 @@ QString TTextureFolder::Find(const QString& name) {
     const QString file = LastPart(name);
     if (m_folder.isEmpty() || file.isEmpty()) return {};
     const bool isThere = QFileInfo(m_folder + file).isFile();
-    const QString found = isThere ? file : FindOther(file);
-    return !found.isEmpty() && IsInFolder(m_folder + found) ? m_folder + found : QString();
-}
-
-// A link may lead anywhere: out of the folder, or to a pipe that nobody writes into.
-bool TTextureFolder::IsInFolder(const QString& path) const {
-    const QFileInfo target(QFileInfo(path).canonicalFilePath());
-    return target.isFile() && target.path() == QFileInfo(m_folder).canonicalFilePath();
+    const QString path = m_folder + (isThere ? file : FindOther(file));
+    return IsFileIn(m_folder, path) ? path : QString();
 }
 
 QString TTextureFolder::FindOther(const QString& file) {

@@ -23,7 +23,6 @@ public:
 
 private:
     [[nodiscard]] QString FindOther(const QString& file);
-    [[nodiscard]] bool IsInFolder(const QString& path) const;
 
     QString m_folder; // with a slash at its end
     QStringList m_files;

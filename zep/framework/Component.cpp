@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QSet>
 
+#include <algorithm>
 #include <vector>
 
 namespace ZEP {
@@ -104,15 +105,25 @@ TComponent* TComponent::FindComponent(const QString& name) const {
     return m_relations ? m_relations->ByName.value(name.toLower()) : nullptr;
 }
 
-void TComponent::CheckOwnership(const TComponent& component) const {
+// NOLINTNEXTLINE(misc-no-recursion): as deep as `DeepestNesting`
+int TComponent::DepthBelow() const {
     int depth = 0;
-    for (const TComponent* owner = this; owner; owner = owner->m_owner) {
+    if (m_relations)
+        for (const TComponent* owned : m_relations->Owned)
+            depth = std::max(depth, 1 + owned->DepthBelow());
+    return depth;
+}
+
+void TComponent::CheckOwnership(TComponent& component) const {
+    int depth = 0;
+    for (const TComponent* owner = this; owner; owner = owner->m_owner, ++depth)
         if (owner == &component)
             throw Exception(QStringLiteral("A component cannot own one that owns it"));
-        if (++depth > DeepestNesting)
-            throw Exception(
-                QStringLiteral("Components are owned deeper than %1 levels").arg(DeepestNesting));
-    }
+    if (depth + component.m_depthBelow <= DeepestNesting) return;
+    component.m_depthBelow = static_cast<std::uint16_t>(component.DepthBelow()); // some have gone
+    if (depth + component.m_depthBelow <= DeepestNesting) return;
+    throw Exception(
+        QStringLiteral("Components are owned deeper than %1 levels").arg(DeepestNesting));
 }
 
 void TComponent::InsertComponent(TComponent* component) {
@@ -126,6 +137,9 @@ void TComponent::InsertComponent(TComponent* component) {
     component->m_owner = this;
     component->m_ownerIndex = static_cast<int>(related.Owned.size());
     related.Owned.push_back(component);
+    int below = component->m_depthBelow;
+    for (TComponent* owner = this; owner && owner->m_depthBelow <= below; owner = owner->m_owner)
+        owner->m_depthBelow = static_cast<std::uint16_t>(++below);
     if (!name.isEmpty()) related.ByName.insert(name.toLower(), component);
 }
 

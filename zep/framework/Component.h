@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <new>
@@ -38,7 +39,10 @@ public:
     /// Freeing a component that goes already does nothing: who hears that it goes may free it, its
     /// owner or its parent.
     static void operator delete(TComponent* component, std::destroying_delete_t);
+    static void* operator new(std::size_t size) { return ::operator new(size); }
+    static void* operator new(std::size_t size, void* place) { return ::operator new(size, place); }
     static void operator delete(void* memory) { ::operator delete(memory); }
+    static void operator delete(void* memory, void* place) { ::operator delete(memory, place); }
 
     /// The class name without its namespace: "TZEPLine".
     [[nodiscard]] QString ClassName() const;
@@ -116,12 +120,14 @@ private:
     struct Relations;
     Relations& Related();
     void TellListeners();
-    void CheckOwnership(const TComponent& component) const;
+    void CheckOwnership(TComponent& component) const;
+    [[nodiscard]] int DepthBelow() const;
 
     TComponent* m_owner = nullptr;
     std::unique_ptr<Relations> m_relations;
     int m_ownerIndex = -1;
     int m_tag = 0;
+    std::uint16_t m_depthBelow = 0; // levels of what is owned, at most
     bool m_designing = false;
     bool m_destroying = false;
 };

@@ -97,8 +97,8 @@ private:
         return name;
     }
 
-    [[nodiscard]] int Opened(const QByteArray& name) const {
-        const int handle = open(name.constData(), O_WRONLY | O_CLOEXEC);
+    [[nodiscard]] int Opened(const QByteArray& name, int access) const {
+        const int handle = open(name.constData(), access | O_CLOEXEC);
         if (handle < 0) Refuse(errno);
         return handle;
     }
@@ -114,7 +114,7 @@ private:
     }
 
     void SaveInto() const {
-        TOutput output(Opened(QFile::encodeName(m_fileName)));
+        TOutput output(Opened(QFile::encodeName(m_fileName), O_WRONLY));
         WriteAll(output);
     }
 
@@ -165,9 +165,10 @@ private:
         static_cast<void>(fchmod(handle, m_old->st_mode & (isKept ? 07777U : 0777U)));
     }
 
-    // The room is taken first: from then on a full disk does not matter.
+    // The room is taken first: from then on a full disk does not matter. On disks that cannot take
+    // it (NFS, FAT), the system does so byte by byte, and reads what is there.
     void SaveInPlace(const QByteArray& whole) const {
-        TOutput output(Opened(m_target));
+        TOutput output(Opened(m_target, O_RDWR));
         const int handle = output.Handle();
         const int error = whole.isEmpty() ? 0 : posix_fallocate(handle, 0, whole.size());
         if (error != 0) {

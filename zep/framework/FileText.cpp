@@ -7,6 +7,11 @@
 
 namespace ZEP {
 
+bool IsFileIn(const QString& folder, const QString& fileName) {
+    const QFileInfo target(QFileInfo(fileName).canonicalFilePath());
+    return target.isFile() && target.path() == QFileInfo(folder).canonicalFilePath();
+}
+
 TFileText::TFileText(const QString& fileName, const QString& method) {
     const auto refuse = [&](const QString& reason) {
         throw Exception(QStringLiteral("Can't read \"%1\": %2.").arg(fileName, reason),

@@ -11,6 +11,10 @@ class QFile;
 
 namespace ZEP {
 
+/// An ordinary file of that folder itself, or a link to such: where a name that comes out of a file
+/// may lead, and not out of the folder, nor to a pipe that nobody writes into.
+[[nodiscard]] ZEP_CORE_EXPORT bool IsFileIn(const QString& folder, const QString& fileName);
+
 /// The bytes of a file as they are when it is opened. They are read and not mapped: other programs
 /// may rewrite a file, cut it short or remove it at any time.
 class ZEP_CORE_EXPORT TFileText {

@@ -6,7 +6,7 @@ namespace ZEP {
 
 namespace {
 
-TMessageHandler& Handler() {
+TMessageHandler& CurrentHandler() {
     static TMessageHandler handler;
     return handler;
 }
@@ -14,7 +14,8 @@ TMessageHandler& Handler() {
 } // namespace
 
 void ShowMessage(const QString& text, const QString& title, TMessageIcon icon) {
-    if (Handler()) return Handler()(text, title, icon);
+    if (const TMessageHandler handler = CurrentHandler())
+        return handler(text, title, icon); // it may go
     PrintText(stderr, title + QStringLiteral(": ") + text + QLatin1Char('\n'));
 }
 
@@ -30,7 +31,7 @@ void PrintText(std::FILE* stream, const QString& text) {
 }
 
 TMessageHandler SetMessageHandler(TMessageHandler handler) {
-    return std::exchange(Handler(), std::move(handler));
+    return std::exchange(CurrentHandler(), std::move(handler));
 }
 
 } // namespace ZEP

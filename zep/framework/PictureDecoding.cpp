@@ -35,7 +35,7 @@ QByteArray PixelsOfPng(const QByteArray& data) {
         const QByteArrayView chunk(data.constData() + at, length + ChunkFrame);
         const QByteArrayView name = chunk.sliced(4, 4);
         if (std::ranges::find(PixelChunks, name) != PixelChunks.end()) pixels.append(chunk);
-        if (name == PixelChunks[3]) break; // what follows is no picture
+        if (name == "IEND") break; // what follows is no picture
         at += chunk.size();
     }
     return pixels;

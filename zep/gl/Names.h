@@ -14,8 +14,21 @@ ZEP_CORE_EXPORT void ReleaseDisplayList(GLuint name);
 ZEP_CORE_EXPORT void ReleaseTexture(GLuint name);
 /// Deletes what waits; a frame calls it with its context current.
 ZEP_CORE_EXPORT void DeleteReleasedNames();
-/// The context binding tells whether a context is current on the window thread.
+/// Whoever draws tells whether a context is current on the window thread.
 ZEP_CORE_EXPORT void SetContextIsCurrent(bool current);
+
+/// Names that are freed while this lives are deleted at once; else at the next frame, since nobody
+/// knows which context a host has current in between.
+class TZEPNamesScope {
+public:
+    TZEPNamesScope() {
+        SetContextIsCurrent(true);
+        DeleteReleasedNames();
+    }
+    ~TZEPNamesScope() { SetContextIsCurrent(false); }
+    TZEPNamesScope(const TZEPNamesScope&) = delete;
+    TZEPNamesScope& operator=(const TZEPNamesScope&) = delete;
+};
 /// @}
 
 /// \name What there is beyond OpenGL 1.1

@@ -11,7 +11,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPArc> Registered;
+const TRegisterObject<TZEPArc> RegisteredArc;
 
 constexpr double Radian = std::numbers::pi / 180;
 constexpr double Quarter = 90;

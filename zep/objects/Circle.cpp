@@ -4,14 +4,13 @@
 #include <zep/objects/CirclePoints.h>
 #include <zep/objects/SegmentCount.h>
 
-#include <algorithm>
 #include <numbers>
 
 namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPCircle> Registered;
+const TRegisterObject<TZEPCircle> RegisteredCircle;
 
 } // namespace
 

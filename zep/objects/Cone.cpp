@@ -9,7 +9,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPCone> Registered;
+const TRegisterObject<TZEPCone> RegisteredCone;
 
 } // namespace
 

@@ -12,7 +12,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPHeightField> Registered;
+const TRegisterObject<TZEPHeightField> RegisteredHeightField;
 
 struct TRange {
     double Min, Max;

@@ -93,8 +93,8 @@ protected:
     [[nodiscard]] bool StaysInSize() const override { return true; }
 
 Q_SIGNALS:
-    /// A callback has thrown. It may do so in the middle of a frame: show messages later, by a
-    /// queued connection.
+    /// A callback has thrown, maybe in the middle of a frame or of measuring: show messages, and
+    /// change the tree, later, by a queued connection.
     void Failed(ZEP::TZEPObject* sender, const QString& error) const;
 
 private:

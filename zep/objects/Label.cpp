@@ -8,7 +8,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPLabel> Registered;
+const TRegisterObject<TZEPLabel> RegisteredLabel;
 
 void SendPlaceIn(const TTextBox& box, const TTextPoint& point) {
     const auto& [low, high] = box;
@@ -77,13 +77,10 @@ void TZEPLabel::DrawSpecific(GLenum, bool draft) {
     if (m_caption.isEmpty()) return;
     if (m_bitmapFont) return DrawBitmap();
     const auto& [low, high] = Box();
-    glPushAttrib(GL_POLYGON_BIT);
+    const TZEPAttribScope attributes(GL_POLYGON_BIT);
     glDisable(GL_CULL_FACE);
-    if (IsSelecting())
-        glRectf(low[0], low[1], high[0], high[1]);
-    else
-        DrawShape(draft);
-    glPopAttrib();
+    if (IsSelecting()) return glRectf(low[0], low[1], high[0], high[1]);
+    DrawShape(draft);
 }
 
 // Pixels have no outline.

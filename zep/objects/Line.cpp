@@ -4,7 +4,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPLine> Registered;
+const TRegisterObject<TZEPLine> RegisteredLine;
 
 } // namespace
 

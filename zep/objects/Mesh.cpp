@@ -16,7 +16,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPMesh> Registered;
+const TRegisterObject<TZEPMesh> RegisteredMesh;
 
 /// Up to here immediate mode is as quick as arrays, which have to be set up.
 constexpr int FewFaces = 64;

@@ -4,7 +4,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPNode> Registered;
+const TRegisterObject<TZEPNode> RegisteredNode;
 
 constexpr double Empty = 1000;
 

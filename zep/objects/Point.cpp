@@ -6,7 +6,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPPoint> Registered;
+const TRegisterObject<TZEPPoint> RegisteredPoint;
 
 } // namespace
 

@@ -19,7 +19,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPPolygon> Registered;
+const TRegisterObject<TZEPPolygon> RegisteredPolygon;
 
 /// The vertices that were made where edges cross.
 std::deque<std::array<double, 6>>& CombinedVertices() {

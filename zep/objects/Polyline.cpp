@@ -13,7 +13,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPPolyline> Registered;
+const TRegisterObject<TZEPPolyline> RegisteredPolyline;
 
 TGLArrayd3 ColorPoint(const TZEPVertex3CI& vertex) {
     const TGLColor color = vertex.RGBA();

@@ -11,7 +11,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPSphere> Registered;
+const TRegisterObject<TZEPSphere> RegisteredSphere;
 
 constexpr double Radius = 0.5;
 

@@ -9,7 +9,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPTeapot> Registered;
+const TRegisterObject<TZEPTeapot> RegisteredTeapot;
 
 /// A picture covers each patch once.
 constexpr float TextureCorners[4][2] = {{0, 0}, {1, 0}, {0, 1}, {1, 1}};

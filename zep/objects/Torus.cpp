@@ -11,7 +11,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPTorus> Registered;
+const TRegisterObject<TZEPTorus> RegisteredTorus;
 
 /// Where the part `turn` (0 to 1) of a full turn points.
 std::array<double, 2> Direction(double turn) {

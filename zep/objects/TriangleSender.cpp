@@ -1,15 +1,13 @@
 #include <zep/objects/TriangleSender.h>
 
-#include <zep/gl/ClientArrays.h>
-
 #include <utility>
 
 namespace ZEP {
 
 // NOLINTNEXTLINE(*-member-init): what is not sent is not written either
-TArraySender::TArraySender(bool textured) : m_textured(textured) {
+TArraySender::TArraySender(bool textured)
+    : m_arrays{GL_VERTEX_ARRAY, GL_NORMAL_ARRAY}, m_textured(textured) {
     const TVertex& first = m_vertexes.front();
-    PushClientArrays({GL_VERTEX_ARRAY, GL_NORMAL_ARRAY});
     glVertexPointer(3, GL_FLOAT, sizeof(TVertex), first.Point.data());
     glNormalPointer(GL_FLOAT, sizeof(TVertex), first.Normal.data());
     if (!textured) return;
@@ -19,7 +17,6 @@ TArraySender::TArraySender(bool textured) : m_textured(textured) {
 
 TArraySender::~TArraySender() {
     Flush();
-    glPopClientAttrib();
 }
 
 void TArraySender::Flush() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/gl/ClientArrays.h>
 #include <zep/scene/Geom.h>
 #include <zep/scene/Vectors.h>
 
@@ -57,6 +58,7 @@ private:
 
     void Flush();
 
+    TClientArraysScope m_arrays;
     bool m_textured;
     TGLArrayf3 m_normal{};
     TTexCoord m_texCoord{};

@@ -10,7 +10,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPUser> Registered;
+const TRegisterObject<TZEPUser> RegisteredUser;
 
 GLint Depth(GLenum stack) {
     GLint depth = 0;
@@ -52,7 +52,8 @@ private:
 } // namespace
 
 void TZEPUser::Report() const {
-    Q_EMIT Failed(const_cast<TZEPUser*>(this), Error());
+    const QString error = Error(); // a slot may free this
+    Q_EMIT Failed(const_cast<TZEPUser*>(this), error);
 }
 
 void TZEPUser::SetOnDraw(TDraw draw) {

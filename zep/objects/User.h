@@ -37,8 +37,8 @@ public:
     void DrawSpecific(GLenum face, bool draft) override;
 
 Q_SIGNALS:
-    /// A callback has thrown. It may do so in the middle of a frame: show messages later, by a
-    /// queued connection.
+    /// A callback has thrown, maybe in the middle of a frame or of measuring: show messages, and
+    /// change the tree, later, by a queued connection.
     void Failed(ZEP::TZEPObject* sender, const QString& error) const;
 
 protected:

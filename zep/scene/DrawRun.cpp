@@ -149,21 +149,20 @@ void TZEPDrawRun::End() {
 
 // --- turns and walks -----------------------------------------------------------------------------
 
+TZEPDrawRun::Scope::~Scope() {
+    m_run.m_walks = m_outerWalks;
+    m_run.m_shares = m_outerShares;
+    m_run.m_waits = false;
+}
+
 // Within the turn of one that shares nothing waits, and an outer one that shares is done with it.
-TZEPDrawRun::Turn::Turn(TZEPDrawRun& run, bool shares)
-    : m_run(run), m_outerWalks(run.m_walks), m_outerShares(run.m_shares) {
+TZEPDrawRun::Turn::Turn(TZEPDrawRun& run, bool shares) : Scope(run) {
     if (!shares || m_outerShares) {
         run.End();
         run.m_walks = false;
     }
     run.m_shares = shares && run.m_walks;
     run.m_waits = false;
-}
-
-TZEPDrawRun::Turn::~Turn() {
-    m_run.m_walks = m_outerWalks;
-    m_run.m_shares = m_outerShares;
-    m_run.m_waits = false;
 }
 
 TZEPDrawRun::RuleScope::RuleScope(TZEPDrawRun& run, const TZEPDrawRules& rules) : m_run(run) {
@@ -176,18 +175,11 @@ TZEPDrawRun::RuleScope::~RuleScope() {
     m_run.m_rules = m_outer;
 }
 
-TZEPDrawRun::Walk::Walk(TZEPDrawRun& run)
-    : m_run(run), m_outerWalks(std::exchange(run.m_walks, true)),
-      m_outerShares(std::exchange(run.m_shares, false)) {
-    m_run.End();
-    m_run.m_waits = false;
-}
-
-TZEPDrawRun::Walk::~Walk() {
-    m_run.End();
-    m_run.m_walks = m_outerWalks;
-    m_run.m_shares = m_outerShares;
-    m_run.m_waits = false;
+TZEPDrawRun::Walk::Walk(TZEPDrawRun& run) : Scope(run) {
+    run.End();
+    run.m_walks = true;
+    run.m_shares = false;
+    run.m_waits = false;
 }
 
 } // namespace ZEP

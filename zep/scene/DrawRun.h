@@ -72,23 +72,30 @@ private:
 /// (`TZEPObject::SharesDrawRun`). Before any other object draws, everything is closed, and what it
 /// draws in its turn, others included, makes all its calls.
 class ZEP_CORE_EXPORT TZEPDrawRun {
+    /// Who draws, and whether closing waits, is as before at its end.
+    class ZEP_CORE_EXPORT Scope {
+    public:
+        explicit Scope(TZEPDrawRun& run)
+            : m_run(run), m_outerWalks(run.m_walks), m_outerShares(run.m_shares) {}
+        ~Scope();
+        Scope(const Scope&) = delete;
+        Scope& operator=(const Scope&) = delete;
+
+    protected:
+        TZEPDrawRun& m_run;
+        bool m_outerWalks;
+        bool m_outerShares;
+    };
+
 public:
     using TAttributes =
         std::variant<std::monostate, TZEPLineAttributes, TZEPPointAttributes, TZEPArrayAttributes>;
 
     /// An object draws itself while it lives.
-    class ZEP_CORE_EXPORT Turn {
+    class ZEP_CORE_EXPORT Turn : Scope {
     public:
         /// \param shares  it takes part
         Turn(TZEPDrawRun& run, bool shares);
-        ~Turn();
-        Turn(const Turn&) = delete;
-        Turn& operator=(const Turn&) = delete;
-
-    private:
-        TZEPDrawRun& m_run;
-        bool m_outerWalks;
-        bool m_outerShares;
     };
 
     /// An object draws with a material, which is handed to OpenGL unless it or an equal one still
@@ -153,17 +160,12 @@ public:
 
     /// A walk: closing waits for the next object while it lives, and everything is closed where
     /// it ends. Walks may nest.
-    class ZEP_CORE_EXPORT Walk {
+    class ZEP_CORE_EXPORT Walk : Scope {
     public:
         explicit Walk(TZEPDrawRun& run);
-        ~Walk();
+        ~Walk() { m_run.End(); }
         Walk(const Walk&) = delete;
         Walk& operator=(const Walk&) = delete;
-
-    private:
-        TZEPDrawRun& m_run;
-        bool m_outerWalks;
-        bool m_outerShares;
     };
 
 private:

@@ -15,6 +15,7 @@
 #include <zep/scene/XForm.h>
 
 #include <QPointer>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <atomic>
@@ -35,7 +36,7 @@ struct Census {
 } Objects;
 
 // A group of objects in a stream; no menu offers it.
-const TRegisterObject<TZEPObject> Registered("");
+const TRegisterObject<TZEPObject> RegisteredObject("");
 
 /// What objects have until they are asked for their own.
 TZEPVertex3* InitialVector() {
@@ -44,7 +45,7 @@ TZEPVertex3* InitialVector() {
 }
 
 void SetVector(TZEPVertex3& vector, const TGLArrayd3& point) {
-    vector.SetData(point[0], point[1], point[2]);
+    vector.SetData(point);
 }
 
 } // namespace
@@ -186,9 +187,11 @@ bool TZEPObject::LeaveParent() {
         TZEPObject* parent = m_parent;
         const TZEPWatch alive(this);
         m_leaving = true;
+        const auto told = qScopeGuard([this, &alive] {
+            if (alive) m_leaving = false;
+        });
         DoNotify(this, saRemove, &parent);
         if (!alive) return false;
-        m_leaving = false;
         if (m_parent != parent) return !m_parent; // a listener was first
     }
     Detach();
@@ -252,6 +255,7 @@ void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
     if (!LeaveParent()) return;
     if (!object) return EnterScene(nullptr);
     if (!parentAlive || object->IsWithin(*this)) return;
+    CheckDepth(*object); // who heard that this leaves may have put it deeper
     Join(*object, append);
     EnterScene(object->SceneOfChildren());
     if (alive && m_parent == object) DoNotify(this, saInsert, &object);

@@ -55,8 +55,8 @@ void TZEPObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind
     if (state == dsTransparent && !m_children && IsKnownOpaque()) return;
     std::optional<TZEPFrameLoan> loan;
     if (m_scene != &scene) loan.emplace(m_scene, scene);
-    const TZEPFrame& frame = scene.Frame(); // stays, where what is drawn frees the scene
-    const TZEPXFormScope transform(scene.Frame(), m_xform.get());
+    TZEPFrame& frame = scene.Frame(); // stays, where what is drawn frees the scene
+    const TZEPXFormScope transform(frame, m_xform.get());
     const bool topLevel = m_parent == scene.AsObject();
     const bool drawsItself = !scene.QuickDraw() || topLevel || DrawsInQuickDraw();
     const TZEPWatch alive(this);

@@ -16,7 +16,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPScene> Registered;
+const TRegisterObject<TZEPScene> RegisteredScene;
 constexpr int TickMilliseconds = 40;
 
 double SecondsSinceSystemStart() {
@@ -97,8 +97,7 @@ void TZEPScene::Notification(TComponent* component, TOperation operation) {
         m_materialLibrary = nullptr; // its collection is gone already
         Invalidate(this);
     }
-    if (operation == opRemove && m_currentCamera && component == m_currentCameraObject)
-        SetCurrentCamera(nullptr);
+    if (operation == opRemove && component == m_currentCameraObject) SetCurrentCamera(nullptr);
     TZEPObject::Notification(component, operation);
 }
 
@@ -124,7 +123,9 @@ void TZEPScene::SetAnimation(bool animation) {
         return;
     }
     m_timer.start(TickMilliseconds, Qt::PreciseTimer, this);
-    if (!m_timer.isActive()) throw Exception(QStringLiteral("No timer is left for the animation"));
+    if (m_timer.isActive()) return;
+    m_animation = false; // or what changes would wait for its ticks
+    throw Exception(QStringLiteral("No timer is left for the animation"));
 }
 
 void TZEPScene::timerEvent(QTimerEvent* event) {

@@ -120,10 +120,11 @@ public:
     /// @{
     /// Selects what is hit. A region of exactly 4 by 4 pixels is a point: the best hit alone, by
     /// depth or as `ManualDepthCheck` has it, is selected. Any other region is a rectangle: all
-    /// that is hit is selected. With `SelectionEnabled` off everything is deselected. \param
-    /// processHits  false only counts \param toggle       of a point: what is selected is
-    /// deselected \param clearFirst   everything is deselected before \return the number of
-    /// OpenGL's hit records
+    /// that is hit is selected. With `SelectionEnabled` off everything is deselected.
+    /// \param processHits  false only counts
+    /// \param toggle       of a point: what is selected is deselected
+    /// \param clearFirst   everything is deselected before
+    /// \return the number of OpenGL's hit records
     int Select(TZEPSceneCamera* camera, int viewWidth, int viewHeight, int x, int y, int pickWidth,
                int pickHeight, bool processHits, bool toggle, bool clearFirst);
     /// The best hit among the pickable objects of at most that pick level; null for none. Nothing

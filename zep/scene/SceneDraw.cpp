@@ -50,12 +50,13 @@ class TZEPScene::TState {
 public:
     TState(TZEPScene& scene, TZEPDrawState state)
         : m_scene(scene), m_frame(scene.Frame()), m_state(state),
-          m_entered(scene.EnterState(state)) {}
+          m_entered(scene.EnterState(state)),
+          m_darkFog(state == dsDrawShadowVolumes && scene.m_darkFog) {}
     ~TState() {
         if (!m_entered) return;
         m_frame.Run.End();
         if (m_frame.SceneIsGone)
-            PopPushed();
+            LeaveOpenGL();
         else
             m_scene.LeaveState(m_state);
     }
@@ -65,16 +66,19 @@ public:
     explicit operator bool() const { return m_entered; }
 
 private:
-    /// What must not stay on OpenGL's stacks; the rest belongs to a frame that nobody sees.
-    void PopPushed() const {
+    /// What the next frame, of another scene, would not set anew.
+    void LeaveOpenGL() const {
         if (m_state == dsReflections) glPopMatrix();
-        if (m_state == dsBuildShadowVolumes) glPopAttrib();
+        if (m_state == dsBuildShadowVolumes || m_darkFog) glPopAttrib();
+        glDepthMask(GL_TRUE);
+        glDisable(GL_BLEND);
     }
 
     TZEPScene& m_scene;
     TZEPFrame& m_frame;
     TZEPDrawState m_state;
     bool m_entered;
+    bool m_darkFog;
 };
 
 void TZEPScene::SetAmbient(const TGLColor& color) const {

@@ -68,8 +68,8 @@ std::optional<TZEPSelectHits> TZEPScene::FindHits(TZEPSceneCamera& camera,
                                                   const TZEPPickRegion& region) {
     const std::shared_ptr<TZEPFrame> frame = m_frame;
     const TZEPMatricesScope matrices;
-    camera.Pick(region.ViewWidth, region.ViewHeight, region.X, region.Y, region.Width,
-                region.Height);
+    camera.Pick(region.ViewWidth, region.ViewHeight, region.X, region.Y, std::max(region.Width, 1),
+                std::max(region.Height, 1));
     const QPointer<TZEPScene> alive(this);
     m_selectsNear = true;
     const auto done = qScopeGuard([&alive] {
@@ -111,10 +111,8 @@ TZEPObject* TZEPScene::BestOf(const TZEPSelectHits& hits, TZEPSceneCamera* camer
 TZEPObject* TZEPScene::Pick(TZEPSceneCamera* camera, int viewWidth, int viewHeight, int x, int y,
                             int pickWidth, int pickHeight, int level) {
     if (!camera) return nullptr;
-    const TZEPPickRegion region{
-        viewWidth, viewHeight, x, y, std::max(pickWidth, 1), std::max(pickHeight, 1)};
     const QPointer<TZEPObject> cameraObject(camera->AsObject());
-    const auto hits = FindHits(*camera, region);
+    const auto hits = FindHits(*camera, {viewWidth, viewHeight, x, y, pickWidth, pickHeight});
     return hits && cameraObject ? BestOf(*hits, camera, level) : nullptr;
 }
 
@@ -126,12 +124,10 @@ int TZEPScene::Select(TZEPSceneCamera* camera, int viewWidth, int viewHeight, in
         return 0;
     }
     if (!camera) return 0;
-    const TZEPPickRegion region{
-        viewWidth, viewHeight, x, y, std::max(pickWidth, 1), std::max(pickHeight, 1)};
     const QPointer<TZEPObject> cameraObject(camera->AsObject());
-    const auto hits = FindHits(*camera, region);
+    const auto hits = FindHits(*camera, {viewWidth, viewHeight, x, y, pickWidth, pickHeight});
     if (!hits) return 0;
-    const bool isPoint = region.Width == PointSize && region.Height == PointSize;
+    const bool isPoint = pickWidth == PointSize && pickHeight == PointSize;
     // From here on handlers of the events may do as they like with the tree.
     std::vector<QPointer<TZEPObject>> chosen;
     if (processHits && isPoint)

@@ -19,10 +19,10 @@ void TZEPScene::GetChildren(const std::function<void(TComponent*)>& proc, TCompo
 // A reference is stored as a name.
 void TZEPScene::SaveToWriter(TWriter& writer) {
     TZEPMaterialLibrary* library = OwnLibrary();
-    QString name = QStringLiteral("Materials");
-    for (int i = 1; library && library->Name().isEmpty(); ++i) {
-        if (!FindComponent(name)) library->SetName(name);
-        name = QStringLiteral("Materials%1").arg(i);
+    if (library && library->Name().isEmpty()) {
+        QString name = QStringLiteral("Materials");
+        for (int i = 1; FindComponent(name); ++i) name = QStringLiteral("Materials%1").arg(i);
+        library->SetName(name);
     }
     TZEPObject::SaveToWriter(writer);
 }

@@ -2,6 +2,7 @@
 
 #include <zep/scene/Geom.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ZEP {
@@ -62,6 +63,11 @@ constexpr TGLArrayd3& operator*=(TGLArrayd3& a, double times) {
 }
 [[nodiscard]] inline bool IsFinite(const TGLArrayd3& a) {
     return std::isfinite(a[0]) && std::isfinite(a[1]) && std::isfinite(a[2]);
+}
+[[nodiscard]] inline bool AreFinite(const TGLMatrixd4& m) {
+    return std::ranges::all_of(m, [](const auto& row) {
+        return std::ranges::all_of(row, [](double c) { return std::isfinite(c); });
+    });
 }
 /// For calls that hand coordinates out one by one.
 constexpr void Spread(const TGLArrayd3& a, double& x, double& y, double& z) {

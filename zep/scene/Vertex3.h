@@ -31,6 +31,7 @@ public:
     virtual void SetValue(int index, double value);
     /// All three at once: one notification, also where nothing differs.
     void SetData(double x, double y, double z);
+    void SetData(const TGLArrayd3& data) { SetData(data[0], data[1], data[2]); }
     /// All three without a notification, for an owner that follows up by itself.
     void SetDataQuietly(const TGLArrayd3& data) { m_data = data; }
 

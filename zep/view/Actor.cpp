@@ -11,7 +11,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPActor> Registered;
+const TRegisterObject<TZEPActor> RegisteredActor;
 const TZEPGatheredClass Gathered{typeid(TZEPActor), TZEPGathered::Group};
 
 } // namespace

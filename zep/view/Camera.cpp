@@ -19,7 +19,7 @@ namespace {
 
 using std::numbers::pi;
 
-const TRegisterObject<TZEPCamera> Registered;
+const TRegisterObject<TZEPCamera> RegisteredCamera;
 
 double Aspect(int width, int height) {
     return static_cast<double>(std::max(width, 1)) / std::max(height, 1);

@@ -48,7 +48,8 @@ public:
 
     /// A context for the window in its format; 0 where the system refuses.
     [[nodiscard]] virtual TContextHandle CreateContext() = 0;
-    /// Draws in the window through `context` from now on; 0 leaves the thread without one.
+    /// Draws in the window, or in a picture that was begun, through `context` from now on; 0 leaves
+    /// the thread without one.
     virtual bool MakeCurrent(TContextHandle context) = 0;
     /// Whether the system, whoever used it last, has `context` current on this thread.
     [[nodiscard]] virtual bool IsCurrent(TContextHandle context) const = 0;

@@ -33,7 +33,7 @@ void LookFrom(TZEPCamera& camera, TDirection direction) {
     camera.Reset();
     camera.SetPositionObject(nullptr);
     camera.SetTargetObject(nullptr);
-    camera.Target()->SetData(target[0], target[1], target[2]);
+    camera.Target()->SetData(target);
     camera.Position()->SetData(x, y, z);
     camera.EndUpdate();
 }

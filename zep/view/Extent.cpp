@@ -33,9 +33,9 @@ const std::vector<TGLArrayd3>& AllDirections() {
 
 /// It holds something. OpenGL counts in floats, and multiplies them.
 bool CanBeDrawn(const TZEPBounds& box) {
-    constexpr double Farthest = 1e30;
+    constexpr double Largest = 1e30;
     for (std::size_t k = 0; k < 3; ++k)
-        if (!(box.Min[k] <= box.Max[k] && box.Min[k] >= -Farthest && box.Max[k] <= Farthest))
+        if (!(box.Min[k] <= box.Max[k] && box.Min[k] >= -Largest && box.Max[k] <= Largest))
             return false;
     return true;
 }

@@ -134,7 +134,7 @@ double SlopeOf(double degrees) {
 }
 
 void SetPoint(TZEPVertex3& vertex, const TGLArrayd3& point) {
-    vertex.SetData(point[0], point[1], point[2]);
+    vertex.SetData(point);
 }
 
 void Place(TZEPCamera& camera, const TGLArrayd3& eye, const TGLArrayd3& target, double nearPlane,

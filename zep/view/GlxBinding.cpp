@@ -359,7 +359,8 @@ bool GlxBinding::MakeCurrent(TContextHandle context) {
     if (!screen) return false;
     const ErrorTrap trap(screen->Connection);
     if (!context) return glXMakeCurrent(screen->Connection, 0, nullptr);
-    return glXMakeCurrent(screen->Connection, m_child, ToContext(context)) && trap.Clean();
+    const GLXDrawable target = m_picture ? m_picture : m_child; // a picture goes on
+    return glXMakeCurrent(screen->Connection, target, ToContext(context)) && trap.Clean();
 }
 
 bool GlxBinding::IsCurrent(TContextHandle context) const {

@@ -7,7 +7,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPHeadlight> Registered;
+const TRegisterObject<TZEPHeadlight> RegisteredHeadlight;
 
 constexpr float Gloss = 0.35F;
 /// From beside and above the eye, so that faces that turn away from it alike are told apart.

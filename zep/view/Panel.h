@@ -62,7 +62,10 @@ public:
     /// A panel that is freed while the window system has it paint goes once that is done. Its
     /// window cannot wait so: free that by `deleteLater`.
     static void operator delete(TZEPPanel* panel, std::destroying_delete_t);
+    static void* operator new(std::size_t size) { return ::operator new(size); }
+    static void* operator new(std::size_t size, void* place) { return ::operator new(size, place); }
     static void operator delete(void* memory) { ::operator delete(memory); }
+    static void operator delete(void* memory, void* place) { ::operator delete(memory, place); }
 
     [[nodiscard]] TAlign Align() const { return m_align; }
     void SetAlign(TAlign align);
@@ -233,11 +236,12 @@ private:
     };
     void PaintBlack();
     void GoLater();
-    bool DrawFrame(const TFrame& frame);
-    [[nodiscard]] QString TryFrame(const TFrame& frame);
-    void NoteFrame(const QString& error);
+    template <class Use>
+    void DrawFrame(const Use& use);
+    [[nodiscard]] std::optional<QString> TryFrame(const TFrame& frame);
+    void NoteFrame(const std::optional<QString>& error);
     void DrawContent(const TFrame& frame);
-    [[nodiscard]] QImage ReadFrame() const;
+    [[nodiscard]] QImage ReadPixels(const QRect& area) const;
     void ApplyOptions();
     [[nodiscard]] bool DrawsDraft() const;
     [[nodiscard]] int TileLength() const;

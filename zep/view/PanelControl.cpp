@@ -1,5 +1,6 @@
 #include <zep/view/PanelControl.h>
 
+#include <zep/framework/Watch.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
 #include <zep/view/MousePanel.h>
@@ -57,6 +58,10 @@ TZEPMouseMode TZEPPanelControl::ModeOf(TShiftState shift) const {
     return shift & ssRight ? Known(m_mouseRight) : mmNone;
 }
 
+TZEPPanelControl::~TZEPPanelControl() {
+    TZEPWatch::Forget(this);
+}
+
 // --- press and release -------------------------------------------------------------------------
 
 void TZEPPanelControl::MouseDown(TZEPMousePanel& panel, TMouseButton, TShiftState, int x, int y) {
@@ -77,12 +82,12 @@ void TZEPPanelControl::MouseDown(TZEPMousePanel& panel, TMouseButton, TShiftStat
 
 void TZEPPanelControl::MouseUp(TZEPMousePanel& panel, TMouseButton button, TShiftState shift, int x,
                                int y) {
-    const std::weak_ptr<const char> alive = m_alive;
+    const TZEPWatch alive(this); // handlers may free the panel, and this with it
     if (panel.SelectInMouseUp() && panel.Camera()) {
         SelectPoint(panel, {x, y}, shift);
-        if (alive.expired()) return;
+        if (!alive) return;
         panel.ProcessMessages();
-        if (alive.expired()) return;
+        if (!alive) return;
     }
     if (!m_dragging) return; // the press was not here
     const bool last = !(shift & DragButtons);
@@ -94,7 +99,7 @@ void TZEPPanelControl::MouseUp(TZEPMousePanel& panel, TMouseButton button, TShif
             SelectRectangle(panel, shift);
         else
             SelectPoint(panel, {x, y}, shift);
-        if (alive.expired()) return;
+        if (!alive) return;
         m_moved = true;
     }
     if (m_moved) panel.RepaintFull();
@@ -205,16 +210,16 @@ void TZEPPanelControl::SelectRectangle(TZEPMousePanel& panel, TShiftState shift)
 
 void TZEPPanelControl::Select(TZEPMousePanel& panel, QPoint center, QSize size, bool toggle,
                               bool clearFirst) {
-    const std::weak_ptr<const char> alive = m_alive;
+    const TZEPWatch alive(this);
     panel.MakeCurrent();
     panel.FireBeforSelect();
-    if (alive.expired()) return;
+    if (!alive) return;
     panel.MakeCurrent(); // whatever the handler did
     if (TZEPScene* scene = SceneOf(panel))
         scene->Select(panel.Camera(), panel.Width(), panel.Height(), center.x(), center.y(),
                       size.width(), size.height(), true, toggle, clearFirst);
-    if (!alive.expired()) panel.FireAfterSelect();
-    if (!alive.expired()) panel.DoneCurrent();
+    if (alive) panel.FireAfterSelect();
+    if (alive) panel.DoneCurrent();
 }
 
 // --- wheel -------------------------------------------------------------------------------------

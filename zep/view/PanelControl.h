@@ -7,7 +7,6 @@
 #include <QPoint>
 #include <QPointer>
 
-#include <memory>
 #include <optional>
 
 namespace ZEP {
@@ -50,6 +49,7 @@ public:
     };
     Q_ENUM(TZEPMouseMode)
 
+    ~TZEPPanelControl() override;
     [[nodiscard]] const QMetaObject* MetaObject() const override { return &staticMetaObject; }
 
     [[nodiscard]] TZEPMouseMode MouseLeft() const { return m_mouseLeft; }
@@ -95,8 +95,6 @@ private:
     std::optional<QPoint> m_corner; ///< of the rectangle, once it was drawn
     QPointer<TZEPCamera> m_camera;  ///< whose view was stored at the press
     QPointer<TZEPScene> m_scene;    ///< whose animation was stopped
-    /// Handlers may free the panel and with it this control.
-    std::shared_ptr<const char> m_alive = std::make_shared<const char>();
 };
 
 using TZEPMouseMode = TZEPPanelControl::TZEPMouseMode;

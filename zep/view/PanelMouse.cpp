@@ -16,9 +16,10 @@ TShiftState ShiftOf(const QSinglePointEvent& event) {
     return ToShiftState(event.modifiers(), event.buttons());
 }
 
-bool IsKnown(const QMouseEvent& event) {
-    TMouseButton button{};
-    return ToMouseButton(event.button(), button);
+/// Buttons that a panel does not know, back and forward, are its parent's.
+bool Takes(QMouseEvent& event, TMouseButton& button) {
+    event.setAccepted(ToMouseButton(event.button(), button));
+    return event.isAccepted();
 }
 
 } // namespace
@@ -31,7 +32,7 @@ QPoint TZEPPanel::DevicePosition(const QPointF& position) const {
 
 void TZEPPanel::Press(QMouseEvent* event, TShiftState extra) {
     TMouseButton button{};
-    if (!ToMouseButton(event->button(), button)) return;
+    if (!Takes(*event, button)) return;
     const TShiftState shift = ShiftOf(*event) | extra;
     const QPoint at = DevicePosition(event->position());
     const QPointer<TZEPPanel> alive(this);
@@ -40,10 +41,8 @@ void TZEPPanel::Press(QMouseEvent* event, TShiftState extra) {
     if (alive) Q_EMIT AfterMouseDown(this, button, shift, at.x(), at.y());
 }
 
-// Buttons that a panel does not know, back and forward, are its parent's.
 void TZEPPanel::mousePressEvent(QMouseEvent* event) {
     QWidget::mousePressEvent(event);
-    event->setAccepted(IsKnown(*event));
     Press(event, {});
 }
 
@@ -60,9 +59,8 @@ void TZEPPanel::mouseMoveEvent(QMouseEvent* event) {
 
 void TZEPPanel::mouseReleaseEvent(QMouseEvent* event) {
     QWidget::mouseReleaseEvent(event);
-    event->setAccepted(IsKnown(*event));
     TMouseButton button{};
-    if (!ToMouseButton(event->button(), button)) return;
+    if (!Takes(*event, button)) return;
     const TShiftState shift = ShiftOf(*event);
     const QPoint at = DevicePosition(event->position());
     const QPointer<TZEPPanel> alive(this);
@@ -74,13 +72,11 @@ void TZEPPanel::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TZEPPanel::mouseDoubleClickEvent(QMouseEvent* event) {
-    event->setAccepted(IsKnown(*event));
-    const QPointer<TZEPPanel> alive(this);
     TMouseButton button{};
-    if (ToMouseButton(event->button(), button)) {
-        const QPoint at = DevicePosition(event->position());
-        Q_EMIT AfterMouseDblClick(this, button, ShiftOf(*event) | ssDouble, at.x(), at.y());
-    }
+    if (!Takes(*event, button)) return;
+    const QPointer<TZEPPanel> alive(this);
+    const QPoint at = DevicePosition(event->position());
+    Q_EMIT AfterMouseDblClick(this, button, ShiftOf(*event) | ssDouble, at.x(), at.y());
     // The second press is a press like any other: a drag may begin with it.
     if (alive) Press(event, ssDouble);
 }

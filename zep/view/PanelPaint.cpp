@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include <exception>
 #include <utility>
@@ -22,19 +23,6 @@ void Switch(GLenum capability, bool on) {
     (on ? glEnable : glDisable)(capability);
 }
 
-/// OpenGL names that are freed while this lives are deleted at once; else at the next frame, since
-/// nobody knows which context a host has current in between.
-class TNamesBracket {
-public:
-    TNamesBracket() {
-        SetContextIsCurrent(true);
-        DeleteReleasedNames();
-    }
-    ~TNamesBracket() { SetContextIsCurrent(false); }
-    TNamesBracket(const TNamesBracket&) = delete;
-    TNamesBracket& operator=(const TNamesBracket&) = delete;
-};
-
 } // namespace
 
 int TZEPPanel::TotalFrameCount() {
@@ -43,9 +31,8 @@ int TZEPPanel::TotalFrameCount() {
 
 void TZEPPanel::paintEvent(QPaintEvent*) {
     if (!m_context.HasContext()) return PaintBlack();
-    m_inPaintEvent = true;
+    const QScopedValueRollback paints(m_inPaintEvent, true); // it exists: freed, it goes later
     Paint();
-    m_inPaintEvent = false; // it exists: freed in between, it goes later
 }
 
 // Qt paints where OpenGL cannot.
@@ -90,37 +77,38 @@ TZEPPanel::TFrame::operator bool() const {
 
 void TZEPPanel::Paint() {
     if (m_drawing || m_goes) return; // a handler of a frame event asks for another frame
+    DrawFrame([this] { m_context.Binding().SwapBuffers(); });
+}
+
+/// \param use  takes what stands in the back buffer; is not called where nothing does
+template <class Use>
+void TZEPPanel::DrawFrame(const Use& use) {
     const QPointer<TZEPPanel> alive(this);
     const auto done = qScopeGuard([&alive] {
         if (alive) alive->DoneCurrent();
     });
-    if (const TFrame frame(*this); DrawFrame(frame))
-        m_context.Binding().SwapBuffers();
-    else
-        return;
-    if (alive) Q_EMIT AfterDraw(this);
-}
-
-/// \return  it stands in the back buffer
-bool TZEPPanel::DrawFrame(const TFrame& frame) {
-    if (!frame) return false;
-    const QString error = TryFrame(frame);
-    if (!frame) return false;
-    NoteFrame(error);
-    glFlush();
-    return true;
+    {
+        const TFrame frame(*this);
+        if (!frame) return;
+        const std::optional<QString> error = TryFrame(frame);
+        if (!frame) return;
+        NoteFrame(error);
+        glFlush();
+        use();
+    }
+    Q_EMIT AfterDraw(this);
 }
 
 /// Nothing may be thrown through the event loop, which calls for frames.
-/// \return  what went wrong; null where nothing did
-QString TZEPPanel::TryFrame(const TFrame& frame) {
+/// \return  what went wrong
+std::optional<QString> TZEPPanel::TryFrame(const TFrame& frame) {
     const TZEPFrameState before;
     QString error;
     try {
         Q_EMIT BeforDraw(this);
         if (!frame) return {};
         {
-            const TNamesBracket names;
+            const TZEPNamesScope names;
             DrawContent(frame);
         }
         if (frame) Q_EMIT BeforFlush(this);
@@ -133,15 +121,15 @@ QString TZEPPanel::TryFrame(const TFrame& frame) {
     if (!frame) return {};
     before.Restore();
     m_appliedOptions.reset();
-    return error.isNull() ? QStringLiteral("") : error;
+    return error;
 }
 
 // Later, since a handler may show a message or close the window.
-void TZEPPanel::NoteFrame(const QString& error) {
-    const bool failedBefore = std::exchange(m_failed, !error.isNull());
+void TZEPPanel::NoteFrame(const std::optional<QString>& error) {
+    const bool failedBefore = std::exchange(m_failed, error.has_value());
     if (!m_failed || failedBefore) return;
     QMetaObject::invokeMethod(
-        this, [this, error] { Q_EMIT FrameFailed(this, error); }, Qt::QueuedConnection);
+        this, [this, error] { Q_EMIT FrameFailed(this, *error); }, Qt::QueuedConnection);
 }
 
 void TZEPPanel::DrawContent(const TFrame& frame) {
@@ -191,32 +179,28 @@ void TZEPPanel::ApplyOptions() {
 QImage TZEPPanel::GrabFrame() {
     if (m_drawing || m_goes) return {};
     OpenWindow();
-    const QPointer<TZEPPanel> alive(this);
-    const auto done = qScopeGuard([&alive] {
-        if (alive) alive->DoneCurrent();
-    });
     QImage picture;
-    if (const TFrame frame(*this); DrawFrame(frame))
-        picture = ReadFrame();
-    else
-        return {};
-    if (alive) Q_EMIT AfterDraw(this);
+    // OpenGL's first row is the lowest one.
+    DrawFrame([&] {
+        picture =
+            ReadPixels({0, 0, Width(), Height()}).mirrored().convertToFormat(QImage::Format_RGB32);
+    });
     return picture;
 }
 
-QImage TZEPPanel::ReadFrame() const {
-    QImage frame(Width(), Height(), QImage::Format_ARGB32);
+/// The lowest row first.
+QImage TZEPPanel::ReadPixels(const QRect& area) const {
+    QImage pixels(area.size(), QImage::Format_ARGB32);
     const bool doubleBuffer = m_context.PixelFormat().Has(pfDoubleBuffer);
     glPushAttrib(GL_PIXEL_MODE_BIT);
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glReadBuffer(doubleBuffer ? GL_BACK : GL_FRONT);
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
-    glReadPixels(0, 0, frame.width(), frame.height(), GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV,
-                 frame.bits());
+    glReadPixels(area.x(), area.y(), area.width(), area.height(), GL_BGRA,
+                 GL_UNSIGNED_INT_8_8_8_8_REV, pixels.bits());
     glPopClientAttrib();
     glPopAttrib();
-    // OpenGL's first row is the lowest one.
-    return frame.mirrored().convertToFormat(QImage::Format_RGB32);
+    return pixels;
 }
 
 } // namespace ZEP

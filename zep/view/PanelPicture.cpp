@@ -32,20 +32,6 @@ QRgb OverNothing(QRgb onBlack, QRgb onWhite) {
     return qRgba(bound(qRed(onBlack)), bound(qGreen(onBlack)), bound(qBlue(onBlack)), alpha);
 }
 
-QImage ReadTile(const QRect& area, bool doubleBuffer) {
-    QImage tile(area.size(), QImage::Format_ARGB32);
-    glPushAttrib(GL_PIXEL_MODE_BIT);
-    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-    glReadBuffer(doubleBuffer ? GL_BACK : GL_FRONT);
-    glPixelStorei(GL_PACK_ALIGNMENT, 4);
-    glReadPixels(area.x(), area.y(), area.width(), area.height(), GL_BGRA,
-                 GL_UNSIGNED_INT_8_8_8_8_REV, tile.bits());
-    glPopClientAttrib();
-    glPopAttrib();
-    return tile;
-}
-
-/// OpenGL's first row is the lowest one.
 void CopyUpsideDown(const QImage& tile, QImage& image, const QPoint& to) {
     for (int y = 0; y < tile.height(); ++y)
         std::memcpy(reinterpret_cast<QRgb*>(image.scanLine(to.y() + y)) + to.x(),
@@ -69,10 +55,9 @@ QImage TZEPPanel::RenderToCanvas(const QSize& size, bool transparent) {
     const auto done = qScopeGuard([&alive] {
         if (alive) alive->DoneCurrent();
     });
-    const bool nests = m_drawing || m_goes;
     std::optional<TFrame> frame;
-    if (!nests) frame.emplace(*this);
-    if (nests || !*frame ||
+    if (!m_drawing && !m_goes) frame.emplace(*this);
+    if (!frame || !*frame ||
         !m_context.BeginPicture(std::min(buffer.width(), TileLength() + 2 * Margin),
                                 std::min(buffer.height(), TileLength() + 2 * Margin)))
         throw Exception(QStringLiteral("RenderToCanvas: Can't set pixel format"));
@@ -81,9 +66,8 @@ QImage TZEPPanel::RenderToCanvas(const QSize& size, bool transparent) {
         if (m_camera) m_camera->SetDrawnPart({});
         m_context.EndPicture();
         glViewport(0, 0, Width(), Height());
-        SetContextIsCurrent(false);
     });
-    SetContextIsCurrent(true);
+    const TZEPNamesScope names;
     if (!Enabled() || !m_camera || !m_scene) return image;
     if (transparent)
         DrawTransparent(image);
@@ -143,11 +127,10 @@ void TZEPPanel::DrawTile(QImage& image, const QRect& tile, int margin) {
         if (alive) alive->m_appliedOptions.reset();
     });
     Render(image.width(), image.height(), false);
-    if (!alive) return;
+    if (!alive || !MakeCurrent()) return;
     restore.dismiss();
     const QRect inner(margin, margin, tile.width(), tile.height());
-    CopyUpsideDown(ReadTile(inner, m_context.PixelFormat().Has(pfDoubleBuffer)), image,
-                   tile.topLeft());
+    CopyUpsideDown(ReadPixels(inner), image, tile.topLeft());
 }
 
 } // namespace ZEP

@@ -10,8 +10,9 @@
 
 // Of a static library the linker takes in resources only where something asks for them. The macro
 // stands in no namespace.
-static void TakeInIcons() {
+static bool TakeInIcons() {
     Q_INIT_RESOURCE(zep);
+    return true;
 }
 
 namespace ZEP {
@@ -69,8 +70,8 @@ private:
 } // namespace
 
 QIcon SymbolIcon(const QString& file, const QColor& color) {
-    TakeInIcons();
-    static const bool canDraw = QImageReader::supportedImageFormats().contains("svg");
+    static const bool canDraw =
+        TakeInIcons() && QImageReader::supportedImageFormats().contains("svg");
     return canDraw ? QIcon(new TSymbolEngine(file, color)) : QIcon();
 }
 

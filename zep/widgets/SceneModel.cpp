@@ -12,11 +12,6 @@ namespace ZEP {
 
 namespace {
 
-TZEPScene* SceneOf(TZEPObject* root) {
-    auto* scene = qobject_cast<TZEPScene*>(root);
-    return scene || !root ? scene : root->Scene();
-}
-
 TZEPScene* NeedScene(TZEPObject* root) {
     TZEPScene* scene = SceneOf(root);
     if (root && !scene)

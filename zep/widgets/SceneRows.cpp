@@ -1,6 +1,7 @@
 #include <zep/widgets/SceneRows.h>
 
 #include <zep/scene/Scene.h>
+#include <zep/widgets/SceneWatch.h>
 
 #include <algorithm>
 
@@ -51,14 +52,9 @@ void TZEPSceneRows::Refill(const TZEPScene* scene) {
 }
 
 void TZEPSceneRows::ListRoots(const TZEPScene& scene) {
-    const auto stands = [&](const TZEPObject* object) {
-        return object == &scene || object->Scene() == &scene;
-    };
     std::unordered_set<const TZEPObject*> wanted(m_wanted.begin(), m_wanted.end());
-    for (const QPointer<TZEPObject>& root : m_wanted) {
-        if (!root || !stands(root) || !wanted.erase(root)) continue;
-        m_roots.push_back(root);
-    }
+    for (const QPointer<TZEPObject>& root : m_wanted)
+        if (SceneOf(root) == &scene && wanted.erase(root)) m_roots.push_back(root);
     const std::unordered_set<const TZEPObject*> roots(m_roots.begin(), m_roots.end());
     std::erase_if(m_roots, [&](const TZEPObject* root) {
         const TZEPObject* above = root->Parent();

@@ -80,7 +80,7 @@ public:
     [[nodiscard]] const TZEPObject* HoldingBack() const {
         return m_heldBack.empty() ? nullptr : m_heldBack.begin()->first;
     }
-    /// It goes, with all that is below it.
+    /// It goes: none of its children is held back any more.
     void Forget(const TZEPObject& gone) { m_heldBack.erase(&gone); }
     /// There is no row for a child that has just come, until `Reveal`.
     void HideNew(const TZEPObject& child);

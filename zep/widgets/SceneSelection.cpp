@@ -124,11 +124,9 @@ void TZEPSceneSelection::TSync::NoteChanged(TZEPObject* object) {
 }
 
 void TZEPSceneSelection::TSync::Note(TZEPObject& object) {
-    if (!object.Selected()) return m_selected.erase(&object) > 0 ? Schedule() : void();
-    QPointer<TZEPObject>& known = m_selected[&object];
-    if (known) return;
-    known = &object;
-    Schedule();
+    const bool isNews = object.Selected() ? !std::exchange(m_selected[&object], &object)
+                                          : m_selected.erase(&object) > 0;
+    if (isNews) Schedule();
 }
 
 void TZEPSceneSelection::TSync::Removing(TZEPObject& object) {
@@ -196,8 +194,8 @@ void TZEPSceneSelection::TSync::Select(const TObjects& wanted) {
     queue.insert(queue.end(), wanted.begin(), wanted.end());
     const QPointer<TZEPSceneSelection> alive(&m_owner);
     for (std::size_t i = 0; i < queue.size(); ++i) {
-        const bool stands = queue[i] && queue[i]->Scene() && queue[i]->Scene() == m_watch.Scene();
-        if (stands) queue[i]->SetSelected(i >= others);
+        const TZEPScene* scene = SceneOf(queue[i]);
+        if (scene && scene == m_watch.Scene()) queue[i]->SetSelected(i >= others);
         if (!alive) return;
     }
     m_selects = false;

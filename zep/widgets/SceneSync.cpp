@@ -7,8 +7,6 @@
 #include <QScopeGuard>
 #include <QTimer>
 
-#include <utility>
-
 namespace ZEP {
 
 namespace {

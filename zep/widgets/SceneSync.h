@@ -67,7 +67,7 @@ private:
 
     bool Emit(const std::function<void()>& emission);
     bool PresentHeldBack();
-    void TellEach(TObjects objects, const std::function<bool(const TZEPObject&)>& tell);
+    void TellEach(const std::function<bool(const TZEPObject&)>& tell);
     void Tell();
     void TellAll();
     bool TellRows(const QModelIndex& parent);

@@ -62,23 +62,18 @@ bool TZEPSceneSync::PresentHeldBack() {
     return true;
 }
 
-/// Calls `tell`, which emits, for each object. What slots free is told no more.
+/// Calls `tell`, which emits, for each of `m_telling`. What slots free is told no more.
 /// \param tell  false: the rows are lost
-void TZEPSceneSync::TellEach(TObjects objects, const std::function<bool(const TZEPObject&)>& tell) {
-    m_telling = std::move(objects);
-    while (!m_telling.empty()) {
-        const TZEPObject* next = *m_telling.begin();
-        m_telling.erase(m_telling.begin());
-        if (!tell(*next)) return;
-    }
+void TZEPSceneSync::TellEach(const std::function<bool(const TZEPObject&)>& tell) {
+    while (!m_telling.empty())
+        if (!tell(*m_telling.extract(m_telling.begin()).value())) return;
 }
 
 void TZEPSceneSync::Tell() {
     if (std::exchange(m_allMarked, false)) return TellAll();
-    TObjects rows;
-    for (const TZEPObject* marked : std::exchange(m_marked, {}))
-        for (const TZEPObject* row = marked; row && rows.insert(row).second;) row = row->Parent();
-    TellEach(std::move(rows), [this](const TZEPObject& row) {
+    for (const TZEPObject* row : std::exchange(m_marked, {}))
+        while (row && m_telling.insert(row).second) row = row->Parent();
+    TellEach([this](const TZEPObject& row) {
         if (!m_rows.Has(row)) return true;
         const QModelIndex index = Find(row);
         const QModelIndex last = index.siblingAtColumn(m_model.columnCount() - 1);
@@ -96,7 +91,7 @@ void TZEPSceneSync::TellAll() {
     }
     m_telling = m_looked; // slots may free some of it as the top level is told
     if (!TellRows({})) return;
-    TellEach(m_telling, [this](const TZEPObject& parent) {
+    TellEach([this](const TZEPObject& parent) {
         return !m_rows.ShowsBelow(parent) || TellRows(Place(parent));
     });
 }

@@ -36,7 +36,7 @@ protected:
     T* AddCaster(const TGLArrayd3& place = {0, 0, 1}) {
         T* caster = Add<T>();
         caster->SetCastShadows(true);
-        caster->XForm()->Translate()->SetData(place[0], place[1], place[2]);
+        caster->XForm()->Translate()->SetData(place);
         return caster;
     }
     /// An aimed one that casts shadows.
@@ -44,7 +44,7 @@ protected:
         auto* light = Add<TZEPLight>();
         light->SetDirectional(true);
         light->SetCastShadows(true);
-        light->Position()->SetData(place[0], place[1], place[2]);
+        light->Position()->SetData(place);
         return light;
     }
     TZEPBox* AddGround() {

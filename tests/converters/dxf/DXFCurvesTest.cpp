@@ -30,6 +30,10 @@ TEST(DXFCurves, BulgesOfAnySizeGiveFiniteChains) {
         for (const bool closed : {false, true})
             EXPECT_TRUE(BulgedChain(corners, closed).Points.empty());
     EXPECT_EQ(BulgedChain(TCorners{{{-Huge, 0, 0}, 1}, {{Huge, 0, 0}}}, false).Points.size(), 2U);
+    TCorners many(100);
+    for (int i = 0; i < 100; ++i) many[std::size_t(i)] = {{double(i), 0, 0}, 1};
+    EXPECT_EQ(BulgedChain(many, false).Points.size(), 100U + 99 * 35);
+    EXPECT_EQ(BulgedChain(many, false, 50).Points.size(), 100U + 2 * 35) << "two arcs reach it";
 }
 
 TEST(DXFCurves, EllipsesThatAreNoneAreLeftOut) {

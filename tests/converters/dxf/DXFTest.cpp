@@ -76,7 +76,7 @@ TEST_F(DXF, AnglesOfAFrameTurnLikeItsMatrix) {
             Rotated(turn, 0, 0, 1, m);
             TZEPObject object;
             const TGLArrayd3 angles = RotationAngles(m);
-            object.XForm()->Rotate()->SetData(angles[0], angles[1], angles[2]);
+            object.XForm()->Rotate()->SetData(angles);
             for (std::size_t i = 0; i < 4; ++i)
                 EXPECT_THAT(object.GetMatrix()[i],
                             testing::Pointwise(testing::DoubleNear(1e-9), m[i]));

@@ -61,6 +61,10 @@ inline std::string Mesh(const std::string& name, const std::string& contents) {
 inline std::string Material(const std::string& name, const std::string& contents = {}) {
     return Chunk(0xAFFF, Chunk(0xA000, Name(name)) + contents);
 }
+/// A material of the name of its picture.
+inline std::string Textured(const std::string& picture, const std::string& more = {}) {
+    return Material(picture, Chunk(0xA200, Chunk(0xA300, Name(picture)) + more));
+}
 inline std::string Color24(std::uint16_t id, std::initializer_list<std::uint8_t> color) {
     return Chunk(id, Chunk(0x0011, Bytes(color)));
 }

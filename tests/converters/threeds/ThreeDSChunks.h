@@ -1,12 +1,12 @@
 #pragma once
 
+#include "tests/Words.h"
+
 #include <QtEndian>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <sstream>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,15 +24,6 @@ std::string LittleEndian(double value) {
 inline std::string TextOf(std::string token) {
     std::ranges::replace(token, '~', ' ');
     return token.substr(1);
-}
-
-/// With a decimal point, whatever the locale says.
-inline double NumberOf(std::string_view text) {
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size())
-        throw std::invalid_argument("not a number: " + std::string(text));
-    return number;
 }
 
 /// `b 1 2` bytes, `w` words, `l` longs, `f` floats, `'name` with its end, `"name` without one.

@@ -35,7 +35,7 @@ inline std::string ValueOf(const TField& field, const TInstance& instance) {
     switch (field.Kind()) {
     case TFieldKind::Single:
     case TFieldKind::Double:
-        return std::to_string(field.Float(instance));
+        return QString::number(field.Float(instance), 'f').toStdString();
     case TFieldKind::String:
         return field.String(instance).toStdString();
     case TFieldKind::Reference: {

@@ -25,14 +25,14 @@ TResult RunZepstream(const QStringList& arguments) {
 
 class Zepstream : public FolderTest {};
 
-const QByteArray Text = "object A: TNobodyKnows\n  B.C = 1.5\n  object TNorThis\n  end\nend\n";
+const QByteArray Stranger = "object A: TNobodyKnows\n  B.C = 1.5\n  object TNorThis\n  end\nend\n";
 
 TEST_F(Zepstream, ConvertsClassesThatNobodyKnows) {
-    const QString text = Put("a.zept", Text);
+    const QString text = Put("a.zept", Stranger);
     EXPECT_EQ(RunZepstream({QStringLiteral("to-binary"), text, Path("a.zep")}).Code, 0);
     EXPECT_THAT(Contents("a.zep").toStdString(), StartsWith("TPF0\x0CTNobodyKnows\1A\3B.C\5"));
     EXPECT_EQ(RunZepstream({QStringLiteral("to-text"), Path("a.zep"), Path("b.zept")}).Code, 0);
-    EXPECT_EQ(Contents("b.zept"), Text);
+    EXPECT_EQ(Contents("b.zept"), Stranger);
     const TResult result = RunZepstream({QStringLiteral("check"), Path("a.zep")});
     EXPECT_EQ(result.Code, 0);
     EXPECT_THAT(result.Output, HasSubstr("a.zep: binary, 2 components, 1 properties\n"));
@@ -40,7 +40,7 @@ TEST_F(Zepstream, ConvertsClassesThatNobodyKnows) {
 
 TEST_F(Zepstream, TellsWhereAFileIsBrokenAndWritesNothing) {
     Put("old.zep", "old");
-    const QString cut = Put("cut.zept", Text.chopped(4));
+    const QString cut = Put("cut.zept", Stranger.chopped(4));
     const QString line = QStringLiteral("%1: line 5, column 1: expected object or end, but found "
                                         "the end\n")
                              .arg(cut);
@@ -52,7 +52,7 @@ TEST_F(Zepstream, TellsWhereAFileIsBrokenAndWritesNothing) {
     }
     EXPECT_EQ(Contents("old.zep"), "old");
     const TResult longer =
-        RunZepstream({QStringLiteral("check"), Put("long.zept", Text + "object")});
+        RunZepstream({QStringLiteral("check"), Put("long.zept", Stranger + "object")});
     EXPECT_THAT(longer.Errors, HasSubstr("line 6, column 1: expected the end of the stream"));
     const TResult other = RunZepstream({QStringLiteral("check"), Put("other.nc", "G0 X1")});
     EXPECT_EQ(other.Code, 1);

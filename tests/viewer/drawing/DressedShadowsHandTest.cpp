@@ -28,8 +28,8 @@ using TShadows = TViewLook::TShadows;
 template <class T>
 T* Add(TZEPScene& scene, const TGLArrayd3& place, const TGLArrayd3& size) {
     auto* object = new T(&scene);
-    object->XForm()->Translate()->SetData(place[0], place[1], place[2]);
-    object->XForm()->Scale()->SetData(size[0], size[1], size[2]);
+    object->XForm()->Translate()->SetData(place);
+    object->XForm()->Scale()->SetData(size);
     object->SetParentComponent(&scene);
     return object;
 }
@@ -37,7 +37,7 @@ T* Add(TZEPScene& scene, const TGLArrayd3& place, const TGLArrayd3& size) {
 void AddLight(TZEPScene& scene, const TGLArrayd3& place, bool aimed) {
     auto* light = new TZEPLight(&scene);
     light->SetParentComponent(&scene);
-    light->Position()->SetData(place[0], place[1], place[2]);
+    light->Position()->SetData(place);
     light->SetDirectional(aimed);
 }
 

@@ -113,15 +113,17 @@ TEST(Info, JsonHoldsAbsoluteBoundsAndMessages) {
     line->P1()->SetData(-1, 2, 3);
     auto* inner = Add<TZEPLine>(*line);
     inner->P2()->SetData(10, 0, -0.5);
-    sample.File.Messages = {{QStringLiteral("code G68"), 3, 12}};
+    sample.File.Messages = {{QStringLiteral("code G68"), 3, 12},
+                            {QStringLiteral("texture %1.png not found"), 2, 0}};
     const QJsonObject json = ToJson(InfoOf(sample.File));
     EXPECT_EQ(
         QJsonDocument(json[QStringLiteral("bounds")].toObject()).toJson(QJsonDocument::Compact),
         R"({"max":[10,2,3],"min":[-1,0,-0.5]})");
     EXPECT_EQ(json[QStringLiteral("messages")].toObject()[QStringLiteral("code G68")].toInt(), 3);
     EXPECT_EQ(json[QStringLiteral("format")].toString(), QStringLiteral("RS-274D"));
-    EXPECT_TRUE(
-        ToText(InfoOf(sample.File)).contains(QStringLiteral("code G68: 3, first in line 12")));
+    EXPECT_TRUE(ToText(InfoOf(sample.File))
+                    .contains(QStringLiteral("code G68: 3, first in line 12\n"
+                                             "  texture %1.png not found: 2\n")));
 }
 
 } // namespace

@@ -88,6 +88,8 @@ TEST_F(Saving, TakesWhatIsShownAndNotWhatIsOnTheDisk) {
 TEST_F(Saving, WithoutADisplayIsTheSame) {
     TDocument document;
     ASSERT_TRUE(document.Open({PutTexts()}, false));
+    document.Files()[0].Root->GetItem(0)->SetSelected(true);
+    ASSERT_TRUE(document.Files()[0].Root->GetItem(0)->Selected());
     document.Save(Path("a.zept"));
     QProcess zepview;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

@@ -1,6 +1,7 @@
 #include <zep/appearance/effects/Light.h>
 
 #include <zep/framework/Property.h>
+#include <zep/framework/Watch.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vertex3.h>
 
@@ -11,7 +12,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPLight> Registered;
+const TRegisterObject<TZEPLight> RegisteredLight;
 
 constexpr float MaxExponent = 128;
 constexpr float WidestCone = 90;
@@ -80,8 +81,9 @@ void TZEPLight::SetLightNum(int number) {
 }
 
 void TZEPLight::SetParentComponentExt(TComponent* parent, bool append) {
+    const TZEPWatch alive(this); // a listener may free it
     TZEPObject::SetParentComponentExt(parent, append);
-    NumberLights();
+    if (alive) NumberLights();
 }
 
 // With the subtree that it belongs to.

@@ -112,23 +112,22 @@ void TZEPLight::DrawShadowVolumes() {
     const auto farther = qScopeGuard([] { glDisable(GL_POLYGON_OFFSET_FILL); });
     glLoadMatrixd(scene->SavedModelView()[0].data());
     const TZEPAttribScope attributes(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT | GL_LIGHTING_BIT);
-    auto shown = qScopeGuard([] {
-        WriteColors(true);
-        glCullFace(GL_BACK);
-    });
-    WriteColors(false);
-    glDepthMask(GL_FALSE);
-    glClearStencil(Outside);
-    glClear(GL_STENCIL_BUFFER_BIT);
-    glStencilFunc(GL_ALWAYS, GLint{AllBits}, AllBits);
-    glEnable(GL_STENCIL_TEST);
-    glDisable(GL_LIGHTING);
-    glEnable(GL_CULL_FACE);
-    CountVolumes();
-    BringNearer();
-    shown.dismiss();
-    WriteColors(true);
-    glCullFace(GL_BACK);
+    {
+        const auto shown = qScopeGuard([] {
+            WriteColors(true);
+            glCullFace(GL_BACK);
+        });
+        WriteColors(false);
+        glDepthMask(GL_FALSE);
+        glClearStencil(Outside);
+        glClear(GL_STENCIL_BUFFER_BIT);
+        glStencilFunc(GL_ALWAYS, GLint{AllBits}, AllBits);
+        glEnable(GL_STENCIL_TEST);
+        glDisable(GL_LIGHTING);
+        glEnable(GL_CULL_FACE);
+        CountVolumes();
+        BringNearer();
+    }
     glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
     if (scene->AccumShadows()) return Accumulate(*scene);
     Subtract(*scene);

@@ -15,13 +15,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <utility>
 
 namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPLogicalObject> Registered;
+const TRegisterObject<TZEPLogicalObject> RegisteredLogicalObject;
 
 // The stencil's bits: the highest marks the pixels of a mirror that is being filled.
 constexpr GLuint Mirror = 0x80;
@@ -222,10 +221,9 @@ void TZEPLogicalObject::DrawLogical(TZEPSceneContext& scene, TZEPDrawState state
         return;
     }
     const QScopedValueRollback carves(frame.Carves, true);
-    const TZEPLogicalOperation operation = m_operation; // what is drawn may free the whole
     TCarving carving(*first, *second, scene, state, kind);
     if (!carving.IsSeen()) return;
-    if (operation == loAND) {
+    if (m_operation == loAND) {
         carving.DrawInside(second, first, GL_BACK, GL_NOTEQUAL);
         return carving.DrawInside(first, second, GL_BACK, GL_NOTEQUAL);
     }

@@ -18,7 +18,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterObject<TZEPProxy> Registered;
+const TRegisterObject<TZEPProxy> RegisteredProxy;
 
 constexpr std::size_t DeepestMeasured = 8; // proxies within each other
 

@@ -11,7 +11,6 @@
 
 #include <QScopeGuard>
 
-#include <algorithm>
 #include <cmath>
 
 namespace ZEP {
@@ -79,7 +78,7 @@ std::optional<TGLArrayd4> TZEPReflexedObject::MirrorPlane(const TGLMatrixd4& pla
 class TZEPReflexedObject::TImage {
 public:
     TImage(TZEPReflexedObject& mirror, TZEPScene& scene)
-        : m_mirror(mirror), m_scene(scene), m_frame(scene.Frame()),
+        : m_mirror(mirror), m_alive(&mirror), m_scene(scene), m_frame(scene.Frame()),
           m_camera(scene.SavedModelView()), m_place(LoadedMatrix(GL_MODELVIEW_MATRIX)) {}
     ~TImage() { WriteColors(true); }
     TImage(const TImage&) = delete;
@@ -93,10 +92,9 @@ public:
         if (TZEPViewVolume::OfContext(1).Shows(min, max) == TZEPSeen::Nothing) return;
         const auto plane = m_mirror.MirrorPlane(m_place, m_camera);
         if (!plane) return;
-        const TZEPWatch alive(&m_mirror); // what is drawn may free it
-        MarkPixels(alive);
-        if (!m_frame.SceneIsGone) DrawMirrored(*plane);
-        if (alive && !m_mirror.DrawnMaterial().IsTransparent()) CloseDepth();
+        MarkPixels();
+        DrawMirrored(*plane);
+        if (m_alive && !m_mirror.DrawnMaterial().IsTransparent()) CloseDepth();
         glClear(GL_STENCIL_BUFFER_BIT);
     }
 
@@ -106,10 +104,11 @@ private:
         glMultMatrixd(m_place[0].data());
     }
 
-    void MarkPixels(const TZEPWatch& alive) {
-        const auto drawFront = [&] {
-            if (alive) m_mirror.DrawFront();
-        };
+    void DrawFront() {
+        if (m_alive) m_mirror.DrawSpecific(GL_FRONT, false);
+    }
+
+    void MarkPixels() {
         const TZEPAttribScope attributes(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT);
         glDepthMask(GL_FALSE);
         glEnable(GL_STENCIL_TEST);
@@ -119,17 +118,17 @@ private:
         glClear(GL_STENCIL_BUFFER_BIT);
         TestMark(GL_ALWAYS);
         glStencilOp(GL_REPLACE, GL_REPLACE, GL_REPLACE);
-        drawFront();
+        DrawFront();
         // Where another mirror is nearer, that one has drawn already. Elsewhere whatever is there
         // is farther than the mirror, but may be nearer than what it shows.
         glStencilOp(GL_KEEP, GL_ZERO, GL_KEEP);
-        drawFront();
+        DrawFront();
         TestMark(GL_EQUAL);
         glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
         glDepthMask(GL_TRUE);
         glDepthFunc(GL_ALWAYS);
         glDepthRange(1, 1);
-        drawFront();
+        DrawFront();
         glDepthRange(0, 1);
     }
 
@@ -167,19 +166,16 @@ private:
         glDepthFunc(GL_ALWAYS);
         glPolygonOffset(1, 2); // the mirror itself comes before that
         glEnable(GL_POLYGON_OFFSET_FILL);
-        m_mirror.DrawFront();
+        DrawFront();
     }
 
     TZEPReflexedObject& m_mirror;
+    TZEPWatch m_alive; ///< what is drawn may free the mirror
     TZEPScene& m_scene;
     const TZEPFrame& m_frame;
     TGLMatrixd4 m_camera;
     TGLMatrixd4 m_place; ///< of the mirror, in the absolute frame
 };
-
-void TZEPReflexedObject::DrawFront() {
-    DrawSpecific(GL_FRONT, false);
-}
 
 // A mirror that faces another one is drawn by that, but shows nothing of its own.
 void TZEPReflexedObject::DrawReflections() {
@@ -201,7 +197,7 @@ template <class Between>
 void TZEPReflexedObject::DrawSides(Between&& between) {
     const TZEPWatch alive(this);
     PrepareGeometry();
-    DrawFront();
+    DrawSpecific(GL_FRONT, false);
     between();
     if (alive) DrawSpecific(GL_BACK, false);
 }

@@ -46,7 +46,6 @@ private:
     [[nodiscard]] bool Mirrors() const;
     [[nodiscard]] std::optional<TGLArrayd4> MirrorPlane(const TGLMatrixd4& place,
                                                         const TGLMatrixd4& camera) const;
-    void DrawFront();
     template <class Between>
     void DrawSides(Between&& between);
 

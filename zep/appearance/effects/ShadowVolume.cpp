@@ -34,12 +34,6 @@ double FieldOf(double sine) {
     return std::abs(field - 180) < 2 ? 178 : field;
 }
 
-bool IsFinite(const TGLMatrixd4& matrix) {
-    return std::ranges::all_of(matrix, [](const auto& row) {
-        return std::ranges::all_of(row, [](double c) { return std::isfinite(c); });
-    });
-}
-
 int HalfViewport() {
     std::array<GLint, 2> most{};
     glGetIntegerv(GL_MAX_VIEWPORT_DIMS, most.data());
@@ -120,7 +114,7 @@ std::optional<TZEPShadowVolume> TZEPShadowVolume::Of(const TZEPCasting& casting)
     const TGLArrayd3 ray = casting.Center - casting.Eye;
     const double distance = std::sqrt(Dotd(ray, ray));
     const double radius = casting.Radius;
-    if (!(distance > 0) || !(radius > 0) || !IsFinite(casting.Place)) return {};
+    if (!(distance > 0) || !(radius > 0) || !AreFinite(casting.Place)) return {};
     const double sine = std::min(radius / distance, WidestSine);
     const double field = FieldOf(sine);
     TZEPShadowVolume volume;
@@ -130,7 +124,7 @@ std::optional<TZEPShadowVolume> TZEPShadowVolume::Of(const TZEPCasting& casting)
     const double slope = std::tan(field / 2 * std::numbers::pi / 180);
     volume.m_projection = Perspectived(slope, 1, std::max((distance - radius) * 0.5, LeastNear),
                                        (distance + radius) * 2);
-    if (!IsFinite(volume.m_view) || !IsFinite(volume.m_projection)) return {};
+    if (!AreFinite(volume.m_view) || !AreFinite(volume.m_projection)) return {};
     return volume;
 }
 

@@ -11,8 +11,6 @@
 
 #include <QScopedValueRollback>
 
-#include <cmath>
-
 namespace ZEP {
 
 namespace {

@@ -22,7 +22,8 @@ void TZEPShape::DrawTransparent(bool draft) {
     if (Smooth()) DrawWith(BlendedMaterial(), draft, false);
 }
 
-// They send no places in it, and those of what was drawn before would change with the view.
+// Lines and points send no places in the picture, and that of whatever was drawn before them
+// changes with the view.
 void TZEPShape::PrepareGeometry() {
     if (HasTexture()) glTexCoord2f(0, 0);
 }

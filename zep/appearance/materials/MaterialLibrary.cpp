@@ -6,7 +6,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TZEPMaterialLibrary> Registered;
+const TRegisterClass<TZEPMaterialLibrary> RegisteredMaterialLibrary;
 
 } // namespace
 

@@ -60,13 +60,8 @@ TZEPTexture::~TZEPTexture() {
     ReleaseTexture(m_name);
 }
 
-qint64 TZEPTexture::BufferBytes(const QSize& picture) {
-    return qint64(sizeof(std::uint32_t)) * TextureSide(picture.width()) *
-           TextureSide(picture.height());
-}
-
 qint64 TZEPTexture::TShownPicture::BytesBeside(const QSize& size) const {
-    return BufferBytes(size);
+    return qint64(sizeof(std::uint32_t)) * TextureSide(size.width()) * TextureSide(size.height());
 }
 
 void TZEPTexture::TShownPicture::Assign(const TPersistent* source) {
@@ -83,7 +78,7 @@ std::shared_ptr<const TZEPTexture::TTexels> TZEPTexture::TexelsOf(const QImage& 
     auto texels = std::make_shared<TTexels>();
     const int width = texels->Width = TextureSide(image.width());
     const int height = texels->Height = TextureSide(image.height());
-    texels->Picture = image.cacheKey();
+    texels->ImageKey = image.cacheKey();
     const QImage canvas = Stretched(image, {width, height});
     texels->Pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
     for (int row = height - 1; row >= 0; --row) {
@@ -98,7 +93,7 @@ void TZEPTexture::TextureChanged(TObject*) {
     const QImage& image = m_image.Image();
     if (Empty())
         m_image.SetTexels(NoTexels());
-    else if (m_image.Texels().Picture != image.cacheKey())
+    else if (m_image.Texels().ImageKey != image.cacheKey())
         m_image.SetTexels(TexelsOf(image));
     OnTextureChange(this);
 }

@@ -105,8 +105,6 @@ public:
     [[nodiscard]] const std::vector<std::uint32_t>& Pixels() const {
         return m_image.Texels().Pixels;
     }
-    /// What the buffer of a picture of that size takes.
-    [[nodiscard]] static qint64 BufferBytes(const QSize& picture);
     /// Whether the last application built mipmaps.
     [[nodiscard]] bool Mipmapped() const { return m_mipmapped; }
 
@@ -130,7 +128,7 @@ public:
 
 private:
     struct TTexels {
-        qint64 Picture = 0; ///< the key of the image that they are made of
+        qint64 ImageKey = 0; ///< of the image that they are made of
         int Width = 0;
         int Height = 0;
         std::vector<std::uint32_t> Pixels;

@@ -2,6 +2,9 @@
 
 #include <zep/converters/dxf/Drawing.h>
 #include <zep/converters/dxf/Record.h>
+#include <zep/framework/Ascii.h>
+
+#include <algorithm>
 
 namespace ZEP {
 
@@ -11,8 +14,7 @@ constexpr int ExternalFlags = 4 | 8;
 
 std::string Folded(std::string_view name) {
     std::string folded(name);
-    for (char& c : folded)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    std::ranges::transform(folded, folded.begin(), ToLower);
     return folded;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/converters/Placing.h>
 #include <zep/converters/dxf/Drawing.h>
 #include <zep/converters/dxf/Scope.h>
 #include <zep/framework/ReadBudget.h>
@@ -75,7 +76,7 @@ public:
         object->SetColor(m_scope.ColorOf(record, *layer));
         if (record.Integer(60) != 0) object->SetVisible(false);
         fill(*object);
-        object->SetParentComponent(m_scope.ParentOn(layer));
+        Place(object, m_scope.ParentOn(layer), Drawing.Root);
     }
 
     /// A polyline along the chain, which lies in `frame`; one of too few points is counted as

@@ -1,5 +1,7 @@
 #include <zep/converters/dxf/CodePage.h>
 
+#include <zep/framework/Ascii.h>
+
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -29,17 +31,11 @@ constexpr TNamedPage NamedPages[] = {
     {"ISO88591", "CP1252"},
 };
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 /// Letters and digits alone, upper case.
 std::string Simplified(std::string_view name) {
     std::string simple;
-    for (const char c : name) {
-        if (IsDigit(c) || (c >= 'A' && c <= 'Z')) simple += c;
-        if (c >= 'a' && c <= 'z') simple += static_cast<char>(c - 'a' + 'A');
-    }
+    for (const char c : name)
+        if (IsDigit(c) || IsLetter(c)) simple += ToUpper(c);
     return simple;
 }
 

@@ -10,7 +10,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TDXFConverter> Registered;
+const TRegisterClass<TDXFConverter> RegisteredDXFConverter;
 
 constexpr std::string_view BinaryMark = "AutoCAD Binary DXF";
 
@@ -51,7 +51,7 @@ TDXFConverter::TDXFConverter(TComponent* owner)
 
 void TDXFConverter::LoadFromFile() {
     CheckFile("LoadFromFile");
-    if (ClearBeforRead()) Root()->Clear();
+    ClearRoot("LoadFromFile");
     const TFileText file(FileName(), Method("LoadFromFile"));
     Read(file.Text(), FileName());
 }
@@ -70,12 +70,14 @@ void TDXFConverter::Read(std::string_view text, const QString& fileName) {
     TDXFDrawing drawing(text, *Root(), {.CreateLayers = m_createLayers, .Extended = m_extended});
     drawing.Tags.SetProgress(GuardedProgress());
     CheckIsDrawing(drawing.Tags, text, fileName);
-    TDXFReader(drawing).Read();
+    SetCancelled(!Finishes([&] {
+        TDXFReader(drawing).Read();
+        return !drawing.Tags.Cancelled();
+    }));
     TakeResults(drawing);
 }
 
 void TDXFConverter::TakeResults(TDXFDrawing& drawing) {
-    SetCancelled(drawing.Tags.Cancelled());
     m_minExtent = drawing.MinExtent;
     m_maxExtent = drawing.MaxExtent;
     drawing.Report.MoveTo(m_report, drawing.Text);

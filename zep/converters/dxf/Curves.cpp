@@ -51,13 +51,15 @@ TDXFChain CheckedChain(TDXFChain chain) {
     return chain;
 }
 
-TDXFChain BulgedChain(std::span<const TDXFBulgeVertex> vertexes, bool closed) {
+TDXFChain BulgedChain(std::span<const TDXFBulgeVertex> vertexes, bool closed,
+                      std::size_t mostPoints) {
     TDXFChain chain{{}, closed};
     chain.Points.reserve(vertexes.size());
     for (std::size_t i = 0; i < vertexes.size(); ++i) {
         chain.Points.push_back(vertexes[i].Point);
         const bool isLast = i + 1 == vertexes.size();
         if (isLast && !closed) break;
+        if (chain.Points.size() > mostPoints) continue;
         AppendArc(vertexes[i].Point, vertexes[isLast ? 0 : i + 1].Point, vertexes[i].Bulge,
                   chain.Points);
     }

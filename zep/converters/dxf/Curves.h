@@ -31,7 +31,9 @@ struct TDXFBulgeVertex {
 
 /// The polyline with its bulges as arcs in the plane z = 0 of its frame; z runs linearly. A bulge
 /// that is not finite, or whose centre is not, is a straight line.
-[[nodiscard]] TDXFChain BulgedChain(std::span<const TDXFBulgeVertex> vertexes, bool closed);
+/// \param mostPoints  once there are more, no further arcs are made
+[[nodiscard]] TDXFChain BulgedChain(std::span<const TDXFBulgeVertex> vertexes, bool closed,
+                                    std::size_t mostPoints = std::size_t(-1));
 
 /// Center + cos(t) · MajorAxis + sin(t) · minor axis, for t from `Start` to `End` in radians. The
 /// minor axis is `Ratio` times as long as the major one and lies counter-clockwise from it, seen

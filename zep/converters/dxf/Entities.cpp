@@ -15,23 +15,19 @@ namespace {
 
 constexpr int CircleSegments = 45;
 
-void Set(TZEPVertex3* vertex, const TGLArrayd3& point) {
-    vertex->SetData(point[0], point[1], point[2]);
-}
-
 /// Quietly but for the last, which recomputes the matrix.
 void SetPlace(TZEPObject& object, const TGLArrayd3& place, const TGLArrayd3& scale) {
     object.XForm()->Translate()->SetDataQuietly(place);
-    Set(object.XForm()->Scale(), scale);
+    object.XForm()->Scale()->SetData(scale);
 }
 
 void Fill(TZEPPoint& point, const TEntity& entity, const TDXFDrawing&) {
-    Set(point.P(), entity.Points[0]);
+    point.P()->SetData(entity.Points[0]);
 }
 
 void Fill(TZEPLine& line, const TEntity& entity, const TDXFDrawing&) {
-    Set(line.P1(), entity.Points[0]);
-    Set(line.P2(), entity.Points[1]);
+    line.P1()->SetData(entity.Points[0]);
+    line.P2()->SetData(entity.Points[1]);
 }
 
 // A circle is flat: nothing to scale along z.
@@ -76,7 +72,7 @@ void ReadSimple(TDXFDrawing& drawing) {
         return drawing.Report.Add(entity.Kind, TDXFReport::TReason::NoLayer, entity.Line);
     T* object = MakeOfEntity<T>(drawing, entity, spot.Color);
     Fill(*object, entity, drawing);
-    object->SetParentComponent(spot.Layer);
+    Place(object, spot.Layer, drawing.Root);
 }
 
 /// An entity of which nothing is drawn, but whose layer is made.

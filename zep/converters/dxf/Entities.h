@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/converters/Placing.h>
 #include <zep/converters/dxf/Drawing.h>
 
 namespace ZEP {

@@ -78,6 +78,7 @@ TDXFExtendedReader::TDXFExtendedReader(TDXFDrawing& drawing)
 void TDXFExtendedReader::ReadLayer() {
     if (!m_record.Read(m_drawing.Tags) || !m_record.Has(2)) return;
     TZEPObject* layer = m_drawing.Layers.Declare(m_record.Text(2));
+    if (!layer) return;
     const int number = std::clamp(m_record.Integer(62, WhiteNumber), -MaxNumber, MaxNumber);
     const bool isFrozen = m_record.Flag(70, FrozenFlag);
     layer->SetColor(m_record.Has(420) ? DXFTrueColor(m_record.Integer(420), std::abs(number))

@@ -1,5 +1,6 @@
 #include <zep/converters/dxf/Layers.h>
 
+#include <zep/converters/Placing.h>
 #include <zep/converters/dxf/CodePage.h>
 #include <zep/converters/dxf/Colors.h>
 #include <zep/view/Actor.h>
@@ -31,7 +32,7 @@ TZEPObject* TDXFLayers::LookUp(std::string_view name) {
 TZEPObject* TDXFLayers::Make(const QString& ident) {
     auto* layer = new TZEPActor(&m_root);
     layer->SetIdent(ident);
-    layer->SetParentComponent(&m_root);
+    layer = Place(layer, &m_root, m_root);
     QPointer<TZEPObject>& place = m_byIdent[ident.toCaseFolded()];
     if (!place) place = layer;
     return layer;
@@ -48,7 +49,7 @@ TZEPObject* TDXFLayers::Declare(std::string_view name) {
 
 TZEPObject* TDXFLayers::MakeUnnamed(int colorNumber) {
     TZEPObject* layer = Make({});
-    if (const auto color = DXFColor(colorNumber)) layer->SetColor(*color);
+    if (const auto color = DXFColor(colorNumber); layer && color) layer->SetColor(*color);
     m_byName.erase(std::string_view());
     return layer;
 }

@@ -35,7 +35,7 @@ public:
 
     /// The layer of that name; null where there is none.
     TZEPObject* FindLayer(std::string_view name);
-    /// The layer of that name, made where there is none.
+    /// The layer of that name, made where there is none; null where the host frees it at once.
     TZEPObject* Declare(std::string_view name);
     /// Makes a layer without a name for an entity whose layer is not there: the next entity of that
     /// layer does not find it.

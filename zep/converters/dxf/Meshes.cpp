@@ -135,7 +135,8 @@ void AddDXFPolyline(TDXFBuilder& builder, const TDXFRecord& record) {
     const bool isSpatial = (flags & pfSpatial) != 0;
     if (isSpatial)
         for (TDXFBulgeVertex& place : vertexes.Places) place.Bulge = 0;
-    builder.AddChain(record, BulgedChain(vertexes.Places, (flags & pfClosed) != 0),
+    builder.AddChain(record,
+                     BulgedChain(vertexes.Places, (flags & pfClosed) != 0, builder.PointsLeft()),
                      isSpatial ? idd : FrameOf(record));
 }
 

@@ -66,12 +66,13 @@ void read_polyline(TDXFDrawing& drawing) {
     if (chain.IsMesh) {
         auto* mesh = MakeOfEntity<TZEPMesh>(drawing, entity, spot.Color);
         Fill(*mesh, chain);
-        return mesh->SetParentComponent(layer);
+        Place(mesh, layer, drawing.Root);
+        return;
     }
     auto* polyline = MakeOfEntity<TZEPPolyline>(drawing, entity, spot.Color);
     polyline->SetClosed((entity.Flags & ClosedFlag) != 0);
     Fill(*polyline, chain);
-    polyline->SetParentComponent(layer);
+    Place(polyline, layer, drawing.Root);
 }
 
 } // namespace ZEP

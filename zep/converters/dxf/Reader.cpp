@@ -20,6 +20,8 @@ void TDXFReader::ReadSections(std::string_view name, TReadSection read) {
     m_tags.mark_position();
     while (m_tags.skip_upto_section(name)) {
         (this->*read)();
+        if (m_tags.IsCut())
+            m_drawing.Report.Add(name, TDXFReport::TReason::CutOff, m_tags.LineNumber());
         if (!m_drawing.Options.Extended) break;
         m_tags.PassSearched();
     }

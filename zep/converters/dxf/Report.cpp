@@ -33,6 +33,8 @@ QString KindText(const QString& name, TDXFReport::TReason reason) {
         return name + QStringLiteral(" of blocks nested too deep");
     case TDXFReport::TReason::TooMany:
         return name + QStringLiteral(" beyond the limit of objects");
+    case TDXFReport::TReason::CutOff:
+        return name + QStringLiteral(" sections that are cut off (the rest is missing)");
     case TDXFReport::TReason::NotDrawn:
         break;
     }

@@ -25,11 +25,12 @@ public:
         NoBlock,
         InItself,
         TooDeep,
-        TooMany
+        TooMany,
+        CutOff
     };
-    static constexpr std::size_t ReasonCount = 9;
+    static constexpr std::size_t ReasonCount = 10;
 
-    /// \param kind  the kind of the entity, as it stands in the text
+    /// \param kind  of the entity, as it stands in the text; the name of a section that is cut off
     void Add(std::string_view kind, TReason reason, qint64 line);
     /// Adds all that was counted to `report`, in the order of their first lines.
     void MoveTo(TReadReport& report, const TDXFTextDecoder& text);

@@ -1,5 +1,6 @@
 #include <zep/converters/dxf/Scope.h>
 
+#include <zep/converters/Placing.h>
 #include <zep/converters/dxf/Blocks.h>
 #include <zep/converters/dxf/Drawing.h>
 #include <zep/converters/dxf/Palette.h>
@@ -20,7 +21,7 @@ TZEPObject* ExtendedLayer(TDXFDrawing& drawing, std::string_view name) {
     TZEPObject* layer = drawing.Layers.FindLayer(name);
     if (layer || !drawing.Options.CreateLayers) return layer;
     layer = drawing.Layers.Declare(name);
-    layer->SetColor(clWhite);
+    if (layer) layer->SetColor(clWhite);
     return layer;
 }
 
@@ -62,8 +63,7 @@ TZEPNode* TDXFScope::MakeNode(TZEPObject* parent) const {
     if (!m_insertion.IsIdentity(m_block->Base))
         m_insertion.SetTransform(*node->XForm(), m_block->Base);
     if (m_insertion.Hidden) node->SetVisible(false);
-    node->SetParentComponent(parent);
-    return node;
+    return Place(node, parent, m_drawing.Root);
 }
 
 } // namespace ZEP

@@ -24,10 +24,6 @@ constexpr int FourthCorner = 13;
 /// What begins another class of an entity that derives from a spline.
 constexpr std::string_view HelixMark = "AcDbHelix";
 
-void Set(TZEPVertex3* vertex, const TGLArrayd3& point) {
-    vertex->SetData(point[0], point[1], point[2]);
-}
-
 /// In 0..360: the box of an arc is right for these only.
 double Turn(double degrees) {
     const double turn = std::fmod(degrees, 360);
@@ -58,7 +54,7 @@ void DrawAsTriangles(TZEPPolygon& polygon) {
     if (first != zero3d || second == zero3d) return;
     const TGLArrayd3 normal = second / Length(second);
     polygon.SetAutoNormal(false);
-    polygon.Normal()->SetData(normal[0], normal[1], normal[2]);
+    polygon.Normal()->SetData(normal);
 }
 
 void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record, std::span<const int> codes,
@@ -112,7 +108,7 @@ void PlaceFlat(TZEPObject& object, const TGLMatrixd4& frame, const TGLArrayd3& p
     // Quietly but for the last, which recomputes the matrix.
     object.XForm()->Translate()->SetDataQuietly(inDrawing);
     object.XForm()->Rotate()->SetDataQuietly(angles);
-    Set(object.XForm()->Scale(), scale);
+    object.XForm()->Scale()->SetData(scale);
 }
 
 // Its corners are meant: no spline through them.
@@ -131,13 +127,14 @@ void TDXFBuilder::AddChain(const TDXFRecord& record, TDXFChain chain, const TGLM
 }
 
 void AddDXFPoint(TDXFBuilder& builder, const TDXFRecord& record) {
-    builder.Add<TZEPPoint>(record, 0, [&](TZEPPoint& point) { Set(point.P(), record.Point(10)); });
+    builder.Add<TZEPPoint>(record, 0,
+                           [&](TZEPPoint& point) { point.P()->SetData(record.Point(10)); });
 }
 
 void AddDXFLine(TDXFBuilder& builder, const TDXFRecord& record) {
     builder.Add<TZEPLine>(record, 0, [&](TZEPLine& line) {
-        Set(line.P1(), record.Point(10));
-        Set(line.P2(), record.Point(11));
+        line.P1()->SetData(record.Point(10));
+        line.P2()->SetData(record.Point(11));
     });
 }
 
@@ -170,7 +167,9 @@ void AddDXFLightPolyline(TDXFBuilder& builder, const TDXFRecord& record) {
         if (tag.Code == 20) vertexes.back().Point[1] = tag.Number();
         if (tag.Code == 42) vertexes.back().Bulge = tag.Number();
     }
-    builder.AddChain(record, BulgedChain(vertexes, record.Flag(70, ClosedFlag)), FrameOf(record));
+    builder.AddChain(record,
+                     BulgedChain(vertexes, record.Flag(70, ClosedFlag), builder.PointsLeft()),
+                     FrameOf(record));
 }
 
 void AddDXFEllipse(TDXFBuilder& builder, const TDXFRecord& record) {

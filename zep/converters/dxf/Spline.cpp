@@ -16,16 +16,12 @@ constexpr double EmptySpan = 1e-12;      // of all spans
 
 using TPoints = std::vector<TGLArrayd3>;
 
-TGLArrayd3 Mixed(const TGLArrayd3& a, const TGLArrayd3& b, double ofA, double ofB) {
-    return {a[0] * ofA + b[0] * ofB, a[1] * ofA + b[1] * ofB, a[2] * ofA + b[2] * ofB};
-}
-
 double DistanceToChord(const TGLArrayd3& point, const TGLArrayd3& a, const TGLArrayd3& b) {
-    const TGLArrayd3 chord = Mixed(b, a, 1, -1);
+    const TGLArrayd3 chord = b - a;
     const double square = Dotd(chord, chord);
     if (!(square > 0)) return Distance(point, a);
-    const double t = std::clamp(Dotd(Mixed(point, a, 1, -1), chord) / square, 0.0, 1.0);
-    return Distance(point, Mixed(a, b, 1 - t, t));
+    const double t = std::clamp(Dotd(point - a, chord) / square, 0.0, 1.0);
+    return Distance(point, (1 - t) * a + t * b);
 }
 
 struct TSampling {
@@ -154,7 +150,7 @@ public:
 
 private:
     [[nodiscard]] TGLArrayd3 Slope(std::size_t span) const {
-        return Mixed(m_points[span + 1], m_points[span], 1 / m_lengths[span], -1 / m_lengths[span]);
+        return 1 / m_lengths[span] * m_points[span + 1] - 1 / m_lengths[span] * m_points[span];
     }
     [[nodiscard]] TGLArrayd3 InnerTangent(std::size_t before, std::size_t after) const;
     void SetEnds(const TDXFSpline& spline);
@@ -177,7 +173,7 @@ TFittedCurve::TFittedCurve(const TDXFSpline& spline) {
 
 TGLArrayd3 TFittedCurve::InnerTangent(std::size_t before, std::size_t after) const {
     const double both = m_lengths[before] + m_lengths[after];
-    return Mixed(Slope(before), Slope(after), m_lengths[after] / both, m_lengths[before] / both);
+    return m_lengths[after] / both * Slope(before) + m_lengths[before] / both * Slope(after);
 }
 
 void TFittedCurve::SetEnds(const TDXFSpline& spline) {
@@ -189,7 +185,7 @@ void TFittedCurve::SetEnds(const TDXFSpline& spline) {
     const auto end = [&](TGLArrayd3 known, const TGLArrayd3& slope, const TGLArrayd3& neighbour) {
         Normalized(known);
         if (known != zero3d) return known;
-        return last == 1 ? slope : Mixed(slope, neighbour, 1.5, -0.5);
+        return last == 1 ? slope : 1.5 * slope - 0.5 * neighbour;
     };
     m_tangents.front() = end(spline.StartTangent, Slope(0), m_tangents[1]);
     m_tangents.back() = end(spline.EndTangent, Slope(last - 1), m_tangents[last - 1]);
@@ -198,9 +194,9 @@ void TFittedCurve::SetEnds(const TDXFSpline& spline) {
 TGLArrayd3 TFittedCurve::At(std::size_t span, double t) const {
     const double u = 1 - t;
     const TGLArrayd3 places =
-        Mixed(m_points[span], m_points[span + 1], u * u * (1 + 2 * t), t * t * (1 + 2 * u));
-    const TGLArrayd3 bends = Mixed(m_tangents[span], m_tangents[span + 1], t * u * u, -t * t * u);
-    return Mixed(places, bends, 1, m_lengths[span]);
+        u * u * (1 + 2 * t) * m_points[span] + t * t * (1 + 2 * u) * m_points[span + 1];
+    const TGLArrayd3 bends = t * u * u * m_tangents[span] - t * t * u * m_tangents[span + 1];
+    return places + m_lengths[span] * bends;
 }
 
 TPoints TFittedCurve::Points(const TSampling& sampling) const {

@@ -9,8 +9,6 @@ namespace ZEP {
 
 namespace {
 
-constexpr std::size_t ProgressStep = 65536;
-
 /// A drawing has seven.
 constexpr std::size_t MaxSections = 1000;
 
@@ -126,8 +124,8 @@ int TDXFTags::NextGroupCode() {
     const char* const begin = m_next;
     m_pairPosition = {static_cast<std::size_t>(begin - m_begin), m_line};
     m_pairLine = m_line + 1;
-    const bool wasEnd = m_code == 0 && m_value == "EOF";
-    if (!NextCode() || !NextLine(m_value)) return End(wasEnd);
+    if (m_code != EndOfTags) m_isEnded = m_code == 0 && m_value == "EOF";
+    if (!NextCode() || !NextLine(m_value)) return End();
     m_unasked += static_cast<std::size_t>(m_next - begin);
     m_value = m_value.substr(0, m_longestValue);
     if (m_lenient && !IsText(m_code)) m_value = WithoutBlanks(m_value);
@@ -135,9 +133,9 @@ int TDXFTags::NextGroupCode() {
 }
 
 // What stands behind a code 0 "EOF" is nobody's concern.
-int TDXFTags::End(bool wasEnd) {
+int TDXFTags::End() {
     const std::string_view rest = TextFrom(m_pairPosition);
-    if (!wasEnd && !std::all_of(rest.begin(), rest.end(), IsBlank)) m_badLine = m_pairLine;
+    if (!m_isEnded && !std::all_of(rest.begin(), rest.end(), IsBlank)) m_badLine = m_pairLine;
     m_code = EndOfTags;
     m_value = {};
     m_next = m_end;
@@ -210,6 +208,7 @@ void TDXFTags::Goto(const TDXFPosition& position) {
     m_next = TextFrom(position).data();
     m_line = position.Line;
     m_pushedBack = false;
+    m_isEnded = false;
     m_code = EndOfTags;
     m_value = {};
 }

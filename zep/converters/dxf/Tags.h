@@ -98,6 +98,10 @@ public:
     [[nodiscard]] bool IsDrawing();
     /// The line that should hold a group code and ended the reading; 0 where there was none.
     [[nodiscard]] qint64 BadLine() const { return m_badLine; }
+    /// The last pair was asked for where the text had ended without a code 0 "EOF".
+    [[nodiscard]] bool IsCut() const {
+        return m_code == EndOfTags && !m_isEnded && !m_cancelled && m_badLine == 0;
+    }
     /// @}
 
 private:
@@ -109,7 +113,7 @@ private:
 
     bool NextLine(std::string_view& line);
     bool NextCode();
-    int End(bool wasEnd);
+    int End();
     [[nodiscard]] std::string_view TextFrom(const TDXFPosition& position) const;
     void Ask();
     [[nodiscard]] const TSection* FindSection(std::string_view name, std::size_t offset);
@@ -126,8 +130,9 @@ private:
     std::string_view m_value;
     std::size_t m_errorPosition = 0;
     bool m_pushedBack = false;
-    qint64 m_line = 0;     // lines taken
-    qint64 m_pairLine = 0; // of the last pair
+    bool m_isEnded = false; // by EOF
+    qint64 m_line = 0;      // lines taken
+    qint64 m_pairLine = 0;  // of the last pair
     TDXFPosition m_pairPosition;
     TDXFPosition m_mark;
 

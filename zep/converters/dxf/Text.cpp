@@ -14,7 +14,7 @@ struct TSign {
 constexpr TSign Signs[] = {{u'c', u'\u00D8'}, {u'd', u'\u00B0'}, {u'p', u'\u00B1'}, {u'%', u'%'},
                            {u'u', 0},         {u'o', 0},         {u'k', 0}};
 
-bool IsDigit(QChar c) {
+bool IsAsciiDigit(QChar c) {
     return c >= u'0' && c <= u'9';
 }
 
@@ -28,7 +28,8 @@ qsizetype TakePercentCode(QStringView rest, QString& text) {
         return 3;
     }
     qsizetype digits = 0;
-    while (digits < MostDigits && 2 + digits < rest.size() && IsDigit(rest[2 + digits])) ++digits;
+    while (digits < MostDigits && 2 + digits < rest.size() && IsAsciiDigit(rest[2 + digits]))
+        ++digits;
     if (digits == 0) return 0;
     text += QChar(rest.mid(2, digits).toUShort());
     return 2 + digits;

@@ -41,7 +41,7 @@ TRS274DArc ArcAbout(TRS274DPlanePoint center, double radius, double startAngle, 
 
 /// What a stated centre may be off by through rounding: a hundredth of a millimetre and a
 /// thousandth of the radius, as machines allow.
-double Tolerance(double radius) {
+double RoundingOf(double radius) {
     return 0.01 + 0.001 * radius;
 }
 
@@ -83,7 +83,7 @@ std::optional<TRS274DPlanePoint> CenterOfRadius(TRS274DPlanePoint start, TRS274D
                                                 double radius, bool counterClockwise) {
     const double half = Distance(start, end) / 2;
     const double length = std::abs(radius);
-    if (IsSamePoint(start, end) || half - length > Tolerance(length)) return std::nullopt;
+    if (IsSamePoint(start, end) || half - length > RoundingOf(length)) return std::nullopt;
     const double height = std::sqrt(std::fmax(length * length - half * half, 0.0));
     return OffChord(start, end, counterClockwise == (radius > 0) ? height : -height);
 }
@@ -102,7 +102,7 @@ TRS274DTurn::TRS274DTurn(TRS274DPlanePoint start, TRS274DPlanePoint end, TRS274D
 }
 
 bool TRS274DTurn::IsSpiral() const {
-    return std::abs(m_endRadius - m_startRadius) > Tolerance(m_startRadius);
+    return std::abs(m_endRadius - m_startRadius) > RoundingOf(m_startRadius);
 }
 
 std::optional<TRS274DArc> TRS274DTurn::CircularArc(TRS274DArcPlane plane, double normal) const {
@@ -114,7 +114,7 @@ std::optional<TRS274DArc> TRS274DTurn::CircularArc(TRS274DArcPlane plane, double
         (m_center.A - middle.A) * along.A + (m_center.B - middle.B) * along.B;
     // The far side of a long arc moves with the centre, a short arc only by the radius.
     const bool isLong = std::abs(m_sweep) > pi;
-    if (IsSpiral() || (isLong && std::abs(offBisector) > Tolerance(m_startRadius)))
+    if (IsSpiral() || (isLong && std::abs(offBisector) > RoundingOf(m_startRadius)))
         return std::nullopt;
     const TRS274DPlanePoint center{m_center.A - offBisector * along.A,
                                    m_center.B - offBisector * along.B};

@@ -1,5 +1,7 @@
 #include <zep/converters/rs274d/Block.h>
 
+#include <zep/framework/Ascii.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -10,21 +12,16 @@ namespace ZEP {
 namespace {
 
 /// What becomes of each character outside comments; 0 drops it.
-constexpr auto Normalized = [] {
+constexpr auto UsedCharacters = [] {
     std::array<char, 256> table{};
-    for (std::size_t c = 0; c < table.size(); ++c)
-        table[c] = static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+    for (std::size_t c = 0; c < table.size(); ++c) table[c] = ToUpper(static_cast<char>(c));
     for (const char dropped : {'\0', '\t', ' ', '%', '\x1A', '\x7F'})
         table[static_cast<unsigned char>(dropped)] = 0;
     return table;
 }();
 
-constexpr bool IsLetter(char c, bool polar) {
+constexpr bool IsWordLetter(char c, bool polar) {
     return (c >= 'A' && c <= 'Z') || (polar && (c == '@' || c == '^'));
-}
-
-constexpr bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
 }
 
 constexpr bool IsNumberCharacter(char c) {
@@ -84,7 +81,7 @@ std::string_view NormalizeBlock(std::string_view line, std::string& buffer) {
             i = std::min(line.find(')', i), line.size());
             continue;
         }
-        const char c = Normalized[static_cast<unsigned char>(line[i])];
+        const char c = UsedCharacters[static_cast<unsigned char>(line[i])];
         buffer[size] = c;
         size += c != 0;
     }
@@ -92,7 +89,7 @@ std::string_view NormalizeBlock(std::string_view line, std::string& buffer) {
 }
 
 std::string_view GetWord(std::string_view& block, bool polar) {
-    if (block.empty() || !IsLetter(block[0], polar)) return {};
+    if (block.empty() || !IsWordLetter(block[0], polar)) return {};
     std::size_t size = 1;
     while (size < block.size() && IsNumberCharacter(block[size])) ++size;
     const std::string_view word = block.substr(0, size);
@@ -142,7 +139,7 @@ void TRS274DBlock::Add(const TRS274DWord& word) {
 TRS274DBlockEnd TRS274DBlock::EndAt(std::string_view rest) const {
     if (rest[0] == '/' && (m_letters & ~Bit('N')) == 0) return TRS274DBlockEnd::Deleted;
     const auto letters = static_cast<std::size_t>(
-        std::find_if_not(rest.begin(), rest.end(), [](char c) { return IsLetter(c, false); }) -
+        std::find_if_not(rest.begin(), rest.end(), [](char c) { return IsWordLetter(c, false); }) -
         rest.begin());
     // Two letters in a row are rather a word that lacks its number.
     if (Has('O') || rest[0] == 'O' || letters > 2 || rest.starts_with("IF") ||

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -64,6 +65,9 @@ public:
     [[nodiscard]] std::string_view Rest() const { return m_rest; }
 
     [[nodiscard]] bool Has(char letter) const { return (m_letters & Bit(letter)) != 0; }
+    [[nodiscard]] bool HasAnyOf(std::string_view letters) const {
+        return std::ranges::any_of(letters, [this](char letter) { return Has(letter); });
+    }
     /// The number of the first word of that letter; 0 without one.
     [[nodiscard]] double Value(char letter) const {
         return Has(letter) ? m_values[Index(letter)] : 0.0;

@@ -18,7 +18,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TRS274DConverter> Registered;
+const TRegisterClass<TRS274DConverter> RegisteredRS274DConverter;
 
 constexpr std::array ToolColors{TColor(0xFFFFFF), TColor(0x0000FF), TColor(0x00FF00),
                                 TColor(0xFF0000), TColor(0xFFFF00), TColor(0xFF00FF),
@@ -39,7 +39,7 @@ void TRS274DConverter::LoadFromFile() {
     CheckFile("LoadFromFile");
     if (m_doDump) m_trace = std::make_unique<TDumpFile>(FileName(), Method("Dump"));
     const auto closeTrace = qScopeGuard([this] { m_trace.reset(); });
-    if (ClearBeforRead()) Root()->Clear();
+    ClearRoot("LoadFromFile");
     const TFileText file(FileName(), Method("LoadFromFile"));
     ReadNC(file.Text());
     if (m_trace) m_trace->Finish();
@@ -57,7 +57,8 @@ void TRS274DConverter::ReadNC(std::string_view text) {
     const TRootUpdate update(Root());
     const TRS274DOptions options{
         .Extended = m_extended, .StopOnErrors = m_stopOnErrors, .Trace = m_trace != nullptr};
-    SetCancelled(!ReadRS274D(text, options, *this, m_report, GuardedProgress()));
+    SetCancelled(
+        !Finishes([&] { return ReadRS274D(text, options, *this, m_report, GuardedProgress()); }));
 }
 
 void TRS274DConverter::Dump(std::string_view text) {
@@ -73,24 +74,27 @@ TColor TRS274DConverter::PathColor() const {
 }
 
 void TRS274DConverter::Rapid(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) {
-    if (m_showQuickMove) AddPathLine(*Root(), from, to, RapidColor, line)->SetStyle(psDot);
+    if (!m_showQuickMove) return;
+    if (TZEPLine* object = AddPathLine(RootThere(), from, to, RapidColor, line))
+        object->SetStyle(psDot);
 }
 
 void TRS274DConverter::Feed(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) {
-    AddPathLine(*Root(), from, to, PathColor(), line);
+    AddPathLine(RootThere(), from, to, PathColor(), line);
 }
 
 void TRS274DConverter::Drill(const TRS274DPoint& at, qint64 line) {
-    AddPathPoint(*Root(), at, PathColor(), line);
+    AddPathPoint(RootThere(), at, PathColor(), line);
 }
 
 void TRS274DConverter::Arc(const TRS274DArc& arc, qint64 line) {
-    TZEPArc* object = AddPathArc(*Root(), arc, PathColor(), line);
-    if (m_extended) object->SetSegments(static_cast<int>(std::ceil(arc.Sweep / ArcStep - 1e-9)));
+    TZEPArc* object = AddPathArc(RootThere(), arc, PathColor(), line);
+    if (m_extended && object)
+        object->SetSegments(static_cast<int>(std::ceil(arc.Sweep / ArcStep - 1e-9)));
 }
 
 void TRS274DConverter::Curve(std::span<const TRS274DPoint> points, qint64 line) {
-    AddPathCurve(*Root(), points, PathColor(), line);
+    AddPathCurve(RootThere(), points, PathColor(), line);
 }
 
 } // namespace ZEP

@@ -12,10 +12,6 @@ using TGroup = TRS274DGroup;
 
 constexpr double MillimetresOfInch = 25.4;
 
-bool HasAnyOf(const TRS274DBlock& block, std::string_view letters) {
-    return std::ranges::any_of(letters, [&](char letter) { return block.Has(letter); });
-}
-
 char LetterOf(char first, std::size_t axis) {
     return static_cast<char>(first + static_cast<int>(axis));
 }
@@ -35,7 +31,7 @@ void TRS274DExtendedMachine::RunBlock(const TRS274DBlock& block) {
         if (word.Letter == 'G') ProcessG(word);
         if (word.Letter == 'M') ProcessM(word);
     }
-    if (HasAnyOf(block, "ABCUVW")) m_report.Add(TRS274DPassed::OtherAxes, m_line);
+    if (block.HasAnyOf("ABCUVW")) m_report.Add(TRS274DPassed::OtherAxes, m_line);
     Execute(block);
 }
 
@@ -133,7 +129,7 @@ void TRS274DExtendedMachine::ProcessM(const TRS274DWord& word) {
 
 void TRS274DExtendedMachine::Execute(const TRS274DBlock& block) {
     if (m_plan.Action) return RunAction(block);
-    if (!HasAnyOf(block, m_mode == mmArc ? "XYZ@^IJK" : "XYZ@^")) return;
+    if (!block.HasAnyOf(m_mode == mmArc ? "XYZ@^IJK" : "XYZ@^")) return;
     if (m_plan.OtherUse && !m_plan.Motion) return;
     Move(block, GetRepeatCount(block));
 }
@@ -161,7 +157,7 @@ double TRS274DExtendedMachine::Units(double value) const {
 
 TRS274DPoint TRS274DExtendedMachine::Target(const TRS274DBlock& block) const {
     TRS274DPoint target = m_position;
-    if (HasAnyOf(block, "@^")) ApplyPolar(block, target);
+    if (block.HasAnyOf("@^")) ApplyPolar(block, target);
     ForAxisWords(block, [&](std::size_t axis, double value) {
         if (m_plan.MachineFrame)
             target[axis] = value;
@@ -244,7 +240,7 @@ void TRS274DExtendedMachine::SetData(const TRS274DBlock& block) {
 }
 
 void TRS274DExtendedMachine::GoToReference(std::size_t which, const TRS274DBlock& block) {
-    const bool isAll = !HasAnyOf(block, "XYZ");
+    const bool isAll = !block.HasAnyOf("XYZ");
     if (!isAll) Rapid(Target(block));
     TRS274DPoint to = m_position;
     for (std::size_t axis = 0; axis < to.size(); ++axis)

@@ -1,5 +1,6 @@
 #include <zep/converters/rs274d/Objects.h>
 
+#include <zep/converters/Placing.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Line.h>
 #include <zep/objects/Point.h>
@@ -30,17 +31,6 @@ T* Made(TZEPObject& root, qint64 line, TColor color) {
     return object;
 }
 
-/// Last of all, so that what was set before had nobody to tell.
-template <class T>
-T* Placed(TZEPObject& root, T* object) {
-    object->SetParentComponent(&root);
-    return object;
-}
-
-void Set(TZEPVertex3* vertex, const TRS274DPoint& point) {
-    vertex->SetData(point[0], point[1], point[2]);
-}
-
 /// Turns the arc's own x and y to the first and the second axis of the plane.
 TGLArrayd3 RotationTo(TRS274DArcPlane plane) {
     switch (plane) {
@@ -59,9 +49,9 @@ TGLArrayd3 RotationTo(TRS274DArcPlane plane) {
 TZEPLine* AddPathLine(TZEPObject& root, const TRS274DPoint& from, const TRS274DPoint& to,
                       TColor color, qint64 line) {
     auto* object = Made<TZEPLine>(root, line, color);
-    Set(object->P1(), from);
-    Set(object->P2(), to);
-    return Placed(root, object);
+    object->P1()->SetData(from);
+    object->P2()->SetData(to);
+    return Place(object, &root, root);
 }
 
 TZEPArc* AddPathArc(TZEPObject& root, const TRS274DArc& arc, TColor color, qint64 line) {
@@ -72,8 +62,8 @@ TZEPArc* AddPathArc(TZEPObject& root, const TRS274DArc& arc, TColor color, qint6
     const double diameter = 2 * arc.Radius;
     object->XForm()->Translate()->SetDataQuietly(arc.Center);
     object->XForm()->Rotate()->SetDataQuietly(RotationTo(arc.Plane));
-    Set(object->XForm()->Scale(), {diameter, diameter, diameter});
-    return Placed(root, object);
+    object->XForm()->Scale()->SetData({diameter, diameter, diameter});
+    return Place(object, &root, root);
 }
 
 TZEPPolyline* AddPathCurve(TZEPObject& root, std::span<const TRS274DPoint> points, TColor color,
@@ -82,14 +72,14 @@ TZEPPolyline* AddPathCurve(TZEPObject& root, std::span<const TRS274DPoint> point
     object->SetOrigColor(color);
     object->SetSmooth(false);
     for (const TRS274DPoint& point : points) object->Vertexes()->Add()->SetPoint(point);
-    return Placed(root, object);
+    return Place(object, &root, root);
 }
 
 TZEPPoint* AddPathPoint(TZEPObject& root, const TRS274DPoint& at, TColor color, qint64 line) {
     auto* object = Made<TZEPPoint>(root, line, color);
     object->SetWidth(DrillPointWidth);
-    Set(object->P(), at);
-    return Placed(root, object);
+    object->P()->SetData(at);
+    return Place(object, &root, root);
 }
 
 } // namespace ZEP

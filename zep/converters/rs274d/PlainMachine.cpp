@@ -14,24 +14,16 @@ constexpr double UnitsOfInch = 2.54;
 /// What a radius that is too short is passed over within, as the difference of squares.
 constexpr double ShortRadius = 0.001;
 
-bool HasAnyOf(const TRS274DBlock& block, std::string_view letters) {
-    for (const char letter : letters)
-        if (block.Has(letter)) return true;
-    return false;
-}
-
 } // namespace
 
 void TRS274DPlainMachine::RunBlock(const TRS274DBlock& block) {
     if (block.End() == TRS274DBlockEnd::BadNumber) return;
     for (const TRS274DWord& word : block.Words()) ProcessWord(word);
-    if (!GetCoordFromBlock(block)) return;
+    if (!block.HasAnyOf("XYZ")) return;
     const qint64 repeats = GetRepeatCount(block); // below 0: it does not move
     for (qint64 i = 0; i <= repeats; ++i) {
-        if (i > 0) {
-            SpendRepetitions(1);
-            static_cast<void>(GetCoordFromBlock(block)); // from where it stands now
-        }
+        if (i > 0) SpendRepetitions(1);
+        GetCoordFromBlock(block); // from where it stands now
         ProcessCommand();
     }
 }
@@ -114,7 +106,7 @@ double TRS274DPlainMachine::GetCoord(std::size_t axis, double value) const {
     return m_incremental && axis < m_position.size() ? m_position[axis] + units : units;
 }
 
-bool TRS274DPlainMachine::GetCoordFromBlock(const TRS274DBlock& block) {
+void TRS274DPlainMachine::GetCoordFromBlock(const TRS274DBlock& block) {
     m_target = m_position;
     for (std::size_t axis = 0; axis < m_target.size(); ++axis) {
         const char letter = static_cast<char>('X' + static_cast<int>(axis));
@@ -123,7 +115,6 @@ bool TRS274DPlainMachine::GetCoordFromBlock(const TRS274DBlock& block) {
     for (std::size_t i = 0; i < m_centerWords.size(); ++i)
         m_centerWords[i] = GetCoord(m_target.size() + i, block.Value(CenterLetters[i]));
     m_hasRadius = block.Has('R');
-    return HasAnyOf(block, "XYZ");
 }
 
 void TRS274DPlainMachine::ProcessCommand() {

@@ -19,7 +19,7 @@ private:
     void ProcessWord(const TRS274DWord& word);
     void ProcessG(const TRS274DWord& word, qint64 code);
     void ProcessM(qint64 code);
-    bool GetCoordFromBlock(const TRS274DBlock& block);
+    void GetCoordFromBlock(const TRS274DBlock& block);
     [[nodiscard]] double GetCoord(std::size_t axis, double value) const;
     void ProcessCommand();
     void ProcessArc();

@@ -10,8 +10,6 @@ namespace ZEP {
 
 namespace {
 
-constexpr std::size_t ProgressStep = 65536;
-
 std::unique_ptr<TRS274DMachine> MakeMachine(const TRS274DOptions& options, TRS274DSink& sink,
                                             TRS274DReport& report) {
     if (options.Extended) return std::make_unique<TRS274DExtendedMachine>(options, sink, report);

@@ -14,7 +14,7 @@ namespace ZEP {
 
 namespace {
 
-const TRegisterClass<TF3DSConverter> Registered;
+const TRegisterClass<TF3DSConverter> RegisteredF3DSConverter;
 
 /// An update bracket around filling a library, which the host may free meanwhile.
 class TLibraryUpdate {
@@ -54,8 +54,9 @@ void TF3DSConverter::LoadFromFile() {
     if (m_dump) m_dump->Write(FileName().toStdString());
     const TRootUpdate update(Root());
     const TLibraryUpdate libraryUpdate(m_materials);
-    if (ClearBeforRead()) Root()->Clear();
+    ClearRoot("LoadFromFile");
     if (m_materials) m_materials->Materials()->Clear();
+    CheckRoot("LoadFromFile");
     const TFileText file(FileName(), Method("LoadFromFile"));
     Read(file.Text(), {.Method = Method("LoadFromFile"), .File = FileName()});
     if (m_dump) m_dump->Finish();

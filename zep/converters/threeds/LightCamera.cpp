@@ -13,13 +13,9 @@ namespace {
 constexpr double NearPlane = 0.1;
 constexpr double FarPlane = 1000;
 
-void Set(TZEPVertex3* vertex, const TGLArrayd3& point) {
-    vertex->SetData(point[0], point[1], point[2]);
-}
-
 void ReadSpotlight(TF3DSStream& stream, const TF3DSChunk& chunk, TZEPLight& light) {
     stream.Dump(" <SpotlightChunk> \r\n");
-    Set(light.Target(), stream.ReadPoint(chunk, "  trg=[%f,%f,%f]\r\n"));
+    light.Target()->SetData(stream.ReadPoint(chunk, "  trg=[%f,%f,%f]\r\n"));
     light.SetParam(TZEPLight::ExponentParam, stream.ReadFloat(chunk) / 2);
     stream.DumpValues("  exponent=%f\r\n", static_cast<double>(light.Exponent()));
     light.SetParam(TZEPLight::CutoffParam, stream.ReadFloat(chunk) / 2);
@@ -38,7 +34,7 @@ void ReadCameraRanges(TF3DSStream& stream, const TF3DSChunk& chunk, TZEPCamera& 
 
 void ReadLightChunk(TF3DSStream& stream, const TF3DSChunk& chunk, TZEPLight& light) {
     stream.Dump(" <LightChunk> \r\n");
-    Set(light.Position(), stream.ReadPoint(chunk, "  pos=[%f,%f,%f]\r\n"));
+    light.Position()->SetData(stream.ReadPoint(chunk, "  pos=[%f,%f,%f]\r\n"));
     stream.ReadChildren(chunk, [&](const TF3DSChunk& child) {
         if (TF3DSStream::IsColor(child)) return light.SetColor(stream.ReadColor(child));
         if (child.Id == idSpotlight) return ReadSpotlight(stream, child, light);
@@ -50,8 +46,8 @@ void ReadCameraChunk(TF3DSStream& stream, const TF3DSChunk& chunk, TZEPCamera& c
     stream.Dump(" <CameraChunk> \r\n");
     camera.SetNearClipPlane(NearPlane);
     camera.SetFarClipPlane(FarPlane);
-    Set(camera.Position(), stream.ReadPoint(chunk, "  pos=[%f,%f,%f]\r\n"));
-    Set(camera.Target(), stream.ReadPoint(chunk, "  trg=[%f,%f,%f]\r\n"));
+    camera.Position()->SetData(stream.ReadPoint(chunk, "  pos=[%f,%f,%f]\r\n"));
+    camera.Target()->SetData(stream.ReadPoint(chunk, "  trg=[%f,%f,%f]\r\n"));
     camera.Roll(static_cast<double>(stream.ReadNumber(chunk, "  roll=%f\r\n")));
     camera.SetFocalLength(static_cast<double>(stream.ReadNumber(chunk, "  lens=%f\r\n")));
     stream.ReadChildren(chunk, [&](const TF3DSChunk& child) {

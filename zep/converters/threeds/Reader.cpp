@@ -1,6 +1,8 @@
 #include <zep/converters/threeds/Reader.h>
 
 #include <zep/appearance/effects/Light.h>
+#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/converters/Placing.h>
 #include <zep/converters/ReadReport.h>
 #include <zep/converters/threeds/Ids.h>
 #include <zep/converters/threeds/LightCamera.h>
@@ -13,8 +15,6 @@
 namespace ZEP {
 
 namespace {
-
-constexpr std::size_t ProgressStep = 65536;
 
 TZEPScene* SceneOf(TZEPObject& root) {
     auto* scene = qobject_cast<TZEPScene*>(&root);
@@ -40,7 +40,7 @@ bool TF3DSReader::ReadFile() {
     const auto report = qScopeGuard([this] { ReportStrays(); });
     try {
         ReadMainChunk(m_stream.ReadMainHeader());
-    } catch (const TCancelled&) {
+    } catch (const TReadingEnd&) {
         return false;
     }
     return true;
@@ -141,26 +141,29 @@ void TF3DSReader::ReadObjectChunk(const TF3DSChunk& chunk) {
 // --- objects -----------------------------------------------------------------------------------
 
 template <class T>
-T& TF3DSReader::AddObject(const TF3DSChunk& chunk, const QString& name) {
+T* TF3DSReader::AddObject(const TF3DSChunk& chunk, const QString& name) {
     if (!m_budget.Take(qint64(sizeof(T)) + BytesBesideObject))
         m_stream.Refuse(QStringLiteral("more objects than its size allows"), chunk.Offset);
     auto* object = new T(&m_target.Root);
     object->SetIdent(name);
-    object->SetParentComponent(&m_target.Root);
-    return *object;
+    object = Place(object, &m_target.Root, m_target.Root);
+    if (m_materials && !m_target.Materials) throw TReadingEnd();
+    if (!object) m_stream.SkipChunk(chunk, idObject);
+    return object;
 }
 
 void TF3DSReader::AddMesh(const TF3DSChunk& chunk, const QString& name) {
-    m_meshes.ReadMeshChunk(chunk, AddObject<TZEPMesh>(chunk, name));
+    if (auto* mesh = AddObject<TZEPMesh>(chunk, name)) m_meshes.ReadMeshChunk(chunk, *mesh);
 }
 
 void TF3DSReader::AddLight(const TF3DSChunk& chunk, const QString& name) {
     if (m_lightCount++ >= MaxLights) return m_stream.SkipChunk(chunk, idObject);
-    ReadLightChunk(m_stream, chunk, AddObject<TZEPLight>(chunk, name));
+    if (auto* light = AddObject<TZEPLight>(chunk, name)) ReadLightChunk(m_stream, chunk, *light);
 }
 
 void TF3DSReader::AddCamera(const TF3DSChunk& chunk, const QString& name) {
-    ReadCameraChunk(m_stream, chunk, AddObject<TZEPCamera>(chunk, name));
+    if (auto* camera = AddObject<TZEPCamera>(chunk, name))
+        ReadCameraChunk(m_stream, chunk, *camera);
 }
 
 // --- telling -----------------------------------------------------------------------------------
@@ -170,7 +173,7 @@ void TF3DSReader::TellProgress() {
     m_toldPosition = m_stream.Position();
     if (!m_target.Progress(static_cast<qint64>(m_toldPosition),
                            static_cast<qint64>(m_stream.Size())))
-        throw TCancelled();
+        throw TReadingEnd();
 }
 
 void TF3DSReader::ReportStrays() {

@@ -6,6 +6,8 @@
 #include <zep/converters/threeds/Stream.h>
 #include <zep/framework/ReadBudget.h>
 
+#include <QPointer>
+
 #include <optional>
 
 namespace ZEP {
@@ -15,8 +17,8 @@ class TZEPObject;
 /// What a 3DS file is read into, and who is told.
 struct TF3DSTarget {
     TZEPObject& Root;
-    TZEPMaterialLibrary* Materials; ///< null: materials are passed over
-    QString FileName;               ///< beside which pictures lie; empty: there are none
+    QPointer<TZEPMaterialLibrary> Materials; ///< null: materials are passed over
+    QString FileName;                        ///< beside which pictures lie; empty: there are none
     TReadReport& Report;
     TF3DSStream::TDump Dump; ///< may be empty
     TProgress Progress;      ///< may be empty
@@ -40,8 +42,6 @@ public:
     bool ReadFile();
 
 private:
-    struct TCancelled {};
-
     void ReadMainChunk(const TF3DSChunk& chunk);
     void ReadEditChunk(const TF3DSChunk& chunk);
     void ReadKfrmChunk(const TF3DSChunk& chunk);
@@ -54,7 +54,7 @@ private:
     void AddLight(const TF3DSChunk& chunk, const QString& name);
     void AddCamera(const TF3DSChunk& chunk, const QString& name);
     template <class T>
-    T& AddObject(const TF3DSChunk& chunk, const QString& name);
+    T* AddObject(const TF3DSChunk& chunk, const QString& name);
     void TellProgress();
     void ReportStrays();
 

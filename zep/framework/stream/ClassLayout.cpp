@@ -189,10 +189,10 @@ const TField* TClassLayout::Find(std::string_view name) const {
 
 // --- numbers at first ---------------------------------------------------------------------------
 
-/// By class; of a thread, since each may read a tree.
+/// By class.
 std::unordered_map<const QMetaObject*, std::vector<TNumberPresets::TPath>>&
 TNumberPresets::Known() {
-    static thread_local std::unordered_map<const QMetaObject*, std::vector<TPath>> known;
+    static std::unordered_map<const QMetaObject*, std::vector<TPath>> known;
     return known;
 }
 

@@ -16,10 +16,6 @@ namespace {
 /// framework, a transform, a material), at most: as it was measured of each class.
 constexpr std::size_t TimesItsClass = 7;
 
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 bool Opens(TTokenKind kind) {
     return kind == TTokenKind::BeginComponent || kind == TTokenKind::BeginCollection ||
            kind == TTokenKind::BeginItem || kind == TTokenKind::BeginList ||
@@ -92,7 +88,7 @@ void TReader::ReadRootComponent(TComponent& root) {
     m_unknownClasses.clear();
     m_root = &root;
     m_parent = nullptr;
-    const QString name = Text(Next().Name);
+    const QString name = QString::fromUtf8(Next().Name);
     m_references.AddComponent(root, name);
     try {
         root.SetName(name);
@@ -146,8 +142,8 @@ void TReader::ReadData(TComponent& component) {
 }
 
 void TReader::ReadChild(TComponent& parent) {
-    const QString className = Text(m_token->Bytes);
-    const QString name = Text(m_token->Name);
+    const QString className = QString::fromUtf8(m_token->Bytes);
+    const QString name = QString::fromUtf8(m_token->Name);
     const TClassRegistry::Entry* entry = TClassRegistry::Instance().Find(className);
     if (!entry) {
         ++m_unknownClasses[className];
@@ -212,7 +208,7 @@ void TReader::ReadDefined(const TInstance& instance, std::string_view name) {
     m_isDefined = false;
     instance.DefineProperties(*this);
     if (m_isDefined) return;
-    Error(QStringLiteral("the property %1 is not known").arg(Text(m_token->Name)));
+    Error(QStringLiteral("the property %1 is not known").arg(QString::fromUtf8(m_token->Name)));
     Skip();
 }
 
@@ -268,7 +264,8 @@ void TReader::ReadSet(const TField& field, const TInstance& instance) {
         if (const std::optional<qint64> member = field.ValueOf(m_token->Bytes))
             set |= *member;
         else
-            Error(QStringLiteral("the set has no member %1").arg(Text(m_token->Bytes)));
+            Error(
+                QStringLiteral("the set has no member %1").arg(QString::fromUtf8(m_token->Bytes)));
     }
     static_cast<void>(field.SetOrdinal(instance, set));
 }
@@ -327,7 +324,8 @@ void TReader::Error(const QString& message) {
 }
 
 void TReader::Expect(const char* what) {
-    Error(QStringLiteral("%1: expected %2").arg(Text(m_token->Name), QLatin1StringView(what)));
+    Error(QStringLiteral("%1: expected %2")
+              .arg(QString::fromUtf8(m_token->Name), QLatin1StringView(what)));
     Skip();
 }
 

@@ -6,10 +6,6 @@ namespace ZEP {
 
 namespace {
 
-QString Text(std::string_view name) {
-    return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
-}
-
 void AddTree(QHash<QString, QPointer<TComponent>>& names, TComponent& component) {
     const QString key = component.Name().toLower();
     if (!key.isEmpty() && !names.contains(key)) names.insert(key, &component);
@@ -25,7 +21,7 @@ void TReferences::AddComponent(TComponent& component, const QString& name) {
 
 void TReferences::Add(const TField& field, const TInstance& instance, TComponent& holder,
                       std::string_view name) {
-    m_pending.push_back({&field, instance, &holder, Text(name)});
+    m_pending.push_back({&field, instance, &holder, QString::fromUtf8(name)});
 }
 
 void TReferences::Resolve(TComponent& root, const std::function<void(const QString&)>& error) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <zep/framework/Ascii.h>
 
 namespace ZEP {
 
@@ -11,22 +12,14 @@ namespace {
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t LongestQuote = 40; // of what an error message shows
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool IsNameByte(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || IsDigit(c) || c == '.' ||
+    return IsLetter(c) || IsDigit(c) || c == '_' || c == '.' ||
            static_cast<unsigned char>(c) >= 0x80;
-}
-
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 int HexValue(char c) {
     if (IsDigit(c)) return c - '0';
-    c = Lower(c);
+    c = ToLower(c);
     return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
 }
 
@@ -100,7 +93,7 @@ void TTextLexer::ReadNumber() {
     const char* const end = m_text.data() + m_text.size();
     const auto isInteger = [](char c) { return IsDigit(c) || c == '-'; };
     const char* stop = std::find_if_not(start, end, isInteger);
-    const bool isFloat = stop != end && (*stop == '.' || Lower(*stop) == 'e');
+    const bool isFloat = stop != end && (*stop == '.' || ToLower(*stop) == 'e');
     if (isFloat) return ReadFloat({start, static_cast<std::size_t>(end - start)});
     const auto result = std::from_chars(start, stop, m_lexeme.Integer);
     if (result.ec != std::errc() || result.ptr != stop || (stop != end && IsNameByte(*stop)))
@@ -178,7 +171,7 @@ void TTextLexer::ReadQuoted() {
             Fail(start, QStringLiteral("the string does not end on its line"));
         if (c != '\'') continue;
         const std::string_view piece = m_text.substr(pieceStart, m_next - pieceStart);
-        m_lexeme.Text += QString::fromUtf8(piece.data(), static_cast<qsizetype>(piece.size()));
+        m_lexeme.Text += QString::fromUtf8(piece);
         ++m_next;
         if (At(m_next) != '\'') return;
         pieceStart = m_next; // the second of two quotes stands for itself
@@ -189,14 +182,12 @@ void TTextLexer::ReadCharacterCode() {
     const std::size_t start = m_next++;
     const int base = At(m_next) == '$' ? 16 : 10;
     if (base == 16) ++m_next;
-    char16_t unit = 0;
     std::uint16_t code = 0;
     const char* const digits = m_text.data() + m_next;
     const auto result = std::from_chars(digits, m_text.data() + m_text.size(), code, base);
     if (result.ec != std::errc())
         Fail(start, QStringLiteral("expected a character's code from 0 to 65535 after the #"));
-    unit = code;
-    m_lexeme.Text += QChar(unit);
+    m_lexeme.Text += QChar(code);
     m_next = static_cast<std::size_t>(result.ptr - m_text.data());
 }
 
@@ -245,11 +236,8 @@ std::string_view TTextLexer::Described() const {
 }
 
 void TTextLexer::FailExpected(const char* what) {
-    const std::string_view found = Described();
-    Fail(m_lexeme.Start,
-         QStringLiteral("expected %1, but found %2")
-             .arg(QLatin1StringView(what),
-                  QString::fromUtf8(found.data(), static_cast<qsizetype>(found.size()))));
+    Fail(m_lexeme.Start, QStringLiteral("expected %1, but found %2")
+                             .arg(QLatin1StringView(what), QString::fromUtf8(Described())));
 }
 
 } // namespace ZEP

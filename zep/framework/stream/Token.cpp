@@ -1,22 +1,15 @@
 #include <zep/framework/stream/Token.h>
 
+#include <zep/framework/Ascii.h>
+
 #include <algorithm>
 
 namespace ZEP {
 
 namespace {
 
-bool IsLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
-           static_cast<unsigned char>(c) >= 0x80;
-}
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+bool BeginsName(char c) {
+    return IsLetter(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 
 } // namespace
@@ -36,14 +29,14 @@ void CopyStream(TTokenSource& source, TTokenSink& sink) {
 bool IsStreamName(std::string_view name) {
     bool atStart = true;
     for (const char c : name) {
-        if (atStart ? !IsLetter(c) : !IsLetter(c) && !IsDigit(c) && c != '.') return false;
+        if (atStart ? !BeginsName(c) : !BeginsName(c) && !IsDigit(c) && c != '.') return false;
         atStart = c == '.';
     }
     return !atStart;
 }
 
 bool SameName(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, {}, Lower, Lower);
+    return std::ranges::equal(a, b, {}, ToLower, ToLower);
 }
 
 } // namespace ZEP

@@ -65,7 +65,7 @@ void TComponent::WriteState(TWriter& writer) {
 
 void TWriter::WriteFields(const TInstance& instance) {
     for (const TField& field : TClassLayout::Of(*instance.Type).Fields())
-        if (field.IsStored()) WriteField(field, instance);
+        if (field.IsStored() && field.Name() != m_omitted) WriteField(field, instance);
     instance.DefineProperties(*this);
 }
 

@@ -5,6 +5,7 @@
 #include <zep/framework/stream/Token.h>
 
 #include <string>
+#include <string_view>
 
 namespace ZEP {
 
@@ -23,6 +24,9 @@ public:
     /// Writes the stream's outermost component. Raises `Exception` for what a stream cannot hold
     /// and where the output cannot be written.
     void WriteRootComponent(TComponent& root);
+    /// Leaves out a published property wherever it stands, such as the `Selected` of a view's
+    /// objects, which a document need not keep.
+    void Omit(std::string_view property) { m_omitted = property; }
 
     /// \name For `TComponent::WriteState`
     /// @{
@@ -51,6 +55,7 @@ private:
 
     TTokenSink& m_sink;
     TToken m_token;
+    std::string m_omitted;
     std::string m_path; // of the property that is written, dots included
     TComponent* m_root = nullptr;
     int m_depth = 0;
