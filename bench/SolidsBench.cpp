@@ -191,12 +191,13 @@ QImage Checkers() {
 /// Boxes with a picture of 64 by 64 pixels, which the raw loop loads once.
 class TexturedBoxFrame : public SolidFrame {
 public:
-    explicit TexturedBoxFrame(Way way) : SolidFrame(way, 1000) {}
+    TexturedBoxFrame(Way way, bool resident) : SolidFrame(way, 1000), m_resident(resident) {}
     ~TexturedBoxFrame() override { ReleaseTexture(m_name); }
 
     void Fill(TZEPObject& root) override {
-        FillWith<TZEPBox>(root, Places(), [](TZEPBox& box) {
+        FillWith<TZEPBox>(root, Places(), [this](TZEPBox& box) {
             box.Material()->Texture()->Image()->SetImage(Checkers());
+            box.Material()->Texture()->SetResident(m_resident);
         });
     }
     void DrawRaw() override {
@@ -221,6 +222,7 @@ private:
                      GL_UNSIGNED_BYTE, image.constBits());
     }
 
+    bool m_resident;
     GLuint m_name = 0;
 };
 
@@ -237,7 +239,8 @@ void Spheres(benchmark::State& state) {
     Measure<SphereFrame>(state);
 }
 void TexturedBoxes(benchmark::State& state) {
-    Measure<TexturedBoxFrame>(state);
+    TexturedBoxFrame frame(static_cast<SolidFrame::Way>(state.range(0)), state.range(1) != 0);
+    MeasureFrame(state, frame);
 }
 
 // The raw loop's way: 0 immediate mode, 1 display list, 2 vertex arrays.
@@ -245,8 +248,8 @@ BENCHMARK(Boxes)->ArgName("raw")->DenseRange(0, 2)->UseManualTime()->Unit(benchm
 BENCHMARK(Spheres)->ArgName("raw")->DenseRange(0, 1)->UseManualTime()->Unit(
     benchmark::kMillisecond);
 BENCHMARK(TexturedBoxes)
-    ->ArgName("raw")
-    ->DenseRange(0, 2)
+    ->ArgNames({"raw", "resident"})
+    ->ArgsProduct({{0, 1, 2}, {0, 1}})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 

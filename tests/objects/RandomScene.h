@@ -79,6 +79,10 @@ public:
         for (int i = 4 + m_dice.Below(24); i > 0; --i) AddOne(*m_dice.OneOf(m_classes));
     }
 
+    void KeepTextures() {
+        for (TZEPTexture* texture : m_textures) texture->SetResident(true);
+    }
+
     TZEPMaterialLibrary Library;
     TZEPCamera Eye;
     TZEPScene Scene;
@@ -256,11 +260,14 @@ private:
         for (int i = 0; i < 64; ++i)
             picture.setPixel(i % 8, i / 8, static_cast<QRgb>(m_dice.Below(0x1000000)));
         material.Texture()->Image()->SetImage(picture);
+        if (m_dice.OneIn(4)) material.Texture()->SetMinFilter(mifLinearMipmapLinear);
+        m_textures.push_back(material.Texture());
     }
 
     TDice m_dice;
     bool m_isPlain;
     TZEPObject* m_root = &Scene;
+    std::vector<TZEPTexture*> m_textures;
     std::vector<TZEPObject*> m_objects;
     std::vector<const TEntry*> m_classes = Classes();
     int m_lights = 0;

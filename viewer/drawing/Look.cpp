@@ -56,7 +56,9 @@ void ApplyLook(TZEPMaterialLibrary& materials) {
     auto& items = *materials.Materials();
     for (int i = 0; i < items.Count(); ++i) {
         TZEPMaterial& material = *items[i].Material();
-        if (!material.HasTexture() || material.Texture()->Environment() != teBlend) continue;
+        if (!material.HasTexture()) continue;
+        material.Texture()->SetResident(true);
+        if (material.Texture()->Environment() != teBlend) continue;
         material.Texture()->SetEnvironment(teModulate);
         for (TZEPFaceMaterial* face : {material.FrontFace(), material.BackFace()}) {
             face->SetDiffuse(clWhite);

@@ -86,6 +86,7 @@ void SetLook(TZEPObject* object, TColor color, float shininess) {
 void SetPicture(TZEPObject* object, const QImage& picture) {
     SetLook(object, clWhite, 40);
     object->Material()->Texture()->Image()->SetImage(picture);
+    object->Material()->Texture()->SetResident(true);
 }
 
 void SetGlass(TZEPObject* object, TColor color) {

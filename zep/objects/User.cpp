@@ -1,5 +1,6 @@
 #include <zep/objects/User.h>
 
+#include <zep/appearance/materials/Texture.h>
 #include <zep/framework/Watch.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/ViewVolume.h>
@@ -89,7 +90,9 @@ void TZEPUser::DrawSpecific(GLenum face, bool draft) {
     const StackGuard stacks;
     const auto drawn = m_draw;
     const TZEPWatch alive(this);
+    TZEPTexture::ForgetBound();
     const bool done = m_calls.Run([&] { (*drawn)(*this, face, draft); });
+    TZEPTexture::ForgetBound();
     stacks.Restore(!done);
     if (!done && alive) Report();
 }

@@ -2,6 +2,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
+#include <QOpenGLContext>
 
 #include <algorithm>
 #include <array>
@@ -359,6 +360,8 @@ bool GlxBinding::MakeCurrent(TContextHandle context) {
     if (!screen) return false;
     const ErrorTrap trap(screen->Connection);
     if (!context) return glXMakeCurrent(screen->Connection, 0, nullptr);
+    // While a context of EGL is current in a thread, none of GLX can be.
+    if (QOpenGLContext* hosts = QOpenGLContext::currentContext()) hosts->doneCurrent();
     const GLXDrawable target = m_picture ? m_picture : m_child; // a picture goes on
     return glXMakeCurrent(screen->Connection, target, ToContext(context)) && trap.Clean();
 }

@@ -85,6 +85,39 @@ TEST_F(TextureCall, EveryApplicationReplacesTheObjectAndDestructionFreesIt) {
     EXPECT_EQ(calls.List().back(), "glDeleteTextures(1, " + name + ")");
 }
 
+TEST_F(TextureCall, AResidentOneIsLoadedWhereItHasChangedOnly) {
+    TZEPTexture texture, other;
+    texture.Image()->SetImage(Picture(2, 2));
+    texture.SetResident(true);
+    other.Assign(&texture);
+    const std::pair<std::function<void()>, bool> rows[] = {
+        {[] {}, true},
+        {[] {}, false},
+        {[&] { texture.SetMagFilter(mafNearest); }, false},
+        {[&] { texture.Image()->SetImage(Picture(4, 4)); }, true},
+        {[&] { texture.SetBorder(true); }, true},
+        {[&] { texture.SetBorder(false); }, true},
+        {[&] { texture.SetMinFilter(mifLinearMipmapLinear); }, true},
+        {[&] { other.ApplayMaterial(); }, false},
+        {[] { TZEPTexture::ForgetBound(); }, true},
+        {[&] { texture.SetMinFilter(mifLinear); }, true},
+        {[&] { // in a list it stands as it is now
+             glNewList(77, GL_COMPILE);
+             texture.ApplayMaterial();
+             glEndList();
+             glDeleteLists(77, 1);
+         },
+         true}};
+    for (const auto& [change, loads] : rows) {
+        change();
+        const GlCalls calls;
+        texture.ApplayMaterial();
+        EXPECT_EQ(calls.Count("glTexImage2D") + calls.Count("gluBuild2DMipmaps"), loads)
+            << "row " << (&change - &rows[0].first);
+        EXPECT_TRUE(glIsTexture(static_cast<GLuint>(BoundTexture())));
+    }
+}
+
 TEST_F(TextureCall, TheMatrixTurnsAboutTheCentre) {
     TZEPTexture texture;
     texture.Image()->SetImage(Picture(2, 2));

@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <bit>
+#include <optional>
 #include <tuple>
+#include <unordered_set>
 
 namespace ZEP {
 
@@ -52,6 +54,30 @@ QImage Stretched(const QImage& image, QSize size) {
 
 } // namespace
 
+namespace {
+
+/// Names of texture objects into which others may have loaded something since a texture kept them.
+/// There are none before the first one is kept: then OpenGL is not asked either.
+std::optional<std::unordered_set<GLuint>>& Spoilt() {
+    static std::optional<std::unordered_set<GLuint>> names;
+    return names;
+}
+
+GLint Asked(GLenum what) {
+    GLint answer = 0;
+    glGetIntegerv(what, &answer);
+    return answer;
+}
+
+void ResetFilters() {
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+}
+
+} // namespace
+
 TZEPTexture::TZEPTexture(TNotifyEvent onTextureChange) : OnTextureChange(onTextureChange) {
     m_image.OnChange = Notify<&TZEPTexture::TextureChanged>(this);
 }
@@ -91,6 +117,7 @@ std::shared_ptr<const TZEPTexture::TTexels> TZEPTexture::TexelsOf(const QImage& 
 
 void TZEPTexture::TextureChanged(TObject*) {
     const QImage& image = m_image.Image();
+    m_kept = TKept::Nothing;
     if (Empty())
         m_image.SetTexels(NoTexels());
     else if (m_image.Texels().ImageKey != image.cacheKey())
@@ -100,37 +127,76 @@ void TZEPTexture::TextureChanged(TObject*) {
 
 void TZEPTexture::ApplayMaterial() {
     if (Empty()) return;
-    const GLint minFilter = MinFilters[m_minFilter];
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, MagFilters[m_magFilter]);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, minFilter);
-    m_mipmapped = minFilter != GL_NEAREST && minFilter != GL_LINEAR;
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, Wraps[m_wrapS]);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, Wraps[m_wrapT]);
+    m_mipmapped = m_minFilter != mifNearest && m_minFilter != mifLinear;
+    SetFilters();
     constexpr TGLColor White{1, 1, 1, 1};
     glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, White.data());
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, Environments[m_environment]);
-    if (m_mipmapped)
-        gluBuild2DMipmaps(GL_TEXTURE_2D, 3, Width(), Height(), GL_RGBA, GL_UNSIGNED_BYTE,
-                          Pixels().data());
+    if (m_resident && Asked(GL_LIST_INDEX) == 0)
+        UseKept();
     else
-        Upload();
+        LoadAnew();
     glEnable(GL_TEXTURE_2D);
     glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_FASTEST);
     ApplyMatrix();
 }
 
-// The object is new at each application and repeats and filters linearly, whatever is set: the
-// settings went to the texture that was bound before. Scenes are tuned to look so.
-void TZEPTexture::Upload() {
+void TZEPTexture::SetFilters() const {
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, MagFilters[m_magFilter]);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, MinFilters[m_minFilter]);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, Wraps[m_wrapS]);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, Wraps[m_wrapT]);
+}
+
+void TZEPTexture::BuildMipmaps() const {
+    gluBuild2DMipmaps(GL_TEXTURE_2D, 3, Width(), Height(), GL_RGBA, GL_UNSIGNED_BYTE,
+                      Pixels().data());
+}
+
+// Mipmaps go into whatever object is bound.
+void TZEPTexture::LoadAnew() {
+    m_kept = TKept::Nothing;
+    if (!m_mipmapped) return Upload();
+    ForgetBound();
+    BuildMipmaps();
+}
+
+void TZEPTexture::UseKept() {
+    const TKept wanted = m_mipmapped ? TKept::Mipmaps : TKept::Picture;
+    const bool isSpoilt = Spoilt() && Spoilt()->erase(m_name) > 0;
+    if (m_kept == wanted && !isSpoilt && glIsTexture(m_name)) {
+        glBindTexture(GL_TEXTURE_2D, m_name);
+        return m_mipmapped ? SetFilters() : ResetFilters();
+    }
+    if (!Spoilt()) Spoilt().emplace();
+    m_kept = wanted;
+    if (!m_mipmapped) return Upload();
+    if (!MakeObject()) return;
+    SetFilters();
+    BuildMipmaps();
+}
+
+void TZEPTexture::ForgetBound() {
+    if (!Spoilt()) return;
+    if (const GLint bound = Asked(GL_TEXTURE_BINDING_2D))
+        Spoilt()->insert(static_cast<GLuint>(bound));
+}
+
+bool TZEPTexture::MakeObject() {
     if (m_name != 0) glDeleteTextures(1, &m_name);
     m_name = 0;
     glGenTextures(1, &m_name);
-    if (m_name == 0) return;
+    if (m_name == 0) return false;
+    if (Spoilt()) Spoilt()->erase(m_name); // of an object that had the name before
     glBindTexture(GL_TEXTURE_2D, m_name);
-    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
-    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
-    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    return true;
+}
+
+// The object repeats and filters linearly, whatever is set: the settings went to the texture that
+// was bound before. Scenes are tuned to look so.
+void TZEPTexture::Upload() {
+    if (!MakeObject()) return;
+    ResetFilters();
     // Three components: the pixels' fourth byte is never an alpha.
     glTexImage2D(GL_TEXTURE_2D, 0, 3, Width(), Height(), m_border ? 1 : 0, GL_RGBA,
                  GL_UNSIGNED_BYTE, Pixels().data());
@@ -160,8 +226,8 @@ void TZEPTexture::SwitchOff() {
 bool TZEPTexture::HasValuesOf(const TZEPTexture& other) const {
     const auto values = [](const TZEPTexture& t) {
         return std::tie(t.m_environment, t.m_minFilter, t.m_magFilter, t.m_wrapS, t.m_wrapT,
-                        t.m_border, t.m_angle, t.m_tilingS, t.m_tilingT, t.m_offsetS, t.m_offsetT,
-                        t.m_borderColor);
+                        t.m_border, t.m_resident, t.m_angle, t.m_tilingS, t.m_tilingT, t.m_offsetS,
+                        t.m_offsetT, t.m_borderColor);
     };
     return Empty() && other.Empty() && values(*this) == values(other);
 }
@@ -180,6 +246,7 @@ void TZEPTexture::Assign(const TPersistent* source) {
     m_offsetT = texture->m_offsetT;
     m_borderColor = texture->m_borderColor;
     m_angle = texture->m_angle;
+    m_resident = texture->m_resident;
     m_image.Assign(&texture->m_image);
     OnTextureChange(this);
 }
