@@ -7,8 +7,6 @@
 #include <zep/objects/Circle.h>
 #include <zep/objects/Mesh.h>
 #include <zep/objects/Node.h>
-#include <zep/objects/Polygon.h>
-#include <zep/scene/Add.h>
 #include <zep/view/Headlight.h>
 
 #include <cmath>
@@ -21,10 +19,6 @@ namespace {
 /// What a batch draws is what its objects draw elsewhere, whatever stands beside them.
 class BatchFaults : public TBatchFromAbove {
 protected:
-    template <class T>
-    static T* AddTo(TZEPObject* parent) {
-        return ZEP::Add<T>(parent);
-    }
     TZEPObject* Holder(bool batched, TZEPNode& node) {
         return batched ? static_cast<TZEPObject*>(&m_batch) : &node;
     }
@@ -109,25 +103,6 @@ TEST_F(BatchFaults, WhatLiesNowhereOrFarOffDistortsNothing) {
             layer->SetSelected(true);
             EXPECT_EQ(At(1, 0), Mark);
         }
-}
-
-TEST_F(BatchFaults, SelectionsThatABracketHoldsBackAreMarked) {
-    auto* layer = AddTo<TZEPNode>(&m_batch);
-    auto* other = AddTo<TZEPNode>(&m_batch);
-    TZEPLine* held = AddLine(-3, clRed, layer);
-    TZEPLine* told = AddLine(2, clRed, other);
-    EXPECT_EQ(At(1, -3), Red);
-    told->P1()->SetY(2.1);
-    told->SetSelected(true);
-    layer->BeginUpdate();
-    held->SetSelected(true);
-    EXPECT_EQ(At(1, -3), Mark);
-    EXPECT_EQ(At(1, 2), Mark);
-    layer->EndUpdate();
-    EXPECT_EQ(At(1, -3), Mark);
-    held->SetSelected(false);
-    told->SetSelected(false);
-    EXPECT_EQ(Marked(), 0);
 }
 
 TEST_F(BatchFaults, WhateverIsSelectedIsMarkedWhereItStands) {

@@ -2,6 +2,8 @@
 
 #include <zep/batch/Batch.h>
 #include <zep/objects/Line.h>
+#include <zep/objects/Polygon.h>
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/XForm.h>
@@ -47,6 +49,20 @@ protected:
         if (auto* shape = qobject_cast<TZEPShape*>(object)) shape->SetWidth(5);
         object->SetParentComponent(parent ? parent : &m_batch);
         return object;
+    }
+
+    template <class T>
+    static T* AddTo(TZEPObject* parent) {
+        return ZEP::Add<T>(parent);
+    }
+
+    /// In its own colour.
+    template <class TCorners>
+    TZEPPolygon* AddFace(const TCorners& corners, TColor color, TZEPObject* parent = nullptr) {
+        auto* face = Add<TZEPPolygon>(color, parent);
+        face->SetColorVertexes(false);
+        for (const TGLArrayd3& corner : corners) face->Vertexes()->Add()->SetPoint(corner);
+        return face;
     }
 
     void Show(const TZEPShown& shown) { m_batch.SetShown(shown); }

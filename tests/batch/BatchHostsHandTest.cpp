@@ -4,16 +4,12 @@
 #include <zep/appearance/effects/Proxy.h>
 #include <zep/appearance/materials/Material.h>
 #include <zep/batch/GatheredClass.h>
-#include <zep/converters/dxf/Converter.h>
 #include <zep/objects/Box.h>
 #include <zep/objects/Label.h>
 #include <zep/objects/Mesh.h>
 #include <zep/objects/Node.h>
-#include <zep/objects/Polygon.h>
 #include <zep/objects/User.h>
-#include <zep/scene/Add.h>
 #include <zep/view/Actor.h>
-#include <zep/view/Fitting.h>
 
 #include <utility>
 
@@ -42,10 +38,6 @@ const TZEPGatheredClass Gathered{typeid(TNamedLine), TZEPGathered::Shape};
 /// What hosts do to a batch, in its events and anywhere.
 class BatchHosts : public TBatchFromAbove {
 protected:
-    template <class T>
-    T* AddTo(TZEPObject* parent) {
-        return ZEP::Add<T>(parent);
-    }
     void Draw() { ASSERT_FALSE(m_panel.GrabFrame().isNull()); }
 };
 
@@ -224,11 +216,8 @@ TEST_F(BatchHosts, RulesReachBatchesBelow) {
     auto* box = AddTo<TZEPBox>(inner);
     box->XForm()->Scale()->SetData(3, 3, 3);
     box->Material()->FrontFace()->SetDiffuse(clRed); // under a dark ambient colour
-    auto* face = Add<TZEPPolygon>(clLime, inner);
-    face->SetColorVertexes(false);
-    for (const TGLArrayd3& corner :
-         {TGLArrayd3{2, -4, 0}, TGLArrayd3{4, -4, 0}, TGLArrayd3{4, -2, 0}, TGLArrayd3{2, -2, 0}})
-        face->Vertexes()->Add()->SetPoint(corner);
+    AddFace(std::array<TGLArrayd3, 4>{{{2, -4, 0}, {4, -4, 0}, {4, -2, 0}, {2, -2, 0}}}, clLime,
+            inner);
     EXPECT_EQ(At(1, 2.4), Nothing);
     EXPECT_NE(At(0, 0), Red);
     Show({.Background = clWhite, .Widths = 5, .EvenLight = true});
@@ -246,20 +235,6 @@ TEST_F(BatchHosts, RulesReachBatchesBelow) {
     EXPECT_EQ(At(1, 2), Nothing);
     inner->SetShown(TZEPShown{}); // rules of its own
     EXPECT_EQ(At(1, 2), qRgb(255, 255, 255));
-}
-
-TEST_F(BatchHosts, ReadFilesIntoABatch) {
-    TDXFConverter reader;
-    reader.SetRoot(&m_batch);
-    reader.SetFileName(QStringLiteral(ZEP_SOURCE "/examples/drawings/flange.dxf"));
-    reader.LoadFromFile();
-    EXPECT_GT(m_batch.GetItemsCount(), 0);
-    FitCamera(m_camera, m_batch, 1);
-    const QImage frame = m_panel.GrabFrame();
-    int lit = 0;
-    for (int y = 0; y < frame.height(); ++y)
-        for (int x = 0; x < frame.width(); ++x) lit += frame.pixelColor(x, y).value() > 100;
-    EXPECT_GT(lit, 300);
 }
 
 } // namespace

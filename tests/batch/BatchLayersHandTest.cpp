@@ -2,10 +2,7 @@
 
 #include <zep/appearance/effects/Light.h>
 #include <zep/objects/Box.h>
-#include <zep/objects/Circle.h>
 #include <zep/objects/Label.h>
-#include <zep/objects/Mesh.h>
-#include <zep/objects/Point.h>
 #include <zep/objects/Polygon.h>
 #include <zep/objects/Polyline.h>
 #include <zep/view/Actor.h>
@@ -17,107 +14,14 @@ namespace {
 class BatchLayers : public TBatchFromAbove {
 protected:
     TZEPActor* AddLayer(TZEPObject* parent = nullptr) {
-        auto* layer = new TZEPActor(&m_batch);
-        layer->SetParentComponent(parent ? parent : &m_batch);
-        return layer;
+        return AddTo<TZEPActor>(parent ? parent : &m_batch);
     }
 
     TZEPPolygon* AddFace(const std::vector<TGLArrayd3>& corners, TColor color,
                          TZEPObject* parent = nullptr) {
-        auto* face = Add<TZEPPolygon>(color, parent);
-        face->SetColorVertexes(false);
-        for (const TGLArrayd3& corner : corners) face->Vertexes()->Add()->SetPoint(corner);
-        return face;
+        return TBatchFromAbove::AddFace(corners, color, parent);
     }
 };
-
-TEST_F(BatchLayers, AreDrawnWithTheirTransforms) {
-    TZEPActor* layer = AddLayer();
-    layer->XForm()->Translate()->SetData(0, 1, 0);
-    AddLine(0, clRed, layer);
-    TZEPActor* block = AddLayer(layer); // turned to the left, so that the line lies at x = -2
-    block->XForm()->Rotate()->SetData(0, 0, 90);
-    AddLine(2, clLime, block);
-    auto* circle = Add<TZEPCircle>(clBlue, block);
-    circle->XForm()->Translate()->SetData(-3, 0, 0);
-    circle->XForm()->Scale()->SetData(4, 4, 0);
-    auto* point = Add<TZEPPoint>(clBlue, block);
-    point->SetWidth(9);
-    point->P()->SetData(2, -3, 0);
-    EXPECT_EQ(At(1, 1), Red);
-    EXPECT_EQ(At(-2, 2), Green);
-    EXPECT_EQ(At(2, -2), Blue); // the circle is about (0, -2)
-    EXPECT_EQ(At(3, 3), Blue);
-    block->XForm()->Rotate()->SetData(0, 0, 0);
-    EXPECT_EQ(At(1, 3), Green);
-    EXPECT_EQ(At(-2, 2), Nothing);
-}
-
-TEST_F(BatchLayers, FollowEveryChange) {
-    TZEPActor* layer = AddLayer();
-    TZEPActor* other = AddLayer();
-    TZEPLine* line = AddLine(2, clRed, layer);
-    AddLine(-2, clLime, other);
-    AddLine(0, clBlue);
-    EXPECT_EQ(At(1, 2), Red);
-    layer->SetVisible(false);
-    EXPECT_EQ(At(1, 2), Nothing);
-    EXPECT_EQ(At(1, -2), Green);
-    EXPECT_EQ(At(1, 0), Blue);
-    line->P1()->SetData(-4, 3, 0); // while it is hidden
-    line->P2()->SetData(4, 3, 0);
-    layer->SetVisible(true);
-    EXPECT_EQ(At(1, 2), Nothing);
-    EXPECT_EQ(At(1, 3), Red);
-    line->SetVisible(false);
-    EXPECT_EQ(At(1, 3), Nothing);
-    AddLine(4, clBlue, layer);
-    EXPECT_EQ(At(1, 4), Blue);
-    delete other;
-    EXPECT_EQ(At(1, -2), Nothing);
-    AddLine(-3, clRed, AddLayer());
-    EXPECT_EQ(At(1, -3), Red);
-    layer->SetParentComponent(nullptr);
-    EXPECT_FALSE(m_batch.IsLarge());
-    EXPECT_EQ(At(1, 4), Nothing);
-    layer->SetParentComponent(&m_batch);
-    EXPECT_EQ(At(1, 4), Blue);
-}
-
-TEST_F(BatchLayers, ManyChangesInABracketAreSeen) {
-    TZEPActor* layer = AddLayer();
-    TZEPLine* line = AddLine(2, clRed, layer);
-    EXPECT_EQ(At(1, 2), Red);
-    layer->BeginUpdate();
-    line->P1()->SetData(-4, 3, 0);
-    line->P2()->SetData(4, 3, 0);
-    layer->EndUpdate();
-    EXPECT_EQ(At(1, 3), Red);
-    EXPECT_EQ(At(1, 2), Nothing);
-}
-
-TEST_F(BatchLayers, WhatIsSelectedIsMarked) {
-    TZEPActor* layer = AddLayer();
-    layer->XForm()->Translate()->SetData(0, 1, 0);
-    TZEPLine* line = AddLine(0, clRed, layer);
-    TZEPLine* other = AddLine(2, clBlue, layer);
-    line->SetSelected(true);
-    EXPECT_EQ(At(1, 1), Mark);
-    EXPECT_EQ(At(1, 3), Blue);
-    line->SetSelected(false);
-    EXPECT_EQ(At(1, 1), Red);
-    layer->SetSelected(true); // all of it
-    EXPECT_EQ(At(1, 1), Mark);
-    EXPECT_EQ(At(1, 3), Mark);
-    layer->SetVisible(false);
-    EXPECT_EQ(At(1, 1), Nothing);
-    layer->SetVisible(true);
-    layer->SetSelected(false);
-    other->SetSelected(true);
-    EXPECT_EQ(At(1, 3), Mark);
-    delete layer;
-    EXPECT_EQ(At(1, 3), Nothing);
-}
 
 TEST_F(BatchLayers, OpenAndClosedChainsAreToldApart) {
     for (const bool closed : {false, true}) {
@@ -131,14 +35,6 @@ TEST_F(BatchLayers, OpenAndClosedChainsAreToldApart) {
         EXPECT_EQ(At(0, -3), Red);
         EXPECT_EQ(At(0, 0), closed ? Red : Nothing);
     }
-}
-
-TEST_F(BatchLayers, EachLineHasItsWidth) {
-    TZEPActor* layer = AddLayer();
-    AddLine(3, clRed, layer)->SetWidth(15);
-    AddLine(-3, clRed, layer)->SetWidth(1);
-    EXPECT_EQ(At(1, 3.5), Red);
-    EXPECT_EQ(At(1, -3.5), Nothing);
 }
 
 TEST_F(BatchLayers, ColoursThatCouldNotBeToldFromTheBackgroundGiveWay) {
@@ -164,48 +60,6 @@ TEST_F(BatchLayers, ColoursThatCouldNotBeToldFromTheBackgroundGiveWay) {
     }
 }
 
-TEST_F(BatchLayers, PlacesFarFromTheOriginStayExact) {
-    constexpr double Far = 5e6 + 0.3; // between two floats
-    TZEPActor* layer = AddLayer();
-    for (int i = 0; i < 2; ++i) {
-        TZEPLine* line = AddLine(0, i == 0 ? clRed : clLime, layer);
-        line->P1()->SetData(Far - 4, Far + 0.3 * i, 0);
-        line->P2()->SetData(Far + 4, Far + 0.3 * i, 0);
-        line->SetWidth(1);
-    }
-    m_panel.resize(Side * 5, Side * 5);
-    const auto linesIn = [&](double& unit) {
-        const QImage frame = m_panel.GrabFrame();
-        std::vector<int> rows;
-        for (int y = 0; y < frame.height(); ++y)
-            if (frame.pixelColor(frame.width() / 3, y).value() > 60) rows.push_back(y);
-        unit = frame.height() / 10.0;
-        return rows;
-    };
-    const auto expectBoth = [&](const char* what, double lower = 0) {
-        double unit = 0;
-        const std::vector<int> rows = linesIn(unit);
-        ASSERT_FALSE(rows.empty()) << what;
-        EXPECT_NEAR(rows.back() - rows.front(), 0.3 * unit, 2.5) << what;
-        EXPECT_NEAR(rows.back(), (5 + lower) * unit, 2) << what;
-    };
-    m_batch.XForm()->Translate()->SetData(-Far, -Far, 0);
-    expectBoth("brought near");
-    m_batch.XForm()->Translate()->SetData(0, 0, 0);
-    m_camera.Target()->SetData(Far, Far, 0);
-    m_camera.Position()->SetData(Far, Far - 0.005, 5);
-    expectBoth("seen there");
-    m_camera.Target()->SetData(Far, Far + 0.1, 0);
-    m_camera.Position()->SetData(Far, Far + 0.095, 5);
-    expectBoth("seen from a little above", 0.1);
-    layer->SetSelected(true); // wide, about the same middle
-    double unit = 0;
-    const std::vector<int> rows = linesIn(unit);
-    ASSERT_FALSE(rows.empty());
-    EXPECT_GT(rows.back() - rows.front(), 0.35 * unit);
-    EXPECT_NEAR((rows.back() + rows.front()) / 2.0, 4.95 * unit, 2);
-}
-
 TEST_F(BatchLayers, FacesAreLitAndLinesAreNot) {
     TZEPActor* layer = AddLayer();
     TZEPPolygon* face = AddFace({{1, 1, 0}, {3, 1, 0}, {3, 3, 0}, {1, 3, 0}}, clWhite, layer);
@@ -213,8 +67,7 @@ TEST_F(BatchLayers, FacesAreLitAndLinesAreNot) {
     m_scene.SetSceneAmbientColor(clBlack);
     EXPECT_EQ(At(2, 2), Nothing);
     EXPECT_EQ(At(1, -2), qRgb(255, 255, 255));
-    auto* light = new TZEPLight(&m_scene); // from above
-    light->SetParentComponent(&m_scene);
+    auto* light = AddTo<TZEPLight>(&m_scene); // from above
     light->Position()->SetData(0, 0, 1);
     light->SetColor(clRed);
     EXPECT_EQ(At(2, 2), Red);
@@ -227,8 +80,7 @@ TEST_F(BatchLayers, FacesAreLitAndLinesAreNot) {
 TEST_F(BatchLayers, FacesAreLitInAnyOrderOfTheirCorners) {
     const std::vector<TGLArrayd3> corners{{1, 1, 0}, {3, 1, 0}, {3, 3, 0}, {1, 3, 0}};
     m_scene.SetSceneAmbientColor(clBlack);
-    auto* light = new TZEPLight(&m_scene);
-    light->SetParentComponent(&m_scene);
+    auto* light = AddTo<TZEPLight>(&m_scene);
     light->Position()->SetData(0, 0, 1);
     light->SetColor(clLime);
     for (const bool turned : {false, true})

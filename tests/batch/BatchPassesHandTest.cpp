@@ -4,7 +4,6 @@
 #include <zep/appearance/materials/Material.h>
 #include <zep/objects/Box.h>
 #include <zep/objects/Mesh.h>
-#include <zep/objects/Polygon.h>
 #include <zep/view/Actor.h>
 
 #include <functional>
@@ -43,10 +42,8 @@ protected:
     BatchPasses() {
         m_scene.SetSceneAmbientColor(clBlack);
         m_scene.SetFShadows(true);
-        m_layer = new TZEPActor(&m_batch);
-        m_layer->SetParentComponent(&m_batch);
-        auto* light = new TZEPLight(&m_scene);
-        light->SetParentComponent(&m_scene);
+        m_layer = AddTo<TZEPActor>(&m_batch);
+        auto* light = AddTo<TZEPLight>(&m_scene);
         light->SetColor(clWhite);
         light->SetCastShadows(true);
         light->Position()->SetData(-100, 0, 100);
@@ -58,12 +55,7 @@ protected:
         AddBox(Square(4.6, 0.1, 0.2))->SetCastShadows(true);
     }
 
-    TZEPPolygon* AddPolygon(const TCorners& corners) {
-        auto* face = Add<TZEPPolygon>(clWhite, m_layer);
-        face->SetColorVertexes(false);
-        for (const TGLArrayd3& corner : corners) face->Vertexes()->Add()->SetPoint(corner);
-        return face;
-    }
+    TZEPPolygon* AddPolygon(const TCorners& corners) { return AddFace(corners, clWhite, m_layer); }
 
     TZEPMesh* AddMesh(const TCorners& corners) {
         auto* mesh = Add<TZEPMesh>(clWhite, m_layer);

@@ -1,21 +1,19 @@
 #include <zep/converters/TextureFolder.h>
 
+#include "tests/Cases.h"
 #include "tests/converters/threeds/ThreeDSFixture.h"
 #include <zep/appearance/materials/Texture.h>
 
 #include <QDir>
 #include <QImage>
 
+#include <sys/stat.h>
+
 namespace ZEP {
 namespace {
 
 using namespace F3DS;
 using testing::ElementsAre;
-
-struct TStored {
-    const char* Name;
-    const char* File; ///< null: none
-};
 
 class TextureFolder : public FolderTest {};
 
@@ -28,41 +26,15 @@ TEST_F(TextureFolder, FindsFilesOfItsOwnFolderAlone) {
           "models/truncated one.jpeg", "models/Truncated two.jpeg", "models/longsuffix.html",
           "models/Both.png", "models/BOTH.PNG", "models/exactly8.bmp", "models/exactly8more.bmp"})
         Put(name, "");
-    const TStored rows[] = {
-        {"wall.jpg", "wall.jpg"},
-        {"WALL.JPG", "wall.jpg"},
-        {"C:\\maps\\WALL.JPG", "wall.jpg"},
-        {"/usr/maps/wall.jpg", "wall.jpg"},
-        {"../models/wall.jpg", "wall.jpg"},
-        {"wall.png", nullptr},
-        {"wal.jpg", nullptr},
-        {"../outside.jpg", nullptr},
-        {"..\\outside.jpg", nullptr},
-        {"../../../../etc/passwd", nullptr},
-        {"folder.jpg", nullptr},
-        {"..", nullptr},
-        {".", nullptr},
-        {"", nullptr},
-        {"maps/", nullptr},
-        {"Both.png", "Both.png"},
-        {"BOTH.PNG", "BOTH.PNG"},
-        // eight letters and three
-        {"BERETTA_.JPG", "Beretta_Grip.jpg"},
-        {"TAIL FIN.TIF", "Tail Fin Left.tif"},
-        {"TAIL FIN.JPG", nullptr},
-        {"BERETTA.JPG", nullptr},
-        {"EXACTLY8.BMP", "exactly8.bmp"},
-        {"LONGSUFF.HTM", "longsuffix.html"},
-        {"TRUNCA~1.JPE", "Truncated two.jpeg"},
-        {"TRUNCA~2.JPE", "truncated one.jpeg"},
-        {"TRUNCA~3.JPE", nullptr},
-        {"TAILFI~1.TIF", "Tail Fin Left.tif"},
-    };
     TTextureFolder folder(Path("models/a.3ds"));
-    for (const TStored& row : rows)
-        EXPECT_EQ(folder.Find(QLatin1String(row.Name)),
-                  row.File ? Path("models/") + QLatin1String(row.File) : QString())
-            << row.Name;
+    ExpectCases("text/texturefiles.txt", [&](const TCase& c) {
+        return EachLine(c, [&](const std::string& line) -> std::string {
+            const QString found = folder.Find(QString::fromStdString(line).chopped(1));
+            if (found.isEmpty()) return "none";
+            EXPECT_TRUE(found.startsWith(Path("models/"))) << line;
+            return found.mid(Path("models/").size()).toStdString();
+        });
+    });
 }
 
 TEST_F(TextureFolder, IsNoneWhereTheModelIsInMemory) {
@@ -113,6 +85,44 @@ TEST_F(ThreeDSTest, TextureKindsOfAReportAreBounded) {
     EXPECT_EQ(Passed().size(), 101U);
     EXPECT_EQ(Passed()[7], "texture 7 not found 2");
     EXPECT_EQ(Passed().back(), "further textures 50");
+}
+
+TEST_F(ThreeDSTest, LinksToTexturesStayInTheFolder) {
+    QDir(Path("")).mkdir(QStringLiteral("m"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(Path("m/pipe")).constData(), 0600), 0);
+    QImage(2, 2, QImage::Format_RGB32).save(Path("m/real.png"));
+    QImage(2, 2, QImage::Format_RGB32).save(Path("outside.png"));
+    const std::pair<const char*, const char*> links[] = {{"m/pipe.png", "pipe"},
+                                                         {"m/zero.png", "/dev/zero"},
+                                                         {"m/out.png", "../outside.png"},
+                                                         {"m/inside.png", "real.png"},
+                                                         {"m/around.png", "../m/real.png"}};
+    for (const auto& [link, target] : links)
+        ASSERT_TRUE(QFile::link(QLatin1String(target), Path(link)));
+    Load(File(Textured("pipe.png") + Textured("PIPE.PNG") + Textured("zero.png") +
+              Textured("out.png") + Textured("OUT.PNG") + Textured("inside.png") +
+              Textured("AROUND.PNG")),
+         "m/model.3ds");
+    for (int i = 0; i < 7; ++i) EXPECT_EQ(MaterialAt(i)->HasTexture(), i >= 5) << i;
+    EXPECT_EQ(Passed().front(), "texture pipe.png not found 1");
+}
+
+/// Six pictures that take 64 megabytes each, of which a small model has room for three.
+TEST_F(ThreeDSTest, PicturesTakeWhatTheModelAllows) {
+    std::string materials;
+    for (int i = 0; i < 6; ++i) {
+        const QString name = QStringLiteral("%1.png").arg(i);
+        QImage picture(4000, 4000, QImage::Format_Mono);
+        picture.fill(0);
+        picture.save(Path(qPrintable(name)));
+        materials += Textured(name.toStdString()) + Textured(name.toStdString());
+    }
+    Load(File(materials));
+    int textures = 0;
+    for (int i = 0; i < 12; ++i) textures += MaterialAt(i)->HasTexture() ? 1 : 0;
+    EXPECT_EQ(textures, 6) << "each of three pictures twice";
+    EXPECT_EQ(&MaterialAt(0)->Texture()->Pixels(), &MaterialAt(1)->Texture()->Pixels());
+    EXPECT_EQ(Passed().back(), "texture 5.png is one too many 2");
 }
 
 } // namespace

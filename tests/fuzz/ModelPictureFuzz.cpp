@@ -1,4 +1,4 @@
-#include "tests/viewer/SampleFiles.h"
+#include "tests/converters/threeds/ThreeDSBytes.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
 #include <zep/converters/threeds/Converter.h>
 #include <zep/scene/Scene.h>
@@ -16,12 +16,7 @@ namespace {
 /// A model of one material with the picture that lies beside it.
 class TModel {
 public:
-    TModel() {
-        using namespace Sample;
-        const QByteArray name = Text("picture");
-        const QByteArray material = Chunk(0xA000, name) + Chunk(0xA200, Chunk(0xA300, name));
-        Put("model.3ds", Model(Chunk(0xAFFF, material)));
-    }
+    TModel() { Put("model.3ds", QByteArray::fromStdString(F3DS::File(F3DS::Textured("picture")))); }
     void Put(const char* name, const QByteArray& bytes) const {
         QFile file(m_folder.filePath(QString::fromLatin1(name)));
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) std::abort();

@@ -26,7 +26,7 @@ std::string Joined(const std::vector<std::string>& lines) {
 
 } // namespace
 
-GlCalls::GlCalls(Queries queries) : m_queries(queries), m_outer(std::exchange(Innermost, this)) {}
+GlCalls::GlCalls() : m_outer(std::exchange(Innermost, this)) {}
 
 GlCalls::~GlCalls() {
     Innermost = m_outer;
@@ -44,9 +44,8 @@ void GlCalls::Note(std::string line) {
     if (Innermost) Innermost->m_calls.push_back(std::move(line));
 }
 
-GlCalls* GlCalls::Recording(bool query) {
-    if (!Innermost || (query && Innermost->m_queries == Queries::LeftOut)) return nullptr;
-    return Innermost;
+bool GlCalls::IsRecording() {
+    return Innermost != nullptr;
 }
 
 void ExpectCalls(const std::vector<std::string>& calls, const std::vector<std::string>& expected,

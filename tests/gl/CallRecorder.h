@@ -14,14 +14,11 @@ namespace ZEP {
 /// The program defines the functions of GlFunctions.cpp itself, so that the libraries reach these,
 /// which note the call and hand it on to the real one. Numbers have six significant digits, and
 /// what lies below 1e-9 is 0. What GLU calls in turn is left out, since it is the same for every
-/// caller; of tessellators and of entry points fetched from the driver nothing is noted.
-/// Of two that live at once the inner one records.
+/// caller; of queries, of tessellators and of entry points fetched from the driver nothing is
+/// noted. Of two that live at once the inner one records.
 class GlCalls {
 public:
-    /// Whether `glGet...`, `glIsEnabled` and `glGetError` are noted too.
-    enum class Queries { LeftOut, Noted };
-
-    explicit GlCalls(Queries queries = Queries::LeftOut);
+    GlCalls();
     ~GlCalls();
     GlCalls(const GlCalls&) = delete;
     GlCalls& operator=(const GlCalls&) = delete;
@@ -35,12 +32,11 @@ public:
 
     /// Adds a line to the innermost record, for a test's own stand-in of a function.
     static void Note(std::string line);
-    /// The record that a call of this kind belongs to, null when nobody asks for it.
-    static GlCalls* Recording(bool query);
+    /// Somebody wants to know what is called.
+    static bool IsRecording();
 
 private:
     std::vector<std::string> m_calls;
-    Queries m_queries;
     GlCalls* m_outer;
 };
 

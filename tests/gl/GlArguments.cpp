@@ -72,13 +72,13 @@ std::string Number(double value) {
     return Digits(value, std::chars_format::general, 6);
 }
 
-std::string Primitive::Text() const {
-    return Value < Primitives.size() ? Primitives[Value] : EnumName(Value);
+std::string PrimitiveName(GLenum value) {
+    return value < Primitives.size() ? Primitives[value] : EnumName(value);
 }
 
-std::string Factor::Text() const {
-    if (Value == GL_ZERO) return "GL_ZERO";
-    return Value == GL_ONE ? "GL_ONE" : EnumName(Value);
+std::string FactorName(GLenum value) {
+    if (value == GL_ZERO) return "GL_ZERO";
+    return value == GL_ONE ? "GL_ONE" : EnumName(value);
 }
 
 std::string HexNumber(GLuint value) {

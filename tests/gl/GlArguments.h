@@ -14,12 +14,28 @@ std::string EnumName(GLenum value);
 std::string BitNames(GLbitfield bits);
 std::string Number(double value);
 
-/// A symbolic constant from 256 on; below, where one number has many meanings, its number.
-struct Enum {
-    GLenum Value;
-    operator GLenum() const { return Value; }
-    std::string Text() const { return EnumName(Value); }
+std::string PrimitiveName(GLenum value);
+std::string FactorName(GLenum value);
+std::string HexNumber(GLuint value);
+inline std::string BooleanName(GLboolean value) {
+    return value ? "GL_TRUE" : "GL_FALSE";
+}
+
+template <class T, auto ToText>
+struct Named {
+    T Value;
+    operator T() const { return Value; }
+    std::string Text() const { return ToText(Value); }
 };
+
+/// A symbolic constant from 256 on; below, where one number has many meanings, its number.
+using Enum = Named<GLenum, EnumName>;
+/// What `glBegin` draws.
+using Primitive = Named<GLenum, PrimitiveName>;
+/// A factor of `glBlendFunc` or an operation of `glStencilOp`, where 0 and 1 have names.
+using Factor = Named<GLenum, FactorName>;
+using Bits = Named<GLbitfield, BitNames>;
+using Boolean = Named<GLboolean, BooleanName>;
 
 /// A constant that travels as a number of another type, or a plain number.
 template <class T>
@@ -35,28 +51,6 @@ struct EnumOr {
 template <class T>
 EnumOr(T) -> EnumOr<T>;
 
-/// What `glBegin` draws.
-struct Primitive {
-    GLenum Value;
-    operator GLenum() const { return Value; }
-    std::string Text() const;
-};
-
-/// A factor of `glBlendFunc` or an operation of `glStencilOp`, where 0 and 1 have names.
-struct Factor {
-    GLenum Value;
-    operator GLenum() const { return Value; }
-    std::string Text() const;
-};
-
-struct Bits {
-    GLbitfield Value;
-    operator GLbitfield() const { return Value; }
-    std::string Text() const { return BitNames(Value); }
-};
-
-std::string HexNumber(GLuint value);
-
 /// A mask of a buffer, in hexadecimal digits.
 template <class T>
 struct Mask {
@@ -66,12 +60,6 @@ struct Mask {
 };
 template <class T>
 Mask(T) -> Mask<T>;
-
-struct Boolean {
-    GLboolean Value;
-    operator GLboolean() const { return Value; }
-    std::string Text() const { return Value ? "GL_TRUE" : "GL_FALSE"; }
-};
 
 /// `Size` numbers in memory, each written as an `Item`.
 template <class T, class Item>

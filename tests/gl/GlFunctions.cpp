@@ -42,7 +42,7 @@ private:
 
 template <class Function, class... Arguments>
 auto Forward(const char* name, bool query, Function* real, const Arguments&... arguments) {
-    if (!Inside && ZEP::GlCalls::Recording(query)) {
+    if (!query && !Inside && ZEP::GlCalls::IsRecording()) {
         std::string list;
         ((list += ", ", list += Text(arguments)), ...);
         ZEP::GlCalls::Note(std::string(name) + '(' + list.erase(0, 2) + ')');

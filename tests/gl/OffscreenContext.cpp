@@ -93,12 +93,6 @@ QColor OffscreenContext::ReadPixel(int x, int y) const {
     return {pixel[0], pixel[1], pixel[2], pixel[3]};
 }
 
-int OffscreenContext::ReadStencil(int x, int y) const {
-    GLubyte stencil = 0;
-    glReadPixels(x, m_height - 1 - y, 1, 1, GL_STENCIL_INDEX, GL_UNSIGNED_BYTE, &stencil);
-    return stencil;
-}
-
 float OffscreenContext::ReadDepth(int x, int y) const {
     GLfloat depth = 0;
     glReadPixels(x, m_height - 1 - y, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);

@@ -29,7 +29,6 @@ public:
 
     /// Of the buffer that is drawn to; with alpha.
     QColor ReadPixel(int x, int y) const;
-    int ReadStencil(int x, int y) const;
     /// 0 at the near plane, 1 at the far one.
     float ReadDepth(int x, int y) const;
     /// The whole picture, opaque.

@@ -22,6 +22,14 @@ struct TPictureDifference {
 };
 TPictureDifference ComparePictures(const QImage& frame, const QImage& kept);
 
+/// How many pixels of two pictures of one size are not the same.
+inline int DifferentPixels(const QImage& a, const QImage& b) {
+    int count = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) count += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
+    return count;
+}
+
 /// Fails unless the frame is within the limits of `tests/data/pictures/NAME.png`, and writes
 /// `NAME.png` and `NAME.difference.png` to the folder that the message names. The environment
 /// variable `ZEP_KEEP_PICTURES` lists (with commas) the names whose pictures are to be replaced by

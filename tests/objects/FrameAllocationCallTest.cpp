@@ -44,22 +44,18 @@ TEST_F(FrameAllocation, AFrameAllocatesNothingForAnObject) {
     TZEPCamera camera(&scene);
     camera.SetParentComponent(&scene);
     camera.Position()->SetData(0, 0, 10);
-    const auto add = [&scene](TZEPShape* shape, int i) {
-        shape->SetColor(i % 2 == 0 ? clRed : clBlue);
-        shape->SetSmooth(i % 3 == 0);
-        shape->SetParentComponent(&scene);
-    };
     for (int i = 0; i < Each; ++i) {
-        auto* line = new TZEPLine(&scene);
+        auto* line = Add<TZEPLine>(&scene);
         line->P1()->SetData(i * 0.01, 0, 0);
-        add(line, i);
-        auto* polyline = new TZEPPolyline(&scene);
+        auto* polyline = Add<TZEPPolyline>(&scene);
         for (int k = 0; k < 4; ++k) polyline->Vertexes()->Add()->SetPoint({i * 0.01, k * 0.1, 0});
-        add(polyline, i);
-        auto* arc = new TZEPArc(&scene);
+        auto* arc = Add<TZEPArc>(&scene);
         arc->XForm()->Translate()->SetData(i * 0.01, 0, 0);
-        add(arc, i);
-        add(new TZEPPoint(&scene), i);
+        for (TZEPShape* shape :
+             std::initializer_list<TZEPShape*>{line, polyline, arc, Add<TZEPPoint>(&scene)}) {
+            shape->SetColor(i % 2 == 0 ? clRed : clBlue);
+            shape->SetSmooth(i % 3 == 0);
+        }
     }
     scene.Render(&camera, 256, 256, false);
     scene.Render(&camera, 256, 256, false);

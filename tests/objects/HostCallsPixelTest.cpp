@@ -17,6 +17,13 @@ std::vector<TDrawnPolygon> Drawn(TZEPObject& object) {
     return DrawnPolygons(4, [&] { object.DrawSpecific(GL_FRONT_AND_BACK, false); });
 }
 
+void SetRange(TZEPHeightField& field, std::pair<double, double> x, std::pair<double, double> y) {
+    field.SetMinX(x.first);
+    field.SetMaxX(x.second);
+    field.SetMinY(y.first);
+    field.SetMaxY(y.second);
+}
+
 struct Failures {
     int Count = 0;
     QString Last;
@@ -34,10 +41,7 @@ struct Failures {
 
 TEST_F(HeightFieldPixel, PointsNormalsAndBoundsFollowTheFunction) {
     TZEPHeightField field;
-    field.SetMinX(-1);
-    field.SetMaxX(3);
-    field.SetMinY(-2);
-    field.SetMaxY(0);
+    SetRange(field, {-1, 3}, {-2, 0});
     field.SetSlicesX(4);
     field.SetSlicesY(3);
     field.SetOnHeight([](double x, double y) { return 0.5 * x - 0.25 * y; });
@@ -63,10 +67,7 @@ TEST_F(HeightFieldPixel, PointsNormalsAndBoundsFollowTheFunction) {
 TEST_F(HeightFieldPixel, SmoothNormalsFollowTheSlopeOnBothSidesAndAtAnEdgeOnOne) {
     TZEPHeightField field;
     field.SetSmooth(true);
-    field.SetMinX(-1);
-    field.SetMaxX(1);
-    field.SetMinY(-1);
-    field.SetMaxY(1);
+    SetRange(field, {-1, 1}, {-1, 1});
     field.SetSlicesX(4);
     field.SetSlicesY(4);
     field.SetOnHeight([](double x, double y) { return x * x - 0.5 * y * y; });
@@ -134,10 +135,7 @@ TEST_F(HeightFieldPixel, ItAsksOnceUntilSomethingChanges) {
 TEST_F(HeightFieldPixel, ColoursComeByHeight) {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     TZEPHeightField field;
-    field.SetMinX(-1);
-    field.SetMaxX(1);
-    field.SetMinY(-1);
-    field.SetMaxY(1);
+    SetRange(field, {-1, 1}, {-1, 1});
     field.SetOnHeight([](double x, double) { return x > 0 ? 0.5 : -0.5; });
     field.SetOnColor([](double height) { return height > 0 ? clRed : clBlue; });
     const TGLColor white{1, 1, 1, 1};

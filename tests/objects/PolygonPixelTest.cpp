@@ -2,6 +2,7 @@
 
 #include "tests/gl/Feedback.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/scene/Vectors.h>
 
 #include <GL/glu.h>
 
@@ -20,15 +21,10 @@ using TPoints = std::vector<TGLArrayd3>;
 double Area(const std::vector<TDrawnPolygon>& polygons) {
     double area = 0;
     for (const TDrawnPolygon& polygon : polygons)
-        for (std::size_t i = 2; i < polygon.size(); ++i) {
-            TGLArrayd3 p{}, q{}, normal{};
-            for (std::size_t k = 0; k < 3; ++k) {
-                p[k] = polygon[i - 1].Point[k] - polygon[0].Point[k];
-                q[k] = polygon[i].Point[k] - polygon[0].Point[k];
-            }
-            CrossProdd(p, q, normal);
-            area += std::sqrt(Dotd(normal, normal)) / 2;
-        }
+        for (std::size_t i = 2; i < polygon.size(); ++i)
+            area += Length(Cross(polygon[i - 1].Point - polygon[0].Point,
+                                 polygon[i].Point - polygon[0].Point)) /
+                    2;
     return area;
 }
 

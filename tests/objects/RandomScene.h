@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/objects/Dice.h"
 #include <zep/ZEPClasses.h>
 #include <zep/ZEPObjects.h>
 #include <zep/batch/GatheredClass.h>
@@ -8,38 +9,8 @@
 #include <QMetaEnum>
 
 #include <cmath>
-#include <random>
 
 namespace ZEP {
-
-/// The same numbers on every machine, which the distributions of the standard library are not.
-class TDice {
-public:
-    explicit TDice(unsigned seed) : m_engine(seed) {}
-
-    double Between(double low, double high) {
-        return low + (high - low) * static_cast<double>(m_engine()) / std::mt19937::max();
-    }
-    int Below(int count) { return static_cast<int>(m_engine() % static_cast<unsigned>(count)); }
-    bool OneIn(int count) { return Below(count) == 0; }
-    template <class T>
-    T& OneOf(std::vector<T>& all) {
-        return all[static_cast<std::size_t>(Below(static_cast<int>(all.size())))];
-    }
-    TColor Color() { return TColor{static_cast<unsigned>(Below(0x1000000))}; }
-    TGLArrayd3 Place(double reach) {
-        const double x = Between(-reach, reach);
-        const double y = Between(-reach, reach);
-        return {x, y, Between(-reach, reach)};
-    }
-    void Set(TZEPVertex3* vector, double reach) {
-        const TGLArrayd3 place = Place(reach);
-        vector->SetData(place);
-    }
-
-private:
-    std::mt19937 m_engine;
-};
 
 /// Pixels whose parts differ by more than `shade`. The white ones are left out: dots of boxes about
 /// what is selected, and where dots begin depends in Mesa 22.3 on what was drawn before.

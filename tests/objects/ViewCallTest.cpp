@@ -3,6 +3,7 @@
 #include <zep/ZEPObjects.h>
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/scene/Add.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
@@ -22,12 +23,6 @@ class ViewCall : public OffscreenTest {
 protected:
     ViewCall() : OffscreenTest(64, 64) {}
 
-    template <class T>
-    static T* Add(TZEPObject* parent) {
-        auto* object = new T(parent);
-        object->SetParentComponent(parent);
-        return object;
-    }
     TZEPLine* AddLine(double x) {
         auto* line = Add<TZEPLine>(&Group);
         line->SetSmooth(false);

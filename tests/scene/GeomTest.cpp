@@ -1,10 +1,12 @@
 #include <zep/scene/Geom.h>
 
+#include "tests/Cases.h"
+#include "tests/Words.h"
+#include <zep/scene/Vectors.h>
+
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <numbers>
 #include <random>
 
@@ -46,27 +48,29 @@ private:
     std::uniform_real_distribution<double> m_range{-5, 5};
 };
 
-struct Angle {
-    double Given, In180, In360;
-};
+std::string Written(const TGLArrayd3& v) {
+    QByteArray text;
+    for (const double number : v)
+        text += ' ' + QByteArray::number(std::abs(number) < 1e-12 ? 0.0 : number, 'g', 13);
+    return text.trimmed().toStdString();
+}
 
-TEST(Geom, AnglesAreBroughtIntoRangesOpenBelow) {
-    for (const Angle& a : {Angle{0, 0, 360},
-                           {360, 0, 360},
-                           {720, 0, 360},
-                           {-10, -10, 350},
-                           {180, 180, 180},
-                           {-180, 180, 180},
-                           {540, 180, 180},
-                           {-540, 180, 180},
-                           {190, -170, 190},
-                           {-370, -10, 350},
-                           {359.5, -0.5, 359.5},
-                           {36000 * 25 + 5, 5, 5},
-                           {-36000 * 25 - 5, -5, 355}}) {
-        EXPECT_EQ(NormAngle180(a.Given), a.In180) << a.Given;
-        EXPECT_EQ(NormAngle360(a.Given), a.In360) << a.Given;
-    }
+TEST(Geom, AnglesAndSphericalCoordinatesAreAsTheyAreWrittenDown) {
+    ExpectCases("geometry.txt", [](const TCase& c) {
+        return EachLine(c, [](const std::string& line) {
+            const TWords words(line);
+            const double x = words.Number(1);
+            if (words.Verb() == "angle")
+                return (QByteArray::number(NormAngle180(x) + 0, 'g', 17) + ' ' +
+                        QByteArray::number(NormAngle360(x) + 0, 'g', 17))
+                    .toStdString();
+            TGLArrayd3 v{x, words.Number(2), words.Number(3)};
+            OrthoToSphered(v, v);
+            const std::string sphere = Written(v);
+            SphereToOrthod(v, v);
+            return sphere + ", back " + Written(v);
+        });
+    });
 }
 
 TEST(Geom, AnglesBeyondAllPrecisionStillEnd) {
@@ -75,28 +79,6 @@ TEST(Geom, AnglesBeyondAllPrecisionStillEnd) {
         EXPECT_LE(NormAngle180(angle), 180) << angle;
         EXPECT_GT(NormAngle360(angle), 0) << angle;
         EXPECT_LE(NormAngle360(angle), 360) << angle;
-    }
-    EXPECT_TRUE(std::isnan(NormAngle360(std::numeric_limits<double>::infinity())));
-    EXPECT_TRUE(std::isnan(NormAngle180(-std::numeric_limits<double>::infinity())));
-}
-
-struct Spherical {
-    TGLArrayd3 Point, Sphere;
-};
-
-TEST(Geom, SphericalCoordinatesAreRadiusAzimuthPolar) {
-    const double r2 = std::sqrt(2);
-    for (const Spherical& row : {Spherical{{0, 0, 0}, {0, 0, 0}},
-                                 {{0, 0, 1}, {1, 0, 0}},
-                                 {{0, 0, -2}, {2, 0, pi}},
-                                 {{1, 0, 0}, {1, 0, pi / 2}},
-                                 {{0, -3, 0}, {3, -pi / 2, pi / 2}},
-                                 {{-1, 0, 1}, {r2, pi, pi / 4}}}) {
-        TGLArrayd3 s = row.Point;
-        OrthoToSphered(s, s);
-        EXPECT_THAT(s, Near(row.Sphere));
-        SphereToOrthod(s, s);
-        EXPECT_THAT(s, Near(row.Point));
     }
 }
 
@@ -199,10 +181,7 @@ TGLArrayd3 Turned(const TGLArrayd3& v, double degrees, TGLArrayd3 axis) {
     TGLArrayd3 side;
     CrossProdd(axis, v, side);
     const double along = Dotd(axis, v) * (1 - std::cos(theta));
-    TGLArrayd3 r;
-    for (std::size_t k = 0; k < 3; ++k)
-        r[k] = v[k] * std::cos(theta) + side[k] * std::sin(theta) + axis[k] * along;
-    return r;
+    return v * std::cos(theta) + side * std::sin(theta) + axis * along;
 }
 
 TEST(Geom, RotationTurnsPointsAboutItsAxis) {
@@ -215,8 +194,7 @@ TEST(Geom, RotationTurnsPointsAboutItsAxis) {
         Translatedv(shift, m);
         Rotated(angle, axis[0], axis[1], axis[2], m);
         TGLArrayd3 v = number.Vector();
-        TGLArrayd3 expected = Turned(v, angle, axis);
-        for (std::size_t k = 0; k < 3; ++k) expected[k] += shift[k];
+        const TGLArrayd3 expected = Turned(v, angle, axis) + shift;
         Xformd(m, v);
         EXPECT_THAT(v, Near(expected));
     }
@@ -286,8 +264,7 @@ TEST(Geom, MirrorKeepsItsPlaneAndUndoesItself) {
         const double distance = Dotd(n, v) + d;
         TGLArrayd3 image = v;
         Xformd(m, image);
-        for (std::size_t k = 0; k < 3; ++k)
-            EXPECT_NEAR(image[k], v[k] - 2 * distance * n[k], 1e-12);
+        EXPECT_THAT(image, Near(v - 2 * distance * n));
         Xformd(m, image);
         EXPECT_THAT(image, Near(v));
     }

@@ -17,12 +17,7 @@ public:
     using TZEPColoredObject::TZEPColoredObject;
     void DrawSpecific(GLenum, bool) override {
         glNormal3d(0, 0, 1);
-        glBegin(GL_QUADS);
-        glVertex3d(-0.5, -0.5, 0);
-        glVertex3d(0.5, -0.5, 0);
-        glVertex3d(0.5, 0.5, 0);
-        glVertex3d(-0.5, 0.5, 0);
-        glEnd();
+        glRectd(-0.5, -0.5, 0.5, 0.5);
     }
 };
 

@@ -8,6 +8,7 @@
 #include <zep/framework/Registry.h>
 #include <zep/objects/Line.h>
 #include <zep/objects/Polyline.h>
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/XForm.h>
 #include <zep/view/Camera.h>
@@ -29,22 +30,19 @@ using testing::IsEmpty;
 using Storage = FolderTest;
 
 void Build(TZEPScene& scene) {
-    auto* line = new TZEPLine(&scene);
+    auto* line = Add<TZEPLine>(&scene);
     line->SetName(QStringLiteral("Line1"));
     line->P2()->SetData(1, 2, 3);
     line->SetColor(clYellow);
-    line->SetParentComponent(&scene);
-    auto* group = new TZEPObject(&scene);
+    auto* group = Add<TZEPObject>(&scene);
     group->XForm()->Scale()->SetData(1, 0, 1);
-    group->SetParentComponent(&scene);
     auto* polyline = new TZEPPolyline(&scene);
     polyline->Vertexes()->Add()->SetPoint({4, 5, 6});
     polyline->SetDisplayList(7);
     polyline->SetParentComponent(group);
-    auto* camera = new TZEPCamera(&scene);
+    auto* camera = Add<TZEPCamera>(&scene);
     camera->SetName(QStringLiteral("Camera1"));
     camera->SetTargetObject(line);
-    camera->SetParentComponent(&scene);
     polyline->SetDisplayList(0);
 }
 
@@ -77,17 +75,15 @@ TEST_F(Storage, ATreeComesBackFromEitherFile) {
 
 TEST_F(Storage, ATargetKeepsItsNameParentAndListenersAndReplacesItsChildren) {
     TZEPScene scene;
-    auto* cube = new TZEPObject(&scene);
+    auto* cube = Add<TZEPObject>(&scene);
     cube->SetName(QStringLiteral("Cube1"));
     cube->SetIdent(QStringLiteral("cube"));
-    cube->SetParentComponent(&scene);
     (new TZEPLine(&scene))->SetParentComponent(cube);
     cube->SaveToFile(Path("cube.zep"));
 
-    auto* box = new TZEPObject(&scene);
+    auto* box = Add<TZEPObject>(&scene);
     box->SetName(QStringLiteral("Box7"));
-    box->SetParentComponent(&scene);
-    (new TZEPObject(&scene))->SetParentComponent(box);
+    Add<TZEPObject>(box);
     std::vector<TZEPObjectAction> actions;
     const TZEPObjectNotify listener{
         [](void* context, TZEPObject*, TZEPObjectAction action, const void*) {
@@ -162,8 +158,7 @@ TEST_F(Storage, ReferencesAreFoundInTheStreamThenAmongOwnersThenInTheTree) {
     auto* library = new TZEPMaterialLibrary(&form);
     library->SetName(QStringLiteral("Library1"));
     auto* scene = new TZEPScene(&form);
-    auto* group = new TZEPObject(scene);
-    group->SetParentComponent(scene);
+    auto* group = Add<TZEPObject>(scene);
     TZEPObject stranger;
     stranger.SetName(QStringLiteral("Stranger"));
     stranger.SetParentComponent(scene);
@@ -217,6 +212,9 @@ TEST_F(Storage, ColoursOfTheSystemAreStoredAsSuchInAnyLocale) {
     EXPECT_THAT(text, HasSubstr("  Color = -2147483633\n"));
     EXPECT_THAT(text, HasSubstr("  Material.FrontFace.Ambient = -2147483633\n"));
     EXPECT_THAT(text, HasSubstr("  XForm.Translate.X = 1234567.5\n"));
+    TZEPScene scene;
+    scene.SetBackgroundColor(clWindow);
+    EXPECT_THAT(SavedAs(TStreamForm::Text, scene), HasSubstr("  BackgroundColor = -2147483643\n"));
     QLocale::setDefault(QLocale(QLocale::German));
     EXPECT_EQ(SavedAs(TStreamForm::Text, line), text);
     TZEPLine loaded;
@@ -236,10 +234,9 @@ TEST_F(Storage, SavingAndLoadingMakeNoSubObjectsThatNobodyAskedFor) {
     constexpr int Count = 1000;
     const auto fill = [](TZEPScene& scene) {
         for (int i = 0; i < Count; ++i) {
-            auto* line = new TZEPLine(&scene);
+            auto* line = Add<TZEPLine>(&scene);
             line->P2()->SetData(1, 2, 3);
             line->SetColor(clYellow);
-            line->SetParentComponent(&scene);
         }
     };
     const std::size_t start = BytesInUse();

@@ -15,16 +15,6 @@ void Turn(TZEPXForm& x) {
     x.Rotate()->SetZ(90);
 }
 
-TEST(XFormCalls, ActiveOnesPushMultiplyAndPop) {
-    TZEPXForm x({}, nullptr);
-    Turn(x);
-    const GlCalls calls;
-    x.Push();
-    x.Apply();
-    x.Pop();
-    ExpectCalls(calls, {"glPushMatrix()", Quarter, "glPopMatrix()"});
-}
-
 TEST(XFormCalls, ScopesPopWhatTheyPushed) {
     TZEPXForm x({}, nullptr);
     Turn(x);

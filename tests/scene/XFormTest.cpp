@@ -1,5 +1,6 @@
 #include "tests/Cases.h"
 #include "tests/Words.h"
+#include "tests/framework/stream/Fields.h"
 #include <zep/framework/Exception.h>
 #include <zep/scene/XForm.h>
 
@@ -8,7 +9,6 @@
 #include <cmath>
 #include <functional>
 #include <memory>
-#include <optional>
 
 namespace ZEP {
 namespace {
@@ -118,44 +118,31 @@ TEST(XForm, ClearTellsNobodyAndWaitsWithItsResult) {
     EXPECT_FALSE(t.XForm.IsActive());
 }
 
-/// Keeps what a transform defines, and plays it into another.
-class Filer : public TFiler {
-public:
-    void DefineBinaryProperty(const char* name, const std::function<void(const QByteArray&)>& read,
-                              const std::function<QByteArray()>& write, bool hasData) override {
-        Name = QByteArray(name);
-        if (Play) read(*Play);
-        if (hasData) Stored = write();
-    }
-    QByteArray Name;
-    std::optional<QByteArray> Stored;
-    const QByteArray* Play = nullptr;
-};
-
 TEST(XForm, StoresItsExtraMatrixWhereThereIsOne) {
     Transform t;
-    Filer none;
+    QByteArray stored;
+    TDefinedProperties kept([&](const std::string& name, const auto&, const QByteArray& data) {
+        EXPECT_EQ(name, "Matrix");
+        stored = data;
+    });
     t.XForm.mTranslate(0, 0, 0);
     t.XForm.Translate()->SetX(5);
-    t.XForm.DefineProperties(none);
-    EXPECT_EQ(none.Name, "Matrix");
-    EXPECT_FALSE(none.Stored);
+    t.XForm.DefineProperties(kept);
+    EXPECT_TRUE(stored.isEmpty());
 
     t.XForm.mTranslate(1, 2, 3);
-    Filer stored;
-    t.XForm.DefineProperties(stored);
-    ASSERT_TRUE(stored.Stored);
-    EXPECT_EQ(stored.Stored->size(), 128);
+    t.XForm.DefineProperties(kept);
+    EXPECT_EQ(stored.size(), 128);
     // 1.0 and 2.0 in little-endian IEEE doubles
-    EXPECT_EQ(stored.Stored->mid(0, 8), QByteArray::fromHex("000000000000F03F"));
-    EXPECT_EQ(stored.Stored->mid(13 * 8, 8), QByteArray::fromHex("0000000000000040"));
+    EXPECT_EQ(stored.mid(0, 8), QByteArray::fromHex("000000000000F03F"));
+    EXPECT_EQ(stored.mid(13 * 8, 8), QByteArray::fromHex("0000000000000040"));
 
     Transform other;
     other.XForm.Translate()->SetX(5);
     const int counter = other.XForm.ChangeCounter();
     const int calls = other.Object.Calls;
-    Filer played;
-    played.Play = &*stored.Stored;
+    TDefinedProperties played(
+        [&](const std::string&, const auto& read, const QByteArray&) { read(stored); });
     other.XForm.DefineProperties(played);
     EXPECT_EQ(other.XForm.GetMatrix(), t.XForm.GetMatrix());
     EXPECT_EQ(other.XForm.ChangeCounter(), counter);

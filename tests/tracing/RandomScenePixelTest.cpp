@@ -1,6 +1,5 @@
+#include "tests/objects/Dice.h"
 #include "tests/tracing/TracingFixture.h"
-
-#include <random>
 
 using namespace ZEP;
 using namespace ZEP::Tracing;
@@ -9,23 +8,11 @@ namespace {
 
 using TracedRandomScene = TracingTest;
 
-/// The same on every machine, which the distributions of the standard library are not.
-class TDice {
-public:
-    explicit TDice(unsigned seed) : m_engine(seed) {}
-
-    double Between(double low, double high) {
-        return low + (high - low) * static_cast<double>(m_engine()) / std::mt19937::max();
-    }
-    TVector Between(const TVector& low, const TVector& high) {
-        const double x = Between(low.X, high.X);
-        const double y = Between(low.Y, high.Y);
-        return {x, y, Between(low.Z, high.Z)};
-    }
-
-private:
-    std::mt19937 m_engine;
-};
+TVector Between(TDice& dice, const TVector& low, const TVector& high) {
+    const double x = dice.Between(low.X, high.X);
+    const double y = dice.Between(low.Y, high.Y);
+    return {x, y, dice.Between(low.Z, high.Z)};
+}
 
 std::string Text(const TVector& v) {
     std::string text;
@@ -35,9 +22,9 @@ std::string Text(const TVector& v) {
 }
 
 void AddCaster(TStage& stage, TDice& dice, bool isBall) {
-    const std::string place = " at" + Text(dice.Between({-2, -2, 0.5}, {2, 2, 2.5})) + " turn" +
-                              Text(dice.Between({-180, -180, -180}, {180, 180, 180})) + " scale" +
-                              Text(dice.Between({0.4, 0.4, 0.4}, {1.3, 1.3, 1.3}));
+    const std::string place = " at" + Text(Between(dice, {-2, -2, 0.5}, {2, 2, 2.5})) + " turn" +
+                              Text(Between(dice, {-180, -180, -180}, {180, 180, 180})) + " scale" +
+                              Text(Between(dice, {0.4, 0.4, 0.4}, {1.3, 1.3, 1.3}));
     const std::string look = dice.Between(0, 1) < 0.6 ? " look both" : " look plain casts";
     stage.Do((isBall ? "ball" : "box") + place + look);
 }
@@ -46,7 +33,7 @@ void AddLamps(TStage& stage, TDice& dice, int count) {
     constexpr TVector Colors[]{{0.9, 0, 0}, {0, 0.9, 0}, {0, 0, 0.9}};
     for (int i = 0; i < count; ++i) {
         const bool isAimed = dice.Between(0, 1) < 0.7;
-        const TVector place = dice.Between({-4, -4, 4}, {4, 4, 7}) * (isAimed ? 1 : 1e3);
+        const TVector place = Between(dice, {-4, -4, 4}, {4, 4, 7}) * (isAimed ? 1 : 1e3);
         stage.Do("lamp at" + Text(place) + " color" + Text(Colors[i]) +
                  (isAimed ? "" : " parallel"));
     }
@@ -55,9 +42,9 @@ void AddLamps(TStage& stage, TDice& dice, int count) {
 /// Somewhere around, but in no shadow: there, light and shadow are exchanged.
 void SetEye(TStage& stage, TDice& dice) {
     TVector eye;
-    do eye = dice.Between({-8, -8, 2}, {8, 8, 7});
+    do eye = Between(dice, {-8, -8, 2}, {8, 8, 7});
     while (stage.Tracer().IsInShadow(eye, 0.3));
-    stage.Do("eye" + Text(eye) + " to" + Text(dice.Between({-0.5, -0.5, 0}, {0.5, 0.5, 1})));
+    stage.Do("eye" + Text(eye) + " to" + Text(Between(dice, {-0.5, -0.5, 0}, {0.5, 0.5, 1})));
 }
 
 void Fill(TStage& stage, TDice& dice) {

@@ -180,18 +180,6 @@ TEST_F(Camera, SeesFollowedObjectsInItsOwnFrame) {
     EXPECT_THAT(absolute, At(4, 7, 2));
 }
 
-TEST_F(Camera, PanKeepsTheDistanceWhateverUpIs) {
-    for (const TGLArrayd3& up : {unitz, unitx, TGLArrayd3{1, -2, 3}}) {
-        Lens->Reset();
-        Lens->Up()->SetData(up);
-        Lens->Pan(25, 40);
-        TGLArrayd3 d = Lens->GetTarget();
-        for (std::size_t k = 0; k < 3; ++k) d[k] -= Lens->GetPosition()[k];
-        EXPECT_NEAR(std::sqrt(Dotd(d, d)), 10, 1e-9);
-        EXPECT_GT(std::abs(d[0]) + std::abs(d[2]), 1) << "it turned";
-    }
-}
-
 /// A descendant that holds the eye above the ground.
 class GroundedCamera : public TZEPCamera {
 public:

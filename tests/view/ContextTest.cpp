@@ -1,5 +1,7 @@
 #include <zep/view/Context.h>
 
+#include "tests/Cases.h"
+#include "tests/Words.h"
 #include "tests/view/FakeBinding.h"
 #include <zep/framework/Message.h>
 #include <zep/framework/Property.h>
@@ -164,15 +166,6 @@ TEST_F(ContextTest, ExtensionsAreFoundByTheBlankAfterTheirFirstOccurrence) {
         EXPECT_EQ(context->CheckExtention(QString::fromLatin1(name)), expected) << name;
 }
 
-TEST_F(ContextTest, PlainModeChecksNothingAndSaysNothing) {
-    const auto context = MakeContext();
-    context->SetSafeMode(false);
-    context->CreateContext(1);
-    EXPECT_FALSE(context->HasContext());
-    EXPECT_FALSE(context->MakeCurrent());
-    EXPECT_EQ(Messages, QStringList());
-}
-
 TEST_F(ContextTest, TellsOnceForAllThatThereIsNoContext) {
     System.Formats.clear();
     const LogKeeper log;
@@ -205,80 +198,53 @@ TEST_F(ContextTest, SaysSoWhenAFormatButNoContextIsGranted) {
     EXPECT_EQ(log.Lines.last(), QStringLiteral("OpenGL context OK!"));
 }
 
-TEST_F(ContextTest, MakingCurrentTwiceIsOneCallToTheSystem) {
-    const auto a = MakeContext();
-    const auto b = MakeContext();
-    a->CreateContext(1);
-    b->CreateContext(2);
-    System.Calls.clear();
-    EXPECT_TRUE(a->MakeCurrent());
-    EXPECT_FALSE(a->MakeCurrent());
-    EXPECT_TRUE(b->MakeCurrent());
-    EXPECT_FALSE(a->IsCurrent());
-    EXPECT_TRUE(a->MakeCurrent());
-    EXPECT_THAT(System.Calls, testing::ElementsAre("current 1", "current 2", "current 1"));
-}
+/// Contexts of one system under the commands of `tests/data/cases/view/contexts.txt`: each answers
+/// whether it is so, with what the system was asked, or how many contexts there are.
+class TContexts {
+public:
+    TContexts() { m_system.Formats = {FakeFormat(32, 24, pfDoubleBuffer)}; }
 
-TEST_F(ContextTest, ARefusedContextIsNotRecorded) {
-    const auto context = MakeContext();
-    context->CreateContext(1);
-    context->DestroyContext();
-    context->CreateContext(1);
-    const auto other = MakeContext();
-    other->CreateContext(2);
-    System.GrantsCurrent = false;
-    EXPECT_FALSE(context->MakeCurrent());
-    EXPECT_FALSE(context->IsCurrent());
-    EXPECT_FALSE(other->IsCurrent());
-    System.GrantsCurrent = true;
-    EXPECT_TRUE(context->MakeCurrent());
-}
-
-TEST_F(ContextTest, AContextThatTheHostPutAwayIsMadeCurrentAgain) {
-    const auto context = MakeContext();
-    context->CreateContext(1);
-    System.Current = 99; // the host's own
-    EXPECT_FALSE(context->IsCurrent());
-    EXPECT_TRUE(context->MakeCurrent());
-    EXPECT_EQ(System.Current, 1U);
-}
-
-TEST_F(ContextTest, WithoutContextNothingIsDrawnIntoAnotherPanel) {
-    const auto context = MakeContext();
-    context->CreateContext(1);
-    System.GrantsContext = false;
-    const auto poor = MakeContext();
-    poor->CreateContext(2);
-    context->MakeCurrent();
-    EXPECT_FALSE(poor->MakeCurrent());
-    EXPECT_EQ(System.Current, 0U);
-    EXPECT_TRUE(context->MakeCurrent());
-}
-
-TEST_F(ContextTest, MayBeCreatedAndDestroyedManyTimes) {
-    {
-        const auto context = MakeContext();
-        for (int i = 0; i < 5; ++i) context->CreateContext(1); // in place of the former one
-        EXPECT_EQ(System.Alive.size(), 1U);
-        context->DestroyContext();
-        context->DestroyContext();
-        EXPECT_TRUE(System.Alive.empty());
-        EXPECT_EQ(System.Current, 0U);
-        EXPECT_FALSE(context->MakeCurrent());
-        context->CreateContext(1);
-        EXPECT_TRUE(context->IsCurrent());
+    std::string Do(const std::string& line) {
+        const TWords words(line);
+        const std::string verb = words.Verb();
+        const bool on = words.At(1) != "off";
+        std::unique_ptr<TZEPContext>& context = m_contexts[words.At(1)];
+        m_system.Calls.clear();
+        if (verb == "paletted") m_system.Formats = {FakeFormat(32, 24, pfNeedPalette)};
+        if (verb == "grants-context") m_system.GrantsContext = on;
+        if (verb == "grants-current") m_system.GrantsCurrent = on;
+        if (verb == "host-current") m_system.Current = static_cast<TContextHandle>(words.Int(1));
+        if (verb == "is-current") return context->IsCurrent() ? "yes" : "no";
+        if (verb == "current") {
+            const std::string answer = context->MakeCurrent() ? "yes" : "no";
+            return answer + Called("current");
+        }
+        if (verb == "create" && !context)
+            context = std::make_unique<TZEPContext>(std::make_unique<FakeBinding>(m_system));
+        if (verb == "create") context->CreateContext(1);
+        if (verb == "destroy") context->DestroyContext();
+        if (verb == "free") context.reset();
+        if (verb != "create" && verb != "destroy" && verb != "free") return {};
+        return std::to_string(m_system.Alive.size()) + " alive" + Called("delete");
     }
-    EXPECT_TRUE(System.Alive.empty());
-}
 
-TEST_F(ContextTest, PaletteIsGivenBackWithTheContext) {
-    System.Formats = {FakeFormat(32, 24, pfNeedPalette)};
-    const auto context = MakeContext();
-    context->CreateContext(1);
-    EXPECT_EQ(System.CallCount("delete palette 77"), 0);
-    context->DestroyContext();
-    context->DestroyContext();
-    EXPECT_EQ(System.CallCount("delete palette 77"), 1);
+private:
+    [[nodiscard]] std::string Called(const char* name) const {
+        std::string text;
+        for (const std::string& call : m_system.Calls)
+            if (call.starts_with(name)) text += ", " + call;
+        return text;
+    }
+
+    FakeBinding::System m_system;
+    std::map<std::string, std::unique_ptr<TZEPContext>> m_contexts;
+};
+
+TEST_F(ContextTest, ContextsAreMadeAndMadeCurrentAsItIsWrittenDown) {
+    ExpectCases("view/contexts.txt", [](const TCase& c) {
+        TContexts contexts;
+        return EachLine(c, [&](const std::string& line) { return contexts.Do(line); });
+    });
 }
 
 } // namespace

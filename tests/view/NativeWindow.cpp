@@ -47,12 +47,6 @@ NativeWindow::NativeWindow(int width, int height) {
     XSync(Connection(), False);
 }
 
-void NativeWindow::Resize(int width, int height) {
-    XResizeWindow(Connection(), m_window, static_cast<unsigned int>(width),
-                  static_cast<unsigned int>(height));
-    XSync(Connection(), False);
-}
-
 void NativeWindow::Destroy() {
     if (m_window) XDestroyWindow(Connection(), m_window);
     m_window = 0;

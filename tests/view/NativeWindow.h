@@ -15,17 +15,12 @@ public:
 
     [[nodiscard]] static bool HasDisplay();
     [[nodiscard]] TWindowHandle Handle() const { return m_window; }
-    void Resize(int width, int height);
     void Destroy();
-    [[nodiscard]] int ChildCount() const { return ChildCount(m_window); }
-    /// What the screen shows at a point of the window: 0xRRGGBB.
-    [[nodiscard]] unsigned int ScreenPixel(int x, int y) const {
-        return ScreenPixel(m_window, x, y);
-    }
 
-    /// \name The same of any window
+    /// \name Of any window
     /// @{
     [[nodiscard]] static int ChildCount(TWindowHandle window);
+    /// What the screen shows at a point of the window: 0xRRGGBB.
     [[nodiscard]] static unsigned int ScreenPixel(TWindowHandle window, int x, int y);
     /// Where the window's upper left corner is on the screen.
     static void Origin(TWindowHandle window, int& x, int& y);

@@ -106,49 +106,5 @@ TEST(PanelControl, ADragBackToItsStartGivesTheVeryViewBack) {
     }
 }
 
-TEST(PanelControl, OnlyThePlaceOfTheMouseCountsNotItsWay) {
-    for (const TZEPMouseMode mode : AllModes) {
-        FakePanel direct;
-        FakePanel detour;
-        for (FakePanel* panel : {&direct, &detour}) {
-            panel->Control.SetMouseLeft(mode);
-            panel->Press(10, 10);
-        }
-        for (int i = 0; i < 100; ++i) detour.Move(10 + i * 3, 200 - i);
-        direct.Move(60, 25);
-        detour.Move(60, 25);
-        EXPECT_EQ(ViewState(*direct.View), ViewState(*detour.View)) << mode;
-    }
-}
-
-TEST(PanelControl, TheSceneMayGoDuringADrag) {
-    TZEPPanelControl control;
-    control.SetMouseLeft(mmOrbit);
-    auto panel = std::make_unique<FakePanel>();
-    auto scene = std::make_unique<TZEPScene>();
-    auto* camera = new TZEPCamera(scene.get());
-    camera->SetParentComponent(scene.get());
-    delete panel->View;
-    panel->View = camera;
-    scene->SetAnimation(true);
-    control.MouseDown(*panel, mbLeft, ssLeft, 1, 1);
-    scene.reset();
-    control.MouseMove(*panel, ssLeft, 20, 20);
-    control.MouseUp(*panel, mbLeft, {}, 20, 20);
-    EXPECT_FALSE(control.MouseDowned());
-    EXPECT_FALSE(panel->Captured);
-}
-
-TEST(PanelControl, AHandlerMayFreeThePanel) {
-    FakePanel panel;
-    auto control = std::make_unique<TZEPPanelControl>(); // as a part of its panel
-    control->SetMouseLeft(mmSelect);
-    panel.OnBeforSelect = [&] { control.reset(); };
-    control->MouseDown(panel, mbLeft, ssLeft, 5, 5);
-    panel.Taken();
-    control->MouseUp(panel, mbLeft, {}, 5, 5);
-    EXPECT_EQ(panel.Taken(), QStringList{"befor"});
-}
-
 } // namespace
 } // namespace ZEP

@@ -34,8 +34,7 @@ protected:
     void SetUp() override {
         Panel::SetUp();
         if (IsSkipped()) return;
-        Thrower = new TThrower(Scene.get());
-        Thrower->SetParentComponent(Scene.get());
+        Thrower = Add<TThrower>(Scene.get());
         QObject::connect(View, &TZEPPanel::FrameFailed,
                          [this](TZEPPanel*, const QString& message) { Messages << message; });
         Show();
@@ -57,24 +56,20 @@ TEST_F(FaultyPanel, AFrameThatFailsIsToldOnceAndTheNextOneIsWhole) {
         Scene->SetBackgroundColor(clBlack);
         Repaint();
         Repaint();
-        EXPECT_EQ(Messages, QStringList(fault == 4 ? QStringLiteral("Something was thrown that is "
-                                                                    "no exception.")
-                                                   : QStringLiteral("it breaks")))
+        EXPECT_EQ(Messages.join(u'|'),
+                  fault == 4 ? "Something was thrown that is no exception." : "it breaks")
             << fault;
         Thrower->Fault = 0;
         Scene->SetBackgroundColor(clLime);
         Repaint();
         ExpectShown(Green, "the next frame");
         ASSERT_TRUE(View->MakeCurrent());
-        for (const GLenum stack :
-             std::initializer_list<GLenum>{GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH}) {
-            glGetIntegerv(stack, &depth);
-            EXPECT_EQ(depth, 1) << fault;
-        }
-        for (const GLenum stack :
-             std::initializer_list<GLenum>{GL_ATTRIB_STACK_DEPTH, GL_CLIENT_ATTRIB_STACK_DEPTH}) {
-            glGetIntegerv(stack, &depth);
-            EXPECT_EQ(depth, 0) << fault;
+        for (const auto& [stack, expected] : {std::pair(GL_MODELVIEW_STACK_DEPTH, 1),
+                                              {GL_PROJECTION_STACK_DEPTH, 1},
+                                              {GL_ATTRIB_STACK_DEPTH, 0},
+                                              {GL_CLIENT_ATTRIB_STACK_DEPTH, 0}}) {
+            glGetIntegerv(static_cast<GLenum>(stack), &depth);
+            EXPECT_EQ(depth, expected) << fault << ' ' << stack;
         }
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
         EXPECT_EQ(Messages.size(), 1) << "told again for a frame that succeeds";
@@ -106,8 +101,7 @@ TEST_F(FaultyPanel, APictureThatFailsIsTheCallersFault) {
 /// other panels.
 TEST_F(FaultyPanel, AfterAFrameWithShadowsWhatIsTransparentBlendsAsBefore) {
     Scene->SetBackgroundColor(clWhite);
-    auto* glass = new TZEPBox(Scene.get());
-    glass->SetParentComponent(Scene.get());
+    auto* glass = Add<TZEPBox>(Scene.get());
     glass->Material()->SetTransparency(0.5F);
     glass->Material()->FrontFace()->SetEmission(clBlue);
     glass->Material()->FrontFace()->SetColor(10, clBlack);
@@ -116,8 +110,7 @@ TEST_F(FaultyPanel, AfterAFrameWithShadowsWhatIsTransparentBlendsAsBefore) {
     const auto seen = [this] { return View->GrabFrame().pixel(View->Width() / 2, 40); };
     const QRgb before = seen();
     EXPECT_EQ(before, 0xFF7F7FFF);
-    auto* light = new TZEPLight(Scene.get());
-    light->SetParentComponent(Scene.get());
+    auto* light = Add<TZEPLight>(Scene.get());
     light->SetColor(clBlack);
     light->SetCastShadows(true);
     light->AddShadowList(glGenLists(1));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/view/NativeWindow.h"
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Panel.h>
@@ -16,6 +17,14 @@ inline constexpr unsigned int Green = 0x00FF00;
 inline constexpr unsigned int Blue = 0x0000FF;
 inline constexpr unsigned int Black = 0;
 
+/// Notes how it is drawn.
+class DraftProbe : public TZEPObject {
+public:
+    using TZEPObject::TZEPObject;
+    void DrawMain(bool draft) override { Drafts.push_back(draft); }
+    std::vector<bool> Drafts;
+};
+
 /// A window with a panel that shows a red scene.
 class Panel : public testing::Test {
 protected:
@@ -23,8 +32,7 @@ protected:
         if (!NativeWindow::HasDisplay()) GTEST_SKIP() << "there is no X display";
         Scene = std::make_unique<TZEPScene>();
         Scene->SetBackgroundColor(clRed);
-        Camera = new TZEPCamera(Scene.get());
-        Camera->SetParentComponent(Scene.get());
+        Camera = Add<TZEPCamera>(Scene.get());
         View = new TZEPPanel(&Window);
         View->SetAlign(TZEPPanel::alClient);
         View->SetCamera(Camera);

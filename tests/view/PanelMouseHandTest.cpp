@@ -6,17 +6,8 @@
 namespace ZEP {
 namespace {
 
-/// Notes how it is drawn.
-class Probe : public TZEPObject {
-public:
-    using TZEPObject::TZEPObject;
-    void DrawMain(bool draft) override { Drafts.push_back(draft); }
-    std::vector<bool> Drafts;
-};
-
 TEST_F(Panel, DraftsWhileAButtonIsHeldAndTheSceneWantsIt) {
-    auto* probe = new Probe(Scene.get());
-    probe->SetParentComponent(Scene.get());
+    auto* probe = Add<DraftProbe>(Scene.get());
     Show();
     for (const bool quick : {false, true}) {
         Scene->SetQuickMouse(quick);
@@ -43,37 +34,29 @@ TEST_F(Panel, DraftsWhileAButtonIsHeldAndTheSceneWantsIt) {
 class MouseNotes : public QStringList {
 public:
     explicit MouseNotes(TZEPPanel* panel) {
-        const auto button = [this](const char* name) {
-            return [this, name](TZEPPanel*, TMouseButton which, TShiftState shift, int x, int y) {
-                append(QString::asprintf("%s %d %d %d,%d", name, which, shift.toInt(), x, y));
+        const auto note = [this](const char* name) {
+            return [this, name](TZEPPanel*, auto... values) {
+                QStringList words{QLatin1String(name)};
+                ((words << QString::number(int(values))), ...);
+                append(words.join(u' '));
             };
         };
-        const auto move = [this](const char* name) {
-            return [this, name](TZEPPanel*, TShiftState shift, int x, int y) {
-                append(QString::asprintf("%s %d %d,%d", name, shift.toInt(), x, y));
-            };
-        };
-        const auto wheel = [this](const char* name) {
-            return [this, name](TZEPPanel*, TShiftState shift, int delta, int x, int y) {
-                append(QString::asprintf("%s %d %d %d,%d", name, shift.toInt(), delta, x, y));
-            };
-        };
-        QObject::connect(panel, &TZEPPanel::BeforeMouseDown, button("before down"));
-        QObject::connect(panel, &TZEPPanel::AfterMouseDown, button("after down"));
-        QObject::connect(panel, &TZEPPanel::BeforeMouseUp, button("before up"));
-        QObject::connect(panel, &TZEPPanel::AfterMouseUp, button("after up"));
-        QObject::connect(panel, &TZEPPanel::AfterMouseDblClick, button("double"));
-        QObject::connect(panel, &TZEPPanel::BeforeMouseMove, move("before move"));
-        QObject::connect(panel, &TZEPPanel::AfterMouseMove, move("after move"));
-        QObject::connect(panel, &TZEPPanel::BeforeMouseWheel, wheel("before wheel"));
-        QObject::connect(panel, &TZEPPanel::AfterMouseWheel, wheel("after wheel"));
+        QObject::connect(panel, &TZEPPanel::BeforeMouseDown, note("before down"));
+        QObject::connect(panel, &TZEPPanel::AfterMouseDown, note("after down"));
+        QObject::connect(panel, &TZEPPanel::BeforeMouseUp, note("before up"));
+        QObject::connect(panel, &TZEPPanel::AfterMouseUp, note("after up"));
+        QObject::connect(panel, &TZEPPanel::AfterMouseDblClick, note("double"));
+        QObject::connect(panel, &TZEPPanel::BeforeMouseMove, note("before move"));
+        QObject::connect(panel, &TZEPPanel::AfterMouseMove, note("after move"));
+        QObject::connect(panel, &TZEPPanel::BeforeMouseWheel, note("before wheel"));
+        QObject::connect(panel, &TZEPPanel::AfterMouseWheel, note("after wheel"));
     }
 };
 
 TEST_F(Panel, TellsOfTheMouseInDevicePixels) {
     Show();
     const int ratio = qRound(View->devicePixelRatioF());
-    const QString at = QString::asprintf("%d,%d", 10 * ratio, 20 * ratio);
+    const QString at = QString::asprintf("%d %d", 10 * ratio, 20 * ratio);
     MouseNotes notes(View);
     QTest::mousePress(View, Qt::RightButton, Qt::ShiftModifier | Qt::ControlModifier, {10, 20});
     QTest::mouseRelease(View, Qt::RightButton, {}, {10, 20});
@@ -102,10 +85,10 @@ TEST_F(Panel, ARealMouseReachesThePanelThroughItsDrawing) {
                                                  x + 30, y + 40, x + 50, y + 44)
                                    .split(QLatin1Char(' '));
     ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"), script), 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return notes.contains("after wheel 0 120 50,44"); }, 3000));
-    EXPECT_TRUE(notes.contains("after down 0 8 30,40")) << notes.join('\n').toStdString();
-    EXPECT_TRUE(notes.contains("after move 8 50,44")) << notes.join('\n').toStdString();
-    EXPECT_TRUE(notes.contains("after up 0 0 50,44")) << notes.join('\n').toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notes.contains("after wheel 0 120 50 44"); }, 3000));
+    EXPECT_TRUE(notes.contains("after down 0 8 30 40")) << notes.join('\n').toStdString();
+    EXPECT_TRUE(notes.contains("after move 8 50 44")) << notes.join('\n').toStdString();
+    EXPECT_TRUE(notes.contains("after up 0 0 50 44")) << notes.join('\n').toStdString();
 }
 
 } // namespace

@@ -78,11 +78,7 @@ TEST_F(Panel, ADragMovesTheCameraOfAllPanelsThatShowIt) {
 }
 
 TEST_F(Panel, HoweverADragEndsTheMouseIsFree) {
-    struct Ending {
-        const char* Name;
-        std::function<void()> End;
-    };
-    const Ending endings[] = {
+    const std::pair<const char*, std::function<void()>> endings[] = {
         {"disable", [this] { View->SetEnabled(false); }},
         {"focus", [this] { Window.setFocus(); }},
         {"hide", [this] { View->hide(); }},
@@ -99,7 +95,7 @@ TEST_F(Panel, HoweverADragEndsTheMouseIsFree) {
     Window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
     View->PanelControl()->SetMouseLeft(mmSelect);
-    for (const Ending& ending : endings) {
+    for (const auto& [name, end] : endings) {
         Window.show();
         View->show();
         View->SetEnabled(true);
@@ -109,14 +105,14 @@ TEST_F(Panel, HoweverADragEndsTheMouseIsFree) {
         Mouse mouse(View);
         mouse.Press(10, 10);
         mouse.Move(40, 40);
-        EXPECT_EQ(QWidget::mouseGrabber(), View) << ending.Name;
-        EXPECT_FALSE(Scene->Animation()) << ending.Name;
-        EXPECT_TRUE(View->findChild<TZEPRubberBand*>()) << ending.Name;
-        ending.End();
-        EXPECT_EQ(QWidget::mouseGrabber(), nullptr) << ending.Name;
-        EXPECT_FALSE(View->MouseDowned()) << ending.Name;
-        EXPECT_TRUE(Scene->Animation()) << ending.Name;
-        EXPECT_FALSE(View->findChild<TZEPRubberBand*>()) << ending.Name;
+        EXPECT_EQ(QWidget::mouseGrabber(), View) << name;
+        EXPECT_FALSE(Scene->Animation()) << name;
+        EXPECT_TRUE(View->findChild<TZEPRubberBand*>()) << name;
+        end();
+        EXPECT_EQ(QWidget::mouseGrabber(), nullptr) << name;
+        EXPECT_FALSE(View->MouseDowned()) << name;
+        EXPECT_TRUE(Scene->Animation()) << name;
+        EXPECT_FALSE(View->findChild<TZEPRubberBand*>()) << name;
     }
 }
 
@@ -203,10 +199,9 @@ TEST_F(Panel, ClicksSelectWhatIsUnderTheMouse) {
     Camera->Position()->SetData(0, 0, 10);
     Camera->Up()->SetData(0, 1, 0);
     Camera->SetFOVY(90); // 8 to a unit, the origin in the middle of 160 by 120
-    auto* line = new TZEPLine(Scene.get());
+    auto* line = Add<TZEPLine>(Scene.get());
     line->P1()->SetData(-5, 4, 0);
     line->P2()->SetData(5, 4, 0);
-    line->SetParentComponent(Scene.get());
     View->PanelControl()->SetMouseLeft(mmSelect);
     QStringList events;
     QObject::connect(View, &TZEPPanel::BeforSelect, [&](TZEPPanel* p) {
@@ -227,13 +222,7 @@ TEST_F(Panel, ClicksSelectWhatIsUnderTheMouse) {
 }
 
 TEST_F(Panel, TheWheelRepaintsInFullWhileAButtonIsHeld) {
-    struct TNotesDrafts : TZEPObject {
-        using TZEPObject::TZEPObject;
-        void DrawMain(bool draft) override { Drafts.push_back(draft); }
-        std::vector<bool> Drafts;
-    };
-    auto* probe = new TNotesDrafts(Scene.get());
-    probe->SetParentComponent(Scene.get());
+    auto* probe = Add<DraftProbe>(Scene.get());
     Scene->SetQuickMouse(true);
     Show();
     View->PanelControl()->SetMouseWheel(mmRoll);
@@ -290,30 +279,26 @@ public:
         const Qt::MouseButton button = buttons[Int(0, 3)];
         m_mouse.Keys = Qt::KeyboardModifiers(Int(0, 3) << 25); // shift and control
         const int x = Int(-50, 250), y = Int(-50, 200);
+        QWidget* either[] = {&m_window, &m_panel};
         const std::pair<int, std::function<void()>> acts[] = {
-            {3, [&] { m_mouse.Press(x, y, button); }},
-            {2, [&] { m_mouse.Release(x, y, button); }},
-            {6, [&] { m_mouse.Move(x, y); }},
-            {1, [&] { m_mouse.DoubleClick(x, y, button); }},
-            {1, [&] { m_mouse.Wheel(Int(-300, 300)); }},
-            {2, [&] { ChangeModes(); }},
-            {1, [&] { Rarely([this] { m_panel.setVisible(!m_panel.isVisible()); }); }},
-            {1, [&] { Rarely([this] { m_panel.SetEnabled(!m_panel.Enabled()); }); }},
-            {1, [&] { Rarely([this] { m_panel.resize(Int(0, 2) * 80, Int(0, 2) * 60); }); }},
-            {1, [&] { Rarely([this] { delete m_panel.Camera(); }); }},
-            {1, [&] { Rarely([this] { m_scene.reset(); }); }},
-            {1,
-             [&] {
-                 Rarely([this] {
-                     (Int(0, 1) ? &m_window : static_cast<QWidget*>(&m_panel))->setFocus();
-                 });
-             }},
-            {1, [&] { ChangeScene(); }},
-            {1, [&] { m_panel.SetSelectInMouseUp(Int(0, 3) == 0); }},
-            {1, [&] { m_panel.Paint(); }},
-            {1, [&] { QTest::keyClick(&m_panel, Qt::Key_A); }},
+            {30, [&] { m_mouse.Press(x, y, button); }},
+            {20, [&] { m_mouse.Release(x, y, button); }},
+            {60, [&] { m_mouse.Move(x, y); }},
+            {10, [&] { m_mouse.DoubleClick(x, y, button); }},
+            {10, [&] { m_mouse.Wheel(Int(-300, 300)); }},
+            {20, [&] { ChangeModes(); }},
+            {1, [&] { m_panel.setVisible(!m_panel.isVisible()); }},
+            {1, [&] { m_panel.SetEnabled(!m_panel.Enabled()); }},
+            {1, [&] { m_panel.resize(Int(0, 2) * 80, Int(0, 2) * 60); }},
+            {1, [&] { delete m_panel.Camera(); }},
+            {1, [&] { m_scene.reset(); }},
+            {1, [&] { either[Int(0, 1)]->setFocus(); }},
+            {10, [&] { ChangeScene(); }},
+            {10, [&] { m_panel.SetSelectInMouseUp(Int(0, 3) == 0); }},
+            {10, [&] { m_panel.Paint(); }},
+            {10, [&] { QTest::keyClick(&m_panel, Qt::Key_A); }},
         };
-        int die = Int(0, 24);
+        int die = Int(0, 249);
         for (const auto& [sides, act] : acts)
             if ((die -= sides) < 0) return act();
     }
@@ -324,15 +309,11 @@ public:
         if (m_panel.size().isEmpty()) m_panel.resize(160, 120);
         if (!m_scene) m_scene = std::make_unique<TZEPScene>();
         if (m_panel.Camera()) return;
-        auto* camera = new TZEPCamera(m_scene.get());
+        auto* camera = Add<TZEPCamera>(m_scene.get());
         camera->Position()->SetData(3, -9, 4);
-        camera->SetParentComponent(m_scene.get());
         m_panel.SetCamera(camera);
-        for (int i = 0; i < 20; ++i) {
-            auto* line = new TZEPLine(m_scene.get());
-            line->P2()->SetData(Int(-5, 5), Int(-5, 5), Int(-5, 5));
-            line->SetParentComponent(m_scene.get());
-        }
+        for (int i = 0; i < 20; ++i)
+            Add<TZEPLine>(m_scene.get())->P2()->SetData(Int(-5, 5), Int(-5, 5), Int(-5, 5));
     }
     void LetGo() {
         for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
@@ -341,10 +322,6 @@ public:
     int Int(int from, int to) { return std::uniform_int_distribution(from, to)(m_random); }
 
 private:
-    template <class Do>
-    void Rarely(Do act) {
-        if (Int(0, 9) == 0) act();
-    }
     void ChangeModes() {
         TZEPPanelControl* control = m_panel.PanelControl();
         control->SetMouseLeft(static_cast<TZEPMouseMode>(Int(0, 10)));
@@ -394,13 +371,13 @@ TEST_F(Panel, TenThousandEventsInAnyOrderLeaveItSound) {
     EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
     EXPECT_FALSE(View->findChild<TZEPRubberBand*>());
     View->Context()->MakeCurrent();
-    GLint mode = 0, projections = 0, views = 0;
-    glGetIntegerv(GL_RENDER_MODE, &mode);
-    glGetIntegerv(GL_PROJECTION_STACK_DEPTH, &projections);
-    glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &views);
-    EXPECT_EQ(mode, GL_RENDER);
-    EXPECT_EQ(projections, 1);
-    EXPECT_EQ(views, 1);
+    for (const auto& [name, expected] : {std::pair(GL_RENDER_MODE, GL_RENDER),
+                                         {GL_PROJECTION_STACK_DEPTH, 1},
+                                         {GL_MODELVIEW_STACK_DEPTH, 1}}) {
+        GLint value = 0;
+        glGetIntegerv(static_cast<GLenum>(name), &value);
+        EXPECT_EQ(value, expected) << name;
+    }
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
     View->Camera()->Reset();
     Scene->SetManualUpdate(false);

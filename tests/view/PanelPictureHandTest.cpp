@@ -1,3 +1,5 @@
+#include "tests/ErrorOf.h"
+#include "tests/gl/Picture.h"
 #include "tests/view/PanelFixture.h"
 #include <zep/appearance/materials/Material.h>
 #include <zep/framework/Exception.h>
@@ -29,13 +31,12 @@ protected:
         Show();
     }
     TZEPLine* AddLine(const TGLArrayd3& from, const TGLArrayd3& to) {
-        auto* line = new TZEPLine(Scene.get());
+        auto* line = Add<TZEPLine>(Scene.get());
         line->P1()->SetData(from);
         line->P2()->SetData(to);
         line->SetColor(clYellow);
         line->SetWidth(5);
         line->SetSmooth(false);
-        line->SetParentComponent(Scene.get());
         return line;
     }
     /// Has pictures put together from tiles of that length.
@@ -45,13 +46,6 @@ protected:
             .writeOnGadget(View->Context(), length + 32);
     }
 };
-
-int DifferentPixels(const QImage& a, const QImage& b) {
-    int count = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x) count += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
-    return count;
-}
 
 TEST_F(PanelPicture, IsTheFrameWhereItHasThePanelsSize) {
     const QImage frame = View->GrabFrame();
@@ -130,12 +124,10 @@ TEST_F(PanelPicture, OfNothingIsEmptyBlackOrClear) {
 
 TEST_F(PanelPicture, SaysWhenItCannotBeDrawn) {
     View->Context()->DestroyContext();
-    try {
-        static_cast<void>(View->RenderToCanvas({50, 50}));
-        FAIL() << "nothing was raised";
-    } catch (const Exception& error) {
-        EXPECT_EQ(error.Message(), "RenderToCanvas: Can't set pixel format");
-    }
+    EXPECT_EQ(ErrorOf([&] {
+                  static_cast<void>(View->RenderToCanvas({50, 50}));
+              }),
+              "RenderToCanvas: Can't set pixel format");
 }
 
 /// This test alone, on a platform that has no OpenGL.
@@ -169,11 +161,8 @@ TEST(PanelPictureWithoutContext, IsRefusedWithoutABoxThatNobodyCloses) {
 TEST_F(PanelPicture, IsNotDrawnWithinAFrame) {
     int refused = 0;
     QObject::connect(View, &TZEPPanel::BeforFlush, [&] {
-        try {
-            static_cast<void>(View->RenderToCanvas({50, 50}));
-        } catch (const Exception&) {
-            ++refused;
-        }
+        EXPECT_THROW(static_cast<void>(View->RenderToCanvas({50, 50})), Exception);
+        ++refused;
     });
     View->Paint();
     EXPECT_EQ(refused, 1);

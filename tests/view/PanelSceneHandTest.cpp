@@ -35,24 +35,11 @@ TEST_F(Panel, ForgetsACameraThatGoesAway) {
     Scene->SetBackgroundColor(clRed);
 }
 
-TEST_F(Panel, OutlivedByASceneWithoutCamera) {
-    Show();
-    auto loose = std::make_unique<TZEPCamera>();
-    View->SetCamera(loose.get());
-    loose.reset();
-    EXPECT_EQ(View->Camera(), nullptr);
-    Scene.reset();
-    View->Paint();
-    Settle();
-    ExpectShown(Black, "nothing left");
-}
-
 TEST_F(Panel, FollowsItsCameraToAnotherScene) {
     Show();
     TZEPScene other;
     other.SetBackgroundColor(clLime);
-    auto* group = new TZEPObject(Scene.get());
-    group->SetParentComponent(Scene.get());
+    auto* group = Add<TZEPObject>(Scene.get());
     Camera->SetParentComponent(group);
     group->SetParentComponent(&other); // takes the camera along
     Settle();

@@ -6,6 +6,7 @@
 #include <zep/framework/Registry.h>
 #include <zep/objects/Polygon.h>
 #include <zep/objects/Polyline.h>
+#include <zep/scene/Add.h>
 
 #include <gmock/gmock.h>
 
@@ -92,17 +93,10 @@ TEST_F(SelectCases, FindWhatIsWrittenDown) {
 // What the tessellator makes of it are several kinds of primitives, of which Mesa draws no list
 // here.
 TEST_F(SelectTest, ADentedPolygonIsPickedAfterItWasDrawnFromItsList) {
-    auto* polygon = new TZEPPolygon(&Scene);
-    polygon->SetParentComponent(&Scene);
-    for (const TGLArrayd3& point : {TGLArrayd3{-3, -3, 0},
-                                    {3, -3, 0},
-                                    {3, 3, 0},
-                                    {1, 3, 0},
-                                    {1, -1, 0},
-                                    {-1, -1, 0},
-                                    {-1, 3, 0},
-                                    {-3, 3, 0}})
-        polygon->Vertexes()->Add()->SetPoint(point);
+    auto* polygon = Add<TZEPPolygon>(&Scene);
+    for (const auto& [x, y] :
+         {std::pair(-3, -3), {3, -3}, {3, 3}, {1, 3}, {1, -1}, {-1, -1}, {-1, 3}, {-3, 3}})
+        polygon->Vertexes()->Add()->SetPoint({1. * x, 1. * y, 0});
     Scene.Render(&Camera, 200, 100, false);
     for (const auto& [x, y, hit] :
          {std::tuple{-2, 2, true}, {0, 2, false}, {2, 2, true}, {0, -2, true}, {4, 0, false}})
@@ -139,8 +133,7 @@ TEST_F(SelectTest, RepaintsUnlessUpdatedByHand) {
 }
 
 TEST_F(SelectTest, HandlersMayTakeHitsOutOfTheTree) {
-    auto* group = new TZEPObject(&Scene);
-    group->SetParentComponent(&Scene);
+    auto* group = Add<TZEPObject>(&Scene);
     Tile* first = AddTile(0, 0, 0);
     for (int i = 0; i < 3; ++i) AddTile(0, 0, -1 - i)->SetParentComponent(group);
     group->SetParentComponent(&Scene); // after the first
@@ -193,30 +186,18 @@ public:
 
     void Change() {
         TZEPObject* object = Any();
-        switch (Int(0, 11)) {
-        case 0:
-            return delete object;
-        case 1:
-            return static_cast<void>(Add());
-        case 2:
-            return object->SetParentComponentExt(Any(), Int(0, 1) == 0);
-        case 3:
-            return object->SetItemIndex(Int(0, 100));
-        case 4:
-            return object->SetVisible(!object->Visible());
-        case 5:
-            return Scene.SetManualUpdate(!Scene.ManualUpdate());
-        case 6:
-            return Int(0, 1) ? Any()->BeginUpdate() : Any()->EndUpdate();
-        case 7:
-            return MoveCamera();
-        case 8:
-            return Place(object);
-        case 9:
-            return object->SetSelected(true);
-        default:
-            return Reshape(object);
-        }
+        const int die = Int(0, 11);
+        if (die == 0) return delete object;
+        if (die == 1) return static_cast<void>(Add());
+        if (die == 2) return object->SetParentComponentExt(Any(), Int(0, 1) == 0);
+        if (die == 3) return object->SetItemIndex(Int(0, 100));
+        if (die == 4) return object->SetVisible(!object->Visible());
+        if (die == 5) return Scene.SetManualUpdate(!Scene.ManualUpdate());
+        if (die == 6) return Int(0, 1) ? Any()->BeginUpdate() : Any()->EndUpdate();
+        if (die == 7) return MoveCamera();
+        if (die == 8) return Place(object);
+        if (die == 9) return object->SetSelected(true);
+        Reshape(object);
     }
     std::vector<TZEPObject*> Select(int x, int y, int width, int height) {
         Scene.DeselectAll();
@@ -266,21 +247,12 @@ private:
         return all.empty() ? Add() : all[static_cast<std::size_t>(Int(0, int(all.size()) - 1))];
     }
     TZEPObject* Add() {
-        TZEPObject* object = nullptr;
-        switch (Int(0, 4)) {
-        case 0:
-            object = new TZEPObject(&Scene);
-            break;
-        case 1:
-            object = new Tile(&Scene);
-            static_cast<Tile*>(object)->Inside = Int(0, 1) == 0;
-            break;
-        case 2:
-            object = new TZEPPolyline(&Scene);
-            break;
-        default:
-            object = new TZEPLine(&Scene);
-        }
+        const int die = Int(0, 4);
+        TZEPObject* object = die == 0   ? new TZEPObject(&Scene)
+                             : die == 1 ? new Tile(&Scene)
+                             : die == 2 ? static_cast<TZEPObject*>(new TZEPPolyline(&Scene))
+                                        : new TZEPLine(&Scene);
+        if (die == 1) static_cast<Tile*>(object)->Inside = Int(0, 1) == 0;
         Reshape(object);
         TZEPObject* parent = Int(0, 2) == 0 && Scene.GetItemsCount() > 1 ? Any() : &Scene;
         object->SetParentComponentExt(parent, Int(0, 9) != 0);

@@ -11,13 +11,6 @@
 namespace ZEP {
 namespace {
 
-int Different(const QImage& a, const QImage& b) {
-    int count = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x) count += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
-    return count;
-}
-
 /// A camera that looks down on a square of 10 by 10.
 class ViewPixel : public OffscreenTest {
 protected:
@@ -49,24 +42,24 @@ TEST_F(ViewPixel, ABackdropIsSeenByItsCameraAlone) {
     const QImage background = Draw(m_camera);
     EXPECT_GT(background.pixelColor(128, 0).red(), 250);
     EXPECT_GT(background.pixelColor(128, 255).blue(), 250);
-    EXPECT_EQ(Different(Draw(other), before), 0);
+    EXPECT_EQ(DifferentPixels(Draw(other), before), 0);
 
     backdrop->SetGuides(true);
     const QImage mark = Draw(m_camera);
-    EXPECT_GT(Different(mark, background), 40); // at the corner
-    EXPECT_EQ(Different(mark.copy(100, 0, 156, 256), background.copy(100, 0, 156, 256)), 0);
+    EXPECT_GT(DifferentPixels(mark, background), 40); // at the corner
+    EXPECT_EQ(DifferentPixels(mark.copy(100, 0, 156, 256), background.copy(100, 0, 156, 256)), 0);
     backdrop->SetContent(m_content);
     const QImage all = Draw(m_camera);
-    EXPECT_GT(Different(all, mark), 2000) << "there is no grid";
+    EXPECT_GT(DifferentPixels(all, mark), 2000) << "there is no grid";
     EXPECT_EQ(Context().ReadDepth(128, 128), 1) << "it hides what is drawn";
 
     TZEPScene elsewhere;
     m_camera->SetParentComponent(&elsewhere);
     elsewhere.Render(m_camera, 256, 256, false);
-    EXPECT_EQ(Different(Context().ReadFrame(), all), 0) << "it stayed behind";
+    EXPECT_EQ(DifferentPixels(Context().ReadFrame(), all), 0) << "it stayed behind";
     m_camera->SetParentComponent(&m_scene);
     backdrop.reset();
-    EXPECT_EQ(Different(Draw(m_camera), before), 0);
+    EXPECT_EQ(DifferentPixels(Draw(m_camera), before), 0);
 }
 
 TEST_F(ViewPixel, ABackdropGoesOnFromPartToPart) {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "tests/converters/threeds/ThreeDSBytes.h"
+
 #include <QByteArray>
-#include <QDataStream>
-#include <QIODevice>
 
 #include <initializer_list>
 
@@ -30,47 +30,27 @@ inline QByteArray Drawing(const QByteArray& layers, const QByteArray& entities) 
            Pairs({{0, "ENDSEC"}, {0, "EOF"}});
 }
 
-inline QByteArray Chunk(quint16 id, const QByteArray& body) {
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setByteOrder(QDataStream::LittleEndian);
-    stream << id << static_cast<quint32>(body.size() + 6);
-    return bytes + body;
-}
-
-template <class Number>
-QByteArray Numbers(std::initializer_list<Number> numbers) {
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setByteOrder(QDataStream::LittleEndian);
-    stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
-    for (const Number number : numbers) stream << number;
-    return bytes;
-}
-
-inline QByteArray Text(const char* text) {
-    return QByteArray(text) + '\0';
-}
-
 inline QByteArray Material(const char* name, int red) {
-    QByteArray color = Chunk(0x0011, Numbers<quint8>({static_cast<quint8>(red), 20, 30}));
-    return Chunk(0xAFFF, Chunk(0xA000, Text(name)) + Chunk(0xA020, color));
+    return QByteArray::fromStdString(
+        F3DS::Material(name, F3DS::Color24(0xA020, {static_cast<std::uint8_t>(red), 20, 30})));
 }
 
 /// One triangle. \param material  of its face; empty: none
 inline QByteArray Mesh(const char* name, const char* material) {
-    const QByteArray points = Numbers<quint16>({3}) + Numbers<float>({0, 0, 0, 2, 0, 0, 0, 2, 0});
-    QByteArray faces = Numbers<quint16>({1, 0, 1, 2, 0});
-    if (*material) faces += Chunk(0x4130, Text(material) + Numbers<quint16>({1, 0}));
-    return Chunk(0x4000, Text(name) + Chunk(0x4100, Chunk(0x4110, points) + Chunk(0x4120, faces)));
+    using namespace F3DS;
+    const std::string points = Words({3}) + Floats({0, 0, 0, 2, 0, 0, 0, 2, 0});
+    const std::string group = *material ? Group(material, {0}) : std::string();
+    return QByteArray::fromStdString(
+        F3DS::Mesh(name, Chunk(0x4110, points) + Chunk(0x4120, Words({1, 0, 1, 2, 0}) + group)));
 }
 
 inline QByteArray Camera(const char* name, std::initializer_list<float> eyeTargetRollLens) {
-    return Chunk(0x4000, Text(name) + Chunk(0x4700, Numbers<float>(eyeTargetRollLens)));
+    return QByteArray::fromStdString(
+        F3DS::Object(name, F3DS::Chunk(0x4700, F3DS::Floats(eyeTargetRollLens))));
 }
 
 inline QByteArray Model(const QByteArray& parts) {
-    return Chunk(0x4D4D, Chunk(0x0002, Numbers<quint32>({3})) + Chunk(0x3D3D, parts));
+    return QByteArray::fromStdString(F3DS::File(parts.toStdString()));
 }
 
 } // namespace ZEP::Sample

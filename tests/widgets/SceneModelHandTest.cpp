@@ -24,26 +24,15 @@ public:
         TZEPObject& object = *Any();
         TZEPObject& other = *Any();
         const bool isScene = &object == &m_scene;
-        switch (m_random() % 13) {
-        case 0:
-            return void(Add(object, QString::number(++m_names), false));
-        case 1:
-            return isScene ? void() : object.SetParentComponentExt(&other, m_random() % 2);
-        case 2:
-            return isScene ? void() : delete &object;
-        case 3:
-            return object.SetItemIndex(static_cast<int>(m_random() % 9));
-        case 4:
-            return object.SetVisible(!object.Visible());
-        case 5:
-            return isScene ? void() : m_model.SetShown({&object}, m_random() % 2);
-        case 6:
-            return object.GetItemsCount() < 9 ? object.Clear() : void();
-        case 7:
-            return m_scene.UpdateLevel() ? m_scene.EndUpdate() : m_scene.BeginUpdate();
-        default:
-            return void(Add(object, QString::number(++m_names)));
-        }
+        const auto die = m_random() % 13;
+        if (die == 1 && !isScene) return object.SetParentComponentExt(&other, m_random() % 2);
+        if (die == 2 && !isScene) return delete &object;
+        if (die == 3) return object.SetItemIndex(static_cast<int>(m_random() % 9));
+        if (die == 4) return object.SetVisible(!object.Visible());
+        if (die == 5 && !isScene) return m_model.SetShown({&object}, m_random() % 2);
+        if (die == 6 && object.GetItemsCount() < 9) return object.Clear();
+        if (die == 7) return m_scene.UpdateLevel() ? m_scene.EndUpdate() : m_scene.BeginUpdate();
+        if (die == 0 || die > 7) Add(object, QString::number(++m_names), die != 0);
     }
 
 private:
@@ -58,6 +47,20 @@ private:
     std::mt19937 m_random{7};
     int m_names = 0;
 };
+
+/// Calls the slot at one of the signals that frame a change.
+template <class Slot>
+void ConnectAt(int signal, TZEPSceneModel& model, Slot slot) {
+    using Model = QAbstractItemModel;
+    if (signal == 0) QObject::connect(&model, &Model::rowsAboutToBeInserted, slot);
+    if (signal == 1) QObject::connect(&model, &Model::rowsInserted, slot);
+    if (signal == 2) QObject::connect(&model, &Model::dataChanged, slot);
+    if (signal == 3) QObject::connect(&model, &Model::rowsAboutToBeMoved, slot);
+    if (signal == 4) QObject::connect(&model, &Model::rowsMoved, slot);
+    if (signal == 5) QObject::connect(&model, &Model::rowsAboutToBeRemoved, slot);
+    if (signal == 6) QObject::connect(&model, &Model::modelAboutToBeReset, slot);
+    if (signal == 7) QObject::connect(&model, &Model::rowsRemoved, slot);
+}
 
 TEST_F(SceneModelView, FollowsWhateverIsDoneToTheTree) {
     const TTester tester(&m_model, TTester::FailureReportingMode::Fatal);
@@ -86,7 +89,6 @@ TEST_F(SceneModelView, FollowsWhateverIsDoneToTheTree) {
 }
 
 TEST_F(SceneModelView, SlotsMayDoAsTheyLikeWithTheTree) {
-    using Model = QAbstractItemModel;
     struct THost {
         TZEPScene& Scene;
         TZEPObject*& Object; // what the signal is about
@@ -126,13 +128,7 @@ TEST_F(SceneModelView, SlotsMayDoAsTheyLikeWithTheTree) {
             const auto act = [&, deed = deed] {
                 if (!std::exchange(done, true)) deed(host);
             };
-            if (signal == 0) QObject::connect(&model, &Model::rowsAboutToBeInserted, act);
-            if (signal == 1) QObject::connect(&model, &Model::rowsInserted, act);
-            if (signal == 2) QObject::connect(&model, &Model::dataChanged, act);
-            if (signal == 3) QObject::connect(&model, &Model::rowsAboutToBeMoved, act);
-            if (signal == 4) QObject::connect(&model, &Model::rowsMoved, act);
-            if (signal == 5) QObject::connect(&model, &Model::rowsAboutToBeRemoved, act);
-            if (signal == 6) QObject::connect(&model, &Model::modelAboutToBeReset, act);
+            ConnectAt(signal, model, act);
             Add(*parent);
             object->SetVisible(false);
             Settle();
@@ -148,8 +144,7 @@ TEST_F(SceneModelView, SlotsMayDoAsTheyLikeWithTheTree) {
 }
 
 TEST_F(SceneModelView, WhatSlotsAppendWaitsForTheEndOfTheChange) {
-    using Model = QAbstractItemModel;
-    for (int signal = 0; signal < 7; ++signal) {
+    for (const int signal : {0, 1, 2, 3, 4, 5, 7}) {
         SCOPED_TRACE(signal);
         TZEPScene scene;
         TZEPSceneModel model;
@@ -168,13 +163,7 @@ TEST_F(SceneModelView, WhatSlotsAppendWaitsForTheEndOfTheChange) {
             Add(*parent->GetItem(1)); // which may be the one that goes
             Add(scene);
         };
-        if (signal == 0) QObject::connect(&model, &Model::rowsAboutToBeInserted, act);
-        if (signal == 1) QObject::connect(&model, &Model::rowsInserted, act);
-        if (signal == 2) QObject::connect(&model, &Model::rowsAboutToBeRemoved, act);
-        if (signal == 3) QObject::connect(&model, &Model::rowsRemoved, act);
-        if (signal == 4) QObject::connect(&model, &Model::rowsAboutToBeMoved, act);
-        if (signal == 5) QObject::connect(&model, &Model::rowsMoved, act);
-        if (signal == 6) QObject::connect(&model, &Model::dataChanged, act);
+        ConnectAt(signal, model, act);
         Add(*parent, QStringLiteral("first"), false);
         delete parent->GetItem(1);
         parent->GetItem(2)->SetItemIndex(0);

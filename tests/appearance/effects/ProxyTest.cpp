@@ -7,13 +7,6 @@
 namespace ZEP {
 namespace {
 
-template <class T>
-T* Add(TZEPObject* parent) {
-    auto* object = new T(parent);
-    object->SetParentComponent(parent);
-    return object;
-}
-
 TEST(Proxy, ItsTargetIsNeverAboveIt) {
     TZEPScene scene;
     auto* group = Add<TZEPNode>(&scene);

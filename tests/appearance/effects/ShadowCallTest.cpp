@@ -33,22 +33,6 @@ TEST_F(ShadowCall, VolumesOfWhatIsDrawnOtherwiseAreMadeAnew) {
     }
 }
 
-TEST_F(ShadowCall, AThousandFramesKeepNoMoreThanTwo) {
-    AddGround();
-    AddLight();
-    auto* box = AddCaster<TZEPBox>();
-    Render();
-    Render();
-    for (int frame = 0; frame < 1000; ++frame) {
-        box->XForm()->Rotate()->SetZ(frame);
-        Render();
-    }
-    int lists = 0;
-    for (GLuint name = 1; name < 5000; ++name) lists += glIsList(name) ? 1 : 0;
-    EXPECT_GE(lists, 1);
-    EXPECT_LE(lists, 2);
-}
-
 /// What feedback mode tells of a mesh with many faces does not fit at first.
 TEST_F(ShadowCall, TheFeedbackBufferGrowsAndStaysLarge) {
     AddLight();

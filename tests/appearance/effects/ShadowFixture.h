@@ -27,10 +27,7 @@ protected:
 
     template <class T>
     T* Add(TZEPObject* parent = nullptr) {
-        TZEPObject* above = parent ? parent : &Scene;
-        auto* object = new T(above);
-        object->SetParentComponent(above);
-        return object;
+        return ZEP::Add<T>(parent ? parent : &Scene);
     }
     template <class T>
     T* AddCaster(const TGLArrayd3& place = {0, 0, 1}) {

@@ -37,16 +37,6 @@ protected:
 
 constexpr double Shaded = 1; // where the plate's shadow is, on x
 
-TEST_F(ShadowPixel, TheShadowLacksTheLightAndNothingElse) {
-    for (const bool accumulates : {false, true}) {
-        Scene.SetAccumShadows(accumulates);
-        Render();
-        EXPECT_LT(At(Shaded, 0).red() + 10, At(Shaded, 2).red()) << accumulates;
-        EXPECT_EQ(At(Shaded, 2), At(Shaded, -2)) << accumulates;
-        EXPECT_GT(At(Shaded, 0).red(), 20) << "the light from all around stays";
-    }
-}
-
 TEST_F(ShadowPixel, FogDimsTheShadowWithTheGround) {
     Render();
     const QColor clear = At(Shaded, 0);

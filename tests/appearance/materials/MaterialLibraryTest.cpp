@@ -60,19 +60,3 @@ TEST(MaterialLibrary, CopiesTellTheirOwnCollection) {
     EXPECT_EQ(copyUser.Senders.size(), 1U);
     EXPECT_EQ(source.Materials()->Item(0)->Material()->FrontFace()->Shininess(), 0);
 }
-
-TEST(MaterialLibrary, DeletingAnItemKeepsTheOthersAndTheirEvents) {
-    TZEPMaterialLibrary library;
-    for (const char* name : {"a", "b", "c"})
-        library.Materials()->Add()->SetIdent(QString::fromLatin1(name));
-    library.Materials()->Item(2)->Material()->SetTransparency(0.5F);
-    library.Materials()->Delete(0);
-    ASSERT_EQ(library.Materials()->Count(), 2);
-    EXPECT_EQ(library.Materials()->Item(0)->Ident(), QStringLiteral("b"));
-    EXPECT_EQ(library.Materials()->Item(1)->Ident(), QStringLiteral("c"));
-    EXPECT_EQ(library.Materials()->Item(1)->Material()->Transparency(), 0.5F);
-    User user;
-    library.Materials()->RegisterObject(&user);
-    library.Materials()->Item(1)->Material()->SetTransparency(0);
-    EXPECT_EQ(user.Senders.size(), 2U);
-}

@@ -51,19 +51,6 @@ TEST_F(TextureCall, WithoutAPictureItDoesNothing) {
     ExpectNoCalls(calls);
 }
 
-TEST_F(TextureCall, MipmapsGoToTheBoundTextureWithoutAnObjectOfItsOwn) {
-    TZEPTexture texture;
-    texture.Image()->SetImage(Picture(4, 2));
-    texture.SetMinFilter(mifLinearMipmapLinear);
-    const GlCalls calls;
-    texture.ApplayMaterial();
-    EXPECT_TRUE(texture.Mipmapped());
-    EXPECT_THAT(calls.Of({"gl*Texture*", "glu*", "glTexImage2D"}),
-                ElementsAre("gluBuild2DMipmaps(GL_TEXTURE_2D, 3, 4, 2, GL_RGBA, "
-                            "GL_UNSIGNED_BYTE, data)"));
-    EXPECT_EQ(BoundTexture(), 0);
-}
-
 TEST_F(TextureCall, EveryApplicationReplacesTheObjectAndDestructionFreesIt) {
     std::string name;
     const GlCalls calls;

@@ -1,3 +1,4 @@
+#include "tests/Cases.h"
 #include "tests/converters/dxf/DXFFixture.h"
 #include <zep/converters/dxf/Tags.h>
 
@@ -33,58 +34,30 @@ TEST(DXFTags, TakeEveryLineEnd) {
     EXPECT_EQ(AllOf("0\r\r\nLINE\r\r\n10\r\r\n1.5\r\r\n", true), (TTexts{"0=LINE@1", "10=1.5@3"}));
 }
 
+/// Drawings, with their pairs and the line that is bad, 0 where there is none.
 TEST(DXFTags, EndWhereThereIsNoPair) {
-    const struct {
-        const char* Text;
-        TTexts Pairs;
-        qint64 BadLine;
-    } rows[] = {
-        {"", {}, 0},
-        {"\n\n \n", {}, 0},
-        {"0", {}, 1},
-        {"0\n", {}, 1},
-        {"0\nA\n8", {"0=A@1"}, 3},
-        {"0\nA\nX\nB\n0\nC", {"0=A@1"}, 3},
-        {"0\nA\n1.5\nB", {"0=A@1"}, 3},
-        {"0\nA\n99999999999\nB", {"0=A@1"}, 3},
-        {"0\nA\n-1\nB\n0\nC", {"0=A@1"}, 3},
-        {"0\nEOF\nwhat is left over", {"0=EOF@1"}, 0},
-        {"0\nA\n\x1A", {"0=A@1"}, 0}, // the end mark of old systems
-    };
-    for (const auto& row : rows) {
-        TDXFTags tags(row.Text);
-        EXPECT_EQ(AllOf(tags), row.Pairs) << row.Text;
-        EXPECT_EQ(tags.BadLine(), row.BadLine) << row.Text;
-        EXPECT_LT(tags.NextGroupCode(), 0) << row.Text;
-    }
+    ExpectCases("text/pairs.txt", [](const TCase& c) {
+        TDXFTags tags(std::string_view(c.Input).substr(0, c.Input.size() - 1));
+        std::string text;
+        for (const std::string& pair : AllOf(tags)) text += pair + "\n";
+        EXPECT_LT(tags.NextGroupCode(), 0) << c.Name;
+        return text + "bad line " + std::to_string(tags.BadLine());
+    });
 }
 
+/// What stands between quotes as a number and as a whole one, each with where it is wrong, or 0.
 TEST(DXFTags, ConvertNumbers) {
-    const struct {
-        const char* Text;
-        double Number;
-        std::size_t Error;
-        int Whole;
-        std::size_t WholeError;
-    } rows[] = {
-        {"12", 12, 0, 12, 0},        {" \t-12 ", -12, 0, -12, 0},
-        {"+7", 7, 0, 7, 0},          {"0.25", 0.25, 0, 0, 2},
-        {".5", 0.5, 0, 0, 1},        {"5.", 5, 0, 0, 2},
-        {"-1.5E+02", -150, 0, 0, 3}, {"1234567.0123456789", 1234567.0123456789, 0, 0, 8},
-        {"6,5", 0, 2, 0, 2},         {"", 0, 1, 0, 1},
-        {"x", 0, 1, 0, 1},           {"+-5", 0, 1, 0, 1},
-        {"inf", 0, 1, 0, 1},         {"-nan", 0, 1, 0, 1},
-        {"1e999", 0, 6, 0, 2},       {"3000000000", 3e9, 0, 0, 11},
-    };
-    for (const auto& row : rows) {
-        const std::string text = Pairs(std::string("40 ") + row.Text);
-        TDXFTags tags(text);
-        tags.NextGroupCode();
-        EXPECT_EQ(tags.ValDbl(), row.Number) << row.Text;
-        EXPECT_EQ(tags.ErrorPosition(), row.Error) << row.Text;
-        EXPECT_EQ(tags.ValInt(), row.Whole) << row.Text;
-        EXPECT_EQ(tags.ErrorPosition(), row.WholeError) << row.Text;
-    }
+    ExpectCases("text/numbers.txt", [](const TCase& c) {
+        return EachLine(c, [](const std::string& line) {
+            const std::string text = Pairs("40 " + line.substr(1, line.size() - 2));
+            TDXFTags tags(text);
+            tags.NextGroupCode();
+            QByteArray answer = QByteArray::number(tags.ValDbl(), 'g', 17) + " wrong at ";
+            answer += QByteArray::number(qulonglong(tags.ErrorPosition())) + ", whole ";
+            answer += QByteArray::number(tags.ValInt()) + " wrong at ";
+            return (answer + QByteArray::number(qulonglong(tags.ErrorPosition()))).toStdString();
+        });
+    });
 }
 
 TEST(DXFTags, CutLinesAtTheirLimit) {
@@ -182,21 +155,6 @@ TEST(DXFTags, AreReadOnceForAllSearches) {
         tags.skip_upto_section(name);
     }
     EXPECT_EQ(asked, 1000000 / 65536);
-}
-
-TEST(DXFTags, EndWhenTheyAreCancelled) {
-    std::string text;
-    while (text.size() < 300000) text += "  8\nsome layer\n";
-    TDXFTags tags(text);
-    int asked = 0;
-    tags.SetProgress([&](qint64, qint64) { return ++asked < 3; });
-    EXPECT_EQ(AllOf(tags).size(), 3 * 4370U); // of 15 bytes each
-    EXPECT_TRUE(tags.Cancelled());
-    tags.Goto({});
-    EXPECT_LT(tags.NextGroupCode(), 0);
-    EXPECT_FALSE(tags.skip_upto_section("HEADER"));
-    EXPECT_EQ(tags.BadLine(), 0);
-    EXPECT_EQ(asked, 3);
 }
 
 } // namespace

@@ -145,12 +145,34 @@ TEST_F(DXF, BlocksPutUpWithAHostThatFreesWhatIsThere) {
     EXPECT_LT(PointCount(), 30'000);
 }
 
-struct TBomb {
-    const char* Name;
-    const char* Entities;
-    int Points;
-    std::vector<std::string> Passed;
-};
+/// A block that is inserted two million times, in some hundred bytes.
+TEST_F(DXF, ArraysTellTheirProgressAndCanBeCancelled) {
+    const std::string text =
+        Pairs("0 SECTION|2 BLOCKS|0 BLOCK|2 B|0 POINT|8 0|0 ENDBLK|0 ENDSEC|0 SECTION|2 ENTITIES|"
+              "0 INSERT|2 B|70 1400|71 1400|44 1|45 1|0 POINT|8 0|0 ENDSEC|0 EOF");
+    Converter.SetExtended(true);
+    std::vector<double> told;
+    int most = 1000;
+    Converter.SetProgress([&](qint64 done, qint64 total) {
+        told.push_back(static_cast<double>(done) / static_cast<double>(total));
+        return static_cast<int>(told.size()) < most;
+    });
+    Converter.ReadDXF(text);
+    EXPECT_FALSE(Converter.Cancelled());
+    EXPECT_GT(told.size(), 10U);
+    EXPECT_TRUE(std::ranges::is_sorted(told));
+    EXPECT_GT(told.back(), told.front());
+    EXPECT_LE(told.back(), 1);
+    const int all = Root.GetItem(0)->GetItemsCount();
+    EXPECT_GT(all, 100'000);
+    EXPECT_LT(all, 200'000) << "each takes some hundred bytes, and so does its point";
+    Root.Clear();
+    told.clear();
+    most = 3;
+    Converter.ReadDXF(text);
+    EXPECT_TRUE(Converter.Cancelled());
+    EXPECT_LT(Root.GetItem(0)->GetItemsCount(), all / 2);
+}
 
 TEST_F(DXF, BlocksMakeNoMoreObjectsThanTheLimit) {
     // Ten levels of ten each: ten thousand million points.
@@ -163,7 +185,11 @@ TEST_F(DXF, BlocksMakeNoMoreObjectsThanTheLimit) {
     blocks += "0 BLOCK|2 Nothing|0 ENDBLK|0 BLOCK|2 Curve|0 SPLINE|71 1";
     for (int i = 0; i < 160; ++i) blocks += "|10 " + std::to_string(i);
     const std::string beyond = "INSERT beyond the limit of objects ";
-    const TBomb rows[] = {
+    const struct {
+        const char *Name, *Entities;
+        int Points;
+        TTexts Passed;
+    } rows[] = {
         {"within", "0 INSERT|2 B1|0 INSERT|2 B1", 20, {}},
         // Eight levels down, 4 of 211 on the third, 7 of 21 on the second: 1000.
         {"bomb", "0 INSERT|2 B10|0 POINT", 471, {beyond + "1"}},
@@ -176,7 +202,7 @@ TEST_F(DXF, BlocksMakeNoMoreObjectsThanTheLimit) {
          1,
          {beyond + "2"}},
     };
-    for (const TBomb& row : rows) {
+    for (const auto& row : rows) {
         Root.Clear();
         const std::string text =
             Pairs("0 SECTION|2 BLOCKS|" + blocks + "|0 ENDBLK|0 ENDSEC|" + Entities(row.Entities));

@@ -74,12 +74,8 @@ TEST_F(ThreeDSTest, ADumpNeverReplacesTheFile) {
     Converter.SetFileName(Put("a.dmp", QByteArray::fromStdString(File(""))));
     EXPECT_THAT(ErrorOfLoading(), testing::StartsWith("TF3DSConverter.Dump: Can't write \""));
     Converter.Dump("nothing is open");
-    try {
-        Converter.SaveToFile();
-        ADD_FAILURE();
-    } catch (const Exception& error) {
-        EXPECT_STREQ(error.what(), "TF3DSConverter.SaveToFile: Only import is supported.");
-    }
+    EXPECT_EQ(ErrorOf([&] { Converter.SaveToFile(); }),
+              "TF3DSConverter.SaveToFile: Only import is supported.");
 }
 
 // --- bounds ------------------------------------------------------------------------------------

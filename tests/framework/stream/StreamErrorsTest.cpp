@@ -26,19 +26,14 @@ TEST(StreamErrors, EveryCutOfAStreamIsFound) {
 }
 
 TEST(StreamErrors, EndlessNestingIsRefusedInBothForms) {
-    const auto times = [](const std::string& piece, int count) {
-        std::string text;
-        for (int i = 0; i < count; ++i) text += piece;
-        return text;
-    };
     constexpr int Deep = 100'000;
     const std::string head = WithValue("").substr(0, 9);
     for (const std::string& bytes :
-         {"TPF0" + times(Short("T") + std::string(2, '\0'), Deep), head + std::string(Deep, '\1'),
-          head + times(Hex("0E 01 0150"), Deep)})
+         {"TPF0" + Times(Short("T") + std::string(2, '\0'), Deep), head + std::string(Deep, '\1'),
+          head + Times(Hex("0E 01 0150"), Deep)})
         EXPECT_THAT(ToText(bytes), HasSubstr("nested deeper than 1000 levels"));
-    for (const std::string& text : {times("object T ", Deep), "object T P = " + times("(", Deep),
-                                    "object T P = " + times("<item P = ", Deep)})
+    for (const std::string& text : {Times("object T ", Deep), "object T P = " + Times("(", Deep),
+                                    "object T P = " + Times("<item P = ", Deep)})
         EXPECT_THAT(ToBinary(text), HasSubstr("nested deeper than 1000 levels"));
 }
 

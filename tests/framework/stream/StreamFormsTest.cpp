@@ -9,62 +9,6 @@
 namespace ZEP {
 namespace {
 
-const std::string SampleText = R"(object Scene1: TZEPScene
-  Tag = 3
-  Ident = 'caf'#233' it''s'
-  XForm.Scale.X = 1.5
-  XForm.Translate.X = -0.1
-  XForm.Matrix = {
-    000102030405060708090A0B0C0D0E0F101112131415161718191A1B1C1D1E1F
-    2021}
-  Animation = True
-  Options = [goDepthTest, goLighting]
-  DrawType = dtLine
-  Camera = Camera1
-  MaterialLibrary = nil
-  object Box1: TZEPBox
-    SlicesX = 300
-  end
-  object TZEPPolygon
-    Vertexes = <
-      item
-        X = 1
-        Color = 255
-      end
-      item
-      end>
-  end
-end
-)";
-
-std::string SampleBytes() {
-    const std::string zero(1, '\0');
-    std::string bytes = "TPF0" + Short("TZEPScene") + Short("Scene1");
-    bytes += Short("Tag") + Hex("02 03");
-    bytes += Short("Ident") + Hex("14 0A000000") + "caf\xC3\xA9 it's";
-    bytes += Short("XForm.Scale.X") + Hex("05 00000000000000C0FF3F");
-    bytes += Short("XForm.Translate.X") + Hex("05 00D0CCCCCCCCCCCCFBBF");
-    bytes += Short("XForm.Matrix") + Hex("0A 22000000");
-    for (char c = 0; c < 0x22; ++c) bytes += c;
-    bytes += Short("Animation") + Hex("09");
-    bytes += Short("Options") + Hex("0B") + Short("goDepthTest") + Short("goLighting") + zero;
-    bytes += Short("DrawType") + Hex("07") + Short("dtLine");
-    bytes += Short("Camera") + Hex("07") + Short("Camera1");
-    bytes += Short("MaterialLibrary") + Hex("0D") + zero;
-    bytes += Short("TZEPBox") + Short("Box1") + Short("SlicesX") + Hex("03 2C01") + zero + zero;
-    bytes += Short("TZEPPolygon") + zero + Short("Vertexes") + Hex("0E 01");
-    bytes += Short("X") + Hex("02 01") + Short("Color") + Hex("03 FF00") + zero;
-    bytes += Hex("01 00") + zero + zero + zero;
-    return bytes + zero;
-}
-
-TEST(StreamForms, TheSampleIsTheSameInBothForms) {
-    EXPECT_EQ(ToText(SampleBytes()), SampleText);
-    EXPECT_EQ(ToBinary(SampleText), SampleBytes());
-    EXPECT_EQ(ToBinary(SampleBytes()), SampleBytes());
-    EXPECT_EQ(ToText(SampleText), SampleText);
-}
-
 std::string Unnamed(std::string text) {
     for (const auto& [name, character] : {std::pair("\\n", "\n"), {"\\r", "\r"}, {"\\t", "\t"}})
         text = QString::fromLatin1(text)
@@ -76,6 +20,20 @@ std::string Unnamed(std::string text) {
 
 std::string HexOf(const std::string& bytes) {
     return QByteArray::fromStdString(bytes).toHex().toStdString();
+}
+
+/// Texts, and their bytes as hexadecimal digits.
+TEST(StreamForms, TheSampleIsTheSameInBothForms) {
+    ExpectCases("text/sample.txt", [](const TCase& c) {
+        const std::string bytes = ToBinary(c.Input);
+        EXPECT_EQ(ToText(bytes), c.Input);
+        EXPECT_EQ(ToBinary(bytes), bytes);
+        EXPECT_EQ(ToText(c.Input), c.Input);
+        std::string lines;
+        for (std::size_t at = 0; at < bytes.size(); at += 32)
+            lines += HexOf(bytes.substr(at, 32)) + '\n';
+        return lines;
+    });
 }
 
 /// Of each line of an input, which ends with "|": bytes are hexadecimal digits.

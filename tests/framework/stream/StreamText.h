@@ -32,6 +32,10 @@ inline std::string ToBinary(std::string_view data) {
     return Converted(data, TStreamForm::Binary);
 }
 
+inline std::string Times(const std::string& piece, int count) {
+    return QByteArray::fromStdString(piece).repeated(count).toStdString();
+}
+
 /// A short string of the binary form.
 inline std::string Short(std::string_view text) {
     return static_cast<char>(text.size()) + std::string(text);

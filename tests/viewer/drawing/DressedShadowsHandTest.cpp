@@ -10,6 +10,7 @@
 #include <zep/objects/Box.h>
 #include <zep/objects/Sphere.h>
 #include <zep/objects/Torus.h>
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/XForm.h>
@@ -27,16 +28,14 @@ using TShadows = TViewLook::TShadows;
 
 template <class T>
 T* Add(TZEPScene& scene, const TGLArrayd3& place, const TGLArrayd3& size) {
-    auto* object = new T(&scene);
+    T* object = ZEP::Add<T>(&scene);
     object->XForm()->Translate()->SetData(place);
     object->XForm()->Scale()->SetData(size);
-    object->SetParentComponent(&scene);
     return object;
 }
 
 void AddLight(TZEPScene& scene, const TGLArrayd3& place, bool aimed) {
-    auto* light = new TZEPLight(&scene);
-    light->SetParentComponent(&scene);
+    auto* light = ZEP::Add<TZEPLight>(&scene);
     light->Position()->SetData(place);
     light->SetDirectional(aimed);
 }

@@ -9,6 +9,7 @@
 #include <zep/objects/Point.h>
 #include <zep/objects/Polygon.h>
 #include <zep/objects/Polyline.h>
+#include <zep/scene/Add.h>
 #include <zep/view/Actor.h>
 #include <zep/view/Camera.h>
 
@@ -20,11 +21,10 @@
 namespace ZEP {
 namespace {
 
-template <class Object>
-Object* Add(TZEPObject& parent) {
-    auto* object = new Object(&parent);
-    object->SetParentComponent(&parent);
-    return object;
+template <class T, int Count>
+void AddWithVertexes(TZEPObject& root) {
+    T* object = Add<T>(&root);
+    for (int i = 0; i < Count; ++i) object->Vertexes()->Add();
 }
 
 struct TSample {
@@ -54,25 +54,13 @@ TEST(Info, VerticesAreCountedByKind) {
         int Vertices;
     };
     const TRow rows[] = {
-        {[](TZEPObject& root) { Add<TZEPPoint>(root); }, "TZEPPoint", 1},
-        {[](TZEPObject& root) { Add<TZEPLine>(root); }, "TZEPLine", 2},
-        {[](TZEPObject& root) { Add<TZEPArc>(root)->SetSegments(7); }, "TZEPArc", 8},
-        {[](TZEPObject& root) { Add<TZEPCircle>(root)->SetSegments(7); }, "TZEPCircle", 7},
-        {[](TZEPObject& root) {
-             auto* polyline = Add<TZEPPolyline>(root);
-             for (int i = 0; i < 5; ++i) polyline->Vertexes()->Add();
-         },
-         "TZEPPolyline", 5},
-        {[](TZEPObject& root) {
-             auto* polygon = Add<TZEPPolygon>(root);
-             for (int i = 0; i < 4; ++i) polygon->Vertexes()->Add();
-         },
-         "TZEPPolygon", 4},
-        {[](TZEPObject& root) {
-             auto* mesh = Add<TZEPMesh>(root);
-             for (int i = 0; i < 6; ++i) mesh->Vertexes()->Add();
-         },
-         "TZEPMesh", 6},
+        {[](TZEPObject& root) { Add<TZEPPoint>(&root); }, "TZEPPoint", 1},
+        {[](TZEPObject& root) { Add<TZEPLine>(&root); }, "TZEPLine", 2},
+        {[](TZEPObject& root) { Add<TZEPArc>(&root)->SetSegments(7); }, "TZEPArc", 8},
+        {[](TZEPObject& root) { Add<TZEPCircle>(&root)->SetSegments(7); }, "TZEPCircle", 7},
+        {AddWithVertexes<TZEPPolyline, 5>, "TZEPPolyline", 5},
+        {AddWithVertexes<TZEPPolygon, 4>, "TZEPPolygon", 4},
+        {AddWithVertexes<TZEPMesh, 6>, "TZEPMesh", 6},
     };
     for (const TRow& row : rows) {
         TSample sample;
@@ -87,14 +75,14 @@ TEST(Info, VerticesAreCountedByKind) {
 
 TEST(Info, LayersFacesLightsAndCamerasAreCounted) {
     TSample sample;
-    auto* layer = Add<TZEPActor>(sample.Root);
-    Add<TZEPPolygon>(*layer);
-    auto* mesh = Add<TZEPMesh>(*layer);
+    auto* layer = Add<TZEPActor>(&sample.Root);
+    Add<TZEPPolygon>(layer);
+    auto* mesh = Add<TZEPMesh>(layer);
     for (int i = 0; i < 5; ++i) mesh->Faces()->Add();
-    Add<TZEPLight>(sample.Root);
-    Add<TZEPLight>(sample.Root);
-    Add<TZEPCamera>(sample.Root)->SetIdent(QStringLiteral("Eye"));
-    Add<TZEPCamera>(sample.Root);
+    Add<TZEPLight>(&sample.Root);
+    Add<TZEPLight>(&sample.Root);
+    Add<TZEPCamera>(&sample.Root)->SetIdent(QStringLiteral("Eye"));
+    Add<TZEPCamera>(&sample.Root);
     sample.File.Format = TFileFormat::F3DS;
     sample.File.Materials = 7;
     const QJsonObject json = ToJson(InfoOf(sample.File));
@@ -109,9 +97,9 @@ TEST(Info, LayersFacesLightsAndCamerasAreCounted) {
 
 TEST(Info, JsonHoldsAbsoluteBoundsAndMessages) {
     TSample sample;
-    auto* line = Add<TZEPLine>(sample.Root);
+    auto* line = Add<TZEPLine>(&sample.Root);
     line->P1()->SetData(-1, 2, 3);
-    auto* inner = Add<TZEPLine>(*line);
+    auto* inner = Add<TZEPLine>(line);
     inner->P2()->SetData(10, 0, -0.5);
     sample.File.Messages = {{QStringLiteral("code G68"), 3, 12},
                             {QStringLiteral("texture %1.png not found"), 2, 0}};

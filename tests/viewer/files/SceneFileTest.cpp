@@ -1,9 +1,7 @@
 #include "tests/ErrorOf.h"
 #include "tests/FolderTest.h"
-#include "viewer/CommandLine.h"
 #include "viewer/files/Document.h"
 #include <zep/batch/Batch.h>
-#include <zep/framework/Exception.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/XForm.h>
 
@@ -13,7 +11,6 @@ namespace ZEP {
 namespace {
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 class SceneFile : public FolderTest {
 protected:
@@ -135,43 +132,10 @@ TEST_F(SceneFile, WhatIsBrokenIsNamedAndWhatWasShownStays) {
     TDocument document;
     ASSERT_TRUE(document.Open({Put("a.zept", "object TZEPLine end")}, false));
     const QString broken = Put("b.zept", "object TZEPScene\n  object TZEPLine\n");
-    try {
-        document.Open({broken}, false);
-        ADD_FAILURE() << "no error";
-    } catch (const Exception& error) {
-        EXPECT_EQ(error.Message(), broken + QStringLiteral(": line 3, column 1: expected a "
-                                                           "property, object or end, but found the "
-                                                           "end"));
-    }
+    EXPECT_EQ(ErrorOf([&] { document.Open({broken}, false); }),
+              broken.toStdString() + ": line 3, column 1: expected a property, object or end, but "
+                                     "found the end");
     EXPECT_EQ(document.Files().front().Name, Path("a.zept"));
-}
-
-TEST_F(SceneFile, SavingTakesNamesThatTellTheForm) {
-    const auto parse = [](const QStringList& arguments) {
-        return ParseCommandLine(QStringList{QStringLiteral("zepview")} + arguments);
-    };
-    const auto error = [&](const QStringList& arguments) -> std::string {
-        try {
-            static_cast<void>(parse(arguments));
-        } catch (const Exception& raised) {
-            return raised.what();
-        }
-        return "";
-    };
-    const QString save = QStringLiteral("--save");
-    const TCommandLine line = parse({save, QStringLiteral("o.zept"), QStringLiteral("--plain"),
-                                     QStringLiteral("a.nc"), QStringLiteral("b.nc")});
-    EXPECT_EQ(line.Task, TCommandLine::TTask::Save);
-    EXPECT_EQ(line.SceneFile, QStringLiteral("o.zept"));
-    EXPECT_EQ(line.Files.size(), 2);
-    EXPECT_TRUE(line.Plain);
-    EXPECT_THAT(error({save, QStringLiteral("o.zep"), QStringLiteral("a.nc")}), IsEmpty());
-    EXPECT_THAT(error({save, QStringLiteral("o.txt"), QStringLiteral("a.nc")}),
-                HasSubstr("ends in .zep or .zept, but found \"o.txt\""));
-    EXPECT_THAT(error({save, QStringLiteral("o.zep")}), HasSubstr("one or more files"));
-    EXPECT_THAT(
-        error({save, QStringLiteral("o.zep"), QStringLiteral("--info"), QStringLiteral("a.nc")}),
-        HasSubstr("--info and --save do not go together"));
 }
 
 } // namespace

@@ -62,12 +62,6 @@ protected:
     }
 };
 
-TEST_F(ContentsDock, IsNotThereWithoutAFile) {
-    TMainWindow window(false);
-    window.show();
-    EXPECT_FALSE(window.findChild<TContentsDock*>()->isVisible());
-}
-
 TEST_F(ContentsDock, AppearsForFilesWithPartsUnlessItWasClosed) {
     const QString program = Put("p.nc", "G1 X1\n");
     Show({program});

@@ -93,22 +93,5 @@ TEST_F(ContentsModel, ASearchLeavesWhatItFindsAndWhatLeadsThere) {
     EXPECT_EQ(model.IndexOf(wheel).row(), 0);
 }
 
-TEST_F(ContentsModel, ABoxThatIsClickedShowsAndHides) {
-    TDocument document;
-    TContentsModel model(document);
-    ASSERT_TRUE(document.Open({PutDrawing("a.dxf"), PutModel("b.3ds")}, false));
-    const QModelIndex doors = model.index(1, 0, model.index(0, 0));
-    ASSERT_TRUE(model.setData(doors, Qt::Checked, Qt::CheckStateRole));
-    EXPECT_TRUE(Rows(model).startsWith(QStringLiteral("a.dxf\n walls")));
-    EXPECT_TRUE(document.Files()[0].Root->GetItem(1)->Visible());
-    ASSERT_TRUE(model.setData(model.index(0, 0), Qt::Unchecked, Qt::CheckStateRole));
-    EXPECT_FALSE(document.Files()[0].Root->Visible());
-    model.ShowOnly({document.Files()[1].Root->GetItem(1)});
-    EXPECT_TRUE(Rows(model).endsWith(QStringLiteral("-b.3ds\n .Wheel\n Axle\n Eye\n")))
-        << Rows(model).toStdString();
-    model.ShowAll();
-    EXPECT_FALSE(Rows(model).contains(QLatin1Char('.') + QStringLiteral("Wheel")));
-}
-
 } // namespace
 } // namespace ZEP

@@ -7,8 +7,10 @@
 #include <QDropEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -173,6 +175,24 @@ TEST_F(Files, TheirCamerasAreChosen) {
     EXPECT_EQ(Root(1).GetItemsCount(), 3);
     m_window->CloseFile(Path("b.3ds"));
     EXPECT_TRUE(cameras->actions().isEmpty());
+}
+
+TEST_F(Files, ThatFailAreToldWhileTheOthersAreShown) {
+    Show({});
+    QString told;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box) return;
+        told = box->text();
+        box->close();
+    });
+    timer.start(20);
+    m_window->OpenFiles({Put("bad.3ds", "text"), PutDrawing(), Path("none.nc")});
+    EXPECT_TRUE(told.contains(QStringLiteral("bad.3ds"))) << told.toStdString();
+    EXPECT_TRUE(told.contains(QStringLiteral("none.nc"))) << told.toStdString();
+    ASSERT_EQ(Document().Files().size(), 1U);
+    EXPECT_EQ(Document().Files()[0].Name, Path("a.dxf"));
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 #include <zep/view/Panel.h>
 
 #include <QDropEvent>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QStackedWidget>
 #include <QTimer>
@@ -98,24 +97,6 @@ TEST_F(MainWindow, TextThatIsDraggedIsNotTaken) {
     enter.ignore();
     QApplication::sendEvent(&window, &enter);
     EXPECT_FALSE(enter.isAccepted());
-}
-
-TEST_F(MainWindow, AnErrorNamesFileAndLineAndKeepsWhatIsShown) {
-    TMainWindow window(false);
-    window.show();
-    window.OpenFiles({ShortFile()});
-    QString told;
-    QTimer::singleShot(100, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(box);
-        told = box->text();
-        box->accept();
-    });
-    window.OpenFiles({Put("bad.zept", "object S: TZEPScene\n  Tag =\nend\n")});
-    EXPECT_TRUE(told.contains(QStringLiteral("bad.zept")) &&
-                told.contains(QStringLiteral("line 4")))
-        << qPrintable(told);
-    EXPECT_EQ(ObjectsIn(window), 2);
 }
 
 TEST_F(MainWindow, AFileThatIsGoneLeavesTheRecentFiles) {

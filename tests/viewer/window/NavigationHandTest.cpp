@@ -3,6 +3,7 @@
 #include "viewer/window/Selection.h"
 #include <zep/objects/Line.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/Vectors.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Fitting.h>
 #include <zep/view/Panel.h>
@@ -15,14 +16,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <cmath>
-
 namespace ZEP {
 namespace {
-
-double Distance(const TGLArrayd3& a, const TGLArrayd3& b) {
-    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
-}
 
 /// A window whose camera looks at the origin from the front and above, in a view 300 pixels high.
 class Navigation : public testing::Test {

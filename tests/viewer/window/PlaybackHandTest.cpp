@@ -1,27 +1,17 @@
-#include "viewer/window/MainWindow.h"
+#include "tests/viewer/WindowTest.h"
 #include "viewer/window/Playback.h"
 #include "viewer/window/SourceDock.h"
-#include <zep/batch/Batch.h>
 #include <zep/scene/Scene.h>
-
-#include <gtest/gtest.h>
-
-#include <QFile>
-#include <QTemporaryDir>
 
 namespace ZEP {
 namespace {
 
+using Playback = WindowTest;
+
 /// No event comes between: the test says what time it is.
-TEST(Playback, NeitherAPauseNorAStandstillIsMadeUpFor) {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("long.nc")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("G1\n");
-    for (int i = 0; i < 1000; ++i) file.write("X1\nX2\n");
-    file.close();
+TEST_F(Playback, NeitherAPauseNorAStandstillIsMadeUpFor) {
     TMainWindow window(false);
-    window.OpenFiles({file.fileName()});
+    window.OpenFiles({Put("long.nc", "G1\n" + QByteArray("X1\nX2\n").repeated(1000))});
     auto& source = *window.findChild<TSourceDock*>();
     auto& playback = *window.findChild<TPlayback*>();
     TZEPObject& scene = *window.Document().Files().front().Root->Scene();

@@ -2,6 +2,7 @@
 #include "viewer/window/Playback.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
+#include <zep/scene/Vectors.h>
 #include <zep/view/Fitting.h>
 #include <zep/view/Panel.h>
 
@@ -9,8 +10,6 @@
 #include <QFile>
 #include <QListView>
 #include <QSlider>
-
-#include <cmath>
 
 namespace ZEP {
 namespace {
@@ -96,11 +95,7 @@ TEST_F(Program, TheSliderGoesToItsMove) {
 
 TEST_F(Program, FitTakesWhatIsSelectedOrAll) {
     TZEPCamera& camera = *m_window->Document().Camera();
-    const auto distance = [&] {
-        const TGLArrayd3 eye = camera.GetPosition();
-        const TGLArrayd3 target = camera.GetTarget();
-        return std::hypot(eye[0] - target[0], eye[1] - target[1], eye[2] - target[2]);
-    };
+    const auto distance = [&] { return Distance(camera.GetPosition(), camera.GetTarget()); };
     for (const bool parallel : {false, true}) {
         SCOPED_TRACE(parallel);
         SwitchProjection(camera, parallel, 1);

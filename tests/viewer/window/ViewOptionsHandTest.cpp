@@ -79,14 +79,11 @@ TEST_F(ViewOptions, AreRemembered) {
 }
 
 TEST_F(ViewOptions, WhatTheSettingsHoldWronglyIsPassedOver) {
-    for (const char* fog : {"-1", "4", "99999999999", "thick"}) {
-        QSettings().setValue(QStringLiteral("view/fog"), QString::fromLatin1(fog));
-        EXPECT_EQ(TViewLook::Load(), TViewLook()) << fog;
-    }
-    for (const char* shadows : {"-1", "4", "99999999999", "long"}) {
-        QSettings().setValue(QStringLiteral("view/shadows"), QString::fromLatin1(shadows));
-        EXPECT_EQ(TViewLook::Load(), TViewLook()) << shadows;
-    }
+    for (const char* key : {"view/fog", "view/shadows"})
+        for (const char* value : {"-1", "4", "99999999999", "thick"}) {
+            QSettings().setValue(QString::fromLatin1(key), QString::fromLatin1(value));
+            EXPECT_EQ(TViewLook::Load(), TViewLook()) << key << ' ' << value;
+        }
     QSettings().setValue(QStringLiteral("view/background"), QStringLiteral("no colour"));
     EXPECT_EQ(TViewLook::Load(), TViewLook());
 }
