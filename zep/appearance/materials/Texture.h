@@ -98,7 +98,7 @@ public:
     /// A border of one texel; starts false, is not published.
     [[nodiscard]] bool Border() const { return m_border; }
     void SetBorder(bool value) {
-        m_kept = TKept::Nothing;
+        if (value != m_border) m_kept = TKept::Nothing;
         Store(m_border, value);
     }
     [[nodiscard]] TColor BorderColor() const { return m_borderColor; }
