@@ -45,8 +45,8 @@ public:
     void SetExtended(bool extended) { m_extended = extended; }
 
     /// Reads the file into `Root`. Raises `Exception` without `Root` or `FileName`, for a file that
-    /// can not be read, for binary DXF and for what is no DXF. Of an
-    /// entity that is cut off nothing is made.
+    /// can not be read, for binary DXF and for what is no DXF. Of an entity
+    /// that is cut off nothing is made.
     void LoadFromFile();
     /// Reads a drawing from memory into `Root`, below what is there.
     void ReadDXF(std::string_view text);
