@@ -51,7 +51,7 @@ protected:
     /// Frees the children of the root before a file is read, where that is asked for. Raises
     /// `Exception` when a handler of what then happens frees the root, too.
     void ClearRoot(const char* method) const;
-    /// What `read` answers; false where a handler has freed what it needs.
+    /// What `read` answers; false where it has raised `TReadingEnd`.
     [[nodiscard]] static bool Finishes(const std::function<bool()>& read);
     /// What is read into. Raises `TReadingEnd` where a handler has taken it away.
     [[nodiscard]] TZEPObject& RootThere() const;

@@ -5,8 +5,7 @@
 
 namespace ZEP {
 
-/// Raised where a handler of what a reading does has freed what the reading needs: it then ends, as
-/// one that is cancelled.
+/// Ends a reading that is cancelled, or of which a handler has freed what it needs.
 struct TReadingEnd {};
 
 /// Gives an object that was read its parent: last of all, so that what was set before had nobody to

@@ -1,7 +1,7 @@
 #include <zep/widgets/SceneModel.h>
 
 #include <zep/framework/Exception.h>
-#include <zep/scene/Scene.h>
+#include <zep/scene/SceneOf.h>
 #include <zep/view/Camera.h>
 #include <zep/widgets/ObjectLook.h>
 #include <zep/widgets/SceneSync.h>

@@ -1,6 +1,6 @@
 #include <zep/widgets/SceneRows.h>
 
-#include <zep/scene/Scene.h>
+#include <zep/scene/SceneOf.h>
 #include <zep/widgets/SceneWatch.h>
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include <zep/batch/GatheredClass.h>
 #include <zep/scene/ForEach.h>
-#include <zep/scene/Scene.h>
+#include <zep/scene/SceneOf.h>
 #include <zep/widgets/SceneModel.h>
 #include <zep/widgets/SceneWatch.h>
 

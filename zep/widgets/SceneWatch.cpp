@@ -4,11 +4,6 @@
 
 namespace ZEP {
 
-TZEPScene* SceneOf(TZEPObject* object) {
-    auto* scene = qobject_cast<TZEPScene*>(object);
-    return scene || !object ? scene : object->Scene();
-}
-
 TZEPObjectNotify TZEPSceneWatch::Notify() {
     return {[](void* context, TZEPObject* sender, TZEPObjectAction action, const void* data) {
                 static_cast<TZEPSceneWatch*>(context)->Hear(*sender, action, data);

@@ -5,9 +5,6 @@
 
 namespace ZEP {
 
-/// The scene that an object is or stands in; null without one, and of null.
-[[nodiscard]] TZEPScene* SceneOf(TZEPObject* object);
-
 /// What happens in a scene, to whoever wants to stay in step with its tree.
 class TZEPSceneListener {
 public:

@@ -85,7 +85,10 @@ void TF3DSConverter::Read(std::string_view bytes, const TErrorOrigin& source) {
                        .Dump = {},
                        .Progress = ProgressOfBoth()};
     if (m_dump) target.Dump = [this](std::string_view text) { Dump(text); };
-    SetCancelled(!TF3DSReader(bytes, source, std::move(target)).ReadFile());
+    SetCancelled(!Finishes([&] {
+        TF3DSReader(bytes, source, std::move(target)).ReadFile();
+        return true;
+    }));
 }
 
 TProgress TF3DSConverter::ProgressOfBoth() const {

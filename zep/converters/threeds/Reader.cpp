@@ -7,21 +7,14 @@
 #include <zep/converters/threeds/Ids.h>
 #include <zep/converters/threeds/LightCamera.h>
 #include <zep/objects/Mesh.h>
-#include <zep/scene/Scene.h>
+#include <zep/scene/SceneOf.h>
 #include <zep/view/Camera.h>
 
 #include <QScopeGuard>
 
 namespace ZEP {
 
-namespace {
-
-TZEPScene* SceneOf(TZEPObject& root) {
-    auto* scene = qobject_cast<TZEPScene*>(&root);
-    return scene ? scene : root.Scene();
-}
-
-} // namespace
+namespace {} // namespace
 
 TF3DSReader::TF3DSReader(std::string_view bytes, const TErrorOrigin& source, TF3DSTarget target)
     : m_target(std::move(target)), m_budget(static_cast<qint64>(bytes.size())),
@@ -36,14 +29,9 @@ bool TF3DSReader::IsF3DS(std::string_view bytes) {
     return bytes.size() >= 2 && qFromLittleEndian<std::uint16_t>(bytes.data()) == idMain;
 }
 
-bool TF3DSReader::ReadFile() {
+void TF3DSReader::ReadFile() {
     const auto report = qScopeGuard([this] { ReportStrays(); });
-    try {
-        ReadMainChunk(m_stream.ReadMainHeader());
-    } catch (const TReadingEnd&) {
-        return false;
-    }
-    return true;
+    ReadMainChunk(m_stream.ReadMainHeader());
 }
 
 // --- structure ---------------------------------------------------------------------------------
@@ -110,14 +98,14 @@ void TF3DSReader::ReadMasterScale(const TF3DSChunk& chunk) {
 void TF3DSReader::ReadSceneBackgroundColor(const TF3DSChunk& chunk) {
     m_stream.Dump(" <BackgroundColorChunk> \r\n");
     const auto color = m_stream.ReadMaterialColorChunk(chunk);
-    TZEPScene* scene = SceneOf(m_target.Root);
+    TZEPScene* scene = SceneOf(&m_target.Root);
     if (color && scene) scene->SetBackgroundColor(*color);
 }
 
 void TF3DSReader::ReadSceneAmbientColor(const TF3DSChunk& chunk) {
     m_stream.Dump(" <AmbientColorChunk> \r\n");
     const auto color = m_stream.ReadMaterialColorChunk(chunk);
-    TZEPScene* scene = SceneOf(m_target.Root);
+    TZEPScene* scene = SceneOf(&m_target.Root);
     if (color && scene) scene->SetSceneAmbientColor(*color);
 }
 

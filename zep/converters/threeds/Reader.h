@@ -38,8 +38,8 @@ public:
 
     /// Whether the bytes begin as a 3DS file does.
     [[nodiscard]] static bool IsF3DS(std::string_view bytes);
-    /// False where the progress call has cancelled.
-    bool ReadFile();
+    /// Raises `TReadingEnd` where the progress call has cancelled.
+    void ReadFile();
 
 private:
     void ReadMainChunk(const TF3DSChunk& chunk);
