@@ -14,8 +14,6 @@
 
 namespace ZEP {
 
-namespace {} // namespace
-
 TF3DSReader::TF3DSReader(std::string_view bytes, const TErrorOrigin& source, TF3DSTarget target)
     : m_target(std::move(target)), m_budget(static_cast<qint64>(bytes.size())),
       m_stream(bytes, source, m_target.Report, m_target.Dump),
