@@ -1,21 +1,25 @@
+#define GL_GLEXT_PROTOTYPES
 #include "bench/Frames.h"
 #include "tests/ResidentMemory.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
 #include <zep/objects/Mesh.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/Vectors.h>
+
+#include <GL/gl.h>
+#include <GL/glext.h>
 
 #include <malloc.h>
 
 #include <cmath>
+#include <memory>
 
 namespace ZEP {
 namespace {
 
-constexpr int Side = 707; // cells; twice as many triangles as cells make a million
-
-TGLArrayd3 Place(int column, int row) {
-    const double x = 2.0 * column / Side - 1;
-    const double y = 2.0 * row / Side - 1;
+TGLArrayd3 Place(int column, int row, int side) {
+    const double x = 2.0 * column / side - 1;
+    const double y = 2.0 * row / side - 1;
     return {x, y, 0.5 + 0.5 * std::sin(9 * x) * std::cos(7 * y)};
 }
 
@@ -25,40 +29,126 @@ struct TSurface {
     std::vector<std::array<int, 3>> Faces;
     std::vector<TGLArrayf3> Normals; // of the faces
 
-    TSurface() {
-        for (int row = 0; row <= Side; ++row)
-            for (int column = 0; column <= Side; ++column) Points.push_back(Place(column, row));
-        for (int row = 0; row < Side; ++row)
-            for (int column = 0; column < Side; ++column) {
-                const int a = row * (Side + 1) + column;
-                AddFace({a, a + 1, a + Side + 2});
-                AddFace({a, a + Side + 2, a + Side + 1});
+    explicit TSurface(int triangles) {
+        const int side = static_cast<int>(std::sqrt(triangles / 2)); // cells of two
+        for (int row = 0; row <= side; ++row)
+            for (int column = 0; column <= side; ++column)
+                Points.push_back(Place(column, row, side));
+        for (int row = 0; row < side; ++row)
+            for (int column = 0; column < side; ++column) {
+                const int a = row * (side + 1) + column;
+                AddFace({a, a + 1, a + side + 2});
+                AddFace({a, a + side + 2, a + side + 1});
             }
     }
 
-private:
-    [[nodiscard]] const TGLArrayd3& Corner(const std::array<int, 3>& face, std::size_t i) const {
-        return Points[static_cast<std::size_t>(face[i])];
+    [[nodiscard]] const TGLArrayd3& PointOf(int corner) const {
+        return Points[static_cast<std::size_t>(corner)];
     }
+
+private:
     void AddFace(const std::array<int, 3>& face) {
         Faces.push_back(face);
         TGLArrayd3 n;
-        CalcNormald(Corner(face, 0), Corner(face, 1), Corner(face, 2), n);
-        Normals.push_back(
-            {static_cast<float>(n[0]), static_cast<float>(n[1]), static_cast<float>(n[2])});
+        CalcNormald(PointOf(face[0]), PointOf(face[1]), PointOf(face[2]), n);
+        Normals.push_back(ToFloats(n));
     }
 };
 
-const TSurface& Surface() {
-    static const TSurface surface;
-    return surface;
-}
+/// The surface as a program would send it that knows nothing else: call by call, in a display list,
+/// from arrays or from buffers. What OpenGL holds of it goes with the context.
+class TRawSurface {
+public:
+    TRawSurface(const TSurface& surface, bool smooth) : m_smooth(smooth), m_list(glGenLists(1)) {
+        smooth ? FillShared(surface) : Fill(surface);
+        glGenBuffers(2, m_buffers.data());
+        glBindBuffer(GL_ARRAY_BUFFER, m_buffers[0]);
+        glBufferData(GL_ARRAY_BUFFER, Size(m_vertexes), m_vertexes.data(), GL_STATIC_DRAW);
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_buffers[1]);
+        glBufferData(GL_ELEMENT_ARRAY_BUFFER, Size(m_corners), m_corners.data(), GL_STATIC_DRAW);
+        Unbind();
+        glNewList(m_list, GL_COMPILE);
+        SendCalls();
+        glEndList();
+    }
+    void Draw(int way) const {
+        switch (way % 4) {
+        case 0:
+            return SendCalls();
+        case 1:
+            return glCallList(m_list);
+        case 2:
+            return SendArrays(m_vertexes.data(), m_corners.data());
+        default:
+            glBindBuffer(GL_ARRAY_BUFFER, m_buffers[0]);
+            glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_buffers[1]);
+            SendArrays(nullptr, nullptr);
+            Unbind();
+        }
+    }
 
-void FillMesh(TZEPMesh& mesh) {
+private:
+    struct TVertex {
+        TGLArrayf3 Normal, Point;
+    };
+
+    template <class T>
+    static GLsizeiptr Size(const std::vector<T>& items) {
+        return static_cast<GLsizeiptr>(items.size() * sizeof(T));
+    }
+    static void Unbind() {
+        glBindBuffer(GL_ARRAY_BUFFER, 0);
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    }
+    void Fill(const TSurface& surface) {
+        for (std::size_t i = 0; i < surface.Faces.size(); ++i)
+            for (const int corner : surface.Faces[i])
+                m_vertexes.push_back({surface.Normals[i], ToFloats(surface.PointOf(corner))});
+    }
+    /// Of the normals only that there are some counts.
+    void FillShared(const TSurface& surface) {
+        for (const TGLArrayd3& point : surface.Points)
+            m_vertexes.push_back({surface.Normals.front(), ToFloats(point)});
+        for (const std::array<int, 3>& face : surface.Faces)
+            for (const int corner : face) m_corners.push_back(static_cast<GLuint>(corner));
+    }
+    void SendCalls() const {
+        const std::size_t count = m_smooth ? m_corners.size() : m_vertexes.size();
+        glBegin(GL_TRIANGLES);
+        for (std::size_t i = 0; i < count; ++i) {
+            const TVertex& vertex = m_vertexes[m_smooth ? m_corners[i] : i];
+            if (m_smooth || i % 3 == 0) glNormal3fv(vertex.Normal.data());
+            glVertex3fv(vertex.Point.data());
+        }
+        glEnd();
+    }
+    void SendArrays(const TVertex* vertexes, const GLuint* corners) const {
+        glEnableClientState(GL_VERTEX_ARRAY);
+        glEnableClientState(GL_NORMAL_ARRAY);
+        glNormalPointer(GL_FLOAT, sizeof(TVertex), vertexes);
+        const char* points = reinterpret_cast<const char*>(vertexes) + sizeof(TGLArrayf3);
+        glVertexPointer(3, GL_FLOAT, sizeof(TVertex), points);
+        if (m_smooth)
+            glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(m_corners.size()), GL_UNSIGNED_INT,
+                           corners);
+        else
+            glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(m_vertexes.size()));
+        glDisableClientState(GL_VERTEX_ARRAY);
+        glDisableClientState(GL_NORMAL_ARRAY);
+    }
+
+    bool m_smooth;
+    GLuint m_list;
+    std::array<GLuint, 2> m_buffers{};
+    std::vector<TVertex> m_vertexes;
+    std::vector<GLuint> m_corners;
+};
+
+void FillMesh(TZEPMesh& mesh, const TSurface& surface) {
     mesh.Vertexes()->BeginUpdate();
     mesh.Faces()->BeginUpdate();
-    for (const TGLArrayd3& point : Surface().Points) mesh.Vertexes()->Add()->SetPoint(point);
-    for (const std::array<int, 3>& corners : Surface().Faces) {
+    for (const TGLArrayd3& point : surface.Points) mesh.Vertexes()->Add()->SetPoint(point);
+    for (const std::array<int, 3>& corners : surface.Faces) {
         TZEPFace3CI* face = mesh.Faces()->Add();
         for (int i = 0; i < 3; ++i) face->SetData(i, corners[static_cast<std::size_t>(i)]);
         face->SetMaterialIndex(0);
@@ -75,11 +165,11 @@ constexpr int LibraryMesh = 2;
 
 class MeshFrame : public TFrame {
 public:
-    explicit MeshFrame(int kind) : m_kind(kind) {}
+    MeshFrame(int triangles, int kind) : m_kind(kind), m_surface(triangles) {}
 
     void Fill(TZEPObject& root) override {
         auto* mesh = new TZEPMesh(&root);
-        FillMesh(*mesh);
+        FillMesh(*mesh, m_surface);
         mesh->SetSmooth((m_kind & SmoothMesh) != 0);
         mesh->SetColorFaces((m_kind & LibraryMesh) != 0);
         if (mesh->ColorFaces()) {
@@ -89,32 +179,28 @@ public:
         }
         mesh->SetParentComponent(&root);
     }
-    void DrawRaw() override {
-        const TSurface& surface = Surface();
-        const bool smooth = (m_kind & SmoothMesh) != 0;
-        glBegin(GL_TRIANGLES);
-        for (std::size_t i = 0; i < surface.Faces.size(); ++i) {
-            if (!smooth) glNormal3fv(surface.Normals[i].data());
-            for (const int corner : surface.Faces[i]) {
-                // As many calls as a vertex with a normal of its own takes.
-                if (smooth) glNormal3fv(surface.Normals[i].data());
-                glVertex3dv(surface.Points[static_cast<std::size_t>(corner)].data());
-            }
-        }
-        glEnd();
-    }
+    /// In each way by turns: the quickest counts.
+    void DrawRaw() override { Raw().Draw(m_turn++); }
 
 private:
+    TRawSurface& Raw() {
+        if (!m_raw) m_raw = std::make_unique<TRawSurface>(m_surface, (m_kind & SmoothMesh) != 0);
+        return *m_raw;
+    }
+
     int m_kind;
+    TSurface m_surface;
+    int m_turn = 0;
+    std::unique_ptr<TRawSurface> m_raw;
 };
 
-void MeshOfAMillion(benchmark::State& state) {
-    MeshFrame frame(static_cast<int>(state.range(0)));
+void MeshFrames(benchmark::State& state) {
+    MeshFrame frame(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
     MeasureFrame(state, frame);
 }
-BENCHMARK(MeshOfAMillion)
-    ->ArgName("smooth1_library2")
-    ->DenseRange(0, 3)
+BENCHMARK(MeshFrames)
+    ->ArgNames({"triangles", "smooth1_library2"})
+    ->ArgsProduct({{100'000, 1'000'000}, {0, 1, 2, 3}})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 

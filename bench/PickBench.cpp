@@ -1,5 +1,7 @@
 #include "tests/gl/OffscreenContext.h"
+#include <zep/objects/Box.h>
 #include <zep/objects/Line.h>
+#include <zep/objects/Mesh.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/XForm.h>
@@ -10,6 +12,7 @@
 #include <GL/gl.h>
 
 #include <array>
+#include <cmath>
 
 namespace ZEP {
 namespace {
@@ -18,26 +21,6 @@ namespace {
 // select mode to find the same.
 constexpr int Width = 800;
 constexpr int Height = 600;
-
-/// A cube of six sides, as simple as an object with a transform can be.
-class Block : public TZEPColoredObject {
-public:
-    using TZEPColoredObject::TZEPColoredObject;
-    void DrawSpecific(GLenum, bool) override {
-        glBegin(GL_QUADS);
-        for (const double side : {-0.5, 0.5})
-            for (const auto& [x, y] :
-                 {std::pair{-0.5, -0.5}, {0.5, -0.5}, {0.5, 0.5}, {-0.5, 0.5}}) {
-                glVertex3d(side, x, y);
-                glVertex3d(x, side, y);
-                glVertex3d(x, y, side);
-            }
-        glEnd();
-    }
-
-protected:
-    [[nodiscard]] bool StaysInSize() const override { return true; }
-};
 
 /// A path that goes to and fro over ten layers, one line each.
 void AddPath(TZEPScene& scene, int count) {
@@ -56,11 +39,35 @@ void AddPath(TZEPScene& scene, int count) {
 
 void AddBlocks(TZEPScene& scene, int count) {
     for (int i = 0; i < count; ++i) {
-        auto* block = new Block(&scene);
+        auto* block = new TZEPBox(&scene);
         block->XForm()->Translate()->SetData(i % 100 * 0.02 - 1, i / 100 * 0.02 - 1, 0);
         block->XForm()->Scale()->SetData(0.015, 0.015, 0.015);
         block->SetParentComponent(&scene);
     }
+}
+
+/// A waving surface of triangles.
+void AddSurface(TZEPScene& scene, int count) {
+    const int side = static_cast<int>(std::sqrt(count / 2));
+    auto* mesh = new TZEPMesh(&scene);
+    mesh->SetSmooth(true);
+    const auto points = static_cast<std::size_t>((side + 1) * (side + 1));
+    mesh->Vertexes()->AddEach(points, [side](TZEPVertex3TexCI& vertex, std::size_t i) {
+        const double x =
+            2.0 * static_cast<double>(i % static_cast<std::size_t>(side + 1)) / side - 1;
+        const double y =
+            2.0 * static_cast<double>(i / static_cast<std::size_t>(side + 1)) / side - 1;
+        vertex.SetPointQuietly({x, y, 0.2 * std::sin(9 * x) * std::cos(7 * y)});
+    });
+    const auto faces = static_cast<std::size_t>(2 * side * side);
+    mesh->Faces()->AddEach(faces, [side](TZEPFace3CI& face, std::size_t i) {
+        const int a = static_cast<int>(i / 2) / side * (side + 1) + static_cast<int>(i / 2) % side;
+        if (i % 2 == 0)
+            face.SetCornersQuietly(a, a + 1, a + side + 2);
+        else
+            face.SetCornersQuietly(a, a + side + 2, a + side + 1);
+    });
+    mesh->SetParentComponent(&scene);
 }
 
 class ClickedScene {
@@ -130,8 +137,11 @@ BENCHMARK_CAPTURE(Click, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillise
 BENCHMARK_CAPTURE(FirstClick, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawAll, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Click, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Click, mesh, AddSurface)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FirstClick, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FirstClick, mesh, AddSurface)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawAll, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(DrawAll, mesh, AddSurface)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace ZEP

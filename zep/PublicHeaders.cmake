@@ -98,6 +98,7 @@ set(core_headers
   scene/ForEach.h
   scene/Frame.h
   scene/Geom.h
+  scene/Kept.h
   scene/Object.h
   scene/Scene.h
   scene/SceneInterfaces.h

@@ -2,12 +2,17 @@
 #include "tests/gl/OffscreenTest.h"
 #include <zep/ZEPClasses.h>
 #include <zep/ZEPObjects.h>
+#include <zep/gl/Scopes.h>
 
 #include <cmath>
+#include <functional>
+#include <random>
 
 using namespace ZEP;
 
 namespace {
+
+using TMeshes = std::vector<std::unique_ptr<TZEPMesh>>;
 
 class MeshPixel : public OffscreenTest {
 protected:
@@ -19,10 +24,21 @@ protected:
         glOrtho(-1, 1, -1, 1, -4, 4);
     }
 
-    QImage Drawn(const std::vector<std::unique_ptr<TZEPMesh>>& meshes) {
+    QImage Drawn(const TMeshes& meshes) {
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         for (const auto& mesh : meshes) mesh->DrawMain(false);
         return Context().ReadFrame();
+    }
+    /// The nearest and the farthest depth of what stands in view; none without a hit.
+    static std::vector<GLuint> Hit(const TMeshes& meshes) {
+        std::vector<GLuint> records(4);
+        glSelectBuffer(static_cast<GLsizei>(records.size()), records.data());
+        glRenderMode(GL_SELECT);
+        glInitNames();
+        glPushName(1);
+        for (const auto& mesh : meshes) mesh->DrawMain(false);
+        if (glRenderMode(GL_RENDER) == 0) records.clear();
+        return records;
     }
 };
 
@@ -39,8 +55,8 @@ void AddVertex(TZEPMesh& mesh, int column, int row) {
 }
 
 /// A waving surface as meshes of that many faces each, the last one of the rest.
-std::vector<std::unique_ptr<TZEPMesh>> Surface(int facesEach, bool smooth, bool textured) {
-    std::vector<std::unique_ptr<TZEPMesh>> meshes;
+TMeshes Surface(int facesEach, bool smooth, bool textured) {
+    TMeshes meshes;
     const auto mesh = [&]() -> TZEPMesh& {
         if (!meshes.empty() && meshes.back()->Faces()->Count() < facesEach) return *meshes.back();
         auto& added = *meshes.emplace_back(std::make_unique<TZEPMesh>());
@@ -76,6 +92,66 @@ TEST_F(MeshPixel, ManyFacesLookAsFewAtATimeDo) {
             EXPECT_EQ(qGray(whole.pixel(2, 2)), 0);
             EXPECT_EQ(qRed(whole.pixel(100, 20)) == qGreen(whole.pixel(100, 20)), !textured);
         }
+}
+
+TEST_F(MeshPixel, WhatIsKeptFollowsEachChangeInEachView) {
+    struct TChange {
+        const char* Name;
+        std::function<void(TZEPMesh&)> Make;
+    };
+    const TChange changes[]{
+        {"nothing", [](TZEPMesh&) {}},
+        {"a vertex", [](TZEPMesh& mesh) { mesh.Vertexes()->Item(Side / 2 * Side)->SetZ(2); }},
+        {"a normal",
+         [](TZEPMesh& mesh) {
+             mesh.Vertexes()->Item(Side / 2 * Side + 9)->SetNormal({1, 0, 0});
+         }},
+        {"faces", [](TZEPMesh& mesh) { mesh.Faces()->Delete(7); }},
+        {"flat", [](TZEPMesh& mesh) { mesh.SetSmooth(false); }},
+        {"one normal", [](TZEPMesh& mesh) { mesh.SetAutoNormal(false); }},
+        {"another", [](TZEPMesh& mesh) { mesh.Normal()->SetData(0.6, 0, 0.8); }},
+        {"smooth", [](TZEPMesh& mesh) { mesh.SetSmooth(true); }},
+        {"a picture",
+         [](TZEPMesh& mesh) { mesh.Material()->Texture()->Image()->SetImage(FourColours()); }},
+    };
+    TMeshes whole = Surface(10'000, true, false);
+    TMeshes parts = Surface(50, true, false);
+    std::mt19937 dice(7); // NOLINT(*-msc51-cpp): the same scenes each time
+    int hits = 0;
+    for (const auto& [name, make] : changes) {
+        for (const auto& mesh : whole) make(*mesh);
+        if (std::string_view(name) == "faces")
+            make(*parts.front());
+        else
+            for (const auto& mesh : parts) make(*mesh);
+        for (int view = 0; view < 12; ++view) {
+            SCOPED_TRACE(std::string(name) + ", view " + std::to_string(view));
+            const TZEPMatrixScope kept;
+            const double near = view == 0 ? 1 : std::ldexp(1.0, static_cast<int>(dice() % 6));
+            const auto shift = [&] { return (static_cast<double>(dice() % 1800) / 1000 - 0.9); };
+            glRotated(static_cast<double>(dice() % 360), 1, 1, 0.2);
+            glScaled(near, near, near);
+            glTranslated(shift(), shift(), 0);
+            EXPECT_EQ(Drawn(whole), Drawn(parts));
+            EXPECT_EQ(Hit(whole), Hit(parts));
+            hits += Hit(whole).empty() ? 0 : 1;
+        }
+    }
+    EXPECT_GT(hits, 20);
+}
+
+TEST_F(MeshPixel, WhatIsKeptStaysWhereOnlyTheLookChanges) {
+    const TMeshes meshes = Surface(10'000, true, false);
+    TZEPMesh& mesh = *meshes.front();
+    const QImage before = Drawn(meshes);
+    mesh.Vertexes()->Item(Side / 2 * Side)->SetPointQuietly({0, 0, 3});
+    mesh.SetVisible(false);
+    mesh.SetVisible(true);
+    mesh.SetSelected(true);
+    mesh.SetMaterialIndex(3);
+    EXPECT_EQ(Drawn(meshes), before);
+    mesh.Invalidate(&mesh);
+    EXPECT_NE(Drawn(meshes), before);
 }
 
 TEST_F(MeshPixel, ManyFacesLeaveTheArraysAsTheyWere) {

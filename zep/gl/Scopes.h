@@ -43,6 +43,15 @@ public:
 };
 /// @}
 
+/// The vertexes of one primitive come while it lives.
+class TPrimitiveScope {
+public:
+    explicit TPrimitiveScope(GLenum primitive) { glBegin(primitive); }
+    ~TPrimitiveScope() { glEnd(); }
+    TPrimitiveScope(const TPrimitiveScope&) = delete;
+    TPrimitiveScope& operator=(const TPrimitiveScope&) = delete;
+};
+
 /// All four channels of colour are written, or none.
 inline void WriteColors(bool on) {
     const GLboolean mask = on ? GL_TRUE : GL_FALSE;

@@ -2,7 +2,9 @@
 
 #include <zep/appearance/materials/Material.h>
 #include <zep/objects/Grid.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/Vectors.h>
+#include <zep/scene/ViewVolume.h>
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +15,9 @@ namespace ZEP {
 namespace {
 
 const TRegisterObject<TZEPHeightField> RegisteredHeightField;
+
+/// Cells of a block, each way, that is passed over where it is not seen.
+constexpr int BlockCells = 16;
 
 struct TRange {
     double Min, Max;
@@ -135,6 +140,8 @@ void TZEPHeightField::DrawSpecific(GLenum face, bool draft) {
     const float alpha = Reflection() > 0 ? static_cast<float>(1 - Reflection())
                                          : 1 - DrawnMaterial().FrontFace()->Transparency();
     if (Change(m_listAlpha, alpha)) m_lists.Reset();
+    if (const auto volume = DrawFrame().IsNotRendering ? TZEPViewVolume::OfSight() : std::nullopt)
+        return SendSeen(draft, *volume);
     m_lists.Draw(draft, [&] {
         const bool colored = !m_samples.Colors.empty();
         if (!colored) return Send(draft, alpha);
@@ -144,6 +151,28 @@ void TZEPHeightField::DrawSpecific(GLenum face, bool draft) {
         Send(draft, alpha);
         glPopAttrib();
     });
+}
+
+void TZEPHeightField::SendSeen(bool draft, const TZEPViewVolume& volume) const {
+    for (int row = 0; row < m_slices[1]; row += BlockCells)
+        for (int column = 0; column < m_slices[0]; column += BlockCells)
+            SendBlock(column, row, draft, volume);
+}
+
+void TZEPHeightField::SendBlock(int column, int row, bool draft,
+                                const TZEPViewVolume& volume) const {
+    const int columns = std::min(BlockCells, m_slices[0] - column);
+    const int rows = std::min(BlockCells, m_slices[1] - row);
+    const auto at = [&](int i, int j) {
+        return TGLArrayd3{Place(0, column + i), Place(1, row + j),
+                          m_samples.Heights[Number(column + i, row + j)]};
+    };
+    TZEPBlockBox box;
+    for (int j = 0; j <= rows; ++j)
+        for (int i = 0; i <= columns; ++i) box.Add(at(i, j));
+    if (volume.Shows(box.Min, box.Max) == TZEPSeen::Nothing) return;
+    SendGrid(columns, rows, {.Draft = draft},
+             [&](int i, int j) { return TGridPoint{.Point = at(i, j)}; });
 }
 
 void TZEPHeightField::Send(bool draft, float alpha) const {

@@ -13,6 +13,8 @@
 
 namespace ZEP {
 
+class TZEPViewVolume;
+
 /// A surface over x and y whose heights the host gives: a grid of `SlicesX` by `SlicesY` cells,
 /// seen from above (+z). Heights, normals and colours are asked for once and kept until something
 /// changes or `Refresh` is called. Around a height that is no finite number there is a hole.
@@ -117,6 +119,8 @@ private:
     [[nodiscard]] std::size_t Number(int column, int row) const;
     [[nodiscard]] TGLArrayd3 SlopeNormal(int column, int row) const;
     void Send(bool draft, float alpha) const;
+    void SendSeen(bool draft, const TZEPViewVolume& volume) const;
+    void SendBlock(int column, int row, bool draft, const TZEPViewVolume& volume) const;
 
     std::array<int, 2> m_slices{20, 20};
     TGLArrayd3 m_min{};

@@ -4,9 +4,15 @@
 #include <zep/appearance/effects/ShadowedObject.h>
 #include <zep/scene/VertexItems.h>
 
+#include <cstdint>
+#include <memory>
+#include <span>
 #include <vector>
 
 namespace ZEP {
+
+class TMeshArrays;
+class TMeshGroups;
 
 /// Triangles between shared vertexes, flat or, with `Smooth`, shaded by the vertexes' normals. With
 /// `ColorFaces` and a material library in the scene, each face is drawn in the library's material
@@ -16,8 +22,9 @@ namespace ZEP {
 /// Of a smooth mesh, a vertex without a normal gets that of the first face drawn with it, and keeps
 /// it. A face with a corner that is no vertex is not drawn.
 ///
-/// What a vertex costs are 72 bytes, a face 32; a flat mesh that has been drawn keeps 12 more for
-/// each face.
+/// What a vertex costs are 72 bytes, a face 32. A mesh of more than 64 faces keeps what it sends in
+/// arrays until something of it changes, or it has not been drawn for a long time: at most 24 bytes
+/// for each corner, with a texture 32, and 4 more where a smooth mesh shares vertexes.
 ///
 /// Defaults: empty; faces in their own materials, normals computed.
 class ZEP_CORE_EXPORT TZEPMesh : public TZEPShadowedObject {
@@ -32,6 +39,7 @@ class ZEP_CORE_EXPORT TZEPMesh : public TZEPShadowedObject {
     Q_MOC_INCLUDE("zep/scene/Vertex3.h")
 public:
     explicit TZEPMesh(TComponent* owner = nullptr);
+    ~TZEPMesh() override;
 
     [[nodiscard]] TZEPTexVertexes* Vertexes() { return &m_vertexes; }
     /// Seen from their front, corners run counter-clockwise.
@@ -74,32 +82,45 @@ private:
         int First;
         int Last; // inclusive
     };
+    /// All of one material, or one of all faces.
+    using TRuns = std::span<const TRun>;
     /// What follows from vertexes and faces, computed when first asked for.
     struct TKept {
-        std::vector<TGLArrayf3> Normals; // of the faces
+        std::vector<TGLArrayf3> Normals; // of the faces, where these are sent singly
         std::vector<TRun> Runs;          // ascending by material
         TGLArrayd3 Min{}, Max{};
         bool HasBox = false;
     };
+    /// Which number a vertex has in the arrays that are filled; empty until it is needed.
+    using TNumbers = std::vector<std::uint32_t>;
 
     [[nodiscard]] bool UsesLibrary() const;
     [[nodiscard]] const std::vector<TRun>& Runs() const;
     [[nodiscard]] bool Passes(const TZEPMaterial& material) const;
+    void DrawFiltered(TFilter filter, bool draft);
+    void DrawMaterials(GLenum face, bool draft);
+
     [[nodiscard]] bool HasCorners(const TZEPFace3CI& face) const;
     [[nodiscard]] TGLArrayf3 FaceNormal(const TZEPFace3CI& face) const;
     void KeepNormals() const;
-    void DrawFiltered(TFilter filter, bool draft);
-    void DrawMaterials(GLenum face, bool draft);
-    void SendFaces(int first, int last, bool draft, bool textured);
-    void SendOutlines(int first, int last, bool textured);
-    template <class TSender>
-    void SendTriangles(int first, int last, bool textured, TSender& sender);
-    template <class TSender>
-    void SendSmooth(int first, int last, bool textured, TSender& sender);
+    /// The normal of a vertex; where it has none, it gets that of the face.
+    const TGLArrayf3& SmoothNormal(const TZEPFace3CI& face, TZEPVertex3TexCI& vertex) const;
+    /// Calls `visit` with the number of each face that has its corners.
+    template <class Visit>
+    void ForEachFace(const TRun& run, Visit&& visit) const;
+    void SendFaces(TRuns runs, bool draft, bool textured, TNumbers& numbers);
+    void SendTriangles(const TRun& run, bool textured);
+    void SendOutlines(const TRun& run, bool textured);
+    void SendCorners(int number, bool textured);
+    void SendArrays(TRuns runs, bool textured, TNumbers& numbers);
+    void Fill(TMeshArrays& arrays, TRuns runs) const;
+    void CompleteNormals(TRuns runs);
+    void FillShared(TMeshArrays& arrays, TRuns runs, TNumbers& numbers);
 
     TZEPTexVertexes m_vertexes{this};
     TZEPFaces m_faces{this};
     mutable TKept m_kept;
+    std::unique_ptr<TMeshGroups> m_groups; // what is sent from arrays
     bool m_colorFaces = true;
     bool m_autoNormal = true;
     TFilter m_filter = TFilter::All;

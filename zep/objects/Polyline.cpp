@@ -1,10 +1,12 @@
 #include <zep/objects/Polyline.h>
 
 #include <zep/framework/Property.h>
+#include <zep/gl/Scopes.h>
 #include <zep/objects/SegmentCount.h>
 #include <zep/objects/VertexBounds.h>
 #include <zep/objects/VertexColors.h>
 #include <zep/scene/Spline.h>
+#include <zep/scene/ViewVolume.h>
 
 #include <algorithm>
 #include <cmath>
@@ -14,6 +16,9 @@ namespace ZEP {
 namespace {
 
 const TRegisterObject<TZEPPolyline> RegisteredPolyline;
+
+/// So many edges are left out at once where they are not seen.
+constexpr int BlockEdges = 128;
 
 TGLArrayd3 ColorPoint(const TZEPVertex3CI& vertex) {
     const TGLColor color = vertex.RGBA();
@@ -107,19 +112,46 @@ void TZEPPolyline::DrawShape(GLenum, bool draft) {
 
 void TZEPPolyline::SendChain() const {
     const TVertexColors colors(m_colorVertexes);
-    glBegin(m_closed ? GL_LINE_LOOP : GL_LINE_STRIP);
+    if (const auto volume = CanLeaveOut() ? TZEPViewVolume::OfSight() : std::nullopt)
+        return SendSeen(*volume);
+    const TPrimitiveScope chain(m_closed ? GL_LINE_LOOP : GL_LINE_STRIP);
     if (Smooth())
         SendSpline();
     else
         SendVertexes();
-    glEnd();
 }
 
 void TZEPPolyline::SendVertexes() const {
-    for (int i = 0; i < m_vertexes.Count(); ++i) {
-        if (m_colorVertexes) glColor4fv(m_vertexes[i].RGBA().data());
-        glVertex3dv(m_vertexes[i].Data().data());
-    }
+    for (int i = 0; i < m_vertexes.Count(); ++i) SendVertex(i);
+}
+
+void TZEPPolyline::SendVertex(int i) const {
+    if (m_colorVertexes) glColor4fv(m_vertexes[i].RGBA().data());
+    glVertex3dv(m_vertexes[i].Data().data());
+}
+
+// A pattern runs on from edge to edge, also through those that are not seen.
+bool TZEPPolyline::CanLeaveOut() const {
+    return !Smooth() && Style() == psSolid && m_vertexes.Count() > 2 * BlockEdges &&
+           MayBeCulled() && IsOfKnownClass();
+}
+
+void TZEPPolyline::SendSeen(const TZEPViewVolume& volume) const {
+    const int last = m_vertexes.Count() - 1;
+    for (int first = 0; first < last; first += BlockEdges)
+        SendBlock(first, std::min(first + BlockEdges, last), volume);
+    if (!m_closed) return;
+    const TPrimitiveScope edge(GL_LINES);
+    SendVertex(last);
+    SendVertex(0);
+}
+
+void TZEPPolyline::SendBlock(int first, int last, const TZEPViewVolume& volume) const {
+    TZEPBlockBox box;
+    for (int i = first; i <= last; ++i) box.Add(m_vertexes[i].Data());
+    if (volume.Shows(box.Min, box.Max) == TZEPSeen::Nothing) return;
+    const TPrimitiveScope chain(GL_LINE_STRIP);
+    for (int i = first; i <= last; ++i) SendVertex(i);
 }
 
 void TZEPPolyline::SendSpline() const {

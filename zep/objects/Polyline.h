@@ -7,6 +7,8 @@
 
 namespace ZEP {
 
+class TZEPViewVolume;
+
 /// A chain of vertexes, open or closed; smoothed it is a natural cubic spline through them. It is
 /// white when selected, else red when in error, else `OrigColor`; `Color` follows at each draw.
 ///
@@ -89,8 +91,13 @@ protected:
 private:
     void ShowState();
     void SendChain() const;
+    void SendVertex(int i) const;
     void SendVertexes() const;
     void SendSpline() const;
+    /// Edges that are out of view may be left out.
+    [[nodiscard]] bool CanLeaveOut() const;
+    void SendSeen(const TZEPViewVolume& volume) const;
+    void SendBlock(int first, int last, const TZEPViewVolume& volume) const;
 
     TZEPVertexes m_vertexes{this};
     double m_maxZValue = 1000000;

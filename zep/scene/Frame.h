@@ -3,6 +3,7 @@
 #include <zep/Export.h>
 #include <zep/framework/Watch.h>
 #include <zep/scene/DrawRun.h>
+#include <zep/scene/Kept.h>
 
 #include <vector>
 
@@ -18,6 +19,8 @@ struct TZEPShown;
 /// objects find it (`TZEPObject::DrawFrame`); whoever changes a field puts it back.
 struct ZEP_CORE_EXPORT TZEPFrame {
     TZEPDrawRun Run;
+    /// What objects keep from frame to frame.
+    TZEPKeptList Kept;
     /// Where the walk stands; null while nothing bounds what is seen.
     TZEPViewFrame* View = nullptr;
     /// How the view that draws shows batches without rules of their own; null: as they say.

@@ -346,8 +346,14 @@ bool TZEPObject::WantsInvalidation() const {
 
 // A descendant may want to hear of its parts' changes also where nothing is to climb.
 void TZEPObject::Invalidate(TObject* sender) {
+    m_ofLookAlone = false;
     ForgetBox();
     if (m_updateLevel == 0 && m_parent && Climbs()) m_parent->Invalidate(sender);
+}
+
+void TZEPObject::InvalidateLook() {
+    m_ofLookAlone = true;
+    Invalidate(this);
 }
 
 int TZEPObject::TransformCounter() const {
@@ -401,11 +407,11 @@ void TZEPObject::SetLineTransparency() {
 }
 
 void TZEPObject::SetMaterialIndex(int index) {
-    if (Change(m_materialIndex, index)) Invalidate(this);
+    if (Change(m_materialIndex, index)) InvalidateLook();
 }
 
 void TZEPObject::SetVisible(bool visible) {
-    if (Change(m_visible, visible)) Invalidate(this);
+    if (Change(m_visible, visible)) InvalidateLook();
 }
 
 void TZEPObject::SetSelected(bool selected) {
@@ -418,11 +424,11 @@ void TZEPObject::SetSelected(bool selected) {
     if (!alive) return;
     const TZEPChildList<TZEPObject>::Selecting selecting(m_parent ? m_parent->m_children.get()
                                                                   : nullptr);
-    Invalidate(this);
+    InvalidateLook();
 }
 
 void TZEPObject::SetDrawType(TZEPDrawType type) {
-    if (Change(m_drawType, type)) Invalidate(this);
+    if (Change(m_drawType, type)) InvalidateLook();
 }
 
 void TZEPObject::SetSmooth(bool smooth) {
@@ -431,7 +437,7 @@ void TZEPObject::SetSmooth(bool smooth) {
 
 void TZEPObject::SetShadows(int index, bool value) {
     if (index != 0 && index != 1) return;
-    if (Change(index == 0 ? m_castsShadows : m_receivesShadows, value)) Invalidate(this);
+    if (Change(index == 0 ? m_castsShadows : m_receivesShadows, value)) InvalidateLook();
 }
 
 TZEPVertex3* TZEPObject::FirstVector() {

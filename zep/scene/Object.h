@@ -313,6 +313,9 @@ protected:
     [[nodiscard]] const TGLArrayd3& SecondPoint() const;
     /// @}
 
+    /// Asked in an `Invalidate` with this object as the sender: it has another visibility,
+    /// selection, draw type, material index or part in shadows, and is made of what it was.
+    [[nodiscard]] bool IsOfLookAlone() const { return m_ofLookAlone; }
     /// What its neighbours' box and passes are is out of date; `Invalidate` does this, too.
     void ForgetBox();
     /// A change of `GetSize` or of the look must be told, by `Invalidate`, whatever else is held
@@ -363,6 +366,7 @@ private:
     [[nodiscard]] int TransformCounter() const;
     void SaveAs(const QString& fileName, TStreamForm form);
     void LoadAs(const QString& fileName, TStreamForm form);
+    void InvalidateLook();
     void DropInitialTransform();
     void DropInitialMaterial();
 
@@ -396,6 +400,7 @@ private:
     bool m_hasOwnColor = false;
     bool m_lineTransparency = false;
     bool m_leaving = false;         // its listeners hear that it leaves its parent
+    bool m_ofLookAlone = false;     // what is being told now
     std::uint16_t m_depthBelow = 0; // levels of descendants, at most
 };
 

@@ -25,14 +25,10 @@ constexpr float ReturnFactor = 1.2F;
 constexpr TZEPPassSet SeenPasses = ObjectPasses | PassBit(dsShadows);
 
 /// What is seen in a pass, for those that draw the objects themselves: lights and what casts
-/// shadows may lie outside of the view, and so may what a host selects by a draw of its own. A
-/// display list may be called in another view.
+/// shadows may lie outside of the view, and so may what a host selects by a draw of its own.
 std::optional<TZEPViewVolume> VolumeOf(TZEPDrawState state, bool bounds) {
     if (!bounds || (SeenPasses & PassBit(state)) == 0) return {};
-    GLint list = 0;
-    glGetIntegerv(GL_LIST_INDEX, &list);
-    if (list != 0) return {};
-    return TZEPViewVolume::OfContext(WidestCulled / 2);
+    return TZEPViewVolume::OfSight();
 }
 
 void DisableLights() {
@@ -98,6 +94,7 @@ void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draf
     if (UpdateLevel() > 0 || !camera) return;
     const std::shared_ptr<TZEPFrame> frame = m_frame;
     SetCurrentCamera(camera);
+    frame->Kept.NextFrame();
     TrimSharedMaterials();
     // The subtractive shadows need the blend equation.
     if (!m_accumShadows && !BlendEquationEXT) m_accumShadows = true;

@@ -35,6 +35,13 @@ TZEPViewVolume TZEPViewVolume::OfContext(double pixels) {
                           2 * pixels / std::fmax(viewport[3], 1));
 }
 
+std::optional<TZEPViewVolume> TZEPViewVolume::OfSight() {
+    GLint list = 0;
+    glGetIntegerv(GL_LIST_INDEX, &list);
+    if (list != 0) return {};
+    return OfContext(WidestCulled / 2);
+}
+
 TZEPViewVolume TZEPViewVolume::Within(const TGLMatrixd4& matrix) const {
     TZEPViewVolume inner;
     for (std::size_t i = 0; i < 4; ++i)

@@ -22,6 +22,14 @@ struct TZEPBlockBox {
     bool Known = false;
     bool Bounded = true; ///< all that the objects draw lies within
     TZEPPassSet Passes = 0;
+
+    /// Widens it to a point; what is no number changes nothing.
+    void Add(const TGLArrayd3& point) {
+        for (std::size_t k = 0; k < 3; ++k) {
+            if (point[k] < Min[k]) Min[k] = point[k];
+            if (point[k] > Max[k]) Max[k] = point[k];
+        }
+    }
 };
 
 /// The space that a view shows, between six planes.
@@ -33,6 +41,9 @@ public:
     explicit TZEPViewVolume(const TGLMatrixd4& toClip, double marginX = 0, double marginY = 0);
     /// What OpenGL's present matrices show, with some pixels around.
     [[nodiscard]] static TZEPViewVolume OfContext(double pixels);
+    /// The same, with room for the widest lines and points that are not drawn everywhere; none
+    /// while a display list is made, which may be called in another view.
+    [[nodiscard]] static std::optional<TZEPViewVolume> OfSight();
 
     /// The same space in a frame that `matrix` leads out of.
     [[nodiscard]] TZEPViewVolume Within(const TGLMatrixd4& matrix) const;
