@@ -77,24 +77,13 @@ const TRegisterClass<TNotedObject> RegisteredObject("Tests");
 const TRegisterClass<TNotedDot> RegisteredDot("Tests");
 const TRegisterClass<TNotedMirror> RegisteredMirror("Tests");
 
-/// Draws a scene as the commands behind its stream say:
+/// Draws a scene as the commands behind its stream say, beside those that edit it:
 ///
 ///     > draw dsAllObjects dkFull       a pass
 ///     > passes                         those of lights and objects
 ///     > frame                          by the camera "Eye", with `draft` as such
 ///     > apply 400 200 -1               the camera alone
 ///     > specific Box1 GL_FRONT         an object alone, with `draft` at the end as an outline
-///     > set Box1 SlicesX = 3           published properties; also of "Library"
-///     > smooth Mesh1                   what only some classes publish; also `outline`,
-///     > receives Proxy1                shadows, or `off`
-///     > vertex Mesh1 0 to 1 2 3        moves one
-///     > face Mesh1 0 to 0 1 2 of 1     sets or adds one, with its material; or `gone`
-///     > hold Mesh1                     the news of its vertexes and faces, until `let-go`
-///     > clear Mesh1                    of its vertexes
-///     > transparency 0 0.5             of a material of the library, added where it lacks
-///     > under Box1 Group1              its parent from now on
-///     > free Box1
-///     > brackets S begin               or `end`, of its updates
 ///     > stencil-wrap off
 ///
 /// Behind `only` stand the functions of which the calls are told, behind `count` those of which
@@ -120,16 +109,9 @@ public:
 
 private:
     void Do(const TWords& words, const std::string& command) {
+        Edit(words, command);
         const std::string verb = words.Verb(), name = words.At(1);
-        if (verb == "set") Set(name, command.substr(verb.size() + name.size() + 2));
-        if (verb == "smooth") Object(name).SetSmooth(true);
-        if (verb == "receives") Object(name).SetShadows(1, words.At(2) != "off");
-        if (verb == "outline") Object(name).SetDrawType(dtLine);
-        if (verb == "free") delete &Object(name);
         if (verb == "stencil-wrap") StencilWrapEXT = name != "off";
-        if (verb == "brackets")
-            words.Has("begin") ? Object(name).BeginUpdate() : Object(name).EndUpdate();
-        if (verb == "under") Object(name).SetParentComponent(&Object(words.At(2)));
         if (verb == "passes")
             for (const TZEPDrawState state : {dsAllLights, dsAllObjects, dsTransparent})
                 Scene.Draw(Scene, state, dkFull);
@@ -145,38 +127,6 @@ private:
                                       : words.Has("GL_BACK") ? GL_BACK
                                                              : GL_FRONT_AND_BACK,
                                       words.Has("draft"));
-        if (verb == "transparency") {
-            while (Library.Materials()->Count() <= words.Int(1)) Library.Materials()->Add();
-            Library.Materials()
-                ->Item(words.Int(1))
-                ->Material()
-                ->SetTransparency(static_cast<float>(words.Number(2)));
-        }
-        if (verb == "vertex")
-            VertexesOf(Object(name))
-                .Item(words.Int(2))
-                ->SetPoint({words.Number(4), words.Number(5), words.Number(6)});
-        if (verb == "face") SetFace(*dynamic_cast<TZEPMesh&>(Object(name)).Faces(), words);
-        if (verb == "hold" || verb == "let-go") Hold(dynamic_cast<TZEPMesh&>(Object(name)), verb);
-        if (verb == "clear") VertexesOf(Object(name)).Clear();
-    }
-    static TZEPTexVertexes& VertexesOf(TZEPObject& object) {
-        auto* mesh = qobject_cast<TZEPMesh*>(&object);
-        return mesh ? *mesh->Vertexes() : *dynamic_cast<TZEPPolygon&>(object).Vertexes();
-    }
-    static void SetFace(TZEPFaces& faces, const TWords& words) {
-        const int number = words.Int(2);
-        if (words.Has("gone")) return faces.Delete(number);
-        TZEPFace3CI* face = number < faces.Count() ? faces.Item(number) : faces.Add();
-        face->SetA(words.Int(4));
-        face->SetB(words.Int(5));
-        face->SetC(words.Int(6));
-        if (words.Has("of")) face->SetMaterialIndex(words.Int(words.After("of")));
-    }
-    static void Hold(TZEPMesh& mesh, const std::string& verb) {
-        for (TCollection* items :
-             {static_cast<TCollection*>(mesh.Faces()), static_cast<TCollection*>(mesh.Vertexes())})
-            verb == "hold" ? items->BeginUpdate() : items->EndUpdate();
     }
     template <class T>
     static T Value(const std::string& name) {

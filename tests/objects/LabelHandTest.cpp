@@ -142,16 +142,6 @@ TEST_F(LabelHand, TextOfAnyAlphabetShowsAndLinesStandBelowEachOther) {
     EXPECT_EQ(Draw(), 0);
 }
 
-TEST_F(LabelHand, ItIsSeenFromBothSides) {
-    glEnable(GL_CULL_FACE);
-    TZEPLabel& label = Use(QStringLiteral("HH"));
-    const int front = Draw();
-    label.XForm()->Rotate()->SetData(0, 180, 0);
-    label.XForm()->Translate()->SetData(4, 0, 0);
-    EXPECT_NEAR(Draw(), front, front / 20);
-    EXPECT_TRUE(glIsEnabled(GL_CULL_FACE));
-}
-
 TEST_F(LabelHand, BitmapsKeepTheirSizeAndStandAtTheOrigin) {
     TZEPLabel& label = Use(QStringLiteral("HHH"));
     label.SetBitmapFont(true);

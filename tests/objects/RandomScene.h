@@ -47,7 +47,8 @@ public:
         Eye.Position()->SetZ(8);
         Kind = !m_isPlain && m_dice.OneIn(5) ? dkDraft : dkFull;
         if (m_isPlain) m_root = Make(*TClassRegistry::Instance().Find(root), &Scene);
-        for (int i = 4 + m_dice.Below(24); i > 0; --i) AddOne(*m_dice.OneOf(m_classes));
+        const int few = 4 + m_dice.Below(24);
+        for (int i = seed % 50 == 0 ? 300 : few; i > 0; --i) AddOne(*m_dice.OneOf(m_classes));
     }
 
     void KeepTextures() {

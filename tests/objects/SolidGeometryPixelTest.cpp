@@ -36,7 +36,6 @@ public:
             if (!m_edges.contains({to, from})) ++open;
         return open;
     }
-    [[nodiscard]] const std::vector<TGLArrayd3>& Points() const { return m_points; }
 
 private:
     void Add(const TDrawnVertex& a, const TDrawnVertex& b, const TDrawnVertex& c) {

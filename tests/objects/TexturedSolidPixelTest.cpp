@@ -84,29 +84,6 @@ TEST_F(TexturedSolidPixel, WhatIsNoPictureRaisesAnErrorAndKeepsTheOldOne) {
     EXPECT_EQ(Quarters(), "WWWW") << "the surface itself";
 }
 
-TEST_F(TexturedSolidPixel, TilingTurnAndOffsetActAboutThePicturesCentre) {
-    Texture().Image()->SetImage(FourColours());
-    struct Case {
-        float TilingS, TilingT, OffsetS, OffsetT, Angle;
-        const char* Quarters;
-    };
-    for (const Case& c : {Case{1, 1, 0, 0, 0, "RGBW"},
-                          {1, 1, 0.5F, 0, 0, "GRWB"},
-                          {1, 1, 0, 0.5F, 0, "BWRG"},
-                          {1, 1, 0, 0, 180, "WBGR"},
-                          {2, 1, 0.125F, 0, 0, "GGWW"},
-                          {0.25F, 0.25F, 0, 0, 0, "RGBW"},
-                          {-1, 1, 0, 0, 0, "GRWB"}}) {
-        Texture().SetTilingS(c.TilingS);
-        Texture().SetTilingT(c.TilingT);
-        Texture().SetOffsetS(c.OffsetS);
-        Texture().SetOffsetT(c.OffsetT);
-        Texture().SetAngle(c.Angle);
-        Draw();
-        EXPECT_EQ(Quarters(), c.Quarters) << c.TilingS << ' ' << c.OffsetS << ' ' << c.Angle;
-    }
-}
-
 TEST_F(TexturedSolidPixel, EverySolidShowsItsPicture) {
     TTextScene solids("object S: TZEPScene object TZEPBox end object TZEPBox SlicesX = 3 end "
                       "object TZEPSphere end object TZEPCone Radius1 = 0.4 end "

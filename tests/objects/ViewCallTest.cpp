@@ -1,14 +1,9 @@
 #include "tests/gl/CallRecorder.h"
 #include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPClasses.h>
 #include <zep/ZEPObjects.h>
-#include <zep/appearance/materials/Material.h>
-#include <zep/appearance/materials/MaterialLibrary.h>
-#include <zep/scene/Add.h>
 #include <zep/scene/Frame.h>
-#include <zep/scene/Scene.h>
-#include <zep/scene/Vertex3.h>
 #include <zep/scene/ViewVolume.h>
-#include <zep/scene/XForm.h>
 
 #include <algorithm>
 #include <functional>
@@ -29,13 +24,6 @@ protected:
         line->P1()->SetData(x, 0, 0);
         line->P2()->SetData(x + 1, 1, 0);
         return line;
-    }
-    template <class T>
-    T* AddPlaced(double x) {
-        auto* object = Add<T>(&Group);
-        object->SetSmooth(false);
-        object->XForm()->Translate()->SetX(x);
-        return object;
     }
     TZEPPolyline* AddPolyline(double x) {
         auto* polyline = Add<TZEPPolyline>(&Group);
