@@ -1,5 +1,4 @@
-#include "tests/Cases.h"
-#include "tests/Words.h"
+#include "tests/ErrorOf.h"
 #include "tests/objects/TextScene.h"
 
 #include <zep/appearance/materials/Material.h>
@@ -11,6 +10,8 @@
 #include <zep/scene/XForm.h>
 
 #include <gtest/gtest.h>
+
+#include <QTemporaryDir>
 
 #include <cmath>
 #include <random>
@@ -41,13 +42,13 @@ struct Ear {
 /// A scene, told as a component stream, under the commands behind it; each answers what a listener
 /// heard, which events the scene had, and how often it wanted to be drawn.
 ///
-///     > set A Visible = False          published properties
-///     > selectable A off               what is not published; also `material` and `xform`, which
-///     > move A 2                       makes them; among its neighbours
-///     > under A B                      `first`, or behind all others
-///     > begin A                        a bracket of updates, to `end` or `end-all`
 ///     > listen A                       from then on
 ///     > children A
+///     > get A Width                    a published property
+///     > center A                       where it stands, or a camera's eye and target, in its frame
+///     > number A                       of a light
+///     > save A                         into a file, and with `load` from there
+///     > shift A 1 0 0 0 1 0            a camera's eye and target
 class TToldScene : public TTextScene, public TZEPScenePanel {
 public:
     explicit TToldScene(const std::string& stream) : TTextScene(stream) {
@@ -69,25 +70,26 @@ public:
     void SceneDestroyed() override {}
 
     std::string Do(const std::string& line) {
-        const TWords words(line.substr(2));
+        const TWords words(line);
         const std::string verb = words.Verb(), name = words.At(1);
         m_ear.Heard.clear();
         m_repaints = 0;
-        if (verb == "set") Set(name, line.substr(7 + name.size()));
-        TZEPObject& object = Object(name);
-        if (verb == "selectable") object.SetSelectable(words.At(2) != "off");
-        if (verb == "material") static_cast<void>(object.Material());
-        if (verb == "xform") static_cast<void>(object.XForm());
-        if (verb == "move") object.SetItemIndex(words.Int(2));
-        if (verb == "under")
-            object.SetParentComponentExt(&Object(words.At(2)), !words.Has("first"));
-        if (verb == "rename") object.SetName(QString::fromStdString(words.At(2)));
-        if (verb == "begin") object.BeginUpdate();
-        if (verb == "end") object.EndUpdate();
-        if (verb == "end-all") object.EndUpdate(true);
-        if (verb == "listen") Listen(object);
-        if (verb == "children") m_ear.Heard << NamesBelow(object);
-        if (verb == "free") delete &object;
+        const std::string error = ErrorOf([&] {
+            Edit(words, line);
+            if (verb == "save") Object(name).SaveToFile(m_folder.filePath(QStringLiteral("a")));
+            if (verb == "load") Object(name).LoadFromFile(m_folder.filePath(QStringLiteral("a")));
+        });
+        if (!error.empty()) m_ear.Heard << "error: " + QString::fromStdString(error);
+        if (verb == "listen") Listen(Object(name));
+        if (verb == "children") m_ear.Heard << NamesBelow(Object(name));
+        if (verb == "get") return Get(name, words.At(2));
+        if (verb == "center") return CentersOf(Object(name));
+        if (verb == "shift")
+            dynamic_cast<TZEPCamera&>(Object(name))
+                .Move(words.Number(2), words.Number(3), words.Number(4), words.Number(5),
+                      words.Number(6), words.Number(7));
+        if (verb == "number")
+            return std::to_string(dynamic_cast<TZEPLight&>(Object(name)).LightNum());
         if (m_repaints > 0) m_ear.Heard << QStringLiteral("drawn %1").arg(m_repaints);
         return m_ear.Heard.join(QStringLiteral(", ")).toStdString();
     }
@@ -96,6 +98,16 @@ private:
     void Listen(TZEPObject& object) {
         object.RegisterNotify(m_ear.Listener());
         m_listened.push_back(&object);
+    }
+    static std::string CentersOf(const TZEPObject& object) {
+        const auto* camera = qobject_cast<const TZEPCamera*>(&object);
+        TGLArrayd3 target = zero3d;
+        if (camera) camera->GetTarget3Real(target[0], target[1], target[2]);
+        QString text;
+        for (const TGLArrayd3& point : {object.GetCenter(), target})
+            for (const double number : point)
+                text += QString::number(std::abs(number) < 1e-9 ? 0 : number, 'g', 6) + u' ';
+        return text.toStdString();
     }
     static QString NamesBelow(const TZEPObject& parent) {
         QStringList names;
@@ -107,17 +119,14 @@ private:
     }
 
     Ear m_ear;
+    QTemporaryDir m_folder;
     std::vector<TZEPObject*> m_listened;
     int m_repaints = 0;
 };
 
 TEST(ObjectTree, TellsWhatIsWrittenDown) {
-    ExpectCases("tree.txt", [](const TCase& c) {
-        const auto first = CommandsIn(c.Input);
-        TToldScene scene(c.Input.substr(0, first));
-        return EachLine({c.Name, c.Input.substr(first), {}},
-                        [&](const std::string& line) { return scene.Do(line); });
-    });
+    for (const char* file : {"tree.txt", "following.txt"})
+        ExpectCases(file, [](const TCase& c) { return Answers<TToldScene>(c); });
 }
 
 TEST(ObjectTree, AForgottenListenerIsReportedAsTwoEntries) {

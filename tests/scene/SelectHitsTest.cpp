@@ -1,8 +1,11 @@
 #include <zep/scene/SelectHits.h>
 
+#include <zep/scene/BlockCounts.h>
 #include <zep/scene/Object.h>
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 namespace ZEP {
 namespace {
@@ -33,6 +36,30 @@ TEST(BestHit, IsTheNearestOfThoseThatGoFirst) {
     EXPECT_EQ(BestOf(true, {{0, 30, 5}, {0, 10, 3}, {0, 20, 4}}), 1) << "by distance";
     EXPECT_EQ(BestOf(true, {{0, 0, 5}, {2, 0, 4}, {1, 0, 3}}), 1) << "not behind one that is first";
     EXPECT_EQ(BestOf(true, {}), -1);
+}
+
+TEST(BlockCounts, AgreeWithAPlainCount) {
+    std::mt19937 random(7);
+    TZEPBlockCounts counts;
+    std::vector<int> plain;
+    for (int round = 0; round < 300; ++round) {
+        const std::size_t block = random() % (plain.size() + 3);
+        if (block >= plain.size()) plain.resize(block + 1);
+        const int change = plain[block] > 2 ? -2 : 3;
+        plain[block] += change;
+        counts.Add(block, change);
+        int index = 0;
+        for (std::size_t i = 0; i < plain.size(); ++i) {
+            ASSERT_EQ(counts.Before(i), index);
+            for (int place = 0; place < plain[i]; ++place, ++index) {
+                int found = index;
+                ASSERT_EQ(counts.Find(found), i);
+                ASSERT_EQ(found, place);
+            }
+        }
+    }
+    counts.Clear();
+    EXPECT_TRUE(counts.IsEmpty());
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 #include "tests/ErrorOf.h"
 #include "tests/FolderTest.h"
 #include "tests/framework/stream/Fields.h"
-#include "tests/objects/InvalidationCounter.h"
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/MaterialLibrary.h>
 #include <zep/framework/Registry.h>
@@ -23,7 +22,6 @@
 namespace ZEP {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -71,65 +69,6 @@ TEST_F(Storage, ATreeComesBackFromEitherFile) {
     EXPECT_EQ(binary.GetItem(1)->GetItem(0)->Scene(), &binary);
     text.SaveToFile(Path("b.zep"));
     EXPECT_EQ(Contents("b.zep"), Contents("a.zep"));
-}
-
-TEST_F(Storage, ATargetKeepsItsNameParentAndListenersAndReplacesItsChildren) {
-    TZEPScene scene;
-    auto* cube = Add<TZEPObject>(&scene);
-    cube->SetName(QStringLiteral("Cube1"));
-    cube->SetIdent(QStringLiteral("cube"));
-    (new TZEPLine(&scene))->SetParentComponent(cube);
-    cube->SaveToFile(Path("cube.zep"));
-
-    auto* box = Add<TZEPObject>(&scene);
-    box->SetName(QStringLiteral("Box7"));
-    Add<TZEPObject>(box);
-    std::vector<TZEPObjectAction> actions;
-    const TZEPObjectNotify listener{
-        [](void* context, TZEPObject*, TZEPObjectAction action, const void*) {
-            static_cast<std::vector<TZEPObjectAction>*>(context)->push_back(action);
-        },
-        &actions};
-    box->RegisterNotify(listener);
-    box->LoadFromFile(Path("cube.zep"));
-    box->UnregisterNotify(listener);
-
-    EXPECT_EQ(box->Name(), QStringLiteral("Box7"));
-    EXPECT_EQ(box->Ident(), QStringLiteral("cube"));
-    EXPECT_EQ(box->Parent(), &scene);
-    EXPECT_EQ(scene.FindComponent(QStringLiteral("Box7")), box);
-    ASSERT_EQ(box->GetItemsCount(), 1);
-    EXPECT_EQ(box->GetItem(0)->ClassName(), QStringLiteral("TZEPLine"));
-    EXPECT_THAT(actions, ElementsAre(saRemove, saInsert));
-}
-
-TEST_F(Storage, AFreeNameIsTakenForAMomentAndGivenBack) {
-    TZEPObject cube;
-    cube.SetName(QStringLiteral("Cube1"));
-    cube.SaveToFile(Path("cube.zep"));
-    TZEPObject box;
-    box.SetName(QStringLiteral("Box7"));
-    QStringList oldNames;
-    const TZEPObjectNotify listener{
-        [](void* context, TZEPObject*, TZEPObjectAction, const void* data) {
-            *static_cast<QStringList*>(context) << *static_cast<const QString*>(data);
-        },
-        &oldNames};
-    box.RegisterNotify(listener);
-    box.LoadFromFile(Path("cube.zep"));
-    box.UnregisterNotify(listener);
-    EXPECT_EQ(oldNames, (QStringList{QStringLiteral("Box7"), QStringLiteral("Cube1")}));
-    EXPECT_EQ(box.Name(), QStringLiteral("Box7"));
-}
-
-TEST_F(Storage, LoadingInvalidatesOnce) {
-    TZEPScene scene;
-    Build(scene);
-    scene.SaveToFile(Path("a.zep"));
-    InvalidationCounter counter;
-    counter.Scene.LoadFromFile(Path("a.zep"));
-    EXPECT_EQ(counter.Count, 1);
-    EXPECT_EQ(counter.Scene.UpdateLevel(), 0);
 }
 
 /// The faults that are passed over, and what has become of a stream, saved again.
