@@ -55,27 +55,6 @@ TEST_F(ShadowPixel, FogDimsTheShadowWithTheGround) {
     EXPECT_NEAR(color[0], 0x80 / 255.0F, 0.01F) << "fog has its colour back";
 }
 
-/// Where images are added up, each light's shadow is black in its own image, whatever has set
-/// colours before.
-TEST_F(ShadowPixel, WhatFollowsASelectedReceiverStaysBlackInShadow) {
-    Scene.SetAccumShadows(true);
-    AddLight({3, 0.2, 6});
-    auto* first = Add<TZEPPolygon>(); // in the colours of its vertexes, aside
-    first->SetConcave(false);
-    first->SetReceiveShadows(true);
-    for (const auto& [x, y] : {std::pair{-3, -3}, {-2, -3}, {-2, -2}, {-3, -2}})
-        first->Vertexes()->Add()->SetPoint({double(x), double(y), 0.01});
-    first->SetItemIndex(0);
-    Render();
-    const QColor before = At(Shaded, 0);
-    first->SetSelected(true);
-    Render();
-    EXPECT_EQ(At(Shaded, 0), before);
-    for (int i = 0; i < 4; ++i) first->Vertexes()->GetItem(i)->SetColor(clYellow);
-    Render();
-    EXPECT_EQ(At(Shaded, 0), before);
-}
-
 /// Two boxes, of which one is carved, leave no counts behind for the next one.
 TEST_F(ShadowPixel, LogicalObjectsBeginWithACleanStencilBuffer) {
     Scene.SetFShadows(false);
