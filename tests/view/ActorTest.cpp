@@ -3,28 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QStringList>
+#include <QTest>
 
 namespace ZEP {
 namespace {
-
-/// Runs the event loop until `done`, at most some seconds.
-template <class Done>
-bool WaitFor(Done done) {
-    QElapsedTimer clock;
-    clock.start();
-    while (!done() && clock.elapsed() < 5000)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
-    return done();
-}
-
-void RunLoop(int milliseconds) {
-    QElapsedTimer clock;
-    clock.start();
-    WaitFor([&] { return clock.elapsed() > milliseconds; });
-}
 
 TZEPActor* AddActor(TZEPObject* parent, const QString& name, QStringList& notes) {
     auto* actor = new TZEPActor(parent);
@@ -88,7 +70,7 @@ TEST(Animation, TicksTheTreeAndThenThePanelsInOrder) {
     scene.SetAnimation(true);
     actor->Invalidate(actor);
     EXPECT_EQ(notes, QStringList()) << "the tick repaints";
-    ASSERT_TRUE(WaitFor([&] { return times.size() >= 5; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return times.size() >= 5; }));
     scene.SetAnimation(false);
     for (qsizetype i = 0; i + 2 < notes.size(); i += 3) {
         EXPECT_TRUE(notes[i].startsWith(QStringLiteral("Actor"))) << i;
@@ -96,7 +78,7 @@ TEST(Animation, TicksTheTreeAndThenThePanelsInOrder) {
     }
     EXPECT_GE(times[4] - times[0], 0.1) << "four periods of 40 ms, in seconds";
     const auto ticks = times.size();
-    RunLoop(150);
+    QTest::qWait(150);
     EXPECT_EQ(times.size(), ticks) << "no tick once it is off";
     actor->Invalidate(actor);
     EXPECT_EQ(notes.last(), "second") << "a change repaints again";
@@ -109,7 +91,7 @@ TEST(Animation, DesigningKeepsTheFlagAlone) {
     scene.SetDesigning(true);
     scene.SetAnimation(true);
     EXPECT_TRUE(scene.Animation());
-    RunLoop(150);
+    QTest::qWait(150);
     EXPECT_EQ(notes, QStringList());
 }
 
@@ -120,10 +102,10 @@ TEST(Animation, TheTimerGoesWithTheScene) {
     bool ticked = false;
     QObject::connect(actor, &TZEPActor::OnAction, [&ticked] { ticked = true; });
     scene->SetAnimation(true);
-    ASSERT_TRUE(WaitFor([&] { return ticked; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ticked; }));
     scene.reset();
     notes.clear();
-    RunLoop(100);
+    QTest::qWait(100);
     EXPECT_EQ(notes, QStringList());
 }
 

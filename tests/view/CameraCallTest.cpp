@@ -1,6 +1,5 @@
 #include "tests/gl/CallRecorder.h"
 #include <zep/appearance/effects/Jitter.h>
-#include <zep/scene/XForm.h>
 #include <zep/view/Camera.h>
 
 #include <gtest/gtest.h>
@@ -38,30 +37,6 @@ protected:
         "glMultMatrixd(1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1)"};
     TZEPCamera Lens;
 };
-
-TEST_F(CameraCalls, OffsetsAndParentsComeIn) {
-    TZEPObject root;
-    root.XForm()->Translate()->SetData(0, 0, 7);
-    auto* carrier = new TZEPObject;
-    carrier->SetParentComponent(&root);
-    carrier->XForm()->Rotate()->SetZ(90);
-    auto* lens = new TZEPCamera;
-    lens->SetParentComponent(carrier);
-    lens->XForm()->Translate()->SetX(2);
-    lens->Position()->SetY(-10);
-    lens->Roll(30);
-    lens->FOV(10);
-    lens->Move(0, 1, 0, 3, 0, 0);
-    lens->SetViewOffset({4, 5, 6});
-    lens->SetFOVY(60);
-    const GlCalls calls;
-    lens->Apply(100, 100, -1);
-    // From absolute coordinates to its own: up by -7, turned back, shifted by -2.
-    ExpectCalls(calls, Frame({"gluPerspective(70, 1, 0.1, 100)"},
-                             {"glRotated(30, 0, 0, 1)", "gluLookAt(0, -9, 0, 3, 0, 0, 0, 0, 1)",
-                              "glTranslatef(4, 5, 6)",
-                              "glMultMatrixd(0 -1 0 0 1 0 0 0 0 0 1 0 -2 0 -7 1)"}));
-}
 
 TEST_F(CameraCalls, JitterShiftsTheEyeAndHoldsTheTargetStill) {
     const TZEPJitter table[] = {{0.5F, -0.25F}};

@@ -3,7 +3,6 @@
 #include "tests/Cases.h"
 #include "tests/Words.h"
 #include "tests/view/FakeBinding.h"
-#include <zep/framework/Message.h>
 #include <zep/framework/Property.h>
 #include <zep/gl/Names.h>
 
@@ -51,19 +50,8 @@ void EquationOfDriver(GLenum /*mode*/) {}
 
 class ContextTest : public testing::Test {
 protected:
-    ContextTest() {
-        System.Formats = {FakeFormat(32, 24, pfDoubleBuffer)};
-        FakeBinding::System other = System;
-        TZEPContext had(std::make_unique<FakeBinding>(other));
-        had.CreateContext(1); // then the next failure is told
-        FormerHandler =
-            SetMessageHandler([this](const QString& text, const QString& title, TMessageIcon icon) {
-                EXPECT_EQ(icon, TMessageIcon::Hand);
-                Messages.append(title + QStringLiteral(": ") + text);
-            });
-    }
+    ContextTest() { System.Formats = {FakeFormat(32, 24, pfDoubleBuffer)}; }
     ~ContextTest() override {
-        SetMessageHandler(FormerHandler);
         DriverStrings.clear();
         DriverValues.clear();
         Enabled.clear();
@@ -74,8 +62,6 @@ protected:
     }
 
     FakeBinding::System System;
-    QStringList Messages;
-    TMessageHandler FormerHandler;
 };
 
 TEST_F(ContextTest, PublishesItsReportsInOrder) {
@@ -164,38 +150,6 @@ TEST_F(ContextTest, ExtensionsAreFoundByTheBlankAfterTheirFirstOccurrence) {
     };
     for (const auto& [name, expected] : cases)
         EXPECT_EQ(context->CheckExtention(QString::fromLatin1(name)), expected) << name;
-}
-
-TEST_F(ContextTest, TellsOnceForAllThatThereIsNoContext) {
-    System.Formats.clear();
-    const LogKeeper log;
-    const auto context = MakeContext();
-    const auto other = MakeContext();
-    for (int i = 0; i < 3; ++i) context->CreateContext(1);
-    const QString message = QStringLiteral("Error: Unable to initialize OpenGL context!");
-    EXPECT_EQ(Messages, QStringList{message});
-    EXPECT_EQ(log.Lines.count(QStringLiteral("ERROR initializing OpenGL!")), 1);
-    other->CreateContext(1);
-    EXPECT_EQ(Messages, QStringList{message});
-
-    EXPECT_FALSE(context->UseSoftwareRenderer());
-    EXPECT_FALSE(context->MakeCurrent());
-    EXPECT_FALSE(context->IsCurrent());
-    context->DestroyContext();
-}
-
-TEST_F(ContextTest, SaysSoWhenAFormatButNoContextIsGranted) {
-    System.GrantsContext = false;
-    const auto context = MakeContext();
-    context->CreateContext(1);
-    EXPECT_EQ(context->PixelFormatIndex(), 1);
-    EXPECT_EQ(Messages.size(), 1);
-    System.GrantsContext = true;
-    const LogKeeper log;
-    context->CreateContext(1);
-    EXPECT_TRUE(context->HasContext());
-    EXPECT_TRUE(log.Lines.contains(QStringLiteral("PixelFormat: 1")));
-    EXPECT_EQ(log.Lines.last(), QStringLiteral("OpenGL context OK!"));
 }
 
 /// Contexts of one system under the commands of `tests/data/cases/view/contexts.txt`: each answers

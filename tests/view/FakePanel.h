@@ -1,12 +1,8 @@
 #pragma once
 
+#include <zep/ZEPClasses.h>
 #include <zep/objects/Line.h>
-#include <zep/scene/Scene.h>
-#include <zep/scene/Vertex3.h>
-#include <zep/scene/XForm.h>
-#include <zep/view/Camera.h>
 #include <zep/view/MousePanel.h>
-#include <zep/view/PanelControl.h>
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,7 @@
 #pragma once
 
 #include "tests/view/NativeWindow.h"
-#include <zep/scene/Add.h>
-#include <zep/scene/Scene.h>
-#include <zep/view/Camera.h>
-#include <zep/view/Panel.h>
+#include <zep/ZEPClasses.h>
 
 #include <QTest>
 

@@ -1,11 +1,8 @@
 #pragma once
 
 #include "tests/gl/OffscreenTest.h"
+#include <zep/ZEPClasses.h>
 #include <zep/objects/Line.h>
-#include <zep/scene/Scene.h>
-#include <zep/scene/Vertex3.h>
-#include <zep/scene/XForm.h>
-#include <zep/view/Camera.h>
 
 namespace ZEP {
 

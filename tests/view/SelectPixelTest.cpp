@@ -1,5 +1,6 @@
 #include "tests/Cases.h"
 #include "tests/Words.h"
+#include "tests/objects/RepaintCounter.h"
 #include "tests/view/FakeBinding.h"
 #include "tests/view/SelectFixture.h"
 #include <zep/framework/DebugLog.h>
@@ -116,12 +117,7 @@ TEST_F(SelectTest, MeasuresFromTheEyeToTheNearestCorner) {
 }
 
 TEST_F(SelectTest, RepaintsUnlessUpdatedByHand) {
-    struct Counter : TZEPScenePanel {
-        int Count = 0;
-        void Invalidate() override { ++Count; }
-        void SceneDestroyed() override {}
-    } panel;
-    Scene.RegisterGLPanel(&panel);
+    const TRepaintCounter panel(Scene);
     EXPECT_EQ(Click(0, 0), 0);
     EXPECT_EQ(panel.Count, 1);
     static_cast<void>(PickAt(0, 0));
@@ -129,7 +125,6 @@ TEST_F(SelectTest, RepaintsUnlessUpdatedByHand) {
     Scene.SetManualUpdate(true);
     Click(0, 0);
     EXPECT_EQ(panel.Count, 1);
-    Scene.UnregisterGLPanel(&panel);
 }
 
 TEST_F(SelectTest, HandlersMayTakeHitsOutOfTheTree) {
