@@ -2,6 +2,7 @@
 #include "tests/FolderTest.h"
 #include "tests/converters/dxf/DXFPairs.h"
 #include "tests/converters/threeds/ThreeDSChunks.h"
+#include "tests/objects/RepaintCounter.h"
 #include <zep/ZEP3DS.h>
 #include <zep/ZEPDXF.h>
 #include <zep/ZEPRS274D.h>
@@ -70,7 +71,7 @@ std::vector<TAnyReader> AllReaders() {
                      Model(Repeated(Mesh + "  7001 '" + std::string(65536, '-') + "\n", 12)))};
 }
 
-class FileConverter : public testing::TestWithParam<TAnyReader> {
+class FileConverter : public FolderTest, public testing::WithParamInterface<TAnyReader> {
 protected:
     FileConverter() { Converter->SetRoot(&Root); }
 
@@ -86,11 +87,7 @@ protected:
         return ErrorOfLoading();
     }
     QString Put(const std::string& bytes) {
-        const QString name = Folder.filePath(QStringLiteral("file"));
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray::fromStdString(bytes));
-        return name;
+        return FolderTest::Put("file", QByteArray::fromStdString(bytes));
     }
     [[nodiscard]] int Objects() const {
         std::vector<TZEPObject*> objects;
@@ -99,7 +96,6 @@ protected:
             std::ranges::count_if(objects, [](auto* o) { return o->GetItemsCount() == 0; }));
     }
 
-    QTemporaryDir Folder;
     TZEPScene Root;
     const std::unique_ptr<TFileConverter> Converter = GetParam().Make();
 };
@@ -114,17 +110,14 @@ TEST_P(FileConverter, SaysWhatItLacks) {
 }
 
 TEST_P(FileConverter, TellsWhyAFileCanNotBeRead) {
-    const QString pipe = Folder.filePath(QStringLiteral("pipe"));
+    const QString pipe = Path("pipe");
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    const QString loop = Folder.filePath(QStringLiteral("loop"));
+    const QString loop = Path("loop");
     ASSERT_TRUE(QFile::link(loop, loop));
     const std::pair<QString, const char*> rows[] = {
-        {Folder.filePath(QStringLiteral("none")), "no such file"},
-        {QString(5000, u'x'), "no such file"},
-        {loop, "no such file"},
-        {Folder.path(), "not a file"},
-        {pipe, "not a file"},
-        {QStringLiteral("/dev/zero"), "not a file"}};
+        {Path("none"), "no such file"}, {QString(5000, u'x'), "no such file"},
+        {loop, "no such file"},         {Path("."), "not a file"},
+        {pipe, "not a file"},           {QStringLiteral("/dev/zero"), "not a file"}};
     for (const auto& [name, reason] : rows)
         EXPECT_EQ(ErrorOfLoading(name), Error("LoadFromFile", "Can't read \"" + name.toStdString() +
                                                                   "\": " + reason + "."));
@@ -161,18 +154,9 @@ TEST_P(FileConverter, ForgetsARootThatIsFreed) {
     EXPECT_EQ(Converter->Root(), nullptr);
 }
 
-class TCountingPanel : public TZEPScenePanel {
-public:
-    void Invalidate() override { ++Count; }
-    void SceneDestroyed() override {}
-    int Count = 0;
-};
-
 TEST_P(FileConverter, TellsTheSceneOnceOfAWholeFile) {
-    TCountingPanel panel;
-    Root.RegisterGLPanel(&panel);
+    const TRepaintCounter panel(Root);
     Read(GetParam().Long);
-    Root.UnregisterGLPanel(&panel);
     EXPECT_GT(Objects(), 10);
     EXPECT_EQ(panel.Count, 1);
 }

@@ -2,13 +2,10 @@
 #include "tests/ErrorOf.h"
 #include "tests/converters/TreeText.h"
 #include <zep/ZEP3DS.h>
+#include <zep/ZEPClasses.h>
 #include <zep/ZEPDXF.h>
+#include <zep/ZEPObjects.h>
 #include <zep/ZEPRS274D.h>
-#include <zep/appearance/effects/Light.h>
-#include <zep/appearance/materials/MaterialLibrary.h>
-#include <zep/objects/Mesh.h>
-#include <zep/objects/Polyline.h>
-#include <zep/scene/Scene.h>
 
 #include <QImageReader>
 

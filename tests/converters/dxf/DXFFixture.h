@@ -1,14 +1,12 @@
 #pragma once
 
 #include "tests/ErrorOf.h"
+#include "tests/FolderTest.h"
 #include "tests/converters/dxf/DXFPairs.h"
 #include <zep/converters/dxf/Converter.h>
 #include <zep/objects/Point.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/XForm.h>
-
-#include <QFile>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
@@ -30,7 +28,7 @@ inline std::string Entities(const std::string& pairs) {
     return "0 SECTION|2 ENTITIES|" + pairs + "|0 ENDSEC|0 EOF";
 }
 
-class DXF : public testing::Test {
+class DXF : public FolderTest {
 protected:
     DXF() {
         Root.SetParentComponent(&Scene);
@@ -54,15 +52,7 @@ protected:
         Root.ListChildren(points, {&TZEPPoint::staticMetaObject});
         return static_cast<int>(points.size());
     }
-    /// A file of the given content in a folder of the test's own.
-    QString Written(const QString& name, const std::string& content) {
-        QFile file(Folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content.data(), static_cast<qint64>(content.size()));
-        return file.fileName();
-    }
 
-    QTemporaryDir Folder;
     TZEPScene Scene;
     TZEPObject Root;
     TDXFConverter Converter;

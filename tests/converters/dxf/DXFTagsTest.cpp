@@ -1,4 +1,5 @@
 #include "tests/Cases.h"
+#include "tests/Words.h"
 #include "tests/converters/dxf/DXFFixture.h"
 #include <zep/converters/dxf/Tags.h>
 
@@ -75,69 +76,63 @@ TEST(DXFTags, CutLinesAtTheirLimit) {
     EXPECT_EQ(lenient.ValStr(), "A");
 }
 
-TEST(DXFTags, DeliverAPairAgain) {
-    const std::string text = Pairs("0 A|8 B|0 C");
+/// Where a walk through the pairs of a drawing comes, which stand behind its commands: `next`,
+/// `again` the last pair, `mark` and `return`, `restart`, `section NAME`, `header`, `entities`, and
+/// `point`.
+class TWalk {
+public:
+    explicit TWalk(const std::string& pairs) : m_text(Pairs(pairs)), m_tags(m_text) {}
+
+    std::string Do(const std::string& line) {
+        const TWords words(line);
+        const std::string verb = words.Verb();
+        bool found = true;
+        if (verb == "next") found = m_tags.NextGroupCode() >= 0;
+        if (verb == "again") m_tags.go_back_to_last();
+        if (verb == "mark") m_tags.mark_position();
+        if (verb == "return") m_tags.goto_marked_position();
+        if (verb == "restart") m_tags.Goto({});
+        if (verb == "section") found = m_tags.skip_upto_section(words.At(1).c_str());
+        if (verb == "header") found = m_tags.move_to_header_section();
+        if (verb == "entities") found = m_tags.move_to_entity_section();
+        if (verb == "point") m_tags.read_2Dpoint(m_point);
+        if (!found) return "none";
+        if (verb == "point")
+            return std::to_string(int(4 * m_point[0])) + " " + std::to_string(int(4 * m_point[1]));
+        if (verb != "next") return "line " + std::to_string(m_tags.Position().Line);
+        return std::to_string(m_tags.Code()) + "=" + std::string(m_tags.ValStr()) + "@" +
+               std::to_string(m_tags.LineNumber());
+    }
+
+private:
+    std::string m_text;
+    TDXFTags m_tags;
+    TGLArrayd3 m_point{9, 9, 9};
+};
+
+TEST(DXFTags, AreWalkedThrough) {
+    ExpectCases("text/walks.txt", [](const TCase& c) {
+        const auto end = c.Input.find('\n');
+        TWalk walk(c.Input.substr(0, end));
+        return EachLine({c.Name, c.Input.substr(end + 1), {}},
+                        [&](const std::string& line) { return walk.Do(line); });
+    });
+}
+
+TEST(DXFTags, DeliverAPairWithItsValue) {
+    const std::string text = Pairs("0 A|40 7");
     TDXFTags tags(text);
     int code = 0;
     std::string_view value;
+    double number = 0;
     EXPECT_TRUE(tags.code_and_string(code, value));
     tags.go_back_to_last(code, value);
-    EXPECT_EQ(tags.Position().Offset, 0U);
-    EXPECT_EQ(AllOf(tags), (TTexts{"0=A@1", "8=B@3", "0=C@5"}));
+    EXPECT_TRUE(tags.code_and_string(code, value));
+    EXPECT_EQ(value, "A");
+    EXPECT_TRUE(tags.code_and_double(code, number));
+    EXPECT_EQ(number, 7);
     EXPECT_FALSE(tags.code_and_string(code, value));
     EXPECT_LT(code, 0);
-}
-
-TEST(DXFTags, ComeBackToAMark) {
-    const std::string text = Pairs("0 A|8 B|0 C|0 D");
-    TDXFTags tags(text);
-    tags.NextGroupCode();
-    tags.mark_position();
-    tags.NextGroupCode();
-    tags.NextGroupCode();
-    tags.go_back_to_last();
-    tags.goto_marked_position();
-    EXPECT_EQ(AllOf(tags), (TTexts{"8=B@3", "0=C@5", "0=D@7"}));
-    tags.goto_marked_position();
-    EXPECT_EQ(tags.NextGroupCode(), 8);
-}
-
-TEST(DXFTags, ReadAPointOfTwoCoordinates) {
-    const std::string text = Pairs("9 $EXTMAX|5 skipped|10 1.5|20 -2|30 7");
-    TDXFTags tags(text);
-    TGLArrayd3 point{9, 9, 9};
-    tags.read_2Dpoint(point);
-    EXPECT_EQ(point, (TGLArrayd3{1.5, -2, 9}));
-    double z = 0;
-    int code = 0;
-    EXPECT_TRUE(tags.code_and_double(code, z));
-    EXPECT_EQ(z, 7);
-    tags.read_2Dpoint(point);
-    EXPECT_EQ(point, (TGLArrayd3{1.5, -2, 9})) << "there is none";
-}
-
-TEST(DXFTags, FindSectionsFromWhereTheyAre) {
-    const std::string text = Pairs("0 SECTION|2 ENTITIES|0 ENDSEC|0 SECTION|2 HEADER|9 $A|0 ENDSEC|"
-                                   "0 SECTION|999 remark|2 TABLES|0 ENDSEC|2 BLOCKS|"
-                                   "0 SECTION|2 entities|0 SECTION|2 ENTITIES|8 second");
-    TDXFTags tags(text);
-    EXPECT_TRUE(tags.move_to_header_section());
-    EXPECT_EQ(tags.NextGroupCode(), 9);
-    EXPECT_EQ(tags.LineNumber(), 11);
-    EXPECT_FALSE(tags.skip_upto_section("HEADER")) << "it lies behind";
-    EXPECT_LT(tags.NextGroupCode(), 0);
-    for (const bool again : {false, true}) {
-        SCOPED_TRACE(again);
-        tags.Goto({});
-        EXPECT_TRUE(tags.move_to_entity_section());
-        EXPECT_EQ(tags.Position().Line, 4);
-        EXPECT_TRUE(tags.move_to_entity_section());
-        EXPECT_EQ(AllOf(tags), (TTexts{"8=second@33"}));
-        for (const char* name : {"TABLES", "BLOCKS", "CLASSES", ""}) {
-            tags.Goto({});
-            EXPECT_FALSE(tags.skip_upto_section(name)) << name;
-        }
-    }
 }
 
 TEST(DXFTags, AreReadOnceForAllSearches) {

@@ -60,7 +60,7 @@ TEST_F(DXF, RefusesWhatIsNoDrawing) {
     EXPECT_EQ(ErrorOf([&] { Converter.ReadDXF(binary); }),
               "TDXFConverter.LoadFromFile: The text is binary DXF, and only its ASCII form can be "
               "read.");
-    const QString file = Written(QStringLiteral("b.dxf"), binary);
+    const QString file = Put("b.dxf", QByteArray::fromStdString(binary));
     Converter.SetFileName(file);
     EXPECT_THAT(ErrorOf([&] { Converter.LoadFromFile(); }),
                 testing::HasSubstr("\"" + file.toStdString() + "\" is binary DXF"));

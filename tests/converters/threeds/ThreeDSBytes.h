@@ -68,9 +68,6 @@ inline std::string Textured(const std::string& picture, const std::string& more 
 inline std::string Color24(std::uint16_t id, std::initializer_list<std::uint8_t> color) {
     return Chunk(id, Chunk(0x0011, Bytes(color)));
 }
-inline std::string Percent(std::uint16_t id, std::uint16_t percent) {
-    return Chunk(id, Chunk(0x0030, Words({percent})));
-}
 /// Four points and the two faces between them, with further chunks inside of the faces' chunk.
 inline std::string SquarePoints() {
     return Chunk(0x4110, Words({4}) + Floats({0, 0, 0, 2, 0, 0, 2, 2, 1, 0, 2, 1}));

@@ -3,13 +3,9 @@
 #include "tests/ErrorOf.h"
 #include "tests/FolderTest.h"
 #include "tests/converters/threeds/ThreeDSBytes.h"
-#include <zep/appearance/effects/Light.h>
-#include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/ZEPClasses.h>
 #include <zep/converters/threeds/Converter.h>
 #include <zep/objects/Mesh.h>
-#include <zep/scene/Scene.h>
-#include <zep/scene/Vertex3.h>
-#include <zep/view/Camera.h>
 
 #include <gmock/gmock.h>
 
