@@ -1,13 +1,6 @@
-#include "tests/objects/InvalidationCounter.h"
-#include <zep/appearance/effects/Light.h>
-#include <zep/framework/Exception.h>
-#include <zep/objects/Box.h>
-#include <zep/objects/Line.h>
-#include <zep/scene/Add.h>
-#include <zep/scene/Scene.h>
-#include <zep/scene/XForm.h>
-#include <zep/view/Actor.h>
-#include <zep/view/Camera.h>
+#include "tests/objects/RepaintCounter.h"
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
 
 #include <QPointer>
 
@@ -140,11 +133,12 @@ TEST(Listeners, AFreedOneIsNotToldOfAnEnd) {
 }
 
 TEST(Repaints, AreAskedForWhateverGoes) {
-    InvalidationCounter shown;
-    auto* camera = Add<TZEPCamera>(&shown.Scene);
+    TZEPScene scene;
+    TRepaintCounter shown(scene);
+    auto* camera = Add<TZEPCamera>(&scene);
     auto* target = new TZEPBox;
     camera->SetTargetObject(target);
-    auto* group = Add<TZEPActor>(&shown.Scene);
+    auto* group = Add<TZEPActor>(&scene);
     auto* box = Add<TZEPBox>(group);
     auto* other = Add<TZEPBox>(group);
     const std::pair<const char*, std::function<void()>> changes[] = {
@@ -153,9 +147,9 @@ TEST(Repaints, AreAskedForWhateverGoes) {
         {"target gone", [&] { delete target; }},
         {"after animation",
          [&] {
-             shown.Scene.SetAnimation(true);
+             scene.SetAnimation(true);
              group->SetVisible(false);
-             shown.Scene.SetAnimation(false);
+             scene.SetAnimation(false);
          }},
     };
     for (const auto& [name, change] : changes) {

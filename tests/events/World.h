@@ -1,22 +1,8 @@
 #pragma once
 
 #include "tests/view/NativeWindow.h"
-#include <zep/appearance/effects/Light.h>
-#include <zep/appearance/effects/LogicalObject.h>
-#include <zep/appearance/effects/Proxy.h>
-#include <zep/appearance/materials/MaterialLibrary.h>
-#include <zep/batch/Batch.h>
-#include <zep/objects/Box.h>
-#include <zep/objects/HeightField.h>
-#include <zep/objects/Line.h>
-#include <zep/objects/Polygon.h>
-#include <zep/objects/Sphere.h>
-#include <zep/objects/User.h>
-#include <zep/scene/Add.h>
-#include <zep/scene/Scene.h>
-#include <zep/view/Actor.h>
-#include <zep/view/Camera.h>
-#include <zep/view/Panel.h>
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
 #include <zep/widgets/SceneModel.h>
 
 #include <QPointer>

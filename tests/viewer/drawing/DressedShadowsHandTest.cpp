@@ -5,16 +5,8 @@
 #include "viewer/drawing/ViewLook.h"
 #include "viewer/files/Document.h"
 #include "viewer/window/StartScene.h"
-#include <zep/appearance/effects/Light.h>
-#include <zep/batch/Batch.h>
-#include <zep/objects/Box.h>
-#include <zep/objects/Sphere.h>
-#include <zep/objects/Torus.h>
-#include <zep/scene/Add.h>
-#include <zep/scene/Scene.h>
-#include <zep/scene/Vertex3.h>
-#include <zep/scene/XForm.h>
-#include <zep/view/Panel.h>
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
 
 #include <GL/gl.h>
 #include <malloc.h>

@@ -1,12 +1,9 @@
 #include "viewer/window/Navigation.h"
 
 #include "viewer/window/Selection.h"
+#include <zep/ZEPClasses.h>
 #include <zep/objects/Line.h>
-#include <zep/scene/Scene.h>
 #include <zep/scene/Vectors.h>
-#include <zep/view/Camera.h>
-#include <zep/view/Fitting.h>
-#include <zep/view/Panel.h>
 
 #include <gtest/gtest.h>
 

@@ -1,17 +1,8 @@
 #include "viewer/window/ViewOptions.h"
 
-#include <zep/appearance/effects/Light.h>
-#include <zep/appearance/materials/Material.h>
-#include <zep/batch/Batch.h>
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
 #include <zep/gl/Names.h>
-#include <zep/objects/Box.h>
-#include <zep/objects/Mesh.h>
-#include <zep/objects/Polygon.h>
-#include <zep/scene/Scene.h>
-#include <zep/scene/Vertex3.h>
-#include <zep/scene/XForm.h>
-#include <zep/view/Camera.h>
-#include <zep/view/Panel.h>
 
 #include <gtest/gtest.h>
 
@@ -53,6 +44,12 @@ protected:
             [this] { return m_background.value_or(clNavy); });
     }
 
+    QAction* Entry(const char* text) {
+        for (QAction* action : m_menu.findChildren<QAction*>())
+            if (action->text() == QLatin1String(text)) return action;
+        return nullptr;
+    }
+
     /// The light that `View` adds comes first.
     TZEPLight* Headlight() { return qobject_cast<TZEPLight*>(m_scene.GetItem(0)); }
 
@@ -62,6 +59,8 @@ protected:
     TZEPObject* m_file = nullptr; ///< what is added from then on stands below it
     std::optional<TColor> m_background;
     TZEPPanel m_panel;
+    QWidget m_window;
+    QMenu m_menu;
 };
 
 TEST_F(ViewOptions, AreRemembered) {
@@ -215,17 +214,13 @@ TEST_F(ViewOptions, FogKeepsToWhatIsLookedAt) {
 
 TEST_F(ViewOptions, TheMenuShowsAndMakesTheChoice) {
     TViewLook{.Fog = TFog::Linear, .Wire = true}.Save();
-    QWidget window;
-    QMenu menu;
-    TViewOptions options(&menu, &window);
+    TViewOptions options(&m_menu, &m_window);
     options.AddView(View());
-    QHash<QString, QAction*> actions;
-    for (QAction* action : menu.findChildren<QAction*>()) actions[action->text()] = action;
-    EXPECT_TRUE(actions[QStringLiteral("&Wire frame")]->isChecked());
-    EXPECT_TRUE(actions[QStringLiteral("&Linear")]->isChecked());
+    EXPECT_TRUE(Entry("&Wire frame")->isChecked());
+    EXPECT_TRUE(Entry("&Linear")->isChecked());
     for (const char* text : {"&Wire frame", "&Lights", "Flat &shading", "&Exponential",
                              "&Accumulated", "Refle&ctions", "Gro&und"})
-        actions[QString::fromLatin1(text)]->trigger();
+        Entry(text)->trigger();
     const TViewLook chosen{.Lights = false,
                            .Fog = TFog::Exp,
                            .Flat = true,
@@ -235,37 +230,30 @@ TEST_F(ViewOptions, TheMenuShowsAndMakesTheChoice) {
     EXPECT_EQ(options.Look(), chosen);
     EXPECT_EQ(TViewLook::Load(), chosen);
     EXPECT_TRUE(m_panel.Options().testFlag(goFlatShadeModel));
-    EXPECT_FALSE(actions[QStringLiteral("&Linear")]->isChecked());
-    EXPECT_FALSE(actions[QStringLiteral("&Headlight")]->isEnabled());
+    EXPECT_FALSE(Entry("&Linear")->isChecked());
+    EXPECT_FALSE(Entry("&Headlight")->isEnabled());
 }
 
 TEST_F(ViewOptions, WhatTheContextCannotDoIsGreyedOutWithTheReason) {
-    QWidget window;
-    QMenu menu;
-    TViewOptions options(&menu, &window);
+    TViewOptions options(&m_menu, &m_window);
     options.AddView(View());
-    const auto entry = [&](const char* text) {
-        for (QAction* action : menu.findChildren<QAction*>())
-            if (action->text() == QLatin1String(text)) return action;
-        return static_cast<QAction*>(nullptr);
-    };
     const auto subtracts = qScopeGuard([was = BlendEquationEXT] { BlendEquationEXT = was; });
     BlendEquationEXT = nullptr;
-    Q_EMIT menu.aboutToShow(); // there is no context yet
-    EXPECT_TRUE(entry("S&ubtracted")->isEnabled());
+    Q_EMIT m_menu.aboutToShow(); // there is no context yet
+    EXPECT_TRUE(Entry("S&ubtracted")->isEnabled());
     ASSERT_FALSE(m_panel.GrabFrame().isNull());
     const TBlendEquation there = std::exchange(BlendEquationEXT, nullptr);
-    Q_EMIT menu.aboutToShow();
-    EXPECT_FALSE(entry("S&ubtracted")->isEnabled());
-    EXPECT_TRUE(entry("S&ubtracted")->toolTip().contains(QStringLiteral("GL_EXT_blend_subtract")));
-    EXPECT_TRUE(entry("Sha&dows")->menu()->toolTipsVisible());
-    EXPECT_TRUE(menu.toolTipsVisible());
+    Q_EMIT m_menu.aboutToShow();
+    EXPECT_FALSE(Entry("S&ubtracted")->isEnabled());
+    EXPECT_TRUE(Entry("S&ubtracted")->toolTip().contains(QStringLiteral("GL_EXT_blend_subtract")));
+    EXPECT_TRUE(Entry("Sha&dows")->menu()->toolTipsVisible());
+    EXPECT_TRUE(m_menu.toolTipsVisible());
     for (const char* text : {"&Accumulated", "Refle&ctions", "As the &scene has them"})
-        EXPECT_TRUE(entry(text)->isEnabled()) << text;
+        EXPECT_TRUE(Entry(text)->isEnabled()) << text;
     BlendEquationEXT = there;
-    Q_EMIT menu.aboutToShow();
-    EXPECT_TRUE(entry("S&ubtracted")->isEnabled());
-    EXPECT_EQ(entry("S&ubtracted")->toolTip(), entry("S&ubtracted")->statusTip());
+    Q_EMIT m_menu.aboutToShow();
+    EXPECT_TRUE(Entry("S&ubtracted")->isEnabled());
+    EXPECT_EQ(Entry("S&ubtracted")->toolTip(), Entry("S&ubtracted")->statusTip());
 }
 
 } // namespace
