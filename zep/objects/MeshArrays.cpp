@@ -9,7 +9,11 @@ namespace ZEP {
 namespace {
 
 /// Small enough that a click sends few triangles, large enough that boxes cost little beside them.
-constexpr std::size_t BlockCorners = 3 * std::size_t{256};
+constexpr std::size_t BlockCorners = 3 * std::size_t{16};
+/// From here on all is worth a look at what is seen.
+constexpr std::size_t ManyCorners = 16 * BlockCorners;
+/// So many go out by themselves, fewer together with others.
+constexpr std::size_t LongRange = 1024;
 
 } // namespace
 
@@ -29,9 +33,14 @@ void TMeshArrays::Finish() {
     m_vertexes.shrink_to_fit();
     m_texCoords.shrink_to_fit();
     m_corners.shrink_to_fit();
-    m_blocks.reserve(CornerCount() / BlockCorners + 1);
-    for (std::size_t begin = 0; begin < CornerCount(); begin += BlockCorners)
-        m_blocks.push_back(Block(begin));
+    if (CornerCount() >= ManyCorners) BuildBoxes();
+}
+
+void TMeshArrays::BuildBoxes() {
+    std::vector<TBoxTree::TBox> boxes((CornerCount() + BlockCorners - 1) / BlockCorners);
+    for (std::size_t corner = 0; corner < CornerCount(); ++corner)
+        boxes[corner / BlockCorners].Add(m_vertexes[VertexOf(corner)].Point);
+    m_boxes.Build(std::move(boxes));
 }
 
 std::size_t TMeshArrays::CornerCount() const {
@@ -40,15 +49,6 @@ std::size_t TMeshArrays::CornerCount() const {
 
 std::size_t TMeshArrays::VertexOf(std::size_t corner) const {
     return IsShared() ? m_corners[corner] : corner;
-}
-
-TMeshArrays::TBlock TMeshArrays::Block(std::size_t begin) const {
-    TBlock block{.Box = {}, .End = std::min(begin + BlockCorners, CornerCount())};
-    for (std::size_t corner = begin; corner < block.End; ++corner) {
-        const TGLArrayf3& point = m_vertexes[VertexOf(corner)].Point;
-        block.Box.Add({point[0], point[1], point[2]});
-    }
-    return block;
 }
 
 void TMeshArrays::Draw() const {
@@ -61,9 +61,9 @@ void TMeshArrays::Draw() const {
         glEnableClientState(GL_TEXTURE_COORD_ARRAY);
         glTexCoordPointer(2, GL_FLOAT, 0, m_texCoords.data());
     }
-    const auto volume = m_blocks.size() > 1 ? TZEPViewVolume::OfSight() : std::nullopt;
+    const auto volume = m_boxes.IsEmpty() ? std::nullopt : TZEPViewVolume::OfSight();
     if (volume)
-        SendBlocks(*volume);
+        SendSeen(*volume);
     else
         Send(0, CornerCount());
     // As after single calls, whatever a driver makes of arrays, and whatever was in view.
@@ -72,23 +72,29 @@ void TMeshArrays::Draw() const {
     if (m_textured) glTexCoord2fv(m_texCoords[last].data());
 }
 
-// Neighbours go out together: a call for each block would cost more than the blocks that it spares.
-void TMeshArrays::SendBlocks(const TZEPViewVolume& volume) const {
-    std::size_t begin = 0; // of what is in view up to here
-    std::size_t end = 0;
-    for (const TBlock& block : m_blocks) {
-        const bool seen = volume.Shows(block.Box.Min, block.Box.Max) != TZEPSeen::Nothing;
-        if (!seen) {
-            Send(begin, end);
-            begin = block.End;
+// Short ranges are gathered, since a call costs as much as some hundred corners; none overtakes
+// another.
+void TMeshArrays::SendSeen(const TZEPViewVolume& volume) const {
+    std::vector<std::uint32_t> gathered;
+    const auto flush = [&gathered] {
+        glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(gathered.size()), GL_UNSIGNED_INT,
+                       gathered.data());
+        gathered.clear();
+    };
+    m_boxes.ForEachSeen(volume, [&](std::size_t first, std::size_t endBlock) {
+        const std::size_t begin = first * BlockCorners;
+        const std::size_t end = std::min(endBlock * BlockCorners, CornerCount());
+        if (end - begin >= LongRange) {
+            if (!gathered.empty()) flush();
+            return Send(begin, end);
         }
-        end = block.End;
-    }
-    Send(begin, end);
+        for (std::size_t corner = begin; corner < end; ++corner)
+            gathered.push_back(static_cast<std::uint32_t>(VertexOf(corner)));
+    });
+    if (!gathered.empty()) flush();
 }
 
 void TMeshArrays::Send(std::size_t begin, std::size_t end) const {
-    if (begin == end) return;
     const auto count = static_cast<GLsizei>(end - begin);
     if (IsShared())
         glDrawElements(GL_TRIANGLES, count, GL_UNSIGNED_INT, m_corners.data() + begin);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zep/scene/ViewVolume.h>
+#include <zep/objects/BoxTree.h>
 
 #include <GL/gl.h>
 
@@ -11,7 +11,7 @@
 namespace ZEP {
 
 /// Triangles as OpenGL reads them from arrays: floats, as which it holds coordinates in any case.
-/// They stand in blocks, as they were added, and a block that the view does not show is not sent.
+/// They stand in small blocks, as they were added: what the view does not show is not sent.
 /// At most 32 bytes for each corner, plus 4 where corners share vertexes.
 class TMeshArrays {
 public:
@@ -43,23 +43,18 @@ public:
     void Draw() const;
 
 private:
-    struct TBlock {
-        TZEPBlockBox Box;
-        std::size_t End; // of its corners
-    };
-
     [[nodiscard]] bool IsShared() const { return !m_corners.empty(); }
     [[nodiscard]] std::size_t CornerCount() const;
     [[nodiscard]] std::size_t VertexOf(std::size_t corner) const;
-    [[nodiscard]] TBlock Block(std::size_t begin) const;
+    void BuildBoxes();
     void Send(std::size_t begin, std::size_t end) const;
-    void SendBlocks(const TZEPViewVolume& volume) const;
+    void SendSeen(const TZEPViewVolume& volume) const;
 
     bool m_textured;
     std::vector<TVertex> m_vertexes;
     std::vector<TTexCoord> m_texCoords;   // as many, or none
     std::vector<std::uint32_t> m_corners; // none: each corner is the next vertex
-    std::vector<TBlock> m_blocks;
+    TBoxTree m_boxes;                     // of blocks of corners
 };
 
 } // namespace ZEP

@@ -257,7 +257,10 @@ void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
     if (!parentAlive || object->IsWithin(*this)) return;
     CheckDepth(*object); // who heard that this leaves may have put it deeper
     Join(*object, append);
-    EnterScene(object->SceneOfChildren());
+    if (m_scene && m_scene == object->SceneOfChildren())
+        TellReordered();
+    else
+        EnterScene(object->SceneOfChildren());
     if (alive && m_parent == object) DoNotify(this, saInsert, &object);
     if (alive) Invalidate(this);
 }

@@ -1,7 +1,6 @@
 #include <zep/appearance/effects/Light.h>
 
 #include <zep/framework/Property.h>
-#include <zep/framework/Watch.h>
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vertex3.h>
 
@@ -78,12 +77,6 @@ void TZEPLight::Notification(TComponent* component, TOperation operation) {
 
 void TZEPLight::SetLightNum(int number) {
     if (Change(m_lightNum, number)) Invalidate(this);
-}
-
-void TZEPLight::SetParentComponentExt(TComponent* parent, bool append) {
-    const TZEPWatch alive(this); // a listener may free it
-    TZEPObject::SetParentComponentExt(parent, append);
-    if (alive) NumberLights();
 }
 
 // With the subtree that it belongs to.

@@ -85,8 +85,6 @@ public:
     [[nodiscard]] int LightNum() const { return m_lightNum; }
     /// The scene does this whenever a light comes into its tree.
     void SetLightNum(int number);
-    /// As any object; then all lights of its scene are numbered anew.
-    void SetParentComponentExt(TComponent* parent, bool append) override;
 
     /// The absolute centre of the position object, else `Position`.
     [[nodiscard]] TGLArrayd3 GetCenter() const override;
