@@ -11,6 +11,7 @@
 
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -41,14 +42,14 @@ TColor ColorOf(int layer) {
 /// and a polyline of five corners; by turns on twenty layers.
 class TDrawing {
 public:
-    static void Fill(TZEPObject& root) {
+    static void Fill(TZEPObject& root, int count = Layers) {
         std::vector<TZEPObject*> layers;
-        for (int i = 0; i < Layers; ++i) {
+        for (int i = 0; i < count; ++i) {
             layers.push_back(new TZEPActor(&root));
             layers.back()->SetParentComponent(&root);
         }
         for (int i = 0; i < Entities; ++i)
-            Add(i, *layers[static_cast<std::size_t>(i / 10 % Layers)], ColorOf(i / 10 % Layers));
+            Add(i, *layers[static_cast<std::size_t>(i / 10 % count)], ColorOf(i / 10 % Layers));
     }
 
     /// What the entities show, as lines: two points for each.
@@ -71,6 +72,24 @@ public:
                 chain(Segments, [&](int k) { return OnCircle(place, 360.0 * k / Segments); });
             else
                 chain(4, [&](int k) { return Corner(place, k); });
+        }
+    }
+
+    static void Add(int i, TZEPObject& layer, TColor color) {
+        const TGLArrayd3 place = PlaceOf(i);
+        if (i % 10 < 7) {
+            auto& line = New<TZEPLine>(layer, color);
+            line.P1()->SetDataQuietly(place);
+            line.P2()->SetDataQuietly(End(place));
+        } else if (i % 10 == 7) {
+            NewRound<TZEPArc>(layer, color, place).SetEndAngle(180);
+        } else if (i % 10 == 8) {
+            NewRound<TZEPCircle>(layer, color, place);
+        } else {
+            auto& chain = New<TZEPPolyline>(layer, color);
+            chain.SetOrigColor(color);
+            chain.SetSmooth(false);
+            for (int k = 0; k < 5; ++k) chain.Vertexes()->Add()->SetPoint(Corner(place, k));
         }
     }
 
@@ -97,24 +116,6 @@ private:
         round.XForm()->Translate()->SetDataQuietly(place);
         round.XForm()->Scale()->SetData(Cell / 2, Cell / 2, 0);
         return round;
-    }
-
-    static void Add(int i, TZEPObject& layer, TColor color) {
-        const TGLArrayd3 place = PlaceOf(i);
-        if (i % 10 < 7) {
-            auto& line = New<TZEPLine>(layer, color);
-            line.P1()->SetDataQuietly(place);
-            line.P2()->SetDataQuietly(End(place));
-        } else if (i % 10 == 7) {
-            NewRound<TZEPArc>(layer, color, place).SetEndAngle(180);
-        } else if (i % 10 == 8) {
-            NewRound<TZEPCircle>(layer, color, place);
-        } else {
-            auto& chain = New<TZEPPolyline>(layer, color);
-            chain.SetOrigColor(color);
-            chain.SetSmooth(false);
-            for (int k = 0; k < 5; ++k) chain.Vertexes()->Add()->SetPoint(Corner(place, k));
-        }
     }
 };
 
@@ -181,6 +182,66 @@ BENCHMARK(Drawing)
     ->Arg(Batched | Moving)
     ->Arg(Near)
     ->Arg(Batched | Near)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+using TChange = void (*)(TZEPObject& layer, TZEPObject& entity);
+
+/// One of all entities in one layer changes; until it is drawn.
+void OneChange(benchmark::State& state, TChange change) {
+    TStage stage;
+    stage.Scene.BeginUpdate();
+    TZEPBatch batch;
+    TDrawing::Fill(batch, 1);
+    batch.SetParentComponent(&stage.Scene);
+    stage.Camera.SetOrthographic(true);
+    stage.Camera.SetFOVY(90);
+    stage.Camera.Position()->SetData(0, -1e-3, 1);
+    stage.Scene.EndUpdate();
+    TZEPObject& layer = *batch.GetItem(0);
+    int turn = 0;
+    const double frame = SecondsOf([&] { stage.Render(); });
+    state.counters["first_ms"] = frame * 1000;
+    double best = 1e9;
+    double unchanged = 1e9;
+    for (auto _ : state) {
+        TZEPObject& entity = *layer.GetItem(++turn * 7919 % layer.GetItemsCount());
+        const double seconds = SecondsOf([&] {
+            change(layer, entity);
+            stage.Render();
+        });
+        state.SetIterationTime(seconds);
+        best = std::min(best, seconds);
+        unchanged = std::min(unchanged, SecondsOf([&] { stage.Render(); }));
+    }
+    state.counters["change_ms"] = (best - unchanged) * 1000;
+    state.counters["unchanged_ms"] = unchanged * 1000;
+}
+
+void Hide(TZEPObject&, TZEPObject& entity) {
+    entity.SetVisible(!entity.Visible());
+}
+void Recolor(TZEPObject&, TZEPObject& entity) {
+    entity.SetColor(entity.GetColor() == clRed ? clBlue : clRed);
+}
+void Select(TZEPObject&, TZEPObject& entity) {
+    entity.SetSelected(!entity.Selected());
+}
+void AddOne(TZEPObject& layer, TZEPObject&) {
+    TDrawing::Add(1, layer, clRed);
+}
+void FreeOne(TZEPObject&, TZEPObject& entity) {
+    delete &entity;
+}
+void BringToFront(TZEPObject& layer, TZEPObject& entity) {
+    entity.SetItemIndex(layer.GetItemsCount() - 1);
+}
+BENCHMARK_CAPTURE(OneChange, hide, Hide)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OneChange, recolor, Recolor)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OneChange, select, Select)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OneChange, add, AddOne)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OneChange, free, FreeOne)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OneChange, to_front, BringToFront)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 

@@ -7,12 +7,13 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace ZEP {
 
 namespace {
 
-constexpr std::size_t BlockSize = 64;
+constexpr std::size_t GroupSize = 64;
 constexpr int MostSegments = 720;  // of a whole circle that is stored
 constexpr double LeastTurn = 1e-7; // radians, of a line
 constexpr double MostPixels = 0.3; // that lines may stray from an arc
@@ -104,17 +105,17 @@ private:
 
 } // namespace
 
-TArcArray::TBlock& TArcArray::Block() {
-    if (m_arcs.size() % BlockSize == 0) {
+TArcArray::TGroup& TArcArray::Group() {
+    if (m_groups.empty() || m_groups.back().Block != m_block || m_groups.back().Arcs == GroupSize) {
         const TZEPBlockBox nothing;
-        m_blocks.push_back({m_arcs.size(), m_vertexes.Count(), nothing.Min, nothing.Max});
+        m_groups.push_back({m_block, 0, 0, nothing.Min, nothing.Max});
     }
-    return m_blocks.back();
+    return m_groups.back();
 }
 
 void TArcArray::Add(const TArc& arc, const TVertexColor& color, double error) {
     if (!IsOfNumbers(arc)) return;
-    TBlock& block = Block();
+    TGroup& group = Group();
     const double radius = RadiusOf(arc);
     const double needed = std::abs(arc.Turn) / TurnOf(radius, error);
     const int most = arc.Segments > 0 ? arc.Segments : MostSegments;
@@ -128,41 +129,51 @@ void TArcArray::Add(const TArc& arc, const TVertexColor& color, double error) {
         last = place;
     }
     const TGLArrayd3 reach{radius, radius, radius};
-    MinBoundsd(block.Min, arc.Middle - reach);
-    MaxBoundsd(block.Max, arc.Middle + reach);
+    MinBoundsd(group.Min, arc.Middle - reach);
+    MaxBoundsd(group.Max, arc.Middle + reach);
     if (count != arc.Segments)
-        block.Error = std::max(block.Error, Sagitta(radius, arc.Turn / count));
+        group.Error = std::max(group.Error, Sagitta(radius, arc.Turn / count));
     m_arcs.push_back({arc, color});
+    ++group.Arcs;
+    group.Vertexes += 2 * static_cast<std::size_t>(count);
+}
+
+void TArcArray::Replace(const TBlockEdits& edits, const TArcArray& by) {
+    const std::vector<TReplaced> groups = PiecesOf(edits, m_groups, by.m_groups);
+    ZEP::Replace(m_arcs, ItemsOf(groups, m_groups, by.m_groups, &TGroup::Arcs), by.m_arcs);
+    ReplacePieces(edits, m_groups, by.m_groups);
+    m_vertexes.Replace(edits, by.m_vertexes);
 }
 
 void TArcArray::Close() {
     m_vertexes.Close();
     m_arcs.shrink_to_fit();
-    m_blocks.shrink_to_fit();
+    m_groups.shrink_to_fit();
 }
 
 void TArcArray::Draw(const TDetail& detail, bool colored) const {
     if (detail.Share < 1 || !detail.Volume || !detail.Pixels)
         return m_vertexes.Draw(GL_LINES, detail);
     std::size_t first = 0; // of stored vertexes that are seen
-    for (std::size_t i = 0; i < m_blocks.size(); ++i) {
-        const TBlock& block = m_blocks[i];
-        const bool isLast = i + 1 == m_blocks.size();
-        const bool seen = detail.Volume->Shows(block.Min, block.Max) != TZEPSeen::Nothing;
-        const bool fine = block.Error * detail.Pixels->Most(block.Min, block.Max) > MostPixels;
+    std::size_t end = 0;
+    std::size_t endArc = 0;
+    for (const TGroup& group : m_groups) {
+        const std::size_t start = std::exchange(end, end + group.Vertexes);
+        const std::size_t firstArc = std::exchange(endArc, endArc + group.Arcs);
+        const bool seen = detail.Volume->Shows(group.Min, group.Max) != TZEPSeen::Nothing;
+        const bool fine = group.Error * detail.Pixels->Most(group.Min, group.Max) > MostPixels;
         if (seen && !fine) continue;
-        m_vertexes.Draw(GL_LINES, first, block.FirstVertex);
-        first = isLast ? m_vertexes.Count() : m_blocks[i + 1].FirstVertex;
-        if (seen)
-            DrawFine(block, isLast ? m_arcs.size() : m_blocks[i + 1].FirstArc, detail, colored);
+        m_vertexes.Draw(GL_LINES, first, start);
+        first = end;
+        if (seen) DrawFine(firstArc, endArc, detail, colored);
     }
-    m_vertexes.Draw(GL_LINES, first, m_vertexes.Count());
+    m_vertexes.Draw(GL_LINES, first, end);
 }
 
-void TArcArray::DrawFine(const TBlock& block, std::size_t endArc, const TDetail& detail,
+void TArcArray::DrawFine(std::size_t first, std::size_t end, const TDetail& detail,
                          bool colored) const {
     glBegin(GL_LINES);
-    for (std::size_t i = block.FirstArc; i < endArc; ++i) {
+    for (std::size_t i = first; i < end; ++i) {
         if (colored) glColor4ubv(m_arcs[i].Color.data());
         TFineArc(m_arcs[i].Arc, detail).Send();
     }

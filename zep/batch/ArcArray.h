@@ -15,10 +15,13 @@ struct TArc {
 /// many as are seen there, or as the arc is to have.
 class TArcArray {
 public:
+    /// As in `TVertexArray`.
+    void StartBlock(std::size_t block) { m_vertexes.StartBlock(m_block = block); }
     /// \param error  that lines may stray from the arc in a view of the whole
     void Add(const TArc& arc, const TVertexColor& color, double error);
     void Close();
     [[nodiscard]] std::size_t VertexCount() const { return m_vertexes.Count(); }
+    void Replace(const TBlockEdits& edits, const TArcArray& by);
 
     /// As `TVertexArray::Draw`. \param colored  in the colours of the arcs
     void Draw(const TDetail& detail, bool colored) const;
@@ -30,20 +33,20 @@ private:
         TArc Arc;
         TVertexColor Color;
     };
-    /// Neighbours.
-    struct TBlock {
-        std::size_t FirstArc, FirstVertex;
+    /// Neighbours of one block.
+    struct TGroup {
+        std::size_t Block, Arcs, Vertexes;
         TGLArrayd3 Min, Max;
         double Error = 0; ///< of the lines, at most
     };
 
-    [[nodiscard]] TBlock& Block();
-    void DrawFine(const TBlock& block, std::size_t endArc, const TDetail& detail,
-                  bool colored) const;
+    [[nodiscard]] TGroup& Group();
+    void DrawFine(std::size_t first, std::size_t end, const TDetail& detail, bool colored) const;
 
     TVertexArray m_vertexes;
     std::vector<TStored> m_arcs;
-    std::vector<TBlock> m_blocks;
+    std::vector<TGroup> m_groups;
+    std::size_t m_block = 0;
 };
 
 } // namespace ZEP

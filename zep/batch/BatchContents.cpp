@@ -24,12 +24,6 @@ constexpr double FloatError = 1e-6; // of the largest number that is added up
 constexpr double LeastText = 4.5;   // pixels
 constexpr double LeastTextMoving = 7;
 
-/// \return the child of `root` that the object is or stands below; null where it does neither
-TZEPObject* TopBelow(const TZEPObject& root, TZEPObject* object) {
-    while (object && object->Parent() != &root) object = object->Parent();
-    return object;
-}
-
 /// \param reach  of the places that were added up in floats
 bool IsAbout(const TGLMatrixd4& loaded, const TGLMatrixd4& exact, double reach) {
     double scale = 1;
@@ -45,39 +39,25 @@ bool IsAbout(const TGLMatrixd4& loaded, const TGLMatrixd4& exact, double reach) 
 
 // --- keeping up --------------------------------------------------------------------------------
 
-void TBatchContents::TLayer::MarkStale() {
-    IsStale = true;
+void TBatchContents::TLayer::Drop() {
+    Batch.reset();
     Other.reset();
-    Selected.clear();
-    SelectedBelow.clear();
-}
-
-/// \param known  it has been shown on that one before
-void TBatchContents::TLayer::SwitchBackground(bool known) {
-    const TBatch found = known ? Other : nullptr;
-    Other = IsStale ? nullptr : Batch;
-    IsStale = !found;
-    if (found) Batch = found;
 }
 
 // A child that goes away may be half gone.
 void TBatchContents::Hear(TZEPObject& sender, TZEPObjectAction action) {
     if (action == saRename || &sender == m_batch) return;
-    const bool child = sender.Parent() == m_batch;
-    m_orderStale = m_orderStale || child;
-    if (child) m_own.MarkStale();
-    if (const auto layer = m_layers.find(TopBelow(*m_batch, &sender)); layer != m_layers.end())
-        layer->second.MarkStale();
+    ++m_changes;
     m_marks.MarkStale();
     if (action == saRemove) m_layers.erase(&sender);
 }
 
 void TBatchContents::ListLayers() {
     m_order.clear();
-    for (int i = 0, count = m_batch->GetItemsCount(); i < count; ++i)
-        if (TZEPObject* child = m_batch->GetItem(i); IsGroup(*child)) m_order.push_back(child);
     std::unordered_map<TZEPObject*, TLayer> layers;
-    for (TZEPObject* object : m_order) {
+    for (const QPointer<TZEPObject>& object : m_own.Batch->Layers()) {
+        if (!object) continue;
+        m_order.push_back(object);
         const auto known = m_layers.find(object);
         if (known != m_layers.end() && known->second.Of)
             layers.insert(m_layers.extract(known));
@@ -87,47 +67,33 @@ void TBatchContents::ListLayers() {
     m_layers = std::move(layers);
 }
 
-/// It takes notice of all that happens, also where a bracket or the scene holds it back, and where
-/// a listener that heard of it earlier has freed what it is about.
-void TBatchContents::TakeNews() {
-    TakeNewsOf(m_own);
-    if (std::exchange(m_orderStale, false) || m_own.IsStale) ListLayers();
-    for (TZEPObject* object : m_order)
-        if (object->Visible()) TakeNewsOf(m_layers[object]);
+/// \return  the batch, or the one that waits for its background, looks different
+bool TBatchContents::KeepUp(TLayer& layer) {
+    TLayerBatch* known = layer.Batch ? layer.Batch.get() : layer.Other.get();
+    if (!known) return false;
+    const TLayerBatch::TNews news = known->Update(*layer.Meshes);
+    if (news.Look || news.Selection) m_marks.MarkStale();
+    if (!layer.Batch || !layer.Other) return news.Look;
+    if (news.Look)
+        layer.Other.reset();
+    else if (news.Selection)
+        layer.Other->DoubtSelection();
+    return news.Look;
 }
 
-void TBatchContents::TakeNewsOf(TLayer& layer) {
-    const TLayer::TBatch known = layer.IsStale ? layer.Other : layer.Batch;
-    if (!known) return;
-    const TZEPChildNews news = known->TakeNews();
-    bool below = false;
-    for (const QPointer<TZEPObject>& parent : layer.Parents) {
-        const TZEPChildNews more = parent ? parent->TakeChildNews() : TZEPChildNews();
-        below = below || more.Look || more.Selections > 0;
+bool TBatchContents::Make(TZEPObject& object, TLayer& layer) {
+    if (!layer.Batch) {
+        KeepUp(layer); // before another one takes the news
+        layer.Batch = std::make_unique<TLayerBatch>(object, &object != m_batch, m_isBatch, m_rules);
     }
-    if (news.Look) return layer.MarkStale();
-    if (layer.IsStale) return;
-    if (news.Selections > 0) ListSelected(layer);
-    if (below) ListSelectedBelow(layer);
-}
-
-void TBatchContents::ListSelected(TLayer& layer) {
-    layer.Selected = TBatchMarks::SelectedBelow(layer.Batch->Groups());
-    m_marks.MarkStale();
-}
-
-void TBatchContents::ListSelectedBelow(TLayer& layer) {
-    layer.Parents = layer.Batch->Parents(m_isBatch);
-    for (const QPointer<TZEPObject>& parent : layer.Parents)
-        static_cast<void>(parent->TakeChildNews());
-    layer.SelectedBelow = TBatchMarks::SelectedBelow(layer.Parents);
-    m_marks.MarkStale();
+    layer.Changes = m_changes;
+    return KeepUp(layer);
 }
 
 void TBatchContents::Follow(const TBatchLook& look) {
     constexpr int Forgets = 500;
     if (Change(m_rules.RoundArcs, look.RoundArcs))
-        ForEachLayer([](TLayer& layer) { layer.MarkStale(); });
+        ForEachLayer([](TLayer& layer) { layer.Drop(); });
     if (m_background != look.Shown.Background) return SwitchBackground(look.Shown.Background);
     if (!m_otherBackground || ++m_sameBackground < Forgets) return;
     m_otherBackground.reset();
@@ -139,43 +105,32 @@ void TBatchContents::SwitchBackground(const std::optional<TColor>& background) {
     const bool known = m_otherBackground && *m_otherBackground == background;
     m_otherBackground = std::exchange(m_background, background);
     m_sameBackground = 0;
-    ForEachLayer([known](TLayer& layer) { layer.SwitchBackground(known); });
+    ForEachLayer([&](TLayer& layer) {
+        KeepUp(layer);
+        std::swap(layer.Batch, layer.Other);
+        if (!known) layer.Batch.reset();
+    });
     m_rules.Shown = TBatchRules{}.Shown;
     if (background)
         m_rules.Shown = [behind = *background](TColor color) { return Readable(color, behind); };
 }
 
-void TBatchContents::MakeStale() {
-    if (m_own.IsStale) MakeOne(*m_batch, m_own);
-    for (TZEPObject* object : m_order)
-        if (TLayer& layer = m_layers[object]; object->Visible() && layer.IsStale)
-            MakeOne(*object, layer);
-}
-
-void TBatchContents::MakeOne(TZEPObject& object, TLayer& layer) {
-    layer.Batch = std::make_shared<TLayerBatch>(object, &object != m_batch, m_rules);
-    layer.IsStale = false;
-    ListSelected(layer);
-    ListSelectedBelow(layer);
-    layer.Meshes->Doubt();
-}
-
 void TBatchContents::Update(const TBatchLook& look) {
-    TakeNews();
     Follow(look);
-    MakeStale();
+    if (Make(*m_batch, m_own)) ListLayers();
+    for (TZEPObject* object : m_order)
+        if (object->Visible()) Make(*object, m_layers[object]);
 }
 
 void TBatchContents::MarkSelected() {
     const bool whole = m_marks.AreOfAll(*m_batch);
     if (!Change(m_whole, whole) && !m_marks.IsStale()) return;
-    TLayerBatch::TObjects selected;
+    TBatchObjects selected;
     for (int i = 0, count = whole ? m_batch->GetItemsCount() : 0; i < count; ++i)
         selected.emplace_back(m_batch->GetItem(i));
     if (!whole)
         ForEachLayer([&](const TLayer& layer) {
-            for (const auto* some : {&layer.Selected, &layer.SelectedBelow})
-                selected.insert(selected.end(), some->begin(), some->end());
+            if (layer.Batch) layer.Batch->ListSelected(selected);
         });
     m_marks.Build(*m_batch, selected, whole, m_rules);
 }
@@ -190,14 +145,14 @@ void TBatchContents::ForEachLayer(const Visit& visit) {
 
 template <class Visit>
 void TBatchContents::ForEachSeen(const Visit& visit) const {
-    if (m_own.Batch) visit(*m_own.Batch);
+    if (m_own.Batch) visit(*m_own.Batch->Content());
     for (const auto& [object, layer] : m_layers)
-        if (layer.Batch && layer.Of && layer.Of->Visible()) visit(*layer.Batch);
+        if (layer.Batch && layer.Of && layer.Of->Visible()) visit(*layer.Batch->Content());
 }
 
 std::size_t TBatchContents::VertexCount() const {
     std::size_t count = 0;
-    ForEachSeen([&](const TLayerBatch& batch) { count += batch.VertexCount(); });
+    ForEachSeen([&](const TLayerContent& layer) { count += layer.VertexCount(); });
     return count;
 }
 
@@ -207,13 +162,13 @@ bool TBatchContents::IsLarge() const {
 
 bool TBatchContents::HasLines() const {
     bool has = false;
-    ForEachSeen([&](const TLayerBatch& batch) { has = has || batch.HasLines(); });
+    ForEachSeen([&](const TLayerContent& layer) { has = has || layer.HasLines(); });
     return has;
 }
 
 bool TBatchContents::HasPartIn(TZEPDrawState state) const {
     bool has = false;
-    ForEachSeen([&](const TLayerBatch& batch) { has = has || batch.TakesPartIn(state); });
+    ForEachSeen([&](const TLayerContent& layer) { has = has || layer.TakesPartIn(state); });
     return has;
 }
 
@@ -280,7 +235,7 @@ void TBatchContents::DrawLayers(TZEPSceneContext& scene, TZEPDrawState state, TZ
         if (frame.SceneIsGone) return;
         const auto found = m_batch ? m_layers.find(object) : m_layers.end();
         if (found == m_layers.end() || !found->second.Of || !object->Visible()) continue;
-        if (found->second.IsStale) MakeOne(*object, found->second);
+        if (found->second.Changes != m_changes) Make(*object, found->second);
         DrawLayer(found->second, object->GetMatrix(), scene, state, kind, view);
     }
 }
@@ -289,10 +244,10 @@ void TBatchContents::DrawLayers(TZEPSceneContext& scene, TZEPDrawState state, TZ
 void TBatchContents::DrawLayer(const TLayer& layer, const TGLMatrixd4& frame,
                                TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
                                TLayerView view) {
-    const TLayer::TBatch batch = layer.Batch;
+    const std::shared_ptr<const TLayerContent> content = layer.Batch->Content();
     const std::shared_ptr<TSmoothMeshes> meshes = layer.Meshes;
     if (view.Meshes) view.Meshes = meshes.get();
-    batch->Draw(frame, scene, state, kind, view);
+    content->Draw(frame, scene, state, kind, view);
 }
 
 } // namespace ZEP

@@ -37,29 +37,20 @@ public:
 private:
     /// A child that only holds others, or the batch itself for those that do not.
     struct TLayer {
-        using TBatch = std::shared_ptr<const TLayerBatch>;
-
-        QPointer<TZEPObject> Of; ///< of one that is a child
-        TBatch Batch;            ///< null: not made yet
-        TBatch Other;            ///< for the other background; null: out of date
-        TLayerBatch::TObjects Selected;
-        TLayerBatch::TObjects Parents, SelectedBelow; ///< of what draws itself
+        QPointer<TZEPObject> Of;            ///< of one that is a child
+        std::unique_ptr<TLayerBatch> Batch; ///< null: not made yet
+        std::unique_ptr<TLayerBatch> Other; ///< for the other background; null: out of date
+        int Changes = -1;                   ///< of the tree, when it was made or kept up last
         std::shared_ptr<TSmoothMeshes> Meshes = std::make_shared<TSmoothMeshes>();
-        bool IsStale = true;
 
-        void MarkStale();
-        void SwitchBackground(bool known);
+        void Drop();
     };
 
     void ListLayers();
-    void TakeNews();
-    void TakeNewsOf(TLayer& layer);
-    void ListSelected(TLayer& layer);
-    void ListSelectedBelow(TLayer& layer);
+    bool KeepUp(TLayer& layer);
+    bool Make(TZEPObject& object, TLayer& layer);
     void Follow(const TBatchLook& look);
     void SwitchBackground(const std::optional<TColor>& background);
-    void MakeStale();
-    void MakeOne(TZEPObject& object, TLayer& layer);
     void MarkSelected();
     [[nodiscard]] std::size_t VertexCount() const;
     [[nodiscard]] bool HasLines() const;
@@ -87,7 +78,7 @@ private:
     std::optional<std::optional<TColor>> m_otherBackground; ///< that the others are made for
     int m_sameBackground = 0;                               ///< updates since it was another one
     bool m_whole = false;                                   ///< all is marked
-    bool m_orderStale = true;
+    int m_changes = 0;                                      ///< of the tree
 };
 
 } // namespace ZEP

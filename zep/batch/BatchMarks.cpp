@@ -28,15 +28,6 @@ bool IsSeen(const TZEPObject& object, const TZEPObject& batch) {
 
 } // namespace
 
-TBatchMarks::TObjects TBatchMarks::SelectedBelow(const TObjects& parents) {
-    TObjects selected;
-    for (const QPointer<TZEPObject>& parent : parents)
-        for (int i = 0, count = parent ? parent->GetItemsCount() : 0; i < count; ++i)
-            if (TZEPObject* object = parent->GetItem(i); object->Selected())
-                selected.emplace_back(object);
-    return selected;
-}
-
 bool TBatchMarks::AreOfAll(const TZEPObject& batch) const {
     bool selected = batch.Selected();
     for (const TZEPObject* above = batch.Parent(); above; above = above->Parent()) {
@@ -60,7 +51,7 @@ void TBatchMarks::List(TZEPObject& object, const TGLMatrixd4& frame, bool whole,
         List(*object.GetItem(i), matrix, true, marked);
 }
 
-void TBatchMarks::Build(const TZEPObject& batch, const TObjects& selected, bool whole,
+void TBatchMarks::Build(const TZEPObject& batch, const TBatchObjects& selected, bool whole,
                         TBatchRules rules) {
     m_stale = false;
     std::vector<TMarked> marked;
@@ -68,14 +59,16 @@ void TBatchMarks::Build(const TZEPObject& batch, const TObjects& selected, bool 
         if (object && IsSeen(*object, batch)) List(*object, FrameOf(*object, batch), whole, marked);
     std::vector<TZEPBlockBox> boxes;
     for (const TMarked& mark : marked) boxes.push_back(BoxOf(*mark.Object, mark.Matrix));
-    const TSpots spots(boxes);
+    TSpots spots(boxes);
+    std::vector<std::size_t> spotOf;
+    for (const TZEPBlockBox& box : boxes) spotOf.push_back(spots.Place(box));
     m_spots.assign(spots.Count(), {});
     for (std::size_t i = 0; i < m_spots.size(); ++i) {
         rules.Error = spots.Error(i);
         m_spots[i].Origin = spots.Origin(i);
         m_spots[i].Paths.Start(m_spots[i].Origin, rules);
     }
-    for (std::size_t i = 0; i < marked.size(); ++i) Mark(marked[i], m_spots[spots.Of(i)].Paths);
+    for (std::size_t i = 0; i < marked.size(); ++i) Mark(marked[i], m_spots[spotOf[i]].Paths);
     for (TSpot& spot : m_spots) spot.Paths.Close();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zep/batch/LayerBatch.h>
+#include <zep/batch/LayerContent.h>
 
 namespace ZEP {
 
@@ -8,18 +8,15 @@ namespace ZEP {
 /// else the edges of its box.
 class TBatchMarks {
 public:
-    using TObjects = TLayerBatch::TObjects;
-
     explicit TBatchMarks(TIsBatch isBatch) : m_isBatch(isBatch) {}
-    /// Children of these that are selected.
-    [[nodiscard]] static TObjects SelectedBelow(const TObjects& parents);
     /// All of the batch is marked: it is selected, or belongs to a group or a batch that is.
     [[nodiscard]] bool AreOfAll(const TZEPObject& batch) const;
     void MarkStale() { m_stale = true; }
     [[nodiscard]] bool IsStale() const { return m_stale; }
     /// All that stands below a group among them is marked.
     /// \param whole  what stands below any of them, too
-    void Build(const TZEPObject& batch, const TObjects& selected, bool whole, TBatchRules rules);
+    void Build(const TZEPObject& batch, const TBatchObjects& selected, bool whole,
+               TBatchRules rules);
     void Draw(TZEPFrame& frame, const TLayerView& view) const;
 
 private:

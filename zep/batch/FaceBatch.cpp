@@ -37,6 +37,12 @@ void TFaceBatch::Close() {
     m_edges.shrink_to_fit();
 }
 
+void TFaceBatch::Replace(const TBlockEdits& edits, const TFaceBatch& by) {
+    const std::vector<TReplaced> vertexes = m_vertexes.Replace(edits, by.m_vertexes);
+    ZEP::Replace(m_normals, vertexes, by.m_normals);
+    ZEP::Replace(m_edges, vertexes, by.m_edges);
+}
+
 void TFaceBatch::Add(const std::vector<TGLArrayd3>& corners, TColor color) {
     const TVertexColor bytes = ToVertexColor(color);
     if (corners.size() == 3 || corners[3] == corners[2])

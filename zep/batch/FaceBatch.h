@@ -12,9 +12,12 @@ class TFaceBatch {
 public:
     /// \param origin  is subtracted from all places
     void Start(const TGLArrayd3& origin) { m_origin = origin; }
+    /// As in `TVertexArray`.
+    void StartBlock(std::size_t block) { m_vertexes.StartBlock(block); }
     /// \param corners  three or four, in order
     void Add(const std::vector<TGLArrayd3>& corners, TColor color);
     void Close();
+    void Replace(const TBlockEdits& edits, const TFaceBatch& by);
     [[nodiscard]] std::size_t VertexCount() const { return m_vertexes.Count(); }
 
     /// In the opaque pass.

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <tuple>
 
 namespace ZEP {
 
@@ -68,19 +69,48 @@ void TPathBatch::Start(const TGLArrayd3& origin, const TBatchRules& rules) {
 
 std::size_t TPathBatch::VertexCount() const {
     std::size_t count = 0;
-    for (const TLines& lines : m_lines) count += lines.Vertexes.Count() + lines.Arcs.VertexCount();
-    for (const TPoints& points : m_points) count += points.Vertexes.Count();
+    for (const TKind& lines : m_lines) count += lines.Vertexes.Count() + lines.Arcs.VertexCount();
+    for (const TKind& points : m_points) count += points.Vertexes.Count();
     return count;
 }
 
 void TPathBatch::Close() {
-    for (TLines& lines : m_lines) {
+    for (TKind& lines : m_lines) {
         lines.Vertexes.Close();
         lines.Arcs.Close();
     }
+    SortKinds(m_lines);
+}
+
+void TPathBatch::SortKinds(TKinds& kinds) {
     // Rapid moves first, else the retreat out of a hole covers the feed line into it.
-    std::stable_partition(m_lines.begin(), m_lines.end(),
-                          [](const TLines& lines) { return !IsSolid(lines.Style); });
+    std::ranges::sort(kinds, {}, [](const TKind& kind) {
+        const TFirst& first = kind.Firsts.front();
+        return std::tuple(IsSolid(kind.Style), first.Block, first.Place);
+    });
+}
+
+void TPathBatch::Replace(const TBlockEdits& edits, const TPathBatch& by) {
+    ReplaceKinds(edits, m_lines, by.m_lines);
+    ReplaceKinds(edits, m_points, by.m_points);
+}
+
+void TPathBatch::ReplaceKinds(const TBlockEdits& edits, TKinds& kinds, const TKinds& by) {
+    const auto find = [](auto& some, const TKind& like) {
+        return std::ranges::find_if(some, [&](const TKind& kind) { return kind.IsLike(like); });
+    };
+    for (const TKind& kind : by)
+        if (find(kinds, kind) == kinds.end()) kinds.push_back({kind.Style, kind.Width});
+    for (TKind& kind : kinds) {
+        const auto found = find(by, kind);
+        const TKind none{kind.Style, kind.Width};
+        const TKind& other = found == by.end() ? none : *found;
+        kind.Vertexes.Replace(edits, other.Vertexes);
+        kind.Arcs.Replace(edits, other.Arcs);
+        ReplacePieces(edits, kind.Firsts, other.Firsts);
+    }
+    std::erase_if(kinds, [](const TKind& kind) { return kind.Firsts.empty(); });
+    SortKinds(kinds);
 }
 
 bool TPathBatch::Takes(const TZEPObject& object) {
@@ -106,13 +136,14 @@ void TPathBatch::Add(TZEPObject& object, const TGLMatrixd4& matrix) {
     } else if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) {
         AddPolyline(*polyline);
     } else if (auto* point = qobject_cast<TZEPPoint*>(&object)) {
-        PointsOf(point->Width()).Add(At(point->P()->Data()), ShownColor(point->GetColor()));
+        KindOf(m_points, psSolid, point->Width())
+            .Vertexes.Add(At(point->P()->Data()), ShownColor(point->GetColor()));
     }
 }
 
 void TPathBatch::AddLoop(const std::vector<TGLArrayd3>& corners, TColor color) {
     m_matrix = &idd;
-    m_present = &LinesOf(psSolid, 1);
+    m_present = &KindOf(m_lines, psSolid, 1);
     m_color = ShownColor(color);
     MoveTo(corners.back());
     for (const TGLArrayd3& corner : corners) LineTo(corner);
@@ -120,7 +151,7 @@ void TPathBatch::AddLoop(const std::vector<TGLArrayd3>& corners, TColor color) {
 
 void TPathBatch::AddBox(const TGLArrayd3& min, const TGLArrayd3& max, const TGLMatrixd4& matrix) {
     m_matrix = &matrix;
-    m_present = &LinesOf(psSolid, 1);
+    m_present = &KindOf(m_lines, psSolid, 1);
     const auto corner = [&](unsigned i) -> TGLArrayd3 {
         return {(i & 1U ? max : min)[0], (i & 2U ? max : min)[1], (i & 4U ? max : min)[2]};
     };
@@ -133,20 +164,19 @@ void TPathBatch::AddBox(const TGLArrayd3& min, const TGLArrayd3& max, const TGLM
 }
 
 void TPathBatch::StartLines(const TZEPLineShape& shape, TColor color) {
-    m_present = &LinesOf(shape.Style(), shape.Width());
+    m_present = &KindOf(m_lines, shape.Style(), shape.Width());
     m_color = ShownColor(color);
 }
 
-TPathBatch::TLines& TPathBatch::LinesOf(TPenStyle style, float width) {
-    for (TLines& lines : m_lines)
-        if (lines.Style == style && lines.Width == width) return lines;
-    return m_lines.emplace_back(TLines{style, width});
-}
-
-TVertexArray& TPathBatch::PointsOf(float width) {
-    for (TPoints& points : m_points)
-        if (points.Width == width) return points.Vertexes;
-    return m_points.emplace_back(TPoints{width}).Vertexes;
+TPathBatch::TKind& TPathBatch::KindOf(TKinds& kinds, TPenStyle style, float width) {
+    auto kind = std::ranges::find_if(
+        kinds, [&](const TKind& each) { return each.Style == style && each.Width == width; });
+    if (kind == kinds.end()) kind = kinds.insert(kind, {style, width});
+    kind->Vertexes.StartBlock(m_block);
+    kind->Arcs.StartBlock(m_block);
+    if (kind->Firsts.empty() || kind->Firsts.back().Block != m_block)
+        kind->Firsts.push_back({m_block, m_place++});
+    return *kind;
 }
 
 TVertexColor TPathBatch::ShownColor(TColor color) {
@@ -194,7 +224,7 @@ void TPathBatch::Draw(const TDetail& detail, bool fine, float widths) const {
     const TClientArraysScope arrays({GL_COLOR_ARRAY});
     glDisable(GL_LIGHTING);
     glDisable(GL_TEXTURE_2D);
-    for (const TLines& lines : m_lines) {
+    for (const TKind& lines : m_lines) {
         if (lines.Style == psClear) continue;
         if (fine)
             SetFine(lines.Style, lines.Width * widths);
@@ -203,7 +233,7 @@ void TPathBatch::Draw(const TDetail& detail, bool fine, float widths) const {
         lines.Vertexes.Draw(GL_LINES, detail);
         lines.Arcs.Draw(detail, true);
     }
-    for (const TPoints& points : m_points) {
+    for (const TKind& points : m_points) {
         glPointSize(points.Width * widths);
         points.Vertexes.Draw(GL_POINTS, detail);
     }
@@ -227,17 +257,17 @@ void TPathBatch::DrawMarks(const TDetail& detail, float widths) const {
 /// \param joints  with points where lines meet, and for moves that are too short for a line
 void TPathBatch::DrawMark(const TDetail& detail, float width, bool joints) const {
     glLineWidth(width);
-    for (const TLines& lines : m_lines) {
+    for (const TKind& lines : m_lines) {
         lines.Vertexes.Draw(GL_LINES, detail);
         lines.Arcs.Draw(detail, false);
     }
     glPointSize(width - 1);
-    for (const TLines& lines : m_lines) {
+    for (const TKind& lines : m_lines) {
         if (!joints) break;
         lines.Vertexes.Draw(GL_POINTS, detail);
         lines.Arcs.DrawPoints();
     }
-    for (const TPoints& points : m_points) {
+    for (const TKind& points : m_points) {
         glPointSize(width + points.Width);
         points.Vertexes.Draw(GL_POINTS, detail);
     }

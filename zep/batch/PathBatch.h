@@ -27,6 +27,8 @@ class TPathBatch {
 public:
     /// \param origin  is subtracted from all places, which keeps them exact
     void Start(const TGLArrayd3& origin, const TBatchRules& rules);
+    /// As in `TVertexArray`.
+    void StartBlock(std::size_t block) { m_block = block; }
     /// Nothing of what it does not take.
     /// \param matrix  from the frame of the object to that of the batch
     void Add(TZEPObject& object, const TGLMatrixd4& matrix);
@@ -37,6 +39,7 @@ public:
     /// The edges of a box of the object's frame.
     void AddBox(const TGLArrayd3& min, const TGLArrayd3& max, const TGLMatrixd4& matrix);
     void Close();
+    void Replace(const TBlockEdits& edits, const TPathBatch& by);
     [[nodiscard]] bool IsEmpty() const { return VertexCount() == 0; }
     [[nodiscard]] std::size_t VertexCount() const;
 
@@ -49,34 +52,44 @@ public:
     void DrawMarks(const TDetail& detail, float widths) const;
 
 private:
-    struct TLines {
+    /// Where a kind comes first in a block.
+    struct TFirst {
+        std::size_t Block, Place;
+    };
+    /// What has the same width and style, at the place where it comes first.
+    struct TKind {
         TPenStyle Style;
         float Width;
-        TVertexArray Vertexes{}; ///< two for each line
+        TVertexArray Vertexes{}; ///< points, or two for each line
         TArcArray Arcs{};
-    };
-    struct TPoints {
-        float Width;
-        TVertexArray Vertexes{};
-    };
+        std::vector<TFirst> Firsts{}; ///< in each block that has some
 
+        [[nodiscard]] bool IsLike(const TKind& other) const {
+            return Style == other.Style && Width == other.Width;
+        }
+    };
+    using TKinds = std::vector<TKind>;
+
+    [[nodiscard]] TKind& KindOf(TKinds& kinds, TPenStyle style, float width);
+    static void ReplaceKinds(const TBlockEdits& edits, TKinds& kinds, const TKinds& by);
+    static void SortKinds(TKinds& kinds);
     void AddArc(double start, double turn, int segments);
     void AddPolyline(TZEPPolyline& polyline);
     void StartLines(const TZEPLineShape& shape, TColor color);
-    [[nodiscard]] TLines& LinesOf(TPenStyle style, float width);
-    [[nodiscard]] TVertexArray& PointsOf(float width);
     [[nodiscard]] TGLArrayd3 At(const TGLArrayd3& point) const;
     [[nodiscard]] TVertexColor ShownColor(TColor color);
     void MoveTo(const TGLArrayd3& point) { m_last = At(point); }
     void LineTo(const TGLArrayd3& point);
     void DrawMark(const TDetail& detail, float width, bool joints) const;
 
-    std::vector<TLines> m_lines;
-    std::vector<TPoints> m_points;
+    TKinds m_lines;
+    TKinds m_points;
     TBatchRules m_rules;
     TGLArrayd3 m_origin{};
+    std::size_t m_block = 0;
+    std::size_t m_place = 0; ///< of the next kind
     const TGLMatrixd4* m_matrix = nullptr;
-    TLines* m_present = nullptr; ///< that lines are added to
+    TKind* m_present = nullptr; ///< that lines are added to
     TVertexColor m_color{};
     TGLArrayd3 m_last{};
     std::optional<TColor> m_given; ///< the one whose shown colour is at hand

@@ -151,9 +151,13 @@ bool TSmoothMeshes::Draw(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawSt
     return true;
 }
 
-void TSmoothMeshes::Doubt() {
+void TSmoothMeshes::Doubt(const TZEPObject& object) {
+    if (const auto kept = m_meshes.find(&object); kept != m_meshes.end())
+        kept->second.IsDoubtful = true;
+}
+
+void TSmoothMeshes::ForgetFreed() {
     std::erase_if(m_meshes, [](const auto& kept) { return !kept.second.Of; });
-    for (auto& kept : m_meshes) kept.second.IsDoubtful = true;
 }
 
 } // namespace ZEP

@@ -51,8 +51,9 @@ public:
     /// \return false for what is no mesh, or one that has a shading of its own, and in passes that
     ///         do not show it
     bool Draw(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state);
-    /// Some may have changed, or gone.
-    void Doubt();
+    /// It may have changed, or be another one.
+    void Doubt(const TZEPObject& object);
+    void ForgetFreed();
 
 private:
     struct TKept {

@@ -71,12 +71,7 @@ TGLArrayd3 Amid(const std::vector<TZEPBlockBox>& samples) {
 
 TSpots::TSpots(const std::vector<TZEPBlockBox>& boxes) {
     if (boxes.empty()) return;
-    Start(SamplesOf(boxes));
-    m_ofBoxes.reserve(boxes.size());
-    for (const TZEPBlockBox& box : boxes) m_ofBoxes.push_back(Place(box));
-}
-
-void TSpots::Start(const std::vector<TZEPBlockBox>& samples) {
+    const std::vector<TZEPBlockBox> samples = SamplesOf(boxes);
     m_spots.push_back({samples.empty() ? zero3d : Amid(samples)});
     if (samples.empty()) return;
     const auto distance = [&](const auto& box) {
@@ -98,7 +93,9 @@ std::size_t TSpots::Place(const TZEPBlockBox& box) {
 std::size_t TSpots::Find(const TZEPBlockBox& box) {
     const auto near = std::ranges::min_element(
         m_spots, {}, [&](const TSpot& spot) { return DistanceTo(spot.Origin, box); });
-    if (DistanceTo(near->Origin, box) > m_reach && m_spots.size() < MostSpots) {
+    const bool far = DistanceTo(near->Origin, box) > m_reach;
+    m_tooFew = m_tooFew || (far && m_spots.size() == MostSpots);
+    if (far && m_spots.size() < MostSpots) {
         m_spots.push_back({MiddleOf(box)});
         return m_spots.size() - 1;
     }

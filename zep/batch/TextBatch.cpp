@@ -75,14 +75,15 @@ private:
 };
 
 void TTextBatch::Add(TZEPLabel& label, const TGLMatrixd4& frame, TColor color) {
-    if (m_frames.empty() || m_frames.back() != frame) m_frames.push_back(frame);
+    const bool known = !m_texts.empty() && *m_texts.back().Frame == frame;
     TGLMatrixd4 matrix;
     MultMatrixd(frame, label.GetMatrix(), matrix);
     const auto letters = static_cast<double>(LongestLine(label.Caption()));
     const auto lines = static_cast<float>(1 + label.Caption().count(QLatin1Char('\n')));
     const TGLArrayd3 base = TGLArrayd3{matrix[3][0], matrix[3][1], matrix[3][2]} - m_origin;
-    m_texts.push_back({&label, ToFloats(base), Column(matrix, 0, LetterWidth * letters),
-                       Column(matrix, 1, 1), lines, static_cast<std::uint32_t>(m_frames.size() - 1),
+    m_texts.push_back({m_block, &label, ToFloats(base), Column(matrix, 0, LetterWidth * letters),
+                       Column(matrix, 1, 1), lines,
+                       known ? m_texts.back().Frame : std::make_shared<const TGLMatrixd4>(frame),
                        ToVertexColor(color)});
 }
 
@@ -98,7 +99,7 @@ void TTextBatch::SendLine(const TText& text) {
 
 void TTextBatch::DrawLetters(const TText& text) const {
     TGLMatrixd4 matrix;
-    MultMatrixd(m_frames[text.Frame], text.Label->GetMatrix(), matrix);
+    MultMatrixd(*text.Frame, text.Label->GetMatrix(), matrix);
     for (std::size_t k = 0; k < 3; ++k) matrix[3][k] -= m_origin[k];
     glColor4ubv(text.Color.data());
     glPushMatrix();

@@ -3,6 +3,8 @@
 #include <zep/batch/VertexArray.h>
 #include <zep/framework/Color.h>
 
+#include <memory>
+
 namespace ZEP {
 
 class TZEPLabel;
@@ -13,6 +15,11 @@ class TTextBatch {
 public:
     /// \param origin  is subtracted from all places
     void Start(const TGLArrayd3& origin) { m_origin = origin; }
+    /// As in `TVertexArray`.
+    void StartBlock(std::size_t block) { m_block = block; }
+    void Replace(const TBlockEdits& edits, const TTextBatch& by) {
+        ReplacePieces(edits, m_texts, by.m_texts);
+    }
     /// \param frame  that the label lies in: leads to the frame of the batch
     void Add(TZEPLabel& label, const TGLMatrixd4& frame, TColor color);
 
@@ -21,10 +28,11 @@ public:
 
 private:
     struct TText {
+        std::size_t Block;
         TZEPLabel* Label;
         std::array<float, 3> Base, Along, Up; ///< where it begins; the text's extents from there
         float Lines;
-        std::uint32_t Frame;
+        std::shared_ptr<const TGLMatrixd4> Frame; ///< neighbours share it
         TVertexColor Color;
     };
     /// Where a text is in the view, in pixels.
@@ -38,8 +46,8 @@ private:
     void DrawLetters(const TText& text) const;
 
     std::vector<TText> m_texts;
-    std::vector<TGLMatrixd4> m_frames; ///< of neighbours
     TGLArrayd3 m_origin{};
+    std::size_t m_block = 0;
 };
 
 } // namespace ZEP

@@ -1,18 +1,18 @@
 #include <zep/batch/VertexArray.h>
 
-#include <zep/framework/Property.h>
 #include <zep/scene/Vectors.h>
 #include <zep/scene/ViewVolume.h>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace ZEP {
 
 namespace {
 
 constexpr std::size_t PieceSize = 66; // vertexes that stay together: whole lines and triangles
-constexpr std::size_t BlockSize = 24 * PieceSize;
+constexpr std::size_t BoxSize = 24 * PieceSize;
 
 void DrawRange(GLenum mode, std::size_t first, std::size_t end) {
     if (first < end)
@@ -22,6 +22,10 @@ void DrawRange(GLenum mode, std::size_t first, std::size_t end) {
 /// Numbers without a pattern, the same in each frame; 0 for 0. From Knuth's multiplicative hash.
 std::size_t Scatter(std::size_t i) {
     return (i * 2654435761U & 0xFFFFFFFFU) >> 16U;
+}
+
+bool Shows(const TGLArrayd3& min, const TGLArrayd3& max, const TDetail& detail) {
+    return !detail.Volume || detail.Volume->Shows(min, max) != TZEPSeen::Nothing;
 }
 
 } // namespace
@@ -35,10 +39,21 @@ TVertexColor ToVertexColor(TColor color) {
 }
 
 void TVertexArray::Add(const TGLArrayd3& point, const TVertexColor& color) {
-    if (m_vertexes.size() % BlockSize == 0) m_blocks.push_back({point, point});
-    MinBoundsd(m_blocks.back().Min, point);
-    MaxBoundsd(m_blocks.back().Max, point);
+    if (m_boxes.empty() || m_boxes.back().Block != m_block || m_boxes.back().Count == BoxSize)
+        m_boxes.push_back({m_block, 0, point, point});
+    TBox& box = m_boxes.back();
+    MinBoundsd(box.Min, point);
+    MaxBoundsd(box.Max, point);
+    ++box.Count;
     m_vertexes.push_back({ToFloats(point), color});
+}
+
+std::vector<TReplaced> TVertexArray::Replace(const TBlockEdits& edits, const TVertexArray& by) {
+    const std::vector<TReplaced> vertexes =
+        ItemsOf(PiecesOf(edits, m_boxes, by.m_boxes), m_boxes, by.m_boxes, &TBox::Count);
+    ZEP::Replace(m_vertexes, vertexes, by.m_vertexes);
+    ReplacePieces(edits, m_boxes, by.m_boxes);
+    return vertexes;
 }
 
 void TVertexArray::Close() {
@@ -62,22 +77,19 @@ void TVertexArray::Draw(GLenum mode, const TDetail& detail) const {
     if (m_vertexes.empty()) return;
     Bind();
     if (detail.Share < 1) return DrawPieces(mode, detail);
-    DrawBlocks(mode, detail);
+    DrawSeen(mode, detail);
 }
 
-bool TVertexArray::Shows(std::size_t block, const TDetail& detail) const {
-    if (!detail.Volume) return true;
-    return detail.Volume->Shows(m_blocks[block].Min, m_blocks[block].Max) != TZEPSeen::Nothing;
-}
-
-void TVertexArray::DrawBlocks(GLenum mode, const TDetail& detail) const {
+void TVertexArray::DrawSeen(GLenum mode, const TDetail& detail) const {
     std::size_t first = 0; // of neighbours that are seen
-    for (std::size_t block = 0; block < m_blocks.size(); ++block) {
-        if (Shows(block, detail)) continue;
-        DrawRange(mode, first, block * BlockSize);
-        first = (block + 1) * BlockSize;
+    std::size_t end = 0;
+    for (const TBox& box : m_boxes) {
+        const std::size_t start = std::exchange(end, end + box.Count);
+        if (Shows(box.Min, box.Max, detail)) continue;
+        DrawRange(mode, first, start);
+        first = end;
     }
-    DrawRange(mode, first, m_vertexes.size());
+    DrawRange(mode, first, end);
 }
 
 void TVertexArray::DrawPieces(GLenum mode, const TDetail& detail) const {
@@ -85,15 +97,21 @@ void TVertexArray::DrawPieces(GLenum mode, const TDetail& detail) const {
     // A share of a half and more would be all by whole pieces.
     const std::size_t size =
         pieces > 1 ? PieceSize : static_cast<std::size_t>(detail.Share * PieceSize / 6) * 6;
-    std::size_t known = m_blocks.size(); // the block whose answer is at hand
-    bool shows = false;
+    auto box = m_boxes.begin();
+    std::size_t boxEnd = box->Count;
     for (std::size_t start = 0, i = 0; start < m_vertexes.size();
          start += pieces * PieceSize, ++i) {
         // What is drawn in rows would show a pattern of even steps.
         const std::size_t first = start + Scatter(i) % pieces * PieceSize;
         if (first >= m_vertexes.size()) break;
-        if (Change(known, first / BlockSize)) shows = Shows(known, detail);
-        if (shows) DrawRange(mode, first, std::min(first + size, m_vertexes.size()));
+        const std::size_t end = std::min(first + size, m_vertexes.size());
+        while (boxEnd <= first) boxEnd += (++box)->Count;
+        bool shows = Shows(box->Min, box->Max, detail);
+        while (boxEnd < end) {
+            boxEnd += (++box)->Count;
+            shows = shows || Shows(box->Min, box->Max, detail);
+        }
+        if (shows) DrawRange(mode, first, end);
     }
 }
 

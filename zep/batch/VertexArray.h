@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zep/batch/BlockEdit.h>
 #include <zep/framework/Color.h>
 #include <zep/scene/Geom.h>
 
@@ -28,14 +29,18 @@ struct TDetail {
 };
 
 /// Coloured vertexes of lines, triangles or points, which OpenGL takes in a few calls. What is out
-/// of view is passed over in blocks of neighbours. A part can be drawn: evenly spread pieces, so
+/// of view is passed over by boxes of neighbours. A part can be drawn: evenly spread pieces, so
 /// that the form still shows.
 class TVertexArray {
 public:
+    /// What comes belongs to that block, not below the one before.
+    void StartBlock(std::size_t block) { m_block = block; }
     void Add(const TGLArrayd3& point, const TVertexColor& color);
     /// No more come: memory that is not used goes back.
     void Close();
     [[nodiscard]] std::size_t Count() const { return m_vertexes.size(); }
+    /// \return  which vertexes others have taken the place of
+    std::vector<TReplaced> Replace(const TBlockEdits& edits, const TVertexArray& by);
     /// While a `TClientArraysScope` lives. \param mode  GL_LINES, GL_TRIANGLES or GL_POINTS
     void Draw(GLenum mode, const TDetail& detail) const;
     /// The same of some of them. \param end  after the last one
@@ -46,17 +51,19 @@ private:
         std::array<float, 3> Point;
         TVertexColor Color;
     };
-    struct TBlock {
+    /// About neighbours of one block.
+    struct TBox {
+        std::size_t Block, Count;
         TGLArrayd3 Min, Max;
     };
 
     void Bind() const;
-    [[nodiscard]] bool Shows(std::size_t block, const TDetail& detail) const;
-    void DrawBlocks(GLenum mode, const TDetail& detail) const;
+    void DrawSeen(GLenum mode, const TDetail& detail) const;
     void DrawPieces(GLenum mode, const TDetail& detail) const;
 
     std::vector<TVertex> m_vertexes;
-    std::vector<TBlock> m_blocks;
+    std::vector<TBox> m_boxes;
+    std::size_t m_block = 0;
 };
 
 } // namespace ZEP

@@ -3,7 +3,7 @@
 #include <zep/framework/Exception.h>
 #include <zep/framework/Watch.h>
 #include <zep/scene/BlockCounts.h>
-#include <zep/scene/ChildNews.h>
+#include <zep/scene/ChildChanges.h>
 #include <zep/scene/ViewVolume.h>
 
 #include <algorithm>
@@ -69,17 +69,23 @@ public:
     void ForgetBox(const Child* child);
     [[nodiscard]] bool KnowsBox(const Child* child) const;
     /// What happened since the last call.
-    [[nodiscard]] TZEPChildNews TakeNews() { return std::exchange(m_news, {false, 0}); }
-    void NoteLook() { m_news.Look = true; }
-    /// Someone has taken the news, so that the next must be told.
-    [[nodiscard]] bool IsLookTaken() const { return !m_news.Look; }
-    /// Whatever is noted while one lives comes from a selection.
+    [[nodiscard]] TZEPChildNews TakeNews() { return m_changes.Take().News(); }
+    /// The same one by one, of the children of an object; not both can be asked for.
+    [[nodiscard]] static TZEPChildChanges TakeChangesOf(Child& parent) {
+        return parent.m_children ? parent.m_children->m_changes.Take() : TZEPChildChanges::None();
+    }
+    /// The child looks different.
+    void NoteLook(const Child* child);
+    /// Someone asks what happens, so that a change must be told.
+    [[nodiscard]] bool IsWatched() const { return !m_changes.AreMany(); }
+    /// A look that is noted while one lives comes from a selection.
     class Selecting {
     public:
-        explicit Selecting(TZEPChildList* list)
-            : m_list(list), m_alive(list), m_looked(list && list->m_news.Look) {}
+        explicit Selecting(TZEPChildList* list) : m_list(list), m_alive(list) {
+            if (list) ++list->m_selecting;
+        }
         ~Selecting() {
-            if (m_alive) m_list->m_news = {m_looked, m_list->m_news.Selections + 1};
+            if (m_alive) --m_list->m_selecting;
         }
         Selecting(const Selecting&) = delete;
         Selecting& operator=(const Selecting&) = delete;
@@ -87,7 +93,6 @@ public:
     private:
         TZEPChildList* m_list;
         TZEPWatch m_alive;
-        bool m_looked;
     };
     /// The box of a block is known, and holds all that its children draw.
     [[nodiscard]] bool IsBounded(std::size_t block) const {
@@ -120,6 +125,8 @@ private:
     [[nodiscard]] static std::size_t BlockOf(const Child* child) {
         return static_cast<std::size_t>(child->m_slot) / BlockSize;
     }
+    void Note(TZEPChildChange::TKind kind, int index) { m_changes.Note(kind, index); }
+    void DropBox(const Child* child);
     void CloseHoles();
     void Renumber(std::size_t first);
     void CountBlocks();
@@ -127,9 +134,10 @@ private:
     std::vector<Child*> m_slots;       // null: a hole; never the last one
     TZEPBlockCounts m_counts;          // children in each block of slots; empty without holes
     std::vector<TZEPBlockBox> m_boxes; // as far as asked for
-    TZEPChildNews m_news;
+    TZEPChildChanges m_changes;
     int m_count = 0;
     int m_iterating = 0;
+    int m_selecting = 0;
 };
 
 } // namespace ZEP

@@ -28,8 +28,8 @@ template <class Child>
 void TZEPChildList<Child>::Append(Child* child) {
     child->m_slot = static_cast<int>(m_slots.size());
     m_slots.push_back(child);
-    ++m_count;
-    ForgetBox(child);
+    Note(TZEPChildChange::Comes, m_count++);
+    DropBox(child);
     if (!m_counts.IsEmpty()) m_counts.Add(BlockOf(child), 1);
 }
 
@@ -37,6 +37,7 @@ template <class Child>
 void TZEPChildList<Child>::InsertFirst(Child* child) {
     m_slots.insert(m_slots.begin(), child);
     ++m_count;
+    Note(TZEPChildChange::Comes, 0);
     Renumber(0);
     if (!m_counts.IsEmpty()) CountBlocks();
 }
@@ -44,8 +45,9 @@ void TZEPChildList<Child>::InsertFirst(Child* child) {
 template <class Child>
 void TZEPChildList<Child>::Remove(Child* child) {
     const auto slot = static_cast<std::size_t>(child->m_slot);
+    if (IsWatched()) Note(TZEPChildChange::Goes, IndexOf(child));
     if (m_counts.IsEmpty() && slot + 1 != m_slots.size()) CountBlocks();
-    ForgetBox(child);
+    DropBox(child);
     m_slots[slot] = nullptr;
     --m_count;
     if (m_counts.IsEmpty()) return m_slots.pop_back();
@@ -59,6 +61,8 @@ void TZEPChildList<Child>::Remove(Child* child) {
 template <class Child>
 void TZEPChildList<Child>::Move(Child* child, int index) {
     CloseHoles();
+    Note(TZEPChildChange::Goes, child->m_slot);
+    Note(TZEPChildChange::Comes, index);
     const auto from = m_slots.begin() + child->m_slot;
     const auto to = m_slots.begin() + index;
     if (from < to)
@@ -81,7 +85,18 @@ const TZEPBlockBox& TZEPChildList<Child>::Box(std::size_t block, Extend&& extend
 
 template <class Child>
 void TZEPChildList<Child>::ForgetBox(const Child* child) {
-    NoteLook();
+    NoteLook(child);
+    DropBox(child);
+}
+
+template <class Child>
+void TZEPChildList<Child>::NoteLook(const Child* child) {
+    if (!IsWatched()) return;
+    Note(m_selecting > 0 ? TZEPChildChange::Selects : TZEPChildChange::Looks, IndexOf(child));
+}
+
+template <class Child>
+void TZEPChildList<Child>::DropBox(const Child* child) {
     const std::size_t block = BlockOf(child);
     if (block < m_boxes.size()) m_boxes[block].Known = false;
 }
@@ -103,7 +118,6 @@ void TZEPChildList<Child>::CloseHoles() {
 template <class Child>
 void TZEPChildList<Child>::Renumber(std::size_t first) {
     m_boxes.clear();
-    NoteLook();
     for (std::size_t i = first; i < m_slots.size(); ++i)
         if (m_slots[i]) m_slots[i]->m_slot = static_cast<int>(i);
 }

@@ -382,7 +382,7 @@ int TZEPObject::GetChangeIndex() {
 void TZEPObject::SetColor(TColor color) {
     if (!Change(m_color, color)) return;
     m_hasOwnColor = true;
-    if (m_parent) m_parent->m_children->NoteLook();
+    if (m_parent) m_parent->m_children->NoteLook(this);
     if (!m_material) return;
     m_material->FrontFace()->SetColor(10, color);
     m_material->BackFace()->SetColor(10, color);
@@ -400,7 +400,7 @@ TZEPMaterial* TZEPObject::Material() {
     }
     if (m_lineTransparency) m_material->SetTransparency(LineTransparency);
     --m_updateLevel;
-    if (m_parent) m_parent->m_children->NoteLook(); // its changes may be silent
+    if (m_parent) m_parent->m_children->NoteLook(this); // its changes may be silent
     return m_material.get();
 }
 

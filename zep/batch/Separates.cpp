@@ -1,0 +1,45 @@
+#include <zep/batch/Separates.h>
+
+#include <zep/batch/DrawScopes.h>
+#include <zep/batch/SmoothMesh.h>
+#include <zep/objects/Label.h>
+#include <zep/scene/SceneInterfaces.h>
+
+namespace ZEP {
+
+namespace {
+
+/// What is below it may take part in any pass.
+TZEPPassSet PassesOf(const TZEPObject& object) {
+    return object.GetItemsCount() > 0 ? AllPasses : object.Passes();
+}
+
+} // namespace
+
+void TSeparates::Add(const TGLMatrixd4& frame, TZEPObject& object) {
+    if (m_frames.empty() || m_frames.back().Frame != frame) m_frames.push_back({frame, {}});
+    TNeighbours& last = m_frames.back();
+    last.Objects.emplace_back(&object);
+    last.Passes |= PassesOf(object);
+    m_passes |= last.Passes;
+}
+
+void TSeparates::Draw(const TPass& pass) const {
+    for (const TNeighbours& some : m_frames) {
+        if ((some.Passes & PassBit(pass.State)) == 0) continue;
+        TZEPFrame& frame = pass.Scene.Frame();
+        const TMatrixScope place(frame, some.Frame);
+        for (const QPointer<TZEPObject>& object : some.Objects)
+            if (object && (PassesOf(*object) & PassBit(pass.State)) != 0) DrawOne(*object, pass);
+        frame.Run.End(); // before its matrix goes
+        if (frame.SceneIsGone) return;
+    }
+}
+
+void TSeparates::DrawOne(TZEPObject& object, const TPass& pass) {
+    if (pass.Meshes && pass.Meshes->Draw(object, pass.Scene, pass.State)) return;
+    const bool outlines = pass.Wire && !qobject_cast<TZEPLabel*>(&object);
+    object.Draw(pass.Scene, pass.State, outlines ? dkDraft : pass.Kind);
+}
+
+} // namespace ZEP
