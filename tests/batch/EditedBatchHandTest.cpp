@@ -45,7 +45,7 @@ public:
     void Step() {
         TZEPObject& object = *Any();
         const bool isBatch = &object == m_batch;
-        switch (m_dice.Below(12)) {
+        switch (m_dice.Below(13)) {
         case 0:
             return isBatch ? void() : delete &object;
         case 1:
@@ -66,6 +66,8 @@ public:
             return object.UpdateLevel() ? object.EndUpdate() : object.BeginUpdate();
         case 9:
             return m_scene.SetManualUpdate(m_dice.OneIn(2));
+        case 10:
+            return ChangeMany();
         default:
             return Make(*Any());
         }
@@ -132,6 +134,20 @@ private:
         default:
             return static_cast<void>(AddTo<TZEPNode>(&parent));
         }
+    }
+
+    /// More than is told one by one, of few or of all.
+    void ChangeMany() {
+        const int each = 1 + m_dice.Below(200);
+        std::vector<TZEPObject*> all;
+        m_batch->ListChildren(all);
+        for (TZEPObject* object : all)
+            if (!m_dice.OneIn(each))
+                continue;
+            else if (each % 2 == 0)
+                object->SetSelected(!object->Selected());
+            else
+                object->SetColor(Color());
     }
 
     void Renew() {

@@ -3,6 +3,7 @@
 #include "tests/objects/RepaintCounter.h"
 #include "tests/view/FakeBinding.h"
 #include "tests/view/SelectFixture.h"
+#include <zep/batch/Batch.h>
 #include <zep/framework/DebugLog.h>
 #include <zep/framework/Registry.h>
 #include <zep/objects/Polygon.h>
@@ -242,8 +243,9 @@ private:
         return all.empty() ? Add() : all[static_cast<std::size_t>(Int(0, int(all.size()) - 1))];
     }
     TZEPObject* Add() {
-        const int die = Int(0, 4);
+        const int die = Int(0, 5);
         TZEPObject* object = die == 0   ? new TZEPObject(&Scene)
+                             : die == 5 ? new TZEPBatch(&Scene)
                              : die == 1 ? new Tile(&Scene)
                              : die == 2 ? static_cast<TZEPObject*>(new TZEPPolyline(&Scene))
                                         : new TZEPLine(&Scene);
