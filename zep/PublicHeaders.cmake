@@ -82,6 +82,7 @@ set(core_headers
   objects/Polygon.h
   objects/Polyhedra.h
   objects/Polyline.h
+  objects/SharedLists.h
   objects/SmoothNormals.h
   objects/Solid.h
   objects/Sphere.h

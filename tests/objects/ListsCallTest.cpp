@@ -28,6 +28,41 @@ protected:
     }
 };
 
+/// A host's own kind of sphere.
+class TOwnSphere : public TZEPSphere {
+public:
+    using TZEPSphere::TZEPSphere;
+};
+
+/// The lists that a drawing makes.
+std::size_t MadeBy(TZEPObject& object) {
+    const GlCalls calls;
+    object.DrawSpecific(GL_FRONT_AND_BACK, false);
+    return calls.Count("glNewList");
+}
+
+TEST_F(ListsCall, AreSharedWithinAClassAndMadeAnewAfterTheirContext) {
+    std::optional<OffscreenContext> another; // goes after what is drawn in it
+    TZEPSphere sphere, equal;
+    TOwnSphere own, equalOwn;
+    EXPECT_EQ(MadeBy(sphere), 1U);
+    EXPECT_EQ(MadeBy(own), 1U);
+    EXPECT_EQ(MadeBy(equal) + MadeBy(equalOwn), 0U);
+    another.emplace();
+    EXPECT_EQ(MadeBy(sphere), 1U);
+    EXPECT_EQ(MadeBy(equal), 0U);
+}
+
+TEST_F(ListsCall, AreNotMadeWithinOneOfTheHost) {
+    TZEPSphere sphere;
+    glNewList(77, GL_COMPILE);
+    EXPECT_EQ(MadeBy(sphere), 0U);
+    glEndList();
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    EXPECT_EQ(MadeBy(sphere), 1U);
+    glDeleteLists(77, 1);
+}
+
 TEST_F(ListsCall, OfAPolylineGoForOneOfTheHost) {
     TZEPPolyline chain;
     Fill(chain);

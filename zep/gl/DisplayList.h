@@ -22,16 +22,19 @@ public:
     /// 0 where there is no list.
     [[nodiscard]] GLuint Name() const { return m_name; }
     [[nodiscard]] bool Exists() const { return m_name != 0; }
-    /// Draws what `send` sends, from the list if there is one; without a free name as it comes.
+    /// Draws what `send` sends, from the list if there is one; where none can be made, as it comes.
     template <class Send>
     void Draw(Send&& send) {
         if (Exists() || Compile(send)) return glCallList(m_name);
         send();
     }
-    /// Makes the list anew. \return false without a free name; nothing is sent then
+    /// Makes the list anew. \return false without a free name, and while a list of the host's is
+    /// made, which cannot hold another: nothing is sent then
     template <class Send>
     bool Compile(Send&& send) {
-        Adopt(glGenLists(1));
+        GLint made = 0;
+        glGetIntegerv(GL_LIST_INDEX, &made);
+        Adopt(made == 0 ? glGenLists(1) : 0);
         if (m_name == 0) return false;
         glNewList(m_name, GL_COMPILE);
         const auto end = qScopeGuard([] { glEndList(); });

@@ -2,6 +2,7 @@
 
 #include <zep/framework/Property.h>
 #include <zep/objects/Quadric.h>
+#include <zep/scene/Frame.h>
 
 #include <algorithm>
 
@@ -40,6 +41,15 @@ void TZEPCone::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
 }
 
 void TZEPCone::DrawSpecific(GLenum, bool draft) {
+    TZEPDrawRun& run = DrawFrame().Run;
+    run.OpenSurface();
+    const TSharedLists::TSettings settings{
+        m_radius1,           m_radius2, 1.0 * m_slices, 1.0 * m_stacks, 1.0 * m_parts.toInt(),
+        Smooth() ? 1.0 : 0.0};
+    m_lists.DrawInRow(run, typeid(*this), settings, draft, [&] { Send(draft); });
+}
+
+void TZEPCone::Send(bool draft) const {
     const TQuadric quadric(draft, Smooth());
     GLUquadric* q = quadric.Get();
     glPushMatrix();

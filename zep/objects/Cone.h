@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zep/Export.h>
+#include <zep/objects/SharedLists.h>
 #include <zep/objects/Solid.h>
 
 namespace ZEP {
@@ -49,12 +50,18 @@ public:
     void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
     void DrawSpecific(GLenum face, bool draft) override;
 
+protected:
+    [[nodiscard]] bool SharesDrawRun() const override { return typeid(*this) == typeid(TZEPCone); }
+
 private:
+    void Send(bool draft) const;
+
     double m_radius1 = 0;
     double m_radius2 = 0;
     int m_slices = 10;
     int m_stacks = 1;
     TZEPConeParts m_parts = TZEPConeParts(cpTop) | cpBottom | cpSide;
+    TSharedLists m_lists;
 };
 
 using TZEPConePart = TZEPCone::TZEPConePart;

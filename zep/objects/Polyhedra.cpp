@@ -1,4 +1,5 @@
 #include <zep/objects/Polyhedra.h>
+#include <zep/scene/Frame.h>
 #include <zep/scene/Vectors.h>
 
 #include <cmath>
@@ -108,22 +109,35 @@ void SendFaces(const TPoints<Count>& points, const TFaces<FaceCount, Size>& face
 
 } // namespace
 
+// Places in a picture do no harm where there is none.
+template <class Send>
+void TZEPPolyhedron::DrawFaces(bool draft, Send&& send) {
+    TZEPDrawRun& run = DrawFrame().Run;
+    run.OpenSurface();
+    const bool textured = !draft && (run.Waits() || HasTexture());
+    m_lists.DrawInRow(run, typeid(*this), {}, draft, [&] { send(textured); });
+}
+
 void TZEPOctahedron::DrawSpecific(GLenum, bool draft) {
-    SendFaces(Octahedron, OctahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLES,
-              !draft && HasTexture());
+    DrawFaces(draft, [draft](bool textured) {
+        SendFaces(Octahedron, OctahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLES, textured);
+    });
 }
 
 void TZEPIcosahedron::DrawSpecific(GLenum, bool draft) {
-    SendFaces(Icosahedron, IcosahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLES,
-              !draft && HasTexture());
+    DrawFaces(draft, [draft](bool textured) {
+        SendFaces(Icosahedron, IcosahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLES, textured);
+    });
 }
 
 void TZEPDodecahedron::DrawSpecific(GLenum, bool draft) {
-    glPushMatrix();
-    glScalef(DodecahedronScale, DodecahedronScale, DodecahedronScale);
-    SendFaces(Dodecahedron, DodecahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLE_FAN,
-              !draft && HasTexture());
-    glPopMatrix();
+    DrawFaces(draft, [draft](bool textured) {
+        glPushMatrix();
+        glScalef(DodecahedronScale, DodecahedronScale, DodecahedronScale);
+        SendFaces(Dodecahedron, DodecahedronFaces, draft ? GL_LINE_LOOP : GL_TRIANGLE_FAN,
+                  textured);
+        glPopMatrix();
+    });
 }
 
 } // namespace ZEP

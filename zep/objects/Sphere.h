@@ -1,17 +1,13 @@
 #pragma once
 
 #include <zep/Export.h>
+#include <zep/objects/SharedLists.h>
 #include <zep/objects/Solid.h>
-
-#include <array>
-#include <memory>
 
 namespace ZEP {
 
-class TDisplayList;
-
-/// A sphere of diameter 1. Its drawing is kept in two display lists, full and draft, which spheres
-/// of the same settings share.
+/// A sphere of diameter 1. Its drawing is kept in display lists, which spheres of the same settings
+/// share.
 ///
 /// Defaults: flat, 20 slices, 20 stacks.
 class ZEP_CORE_EXPORT TZEPSphere : public TZEPSolid {
@@ -24,7 +20,6 @@ class ZEP_CORE_EXPORT TZEPSphere : public TZEPSolid {
     Q_CLASSINFO("Stacks", "20")
 public:
     using TZEPSolid::TZEPSolid;
-    ~TZEPSphere() override;
 
     void SetSmooth(bool smooth) override;
     [[nodiscard]] int Slices() const { return m_slices; }
@@ -36,12 +31,17 @@ public:
 
     void DrawSpecific(GLenum face, bool draft) override;
 
+protected:
+    [[nodiscard]] bool SharesDrawRun() const override {
+        return typeid(*this) == typeid(TZEPSphere);
+    }
+
 private:
     void SetCells(int& field, int count);
 
     int m_slices = 20;
     int m_stacks = 20;
-    std::array<std::shared_ptr<TDisplayList>, 2> m_lists; // full, draft
+    TSharedLists m_lists;
 };
 
 } // namespace ZEP

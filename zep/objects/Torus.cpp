@@ -2,6 +2,7 @@
 
 #include <zep/framework/Property.h>
 #include <zep/objects/Grid.h>
+#include <zep/scene/Frame.h>
 
 #include <algorithm>
 #include <cmath>
@@ -69,7 +70,10 @@ void TZEPTorus::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
 
 void TZEPTorus::DrawSpecific(GLenum, bool draft) {
     if (m_radius2 == 0) return;
-    m_lists.Draw(draft, [&] {
+    DrawFrame().Run.OpenSurface();
+    const TSharedLists::TSettings settings{m_radius1, m_radius2, 1.0 * m_sides, 1.0 * m_rings,
+                                           Smooth() ? 1.0 : 0.0};
+    m_lists.Draw(typeid(*this), settings, draft, [&] {
         SendGrid(m_rings, m_sides, {.Draft = draft, .Smooth = Smooth(), .Textured = !draft},
                  [&](int i, int j) {
                      return TorusPoint(m_radius1, m_radius2, static_cast<double>(i) / m_rings,

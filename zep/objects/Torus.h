@@ -1,7 +1,7 @@
 #pragma once
 
 #include <zep/Export.h>
-#include <zep/objects/DisplayLists.h>
+#include <zep/objects/SharedLists.h>
 #include <zep/objects/Solid.h>
 
 namespace ZEP {
@@ -41,6 +41,9 @@ public:
     void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
     void DrawSpecific(GLenum face, bool draft) override;
 
+protected:
+    [[nodiscard]] bool SharesDrawRun() const override { return typeid(*this) == typeid(TZEPTorus); }
+
 private:
     template <class T>
     void Set(T& field, T value);
@@ -49,7 +52,7 @@ private:
     double m_radius2 = 0;
     int m_sides = 8;
     int m_rings = 15;
-    TDisplayLists m_lists;
+    TSharedLists m_lists;
 };
 
 } // namespace ZEP
