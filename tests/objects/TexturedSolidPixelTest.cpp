@@ -52,6 +52,19 @@ protected:
     TZEPBox& Box = *new TZEPBox(&Scene);
 };
 
+/// Does something before it draws itself.
+class TBusy : public TZEPObject {
+public:
+    using TZEPObject::TZEPObject;
+    void Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) override {
+        WasTextured = glIsEnabled(GL_TEXTURE_2D);
+        if (Do) Do();
+        TZEPObject::Draw(scene, state, kind);
+    }
+    std::function<void()> Do;
+    bool WasTextured = true;
+};
+
 } // namespace
 
 TEST_F(TexturedSolidPixel, PicturesOfAllFormatsStandUprightOnAFace) {
@@ -109,5 +122,42 @@ TEST_F(TexturedSolidPixel, EverySolidShowsItsPicture) {
             }
         EXPECT_GT(red, 30) << solid->ClassName().toStdString();
         EXPECT_GT(green, 30) << solid->ClassName().toStdString();
+    }
+}
+
+// A material of the library waits, applied, for the box that comes after one of the host's.
+TEST_F(TexturedSolidPixel, OfNeighboursWhatHasChangedBetweenThemIsSeen) {
+    TZEPMaterialLibrary library;
+    Scene.SetMaterialLibrary(&library);
+    auto& busy = *Add<TBusy>(&Scene);
+    auto& second = *Add<TZEPBox>(&Scene);
+    second.XForm()->Translate()->SetZ(1);
+    TZEPTexture* texture = nullptr;
+    const QImage turned = FourColours().mirrored(true, false);
+    const std::pair<std::function<void()>, const char*> rows[] = {
+        {{}, "RGBW"},
+        {[&] { texture->SetAngle(180); }, "WBGR"},
+        {[&] { texture->Image()->SetImage(turned); }, "GRWB"},
+        {[&] { texture->SetResident(false); }, "RGBW"},
+        {[&] { texture->Image()->Clear(); }, "WWWW"},
+        {[&] { library.Materials()->Clear(); }, "WWWW"},
+    };
+    for (const auto& [change, quarters] : rows) {
+        library.Materials()->Clear();
+        TZEPMaterial* material = library.Materials()->Add()->Material();
+        material->FrontFace()->SetEmission(clWhite);
+        texture = material->Texture();
+        texture->Image()->SetImage(FourColours());
+        texture->SetResident(true);
+        for (TZEPBox* box : {&Box, &second}) {
+            box->SetMaterialIndex(0);
+            Face(*box).SetEmission(clWhite);
+        }
+        busy.Do = {};
+        Draw();
+        busy.Do = change;
+        Draw();
+        EXPECT_EQ(Quarters(), quarters) << "row " << (&change - &rows[0].first);
+        EXPECT_FALSE(busy.WasTextured || glIsEnabled(GL_TEXTURE_2D));
     }
 }

@@ -39,6 +39,7 @@ void TSeparates::Draw(const TPass& pass) const {
 void TSeparates::DrawOne(TZEPObject& object, const TPass& pass) {
     if (pass.Meshes && pass.Meshes->Draw(object, pass.Scene, pass.State)) return;
     const bool outlines = pass.Wire && !qobject_cast<TZEPLabel*>(&object);
+    pass.Scene.Frame().Run.Next(typeid(object));
     object.Draw(pass.Scene, pass.State, outlines ? dkDraft : pass.Kind);
 }
 

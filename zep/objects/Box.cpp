@@ -55,6 +55,7 @@ void SendFace(const TFace& face, bool draft, bool textured) {
 /// What all faces send, as arrays.
 struct TBoxArrays {
     std::array<TGLArrayf3, 24> Points{}, Normals{};
+    std::array<std::array<float, 2>, 24> Places{}; // in a picture
 };
 
 constexpr TBoxArrays MakeArrays() {
@@ -64,11 +65,20 @@ constexpr TBoxArrays MakeArrays() {
         for (std::size_t i = 0; i < 4; ++i, ++next) {
             arrays.Points[next] = face.Corner(i);
             arrays.Normals[next] = face.Normal;
+            arrays.Places[next] = {TextureCorners[i][0], TextureCorners[i][1]};
         }
     return arrays;
 }
 
 constexpr TBoxArrays Arrays = MakeArrays();
+constexpr TZEPArrayAttributes PlainArrays{.Points = Arrays.Points.front().data(),
+                                          .Normals = Arrays.Normals.front().data(),
+                                          .LastNormal = Arrays.Normals.back().data()};
+constexpr TZEPArrayAttributes TexturedArrays{.Points = PlainArrays.Points,
+                                             .Normals = PlainArrays.Normals,
+                                             .Places = Arrays.Places.front().data(),
+                                             .LastNormal = PlainArrays.LastNormal,
+                                             .LastPlace = Arrays.Places.back().data()};
 
 /// How many slices lie along an edge of a face, which runs along one axis.
 int SlicesAlong(const TGLArrayd3& edge, const std::array<int, 3>& slices) {
@@ -113,13 +123,15 @@ void TZEPBox::DrawSpecific(GLenum, bool draft) {
     const bool textured = !draft && HasTexture();
     TZEPDrawRun& run = DrawFrame().Run;
     // Between neighbours arrays cost two thirds of what single calls do.
-    if (run.Waits() && !draft && !textured && !Sliced() && m_parts == AllParts) {
-        const TZEPDrawRun::AttributeScope arrays(
-            run, TZEPArrayAttributes{Arrays.Points.front().data(), Arrays.Normals.front().data(),
-                                     Arrays.Normals.back().data()});
+    if (run.Waits() && !draft && !Sliced() && m_parts == AllParts) {
+        const TZEPDrawRun::AttributeScope arrays(run, textured ? TexturedArrays : PlainArrays);
         return glDrawArrays(GL_QUADS, 0, static_cast<GLsizei>(Arrays.Points.size()));
     }
     run.OpenSurface();
+    Send(draft, textured);
+}
+
+void TZEPBox::Send(bool draft, bool textured) const {
     for (const TFace& face : Faces) {
         if (!m_parts.testFlag(face.Part)) continue;
         if (Sliced())

@@ -66,6 +66,7 @@ protected:
 
 private:
     [[nodiscard]] bool Sliced() const { return m_slices != std::array{1, 1, 1}; }
+    void Send(bool draft, bool textured) const;
 
     std::array<int, 3> m_slices{1, 1, 1};
     TZEPBoxParts m_parts = AllParts;

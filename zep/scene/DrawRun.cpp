@@ -11,10 +11,12 @@ namespace ZEP {
 
 namespace {
 
-/// Nothing has to be taken back after it: a texture is loaded anew at each application, and a class
-/// of a host may do anything.
-bool CanWait(const TZEPMaterial& material) {
-    return !material.HasTexture() && typeid(material) == typeid(TZEPMaterial);
+/// A texture that is loaded anew at each application does not, and a class of a host may do
+/// anything.
+bool CanWait(const TZEPMaterial& material, bool cancel) {
+    const bool textured = material.HasTexture();
+    return (!textured || (material.Texture()->Resident() && cancel)) &&
+           typeid(material) == typeid(TZEPMaterial);
 }
 
 void OpenLine(const TZEPLineAttributes& attributes, float widths) {
@@ -38,6 +40,9 @@ void OpenArrays(const TZEPArrayAttributes& arrays) {
     PushClientArrays({GL_VERTEX_ARRAY, GL_NORMAL_ARRAY});
     glVertexPointer(3, GL_FLOAT, 0, arrays.Points);
     glNormalPointer(GL_FLOAT, 0, arrays.Normals);
+    if (!arrays.Places) return;
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    glTexCoordPointer(2, GL_FLOAT, 0, arrays.Places);
 }
 
 } // namespace
@@ -55,7 +60,7 @@ TZEPMaterialUse::~TZEPMaterialUse() {
 TZEPDrawRun::MaterialScope::MaterialScope(TZEPDrawRun& run, TZEPMaterial& material, GLenum face,
                                           bool cancel)
     : m_run(run) {
-    run.m_waits = run.m_shares && face == GL_FRONT_AND_BACK && CanWait(material);
+    run.m_waits = run.m_shares && face == GL_FRONT_AND_BACK && CanWait(material, cancel);
     if (run.m_waits) {
         run.Apply(material);
         return;
@@ -87,12 +92,15 @@ void TZEPDrawRun::Apply(TColor color) {
 /// Of the material that is applied already, only what differs is set.
 void TZEPDrawRun::Apply(TZEPMaterial& material) {
     FindMaterial();
+    if (m_textureChanges != TZEPTexture::Changes()) EndMaterial();
     const TZEPMaterial* applied = std::exchange(m_material, &material);
     if (applied == &material || (applied && applied->SameAs(material))) return;
     if (applied)
         material.ApplayChanges(*applied);
     else
         material.ApplayMaterial(GL_FRONT_AND_BACK);
+    m_textured = material.HasTexture();
+    m_textureChanges = TZEPTexture::Changes();
     ApplyRules(material, GL_FRONT_AND_BACK);
 }
 
@@ -132,6 +140,7 @@ void TZEPDrawRun::Close(const TAttributes& attributes) {
     if (const auto* arrays = std::get_if<TZEPArrayAttributes>(&attributes)) {
         glPopClientAttrib();
         glNormal3fv(arrays->LastNormal);
+        if (arrays->LastPlace) glTexCoord2fv(arrays->LastPlace);
     } else if (attributes.index() != 0) {
         glPopAttrib();
     }
@@ -141,10 +150,15 @@ void TZEPDrawRun::EndAttributes() {
     Close(std::exchange(m_attributes, {}));
 }
 
-void TZEPDrawRun::End() {
-    EndAttributes();
+void TZEPDrawRun::EndMaterial() {
     m_color.reset();
     m_material = nullptr;
+    if (std::exchange(m_textured, false)) TZEPTexture::SwitchOff();
+}
+
+void TZEPDrawRun::End() {
+    EndAttributes();
+    EndMaterial();
 }
 
 // --- turns and walks -----------------------------------------------------------------------------

@@ -3,10 +3,12 @@
 #include <zep/Export.h>
 #include <zep/framework/Color.h>
 #include <zep/framework/Watch.h>
+#include <zep/scene/DrawPasses.h>
 
 #include <GL/gl.h>
 
 #include <optional>
+#include <typeinfo>
 #include <variant>
 
 namespace ZEP {
@@ -29,11 +31,14 @@ struct TZEPPointAttributes {
     bool operator==(const TZEPPointAttributes&) const = default;
 };
 
-/// Arrays that a surface is drawn from: three floats for each vertex.
+/// Arrays that a surface is drawn from: three floats for each vertex, and two for its place in a
+/// picture. The last normal and place stay the current ones.
 struct TZEPArrayAttributes {
     const float* Points = nullptr;
     const float* Normals = nullptr;
-    const float* LastNormal = nullptr; ///< which stays the current one
+    const float* Places = nullptr; ///< null: there is no picture
+    const float* LastNormal = nullptr;
+    const float* LastPlace = nullptr;
     bool operator==(const TZEPArrayAttributes&) const = default;
 };
 
@@ -135,6 +140,11 @@ public:
 
     /// A surface comes vertex by vertex; attributes of lines and points must not reach it.
     void OpenSurface() { EndAttributes(); }
+    /// An object of that class comes next. A host's may do anything before its turn begins: no
+    /// texture is on then.
+    void Next(const std::type_info& type) {
+        if (m_textured && !TZEPKnownClass::Is(type)) End();
+    }
     /// What the present object closes stays open for the next.
     [[nodiscard]] bool Waits() const { return m_waits; }
     /// Takes back what waits.
@@ -174,11 +184,14 @@ private:
     void Open(const TAttributes& attributes) const;
     static void Close(const TAttributes& attributes);
     void EndAttributes();
+    void EndMaterial();
     void FindMaterial();
 
-    // What holds in OpenGL and may wait there. No host's code runs while something waits, so that
-    // the material cannot go.
+    // What holds in OpenGL and may wait there. The material may have gone where textures have
+    // changed since.
     TZEPMaterial* m_material = nullptr;
+    unsigned m_textureChanges = 0; // when it was applied
+    bool m_textured = false;       // so is it: texturing is on
     std::optional<TColor> m_color; // applied since: as the shared material of this colour
     TAttributes m_attributes;
     TZEPDrawRules m_rules;

@@ -135,9 +135,11 @@ void TZEPObject::DrawPass(const TZEPObject& flags, TZEPSceneContext& scene, TZEP
 
 void TZEPObject::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (!m_children) return;
-    const TZEPFrame& frame = scene.Frame();
+    TZEPFrame& frame = scene.Frame();
     const auto draw = [&](TZEPObject* child) {
-        if (!frame.SceneIsGone) child->Draw(scene, state, kind);
+        if (frame.SceneIsGone) return;
+        frame.Run.Next(typeid(*child));
+        child->Draw(scene, state, kind);
     };
     const bool some = kind != dkSelect && !IsForAll(state);
     const auto extend = [](TZEPBlockBox& box, const TZEPObject* child) { child->Extend(box); };

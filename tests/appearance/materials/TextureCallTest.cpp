@@ -1,6 +1,7 @@
 #include "tests/gl/CallRecorder.h"
 #include "tests/gl/OffscreenTest.h"
-#include <zep/appearance/materials/Material.h>
+#include <zep/ZEPClasses.h>
+#include <zep/ZEPObjects.h>
 #include <zep/gl/Names.h>
 
 #include <gmock/gmock.h>
@@ -103,6 +104,27 @@ TEST_F(TextureCall, AResidentOneIsLoadedWhereItHasChangedOnly) {
             << "row " << (&change - &rows[0].first);
         EXPECT_TRUE(glIsTexture(static_cast<GLuint>(BoundTexture())));
     }
+}
+
+TEST_F(TextureCall, NeighboursShareResidentOnesAndSetWhatDiffers) {
+    TZEPMaterialLibrary library;
+    TZEPScene scene;
+    scene.SetMaterialLibrary(&library);
+    for (int i = 0; i < 3; ++i) {
+        TZEPTexture& texture = *library.Materials()->Add()->Material()->Texture();
+        texture.Image()->SetImage(Picture(2, 2));
+        texture.SetResident(true);
+    }
+    (*library.Materials())[2].Material()->Texture()->SetAngle(90);
+    for (const int material : {0, 0, 1, 1, 2, 2}) Add<TZEPBox>(&scene)->SetMaterialIndex(material);
+    scene.Draw(scene, dsAllObjects, dkFull);
+    const GlCalls calls;
+    scene.Draw(scene, dsAllObjects, dkFull);
+    EXPECT_EQ(calls.Count("glBindTexture"), 3U);
+    EXPECT_EQ(calls.Count("glRotatef"), 2U) << "the first and the turned one";
+    EXPECT_THAT(calls.Of({"glEnable", "glDisable"}),
+                ElementsAre("glEnable(GL_TEXTURE_2D)", "glDisable(GL_TEXTURE_2D)"));
+    EXPECT_EQ(calls.Count("glDrawArrays"), 6U);
 }
 
 TEST_F(TextureCall, TheMatrixTurnsAboutTheCentre) {

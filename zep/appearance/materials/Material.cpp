@@ -44,11 +44,14 @@ void TZEPMaterial::ApplayWithFrontAlpha(float alpha) {
     m_texture.ApplayMaterial();
 }
 
-void TZEPMaterial::ApplayChanges(const TZEPMaterial& applied) const {
-    if (m_frontFace.SameAs(m_backFace) && applied.m_frontFace.SameAs(applied.m_backFace))
-        return m_frontFace.ApplayChanges(applied.m_frontFace, GL_FRONT_AND_BACK);
-    m_frontFace.ApplayChanges(applied.m_frontFace, GL_FRONT);
-    m_backFace.ApplayChanges(applied.m_backFace, GL_BACK);
+void TZEPMaterial::ApplayChanges(const TZEPMaterial& applied) {
+    if (m_frontFace.SameAs(m_backFace) && applied.m_frontFace.SameAs(applied.m_backFace)) {
+        m_frontFace.ApplayChanges(applied.m_frontFace, GL_FRONT_AND_BACK);
+    } else {
+        m_frontFace.ApplayChanges(applied.m_frontFace, GL_FRONT);
+        m_backFace.ApplayChanges(applied.m_backFace, GL_BACK);
+    }
+    m_texture.ApplayChanges(applied.m_texture);
 }
 
 void TZEPMaterial::CancelMaterial() {

@@ -38,7 +38,7 @@ public:
     /// Holds a picture to be laid on the surface.
     [[nodiscard]] bool HasTexture() const { return !m_texture.Empty(); }
     /// Whether applying `other` after this would set nothing new. Two materials are never the same
-    /// where one has a texture, since a texture is loaded at each application.
+    /// where one has a texture.
     [[nodiscard]] bool SameAs(const TZEPMaterial& other) const;
 
     /// All values are the same, and neither has a picture.
@@ -49,8 +49,8 @@ public:
     virtual void ApplayMaterial(GLenum face);
     /// Hands both sides to OpenGL, the front with that alpha; the material stays as it is.
     void ApplayWithFrontAlpha(float alpha);
-    /// Hands both sides to OpenGL where `applied` is what it has; neither has a texture.
-    void ApplayChanges(const TZEPMaterial& applied) const;
+    /// Hands both sides and the texture to OpenGL where `applied` is what it has.
+    void ApplayChanges(const TZEPMaterial& applied);
     /// Takes back what applying switched on: the texture.
     virtual void CancelMaterial();
 

@@ -63,6 +63,11 @@ std::optional<std::unordered_set<GLuint>>& Spoilt() {
     return names;
 }
 
+unsigned& ChangeCount() {
+    thread_local unsigned count = 0;
+    return count;
+}
+
 GLint Asked(GLenum what) {
     GLint answer = 0;
     glGetIntegerv(what, &answer);
@@ -83,7 +88,17 @@ TZEPTexture::TZEPTexture(TNotifyEvent onTextureChange) : OnTextureChange(onTextu
 }
 
 TZEPTexture::~TZEPTexture() {
+    ++ChangeCount();
     ReleaseTexture(m_name);
+}
+
+unsigned TZEPTexture::Changes() {
+    return ChangeCount();
+}
+
+void TZEPTexture::Changed() {
+    ++ChangeCount();
+    OnTextureChange(this);
 }
 
 qint64 TZEPTexture::TShownPicture::BytesBeside(const QSize& size) const {
@@ -122,23 +137,46 @@ void TZEPTexture::TextureChanged(TObject*) {
         m_image.SetTexels(NoTexels());
     else if (m_image.Texels().ImageKey != image.cacheKey())
         m_image.SetTexels(TexelsOf(image));
-    OnTextureChange(this);
+    Changed();
 }
 
 void TZEPTexture::ApplayMaterial() {
     if (Empty()) return;
-    m_mipmapped = m_minFilter != mifNearest && m_minFilter != mifLinear;
+    m_mipmapped = HasMipmapFilter();
     SetFilters();
     constexpr TGLColor White{1, 1, 1, 1};
     glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, White.data());
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, Environments[m_environment]);
-    if (m_resident && Asked(GL_LIST_INDEX) == 0)
+    if (CanKeep())
         UseKept();
     else
         LoadAnew();
     glEnable(GL_TEXTURE_2D);
     glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_FASTEST);
     ApplyMatrix();
+}
+
+// The filters of what is bound before are left alone: that is kept, and gets its own each time.
+void TZEPTexture::ApplayChanges(const TZEPTexture& applied) {
+    if (Empty()) return applied.CancelMaterial();
+    if (applied.Empty() || !applied.m_resident || !CanKeep()) {
+        applied.CancelMaterial();
+        return ApplayMaterial();
+    }
+    m_mipmapped = HasMipmapFilter();
+    if (m_environment != applied.m_environment)
+        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, Environments[m_environment]);
+    UseKept();
+    if (!HasMatrixOf(applied)) ApplyMatrix();
+}
+
+bool TZEPTexture::HasMipmapFilter() const {
+    return m_minFilter != mifNearest && m_minFilter != mifLinear;
+}
+
+// A list holds the picture as it is now.
+bool TZEPTexture::CanKeep() const {
+    return m_resident && Asked(GL_LIST_INDEX) == 0;
 }
 
 void TZEPTexture::SetFilters() const {
@@ -212,6 +250,13 @@ void TZEPTexture::ApplyMatrix() const {
     glMatrixMode(GL_MODELVIEW);
 }
 
+bool TZEPTexture::HasMatrixOf(const TZEPTexture& other) const {
+    const auto values = [](const TZEPTexture& t) {
+        return std::tie(t.m_angle, t.m_tilingS, t.m_tilingT, t.m_offsetS, t.m_offsetT);
+    };
+    return values(*this) == values(other);
+}
+
 void TZEPTexture::CancelMaterial() const {
     if (!Empty()) SwitchOff();
 }
@@ -248,7 +293,7 @@ void TZEPTexture::Assign(const TPersistent* source) {
     m_angle = texture->m_angle;
     m_resident = texture->m_resident;
     m_image.Assign(&texture->m_image);
-    OnTextureChange(this);
+    Changed();
 }
 
 } // namespace ZEP

@@ -92,7 +92,8 @@ public:
     [[nodiscard]] float OffsetT() const { return m_offsetT; }
     void SetOffsetT(float value) { Store(m_offsetT, value); }
     /// Its texture object is kept, and loaded anew only where the picture or what is made of it has
-    /// changed: the same pixels, in a fiftieth of the time for a large picture.
+    /// changed: the same pixels, in a fiftieth of the time for a large picture. It stays applied
+    /// between neighbours that are drawn with it.
     [[nodiscard]] bool Resident() const { return m_resident; }
     void SetResident(bool value) { Store(m_resident, value); }
     /// A border of one texel; starts false, is not published.
@@ -122,6 +123,9 @@ public:
 
     /// Makes the picture OpenGL's current texture and switches texturing on; nothing when empty.
     virtual void ApplayMaterial();
+    /// As `ApplayMaterial` after `applied` was cancelled, where that is still applied. Of two that
+    /// are resident only what differs is set.
+    void ApplayChanges(const TZEPTexture& applied);
     /// Switches texturing off again; nothing when empty.
     virtual void CancelMaterial() const;
     /// What `CancelMaterial` does where there is a picture.
@@ -129,6 +133,8 @@ public:
     /// Others may load something into the texture object that is bound: it is loaded anew when it
     /// is applied next.
     static void ForgetBound();
+    /// Another number each time that a texture of this thread has changed or gone.
+    [[nodiscard]] static unsigned Changes();
     /// Makes the buffer anew from the picture.
     void TextureChanged(TObject* sender);
 
@@ -162,11 +168,14 @@ private:
 
     template <class T>
     void Store(T& field, T value) {
-        if (Change(field, value)) OnTextureChange(this);
+        if (Change(field, value)) Changed();
     }
+    void Changed();
     /// What a texture object that is kept holds.
     enum class TKept : unsigned char { Nothing, Picture, Mipmaps };
 
+    [[nodiscard]] bool HasMipmapFilter() const;
+    [[nodiscard]] bool CanKeep() const;
     void LoadAnew();
     void UseKept();
     bool MakeObject();
@@ -174,6 +183,7 @@ private:
     void SetFilters() const;
     void BuildMipmaps() const;
     void ApplyMatrix() const;
+    [[nodiscard]] bool HasMatrixOf(const TZEPTexture& other) const;
 
     TZEPTextureEnv m_environment = teModulate;
     TZEPTextureMinFilter m_minFilter = mifLinear;
