@@ -217,7 +217,9 @@ void TZEPLogicalObject::DrawLogical(TZEPSceneContext& scene, TZEPDrawState state
     if (m_operation == loOR || frame.Carves || !HasBuffer(GL_STENCIL_BITS)) {
         // Without counts the solid that is carved is shown whole.
         if (m_operation != loSUB || frame.Carves) first->Draw(scene, state, kind);
-        if (second && !frame.SceneIsGone) second->Draw(scene, state, kind);
+        if (!second || frame.SceneIsGone) return;
+        frame.Run.Next(typeid(*second));
+        second->Draw(scene, state, kind);
         return;
     }
     const QScopedValueRollback carves(frame.Carves, true);
