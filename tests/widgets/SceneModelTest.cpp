@@ -88,9 +88,16 @@ TEST_F(SceneModel, TellsOfNamesColoursAndBoxesThatChange) {
     told.clear();
     TZEPObject* other = Add(*m_scene);
     Settle();
-    other->Invalidate(other);
-    Settle();
-    EXPECT_EQ(told, std::set<void*>{other});
+    for (const bool byBox : {false, true}) { // what stands beside it is not told
+        told.clear();
+        if (byBox)
+            m_model.setData(m_model.IndexOf(*other), Qt::Unchecked, Qt::CheckStateRole);
+        else
+            other->Invalidate(other);
+        Settle();
+        EXPECT_EQ(told, std::set<void*>{other}) << byBox;
+    }
+    EXPECT_FALSE(other->Visible());
 }
 
 TEST_F(SceneModel, ASlotMayFreeWhatIsYetToBeTold) {

@@ -190,9 +190,7 @@ bool TZEPSceneModel::setData(const QModelIndex& index, const QVariant& value, in
 }
 
 void TZEPSceneModel::SetShown(const std::vector<TZEPObject*>& objects, bool shown) {
-    m_sync->ChangeVisibility([&](TZEPVisibility& visibility) {
-        for (TZEPObject* object : objects) visibility.SetShown(*object, shown);
-    });
+    m_sync->SetShown(objects, shown);
 }
 
 void TZEPSceneModel::ShowOnly(const std::vector<TZEPObject*>& objects) {

@@ -1,6 +1,7 @@
 #include <zep/widgets/SceneSync.h>
 
 #include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/framework/Watch.h>
 #include <zep/scene/ForEach.h>
 #include <zep/scene/Scene.h>
 
@@ -77,6 +78,19 @@ void TZEPSceneSync::SceneGone() {
 void TZEPSceneSync::Refresh() {
     m_visibility.Forget();
     MarkAll();
+}
+
+// One among a million that stand open says by itself what changes: the rows beside it stay.
+void TZEPSceneSync::SetShown(const std::vector<TZEPObject*>& objects, bool shown) {
+    if (objects.size() == 1 && TZEPVisibility::IsByItself(*objects.front())) {
+        TZEPObject* object = objects.front();
+        const TZEPWatch alive(object);
+        object->SetVisible(shown);
+        return alive ? Changed(object) : void();
+    }
+    ChangeVisibility([&](TZEPVisibility& visibility) {
+        for (TZEPObject* object : objects) visibility.SetShown(*object, shown);
+    });
 }
 
 void TZEPSceneSync::ChangeVisibility(const std::function<void(TZEPVisibility&)>& change) {

@@ -26,6 +26,7 @@ public:
     /// Tells what is to be told; nothing while views are being told already.
     void Sync();
     void Refresh();
+    void SetShown(const std::vector<TZEPObject*>& objects, bool shown);
     /// Shows and hides.
     void ChangeVisibility(const std::function<void(TZEPVisibility&)>& change);
 

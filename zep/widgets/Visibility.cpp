@@ -91,6 +91,10 @@ void TZEPVisibility::ForgetBelow(TZEPObject& root) {
     ForEachObject(root, [this](const TZEPObject& object) { Forget(object); });
 }
 
+bool TZEPVisibility::IsByItself(const TZEPObject& object) {
+    return object.GetItemsCount() == 0 && (!HasParentRow(object) || IsSeen(*object.Parent()));
+}
+
 void TZEPVisibility::SetShown(TZEPObject& object, bool shown) {
     const bool wasVisible = object.Visible();
     if (shown) LeadTo(object);

@@ -17,6 +17,8 @@ public:
     /// Of the box: partially where some of what is below is not seen.
     [[nodiscard]] Qt::CheckState StateOf(const TZEPObject& object) const;
 
+    /// It holds nothing and nothing above hides it: it is seen or not by its own flag alone.
+    [[nodiscard]] static bool IsByItself(const TZEPObject& object);
     /// Shown, what was hidden comes back as it was, and what was seen in part is seen whole. Of
     /// what hides it, nothing else comes to be seen.
     void SetShown(TZEPObject& object, bool shown);
