@@ -29,8 +29,9 @@ public:
         auto* layer = AddTo<TZEPNode>(m_batch);
         auto* far = AddTo<TZEPNode>(m_batch);
         far->XForm()->Translate()->SetData(3e6, 0, 0);
-        for (TZEPObject* parent : std::initializer_list<TZEPObject*>{
-                 layer, AddTo<TZEPNode>(layer), layer, AddTo<TZEPNode>(layer), layer, m_batch, far})
+        for (TZEPObject* parent :
+             std::initializer_list<TZEPObject*>{layer, AddTo<TZEPNode>(layer), layer,
+                                                AddTo<TZEPNode>(layer), layer, layer, m_batch, far})
             for (int i = 0; i < Lines; ++i) {
                 MakeLine(*parent, parent == far ? -3e6 : 0);
                 if (i % 100 == 0) MakeLine(*AddTo<TZEPNode>(parent), 0);
@@ -89,8 +90,12 @@ private:
     TZEPObject* Any() {
         std::vector<TZEPObject*> all{m_batch};
         m_batch->ListChildren(all);
-        if (m_dice.OneIn(2)) // there may be many lines
-            std::erase_if(all, [](TZEPObject* object) { return qobject_cast<TZEPLine*>(object); });
+        const int few = m_dice.Below(8);
+        std::erase_if(all, [&](TZEPObject* object) { // of thousands of lines
+            if (object == m_batch || few > 3) return false;
+            return few == 0 ? object->GetItemsCount() < 100
+                            : qobject_cast<TZEPLine*>(object) != nullptr;
+        });
         return all[static_cast<std::size_t>(m_dice.Below(static_cast<int>(all.size())))];
     }
 
@@ -148,7 +153,7 @@ private:
 
     /// More than is told one by one, of few or of all.
     void ChangeMany() {
-        const int each = 1 << m_dice.Below(9);
+        const int each = 1 << m_dice.Below(7);
         std::vector<TZEPObject*> all;
         m_batch->ListChildren(all);
         for (TZEPObject* object : all)
