@@ -14,8 +14,8 @@ struct TBatchLook;
 
 /// A parent that draws what is below it gathered in arrays of vertexes, so that drawings of a
 /// million entities are seen at an interactive rate: one for each layer, that is each child that
-/// only holds others, and one for its other children. After a change only the array that shows it
-/// is made anew. What is far from the origin is exact.
+/// only holds others, and one for its other children. After a change only the block of neighbours
+/// that shows it is made anew. What is far from the origin is exact.
 ///
 /// Lines, arcs, circles, polylines, points, text and polygons of three and four corners are
 /// gathered where a colour is all that their material tells (see GatheredClass.h for classes of
