@@ -35,6 +35,8 @@ set(core_headers
   converters/dxf/Colors.h
   converters/dxf/Converter.h
   converters/rs274d/Converter.h
+  converters/rs274d/Interpreter.h
+  converters/rs274d/Options.h
   converters/rs274d/Report.h
   converters/rs274d/Sink.h
   converters/threeds/Converter.h

@@ -1,6 +1,7 @@
 #pragma once
 
 /// \file
-/// Unit ZEPRS274D: the reader of RS-274D programs.
+/// Unit ZEPRS274D: the reader of RS-274D programs, and what runs them without a scene.
 
 #include <zep/converters/rs274d/Converter.h>
+#include <zep/converters/rs274d/Interpreter.h>

@@ -8,6 +8,9 @@
 namespace ZEP {
 namespace {
 
+/// Loops without an end shall not take the time of other inputs.
+constexpr int MaxRunAgain = 10'000;
+
 /// Stops the process on a path that no scene could show.
 class PathChecker : public TRS274DSink {
 public:
@@ -49,7 +52,12 @@ void ReadInEveryWay(std::string_view text) {
             PathChecker checker;
             TRS274DReport report;
             try {
-                ReadRS274D(text, {.Extended = extended, .StopOnErrors = strict, .Trace = strict},
+                ReadRS274D(text,
+                           {.Extended = extended,
+                            .StopOnErrors = strict,
+                            .Trace = strict,
+                            .MaxBlocks = MaxRunAgain,
+                            .MaxMotions = MaxRunAgain},
                            checker, report);
             } catch (const Exception&) {
                 continue; // errors are told, never crashes

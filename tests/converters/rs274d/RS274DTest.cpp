@@ -1,7 +1,10 @@
+#include "tests/Cases.h"
 #include "tests/ErrorOf.h"
 #include "tests/FolderTest.h"
 #include <zep/converters/rs274d/Block.h>
 #include <zep/converters/rs274d/Converter.h>
+#include <zep/converters/rs274d/Interpreter.h>
+#include <zep/converters/rs274d/Parameters.h>
 #include <zep/scene/Scene.h>
 
 #include <QDir>
@@ -95,6 +98,105 @@ TEST_F(RS274D, KeepsWhatWasReadBeforeAnError) {
     Converter.SetStopOnErrors(false);
     EXPECT_EQ(ErrorOfLoading(), "");
     EXPECT_EQ(Root.GetItemsCount(), 3);
+}
+
+// --- programs that run ---------------------------------------------------------------------------
+
+/// #5 is 2, #2 is 7, #<A> is -1.
+TEST_F(RS274D, ExpressionsHaveTheValuesOfTheDialect) {
+    struct TNoMachine : TRS274DMachineValues {
+        std::optional<double> MachineValue(int) const override { return std::nullopt; }
+        std::optional<double> MachineValue(std::string_view) const override { return std::nullopt; }
+        bool SetMachineValue(int, double) override { return false; }
+    } machine;
+    TRS274DParameters parameters(machine);
+    for (const auto& [reference, value] :
+         {std::pair(TRS274DReference{5}, 2.0), {{2}, 7.0}, {{.Name = "<A>"}, -1.0}})
+        EXPECT_TRUE(parameters.Set(reference, value));
+    const char* faults[] = {"", "unreadable", "deep", "none", "division by zero", "out of range"};
+    ExpectCases("text/expressions.txt", [&](const TCase& c) {
+        return EachLine(c, [&](const std::string& line) {
+            std::string buffer;
+            TRS274DExpression text(NormalizeBlock(line, buffer), parameters);
+            const double value = text.Value();
+            const std::string rest(text.Rest());
+            if (text.Fault() == TRS274DFault::None)
+                return QByteArray::number(value, 'g', 10).toStdString() + " " + rest;
+            return std::string(faults[static_cast<int>(text.Fault())]);
+        });
+    });
+}
+
+/// A path that is counted, and the lines of its moves.
+struct TCounted : TRS274DSink {
+    std::string Lines;
+    void Rapid(const TRS274DPoint&, const TRS274DPoint&, qint64 line) override {
+        Lines += std::to_string(line) + ' ';
+    }
+    void Feed(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) override {
+        Rapid(from, to, line);
+    }
+    void Drill(const TRS274DPoint&, qint64) override {}
+    void Arc(const TRS274DArc&, qint64) override {}
+    void Curve(std::span<const TRS274DPoint>, qint64) override {}
+    void NextTool() override {}
+    void Dump(std::string_view) override {}
+};
+
+TEST_F(RS274D, ProgramsWithoutAnEndAreEnded) {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"a loop", "G0X1\nO1 WHILE [1]\nO1 ENDWHILE", "runs more than 100 blocks again. Line: 2"},
+        {"moves", "G0X1\nO1 DO\nX1\nO1 WHILE [1]", "makes more than 10 motions again. Line: 4"},
+        {"calls", "G0X1\nM98 P5 L1000000000\nM2\nO5\nM99", "100 blocks again. Line: 5"},
+        {"jumps", "G0X1\nN2 M97P2L9\n", "More than 100 subprograms call each other. Line: 2"},
+        {"an empty loop", "G0X1\nO1 REPEAT[1000000000]\nO1 ENDREPEAT",
+         "100 blocks again. Line: 3"}};
+    for (const auto& [name, text, error] : rows) {
+        TCounted path;
+        TRS274DReport report;
+        TRS274DInterpreter interpreter({.MaxBlocks = 100, .MaxMotions = 10}, path, report);
+        EXPECT_THAT(ErrorOf([&] { interpreter.Run(text); }), testing::HasSubstr(error)) << name;
+        EXPECT_THAT(path.Lines, testing::StartsWith("1 ")) << name;
+    }
+    TCounted path;
+    TRS274DReport report;
+    int asked = 0;
+    EXPECT_FALSE(TRS274DInterpreter({}, path, report)
+                     .Run("O1 WHILE [1]\nO1 ENDWHILE", [&](qint64 done, qint64 total) {
+                         EXPECT_LE(done, total);
+                         return ++asked < 3;
+                     }));
+    EXPECT_EQ(asked, 3);
+}
+
+/// Moves of another file have the line of the call; only files of the program's folder are found.
+TEST_F(RS274D, SubprogramsStandBesideTheProgram) {
+    ASSERT_TRUE(QDir().mkpath(Path("below")));
+    ASSERT_TRUE(QDir().mkpath(Path("programs")));
+    Put("outside.ngc", "G0 X1\n");
+    Put("programs/Square.NGC", "\nO<square> sub\nG0 X#1\nO1 call\nO<square> endsub\n");
+    Put("programs/o0020.nc", "G0 X1\nG0 X2");
+    Put("programs/20.txt", "G0 Y9");
+    Put("programs/bad.ngc", "O<bad> sub\nG1\nX[1/0]\nO<bad> endsub");
+    ASSERT_TRUE(QFile::link(Path("outside.ngc"), Path("programs/link.ngc")));
+    ASSERT_TRUE(QDir().mkpath(Path("programs/folder.ngc")));
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"by name, which calls back", "O1 sub\nG0Y1\nO1 endsub\n\nO<square> call [5]", "5 2 "},
+        {"by number", "M98 P20", "1 1 "},
+        {"a link out of the folder", "O<link> call", "no subprogram"},
+        {"a path", "O<../outside> call", "no subprogram"},
+        {"a folder", "O<folder> call", "no subprogram"},
+        {"a fault in it", "\nO<bad> call", "Division by zero. In \"bad.ngc\", line 3. Line: 2"}};
+    for (const auto& [name, text, expected] : rows) {
+        TCounted path;
+        TRS274DReport report;
+        TRS274DInterpreter interpreter(
+            {.StopOnErrors = true, .FileName = Path("programs/main.ngc")}, path, report);
+        const std::string error = ErrorOf([&] { interpreter.Run(text); });
+        EXPECT_THAT(error.starts_with("No subprogram") ? "no subprogram" : error + path.Lines,
+                    expected)
+            << name;
+    }
 }
 
 // --- the trace -----------------------------------------------------------------------------------

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -51,6 +50,9 @@ std::string_view GetWord(std::string_view& block, bool polar = false);
 /// part.
 double GetReal(std::string_view word);
 
+/// The number of digits and points without a sign, by the same rules.
+double GetNumber(std::string_view digits);
+
 /// The words of one line. Kept from line to line, it allocates nothing.
 class TRS274DBlock {
 public:
@@ -59,6 +61,13 @@ public:
     /// \param polar  takes "@" and "^" for letters too
     void Read(std::string_view line, bool polar);
 
+    /// For what reads on where the words ended: there, or at a word before that is a sign without
+    /// digits ("X-" of "X-#1"), which is taken back.
+    std::string_view Reopen();
+    void Complete() { m_end = TRS274DBlockEnd::Complete; }
+    /// \param word  whose text stands in the normalised block
+    void Add(const TRS274DWord& word);
+
     [[nodiscard]] const std::vector<TRS274DWord>& Words() const { return m_words; }
     [[nodiscard]] TRS274DBlockEnd End() const { return m_end; }
     /// What was left of the normalised block, from the character or word where the words ended.
@@ -66,7 +75,9 @@ public:
 
     [[nodiscard]] bool Has(char letter) const { return (m_letters & Bit(letter)) != 0; }
     [[nodiscard]] bool HasAnyOf(std::string_view letters) const {
-        return std::ranges::any_of(letters, [this](char letter) { return Has(letter); });
+        std::uint32_t mask = 0; // a constant where the letters are
+        for (const char letter : letters) mask |= Bit(letter);
+        return (m_letters & mask) != 0;
     }
     /// The number of the first word of that letter; 0 without one.
     [[nodiscard]] double Value(char letter) const {
@@ -79,7 +90,6 @@ private:
         return static_cast<std::size_t>(letter - '@');
     }
     static constexpr std::uint32_t Bit(char letter) { return 1U << Index(letter); }
-    void Add(const TRS274DWord& word);
     [[nodiscard]] TRS274DBlockEnd ReadWords(bool polar);
     [[nodiscard]] TRS274DBlockEnd EndAt(std::string_view rest) const;
 

@@ -55,8 +55,10 @@ void TRS274DConverter::ReadNC(std::string_view text) {
     SetCancelled(false);
     m_colorIndex = 0;
     const TRootUpdate update(Root());
-    const TRS274DOptions options{
-        .Extended = m_extended, .StopOnErrors = m_stopOnErrors, .Trace = m_trace != nullptr};
+    const TRS274DOptions options{.Extended = m_extended,
+                                 .StopOnErrors = m_stopOnErrors,
+                                 .Trace = m_trace != nullptr,
+                                 .FileName = FileName()};
     SetCancelled(
         !Finishes([&] { return ReadRS274D(text, options, *this, m_report, GuardedProgress()); }));
 }

@@ -8,8 +8,13 @@ namespace {
 
 constexpr double PeckClearance = 0.254;
 
+bool FeedsToR(int cycle) {
+    return cycle == 84 || cycle == 85;
+}
+
+/// All the way that the tool goes back.
 bool FeedsOut(int cycle) {
-    return cycle == 84 || cycle == 85 || cycle == 89;
+    return cycle == 89;
 }
 
 } // namespace
@@ -31,7 +36,9 @@ void HoleMoves(const TRS274DHole& hole, std::vector<TRS274DLevelMove>& moves) {
         moves.push_back({true, depth + PeckClearance});
     }
     moves.push_back({false, hole.Bottom});
-    moves.push_back({!FeedsOut(hole.Cycle), hole.Clear});
+    if (FeedsToR(hole.Cycle)) moves.push_back({false, hole.R});
+    if (!FeedsToR(hole.Cycle) || hole.Clear != hole.R)
+        moves.push_back({!FeedsOut(hole.Cycle), hole.Clear});
 }
 
 } // namespace ZEP

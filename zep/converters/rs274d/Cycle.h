@@ -22,8 +22,8 @@ struct TRS274DLevelMove {
 [[nodiscard]] double PeckCount(const TRS274DHole& hole);
 
 /// The moves from the R level to the bottom and back to `Clear`. G73 breaks the chip after each
-/// peck, G83 goes back to R; both come within 0.254 mm of the last depth. G84, G85 and G89 feed
-/// out of the hole, the others leave it as a rapid.
+/// peck, G83 goes back to R; both come within 0.254 mm of the last depth. G84 and G85 feed
+/// out of the hole as far as R, G89 all the way; the others leave it as a rapid.
 void HoleMoves(const TRS274DHole& hole, std::vector<TRS274DLevelMove>& moves);
 
 } // namespace ZEP

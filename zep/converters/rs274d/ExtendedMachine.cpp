@@ -25,13 +25,14 @@ bool IsSilentM(qint64 code) {
 } // namespace
 
 void TRS274DExtendedMachine::RunBlock(const TRS274DBlock& block) {
-    if (block.End() != TRS274DBlockEnd::Complete) return;
     m_plan = {};
+    if (block.End() != TRS274DBlockEnd::Complete) return;
     for (const TRS274DWord& word : block.Words()) {
         if (word.Letter == 'G') ProcessG(word);
         if (word.Letter == 'M') ProcessM(word);
     }
-    if (block.HasAnyOf("ABCUVW")) m_report.Add(TRS274DPassed::OtherAxes, m_line);
+    if (block.HasAnyOf("FST")) NoteSettings(block);
+    if (block.HasAnyOf("ABCUVW")) m_report.Add(TRS274DPassed::OtherAxes, m_place.Line);
     Execute(block);
 }
 
@@ -42,7 +43,7 @@ void TRS274DExtendedMachine::ProcessG(const TRS274DWord& word) {
     else
         TraceSkipped(word);
     if (code.Group == TGroup::Unknown) {
-        m_report.AddCode('G', word.Value, m_line);
+        m_report.AddCode('G', word.Value, m_place.Line);
         m_plan.OtherUse = true;
     }
     ApplyMode(code);
@@ -115,21 +116,29 @@ void TRS274DExtendedMachine::ProcessM(const TRS274DWord& word) {
         return Trace("program pause");
     case 2:
     case 30:
-    case 99:
         m_running = false;
         return Trace("program end");
+    case 97:
+    case 98:
+        m_plan.Transfer = code == 97 ? TRS274DTransfer::CallLine : TRS274DTransfer::CallProgram;
+        return Trace("call of a subprogram");
+    case 99:
+        m_plan.Transfer = TRS274DTransfer::Return;
+        return Trace("end of a subprogram");
     case 6:
+        m_tool = m_selectedTool;
         m_sink.NextTool();
         return Trace("next tool");
     default:
         break;
     }
-    if (!IsSilentM(code)) m_report.AddCode('M', word.Value, m_line);
+    if (!IsSilentM(code)) m_report.AddCode('M', word.Value, m_place.Line);
 }
 
 void TRS274DExtendedMachine::Execute(const TRS274DBlock& block) {
     if (m_plan.Action) return RunAction(block);
-    if (!block.HasAnyOf(m_mode == mmArc ? "XYZ@^IJK" : "XYZ@^")) return;
+    const bool moves = block.HasAnyOf("XYZ@^") || (m_mode == mmArc && block.HasAnyOf("IJK"));
+    if (!moves) return;
     if (m_plan.OtherUse && !m_plan.Motion) return;
     Move(block, GetRepeatCount(block));
 }
@@ -229,7 +238,7 @@ void TRS274DExtendedMachine::SetData(const TRS274DBlock& block) {
     const qint64 number = std::llrint(block.Value('P'));
     const bool isKnown = (kind == 2 || kind == 20) && !block.Has('R');
     if (!isKnown || number < 0 || number > TRS274DFrames::SystemCount)
-        return m_report.AddCode('G', 10, m_line);
+        return m_report.AddCode('G', 10, m_place.Line);
     const int system = number == 0 ? m_frames.Selected() : static_cast<int>(number) - 1;
     ForAxisWords(block, [&](std::size_t axis, double value) {
         if (kind == 2)
@@ -304,12 +313,11 @@ int TRS274DExtendedMachine::Turns(const TRS274DBlock& block) {
 void TRS274DExtendedMachine::DrawTurn(const TRS274DTurn& turn, const TRS274DPoint& target,
                                       int turns) {
     const std::size_t normal = AxesOf(m_plane).Normal;
-    if (turn.IsSpiral()) m_report.Add(TRS274DPassed::Spiral, m_line);
+    if (turn.IsSpiral()) m_report.Add(TRS274DPassed::Spiral, m_place.Line);
     if (turns == 1 && std::abs(target[normal] - m_position[normal]) < RS274DSamePoint)
-        if (const auto arc = turn.CircularArc(m_plane, target[normal]))
-            return m_sink.Arc(*arc, m_line);
+        if (const auto arc = turn.CircularArc(m_plane, target[normal])) return Draw(*arc);
     turn.Points(m_position, target, m_plane, m_points);
-    m_sink.Curve(m_points, m_line);
+    Draw(m_points);
 }
 
 void TRS274DExtendedMachine::Drill(const TRS274DBlock& block, qint64 repeats) {

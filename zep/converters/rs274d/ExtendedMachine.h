@@ -5,16 +5,34 @@
 #include <zep/converters/rs274d/Cycle.h>
 #include <zep/converters/rs274d/Frames.h>
 #include <zep/converters/rs274d/Machine.h>
+#include <zep/converters/rs274d/Parameters.h>
 
 namespace ZEP {
 
+/// Where a block asks to go on.
+enum class TRS274DTransfer : std::uint8_t {
+    None,
+    CallProgram, ///< M98: the program P, L times
+    CallLine,    ///< M97: from line number P on, L times
+    Return       ///< M99
+};
+
 /// Reads a program as a milling machine would: true arcs and helices, coordinate systems and
 /// offsets, reference points, drilling cycles with all their moves. Coordinates are the machine's,
-/// in millimetres; all origins and reference points are 0 until the program sets them. Blocks that
-/// hold more than words are passed over whole. Cycles return to the R level until G98.
-class TRS274DExtendedMachine final : public TRS274DMachine {
+/// in millimetres; all origins and reference points are 0 until the program sets them. Cycles
+/// return to the R level until G98.
+class TRS274DExtendedMachine final : public TRS274DMachine, public TRS274DMachineValues {
 public:
     using TRS274DMachine::TRS274DMachine;
+
+    /// What the block that ran last asks of the one who hands out blocks; told once.
+    [[nodiscard]] TRS274DTransfer TakeTransfer() {
+        return std::exchange(m_plan.Transfer, TRS274DTransfer::None);
+    }
+
+    [[nodiscard]] std::optional<double> MachineValue(int number) const override;
+    [[nodiscard]] std::optional<double> MachineValue(std::string_view name) const override;
+    bool SetMachineValue(int number, double value) override;
 
 protected:
     void RunBlock(const TRS274DBlock& block) override;
@@ -26,16 +44,20 @@ private:
         bool Motion = false;                 ///< a motion code stands in the block
         bool OtherUse = false;               ///< axis words without one belong to something else
         bool MachineFrame = false;
+        TRS274DTransfer Transfer = TRS274DTransfer::None;
     };
 
     void ProcessG(const TRS274DWord& word);
     void ProcessM(const TRS274DWord& word);
+    void NoteSettings(const TRS274DBlock& block);
     void ApplyMode(const TRS274DCode& code);
     void SetMotion(TRS274DMoveMode mode);
     void Execute(const TRS274DBlock& block);
     void Move(const TRS274DBlock& block, qint64 repeats);
 
     [[nodiscard]] double Units(double value) const;
+    [[nodiscard]] double Programmed(double millimetres) const;
+    [[nodiscard]] double MotionCode() const;
     [[nodiscard]] TRS274DPoint Target(const TRS274DBlock& block) const;
     void ApplyPolar(const TRS274DBlock& block, TRS274DPoint& target) const;
 
@@ -59,6 +81,8 @@ private:
     void MoveOnNormal(bool rapid, double level);
 
     TPlan m_plan;
+    double m_feed = 0, m_speed = 0; // F and S as programmed
+    double m_selectedTool = 0, m_tool = 0;
     TRS274DFrames m_frames;
     std::array<TRS274DPoint, 2> m_references{}; // of G28 and G30
     bool m_absoluteCenters = false;

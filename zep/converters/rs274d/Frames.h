@@ -16,12 +16,18 @@ public:
     void SelectSystem(int system);
     [[nodiscard]] int Selected() const { return m_selected; }
     /// The origin of a system in the machine's coordinates.
+    [[nodiscard]] double Origin(int system, std::size_t axis) const {
+        return m_origins[static_cast<std::size_t>(system)][axis];
+    }
     void SetOrigin(int system, std::size_t axis, double origin);
     /// The origin of a system such that `machine` has the programmed coordinate `programmed` there.
     void SetOriginAt(int system, std::size_t axis, double machine, double programmed);
     void SetLocal(std::size_t axis, double offset);
     /// The coordinate offset such that `machine` has the programmed coordinate `programmed`.
     void SetOffsetAt(std::size_t axis, double machine, double programmed);
+    /// That of G92 alone.
+    [[nodiscard]] double CoordinateOffset(std::size_t axis) const { return m_offset[axis]; }
+    [[nodiscard]] bool HasCoordinateOffset() const { return m_offset != TRS274DPoint(); }
     void ClearOffset();
     /// Without the coordinate offset until it is restored or set again.
     void SuspendOffset();

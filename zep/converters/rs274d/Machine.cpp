@@ -7,27 +7,18 @@
 
 namespace ZEP {
 
-namespace {
-
-/// \param text  ends where the line is to follow
-[[noreturn]] void Refuse(const QString& text, qint64 line) {
-    throw Exception(text + QStringLiteral("Line: %1").arg(line), {.Place = {.Line = line}});
-}
-
-} // namespace
-
 TRS274DMachine::TRS274DMachine(const TRS274DOptions& options, TRS274DSink& sink,
                                TRS274DReport& report)
     : m_options(options), m_sink(sink), m_report(report) {}
 
-void TRS274DMachine::Run(const TRS274DBlock& block, qint64 line) {
-    m_line = line;
+void TRS274DMachine::Run(const TRS274DBlock& block, const TRS274DPlace& place) {
+    m_place = place;
     if (block.End() != TRS274DBlockEnd::Complete) NoteEnd(block);
     RunBlock(block);
 }
 
-void TRS274DMachine::PassLine(qint64 line) {
-    m_line = line;
+void TRS274DMachine::PassLine(const TRS274DPlace& place) {
+    m_place = place;
     Fail(TRS274DPassed::LongLine,
          QStringLiteral("Line longer than %1 characters.").arg(MaxRS274DLineLength));
 }
@@ -37,15 +28,15 @@ void TRS274DMachine::NoteEnd(const TRS274DBlock& block) {
     case TRS274DBlockEnd::Complete:
         return;
     case TRS274DBlockEnd::Deleted:
-        return m_report.Add(TRS274DPassed::Deleted, m_line);
+        return m_report.Add(TRS274DPassed::Deleted, m_place.Line);
     case TRS274DBlockEnd::Variable:
-        return m_report.Add(TRS274DPassed::Variable, m_line);
+        return m_report.Add(TRS274DPassed::Variable, m_place.Line);
     case TRS274DBlockEnd::Expression:
-        return m_report.Add(TRS274DPassed::Expression, m_line);
+        return m_report.Add(TRS274DPassed::Expression, m_place.Line);
     case TRS274DBlockEnd::ControlWord:
-        return m_report.Add(TRS274DPassed::ControlWord, m_line);
+        return m_report.Add(TRS274DPassed::ControlWord, m_place.Line);
     case TRS274DBlockEnd::Unreadable:
-        return m_report.Add(TRS274DPassed::Unreadable, m_line);
+        return m_report.Add(TRS274DPassed::Unreadable, m_place.Line);
     case TRS274DBlockEnd::BadNumber:
         break;
     }
@@ -57,8 +48,17 @@ void TRS274DMachine::NoteEnd(const TRS274DBlock& block) {
 }
 
 void TRS274DMachine::Fail(TRS274DPassed kind, const QString& message) {
-    if (m_options.StopOnErrors) Refuse(message + QLatin1Char(' '), m_line);
-    m_report.Add(kind, m_line);
+    if (m_options.StopOnErrors) Refuse(message);
+    m_report.Add(kind, m_place.Line);
+}
+
+void TRS274DMachine::Refuse(const QString& message, const QString& gap) const {
+    const QString file =
+        m_place.File
+            ? QStringLiteral(" In \"%1\", line %2.").arg(*m_place.File).arg(m_place.FileLine)
+            : QString();
+    throw Exception(message + file + gap + QStringLiteral("Line: %1").arg(m_place.Line),
+                    {.Place = {.Line = m_place.Line}});
 }
 
 void TRS274DMachine::FailArc(TRS274DPassed kind) {
@@ -68,8 +68,8 @@ void TRS274DMachine::FailArc(TRS274DPassed kind) {
 void TRS274DMachine::FailNoMotionMode() {
     // Hosts compare this text: no blank before "Line".
     if (m_options.StopOnErrors)
-        Refuse(QStringLiteral("Cannot use axis commands with no motion mode set."), m_line);
-    m_report.Add(TRS274DPassed::NoMotionMode, m_line);
+        Refuse(QStringLiteral("Cannot use axis commands with no motion mode set."), {});
+    m_report.Add(TRS274DPassed::NoMotionMode, m_place.Line);
 }
 
 qint64 TRS274DMachine::GetRepeatCount(const TRS274DBlock& block) {
@@ -84,18 +84,30 @@ qint64 TRS274DMachine::GetRepeatCount(const TRS274DBlock& block) {
 void TRS274DMachine::SpendRepetitions(double count) {
     m_repetitions += std::fmin(count, MaxRS274DRepetitions + 1.0);
     if (m_repetitions <= MaxRS274DRepetitions) return;
-    Refuse(QStringLiteral("The program repeats more than %1 motions. ").arg(MaxRS274DRepetitions),
-           m_line);
+    Refuse(QStringLiteral("The program repeats more than %1 motions.").arg(MaxRS274DRepetitions));
 }
 
 void TRS274DMachine::Rapid(const TRS274DPoint& to) {
-    m_sink.Rapid(m_position, to, m_line);
+    m_sink.Rapid(m_position, to, m_place.Line);
     m_position = to;
+    ++m_motions;
 }
 
 void TRS274DMachine::Feed(const TRS274DPoint& to) {
-    m_sink.Feed(m_position, to, m_line);
+    m_sink.Feed(m_position, to, m_place.Line);
     m_position = to;
+    ++m_motions;
+}
+
+void TRS274DMachine::Draw(const TRS274DArc& arc) {
+    m_sink.Arc(arc, m_place.Line);
+    ++m_motions;
+}
+
+void TRS274DMachine::Draw(std::span<const TRS274DPoint> points) {
+    constexpr std::size_t pointsOfMotion = 10;
+    m_sink.Curve(points, m_place.Line);
+    m_motions += static_cast<qint64>(1 + points.size() / pointsOfMotion);
 }
 
 void TRS274DMachine::Trace(std::string_view text) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zep/converters/rs274d/Block.h>
+#include <zep/converters/rs274d/Options.h>
 #include <zep/converters/rs274d/Report.h>
 #include <zep/converters/rs274d/Sink.h>
 
@@ -17,10 +18,12 @@ inline constexpr int MaxRS274DRepeatCount = 9999;
 /// cycles) in one program; more is an error. It bounds what a small file can ask for.
 inline constexpr int MaxRS274DRepetitions = 300000;
 
-struct TRS274DOptions {
-    bool Extended = false;     ///< what a machine would do, instead of the plain path
-    bool StopOnErrors = false; ///< raise `Exception` on program errors
-    bool Trace = false;        ///< hand a trace to the sink
+/// Where a block stands.
+struct TRS274DPlace {
+    qint64 Line = 0; ///< in the program; of a block in another file, that of the call
+    /// The file where it is not the program's own, and its line there.
+    const QString* File = nullptr;
+    qint64 FileLine = 0;
 };
 
 /// Runs the blocks of a program one by one and tells a sink where the tool goes. What the two
@@ -35,19 +38,28 @@ public:
 
     /// Runs one block. Raises `Exception` naming the line for a repeat count out of range, and
     /// with `StopOnErrors` for errors of the program.
-    void Run(const TRS274DBlock& block, qint64 line);
+    void Run(const TRS274DBlock& block, const TRS274DPlace& place);
     /// A line that is too long for a block.
-    void PassLine(qint64 line);
+    void PassLine(const TRS274DPlace& place);
+    /// Where errors are, until the next block runs.
+    void StandAt(const TRS274DPlace& place) { m_place = place; }
+    /// An error of the program, at the block that runs: raised with `StopOnErrors`, else counted.
+    void Fail(TRS274DPassed kind, const QString& message);
+    /// Raises `Exception` that names the place of the block that runs.
+    /// \param message  a sentence with its full stop
+    [[noreturn]] void Refuse(const QString& message,
+                             const QString& gap = QStringLiteral(" ")) const;
     /// Whether the program's end has not been met.
     [[nodiscard]] bool IsRunning() const { return m_running; }
+    void End() { m_running = false; }
+    /// What has been handed to the sink; a curve counts for each ten of its points.
+    [[nodiscard]] qint64 Motions() const { return m_motions; }
 
 protected:
     using enum TRS274DMoveMode;
 
     virtual void RunBlock(const TRS274DBlock& block) = 0;
 
-    /// A program error: raised with `StopOnErrors`, else counted.
-    void Fail(TRS274DPassed kind, const QString& message);
     void FailArc(TRS274DPassed kind);
     void FailNoMotionMode();
     /// The word L rounded, 0 without one, at most `MaxRS274DRepeatCount`; more is an error of the
@@ -58,6 +70,8 @@ protected:
 
     void Rapid(const TRS274DPoint& to);
     void Feed(const TRS274DPoint& to);
+    void Draw(const TRS274DArc& arc);
+    void Draw(std::span<const TRS274DPoint> points);
 
     void Trace(std::string_view text);
     void TraceSkipped(const TRS274DWord& word);
@@ -67,7 +81,7 @@ protected:
     const TRS274DOptions m_options;
     TRS274DSink& m_sink;
     TRS274DReport& m_report;
-    qint64 m_line = 0;
+    TRS274DPlace m_place;
     bool m_running = true;
 
     TRS274DMoveMode m_mode = mmNone;
@@ -82,6 +96,7 @@ private:
     void AppendNumber(std::string_view name, double value);
 
     double m_repetitions = 0;
+    qint64 m_motions = 0;
     std::string m_text;
 };
 

@@ -129,7 +129,7 @@ void TRS274DPlainMachine::ProcessCommand() {
         ProcessArc();
         break;
     case mmDrill:
-        m_sink.Drill(m_target, m_line);
+        m_sink.Drill(m_target, m_place.Line);
         break;
     case mmNone:
         break;
@@ -151,7 +151,7 @@ void TRS274DPlainMachine::ProcessArc() {
     const bool centerOnLeft = m_counterClockwise != m_multiquadrant;
     m_sink.Arc(ArcOverChord(start, end, radius, centerOnLeft, m_counterClockwise, m_plane,
                             m_target[axes.Normal]),
-               m_line);
+               m_place.Line);
 }
 
 void TRS274DPlainMachine::ProcessFullCircle(TRS274DPlanePoint start) {
@@ -160,7 +160,7 @@ void TRS274DPlainMachine::ProcessFullCircle(TRS274DPlanePoint start) {
     const double radius = std::hypot(offset.A, offset.B);
     if (radius <= 0) return FailArc(TRS274DPassed::ArcWithoutCenter);
     const TRS274DPlanePoint center{start.A + offset.A, start.B + offset.B};
-    m_sink.Arc(FullCircle(center, radius, m_plane, m_target[axes.Normal]), m_line);
+    m_sink.Arc(FullCircle(center, radius, m_plane, m_target[axes.Normal]), m_place.Line);
 }
 
 } // namespace ZEP

@@ -36,6 +36,26 @@ QString KindText(TRS274DPassed kind) {
         return QStringLiteral("words of the axes A, B, C, U, V and W");
     case TRS274DPassed::Repetitions:
         return QStringLiteral("blocks that repeat too often");
+    case TRS274DPassed::UndefinedParameter:
+        return QStringLiteral("blocks with parameters that have no value");
+    case TRS274DPassed::UnsetParameter:
+        return QStringLiteral("parameters that the program does not set (taken as 0)");
+    case TRS274DPassed::MachineParameter:
+        return QStringLiteral("parameters that only the machine knows (taken as 0)");
+    case TRS274DPassed::RefusedSetting:
+        return QStringLiteral("settings of parameters that are the machine's own");
+    case TRS274DPassed::UnneededWord:
+        return QStringLiteral("words F, S, H, D and T without a value (not needed)");
+    case TRS274DPassed::DivisionByZero:
+        return QStringLiteral("blocks that divide by zero");
+    case TRS274DPassed::OutOfRange:
+        return QStringLiteral("blocks with values out of range");
+    case TRS274DPassed::UnmatchedControl:
+        return QStringLiteral("control words without their counterpart");
+    case TRS274DPassed::NoSubprogram:
+        return QStringLiteral("calls of subprograms that are not there");
+    case TRS274DPassed::MainReturn:
+        return QStringLiteral("M99 in the program itself (its end)");
     }
     return {};
 }

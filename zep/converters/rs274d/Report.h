@@ -21,7 +21,17 @@ enum class TRS274DPassed : std::uint8_t {
     ArcOutOfReach,
     Spiral,
     OtherAxes,
-    Repetitions
+    Repetitions,
+    UndefinedParameter,
+    UnsetParameter,
+    MachineParameter,
+    RefusedSetting,
+    UnneededWord,
+    DivisionByZero,
+    OutOfRange,
+    UnmatchedControl,
+    NoSubprogram,
+    MainReturn
 };
 
 /// What was passed over in a program, counted by kind.

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <zep/converters/Progress.h>
+#include <zep/converters/rs274d/ExtendedMachine.h>
+#include <zep/converters/rs274d/Flow.h>
+#include <zep/converters/rs274d/Statement.h>
+
+namespace ZEP {
+
+/// One run of a program on a machine: takes block after block, reckons what is to be reckoned, and
+/// decides where it goes on.
+class TRS274DRun {
+public:
+    TRS274DRun(std::string_view text, const TRS274DOptions& options, TRS274DSink& sink,
+               TRS274DReport& report);
+    /// \return whether it was not cancelled
+    bool Go(const TProgress& progress);
+
+private:
+    using TPassed = TRS274DPassed;
+    using TControlBlock = TRS274DControlBlock;
+    using TControlWord = TRS274DControlWord;
+
+    bool TellProgress(const TProgress& progress);
+    void RunLine(std::string_view line);
+    void RunStatement();
+    /// The program asks for more than it may.
+    [[noreturn]] void RefuseMore();
+    void TellFault(TRS274DFault fault);
+    void TellNotes();
+
+    /// \name Calls
+    /// @{
+    void Transfer(TRS274DTransfer transfer);
+    void CallProgram(double number, double count);
+    void CallLine(double number, double count);
+    void CallSub(const TControlBlock& block);
+    void Enter(const TRS274DSubprogram& subprogram, double count, bool isSub);
+    void Leave();
+    void ReturnFromProgram();
+    void ReturnFromSub(const TControlBlock& block);
+    void TellNoSubprogram(const QString& name);
+    /// @}
+
+    /// \name Control words
+    /// @{
+    /// \return whether the block has one
+    bool RunControl(const char* line);
+    void RunWord(int index, const TControlBlock& block);
+    void RunLoopWord(int index, const TControlBlock& block);
+    void Repeat(int index, const TControlBlock& block);
+    [[nodiscard]] bool HasCounterpart(const TControlWord& word);
+    [[nodiscard]] const TControlWord& WordAt(int index);
+    void GoTo(int index) { m_flow.GoTo(WordAt(index).At); }
+    void GoBehind(int index) { m_flow.GoBehind(WordAt(index).At); }
+    /// The value in brackets that a control word has; 0, and told, where there is none.
+    double ValueOf(const TControlBlock& block);
+    /// Values in brackets, to the end of the text; told where there is anything else.
+    bool ReadValues(std::string_view text);
+    /// @}
+
+    const TRS274DOptions m_options;
+    TRS274DReport& m_report;
+    TRS274DExtendedMachine m_machine;
+    TRS274DParameters m_parameters;
+    TRS274DStatement m_statement;
+    TRS274DSubprograms m_subprograms;
+    TRS274DFlow m_flow;
+    TRS274DBlock m_block;
+    std::vector<double> m_values;
+    const qint64 m_size;
+    const qint64 m_maxMotions;
+    qint64 m_blocksLeft;
+    std::size_t m_nextStep = ProgressStep;
+    bool m_isUndecided = false; ///< the branch that comes next has to be looked at
+};
+
+} // namespace ZEP
