@@ -125,7 +125,7 @@ TEST_F(MeshPixel, WhatIsKeptFollowsEachChangeInEachView) {
         else
             for (const auto& mesh : parts) make(*mesh);
         for (int view = 0; view < 12; ++view) {
-            SCOPED_TRACE(std::string(name) + ", view " + std::to_string(view));
+            SCOPED_TRACE(testing::Message() << name << ", view " << view);
             const TZEPMatrixScope kept;
             const double near = view == 0 ? 1 : std::ldexp(1.0, static_cast<int>(dice() % 6));
             const auto shift = [&] { return (static_cast<double>(dice() % 1800) / 1000 - 0.9); };
