@@ -89,8 +89,8 @@ void TRawSolid::Send(Way way) const {
 
 void TRawSolid::End() {
     glBindBuffer(GL_ARRAY_BUFFER, 0);
-    for (const GLenum array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY})
-        glDisableClientState(array);
+    for (const int array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY})
+        glDisableClientState(static_cast<GLenum>(array));
 }
 
 void TRawSolid::SendCalls() const {

@@ -71,13 +71,13 @@ void AddSelected(const TZEPObject& parent, int first, int end, TBatchObjects& se
             selected.emplace_back(object);
 }
 
+} // namespace
+
 TGLMatrixd4 Product(const TGLMatrixd4& a, const TGLMatrixd4& b) {
     TGLMatrixd4 product;
     MultMatrixd(a, b, product);
     return product;
 }
-
-} // namespace
 
 TGLMatrixd4 MatrixOf(const TZEPObject& object, const TGLMatrixd4& frame) {
     const TGLMatrixd4 own = object.GetMatrix();

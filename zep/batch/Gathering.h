@@ -88,6 +88,8 @@ private:
     std::size_t m_weight = 0; ///< of the last block: vertexes, about
 };
 
+/// a · b.
+[[nodiscard]] TGLMatrixd4 Product(const TGLMatrixd4& a, const TGLMatrixd4& b);
 /// From the object's frame to the one that `frame` leads to.
 [[nodiscard]] TGLMatrixd4 MatrixOf(const TZEPObject& object, const TGLMatrixd4& frame);
 

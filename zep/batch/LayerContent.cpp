@@ -20,12 +20,6 @@ namespace {
 /// In these there is something to do for arrays.
 constexpr TZEPPassSet ArrayPasses = ObjectPasses & ~PassBit(dsShadowObjects);
 
-TGLMatrixd4 Product(const TGLMatrixd4& a, const TGLMatrixd4& b) {
-    TGLMatrixd4 product;
-    MultMatrixd(a, b, product);
-    return product;
-}
-
 /// A polygon's own colour, and not that of a new object, which has another ambient colour.
 bool HasSetColor(TZEPPolygon& polygon) {
     if (polygon.GetColor() != clSilver) return true;

@@ -96,12 +96,12 @@ void read_insert(TDXFDrawing& drawing) {
 /// entity, or the text has ended.
 using TReadEntity = void (*)(TDXFDrawing& drawing);
 
-struct TKind {
+struct TPlainKind {
     std::string_view Name;
     TReadEntity Read;
 };
 
-constexpr TKind Kinds[] = {
+constexpr TPlainKind PlainKinds[] = {
     {"LINE", ReadSimple<TZEPLine>},     {"ARC", ReadSimple<TZEPArc>},
     {"CIRCLE", ReadSimple<TZEPCircle>}, {"POINT", ReadSimple<TZEPPoint>},
     {"TEXT", ReadSimple<TZEPLabel>},    {"3DFACE", ReadSimple<TZEPPolygon>},
@@ -109,7 +109,7 @@ constexpr TKind Kinds[] = {
 };
 
 TReadEntity FindReader(std::string_view kind) {
-    for (const TKind& known : Kinds)
+    for (const TPlainKind& known : PlainKinds)
         if (known.Name == kind) return known.Read;
     return nullptr;
 }

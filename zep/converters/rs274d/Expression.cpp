@@ -1,7 +1,6 @@
 #include <zep/converters/rs274d/Expression.h>
 
 #include <zep/converters/rs274d/Block.h>
-#include <zep/converters/rs274d/Parameters.h>
 #include <zep/framework/Ascii.h>
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <zep/converters/rs274d/Parameters.h>
+
 #include <cstdint>
 #include <string_view>
 
 namespace ZEP {
-
-class TRS274DParameters;
 
 /// Brackets, parameters and functions within each other; more are too deep.
 inline constexpr int MaxRS274DExpressionDepth = 100;
@@ -18,12 +18,6 @@ enum class TRS274DFault : std::uint8_t {
     NoSuchValue, ///< a name without a value, or a number of no parameter
     DivisionByZero,
     OutOfRange ///< the root of a negative number and the like, or beyond `MaxRS274DNumber`
-};
-
-/// A parameter: `#17` by its number, `#<depth>` by its name.
-struct TRS274DReference {
-    int Number = 0;
-    std::string_view Name{}; ///< with its brackets: "<DEPTH>"; empty where it is a number
 };
 
 /// Cuts what would be a value from the front of a text, whether it has one or not: "-SIN[#1]",

@@ -1,17 +1,22 @@
 #pragma once
 
-#include <zep/converters/rs274d/Expression.h>
-
 #include <array>
 #include <functional>
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
 namespace ZEP {
+
+/// A parameter: `#17` by its number, `#<depth>` by its name.
+struct TRS274DReference {
+    int Number = 0;
+    std::string_view Name{}; ///< with its brackets: "<DEPTH>"; empty where it is a number
+};
 
 /// Names that may have a value at a time; more are an error of the program.
 inline constexpr std::size_t MaxRS274DNames = 100000;
