@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zep/converters/rs274d/Block.h>
+#include <zep/converters/rs274d/Expression.h>
 #include <zep/converters/rs274d/Parameters.h>
 
 #include <vector>
