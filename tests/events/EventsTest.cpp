@@ -1,6 +1,8 @@
 #include "tests/objects/RepaintCounter.h"
 #include <zep/ZEPClasses.h>
 #include <zep/ZEPObjects.h>
+#include <zep/framework/stream/Reader.h>
+#include <zep/framework/stream/StreamFile.h>
 
 #include <QPointer>
 
@@ -70,6 +72,22 @@ TEST(Listeners, ALightMayBeFreedAsItComes) {
     const TListener listener(scene, [&] { delete light; });
     light->SetParentComponent(&scene);
     EXPECT_FALSE(light);
+}
+
+TEST(Listeners, WhatIsReadMayBeFreedAsSoonAsItIsHeardOf) {
+    for (const char* text :
+         {"object Read: TZEPActor end", "object A: TZEPActor object TZEPCamera end end"}) {
+        TZEPScene scene;
+        const QPointer<TZEPObject> group = Add<TZEPActor>(&scene);
+        group->SetName(QStringLiteral("A"));
+        const TListener listener(scene, [&] { // the name, or the camera
+            delete (group->GetItemsCount() > 0 ? group->GetItem(0) : group.data());
+        });
+        const auto source = MakeSource(TStreamForm::Text, text);
+        TReader reader(*source);
+        group->LoadFromReader(reader);
+        EXPECT_EQ(group ? group->GetItemsCount() : 0, 0) << text;
+    }
 }
 
 TEST(Listeners, WhatOneDoesWithWhatLeavesHolds) {

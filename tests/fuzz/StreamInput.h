@@ -35,19 +35,27 @@ inline void ConvertAnyStream(TStreamForm form, std::string_view data) {
     Require(ConvertStream(TStreamForm::Binary, ViewOf(binary), TStreamForm::Text) == text);
 }
 
-/// What was loaded can be saved, and what was saved is whole.
-inline void LoadAnyStream(TStreamForm form, std::string_view data) {
-    const auto source = MakeSource(form, data);
-    TZEPScene scene;
-    TReader reader(*source);
-    scene.LoadFromReader(reader);
-    scene.SetAnimation(false);
+inline QByteArray Saved(TStreamForm form, TZEPObject& object) {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    const auto sink = MakeSink(TStreamForm::Binary, buffer);
+    const auto sink = MakeSink(form, buffer);
     TWriter writer(*sink);
-    scene.SaveToWriter(writer);
-    const QByteArray saved = buffer.data();
+    object.SaveToWriter(writer);
+    return buffer.data();
+}
+
+inline void Load(TStreamForm form, std::string_view data, TZEPObject& object) {
+    const auto source = MakeSource(form, data);
+    TReader reader(*source);
+    object.LoadFromReader(reader);
+}
+
+/// What was loaded can be saved, and what was saved is whole.
+inline void LoadAnyStream(TStreamForm form, std::string_view data) {
+    TZEPScene scene;
+    Load(form, data, scene);
+    scene.SetAnimation(false);
+    const QByteArray saved = Saved(TStreamForm::Binary, scene);
     CheckStructure(*MakeSource(TStreamForm::Binary, ViewOf(saved)));
 }
 

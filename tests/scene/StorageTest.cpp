@@ -118,6 +118,14 @@ TEST_F(Storage, ReferencesAreFoundInTheStreamThenAmongOwnersThenInTheTree) {
     stranger.SetParentComponent(nullptr);
 }
 
+TEST_F(Storage, ASceneBelowKeepsItsOwnMaterials) {
+    TZEPScene scene;
+    EXPECT_THAT(LoadInto(scene, "object TZEPScene object TZEPScene MaterialLibrary = M "
+                                "object M: TZEPMaterialLibrary end end end"),
+                IsEmpty());
+    EXPECT_THAT(SavedAs(TStreamForm::Text, scene), HasSubstr("object M: TZEPMaterialLibrary"));
+}
+
 TEST_F(Storage, ABrokenStreamRaisesItsPlaceAndLeavesTheTree) {
     TZEPScene scene;
     Build(scene);

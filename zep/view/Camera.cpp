@@ -6,7 +6,8 @@
 
 #include <GL/glu.h>
 
-#include <QScopedValueRollback>
+#include <QPointer>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cmath>
@@ -61,7 +62,11 @@ void TZEPCamera::ReadState(TReader& reader) {
     m_focalLength = m_nearClipPlane = m_farClipPlane = 0;
     m_up.SetDataQuietly(zero3d);
     // No lens sees nothing: an angle that a stream does not hold follows the focal length.
-    const QScopedValueRollback keeps(m_keepsAngle, true);
+    m_keepsAngle = true;
+    const QPointer<TZEPCamera> alive(this); // who hears of a child may free it
+    const auto done = qScopeGuard([&alive] {
+        if (alive) alive->m_keepsAngle = false;
+    });
     TZEPObject::ReadState(reader);
 }
 

@@ -33,4 +33,9 @@ void TZEPMaterialCI::Changed(TObject*) {
 TZEPMaterialLibrary::TZEPMaterialLibrary(TComponent* owner)
     : TComponent(owner), m_materials(owner) {}
 
+void TZEPMaterialLibrary::SetParentComponent(TComponent* parent) {
+    if (parent && (Name().isEmpty() || !parent->FindComponent(Name())))
+        parent->InsertComponent(this);
+}
+
 } // namespace ZEP

@@ -43,6 +43,10 @@ public:
     /// The materials; as their owner the collection names the library's owner.
     [[nodiscard]] TZEPCollectionOf<TZEPMaterialCI>* Materials() { return &m_materials; }
 
+    /// A library stands below its owner in a stream, and comes to belong to whom it is read below,
+    /// unless that has another component of its name.
+    void SetParentComponent(TComponent* parent) override;
+
 private:
     TZEPCollectionOf<TZEPMaterialCI> m_materials;
 };

@@ -95,6 +95,7 @@ void TReader::ReadRootComponent(TComponent& root) {
     } catch (const Exception&) {
         // The name is another's already; whoever loads into a component knows it by its own.
     }
+    if (!m_root) return; // who heard of the name has freed it
     try {
         root.ReadState(*this);
     } catch (const TGone&) {
