@@ -102,6 +102,18 @@ TEST(Listeners, WhatOneDoesWithWhatLeavesHolds) {
     EXPECT_THAT(mover.Heard, testing::ElementsAre(saRemove)); // once
 }
 
+TEST(Listeners, WhatComesIntoASceneMayGoOnToAnother) {
+    TZEPScene first, second;
+    TZEPActor group;
+    auto* camera = Add<TZEPCamera>(&group);
+    auto* box = Add<TZEPBox>(&group);
+    QObject::connect(camera, &TZEPCamera::SceneChanged, [&] {
+        if (camera->Scene() == &first) group.SetParentComponent(&second);
+    });
+    group.SetParentComponent(&first);
+    EXPECT_EQ(box->Scene(), &second);
+}
+
 TEST(Listeners, OneThatThrowsIsToldOfTheNextTry) {
     TZEPActor from;
     auto* box = Add<TZEPBox>(&from);

@@ -115,6 +115,8 @@ private:
                  this});
         if (auto* actor = qobject_cast<TZEPActor*>(&component))
             QObject::connect(actor, &TZEPActor::OnAction, hear);
+        if (auto* camera = qobject_cast<TZEPCamera*>(&component))
+            QObject::connect(camera, &TZEPCamera::SceneChanged, [=] { hear(camera); });
         if (auto* user = qobject_cast<TZEPUser*>(&component))
             user->SetOnDraw([hear](TZEPUser& sender, GLenum, bool) { hear(&sender); });
         auto* scene = qobject_cast<TZEPScene*>(&component);

@@ -273,7 +273,9 @@ void TZEPObject::EnterScene(TZEPSceneContext* scene) {
     EnteredScene();
     if (!alive || m_scene != scene) return;
     TZEPSceneContext* below = SceneOfChildren();
-    ForEachChild([below](TZEPObject* child) { child->EnterScene(below); });
+    ForEachChild([=, this](TZEPObject* child) {
+        if (m_scene == scene) child->EnterScene(below);
+    });
 }
 
 void TZEPObject::GetChildren(const std::function<void(TComponent*)>& proc, TComponent*) {
