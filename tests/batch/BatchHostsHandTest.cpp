@@ -221,5 +221,34 @@ TEST_F(BatchHosts, SeeTheFormInAPartOfLargeLayers) {
     EXPECT_FALSE(m_batch.IsLarge());
 }
 
+TEST_F(BatchHosts, MayDoMuchToLargeGroups) {
+    auto* group = Add<TZEPNode>(Add<TZEPNode>(&m_batch));
+    std::vector<TZEPLine*> lines;
+    for (int i = 0; i < 4000; ++i) lines.push_back(AddLine(i == 0 ? 3 : 2, group));
+    const auto forEach = [&](const auto& change) { // so many that none is told by itself
+        for (const std::size_t odd : {0, 1})
+            for (std::size_t i = odd; i < lines.size(); i += 2) change(*lines[i]);
+    };
+    const auto expect = [&](const char* when, double y, QRgb first, QRgb others) {
+        EXPECT_EQ(At(1, y + 1), first) << when;
+        EXPECT_EQ(At(1, y), others) << when;
+    };
+    expect("new", 2, RedLine, RedLine);
+    group->SetVisible(false);
+    expect("hidden", 2, Nothing, Nothing);
+    group->SetVisible(true);
+    expect("shown", 2, RedLine, RedLine);
+    group->XForm()->Translate()->SetData(0, -4, 0);
+    expect("moved away", 2, Nothing, Nothing);
+    expect("moved", -2, RedLine, RedLine);
+    forEach([](TZEPLine& line) { line.SetColor(clBlue); });
+    expect("recoloured", -2, qRgb(0, 0, 255), qRgb(0, 0, 255));
+    forEach([](TZEPLine& line) { line.SetSelected(true); });
+    expect("selected", -2, qRgb(255, 230, 0), qRgb(255, 230, 0));
+    forEach([](TZEPLine& line) { line.SetSelected(false); });
+    for (; lines.size() > 1; lines.pop_back()) delete lines.back();
+    expect("freed", -2, qRgb(0, 0, 255), Nothing);
+}
+
 } // namespace
 } // namespace ZEP
