@@ -127,6 +127,32 @@ void Rs274dPath(benchmark::State& state) {
     Report(state, seconds);
 }
 
+std::string WithExpressions() {
+    std::string text = Program();
+    for (std::size_t y = text.find('Y'); y != std::string::npos; y = text.find('Y', y + 1)) {
+        text.insert(text.find(' ', y), "+#1*2]");
+        text.insert(y + 1, 1, '[');
+    }
+    return "#1=0\n" + text;
+}
+
+/// A move for each line: with an expression in it, or by loops.
+void Rs274dRun(benchmark::State& state) {
+    Yardstick();
+    const std::string programs[] = {
+        WithExpressions(), "G1\nO1 REPEAT [999999]\nG91 X0.5 Y-0.25\nO1 ENDREPEAT",
+        "G1\n#1=0\nO1 WHILE [#1 LT 999999]\nX[#1*0.001] Y[10*SIN[#1]] Z-1\n#1=[#1+1]\nO1 ENDWHILE"};
+    const std::string& program = programs[state.range(0)];
+    double seconds = 0;
+    for (auto _ : state) {
+        NoPath path;
+        TRS274DReport report;
+        seconds += Timed(state, [&] { ReadRS274D(program, {.Extended = true}, path, report); });
+        if (path.Moves != LineCount - 1) state.SkipWithError("not all moves were made");
+    }
+    Report(state, seconds);
+}
+
 /// With fresh memory, as in a program that opens its first file, the system hands out and clears
 /// every page; else the memory of the objects before is used again.
 void Rs274dObjects(benchmark::State& state) {
@@ -153,6 +179,8 @@ BENCHMARK(Rs274dPath)
     ->Arg(1)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(Rs274dRun)->ArgName("program")->DenseRange(0, 2)->UseManualTime()->Unit(
+    benchmark::kMillisecond);
 BENCHMARK(Rs274dObjects)
     ->ArgNames({"extended", "fresh"})
     ->ArgsProduct({{0, 1}, {0, 1}})

@@ -4,7 +4,7 @@
 #include <zep/converters/rs274d/Block.h>
 #include <zep/converters/rs274d/Converter.h>
 #include <zep/converters/rs274d/Interpreter.h>
-#include <zep/converters/rs274d/Parameters.h>
+#include <zep/converters/rs274d/Expression.h>
 #include <zep/scene/Scene.h>
 
 #include <QDir>

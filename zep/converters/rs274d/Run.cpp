@@ -62,6 +62,7 @@ void TRS274DRun::RefuseMore() {
 }
 
 void TRS274DRun::RunLine(std::string_view line) {
+    if (line.data() == m_loopEndLine) return RunLoopWord(m_loopEnd, {});
     if (line.size() > MaxRS274DLineLength) return m_machine.PassLine(m_flow.Place());
     m_block.Read(line, true);
     switch (m_block.End()) {

@@ -72,6 +72,8 @@ private:
     const qint64 m_maxMotions;
     qint64 m_blocksLeft;
     std::size_t m_nextStep = ProgressStep;
+    const char* m_loopEndLine = nullptr; ///< of the loop that has gone on last
+    int m_loopEnd = TControlWord::None;
     bool m_isUndecided = false; ///< the branch that comes next has to be looked at
 };
 

@@ -78,6 +78,8 @@ void TRS274DRun::RunLoopWord(int index, const TControlBlock& block) {
         if (ValueOf(block) == 0) GoBehind(word.End);
         return;
     case EndWhile:
+        m_loopEnd = index;
+        m_loopEndLine = word.Line;
         return GoTo(word.Partner);
     case EndDo:
         if (ValueOf(block) != 0) GoBehind(word.Partner);
@@ -85,6 +87,8 @@ void TRS274DRun::RunLoopWord(int index, const TControlBlock& block) {
     case TRS274DControl::Repeat:
         return Repeat(index, block);
     case EndRepeat:
+        m_loopEnd = index;
+        m_loopEndLine = word.Line;
         if (m_flow.Again(word.Partner)) GoBehind(word.Partner);
         return;
     case Break:
