@@ -15,7 +15,7 @@ constexpr std::pair<const char*, std::uint32_t> FlagNames[]{{"double", pfDoubleB
                                                             {"paletted", pfNeedPalette}};
 
 /// `32/24 alpha 8 stencil 8 double`, which is fit for everything unless it says otherwise.
-TPixelFormat FormatOf(const TWords& words) {
+TPixelFormat PixelFormatOf(const TWords& words) {
     const std::string bits = words.At(1);
     const auto colon = bits.find('/');
     TPixelFormat format = FakeFormat(std::stoi(bits), std::stoi(bits.substr(colon + 1)));
@@ -61,7 +61,7 @@ public:
         m_system.Requests.clear();
         m_said.clear();
         if (m_log) m_log->Lines.clear();
-        if (verb == "format") m_system.Formats.push_back(FormatOf(words));
+        if (verb == "format") m_system.Formats.push_back(PixelFormatOf(words));
         if (verb == "no-formats") m_system.Formats.clear();
         if (verb == "undescribed") m_system.Undescribed.insert(words.Int(1));
         if (verb == "refused") m_system.Refused.insert(words.Int(1));
@@ -70,7 +70,7 @@ public:
         if (verb == "log") m_log.emplace();
         if (verb == "grants-context") m_system.GrantsContext = words.At(1) != "off";
         if (verb == "closest")
-            return std::to_string(ClosestFormat(m_system.Formats, FormatOf(words)));
+            return std::to_string(ClosestFormat(m_system.Formats, PixelFormatOf(words)));
         if (verb == "search") return Granted(Searched(words));
         if (verb == "request") return Granted(RequestFormat(m_binding));
         if (verb == "request-number") return TextOf(FormatRequest(words.Int(1)));

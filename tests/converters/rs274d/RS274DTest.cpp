@@ -3,8 +3,8 @@
 #include "tests/FolderTest.h"
 #include <zep/converters/rs274d/Block.h>
 #include <zep/converters/rs274d/Converter.h>
-#include <zep/converters/rs274d/Interpreter.h>
 #include <zep/converters/rs274d/Expression.h>
+#include <zep/converters/rs274d/Interpreter.h>
 #include <zep/scene/Scene.h>
 
 #include <QDir>
