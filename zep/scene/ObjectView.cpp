@@ -24,8 +24,7 @@ void TZEPObject::ForgetBox() {
 }
 
 bool TZEPObject::HasKeptBox() const {
-    return m_parent &&
-           (m_parent->m_children->KnowsBox(this) || m_parent->m_children->IsWatched());
+    return m_parent && (m_parent->m_children->KnowsBox(this) || m_parent->m_children->IsWatched());
 }
 
 void TZEPObject::Extend(TZEPBlockBox& box) const {
