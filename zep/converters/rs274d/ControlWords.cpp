@@ -4,6 +4,7 @@
 #include <zep/framework/Ascii.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -11,23 +12,32 @@ namespace ZEP {
 
 namespace {
 
-using enum TRS274DControl;
-
 struct TKeyword {
     std::string_view Text;
     TRS274DControl Control;
 };
 
-constexpr TKeyword Keywords[] = {
-    {"", Label},        {"SUB", Sub},
-    {"ENDSUB", EndSub}, {"CALL", Call},
-    {"RETURN", Return}, {"IF", If},
-    {"ELSEIF", ElseIf}, {"ELSE", Else},
-    {"ENDIF", EndIf},   {"WHILE", While},
-    {"DO", Do},         {"ENDWHILE", EndWhile},
-    {"BREAK", Break},   {"CONTINUE", Continue},
-    {"REPEAT", Repeat}, {"ENDREPEAT", EndRepeat},
-};
+constexpr auto Keywords = [] {
+    using enum TRS274DControl;
+    return std::to_array<TKeyword>({
+        {"", TRS274DControl::Label},
+        {"SUB", Sub},
+        {"ENDSUB", EndSub},
+        {"CALL", Call},
+        {"RETURN", Return},
+        {"IF", If},
+        {"ELSEIF", ElseIf},
+        {"ELSE", Else},
+        {"ENDIF", EndIf},
+        {"WHILE", While},
+        {"DO", Do},
+        {"ENDWHILE", EndWhile},
+        {"BREAK", Break},
+        {"CONTINUE", Continue},
+        {"REPEAT", Repeat},
+        {"ENDREPEAT", EndRepeat},
+    });
+}();
 
 /// Whether a look at the words of the line is worth it.
 bool MayHoldControl(std::string_view line) {
@@ -41,6 +51,7 @@ bool MayHoldControl(std::string_view line) {
 
 /// What ends with such a word begins with the other one.
 TRS274DControl BeginOf(TRS274DControl end) {
+    using enum TRS274DControl;
     switch (end) {
     case EndIf:
         return If;
@@ -79,7 +90,7 @@ std::optional<TRS274DControlBlock> ControlOf(const TRS274DBlock& block) {
     const std::string_view text = rest.substr(0, static_cast<std::size_t>(size));
     const auto* keyword = std::ranges::find(Keywords, text, &TKeyword::Text);
     result.Arguments = rest.substr(text.size());
-    const bool isKnown = keyword != std::end(Keywords) && (!text.empty() || rest.empty());
+    const bool isKnown = keyword != Keywords.end() && (!text.empty() || rest.empty());
     if (isKnown) result.Control = keyword->Control;
     return result;
 }
@@ -105,6 +116,7 @@ TRS274DControlWords::TRS274DControlWords(std::string_view text) {
 }
 
 void TRS274DControlWords::Link(int index, TLabel& label) {
+    using enum TRS274DControl;
     TRS274DControlWord& word = At(index);
     if (word.Control == While && FindOpen(label, Do)) word.Control = EndDo;
     switch (word.Control) {
@@ -137,6 +149,7 @@ void TRS274DControlWords::Link(int index, TLabel& label) {
 }
 
 void TRS274DControlWords::LinkSubprogram(int index, TLabel& label) {
+    using enum TRS274DControl;
     const TRS274DControl control = At(index).Control;
     const bool endsSub = control == EndSub && m_subLabel == &label;
     if (endsSub) At(m_floor).End = index;
@@ -148,6 +161,7 @@ void TRS274DControlWords::LinkSubprogram(int index, TLabel& label) {
 }
 
 void TRS274DControlWords::LinkBranch(int index, TLabel& label) {
+    using enum TRS274DControl;
     TOpen* open = FindOpen(label, If);
     if (!open) return;
     At(open->Last).Partner = index;

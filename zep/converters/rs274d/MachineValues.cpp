@@ -1,6 +1,7 @@
 #include <zep/converters/rs274d/ExtendedMachine.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace ZEP {
@@ -34,28 +35,29 @@ struct TName {
     TNamed Value;
 };
 
-using enum TNamed;
-
-constexpr TName Names[] = {
-    {"<_ABSOLUTE>", Absolute},
-    {"<_COORD_SYSTEM>", CoordinateSystem},
-    {"<_CURRENT_TOOL>", Tool},
-    {"<_FEED>", FeedRate},
-    {"<_IJK_ABSOLUTE_MODE>", AbsoluteCenters},
-    {"<_IMPERIAL>", Imperial},
-    {"<_INCREMENTAL>", Incremental},
-    {"<_LINE>", Line},
-    {"<_METRIC>", Metric},
-    {"<_MOTION_MODE>", Motion},
-    {"<_PLANE>", Plane},
-    {"<_RETRACT_OLD_Z>", ReturnsToInitial},
-    {"<_RETRACT_R_PLANE>", ReturnsToR},
-    {"<_RPM>", SpindleSpeed},
-    {"<_SELECTED_TOOL>", SelectedTool},
-    {"<_X>", X},
-    {"<_Y>", Y},
-    {"<_Z>", Z},
-};
+constexpr auto MachineNames = [] {
+    using enum TNamed;
+    return std::to_array<TName>({
+        {"<_ABSOLUTE>", Absolute},
+        {"<_COORD_SYSTEM>", CoordinateSystem},
+        {"<_CURRENT_TOOL>", Tool},
+        {"<_FEED>", FeedRate},
+        {"<_IJK_ABSOLUTE_MODE>", AbsoluteCenters},
+        {"<_IMPERIAL>", Imperial},
+        {"<_INCREMENTAL>", Incremental},
+        {"<_LINE>", Line},
+        {"<_METRIC>", Metric},
+        {"<_MOTION_MODE>", Motion},
+        {"<_PLANE>", Plane},
+        {"<_RETRACT_OLD_Z>", ReturnsToInitial},
+        {"<_RETRACT_R_PLANE>", ReturnsToR},
+        {"<_RPM>", SpindleSpeed},
+        {"<_SELECTED_TOOL>", SelectedTool},
+        {"<_X>", X},
+        {"<_Y>", Y},
+        {"<_Z>", Z},
+    });
+}();
 
 /// The numbers of values that stand in rows of nine, one for each axis; X, Y and Z come first.
 enum TRow : int {
@@ -135,8 +137,9 @@ double TRS274DExtendedMachine::MotionCode() const {
 }
 
 std::optional<double> TRS274DExtendedMachine::MachineValue(std::string_view name) const {
-    const auto* known = std::ranges::find(Names, name, &TName::Text);
-    if (known == std::end(Names)) return std::nullopt;
+    const auto* known = std::ranges::find(MachineNames, name, &TName::Text);
+    if (known == MachineNames.end()) return std::nullopt;
+    using enum TNamed;
     switch (known->Value) {
     case Absolute:
         return !m_incremental;

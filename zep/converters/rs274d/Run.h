@@ -48,7 +48,7 @@ private:
     bool RunControl(const char* line);
     void RunWord(int index, const TControlBlock& block);
     void RunLoopWord(int index, const TControlBlock& block);
-    void Repeat(int index, const TControlBlock& block);
+    void BeginRepeat(int index, const TControlBlock& block);
     [[nodiscard]] bool HasCounterpart(const TControlWord& word);
     [[nodiscard]] const TControlWord& WordAt(int index);
     void GoTo(int index) { m_flow.GoTo(WordAt(index).At); }

@@ -4,11 +4,9 @@
 
 namespace ZEP {
 
-using enum TRS274DControl;
-
 bool TRS274DRun::RunControl(const char* line) {
     const auto block = ControlOf(m_block);
-    if (!block || block->Control == Unknown) return false;
+    if (!block || block->Control == TRS274DControl::Unknown) return false;
     m_machine.StandAt(m_flow.Place());
     const int index = m_flow.Text().Words().IndexOf(line);
     if (HasCounterpart(WordAt(index)))
@@ -25,6 +23,7 @@ const TRS274DControlWord& TRS274DRun::WordAt(int index) {
 }
 
 bool TRS274DRun::HasCounterpart(const TControlWord& word) {
+    using enum TRS274DControl;
     switch (word.Control) {
     case Label:
     case Call:
@@ -47,6 +46,7 @@ bool TRS274DRun::HasCounterpart(const TControlWord& word) {
 }
 
 void TRS274DRun::RunWord(int index, const TControlBlock& block) {
+    using enum TRS274DControl;
     const TControlWord& word = WordAt(index);
     const bool isUndecided = std::exchange(m_isUndecided, false);
     switch (word.Control) {
@@ -72,6 +72,7 @@ void TRS274DRun::RunWord(int index, const TControlBlock& block) {
 }
 
 void TRS274DRun::RunLoopWord(int index, const TControlBlock& block) {
+    using enum TRS274DControl;
     const TControlWord& word = WordAt(index);
     switch (word.Control) {
     case While:
@@ -84,8 +85,8 @@ void TRS274DRun::RunLoopWord(int index, const TControlBlock& block) {
     case EndDo:
         if (ValueOf(block) != 0) GoBehind(word.Partner);
         return;
-    case TRS274DControl::Repeat:
-        return Repeat(index, block);
+    case Repeat:
+        return BeginRepeat(index, block);
     case EndRepeat:
         m_loopEnd = index;
         m_loopEndLine = word.Line;
@@ -102,7 +103,7 @@ void TRS274DRun::RunLoopWord(int index, const TControlBlock& block) {
     }
 }
 
-void TRS274DRun::Repeat(int index, const TControlBlock& block) {
+void TRS274DRun::BeginRepeat(int index, const TControlBlock& block) {
     const double count = std::nearbyint(ValueOf(block));
     if (count < 1) return GoBehind(WordAt(index).End);
     m_flow.Begin(index, count);
