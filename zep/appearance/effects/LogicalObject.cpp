@@ -218,8 +218,9 @@ void TZEPLogicalObject::DrawLogical(TZEPSceneContext& scene, TZEPDrawState state
         // Without counts the solid that is carved is shown whole.
         if (m_operation != loSUB || frame.Carves) first->Draw(scene, state, kind);
         if (!second || frame.SceneIsGone) return;
-        frame.Run.Next(typeid(*second));
-        second->Draw(scene, state, kind);
+        TZEPObject& object = *second;
+        frame.Run.Next(typeid(object));
+        object.Draw(scene, state, kind);
         return;
     }
     const QScopedValueRollback carves(frame.Carves, true);
