@@ -181,8 +181,7 @@ std::optional<TGLMatrixd4> TBatchContents::ExactView(const TZEPSceneContext& sce
     const std::optional<TGLMatrixd4> view = camera ? camera->ExactView() : std::nullopt;
     if (!view) return {};
     const TGLMatrixd4 own = m_batch->GetAbsoluteMatrix();
-    TGLMatrixd4 exact;
-    MultMatrixd(*view, own, exact);
+    const TGLMatrixd4 exact = Product(*view, own);
     const auto length = [](const TGLArrayd4& v) { return Length({v[0], v[1], v[2]}); };
     const double reach = length((*view)[3]) + length(own[3]);
     if (!IsAbout(LoadedMatrix(GL_MODELVIEW_MATRIX), exact, reach)) return {};

@@ -1,6 +1,7 @@
 #include <zep/batch/BatchMarks.h>
 
 #include <zep/batch/GatheredClass.h>
+#include <zep/batch/Gathering.h>
 #include <zep/batch/PixelScale.h>
 #include <zep/batch/Spots.h>
 #include <zep/scene/Frame.h>
@@ -15,7 +16,7 @@ TGLMatrixd4 FrameOf(const TZEPObject& object, const TZEPObject& batch) {
     TGLMatrixd4 frame = idd;
     for (const TZEPObject* above = object.Parent(); above && above != &batch;
          above = above->Parent())
-        MultMatrixd(above->GetMatrix(), TGLMatrixd4(frame), frame);
+        frame = Product(above->GetMatrix(), frame);
     return frame;
 }
 
@@ -42,8 +43,7 @@ bool TBatchMarks::AreOfAll(const TZEPObject& batch) const {
 void TBatchMarks::List(TZEPObject& object, const TGLMatrixd4& frame, bool whole,
                        std::vector<TMarked>& marked) const {
     if (!object.Visible() || m_isBatch(object)) return;
-    TGLMatrixd4 matrix;
-    MultMatrixd(frame, object.GetMatrix(), matrix);
+    const TGLMatrixd4 matrix = MatrixOf(object, frame);
     const bool group = IsGroup(object);
     if (!group) marked.push_back({&object, matrix});
     if (!group && !whole) return;

@@ -186,7 +186,7 @@ void TGathering::Look(TZEPObject& object, std::uint32_t frame, TPart& part) {
     if (group && !m_groups) part.Layers.emplace_back(&object);
     if (!object.Visible() || (group && !m_groups)) return;
     if (group)
-        LookInto(object, Product(Frames[frame], object.GetMatrix()), part);
+        LookInto(object, MatrixOf(object, Frames[frame]), part);
     else
         Note(object, frame, part);
 }

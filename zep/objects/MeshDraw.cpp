@@ -17,6 +17,10 @@ constexpr int FewFaces = 64;
 
 constexpr std::uint32_t Unnumbered = ~std::uint32_t{0};
 
+std::array<int, 3> CornersOf(const TZEPFace3CI& face) {
+    return {face.A(), face.B(), face.C()};
+}
+
 std::size_t FaceCount(const auto& runs) {
     std::size_t count = 0;
     for (const auto& run : runs) count += static_cast<std::size_t>(run.Last - run.First + 1);
@@ -124,7 +128,7 @@ void TZEPMesh::SendCorners(int number, bool textured) {
     if (!Smooth())
         glNormal3fv(m_autoNormal ? m_kept.Normals[static_cast<std::size_t>(number)].data()
                                  : FaceNormal(face).data());
-    for (const int corner : {face.A(), face.B(), face.C()}) {
+    for (const int corner : CornersOf(face)) {
         TZEPVertex3TexCI& vertex = m_vertexes[corner];
         if (textured) glTexCoord2d(vertex.TexX(), vertex.TexY());
         if (Smooth()) glNormal3fv(SmoothNormal(face, vertex).data());
@@ -138,13 +142,13 @@ void TZEPMesh::SendArrays(TRuns runs, bool textured, TNumbers& numbers) {
     m_groups->SetLook({UsesLibrary(), Smooth(), m_autoNormal, ToFloats(FirstPoint())});
     const int material = runs.front().Material;
     if (const TMeshArrays* made = m_groups->Find(material, textured)) return made->Draw();
-    TMeshArrays& arrays = m_groups->Make(material, textured);
+    TMeshArrays arrays(textured);
     if (Smooth())
         FillShared(arrays, runs, numbers);
     else
         Fill(arrays, runs);
     arrays.Finish();
-    arrays.Draw();
+    m_groups->Keep(material, std::move(arrays)).Draw();
 }
 
 void TZEPMesh::Fill(TMeshArrays& arrays, TRuns runs) const {
@@ -153,7 +157,7 @@ void TZEPMesh::Fill(TMeshArrays& arrays, TRuns runs) const {
         ForEachFace(run, [&](int number) {
             const TZEPFace3CI& face = m_faces[number];
             const TGLArrayf3 normal = FaceNormal(face);
-            for (const int corner : {face.A(), face.B(), face.C()}) {
+            for (const int corner : CornersOf(face)) {
                 const TZEPVertex3TexCI& vertex = m_vertexes[corner];
                 arrays.AddVertex({normal, ToFloats(vertex.Data())}, TexCoordOf(vertex));
             }
@@ -165,8 +169,7 @@ void TZEPMesh::CompleteNormals(TRuns runs) {
     for (const TRun& run : runs)
         ForEachFace(run, [&](int number) {
             const TZEPFace3CI& face = m_faces[number];
-            for (const int corner : {face.A(), face.B(), face.C()})
-                SmoothNormal(face, m_vertexes[corner]);
+            for (const int corner : CornersOf(face)) SmoothNormal(face, m_vertexes[corner]);
         });
 }
 
@@ -177,20 +180,18 @@ void TZEPMesh::FillShared(TMeshArrays& arrays, TRuns runs, TNumbers& numbers) {
     numbers.resize(vertexCount, Unnumbered);
     CompleteNormals(runs);
     std::vector<int> numbered;
+    const auto numberOf = [&](int corner) {
+        std::uint32_t& number = numbers[static_cast<std::size_t>(corner)];
+        if (number != Unnumbered) return number;
+        const TZEPVertex3TexCI& vertex = m_vertexes[corner];
+        number = arrays.VertexCount();
+        numbered.push_back(corner);
+        arrays.AddVertex({vertex.Normal(), ToFloats(vertex.Data())}, TexCoordOf(vertex));
+        return number;
+    };
     for (const TRun& run : runs)
         ForEachFace(run, [&](int number) {
-            const TZEPFace3CI& face = m_faces[number];
-            for (const int corner : {face.A(), face.B(), face.C()}) {
-                std::uint32_t& place = numbers[static_cast<std::size_t>(corner)];
-                if (place == Unnumbered) {
-                    const TZEPVertex3TexCI& vertex = m_vertexes[corner];
-                    place = arrays.VertexCount();
-                    numbered.push_back(corner);
-                    arrays.AddVertex({vertex.Normal(), ToFloats(vertex.Data())},
-                                     TexCoordOf(vertex));
-                }
-                arrays.AddCorner(place);
-            }
+            for (const int corner : CornersOf(m_faces[number])) arrays.AddCorner(numberOf(corner));
         });
     for (const int vertex : numbered) numbers[static_cast<std::size_t>(vertex)] = Unnumbered;
 }

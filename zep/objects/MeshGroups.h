@@ -4,6 +4,7 @@
 #include <zep/scene/Kept.h>
 
 #include <map>
+#include <utility>
 
 namespace ZEP {
 
@@ -31,9 +32,9 @@ public:
         const bool fits = found != m_arrays.end() && (found->second.IsTextured() || !textured);
         return fits ? &found->second : nullptr;
     }
-    /// Empty ones, in place of what there was.
-    TMeshArrays& Make(int material, bool textured) {
-        return m_arrays.insert_or_assign(material, TMeshArrays(textured)).first->second;
+    /// In place of what there was.
+    const TMeshArrays& Keep(int material, TMeshArrays arrays) {
+        return m_arrays.insert_or_assign(material, std::move(arrays)).first->second;
     }
     void GiveBack() override { m_arrays.clear(); }
 
