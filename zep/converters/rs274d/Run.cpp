@@ -54,11 +54,12 @@ bool TRS274DRun::TellProgress(const TProgress& progress) {
 
 void TRS274DRun::RefuseMore() {
     m_machine.StandAt(m_flow.Place());
-    m_machine.Refuse(m_machine.Motions() > m_maxMotions
-                         ? QStringLiteral("The program makes more than %1 motions again.")
-                               .arg(m_options.MaxMotions)
-                         : QStringLiteral("The program runs more than %1 blocks again.")
-                               .arg(m_options.MaxBlocks));
+    m_machine.Refuse(
+        m_machine.Motions() > m_maxMotions
+            ? QStringLiteral("The program makes more than %1 motions in loops and calls.")
+                  .arg(m_options.MaxMotions)
+            : QStringLiteral("The program runs more than %1 blocks in loops and calls.")
+                  .arg(m_options.MaxBlocks));
 }
 
 void TRS274DRun::RunLine(std::string_view line) {
