@@ -145,9 +145,12 @@ struct TCounted : TRS274DSink {
 
 TEST_F(RS274D, ProgramsWithoutAnEndAreEnded) {
     const std::tuple<const char*, const char*, const char*> rows[] = {
-        {"a loop", "G0X1\nO1 WHILE [1]\nO1 ENDWHILE", "runs more than 100 blocks in loops and calls. Line: 2"},
-        {"moves", "G0X1\nO1 DO\nX1\nO1 WHILE [1]", "makes more than 10 motions in loops and calls. Line: 4"},
-        {"calls", "G0X1\nM98 P5 L1000000000\nM2\nO5\nM99", "100 blocks in loops and calls. Line: 5"},
+        {"a loop", "G0X1\nO1 WHILE [1]\nO1 ENDWHILE",
+         "runs more than 100 blocks in loops and calls. Line: 2"},
+        {"moves", "G0X1\nO1 DO\nX1\nO1 WHILE [1]",
+         "makes more than 10 motions in loops and calls. Line: 4"},
+        {"calls", "G0X1\nM98 P5 L1000000000\nM2\nO5\nM99",
+         "100 blocks in loops and calls. Line: 5"},
         {"jumps", "G0X1\nN2 M97P2L9\n", "More than 100 subprograms call each other. Line: 2"},
         {"an empty loop", "G0X1\nO1 REPEAT[1000000000]\nO1 ENDREPEAT",
          "100 blocks in loops and calls. Line: 3"}};
