@@ -203,6 +203,20 @@ TEST_F(Storage, SavingAndLoadingMakeNoSubObjectsThatNobodyAskedFor) {
 // --- saving never loses what was there
 // -------------------------------------------------------------
 
+TEST_F(Storage, ATreeThatIsTooDeepWhereItIsReadLeavesWhatIsThere) {
+    TZEPObject branch;
+    Add<TZEPObject>(Add<TZEPObject>(&branch));
+    branch.SaveToTextFile(Path("branch.zept"));
+    TZEPScene scene;
+    TZEPObject* above = nullptr; // with room for one level less than the branch has
+    TZEPObject* deepest = &scene;
+    for (int i = 1; i < DeepestNesting; ++i) deepest = Add<TZEPObject>(above = deepest);
+    EXPECT_EQ(ErrorOf([&] { deepest->LoadFromTextFile(Path("branch.zept")); }),
+              "Objects would be nested deeper than 1000 levels");
+    EXPECT_EQ(ErrorOf([&] { above->LoadFromTextFile(Path("branch.zept")); }), "");
+    EXPECT_EQ(above->GetItemsCount(), 1);
+}
+
 TEST_F(Storage, ATreeThatCannotBeStoredLeavesTheOldFile) {
     TZEPScene scene;
     scene.SaveToTextFile(Path("a.zept"));

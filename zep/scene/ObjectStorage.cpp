@@ -10,6 +10,20 @@
 
 namespace ZEP {
 
+namespace {
+
+/// Raises `Exception` where the levels of a tree in a stream, its root taken for `object`, are more
+/// than fit there: before anything is cleared.
+void CheckLevels(const TZEPObject& object, int levels) {
+    std::vector<TZEPObject*> parents;
+    object.ListParents(parents);
+    if (static_cast<int>(parents.size()) + levels <= DeepestNesting + 1) return;
+    throw Exception(
+        QStringLiteral("Objects would be nested deeper than %1 levels").arg(DeepestNesting));
+}
+
+} // namespace
+
 void TZEPObject::SaveToWriter(TWriter& writer) {
     writer.WriteRootComponent(*this);
 }
@@ -17,7 +31,7 @@ void TZEPObject::SaveToWriter(TWriter& writer) {
 void TZEPObject::LoadFromReader(TReader& reader) {
     const TZEPWatch alive(this); // listeners hear of what goes and comes
     BeginUpdate();
-    reader.CheckStructure();
+    CheckLevels(*this, reader.CheckStructure());
     Clear();
     if (!alive) return;
     reader.OnError = [this](TReader& source, const QString& message, bool& handled) {

@@ -30,6 +30,7 @@ TEST_P(RoundTrip, EveryPropertyComesBackInBothForms) {
 
 // Streams leave out zeros, so that what reads them begins with zeros where a new one has others.
 TEST_P(RoundTrip, ZerosComeBack) {
+    AlterAll(m_subject); // collections have items
     ForEachField(TInstance(m_subject.Component),
                  [](const std::string&, const TField& field, const TInstance& instance) {
                      if (field.Kind() == TFieldKind::Single || field.Kind() == TFieldKind::Double)

@@ -212,31 +212,31 @@ void TNumberPresets::Find(const TInstance& instance, TPath& path, std::vector<TP
     }
 }
 
-std::vector<TNumberPresets::TPath> TNumberPresets::Find(TComponent& component) {
+std::vector<TNumberPresets::TPath> TNumberPresets::Find(const TInstance& instance) {
     const TLookOnly look; // parts need not come into being for this
     std::vector<TPath> found;
     TPath path;
-    Find(TInstance(&component), path, found);
+    Find(instance, path, found);
     return found;
 }
 
-void TNumberPresets::Clear(TComponent& component, const TPath& path) {
-    TInstance instance(&component);
+void TNumberPresets::Clear(TInstance instance, const TPath& path) {
     for (std::size_t i = 0; i + 1 < path.size(); ++i)
         instance = TInstance(path[i]->SubObject(instance));
     if (path.back()->Float(instance) != 0) path.back()->SetFloat(instance, 0);
 }
 
-void TNumberPresets::Learn(TComponent& made) {
-    const auto [known, isNew] = Known().try_emplace(made.metaObject());
+void TNumberPresets::Learn(const TInstance& made) {
+    const auto [known, isNew] = Known().try_emplace(made.Type);
     if (isNew) known->second = Find(made);
 }
 
-void TNumberPresets::Apply(TComponent& component, bool isNew) {
-    if (!isNew)
-        for (const TPath& path : Find(component)) Clear(component, path);
-    else
-        for (const TPath& path : Known()[component.metaObject()]) Clear(component, path);
+void TNumberPresets::Apply(const TInstance& made) {
+    for (const TPath& path : Known()[made.Type]) Clear(made, path);
+}
+
+void TNumberPresets::ApplyToUsed(const TInstance& instance) {
+    for (const TPath& path : Find(instance)) Clear(instance, path);
 }
 
 } // namespace ZEP

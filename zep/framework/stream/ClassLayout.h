@@ -128,17 +128,19 @@ class ZEP_CORE_EXPORT TNumberPresets {
 public:
     /// Notes which numbers of its class are not 0 at first.
     /// \param made  as its constructor leaves it
-    static void Learn(TComponent& made);
-    /// \param isNew  it is as `Learn` knows its class: else all of its numbers are looked at
-    static void Apply(TComponent& component, bool isNew);
+    static void Learn(const TInstance& made);
+    /// To one that is as `Learn` knows its class.
+    static void Apply(const TInstance& made);
+    /// To one in any state: all of its numbers are looked at.
+    static void ApplyToUsed(const TInstance& instance);
 
 private:
     using TPath = std::vector<const TField*>; ///< the parts that lead to a number, and that
 
     [[nodiscard]] static std::unordered_map<const QMetaObject*, std::vector<TPath>>& Known();
-    [[nodiscard]] static std::vector<TPath> Find(TComponent& component);
+    [[nodiscard]] static std::vector<TPath> Find(const TInstance& instance);
     static void Find(const TInstance& instance, TPath& path, std::vector<TPath>& found);
-    static void Clear(TComponent& component, const TPath& path);
+    static void Clear(TInstance instance, const TPath& path);
 };
 
 } // namespace ZEP

@@ -76,9 +76,9 @@ const char* OrdinalKind(TFieldKind kind) {
 TReader::TReader(TTokenSource& source)
     : m_source(source), m_budget(static_cast<qint64>(source.Size())) {}
 
-void TReader::CheckStructure() {
+int TReader::CheckStructure() {
     m_source.Restart();
-    ZEP::CheckStructure(m_source);
+    return ZEP::CheckStructure(m_source);
 }
 
 void TReader::ReadRootComponent(TComponent& root) {
@@ -127,7 +127,10 @@ void TReader::ReadData(TComponent& component) {
     TComponent* const parent = std::exchange(m_parent, nullptr);
     const TInstance instance(&component);
     m_component = &component;
-    TNumberPresets::Apply(component, &component != m_root);
+    if (&component == m_root)
+        TNumberPresets::ApplyToUsed(instance);
+    else
+        TNumberPresets::Apply(instance);
     m_filled.clear();
     while (!Next().Name.empty() && m_token->Kind != TTokenKind::BeginComponent)
         ReadProperty(instance);
@@ -155,7 +158,7 @@ void TReader::ReadChild(TComponent& parent) {
     const int depth = m_depth;
     const QPointer<TComponent> child(entry->Make(m_root));
     auto drop = qScopeGuard([&] { delete child.data(); });
-    TNumberPresets::Learn(*child);
+    TNumberPresets::Learn(TInstance(child.data()));
     NameChild(*child, name);
     m_references.AddComponent(*child, name);
     m_parent = &parent;
@@ -289,6 +292,8 @@ void TReader::ReadCollection(TCollection& collection) {
             continue;
         }
         const TInstance item(collection.Add());
+        TNumberPresets::Learn(item);
+        TNumberPresets::Apply(item);
         while (Next().Kind != TTokenKind::EndItem) ReadProperty(item);
     }
 }

@@ -43,7 +43,8 @@ public:
     [[nodiscard]] TReadBudget* Budget() override { return &m_budget; }
 
     /// Raises `TStreamError` where the structure is broken, and touches no component.
-    void CheckStructure();
+    /// \return how many components stand within each other, the outermost one included
+    int CheckStructure();
     /// Reads the stream's outermost component into `root`, whatever its class, and renames it where
     /// its owner has no other of that name. References are set at the end; then the root tells of
     /// unknown classes, and a slot may free it.

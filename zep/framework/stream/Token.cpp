@@ -14,9 +14,14 @@ bool BeginsName(char c) {
 
 } // namespace
 
-void CheckStructure(TTokenSource& source) {
-    while (source.Next().Kind != TTokenKind::End) {
+int CheckStructure(TTokenSource& source) {
+    int depth = 0;
+    int deepest = 0;
+    for (TTokenKind kind = source.Next().Kind; kind != TTokenKind::End; kind = source.Next().Kind) {
+        if (kind == TTokenKind::BeginComponent) deepest = std::max(deepest, ++depth);
+        if (kind == TTokenKind::EndComponent) --depth;
     }
+    return deepest;
 }
 
 void CopyStream(TTokenSource& source, TTokenSink& sink) {

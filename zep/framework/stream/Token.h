@@ -89,7 +89,8 @@ public:
 };
 
 /// Reads to the end of the stream. Raises `TStreamError`.
-ZEP_CORE_EXPORT void CheckStructure(TTokenSource& source);
+/// \return how many components stand within each other, the outermost one included
+ZEP_CORE_EXPORT int CheckStructure(TTokenSource& source);
 
 /// Passes the whole stream on. Raises `TStreamError` and what the sink raises.
 ZEP_CORE_EXPORT void CopyStream(TTokenSource& source, TTokenSink& sink);
