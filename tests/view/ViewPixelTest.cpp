@@ -57,6 +57,18 @@ TEST_F(ViewPixel, ABackdropIsSeenByItsCameraAlone) {
     EXPECT_EQ(DifferentPixels(Draw(m_camera), before), 0);
 }
 
+// As in maps, which count in metres from the equator. The axes of the origin are out of both views.
+TEST_F(ViewPixel, AGridFarFromTheOriginIsTheOneNearIt) {
+    TZEPBackdrop backdrop(m_camera);
+    const auto at = [&](double x, double y) {
+        backdrop.SetContent(TZEPBounds{{x - 5, y - 5, 0}, {x + 5, y + 5, 0}});
+        m_camera->Position()->SetData(x + 1, y - 3, 7);
+        m_camera->Target()->SetData(x, y, 0);
+        return Draw(m_camera);
+    };
+    EXPECT_LT(ComparePictures(at(4'500'000, 5'400'000), at(30, 40)).Mean, 0.2);
+}
+
 TEST_F(ViewPixel, ABackdropGoesOnFromPartToPart) {
     TZEPBackdrop backdrop(m_camera);
     backdrop.SetContent(m_content);

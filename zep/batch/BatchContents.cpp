@@ -20,20 +20,8 @@ namespace {
 constexpr std::size_t SmallVertexes = 50'000;
 /// Smoothing and styles cost a software rasteriser ten times the plain line.
 constexpr std::size_t FineVertexes = 200'000;
-constexpr double FloatError = 1e-6; // of the largest number that is added up
-constexpr double LeastText = 4.5;   // pixels
+constexpr double LeastText = 4.5; // pixels
 constexpr double LeastTextMoving = 7;
-
-/// \param reach  of the places that were added up in floats
-bool IsAbout(const TGLMatrixd4& loaded, const TGLMatrixd4& exact, double reach) {
-    double scale = 1;
-    for (std::size_t i = 0; i < 12; ++i) scale = std::max(scale, std::abs(exact[i / 4][i % 4]));
-    for (std::size_t i = 0; i < 16; ++i) {
-        const double error = FloatError * (i < 12 ? scale : scale + reach);
-        if (!(std::abs(loaded[i / 4][i % 4] - exact[i / 4][i % 4]) <= error)) return false;
-    }
-    return true;
-}
 
 } // namespace
 
@@ -184,7 +172,7 @@ std::optional<TGLMatrixd4> TBatchContents::ExactView(const TZEPSceneContext& sce
     const TGLMatrixd4 exact = Product(*view, own);
     const auto length = [](const TGLArrayd4& v) { return Length({v[0], v[1], v[2]}); };
     const double reach = length((*view)[3]) + length(own[3]);
-    if (!IsAbout(LoadedMatrix(GL_MODELVIEW_MATRIX), exact, reach)) return {};
+    if (!IsLoaded(exact, reach)) return {};
     return exact;
 }
 

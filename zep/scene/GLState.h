@@ -23,6 +23,10 @@ namespace ZEP {
     return matrix;
 }
 
+/// Whether the modelview matrix is that one but for the rounding of OpenGL, which counts in floats.
+/// \param reach  of the places that were added up in it
+[[nodiscard]] bool IsLoaded(const TGLMatrixd4& modelView, double reach);
+
 /// \param bits  of a buffer: `GL_STENCIL_BITS`, `GL_ACCUM_RED_BITS`
 [[nodiscard]] inline bool HasBuffer(GLenum bits) {
     GLint count = 0;

@@ -3,6 +3,7 @@
 #include <zep/framework/Contrast.h>
 #include <zep/framework/Property.h>
 #include <zep/gl/Scopes.h>
+#include <zep/scene/GLState.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vectors.h>
 #include <zep/view/Camera.h>
@@ -77,6 +78,23 @@ public:
 
 private:
     TZEPMatricesScope m_matrices;
+};
+
+/// Places count from one near them: those of OpenGL are floats, which are coarse far from the
+/// origin.
+class TNearScope {
+public:
+    TNearScope(const TZEPCamera& camera, const TGLArrayd3& place) {
+        TGLMatrixd4 view = camera.GetViewMatrix();
+        const TGLMatrixd4::value_type& shift = view[3];
+        if (!IsLoaded(view, Length({shift[0], shift[1], shift[2]})))
+            view = LoadedMatrix(GL_MODELVIEW_MATRIX);
+        Translatedv(place, view);
+        glLoadMatrixd(view[0].data());
+    }
+
+private:
+    TZEPMatrixScope m_matrix;
 };
 
 void SetColor(TColor color, float alpha = 1) {
@@ -217,28 +235,32 @@ void TZEPBackdrop::DrawGrid(const TZEPBounds& box) const {
     const auto firstX = static_cast<qint64>(std::ceil((centre[0] - reach) / step));
     const auto firstY = static_cast<qint64>(std::ceil((centre[1] - reach) / step));
     const int count = static_cast<int>(2 * reach / step);
+    const TGLArrayd3 first{static_cast<double>(firstX) * step, static_cast<double>(firstY) * step,
+                           box.Min[2]};
+    const TNearScope nearby(*m_camera, first);
     const TColor color = GridColor();
     // Every fifth line is brighter, and all fade towards the rim.
-    const auto send = [&](qint64 x, qint64 y, bool bright) {
-        const double px = static_cast<double>(x) * step;
-        const double py = static_cast<double>(y) * step;
-        const double rim = std::hypot(px - centre[0], py - centre[1]) / reach;
+    const auto send = [&](int x, int y, bool bright) {
+        const double px = x * step;
+        const double py = y * step;
+        const double rim = std::hypot(first[0] + px - centre[0], first[1] + py - centre[1]) / reach;
         const auto fade = static_cast<float>(std::max(0.0, 1 - rim * rim));
         SetColor(color, GridAlpha * fade * (bright ? 1.0F : 0.45F));
-        glVertex3d(px, py, box.Min[2]);
+        glVertex2d(px, py);
     };
     glLineWidth(static_cast<float>(PixelRatio()));
     for (int line = 0; line <= count; ++line) {
         glBegin(GL_LINE_STRIP);
-        for (int i = 0; i <= count; ++i) send(firstX + line, firstY + i, (firstX + line) % 5 == 0);
+        for (int i = 0; i <= count; ++i) send(line, i, (firstX + line) % 5 == 0);
         glEnd();
         glBegin(GL_LINE_STRIP);
-        for (int i = 0; i <= count; ++i) send(firstX + i, firstY + line, (firstY + line) % 5 == 0);
+        for (int i = 0; i <= count; ++i) send(i, line, (firstY + line) % 5 == 0);
         glEnd();
     }
 }
 
 void TZEPBackdrop::DrawOrigin(double length) const {
+    const TNearScope nearby(*m_camera, zero3d);
     glLineWidth(static_cast<float>(2 * PixelRatio()));
     glBegin(GL_LINES);
     for (const TAxis& axis : Axes) {
