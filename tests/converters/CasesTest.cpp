@@ -97,6 +97,7 @@ std::string ReadRS274D(const TCase& c, const std::string& text) {
 
 std::string Read3DS(const TCase& c, const std::string& text) {
     TF3DSConverter converter;
+    converter.SetExtended(Has(c.Name, "extended"));
     TReading reading;
     if (!Has(c.Name, "without a library")) converter.SetMaterials(&reading.Library);
     converter.SetRoot(reading.Root);

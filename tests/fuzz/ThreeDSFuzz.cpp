@@ -30,12 +30,13 @@ void CheckFaces(TZEPMesh& mesh, int materials) {
 }
 
 /// Reads any bytes as a scene.
-void Read(std::string_view bytes, bool hasLibrary) {
+void Read(std::string_view bytes, bool hasLibrary, bool extended) {
     TZEPScene scene;
     TZEPMaterialLibrary library;
     TF3DSConverter converter;
     converter.SetRoot(&scene);
     converter.SetMaterials(hasLibrary ? &library : nullptr);
+    converter.SetExtended(extended);
     try {
         converter.Read3DS(bytes);
     } catch (const Exception&) {
@@ -53,7 +54,8 @@ void Read(std::string_view bytes, bool hasLibrary) {
 } // namespace ZEP
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     for (const bool hasLibrary : {false, true})
-        ZEP::Read({reinterpret_cast<const char*>(data), size}, hasLibrary);
+        for (const bool extended : {false, true}) ZEP::Read(bytes, hasLibrary, extended);
     return 0;
 }

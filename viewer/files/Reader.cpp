@@ -34,9 +34,10 @@ void Convert(Converter& converter, TOpenedFile& file, const TLoadProgress& progr
         file.Messages.push_back({entry.Kind, entry.Count, entry.FirstLine});
 }
 
-void ConvertModel(TOpenedFile& file, TZEPMaterialLibrary& materials,
+void ConvertModel(TOpenedFile& file, TZEPMaterialLibrary& materials, bool plain,
                   const TLoadProgress& progress) {
     TF3DSConverter converter;
+    converter.SetExtended(!plain);
     converter.SetMaterials(&materials);
     file.Root->SetParentComponent(file.Scene.get()); // which gets the colours of the model's scene
     Convert(converter, file, progress);
@@ -50,7 +51,7 @@ void ReadFile(TOpenedFile& file, TZEPMaterialLibrary& materials, bool plain,
     if (file.Format == TFileFormat::Scene) return ReadScene(file, materials);
     file.Root = new TZEPBatch;
     file.Scene = std::make_shared<TStoredScene>();
-    if (file.Format == TFileFormat::F3DS) return ConvertModel(file, materials, progress);
+    if (file.Format == TFileFormat::F3DS) return ConvertModel(file, materials, plain, progress);
     if (file.Format == TFileFormat::DXF) {
         TDXFConverter converter;
         converter.SetExtended(!plain);

@@ -56,6 +56,8 @@ public:
     [[nodiscard]] TF3DSChunk Enter(const TF3DSChunk& parent);
     /// Goes behind the chunk.
     void Leave(const TF3DSChunk& chunk);
+    /// To where it was before.
+    void GoBack(std::size_t position) { m_position = position; }
 
     /// One number of the chunk.
     template <class T>

@@ -82,6 +82,7 @@ void TF3DSConverter::Read(std::string_view bytes, const TErrorOrigin& source) {
                        .Materials = m_materials,
                        .FileName = FileName(),
                        .Report = m_report,
+                       .Extended = m_extended,
                        .Dump = {},
                        .Progress = ProgressOfBoth()};
     if (m_dump) target.Dump = [this](std::string_view text) { Dump(text); };

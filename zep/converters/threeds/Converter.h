@@ -24,7 +24,7 @@ struct TErrorOrigin;
 ///
 /// Pictures for textures are looked for in the folder of `FileName`.
 ///
-/// Defaults: `ClearBeforRead` set, no dump.
+/// Defaults: the plain reading, `ClearBeforRead` set, no dump.
 class ZEP_CORE_EXPORT TF3DSConverter : public TFileConverter {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/appearance/materials/MaterialLibrary.h")
@@ -36,6 +36,8 @@ class ZEP_CORE_EXPORT TF3DSConverter : public TFileConverter {
     Q_PROPERTY(bool ClearBeforRead READ ClearBeforRead WRITE SetClearBeforRead)
     Q_CLASSINFO("ClearBeforRead", "true")
     Q_PROPERTY(QString FileName READ FileName WRITE SetFileName)
+    Q_PROPERTY(bool Extended READ Extended WRITE SetExtended)
+    Q_CLASSINFO("Extended", "false")
 public:
     explicit TF3DSConverter(TComponent* owner = nullptr);
     ~TF3DSConverter() override;
@@ -47,6 +49,12 @@ public:
     /// Takes the materials. Without it, all faces of a mesh have the mesh's own material. Meshes
     /// show these materials where their scene has this library. Stays set until it is freed.
     void SetMaterials(TZEPMaterialLibrary* materials);
+
+    [[nodiscard]] bool Extended() const { return m_extended; }
+    /// Shows models as the programs do that they come from: meshes where the first key puts them,
+    /// what is hidden hidden, materials wherever they stand in the file, highlights of the stated
+    /// strength, pictures in their own colours.
+    void SetExtended(bool extended) { m_extended = extended; }
 
     /// Reads the file into `Root`, and its materials in place of those in `Materials`. Raises
     /// `Exception` without `Root` or `FileName`, and for a file that cannot be read, is no 3DS
@@ -75,6 +83,7 @@ private:
     TReadReport m_report;
     std::unique_ptr<TDumpFile> m_dump;
     bool m_doDump = false;
+    bool m_extended = false;
 };
 
 } // namespace ZEP

@@ -48,6 +48,16 @@ enum TF3DSId : std::uint16_t {
     idShininessStrength = 0xA041,
     idTransparency = 0xA050,
     idSelfIllumination = 0xA080,
+    idSelfIlluminationShare = 0xA084,
+
+    idObjectNode = 0xB002, // to idSpotTargetNode: those of cameras and lights
+    idSpotTargetNode = 0xB007,
+    idNodeHeader = 0xB010,
+    idPivot = 0xB013,
+    idPositionTrack = 0xB020,
+    idRotationTrack = 0xB021,
+    idScaleTrack = 0xB022,
+    idNodeId = 0xB030,
 
     idTexture = 0xA200,
     idTextureFile = 0xA300,

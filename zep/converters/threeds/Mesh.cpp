@@ -3,6 +3,7 @@
 #include <zep/converters/ReadReport.h>
 #include <zep/converters/threeds/Ids.h>
 #include <zep/converters/threeds/Materials.h>
+#include <zep/converters/threeds/Placement.h>
 #include <zep/converters/threeds/Stream.h>
 #include <zep/objects/Mesh.h>
 
@@ -61,8 +62,7 @@ void TF3DSMeshes::ReadPart(const TF3DSChunk& chunk, TZEPMesh& mesh) {
     case idSmoothing:
         return m_stream.Dump(" <SmoothChunk> \r\n"); // a mesh is smooth or flat as a whole
     case idMatrix:
-        return m_stream.Dump(
-            " <MatrixChunk> \r\n"); // where the pivot is: points are in the whole's frame
+        return ReadMatrix(chunk, mesh);
     case idHidden:
         m_stream.Dump(" <HiddenChunk> \r\n");
         return mesh.SetVisible(false);
@@ -106,6 +106,16 @@ void TF3DSMeshes::ReadTexCoords(const TF3DSChunk& chunk, TZEPMesh& mesh) {
         (*mesh.Vertexes())[static_cast<int>(i)].SetTexCoordQuietly(
             m_stream.Finite(numbers[2 * i]), m_stream.Finite(numbers[2 * i + 1]));
     m_strayTexCoords += static_cast<qint64>(count - used);
+}
+
+// The mesh's own frame: points are stored in the whole's.
+void TF3DSMeshes::ReadMatrix(const TF3DSChunk& chunk, TZEPMesh& mesh) {
+    m_stream.Dump(" <MatrixChunk> \r\n");
+    if (!m_placement) return;
+    TGLMatrixd4 own = idd;
+    for (auto& row : own)
+        for (std::size_t i = 0; i < 3; ++i) row[i] = static_cast<double>(m_stream.ReadFloat(chunk));
+    m_placement->Add(mesh, own);
 }
 
 void TF3DSMeshes::ReadFaceGroup(const TF3DSChunk& chunk, TZEPMesh& mesh) {

@@ -17,11 +17,12 @@ namespace ZEP {
 TF3DSReader::TF3DSReader(std::string_view bytes, const TErrorOrigin& source, TF3DSTarget target)
     : m_target(std::move(target)), m_budget(static_cast<qint64>(bytes.size())),
       m_stream(bytes, source, m_target.Report, m_target.Dump),
-      m_materials(m_target.Materials
-                      ? std::make_optional<TF3DSMaterials>(m_stream, *m_target.Materials,
-                                                           m_target.FileName, m_budget)
-                      : std::nullopt),
-      m_meshes(m_stream, m_materials ? &*m_materials : nullptr) {}
+      m_materials(m_target.Materials ? std::make_optional<TF3DSMaterials>(
+                                           m_stream, *m_target.Materials, m_target.FileName,
+                                           m_budget, m_target.Extended)
+                                     : std::nullopt),
+      m_meshes(m_stream, m_materials ? &*m_materials : nullptr,
+               m_target.Extended ? &m_placement : nullptr) {}
 
 bool TF3DSReader::IsF3DS(std::string_view bytes) {
     return bytes.size() >= 2 && qFromLittleEndian<std::uint16_t>(bytes.data()) == idMain;
@@ -29,6 +30,8 @@ bool TF3DSReader::IsF3DS(std::string_view bytes) {
 
 void TF3DSReader::ReadFile() {
     const auto report = qScopeGuard([this] { ReportStrays(); });
+    // A file that is cut off shows what it has where it belongs.
+    const auto place = qScopeGuard([this] { m_placement.Apply(m_nodes); });
     ReadMainChunk(m_stream.ReadMainHeader());
 }
 
@@ -53,33 +56,60 @@ void TF3DSReader::ReadMainChunk(const TF3DSChunk& chunk) {
 
 void TF3DSReader::ReadEditChunk(const TF3DSChunk& chunk) {
     m_stream.Dump(" <EditChunk> \r\n");
+    if (m_target.Extended && m_materials) ReadMaterials(chunk);
     m_stream.ReadChildren(chunk, [this](const TF3DSChunk& child) {
         TellProgress();
-        switch (child.Id) {
-        case idMeshVersion:
-            return ReadVersionChunk(child);
-        case idMasterScale:
-            return ReadMasterScale(child);
-        case idBackgroundColor:
-            return ReadSceneBackgroundColor(child);
-        case idAmbientColor:
-            return ReadSceneAmbientColor(child);
-        case idObject:
-            return ReadObjectChunk(child);
-        case idMaterial:
-            return m_materials ? m_materials->ReadMaterialChunk(child)
-                               : m_stream.SkipChunk(child, idEditor);
-        default:
-            return m_stream.SkipChunk(child, idEditor);
-        }
+        ReadEditPart(child);
     });
+}
+
+void TF3DSReader::ReadEditPart(const TF3DSChunk& chunk) {
+    switch (chunk.Id) {
+    case idMeshVersion:
+        return ReadVersionChunk(chunk);
+    case idMasterScale:
+        return ReadMasterScale(chunk);
+    case idBackgroundColor:
+        return ReadSceneBackgroundColor(chunk);
+    case idAmbientColor:
+        return ReadSceneAmbientColor(chunk);
+    case idObject:
+        return ReadObjectChunk(chunk);
+    case idMaterial:
+        // The extended reading has read it before all else.
+        return m_materials && !m_target.Extended ? m_materials->ReadMaterialChunk(chunk)
+                                                 : m_stream.SkipChunk(chunk, idEditor);
+    default:
+        return m_stream.SkipChunk(chunk, idEditor);
+    }
+}
+
+// Some programs write materials behind the meshes that name them.
+void TF3DSReader::ReadMaterials(const TF3DSChunk& editor) {
+    const std::size_t start = m_stream.Position();
+    m_stream.ReadChildren(editor, [this](const TF3DSChunk& child) {
+        if (child.Id == idMaterial) m_materials->ReadMaterialChunk(child);
+    });
+    m_stream.GoBack(start);
 }
 
 void TF3DSReader::ReadKfrmChunk(const TF3DSChunk& chunk) {
     m_stream.Dump(" <KfrmChunk> \r\n");
-    m_stream.ReadChildren(
-        chunk, [this](const TF3DSChunk& child) { m_stream.SkipChunk(child, idKeyframer); });
-    m_stream.ReportMissed(chunk, idMain);
+    m_stream.ReadChildren(chunk, [this](const TF3DSChunk& child) {
+        if (m_target.Extended && child.Id >= idObjectNode && child.Id <= idSpotTargetNode)
+            return ReadNode(child);
+        m_stream.SkipChunk(child, idKeyframer);
+    });
+    if (!m_target.Extended || m_nodes.IsAnimated()) m_stream.ReportMissed(chunk, idMain);
+}
+
+void TF3DSReader::ReadNode(const TF3DSChunk& chunk) {
+    m_stream.Dump(" <NodeChunk> \r\n");
+    try {
+        m_nodes.ReadNode(m_stream, chunk);
+    } catch (const Exception&) { // the models are there all the same
+        m_target.Report.Add(QStringLiteral("nodes of the animation that cannot be read"));
+    }
 }
 
 void TF3DSReader::ReadVersionChunk(const TF3DSChunk& chunk) {
@@ -110,10 +140,17 @@ void TF3DSReader::ReadSceneAmbientColor(const TF3DSChunk& chunk) {
 void TF3DSReader::ReadObjectChunk(const TF3DSChunk& chunk) {
     m_stream.Dump(" <ObjectChunk> \r\n");
     const QString name = m_stream.ReadName(chunk);
+    QPointer<TZEPMesh> mesh;
+    bool isHidden = false;
     m_stream.ReadChildren(chunk, [&](const TF3DSChunk& child) {
         switch (child.Id) {
         case idMesh:
-            return AddMesh(child, name);
+            mesh = AddMesh(child, name);
+            return;
+        case idHidden:
+            if (!m_target.Extended) return m_stream.SkipChunk(child, idObject);
+            isHidden = true;
+            return m_stream.Dump(" <HiddenChunk> \r\n");
         case idLight:
             return AddLight(child, name);
         case idCamera:
@@ -122,6 +159,7 @@ void TF3DSReader::ReadObjectChunk(const TF3DSChunk& chunk) {
             return m_stream.SkipChunk(child, idObject);
         }
     });
+    if (mesh && isHidden) mesh->SetVisible(false);
 }
 
 // --- objects -----------------------------------------------------------------------------------
@@ -138,8 +176,10 @@ T* TF3DSReader::AddObject(const TF3DSChunk& chunk, const QString& name) {
     return object;
 }
 
-void TF3DSReader::AddMesh(const TF3DSChunk& chunk, const QString& name) {
-    if (auto* mesh = AddObject<TZEPMesh>(chunk, name)) m_meshes.ReadMeshChunk(chunk, *mesh);
+TZEPMesh* TF3DSReader::AddMesh(const TF3DSChunk& chunk, const QString& name) {
+    auto* mesh = AddObject<TZEPMesh>(chunk, name);
+    if (mesh) m_meshes.ReadMeshChunk(chunk, *mesh);
+    return mesh;
 }
 
 void TF3DSReader::AddLight(const TF3DSChunk& chunk, const QString& name) {

@@ -3,6 +3,8 @@
 #include <zep/converters/Progress.h>
 #include <zep/converters/threeds/Materials.h>
 #include <zep/converters/threeds/Mesh.h>
+#include <zep/converters/threeds/Nodes.h>
+#include <zep/converters/threeds/Placement.h>
 #include <zep/converters/threeds/Stream.h>
 #include <zep/framework/ReadBudget.h>
 
@@ -12,6 +14,7 @@
 
 namespace ZEP {
 
+class TZEPMesh;
 class TZEPObject;
 
 /// What a 3DS file is read into, and who is told.
@@ -20,6 +23,7 @@ struct TF3DSTarget {
     QPointer<TZEPMaterialLibrary> Materials; ///< null: materials are passed over
     QString FileName;                        ///< beside which pictures lie; empty: there are none
     TReadReport& Report;
+    bool Extended;
     TF3DSStream::TDump Dump; ///< may be empty
     TProgress Progress;      ///< may be empty
 };
@@ -44,13 +48,16 @@ public:
 private:
     void ReadMainChunk(const TF3DSChunk& chunk);
     void ReadEditChunk(const TF3DSChunk& chunk);
+    void ReadEditPart(const TF3DSChunk& chunk);
+    void ReadMaterials(const TF3DSChunk& editor);
     void ReadKfrmChunk(const TF3DSChunk& chunk);
+    void ReadNode(const TF3DSChunk& chunk);
     void ReadVersionChunk(const TF3DSChunk& chunk);
     void ReadMasterScale(const TF3DSChunk& chunk);
     void ReadSceneBackgroundColor(const TF3DSChunk& chunk);
     void ReadSceneAmbientColor(const TF3DSChunk& chunk);
     void ReadObjectChunk(const TF3DSChunk& chunk);
-    void AddMesh(const TF3DSChunk& chunk, const QString& name);
+    TZEPMesh* AddMesh(const TF3DSChunk& chunk, const QString& name);
     void AddLight(const TF3DSChunk& chunk, const QString& name);
     void AddCamera(const TF3DSChunk& chunk, const QString& name);
     template <class T>
@@ -62,7 +69,9 @@ private:
     TReadBudget m_budget;
     TF3DSStream m_stream;
     std::optional<TF3DSMaterials> m_materials;
+    TF3DSPlacement m_placement;
     TF3DSMeshes m_meshes;
+    TF3DSNodes m_nodes;
     std::size_t m_toldPosition = 0;
     qint64 m_lightCount = 0;
 };
