@@ -8,6 +8,7 @@ packages=(
     qt6-base-dev
     libqt6svg6                              # icons, loaded while running: without it there is text alone
     libgl-dev libglu1-mesa-dev libglx-dev libopengl-dev libx11-dev
+    libassimp-dev                           # models of many formats; built and run without it, too
     libgl1-mesa-dri libglx-mesa0            # the driver, with its software rasteriser
     libgtest-dev libgmock-dev libbenchmark-dev
     xvfb xauth xdotool fonts-dejavu-core    # windows and text in tests

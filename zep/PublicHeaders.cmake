@@ -4,6 +4,7 @@ set(core_headers
   Export.h
   Version.h
   ZEP3DS.h
+  ZEPAssimp.h
   ZEPClasses.h
   ZEPDXF.h
   ZEPGeom.h
@@ -32,6 +33,7 @@ set(core_headers
   converters/Progress.h
   converters/ReadReport.h
   converters/RootUpdate.h
+  converters/assimp/Converter.h
   converters/dxf/Colors.h
   converters/dxf/Converter.h
   converters/rs274d/Converter.h

@@ -1,4 +1,5 @@
 #include <zep/ZEP3DS.h>
+#include <zep/ZEPAssimp.h>
 #include <zep/ZEPClasses.h>
 #include <zep/ZEPDXF.h>
 #include <zep/ZEPGeom.h>

@@ -1,6 +1,7 @@
 #include "viewer/files/Format.h"
 
 #include <zep/converters/LineSource.h>
+#include <zep/converters/assimp/Converter.h>
 #include <zep/framework/Exception.h>
 #include <zep/framework/stream/StreamFile.h>
 
@@ -26,8 +27,8 @@ struct TFormatEntry {
     QStringList Suffixes;
 };
 
-const std::array<TFormatEntry, 4>& Formats() {
-    static const std::array<TFormatEntry, 4> Entries{{
+const std::array<TFormatEntry, 5>& Formats() {
+    static const std::array<TFormatEntry, 5> Entries{{
         {TFileFormat::RS274D,
          QStringLiteral("RS-274D"),
          QStringLiteral("Programs"),
@@ -39,8 +40,10 @@ const std::array<TFormatEntry, 4>& Formats() {
          {QStringLiteral("dxf")}},
         {TFileFormat::F3DS,
          QStringLiteral("3DS"),
-         QStringLiteral("Models"),
+         QStringLiteral("3DS models"),
          {QStringLiteral("3ds")}},
+        {TFileFormat::Model, QStringLiteral("model"), QStringLiteral("Models"),
+         TAssimpConverter::Suffixes()},
         {TFileFormat::Scene,
          QStringLiteral("component stream"),
          QStringLiteral("Scenes"),

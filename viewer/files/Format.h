@@ -8,7 +8,12 @@
 
 namespace ZEP {
 
-enum class TFileFormat { Unknown, RS274D, DXF, F3DS, Scene };
+enum class TFileFormat { Unknown, RS274D, DXF, F3DS, Model, Scene };
+
+/// Surfaces with materials.
+[[nodiscard]] constexpr bool IsModel(TFileFormat format) {
+    return format == TFileFormat::F3DS || format == TFileFormat::Model;
+}
 
 /// Those that can be opened.
 [[nodiscard]] std::vector<TFileFormat> KnownFormats();
@@ -18,7 +23,7 @@ enum class TFileFormat { Unknown, RS274D, DXF, F3DS, Scene };
 [[nodiscard]] QString OpenFilters();
 
 /// The format of a file. Scenes, drawings and models are told by how they begin, whatever their
-/// suffix: a drawing with its first section, after comments; a model with its main chunk. Others
+/// suffix: a drawing with its first section, after comments; a 3DS model with its main chunk. Others
 /// are told by their suffix, and those without a known one by how they begin: a program is text,
 /// and its first line that is no comment is a "%" or starts with a word: a letter and a number.
 /// \param head  the first bytes of the file

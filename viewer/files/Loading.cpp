@@ -101,13 +101,13 @@ void TLoading::Prepare(TLoaded& loaded) {
     ShowFacesWithoutMaterial(*file.Root, *loaded.Library);
     const bool isProgram = file.Format == TFileFormat::RS274D;
     if (isProgram) ApplyLook(*file.Root);
-    if (file.Format == TFileFormat::F3DS) ApplyLook(*loaded.Library);
+    if (IsModel(file.Format)) ApplyLook(*loaded.Library);
     file.Extent = ExtentOf(*file.Root);
     const std::optional<TZEPBounds>& bounds = file.Extent.Bounds();
     if (!bounds) return;
     if (file.Format != TFileFormat::Scene || !file.StoresRoot) {
         file.Root->SetEvenLight(IsFlat(*bounds));
-        file.Root->SetSmoothShading(file.Format == TFileFormat::F3DS);
+        file.Root->SetSmoothShading(IsModel(file.Format));
         file.Root->SetRoundArcs(file.Format == TFileFormat::DXF);
     }
     file.Root->Prepare();

@@ -4,6 +4,7 @@
 #include "viewer/files/SceneFile.h"
 #include "viewer/files/StoredScene.h"
 #include <zep/batch/Batch.h>
+#include <zep/converters/assimp/Converter.h>
 #include <zep/converters/dxf/Converter.h>
 #include <zep/converters/rs274d/Converter.h>
 #include <zep/converters/threeds/Converter.h>
@@ -52,6 +53,11 @@ void ReadFile(TOpenedFile& file, TZEPMaterialLibrary& materials, bool plain,
     file.Root = new TZEPBatch;
     file.Scene = std::make_shared<TStoredScene>();
     if (file.Format == TFileFormat::F3DS) return ConvertModel(file, materials, plain, progress);
+    if (file.Format == TFileFormat::Model) {
+        TAssimpConverter converter;
+        converter.SetMaterials(&materials);
+        return Convert(converter, file, progress);
+    }
     if (file.Format == TFileFormat::DXF) {
         TDXFConverter converter;
         converter.SetExtended(!plain);

@@ -27,7 +27,7 @@ bool IsEntity(const QString& kind) {
 
 QString MessageText(TFileFormat format, const TPassedOver& message) {
     QString text = QStringLiteral("%1: %2").arg(message.Kind, QLocale().toString(message.Count));
-    if (format == TFileFormat::F3DS) return text;
+    if (IsModel(format)) return text;
     const bool isEntity = format == TFileFormat::DXF && IsEntity(message.Kind);
     return text + (isEntity ? QStringLiteral(" not drawn") : QStringLiteral(" passed over"));
 }

@@ -25,11 +25,14 @@ TEST(Format, WhatCannotBeReadIsNamed) {
 }
 
 TEST(Format, TheDialogOffersEachFormat) {
+    const QString models = PatternsOf(TFileFormat::Model).join(u' ');
+    EXPECT_TRUE(models.contains(QStringLiteral("*.stl")));
     EXPECT_EQ(OpenFilters(),
-              QStringLiteral("All of these (*.nc *.ngc *.tap *.gcode *.cnc *.dxf *.3ds *.zep "
+              QStringLiteral("All of these (*.nc *.ngc *.tap *.gcode *.cnc *.dxf *.3ds %1 *.zep "
                              "*.zept);;Programs (*.nc *.ngc *.tap *.gcode *.cnc);;"
-                             "Drawings (*.dxf);;Models (*.3ds);;Scenes (*.zep *.zept);;"
-                             "All files (*)"));
+                             "Drawings (*.dxf);;3DS models (*.3ds);;Models (%1);;"
+                             "Scenes (*.zep *.zept);;All files (*)")
+                  .arg(models));
 }
 
 } // namespace

@@ -173,7 +173,7 @@ void TF3DSMaterials::LoadTexture(const TF3DSChunk& chunk, TZEPTexture& texture) 
     m_stream.Dump(" <BitmapChunk> \r\n");
     const QString name = m_stream.ReadName(chunk);
     const auto [outcome, path] = m_textures.Load(texture, name);
-    const bool isLoaded = outcome == TF3DSTextures::TOutcome::Loaded;
+    const bool isLoaded = outcome == TModelTextures::TOutcome::Loaded;
     m_stream.Dump(" File: " + path.toStdString() + (isLoaded ? " OK!\r\n" : "Error!\r\n"));
     // The surface's colour shows where the picture is dark, and white where it is light.
     m_stated.Picture = m_stated.Picture || isLoaded;
@@ -181,9 +181,9 @@ void TF3DSMaterials::LoadTexture(const TF3DSChunk& chunk, TZEPTexture& texture) 
     ReportTexture(name, outcome);
 }
 
-void TF3DSMaterials::ReportTexture(const QString& name, TF3DSTextures::TOutcome outcome) {
-    const char* what = outcome == TF3DSTextures::TOutcome::NotFound    ? "not found"
-                       : outcome == TF3DSTextures::TOutcome::NoPicture ? "is no picture"
+void TF3DSMaterials::ReportTexture(const QString& name, TModelTextures::TOutcome outcome) {
+    const char* what = outcome == TModelTextures::TOutcome::NotFound    ? "not found"
+                       : outcome == TModelTextures::TOutcome::NoPicture ? "is no picture"
                                                                        : "is one too many";
     const QString kind =
         QStringLiteral("texture %1 %2").arg(name.left(LongestName), QLatin1String(what));

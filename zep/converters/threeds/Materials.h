@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zep/converters/threeds/Textures.h>
+#include <zep/converters/ModelTextures.h>
 
 #include <QHash>
 #include <QSet>
@@ -45,11 +45,11 @@ private:
     void ReadTransparency(const TF3DSChunk& chunk, TZEPMaterial& material);
     void ReadBitmapChunk(const TF3DSChunk& chunk, TZEPTexture& texture);
     void LoadTexture(const TF3DSChunk& chunk, TZEPTexture& texture);
-    void ReportTexture(const QString& name, TF3DSTextures::TOutcome outcome);
+    void ReportTexture(const QString& name, TModelTextures::TOutcome outcome);
 
     TF3DSStream& m_stream;
     TZEPMaterialLibrary& m_library;
-    TF3DSTextures m_textures;
+    TModelTextures m_textures;
     QHash<QString, int> m_indexes; // the first of each name
     QSet<QString> m_textureKinds;
     TStated m_stated;

@@ -12,7 +12,7 @@ class TZEPTexture;
 
 /// Loads the pictures of a model's textures: each file once, however many textures show it, and
 /// not more than fit what may be made of the model.
-class TF3DSTextures {
+class TModelTextures {
 public:
     enum class TOutcome { Loaded, NotFound, NoPicture, TooMany };
     struct TResult {
@@ -22,8 +22,8 @@ public:
 
     /// \param modelFile  beside which the pictures lie; empty: there are none
     /// \param budget     outlives this; each picture's file adds to it
-    TF3DSTextures(const QString& modelFile, TReadBudget& budget);
-    ~TF3DSTextures();
+    TModelTextures(const QString& modelFile, TReadBudget& budget);
+    ~TModelTextures();
 
     /// Gives the texture its picture; the texture stays as it is where that fails.
     TResult Load(TZEPTexture& texture, const QString& name);

@@ -1,4 +1,4 @@
-#include <zep/converters/threeds/Textures.h>
+#include <zep/converters/ModelTextures.h>
 
 #include <zep/appearance/materials/Texture.h>
 #include <zep/framework/PictureDecoding.h>
@@ -9,12 +9,12 @@
 
 namespace ZEP {
 
-TF3DSTextures::TF3DSTextures(const QString& modelFile, TReadBudget& budget)
+TModelTextures::TModelTextures(const QString& modelFile, TReadBudget& budget)
     : m_folder(modelFile), m_budget(budget) {}
 
-TF3DSTextures::~TF3DSTextures() = default;
+TModelTextures::~TModelTextures() = default;
 
-TF3DSTextures::TOutcome TF3DSTextures::LoadInto(TZEPTexture& texture, const QString& path) {
+TModelTextures::TOutcome TModelTextures::LoadInto(TZEPTexture& texture, const QString& path) {
     // Asked first: what is no picture may be of any size.
     if (!QImageReader(path).canRead()) return TOutcome::NoPicture;
     m_budget.AddFile(QFileInfo(path).size());
@@ -28,7 +28,7 @@ TF3DSTextures::TOutcome TF3DSTextures::LoadInto(TZEPTexture& texture, const QStr
     return TOutcome::Loaded;
 }
 
-const TF3DSTextures::TLoaded& TF3DSTextures::LoadFile(const QString& path) {
+const TModelTextures::TLoaded& TModelTextures::LoadFile(const QString& path) {
     const auto place = m_files.find(path);
     if (place != m_files.end()) return place->second;
     auto texture = std::make_unique<TZEPTexture>();
@@ -36,7 +36,7 @@ const TF3DSTextures::TLoaded& TF3DSTextures::LoadFile(const QString& path) {
     return m_files.emplace(path, TLoaded{outcome, std::move(texture)}).first->second;
 }
 
-TF3DSTextures::TResult TF3DSTextures::Load(TZEPTexture& texture, const QString& name) {
+TModelTextures::TResult TModelTextures::Load(TZEPTexture& texture, const QString& name) {
     const QString path = m_folder.Find(name);
     if (path.isEmpty()) return {TOutcome::NotFound, m_folder.PathOf(name)};
     const TLoaded& loaded = LoadFile(path);
