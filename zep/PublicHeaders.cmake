@@ -41,6 +41,8 @@ set(core_headers
   converters/rs274d/Options.h
   converters/rs274d/Report.h
   converters/rs274d/Sink.h
+  converters/rs274d/ToolColors.h
+  converters/rs274d/ToolPath.h
   converters/threeds/Converter.h
   framework/ChunkedList.h
   framework/Collection.h

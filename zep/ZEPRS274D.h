@@ -5,3 +5,4 @@
 
 #include <zep/converters/rs274d/Converter.h>
 #include <zep/converters/rs274d/Interpreter.h>
+#include <zep/converters/rs274d/ToolPath.h>

@@ -34,9 +34,20 @@ public:
         for (const TRS274DPoint& point : points) Check(point);
     }
     void NextTool() override {}
+    void ToolChange(const TRS274DTool& tool, qint64) override {
+        Require(tool.Number >= TRS274DTool::NoNumber && tool.Diameter >= 0);
+    }
+    void Settings(const TRS274DSettings& settings) override {
+        Require(settings.Feed >= 0 && settings.SpindleSpeed >= 0);
+        Require(settings != m_settings);
+        m_settings = settings;
+    }
+    void Dwell(double seconds, qint64) override { Require(seconds > 0); }
     void Dump(std::string_view text) override { Require(!text.empty()); }
 
 private:
+    TRS274DSettings m_settings;
+
     static void Require(bool condition) {
         if (!condition) std::abort();
     }

@@ -32,11 +32,19 @@ TRS274DPoint InSpace(TRS274DPlanePoint point, TRS274DArcPlane plane, double norm
     return result;
 }
 
-TRS274DArc ArcAbout(TRS274DPlanePoint center, double radius, double startAngle, double endAngle,
-                    TRS274DArcPlane plane, double normal) {
+/// \param fromAngle, toAngle  of the tool
+TRS274DArc ArcAbout(TRS274DPlanePoint center, double radius, double fromAngle, double toAngle,
+                    bool counterClockwise, TRS274DArcPlane plane, double normal) {
+    const double startAngle = counterClockwise ? fromAngle : toAngle;
+    const double endAngle = counterClockwise ? toAngle : fromAngle;
     const double sweep = endAngle - startAngle;
-    return {plane,    InSpace(center, plane, normal), radius, startAngle,
-            endAngle, sweep > 0 ? sweep : sweep + 360};
+    return {.Plane = plane,
+            .Center = InSpace(center, plane, normal),
+            .Radius = radius,
+            .StartAngle = startAngle,
+            .EndAngle = endAngle,
+            .Sweep = sweep > 0 ? sweep : sweep + 360,
+            .Clockwise = !counterClockwise};
 }
 
 /// What a stated centre may be off by through rounding: a hundredth of a millimetre and a
@@ -70,13 +78,12 @@ TRS274DArc ArcOverChord(TRS274DPlanePoint start, TRS274DPlanePoint end, double r
     const TRS274DPlanePoint center = OffChord(start, end, centerOnLeft ? height : -height);
     const double startAngle = Degrees(Angle(center, start));
     const double endAngle = Degrees(Angle(center, end));
-    if (counterClockwise) return ArcAbout(center, radius, startAngle, endAngle, plane, normal);
-    return ArcAbout(center, radius, endAngle, startAngle, plane, normal);
+    return ArcAbout(center, radius, startAngle, endAngle, counterClockwise, plane, normal);
 }
 
-TRS274DArc FullCircle(TRS274DPlanePoint center, double radius, TRS274DArcPlane plane,
-                      double normal) {
-    return ArcAbout(center, radius, 0, 0, plane, normal);
+TRS274DArc FullCircle(TRS274DPlanePoint center, double radius, bool counterClockwise,
+                      TRS274DArcPlane plane, double normal) {
+    return ArcAbout(center, radius, 0, 0, counterClockwise, plane, normal);
 }
 
 std::optional<TRS274DPlanePoint> CenterOfRadius(TRS274DPlanePoint start, TRS274DPlanePoint end,
@@ -106,7 +113,7 @@ bool TRS274DTurn::IsSpiral() const {
 }
 
 std::optional<TRS274DArc> TRS274DTurn::CircularArc(TRS274DArcPlane plane, double normal) const {
-    if (m_full) return FullCircle(m_center, m_startRadius, plane, normal);
+    if (m_full) return FullCircle(m_center, m_startRadius, m_sweep > 0, plane, normal);
     const double d = Distance(m_start, m_end);
     const TRS274DPlanePoint along{(m_end.A - m_start.A) / d, (m_end.B - m_start.B) / d};
     const TRS274DPlanePoint middle = OffChord(m_start, m_end, 0);
@@ -123,8 +130,7 @@ std::optional<TRS274DArc> TRS274DTurn::CircularArc(TRS274DArcPlane plane, double
     // A sliver of a huge circle: equal angles would mean all of it.
     if (startAngle == endAngle) return std::nullopt;
     const double radius = Distance(center, m_start);
-    if (m_sweep > 0) return ArcAbout(center, radius, startAngle, endAngle, plane, normal);
-    return ArcAbout(center, radius, endAngle, startAngle, plane, normal);
+    return ArcAbout(center, radius, startAngle, endAngle, m_sweep > 0, plane, normal);
 }
 
 void TRS274DTurn::Points(const TRS274DPoint& start, const TRS274DPoint& end, TRS274DArcPlane plane,

@@ -25,8 +25,8 @@ struct TRS274DPlanePoint {
                                       TRS274DArcPlane plane, double normal);
 
 /// A circle about `center`.
-[[nodiscard]] TRS274DArc FullCircle(TRS274DPlanePoint center, double radius, TRS274DArcPlane plane,
-                                    double normal);
+[[nodiscard]] TRS274DArc FullCircle(TRS274DPlanePoint center, double radius, bool counterClockwise,
+                                    TRS274DArcPlane plane, double normal);
 
 [[nodiscard]] double Distance(TRS274DPlanePoint a, TRS274DPlanePoint b);
 [[nodiscard]] bool IsSamePoint(TRS274DPlanePoint a, TRS274DPlanePoint b);

@@ -119,6 +119,7 @@ double GetNumber(std::string_view digits) {
 void TRS274DBlock::Read(std::string_view line, bool polar) {
     m_words.clear();
     m_letters = 0;
+    m_line = line;
     m_rest = NormalizeBlock(line, m_buffer);
     m_end = ReadWords(polar);
 }
@@ -145,6 +146,15 @@ void TRS274DBlock::Add(const TRS274DWord& word) {
     if (!Has(word.Letter)) m_values[Index(word.Letter)] = word.Value;
     m_letters |= Bit(word.Letter);
     m_words.push_back(word);
+}
+
+std::string_view TRS274DBlock::Comment() const {
+    const std::size_t start = std::min(m_line.find_first_of("(;"), m_line.size());
+    std::string_view text = m_line.substr(start);
+    if (text.starts_with('(')) text = text.substr(0, text.find(')'));
+    text.remove_prefix(std::min(text.find_first_not_of("(; \t"), text.size()));
+    while (!text.empty() && static_cast<unsigned char>(text.back()) <= ' ') text.remove_suffix(1);
+    return text;
 }
 
 std::string_view TRS274DBlock::Reopen() {

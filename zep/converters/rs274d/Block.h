@@ -70,6 +70,9 @@ public:
 
     [[nodiscard]] const std::vector<TRS274DWord>& Words() const { return m_words; }
     [[nodiscard]] TRS274DBlockEnd End() const { return m_end; }
+    /// What its first comment says, without blanks around it; empty without one. It lies in the
+    /// line that was read.
+    [[nodiscard]] std::string_view Comment() const;
     /// What was left of the normalised block, from the character or word where the words ended.
     [[nodiscard]] std::string_view Rest() const { return m_rest; }
 
@@ -93,6 +96,7 @@ private:
     [[nodiscard]] TRS274DBlockEnd ReadWords(bool polar);
     [[nodiscard]] TRS274DBlockEnd EndAt(std::string_view rest) const;
 
+    std::string_view m_line;
     std::string m_buffer;
     std::vector<TRS274DWord> m_words;
     std::string_view m_rest;

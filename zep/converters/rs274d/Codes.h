@@ -7,7 +7,7 @@ namespace ZEP {
 /// What a G code of a machine is about.
 enum class TRS274DGroup : std::uint8_t {
     Unknown,
-    Silent, ///< changes nothing that a path shows: tool compensation, feed modes, cancellations
+    Silent, ///< changes nothing that a path shows: tool compensation, path modes, cancellations
     Rapid,
     Feed,
     Clockwise,
@@ -22,6 +22,7 @@ enum class TRS274DGroup : std::uint8_t {
     WorkSystem,
     MachineFrame,
     Dwell,
+    FeedMode,
     SetData,
     Reference,
     StoreReference,

@@ -20,9 +20,6 @@ namespace {
 
 const TRegisterClass<TRS274DConverter> RegisteredRS274DConverter;
 
-constexpr std::array ToolColors{TColor(0xFFFFFF), TColor(0x0000FF), TColor(0x00FF00),
-                                TColor(0xFF0000), TColor(0xFFFF00), TColor(0xFF00FF),
-                                TColor(0x00FFFF)};
 constexpr TColor RapidColor = 0x808080;
 
 /// Degrees of a line piece in an arc, so that ends on whole quarters lie on corners.
@@ -53,7 +50,7 @@ void TRS274DConverter::ReadNC(std::string_view text) {
     CheckRoot("ReadNC");
     m_report.Clear();
     SetCancelled(false);
-    m_colorIndex = 0;
+    m_colors = {};
     const TRootUpdate update(Root());
     const TRS274DOptions options{.Extended = m_extended,
                                  .StopOnErrors = m_stopOnErrors,
@@ -67,36 +64,51 @@ void TRS274DConverter::Dump(std::string_view text) {
     if (m_trace) m_trace->Write(text);
 }
 
-void TRS274DConverter::NextColor() {
-    m_colorIndex = (m_colorIndex + 1) % ToolColors.size();
-}
-
-TColor TRS274DConverter::PathColor() const {
-    return ToolColors[m_colorIndex];
-}
-
 void TRS274DConverter::Rapid(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) {
+    if (m_sink) m_sink->Rapid(from, to, line);
     if (!m_showQuickMove) return;
     if (TZEPLine* object = AddPathLine(RootThere(), from, to, RapidColor, line))
         object->SetStyle(psDot);
 }
 
 void TRS274DConverter::Feed(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) {
+    if (m_sink) m_sink->Feed(from, to, line);
     AddPathLine(RootThere(), from, to, PathColor(), line);
 }
 
 void TRS274DConverter::Drill(const TRS274DPoint& at, qint64 line) {
+    if (m_sink) m_sink->Drill(at, line);
     AddPathPoint(RootThere(), at, PathColor(), line);
 }
 
 void TRS274DConverter::Arc(const TRS274DArc& arc, qint64 line) {
+    if (m_sink) m_sink->Arc(arc, line);
     TZEPArc* object = AddPathArc(RootThere(), arc, PathColor(), line);
     if (m_extended && object)
         object->SetSegments(static_cast<int>(std::ceil(arc.Sweep / ArcStep - 1e-9)));
 }
 
 void TRS274DConverter::Curve(std::span<const TRS274DPoint> points, qint64 line) {
+    if (m_sink) m_sink->Curve(points, line);
     AddPathCurve(RootThere(), points, PathColor(), line);
+}
+
+void TRS274DConverter::NextTool() {
+    if (m_sink) m_sink->NextTool();
+    m_colors.Next();
+}
+
+void TRS274DConverter::ToolChange(const TRS274DTool& tool, qint64 line) {
+    if (m_sink) m_sink->ToolChange(tool, line);
+    m_colors.Change(tool.Number);
+}
+
+void TRS274DConverter::Settings(const TRS274DSettings& settings) {
+    if (m_sink) m_sink->Settings(settings);
+}
+
+void TRS274DConverter::Dwell(double seconds, qint64 line) {
+    if (m_sink) m_sink->Dwell(seconds, line);
 }
 
 } // namespace ZEP

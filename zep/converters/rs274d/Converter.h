@@ -4,7 +4,7 @@
 #include <zep/converters/FileConverter.h>
 #include <zep/converters/rs274d/Report.h>
 #include <zep/converters/rs274d/Sink.h>
-#include <zep/framework/Color.h>
+#include <zep/converters/rs274d/ToolColors.h>
 
 #include <memory>
 
@@ -60,14 +60,20 @@ public:
     /// Reads a program from memory into `Root`, below what is there.
     void ReadNC(std::string_view text);
 
+    [[nodiscard]] TRS274DSink* Sink() const { return m_sink; }
+    /// Is told the path beside the objects, a `TToolPath` for example: each call before its
+    /// object is made.
+    /// \param sink  outlives the readings; null: none
+    void SetSink(TRS274DSink* sink) { m_sink = sink; }
+
     /// What the last reading passed over.
     [[nodiscard]] const TRS274DReport& Report() const { return m_report; }
 
     /// The next of the seven tool colours; after the last comes the first. Each program begins
     /// with the first.
-    void NextColor();
+    void NextColor() { m_colors.Next(); }
     /// Colour of the path from here on.
-    [[nodiscard]] TColor PathColor() const;
+    [[nodiscard]] TColor PathColor() const { return m_colors.Current(); }
     /// Adds a line to the trace; nothing while no trace is written.
     void Dump(std::string_view text) override;
 
@@ -77,11 +83,15 @@ private:
     void Drill(const TRS274DPoint& at, qint64 line) override;
     void Arc(const TRS274DArc& arc, qint64 line) override;
     void Curve(std::span<const TRS274DPoint> points, qint64 line) override;
-    void NextTool() override { NextColor(); }
+    void NextTool() override;
+    void ToolChange(const TRS274DTool& tool, qint64 line) override;
+    void Settings(const TRS274DSettings& settings) override;
+    void Dwell(double seconds, qint64 line) override;
 
     TRS274DReport m_report;
     std::unique_ptr<TDumpFile> m_trace;
-    std::size_t m_colorIndex = 0;
+    TRS274DToolColors m_colors;
+    TRS274DSink* m_sink = nullptr;
     bool m_doDump = false;
     bool m_showQuickMove = true;
     bool m_stopOnErrors = false;

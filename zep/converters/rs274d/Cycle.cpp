@@ -1,5 +1,6 @@
 #include <zep/converters/rs274d/Cycle.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ZEP {
@@ -18,6 +19,11 @@ bool FeedsOut(int cycle) {
 }
 
 } // namespace
+
+bool Dwells(const TRS274DHole& hole) {
+    constexpr int dwelling[] = {82, 86, 88, 89};
+    return hole.Dwell > 0 && std::ranges::binary_search(dwelling, hole.Cycle);
+}
 
 double PeckCount(const TRS274DHole& hole) {
     const double depth = hole.R - hole.Bottom;

@@ -11,12 +11,16 @@ struct TRS274DHole {
     double Bottom = 0;
     double Clear = 0; ///< level that the tool goes back to
     double Peck = 0;  ///< depth of each peck (G73, G83); 0 or less drills at once
+    double Dwell = 0; ///< seconds at the bottom (G82, G86, G88, G89)
 };
 
 struct TRS274DLevelMove {
     bool Rapid;
     double Level;
 };
+
+/// Whether the tool stands still at the bottom.
+[[nodiscard]] bool Dwells(const TRS274DHole& hole);
 
 /// How many pecks the hole takes; 1 where it is drilled at once.
 [[nodiscard]] double PeckCount(const TRS274DHole& hole);

@@ -27,11 +27,13 @@ bool IsSilentM(qint64 code) {
 void TRS274DExtendedMachine::RunBlock(const TRS274DBlock& block) {
     m_plan = {};
     if (block.End() != TRS274DBlockEnd::Complete) return;
+    if (block.Words().size() < 2) m_toolNames.Note(block.Comment(), m_place.Line);
+    if (block.Has('T')) SelectTool(block.Value('T'));
     for (const TRS274DWord& word : block.Words()) {
         if (word.Letter == 'G') ProcessG(word);
-        if (word.Letter == 'M') ProcessM(word);
+        if (word.Letter == 'M') ProcessM(word, block);
     }
-    if (block.HasAnyOf("FST")) NoteSettings(block);
+    if (block.HasAnyOf("FS")) NoteSettings(block);
     if (block.HasAnyOf("ABCUVW")) m_report.Add(TRS274DPassed::OtherAxes, m_place.Line);
     Execute(block);
 }
@@ -90,8 +92,10 @@ void TRS274DExtendedMachine::ApplyMode(const TRS274DCode& code) {
         m_plan.MachineFrame = true;
         return;
     case TGroup::Dwell:
-        m_plan.OtherUse = true;
+        m_plan.OtherUse = m_plan.Dwells = true;
         return;
+    case TGroup::FeedMode:
+        return SetFeedMode(static_cast<TRS274DFeedMode>(code.Value));
     default:
         m_plan.Action = &code;
         return;
@@ -107,7 +111,7 @@ void TRS274DExtendedMachine::SetMotion(TRS274DMoveMode mode) {
     m_plan.Motion = true;
 }
 
-void TRS274DExtendedMachine::ProcessM(const TRS274DWord& word) {
+void TRS274DExtendedMachine::ProcessM(const TRS274DWord& word, const TRS274DBlock& block) {
     const qint64 code = std::llrint(word.Value);
     switch (code) {
     case 0:
@@ -126,20 +130,23 @@ void TRS274DExtendedMachine::ProcessM(const TRS274DWord& word) {
         m_plan.Transfer = TRS274DTransfer::Return;
         return Trace("end of a subprogram");
     case 6:
-        m_tool = m_selectedTool;
-        m_sink.NextTool();
+        ChangeTool(block);
         return Trace("next tool");
     default:
         break;
     }
+    TurnSpindle(code);
     if (!IsSilentM(code)) m_report.AddCode('M', word.Value, m_place.Line);
 }
 
 void TRS274DExtendedMachine::Execute(const TRS274DBlock& block) {
+    if (m_plan.Dwells) Dwell(block.Value('P'));
+    m_settings.Drills = m_mode == mmDrill && !m_plan.Action;
     if (m_plan.Action) return RunAction(block);
     const bool moves = block.HasAnyOf("XYZ@^") || (m_mode == mmArc && block.HasAnyOf("IJK"));
     if (!moves) return;
     if (m_plan.OtherUse && !m_plan.Motion) return;
+    TellSettings();
     Move(block, GetRepeatCount(block));
 }
 
@@ -200,6 +207,7 @@ void TRS274DExtendedMachine::ForAxisWords(const TRS274DBlock& block, Function fu
 }
 
 void TRS274DExtendedMachine::RunAction(const TRS274DBlock& block) {
+    TellSettings();
     const TRS274DCode& action = *m_plan.Action;
     const auto which = static_cast<std::size_t>(action.Value);
     switch (action.Group) {
@@ -340,7 +348,7 @@ void TRS274DExtendedMachine::ReadHole(const TRS274DBlock& block) {
     if (m_newCycle) {
         m_initialLevel = m_position[normal];
         m_hole.R = m_hole.Bottom = m_initialLevel;
-        m_hole.Peck = 0;
+        m_hole.Peck = m_hole.Dwell = 0;
         m_newCycle = false;
     }
     const double origin = m_frames.Offset(normal);
@@ -348,6 +356,7 @@ void TRS274DExtendedMachine::ReadHole(const TRS274DBlock& block) {
         m_hole.R = Units(block.Value('R')) + (m_incremental ? m_initialLevel : origin);
     if (block.Has(depth))
         m_hole.Bottom = Units(block.Value(depth)) + (m_incremental ? m_hole.R : origin);
+    if (block.Has('P')) m_hole.Dwell = block.Value('P');
     if (block.Has('Q')) m_hole.Peck = Units(block.Value('Q'));
     m_hole.Clear = m_returnToInitial ? std::max(m_initialLevel, m_hole.R) : m_hole.R;
 }
@@ -357,7 +366,10 @@ void TRS274DExtendedMachine::DrillAt(const TRS274DPoint& place) {
     HoleMoves(m_hole, m_levelMoves);
     Rapid(place);
     if (m_position[AxesOf(m_plane).Normal] != m_hole.R) MoveOnNormal(true, m_hole.R);
-    for (const TRS274DLevelMove& move : m_levelMoves) MoveOnNormal(move.Rapid, move.Level);
+    for (const TRS274DLevelMove& move : m_levelMoves) {
+        MoveOnNormal(move.Rapid, move.Level);
+        if (&move == m_levelMoves.data() && Dwells(m_hole)) Dwell(m_hole.Dwell);
+    }
 }
 
 void TRS274DExtendedMachine::MoveOnNormal(bool rapid, double level) {

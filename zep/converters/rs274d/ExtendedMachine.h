@@ -6,6 +6,7 @@
 #include <zep/converters/rs274d/Frames.h>
 #include <zep/converters/rs274d/Machine.h>
 #include <zep/converters/rs274d/Parameters.h>
+#include <zep/converters/rs274d/ToolNames.h>
 
 namespace ZEP {
 
@@ -44,12 +45,24 @@ private:
         bool Motion = false;                 ///< a motion code stands in the block
         bool OtherUse = false;               ///< axis words without one belong to something else
         bool MachineFrame = false;
+        bool Dwells = false;
         TRS274DTransfer Transfer = TRS274DTransfer::None;
     };
 
     void ProcessG(const TRS274DWord& word);
-    void ProcessM(const TRS274DWord& word);
+    void ProcessM(const TRS274DWord& word, const TRS274DBlock& block);
+
+    /// \name What the sink is told beyond the moves
+    /// @{
     void NoteSettings(const TRS274DBlock& block);
+    void SelectTool(double number);
+    void SetFeedMode(TRS274DFeedMode mode);
+    void TurnSpindle(qint64 code);
+    void ChangeTool(const TRS274DBlock& block);
+    void Dwell(double seconds);
+    void TellSettings();
+    /// @}
+
     void ApplyMode(const TRS274DCode& code);
     void SetMotion(TRS274DMoveMode mode);
     void Execute(const TRS274DBlock& block);
@@ -82,7 +95,10 @@ private:
 
     TPlan m_plan;
     double m_feed = 0, m_speed = 0; // F and S as programmed
+    TRS274DSettings m_settings, m_toldSettings;
     double m_selectedTool = 0, m_tool = 0;
+    bool m_hasSelected = false; // a T was stated
+    TRS274DToolNames m_toolNames;
     TRS274DFrames m_frames;
     std::array<TRS274DPoint, 2> m_references{}; // of G28 and G30
     bool m_absoluteCenters = false;

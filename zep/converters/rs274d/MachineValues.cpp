@@ -182,10 +182,4 @@ std::optional<double> TRS274DExtendedMachine::MachineValue(std::string_view name
     return std::nullopt;
 }
 
-void TRS274DExtendedMachine::NoteSettings(const TRS274DBlock& block) {
-    if (block.Has('F')) m_feed = block.Value('F');
-    if (block.Has('S')) m_speed = block.Value('S');
-    if (block.Has('T')) m_selectedTool = block.Value('T');
-}
-
 } // namespace ZEP

@@ -160,7 +160,8 @@ void TRS274DPlainMachine::ProcessFullCircle(TRS274DPlanePoint start) {
     const double radius = std::hypot(offset.A, offset.B);
     if (radius <= 0) return FailArc(TRS274DPassed::ArcWithoutCenter);
     const TRS274DPlanePoint center{start.A + offset.A, start.B + offset.B};
-    m_sink.Arc(FullCircle(center, radius, m_plane, m_target[axes.Normal]), m_place.Line);
+    m_sink.Arc(FullCircle(center, radius, m_counterClockwise, m_plane, m_target[axes.Normal]),
+               m_place.Line);
 }
 
 } // namespace ZEP

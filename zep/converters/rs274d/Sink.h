@@ -35,10 +35,41 @@ struct TRS274DArc {
     /// Degrees in 0..360, from the plane's first axis towards the second; swept from `StartAngle`
     /// up to `EndAngle`, whichever way the tool runs. Equal angles are a full circle.
     double StartAngle = 0, EndAngle = 0;
-    double Sweep = 0; ///< degrees from `StartAngle` to `EndAngle`, above 0, at most 360
+    double Sweep = 0;       ///< degrees from `StartAngle` to `EndAngle`, above 0, at most 360
+    bool Clockwise = false; ///< the tool runs from `EndAngle` down to `StartAngle`
 };
 
-/// Takes the tool path of a program, move by move; each call names the line in the program.
+/// What the word F means.
+enum class TRS274DFeedMode : std::uint8_t {
+    PerMinute,     ///< G94
+    PerRevolution, ///< G95
+    InverseTime    ///< G93: moves a minute
+};
+
+enum class TRS274DSpindle : std::uint8_t { Stopped, Clockwise, CounterClockwise };
+
+/// What holds for the moves that come.
+struct TRS274DSettings {
+    double Feed = 0; ///< millimetres a minute or a revolution, or moves a minute; 0: none stated
+    double SpindleSpeed = 0; ///< the word S, turns a minute; 0: none stated
+    TRS274DFeedMode FeedMode = TRS274DFeedMode::PerMinute;
+    TRS274DSpindle Spindle = TRS274DSpindle::Stopped;
+    bool Drills = false; ///< the moves are those of a drilling cycle
+    bool operator==(const TRS274DSettings&) const = default;
+};
+
+/// A tool that comes into the spindle.
+struct TRS274DTool {
+    static constexpr qint64 NoNumber = -1;
+    qint64 Number = NoNumber; ///< the word T; 0 empties the spindle; `NoNumber`: none stated
+    /// From a comment: of the block with M6, else of a list of tools ("(T1 D=6. - end mill)"), else
+    /// of the line before M6. Bytes of the program; empty where there is none.
+    std::string_view Name;
+    double Diameter = 0; ///< millimetres, by a "D" in the comment; 0: not stated
+};
+
+/// Takes the tool path of a program, move by move; each call names the line in the program. What a
+/// sink may know beyond the moves is told by programs that are read `Extended`.
 class ZEP_CORE_EXPORT TRS274DSink {
 public:
     virtual ~TRS274DSink() = default;
@@ -50,6 +81,21 @@ public:
     /// A curve that is no arc (a helix, a spiral) by points on it, the first and the last included.
     virtual void Curve(std::span<const TRS274DPoint> points, qint64 line) = 0;
     virtual void NextTool() = 0;
+    /// M6, with what is known of the tool.
+    virtual void ToolChange(const TRS274DTool& tool, qint64 line) {
+        Q_UNUSED(tool)
+        Q_UNUSED(line)
+        NextTool();
+    }
+    /// Before the first move that they hold for, and only where they have changed; those of
+    /// `TRS274DSettings()` hold until then.
+    virtual void Settings(const TRS274DSettings& settings) { Q_UNUSED(settings) }
+    /// The tool stands still: G4, and at the bottom of G82, G86, G88 and G89.
+    /// \param seconds  above 0
+    virtual void Dwell(double seconds, qint64 line) {
+        Q_UNUSED(seconds)
+        Q_UNUSED(line)
+    }
     /// A line of the trace, without its end; called only where a trace was asked for.
     virtual void Dump(std::string_view text) = 0;
 };

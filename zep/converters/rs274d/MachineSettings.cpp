@@ -1,0 +1,60 @@
+#include <zep/converters/rs274d/ExtendedMachine.h>
+
+#include <cmath>
+
+namespace ZEP {
+
+void TRS274DExtendedMachine::NoteSettings(const TRS274DBlock& block) {
+    if (block.Has('F')) {
+        m_feed = block.Value('F');
+        const bool isLength = m_settings.FeedMode != TRS274DFeedMode::InverseTime;
+        m_settings.Feed = std::fmax(isLength ? Units(m_feed) : m_feed, 0);
+    }
+    if (block.Has('S')) {
+        m_speed = block.Value('S');
+        m_settings.SpindleSpeed = std::fmax(m_speed, 0);
+    }
+}
+
+/// A number in another mode is no feed: the program has to state one.
+void TRS274DExtendedMachine::SetFeedMode(TRS274DFeedMode mode) {
+    if (m_settings.FeedMode == mode) return;
+    m_settings.FeedMode = mode;
+    m_settings.Feed = 0;
+}
+
+/// M13 and M14 turn the coolant on, too.
+void TRS274DExtendedMachine::TurnSpindle(qint64 code) {
+    if (code == 3 || code == 13) m_settings.Spindle = TRS274DSpindle::Clockwise;
+    if (code == 4 || code == 14) m_settings.Spindle = TRS274DSpindle::CounterClockwise;
+    if (code == 5) m_settings.Spindle = TRS274DSpindle::Stopped;
+}
+
+void TRS274DExtendedMachine::SelectTool(double number) {
+    m_selectedTool = number;
+    m_hasSelected = true;
+}
+
+void TRS274DExtendedMachine::ChangeTool(const TRS274DBlock& block) {
+    m_tool = m_selectedTool;
+    m_settings.Spindle = TRS274DSpindle::Stopped;
+    TRS274DTool tool;
+    if (m_hasSelected) tool.Number = std::llrint(std::fmax(m_tool, 0));
+    tool.Name = m_toolNames.NameOf(tool.Number, block.Comment(), m_place.Line);
+    tool.Diameter = Units(StatedDiameter(tool.Name));
+    m_sink.ToolChange(tool, m_place.Line);
+}
+
+void TRS274DExtendedMachine::Dwell(double seconds) {
+    if (seconds <= 0) return;
+    TellSettings();
+    m_sink.Dwell(seconds, m_place.Line);
+}
+
+void TRS274DExtendedMachine::TellSettings() {
+    if (m_settings == m_toldSettings) return;
+    m_toldSettings = m_settings;
+    m_sink.Settings(m_settings);
+}
+
+} // namespace ZEP
