@@ -77,11 +77,14 @@ set(core_headers
   objects/Box.h
   objects/Circle.h
   objects/Cone.h
+  objects/DashPattern.h
+  objects/DashedPolyline.h
   objects/DisplayLists.h
   objects/HeightField.h
   objects/HostCall.h
   objects/Label.h
   objects/Line.h
+  objects/LineSet.h
   objects/Mesh.h
   objects/Node.h
   objects/Point.h

@@ -6,6 +6,7 @@
 #include <zep/objects/Arc.h>
 #include <zep/objects/Circle.h>
 #include <zep/objects/Line.h>
+#include <zep/objects/LineSet.h>
 #include <zep/objects/Mesh.h>
 #include <zep/objects/Point.h>
 #include <zep/objects/Polygon.h>
@@ -27,6 +28,7 @@ qint64 VerticesOf(TZEPObject& object) {
     if (const auto* arc = qobject_cast<TZEPArc*>(&object)) return arc->Segments() + 1;
     if (const auto* circle = qobject_cast<TZEPCircle*>(&object)) return circle->Segments();
     if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) return polyline->Vertexes()->Count();
+    if (auto* lines = qobject_cast<TZEPLineSet*>(&object)) return lines->Vertexes()->Count();
     if (auto* polygon = qobject_cast<TZEPPolygon*>(&object)) return polygon->Vertexes()->Count();
     if (auto* mesh = qobject_cast<TZEPMesh*>(&object)) return mesh->Vertexes()->Count();
     return 0;

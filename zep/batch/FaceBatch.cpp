@@ -4,6 +4,7 @@
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/SharedMaterials.h>
 #include <zep/gl/ClientArrays.h>
+#include <zep/objects/Tessellation.h>
 #include <zep/scene/Vectors.h>
 
 namespace ZEP {
@@ -45,6 +46,7 @@ void TFaceBatch::Replace(const TBlockEdits& edits, const TFaceBatch& by) {
 
 void TFaceBatch::Add(const std::vector<TGLArrayd3>& corners, TColor color) {
     const TVertexColor bytes = ToVertexColor(color);
+    if (corners.size() > 4) return AddTessellated(corners, bytes);
     if (corners.size() == 3 || corners[3] == corners[2])
         return AddTriangle(corners[0], corners[1], corners[2], bytes, {GL_TRUE, GL_TRUE, GL_TRUE});
     // A dent is at one end of the diagonal that divides it well.
@@ -54,6 +56,17 @@ void TFaceBatch::Add(const std::vector<TGLArrayd3>& corners, TColor color) {
     const auto corner = [&](std::size_t i) { return corners[(from + i) % 4]; };
     AddTriangle(corner(0), corner(1), corner(2), bytes, {GL_TRUE, GL_TRUE, GL_FALSE});
     AddTriangle(corner(0), corner(2), corner(3), bytes, {GL_FALSE, GL_TRUE, GL_TRUE});
+}
+
+void TFaceBatch::AddTessellated(const std::vector<TGLArrayd3>& corners, const TVertexColor& color) {
+    const TTriangles triangles = TrianglesOf(corners);
+    for (std::size_t i = 0; i + 2 < triangles.Points.size(); i += 3) {
+        const auto point = [&](std::size_t k) -> const TGLArrayd3& {
+            return triangles.Points[i + k];
+        };
+        AddTriangle(point(0), point(1), point(2), color,
+                    {triangles.Edges[i], triangles.Edges[i + 1], triangles.Edges[i + 2]});
+    }
 }
 
 void TFaceBatch::AddTriangle(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& c,

@@ -6,7 +6,7 @@ namespace ZEP {
 
 class TZEPPolygon;
 
-/// Triangles and quadrilaterals as arrays of vertexes with their normals. They are seen from both
+/// Polygons as arrays of vertexes with their normals. They are seen from both
 /// sides.
 class TFaceBatch {
 public:
@@ -14,7 +14,7 @@ public:
     void Start(const TGLArrayd3& origin) { m_origin = origin; }
     /// As in `TVertexArray`.
     void StartBlock(std::size_t block) { m_vertexes.StartBlock(block); }
-    /// \param corners  three or four, in order
+    /// \param corners  three or more, in order; of more than four what the tessellator fills
     void Add(const std::vector<TGLArrayd3>& corners, TColor color);
     void Close();
     void Replace(const TBlockEdits& edits, const TFaceBatch& by);
@@ -29,6 +29,7 @@ public:
 private:
     using TEdges = std::array<GLboolean, 3>; ///< of the outline, from a, b and c on
 
+    void AddTessellated(const std::vector<TGLArrayd3>& corners, const TVertexColor& color);
     void AddTriangle(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& c,
                      const TVertexColor& color, const TEdges& edges);
 

@@ -2,8 +2,10 @@
 
 #include <zep/objects/Arc.h>
 #include <zep/objects/Circle.h>
+#include <zep/objects/DashedPolyline.h>
 #include <zep/objects/Label.h>
 #include <zep/objects/Line.h>
+#include <zep/objects/LineSet.h>
 #include <zep/objects/Node.h>
 #include <zep/objects/Point.h>
 #include <zep/objects/Polygon.h>
@@ -18,10 +20,12 @@ using enum TZEPGathered;
 using TClasses = TZEPClassTable<TZEPGathered>;
 
 TClasses& Classes() {
-    static TClasses classes{
-        {typeid(TZEPObject), Group}, {typeid(TZEPNode), Group},    {typeid(TZEPLine), Shape},
-        {typeid(TZEPArc), Shape},    {typeid(TZEPCircle), Shape},  {typeid(TZEPPolyline), Shape},
-        {typeid(TZEPPoint), Shape},  {typeid(TZEPPolygon), Shape}, {typeid(TZEPLabel), Shape}};
+    static TClasses classes{{typeid(TZEPObject), Group},        {typeid(TZEPNode), Group},
+                            {typeid(TZEPLine), Shape},          {typeid(TZEPArc), Shape},
+                            {typeid(TZEPCircle), Shape},        {typeid(TZEPPolyline), Shape},
+                            {typeid(TZEPPoint), Shape},         {typeid(TZEPPolygon), Shape},
+                            {typeid(TZEPLabel), Shape},         {typeid(TZEPLineSet), Shape},
+                            {typeid(TZEPDashedPolyline), Shape}};
     return classes;
 }
 

@@ -5,6 +5,7 @@
 #include <zep/batch/PathBatch.h>
 #include <zep/batch/Spots.h>
 #include <zep/objects/Label.h>
+#include <zep/objects/LineSet.h>
 #include <zep/objects/Polygon.h>
 #include <zep/objects/Polyline.h>
 
@@ -25,8 +26,8 @@ bool HasPlainMaterial(const TZEPObject& object) {
 
 bool IsPlainFace(TZEPPolygon& polygon) {
     const int count = polygon.Vertexes()->Count();
-    return (count == 3 || count == 4) && polygon.AutoNormal() && !polygon.ColorVertexes() &&
-           HasPlainMaterial(polygon);
+    return count >= 3 && (count <= 4 || polygon.Concave()) && polygon.AutoNormal() &&
+           !polygon.ColorVertexes() && HasPlainMaterial(polygon);
 }
 
 bool IsPlainText(TZEPLabel& label) {
@@ -51,8 +52,12 @@ bool Gathers(TZEPObject& object) {
 }
 
 std::size_t WeightOf(TZEPObject& object) {
-    auto* chain = qobject_cast<TZEPPolyline*>(&object);
-    return 2 + (chain ? static_cast<std::size_t>(chain->Vertexes()->Count()) : 0);
+    int count = 0;
+    if (auto* chain = qobject_cast<TZEPPolyline*>(&object)) count = chain->Vertexes()->Count();
+    if (auto* lines = qobject_cast<TZEPLineSet*>(&object)) count = lines->Vertexes()->Count();
+    if (auto* polygon = qobject_cast<TZEPPolygon*>(&object))
+        count = std::max(polygon->Vertexes()->Count() - 4, 0);
+    return 2 + static_cast<std::size_t>(count);
 }
 
 /// Objects in a group, up to `enough`.

@@ -3,7 +3,9 @@
 #include <zep/gl/ClientArrays.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Circle.h>
+#include <zep/objects/DashedPolyline.h>
 #include <zep/objects/Line.h>
+#include <zep/objects/LineSet.h>
 #include <zep/objects/Point.h>
 #include <zep/objects/Polyline.h>
 #include <zep/scene/Vectors.h>
@@ -76,6 +78,7 @@ std::size_t TPathBatch::VertexCount() const {
 
 void TPathBatch::Close() {
     for (TKind& lines : m_lines) {
+        lines.Along.shrink_to_fit();
         lines.Vertexes.Close();
         lines.Arcs.Close();
     }
@@ -100,12 +103,13 @@ void TPathBatch::ReplaceKinds(const TBlockEdits& edits, TKinds& kinds, const TKi
         return std::ranges::find_if(some, [&](const TKind& kind) { return kind.IsLike(like); });
     };
     for (const TKind& kind : by)
-        if (find(kinds, kind) == kinds.end()) kinds.push_back({kind.Style, kind.Width});
+        if (find(kinds, kind) == kinds.end()) kinds.push_back(kind.Empty());
     for (TKind& kind : kinds) {
         const auto found = find(by, kind);
-        const TKind none{kind.Style, kind.Width};
+        const TKind none = kind.Empty();
         const TKind& other = found == by.end() ? none : *found;
-        kind.Vertexes.Replace(edits, other.Vertexes);
+        const std::vector<TReplaced> vertexes = kind.Vertexes.Replace(edits, other.Vertexes);
+        if (kind.Dashes) ZEP::Replace(kind.Along, vertexes, other.Along);
         kind.Arcs.Replace(edits, other.Arcs);
         ReplacePieces(edits, kind.Firsts, other.Firsts);
     }
@@ -116,8 +120,9 @@ void TPathBatch::ReplaceKinds(const TBlockEdits& edits, TKinds& kinds, const TKi
 bool TPathBatch::Takes(const TZEPObject& object) {
     if (const auto* polyline = qobject_cast<const TZEPPolyline*>(&object))
         return !polyline->Smooth() && !polyline->ColorVertexes();
-    return qobject_cast<const TZEPLine*>(&object) || qobject_cast<const TZEPArc*>(&object) ||
-           qobject_cast<const TZEPCircle*>(&object) || qobject_cast<const TZEPPoint*>(&object);
+    return qobject_cast<const TZEPLineSet*>(&object) || qobject_cast<const TZEPLine*>(&object) ||
+           qobject_cast<const TZEPArc*>(&object) || qobject_cast<const TZEPCircle*>(&object) ||
+           qobject_cast<const TZEPPoint*>(&object);
 }
 
 void TPathBatch::Add(TZEPObject& object, const TGLMatrixd4& matrix) {
@@ -133,17 +138,22 @@ void TPathBatch::Add(TZEPObject& object, const TGLMatrixd4& matrix) {
     } else if (const auto* circle = qobject_cast<TZEPCircle*>(&object)) {
         StartLines(*circle, circle->GetColor());
         AddArc(0, 360, circle->Segments());
+    } else if (auto* dashed = qobject_cast<TZEPDashedPolyline*>(&object);
+               dashed && dashed->Pattern()) {
+        AddDashed(*dashed);
     } else if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) {
         AddPolyline(*polyline);
+    } else if (auto* lines = qobject_cast<TZEPLineSet*>(&object)) {
+        AddLineSet(*lines);
     } else if (auto* point = qobject_cast<TZEPPoint*>(&object)) {
-        KindOf(m_points, psSolid, point->Width())
+        KindOf(m_points, {psSolid, point->Width()})
             .Vertexes.Add(At(point->P()->Data()), ShownColor(point->GetColor()));
     }
 }
 
 void TPathBatch::AddLoop(const std::vector<TGLArrayd3>& corners, TColor color) {
     m_matrix = &idd;
-    m_present = &KindOf(m_lines, psSolid, 1);
+    m_present = &KindOf(m_lines, {psSolid, 1});
     m_color = ShownColor(color);
     MoveTo(corners.back());
     for (const TGLArrayd3& corner : corners) LineTo(corner);
@@ -151,7 +161,7 @@ void TPathBatch::AddLoop(const std::vector<TGLArrayd3>& corners, TColor color) {
 
 void TPathBatch::AddBox(const TGLArrayd3& min, const TGLArrayd3& max, const TGLMatrixd4& matrix) {
     m_matrix = &matrix;
-    m_present = &KindOf(m_lines, psSolid, 1);
+    m_present = &KindOf(m_lines, {psSolid, 1});
     const auto corner = [&](unsigned i) -> TGLArrayd3 {
         return {(i & 1U ? max : min)[0], (i & 2U ? max : min)[1], (i & 4U ? max : min)[2]};
     };
@@ -164,14 +174,13 @@ void TPathBatch::AddBox(const TGLArrayd3& min, const TGLArrayd3& max, const TGLM
 }
 
 void TPathBatch::StartLines(const TZEPLineShape& shape, TColor color) {
-    m_present = &KindOf(m_lines, shape.Style(), shape.Width());
+    m_present = &KindOf(m_lines, {shape.Style(), shape.Width()});
     m_color = ShownColor(color);
 }
 
-TPathBatch::TKind& TPathBatch::KindOf(TKinds& kinds, TPenStyle style, float width) {
-    auto kind = std::ranges::find_if(
-        kinds, [&](const TKind& each) { return each.Style == style && each.Width == width; });
-    if (kind == kinds.end()) kind = kinds.insert(kind, {style, width});
+TPathBatch::TKind& TPathBatch::KindOf(TKinds& kinds, const TKind& like) {
+    auto kind = std::ranges::find_if(kinds, [&](const TKind& each) { return each.IsLike(like); });
+    if (kind == kinds.end()) kind = kinds.insert(kind, like);
     kind->Vertexes.StartBlock(m_block);
     kind->Arcs.StartBlock(m_block);
     if (kind->Firsts.empty() || kind->Firsts.back().Block != m_block)
@@ -215,6 +224,29 @@ void TPathBatch::AddPolyline(TZEPPolyline& polyline) {
     if (polyline.Closed()) LineTo(points[0].Data());
 }
 
+void TPathBatch::AddDashed(TZEPDashedPolyline& polyline) {
+    m_present = &KindOf(
+        m_lines,
+        {.Style = psSolid, .Width = polyline.Width(), .Dashes = polyline.Pattern()->Texture()});
+    m_color = ShownColor(ColorOf(polyline));
+    polyline.ForEachLine([this](const TDashedEnd& from, const TDashedEnd& to) {
+        MoveTo(from.Point);
+        LineTo(to.Point);
+        for (const TDashedEnd* end : {&from, &to})
+            m_present->Along.push_back(static_cast<float>(end->Along));
+    });
+}
+
+void TPathBatch::AddLineSet(TZEPLineSet& lines) {
+    const TZEPVertexes& ends = *lines.Vertexes();
+    if (ends.Count() < 2) return;
+    StartLines(lines, lines.GetColor());
+    for (int i = 0; i + 1 < ends.Count(); i += 2) {
+        MoveTo(ends[i].Data());
+        LineTo(ends[i + 1].Data());
+    }
+}
+
 // --- drawing -----------------------------------------------------------------------------------
 
 void TPathBatch::Draw(const TDetail& detail, bool fine, float widths) const {
@@ -230,14 +262,25 @@ void TPathBatch::Draw(const TDetail& detail, bool fine, float widths) const {
             SetFine(lines.Style, lines.Width * widths);
         else
             SetPlain(lines.Style, widths);
-        lines.Vertexes.Draw(GL_LINES, detail);
-        lines.Arcs.Draw(detail, true);
+        DrawLines(lines, detail);
     }
     for (const TKind& points : m_points) {
         glPointSize(points.Width * widths);
         points.Vertexes.Draw(GL_POINTS, detail);
     }
     glPopAttrib();
+}
+
+void TPathBatch::DrawLines(const TKind& lines, const TDetail& detail) {
+    if (!lines.Dashes || lines.Along.empty()) {
+        lines.Vertexes.Draw(GL_LINES, detail);
+        return lines.Arcs.Draw(detail, true);
+    }
+    const TDashScope dashes(*lines.Dashes);
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    glTexCoordPointer(1, GL_FLOAT, 0, lines.Along.data());
+    lines.Vertexes.Draw(GL_LINES, detail);
+    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
 }
 
 void TPathBatch::DrawMarks(const TDetail& detail, float widths) const {

@@ -9,6 +9,9 @@
 
 namespace ZEP {
 
+class TDashTexture;
+class TZEPDashedPolyline;
+class TZEPLineSet;
 class TZEPPolyline;
 
 /// How a batch takes over what objects draw.
@@ -62,24 +65,32 @@ private:
         float Width;
         TVertexArray Vertexes{}; ///< points, or two for each line
         TArcArray Arcs{};
-        std::vector<TFirst> Firsts{}; ///< in each block that has some
+        std::shared_ptr<const TDashTexture> Dashes{}; ///< null: solid, or as the style says
+        std::vector<float> Along{};                   ///< them, of each vertex, if there are any
+        std::vector<TFirst> Firsts{};                 ///< in each block that has some
 
+        [[nodiscard]] TKind Empty() const {
+            return {.Style = Style, .Width = Width, .Dashes = Dashes};
+        }
         [[nodiscard]] bool IsLike(const TKind& other) const {
-            return Style == other.Style && Width == other.Width;
+            return Style == other.Style && Width == other.Width && Dashes == other.Dashes;
         }
     };
     using TKinds = std::vector<TKind>;
 
-    [[nodiscard]] TKind& KindOf(TKinds& kinds, TPenStyle style, float width);
+    [[nodiscard]] TKind& KindOf(TKinds& kinds, const TKind& like);
     static void ReplaceKinds(const TBlockEdits& edits, TKinds& kinds, const TKinds& by);
     static void SortKinds(TKinds& kinds);
     void AddArc(double start, double turn, int segments);
     void AddPolyline(TZEPPolyline& polyline);
+    void AddDashed(TZEPDashedPolyline& polyline);
+    void AddLineSet(TZEPLineSet& lines);
     void StartLines(const TZEPLineShape& shape, TColor color);
     [[nodiscard]] TGLArrayd3 At(const TGLArrayd3& point) const;
     [[nodiscard]] TVertexColor ShownColor(TColor color);
     void MoveTo(const TGLArrayd3& point) { m_last = At(point); }
     void LineTo(const TGLArrayd3& point);
+    static void DrawLines(const TKind& lines, const TDetail& detail);
     void DrawMark(const TDetail& detail, float width, bool joints) const;
 
     TKinds m_lines;

@@ -10,9 +10,11 @@
 #include <zep/objects/Box.h>
 #include <zep/objects/Circle.h>
 #include <zep/objects/Cone.h>
+#include <zep/objects/DashedPolyline.h>
 #include <zep/objects/HeightField.h>
 #include <zep/objects/Label.h>
 #include <zep/objects/Line.h>
+#include <zep/objects/LineSet.h>
 #include <zep/objects/Mesh.h>
 #include <zep/objects/Node.h>
 #include <zep/objects/Point.h>
@@ -42,6 +44,8 @@ struct TEntry {
 const TEntry Entries[] = {
     {&TZEPLine::staticMetaObject, "Line", "line"},
     {&TZEPPolyline::staticMetaObject, "Polyline", "polyline"},
+    {&TZEPDashedPolyline::staticMetaObject, "Dashed line", "polyline"},
+    {&TZEPLineSet::staticMetaObject, "Lines", "line"},
     {&TZEPArc::staticMetaObject, "Arc", "arc"},
     {&TZEPCircle::staticMetaObject, "Circle", "circle"},
     {&TZEPPoint::staticMetaObject, "Point", "point"},

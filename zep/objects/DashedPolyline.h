@@ -1,0 +1,50 @@
+#pragma once
+
+#include <zep/Export.h>
+#include <zep/objects/DashPattern.h>
+#include <zep/objects/Polyline.h>
+
+namespace ZEP {
+
+/// A polyline that is broken up into dashes, gaps and dots of given lengths, as lines of drawings
+/// are: nearer by, its dashes are longer. `Style` and splines have no effect.
+///
+/// Defaults: no pattern, which is solid; it begins anew at corners.
+class ZEP_CORE_EXPORT TZEPDashedPolyline : public TZEPPolyline {
+    Q_OBJECT
+    Q_PROPERTY(QString Dashes READ Dashes WRITE SetDashes)
+    Q_PROPERTY(bool RunsOn READ RunsOn WRITE SetRunsOn)
+    Q_CLASSINFO("RunsOn", "false")
+public:
+    explicit TZEPDashedPolyline(TComponent* owner = nullptr);
+
+    /// Lengths of dashes, above 0, and gaps, below 0, in the polyline's unit, with blanks between
+    /// them; 0 is a dot. Empty: solid.
+    [[nodiscard]] QString Dashes() const;
+    /// What breaks nothing up (`TZEPDashPattern::Of`), or is no list of numbers, is taken as empty.
+    void SetDashes(const QString& dashes);
+    [[nodiscard]] bool RunsOn() const { return m_runsOn; }
+    /// The pattern runs on round corners, and does not begin with a dash on each side.
+    void SetRunsOn(bool runsOn);
+
+    /// Not published: null where it is solid.
+    [[nodiscard]] const std::shared_ptr<const TZEPDashPattern>& Pattern() const {
+        return m_pattern;
+    }
+    /// Of one that many have in common.
+    void SetPattern(std::shared_ptr<const TZEPDashPattern> pattern);
+
+    /// Calls it for each piece, as `ForEachDashedLine`.
+    void ForEachLine(const std::function<void(const TDashedEnd& from, const TDashedEnd& to)>& line);
+
+    void DrawShape(GLenum face, bool draft) override;
+
+protected:
+    [[nodiscard]] bool SharesDrawRun() const override { return false; }
+
+private:
+    std::shared_ptr<const TZEPDashPattern> m_pattern;
+    bool m_runsOn = false;
+};
+
+} // namespace ZEP

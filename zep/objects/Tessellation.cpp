@@ -1,0 +1,119 @@
+#include <zep/objects/Tessellation.h>
+
+#include <zep/gl/Tessellator.h>
+
+#include <algorithm>
+#include <cmath>
+#include <deque>
+
+namespace ZEP {
+
+namespace {
+
+/// What is sent to the tessellator, and what comes back: parts of triangles, or outlines.
+struct TResult {
+    TContours Parts;
+    std::vector<GLboolean> Edges;
+    std::deque<TGLArrayd3> Crossings;
+    GLboolean IsEdge = GL_TRUE;
+};
+
+TResult& ResultOf(void* data) {
+    return *static_cast<TResult*>(data);
+}
+
+void Begin(GLenum, void* data) {
+    ResultOf(data).Parts.emplace_back();
+}
+
+void TakeEdge(GLboolean isEdge, void* data) {
+    ResultOf(data).IsEdge = isEdge;
+}
+
+void TakeVertex(void* vertex, void* data) {
+    TResult& result = ResultOf(data);
+    result.Parts.back().push_back(*static_cast<const TGLArrayd3*>(vertex));
+    result.Edges.push_back(result.IsEdge);
+}
+
+void Cross(GLdouble place[3], void* [4], GLfloat[4], void** vertex, void* data) {
+    *vertex = &ResultOf(data).Crossings.emplace_back(TGLArrayd3{place[0], place[1], place[2]});
+}
+
+/// Edge flags make the tessellator send separate triangles.
+TTessellator MakeTessellator(bool outlines) {
+    TTessellator made;
+    made.SetCallback(GLU_TESS_BEGIN_DATA, Begin);
+    made.SetCallback(GLU_TESS_VERTEX_DATA, TakeVertex);
+    made.SetCallback(GLU_TESS_COMBINE_DATA, Cross);
+    if (outlines)
+        gluTessProperty(made.Get(), GLU_TESS_BOUNDARY_ONLY, GL_TRUE);
+    else
+        made.SetCallback(GLU_TESS_EDGE_FLAG_DATA, TakeEdge);
+    return made;
+}
+
+/// What GLU cannot compute with would make it fail.
+bool CanBeTessellated(const TGLArrayd3& point) {
+    return std::ranges::all_of(point, [](double c) { return std::fabs(c) < GLU_TESS_MAX_COORD; });
+}
+
+void Send(GLUtesselator* tessellator, std::span<const TGLArrayd3> contour) {
+    if (!std::ranges::all_of(contour, CanBeTessellated)) return;
+    gluTessBeginContour(tessellator);
+    for (const TGLArrayd3& point : contour) {
+        // GLU takes places to change but only reads them.
+        auto* place = const_cast<TGLArrayd3*>(&point);
+        gluTessVertex(tessellator, place->data(), place);
+    }
+    gluTessEndContour(tessellator);
+}
+
+/// Begins in front of the lowest of those corners that lie farthest to the left, which is no dent.
+void TurnToCorner(std::vector<TGLArrayd3>& outline) {
+    std::ranges::rotate(outline, std::ranges::min_element(outline));
+    std::ranges::rotate(outline, outline.end() - 1);
+}
+
+} // namespace
+
+TTriangles TrianglesOf(std::span<const TGLArrayd3> polygon) {
+    static const TTessellator tessellator = MakeTessellator(false);
+    TResult result;
+    gluTessProperty(tessellator.Get(), GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_POSITIVE);
+    gluTessBeginPolygon(tessellator.Get(), &result);
+    Send(tessellator.Get(), polygon);
+    gluTessEndPolygon(tessellator.Get());
+    TTriangles triangles{{}, std::move(result.Edges)};
+    for (const auto& part : result.Parts)
+        triangles.Points.insert(triangles.Points.end(), part.begin(), part.end());
+    return triangles;
+}
+
+TContours OutlinesOf(const TContours& contours, TFillRule rule) {
+    static const TTessellator tessellator = MakeTessellator(true);
+    TResult result;
+    gluTessProperty(tessellator.Get(), GLU_TESS_WINDING_RULE,
+                    rule == TFillRule::Odd ? GLU_TESS_WINDING_ODD : GLU_TESS_WINDING_NONZERO);
+    gluTessNormal(tessellator.Get(), 0, 0, 1);
+    gluTessBeginPolygon(tessellator.Get(), &result);
+    for (const auto& contour : contours) Send(tessellator.Get(), contour);
+    gluTessEndPolygon(tessellator.Get());
+    std::erase_if(result.Parts, [](const auto& part) { return part.size() < 3; });
+    return std::move(result.Parts);
+}
+
+std::vector<TGLArrayd3> PolygonOf(TContours outlines) {
+    for (auto& outline : outlines) TurnToCorner(outline);
+    // None is within the one that comes first, unless as a hole.
+    std::ranges::sort(outlines, {}, [](const auto& outline) { return outline[1]; });
+    std::vector<TGLArrayd3> polygon;
+    for (const auto& outline : outlines) {
+        polygon.insert(polygon.end(), outline.begin(), outline.end());
+        if (outlines.size() > 1) polygon.push_back(outline.front());
+    }
+    for (std::size_t i = outlines.size(); i-- > 2;) polygon.push_back(outlines[i - 1].front());
+    return polygon;
+}
+
+} // namespace ZEP
