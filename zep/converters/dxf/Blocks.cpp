@@ -12,13 +12,13 @@ namespace {
 
 constexpr int ExternalFlags = 4 | 8;
 
-std::string Folded(std::string_view name) {
+} // namespace
+
+std::string FoldedDXFName(std::string_view name) {
     std::string folded(name);
     std::ranges::transform(folded, folded.begin(), ToLower);
     return folded;
 }
-
-} // namespace
 
 void TDXFBlocks::Read(TDXFTags& tags, const TDXFTextDecoder& text) {
     while (tags.NextGroupCode() >= 0) {
@@ -40,13 +40,13 @@ void TDXFBlocks::ReadBlock(TDXFTags& tags, const TDXFTextDecoder& text) {
     if (tags.Code() == 0) tags.go_back_to_last();
     if (record.Flag(70, ExternalFlags)) return;
     const std::string_view name = record.Text(2);
-    m_byName.try_emplace(Folded(name),
+    m_byName.try_emplace(FoldedDXFName(name),
                          TDXFBlock{text.Decode(name), begin, tags.Position().Offset - begin.Offset,
                                    record.Point(10)});
 }
 
 const TDXFBlock* TDXFBlocks::Find(std::string_view name) const {
-    const auto place = m_byName.find(Folded(name));
+    const auto place = m_byName.find(FoldedDXFName(name));
     return place == m_byName.end() ? nullptr : &place->second;
 }
 

@@ -5,8 +5,12 @@
 #include <zep/converters/dxf/Scope.h>
 #include <zep/framework/ReadBudget.h>
 
+#include <optional>
+#include <span>
+
 namespace ZEP {
 
+struct TDXFBulgeVertex;
 struct TDXFChain;
 
 /// What inserted blocks and curves may cost: a small file can name a block a million times, and
@@ -58,30 +62,47 @@ private:
 class TDXFBuilder {
 public:
     TDXFBuilder(TDXFDrawing& drawing, TDXFScope& scope, TDXFLimits& limits)
-        : Drawing(drawing), m_scope(scope), m_limits(limits) {}
+        : Drawing(drawing), Scope(scope), m_limits(limits) {}
 
     TDXFDrawing& Drawing;
+    TDXFScope& Scope;
 
     /// A new object on the entity's layer, in its colour, which `fill` completes. It gets its
     /// parent last of all, so that what was set before had nobody to tell.
     /// \param points  that it will have
     template <class T, class Fill>
     void Add(const TDXFRecord& record, std::size_t points, Fill&& fill) {
-        TZEPObject* layer = m_scope.LayerOf(record);
+        TZEPObject* layer = Scope.LayerOf(record);
         if (!layer) return Pass(record, TDXFReport::TReason::NoLayer);
-        if (m_scope.IsInBlock() && !m_limits.TakeObject(points)) return;
-        if (!m_scope.IsInBlock() && !m_limits.TakePoints(points))
+        if (Scope.IsInBlock() && !m_limits.TakeObject(points)) return;
+        if (!Scope.IsInBlock() && !m_limits.TakePoints(points))
             return Pass(record, TDXFReport::TReason::TooMany);
         auto* object = new T(&Drawing.Root);
-        object->SetColor(m_scope.ColorOf(record, *layer));
-        if (record.Integer(60) != 0) object->SetVisible(false);
+        object->SetColor(Scope.ColorOf(record, *layer));
+        if (record.Integer(60) != 0 || Scope.IsHidden()) object->SetVisible(false);
         fill(*object);
-        Place(object, m_scope.ParentOn(layer), Drawing.Root);
+        Place(object, Scope.ParentOn(layer), Drawing.Root);
     }
 
     /// A polyline along the chain, which lies in `frame`; one of too few points is counted as
     /// passed over.
-    void AddChain(const TDXFRecord& record, TDXFChain chain, const TGLMatrixd4& frame = idd);
+    /// \param runsOn  as a curve does: the pattern of its line type runs on round corners
+    void AddChain(const TDXFRecord& record, TDXFChain chain, const TGLMatrixd4& frame = idd,
+                  bool runsOn = true);
+    /// The same along a polyline, which may have widths.
+    void AddBulged(const TDXFRecord& record, std::span<const TDXFBulgeVertex> vertexes, bool closed,
+                   const TGLMatrixd4& frame, bool runsOn);
+    /// What the entity shows is made by `AddChain`: its line type breaks lines up, or it is thick.
+    [[nodiscard]] bool IsChain(const TDXFRecord& record) {
+        return record.Has(ThicknessCode) || (Drawing.LineTypes.AreThere() && LineTypeOf(record));
+    }
+    /// The walls of a chain of a thick entity (group 39), along its extrusion.
+    void AddWalls(const TDXFRecord& record, const TDXFChain& chain);
+
+    /// A flat area within one polygon in `frame`, which may go over into others and holes. One of
+    /// no area is counted. \param color  in place of the entity's
+    void AddFilled(const TDXFRecord& record, std::vector<TGLArrayd3> polygon,
+                   const TGLMatrixd4& frame, const std::optional<TColor>& color = {});
 
     /// Points that a curve can still have.
     [[nodiscard]] std::size_t PointsLeft() const { return m_limits.PointsLeft(); }
@@ -91,7 +112,15 @@ public:
     }
 
 private:
-    TDXFScope& m_scope;
+    static constexpr int ThicknessCode = 39;
+
+    void AddWide(const TDXFRecord& record, std::span<const TDXFBulgeVertex> vertexes, bool closed,
+                 const TGLMatrixd4& frame);
+    void AddPolyline(const TDXFRecord& record, const TDXFChain& chain, bool runsOn);
+    [[nodiscard]] const TDXFLineType* LineTypeOf(const TDXFRecord& record);
+    [[nodiscard]] std::shared_ptr<const TZEPDashPattern> PatternOf(const TDXFRecord& record,
+                                                                   const TDXFChain& chain);
+
     TDXFLimits& m_limits;
 };
 
@@ -112,15 +141,20 @@ void AddDXFLightPolyline(TDXFBuilder& builder, const TDXFRecord& record);
 void AddDXFEllipse(TDXFBuilder& builder, const TDXFRecord& record);
 /// SPLINE, and HELIX, which is one.
 void AddDXFSpline(TDXFBuilder& builder, const TDXFRecord& record);
-/// TEXT and ATTRIB.
+/// TEXT, ATTRIB, and ATTDEF, which shows its tag; in a block it shows the text that all insertions
+/// have in common, or nothing.
 void AddDXFText(TDXFBuilder& builder, const TDXFRecord& record);
 void AddDXFLines(TDXFBuilder& builder, const TDXFRecord& record);
 /// POLYLINE: a chain, a mesh of rows and columns, or faces.
 void AddDXFPolyline(TDXFBuilder& builder, const TDXFRecord& record);
+/// HATCH: an area or the lines of its pattern.
+void AddDXFHatch(TDXFBuilder& builder, const TDXFRecord& record);
 /// @}
 
 /// From the plane that the entity's extrusion says to the drawing.
 [[nodiscard]] TGLMatrixd4 FrameOf(const TDXFRecord& record);
+/// From the foot of a thick entity (group 39) to its top.
+[[nodiscard]] TGLArrayd3 DXFWall(const TDXFRecord& record);
 /// Puts what is flat into that plane: at `place` in it, turned by `rotation` degrees.
 void PlaceFlat(TZEPObject& object, const TGLMatrixd4& frame, const TGLArrayd3& place,
                double rotation, const TGLArrayd3& scale);

@@ -27,6 +27,7 @@ inline constexpr double DXFArcStep = 5;
 struct TDXFBulgeVertex {
     TGLArrayd3 Point{};
     double Bulge = 0;
+    double StartWidth = 0, EndWidth = 0; ///< of that piece
 };
 
 /// The polyline with its bulges as arcs in the plane z = 0 of its frame; z runs linearly. A bulge

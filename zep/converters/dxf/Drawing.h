@@ -2,6 +2,7 @@
 
 #include <zep/converters/dxf/CodePage.h>
 #include <zep/converters/dxf/Layers.h>
+#include <zep/converters/dxf/LineTypes.h>
 #include <zep/converters/dxf/Report.h>
 
 namespace ZEP {
@@ -24,6 +25,7 @@ public:
     TDXFLayers Layers;
     TDXFReport Report;
     TReadBudget Budget;
+    TDXFLineTypes LineTypes;
     /// Where the header says that the drawing lies; z stays 0.
     TGLArrayd3 MinExtent{}, MaxExtent{};
 

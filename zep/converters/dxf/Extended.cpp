@@ -24,15 +24,15 @@ constexpr TKind Kinds[] = {
     {"POLYLINE", AddDXFPolyline}, {"ARC", AddDXFArc},
     {"CIRCLE", AddDXFCircle},     {"POINT", AddDXFPoint},
     {"TEXT", AddDXFText},         {"ATTRIB", AddDXFText},
-    {"MTEXT", AddDXFLines},       {"3DFACE", AddDXFFace},
-    {"SOLID", AddDXFSolid},       {"TRACE", AddDXFSolid},
-    {"ELLIPSE", AddDXFEllipse},   {"SPLINE", AddDXFSpline},
-    {"HELIX", AddDXFSpline},
+    {"ATTDEF", AddDXFText},       {"MTEXT", AddDXFLines},
+    {"3DFACE", AddDXFFace},       {"SOLID", AddDXFSolid},
+    {"TRACE", AddDXFSolid},       {"ELLIPSE", AddDXFEllipse},
+    {"SPLINE", AddDXFSpline},     {"HELIX", AddDXFSpline},
+    {"HATCH", AddDXFHatch},
 };
 
 /// What belongs to other entities, or shows nothing in a model.
-constexpr std::string_view SilentKinds[] = {"SEQEND",   "VERTEX", "ATTDEF",
-                                            "VIEWPORT", "BLOCK",  "ENDBLK"};
+constexpr std::string_view SilentKinds[] = {"SEQEND", "VERTEX", "VIEWPORT", "BLOCK", "ENDBLK"};
 
 /// What shows an anonymous block made for it.
 constexpr std::string_view DimensionKinds[] = {"DIMENSION", "ARC_DIMENSION",
@@ -69,6 +69,13 @@ bool Contains(const TList& list, std::string_view name) {
     return std::find(std::begin(list), std::end(list), name) != std::end(list);
 }
 
+bool AttributesFollow(TDXFTags& tags) {
+    tags.NextGroupCode();
+    const bool follow = tags.ValStr() == "ATTRIB";
+    tags.go_back_to_last();
+    return follow;
+}
+
 } // namespace
 
 TDXFExtendedReader::TDXFExtendedReader(TDXFDrawing& drawing)
@@ -85,6 +92,14 @@ void TDXFExtendedReader::ReadLayer() {
                                       : DXFPaletteColor(std::abs(number)));
     if (number < 0 || isFrozen) layer->SetVisible(false);
     if (isFrozen) m_frozen.insert(layer);
+    m_drawing.LineTypes.SetOfLayer(layer, m_record.Text(6));
+}
+
+void TDXFExtendedReader::ReadLineTypes() {
+    TDXFTags& tags = m_drawing.Tags;
+    while (tags.NextGroupCode() >= 0 && !m_drawing.IsAtEnd("ENDTAB"))
+        if (tags.Code() == 0 && tags.ValStr() == "LTYPE" && m_record.Read(tags))
+            m_drawing.LineTypes.Add(m_record);
 }
 
 void TDXFExtendedReader::ReadEntities() {
@@ -127,8 +142,9 @@ void TDXFExtendedReader::ReadEntity(TDXFScope& scope) {
 void TDXFExtendedReader::ReadInsert(TDXFScope& scope) {
     const TDXFBlock* block = m_blocks.Find(m_record.Text(2));
     const auto problem = ProblemOf(scope, block);
-    if (problem) return m_drawing.Report.Add("INSERT", *problem, m_record.Line());
-    Insert(scope, *block, TDXFInsertion::Of(m_record));
+    if (problem) m_drawing.Report.Add("INSERT", *problem, m_record.Line());
+    if (problem && !AttributesFollow(m_drawing.Tags)) return;
+    Insert(scope, problem ? nullptr : block, TDXFInsertion::Of(m_record));
 }
 
 // NOLINTNEXTLINE(misc-no-recursion)
@@ -138,7 +154,7 @@ void TDXFExtendedReader::ReadDimension(TDXFScope& scope) {
     if (problem)
         return m_drawing.Report.Add(m_record.Kind(), TDXFReport::TReason::NotDrawn,
                                     m_record.Line());
-    Insert(scope, *block, {.Hidden = m_record.Integer(60) != 0});
+    Insert(scope, block, {.Hidden = m_record.Integer(60) != 0, .OfDimension = true});
 }
 
 std::optional<TDXFReport::TReason> TDXFExtendedReader::ProblemOf(const TDXFScope& scope,
@@ -150,32 +166,61 @@ std::optional<TDXFReport::TReason> TDXFExtendedReader::ProblemOf(const TDXFScope
 }
 
 // NOLINTNEXTLINE(misc-no-recursion)
-void TDXFExtendedReader::Insert(TDXFScope& scope, const TDXFBlock& block, TDXFInsertion insertion) {
+void TDXFExtendedReader::Insert(TDXFScope& scope, const TDXFBlock* block, TDXFInsertion insertion) {
     const qint64 line = m_record.Line();
     const std::string_view kind = m_record.Kind();
     TZEPObject* const layer = scope.LayerOf(m_record);
     if (!layer) return m_drawing.Report.Add(kind, TDXFReport::TReason::NoLayer, line);
     insertion.Hidden = insertion.Hidden || m_frozen.contains(layer);
-    InsertCells(scope, block, insertion, layer, scope.ColorOf(m_record, *layer));
+    const TDXFLook look = scope.LookOf(m_record, *layer);
+    if (block) InsertCells(scope, *block, insertion, look);
+    ReadAttributes(scope, insertion, look);
     if (m_limits.AreReached() && !scope.IsInBlock())
         m_drawing.Report.Add(kind, TDXFReport::TReason::TooMany, line);
 }
 
 // NOLINTNEXTLINE(misc-no-recursion)
 void TDXFExtendedReader::InsertCells(TDXFScope& scope, const TDXFBlock& block,
-                                     const TDXFInsertion& insertion,
-                                     const QPointer<TZEPObject>& layer, TColor color) {
+                                     const TDXFInsertion& insertion, const TDXFLook& look) {
     TDXFTags& tags = m_drawing.Tags;
     const TDXFPosition back = tags.Position();
     TRepeats repeats(tags, double(block.Size) * insertion.Rows * insertion.Columns);
     for (int row = 0; row < insertion.Rows; ++row)
         for (int column = 0; column < insertion.Columns; ++column) {
             if (block.Size == 0 || tags.Cancelled() || !m_limits.TakeInsertion(block.Size)) return;
-            TDXFScope inner(scope, block, insertion.Single(column, row), layer, color);
+            TDXFScope inner(scope, block, insertion.Single(column, row), look);
             tags.Goto(block.Begin);
             ReadEntities(inner, "ENDBLK");
             tags.Goto(back);
             repeats.Count(block.Size);
+        }
+}
+
+/// The texts that stand behind an insertion.
+void TDXFExtendedReader::ReadAttributes(TDXFScope& scope, const TDXFInsertion& insertion,
+                                        const TDXFLook& look) {
+    TDXFTags& tags = m_drawing.Tags;
+    while (tags.NextGroupCode() == 0 && tags.ValStr() == "ATTRIB") {
+        if (!m_record.Read(tags)) return;
+        AddAttribute(scope, insertion, look);
+    }
+    if (tags.Code() == 0) tags.go_back_to_last();
+}
+
+/// In each cell.
+void TDXFExtendedReader::AddAttribute(TDXFScope& scope, TDXFInsertion insertion,
+                                      const TDXFLook& look) {
+    const TDXFInsertion first = insertion;
+    for (int row = 0; row < first.Rows; ++row)
+        for (int column = 0; column < first.Columns; ++column) {
+            const bool isRepeat = row != 0 || column != 0;
+            if (isRepeat && !m_limits.TakeObject(0)) return;
+            insertion.Place = first.WayTo(column, row);
+            TDXFScope beside(scope, insertion, look);
+            TDXFBuilder builder(m_drawing, beside, m_limits);
+            if (m_record.Integer(67) != 0)
+                return builder.Pass(m_record, TDXFReport::TReason::PaperSpace);
+            AddDXFText(builder, m_record);
         }
 }
 

@@ -16,6 +16,8 @@ public:
 
     /// Reads the layer of the table whose code 0 was taken last.
     void ReadLayer();
+    /// Reads the table whose name was taken last.
+    void ReadLineTypes();
     /// \name Sections, whose name was taken last
     /// @{
     void ReadBlocks() { m_blocks.Read(m_drawing.Tags, m_drawing.Text); }
@@ -27,9 +29,11 @@ private:
     void ReadEntity(TDXFScope& scope);
     void ReadInsert(TDXFScope& scope);
     void ReadDimension(TDXFScope& scope);
-    void Insert(TDXFScope& scope, const TDXFBlock& block, TDXFInsertion insertion);
+    void Insert(TDXFScope& scope, const TDXFBlock* block, TDXFInsertion insertion);
     void InsertCells(TDXFScope& scope, const TDXFBlock& block, const TDXFInsertion& insertion,
-                     const QPointer<TZEPObject>& layer, TColor color);
+                     const TDXFLook& look);
+    void ReadAttributes(TDXFScope& scope, const TDXFInsertion& insertion, const TDXFLook& look);
+    void AddAttribute(TDXFScope& scope, TDXFInsertion insertion, const TDXFLook& look);
     [[nodiscard]] static std::optional<TDXFReport::TReason> ProblemOf(const TDXFScope& scope,
                                                                       const TDXFBlock* block);
 

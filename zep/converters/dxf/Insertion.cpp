@@ -2,6 +2,7 @@
 
 #include <zep/converters/dxf/Frame.h>
 #include <zep/converters/dxf/Record.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/XForm.h>
 
 #include <algorithm>
@@ -20,14 +21,25 @@ TDXFInsertion TDXFInsertion::Of(const TDXFRecord& record) {
             .RowDistance = record.Number(45)};
 }
 
+/// In the plane of the extrusion.
+TGLArrayd3 TDXFInsertion::FlatWayTo(int column, int row) const {
+    TGLMatrixd4 turn = idd;
+    Rotated(Rotation, 0, 0, 1, turn);
+    TGLArrayd3 way{ColumnDistance * column, RowDistance * row, 0};
+    Xformd(turn, way);
+    return way;
+}
+
+TGLArrayd3 TDXFInsertion::WayTo(int column, int row) const {
+    if (column == 0 && row == 0) return zero3d;
+    TGLArrayd3 way = FlatWayTo(column, row);
+    Xformd(ExtrusionFrame(Extrusion), way);
+    return way;
+}
+
 TDXFInsertion TDXFInsertion::Single(int column, int row) const {
     TDXFInsertion single = *this;
-    if (column == 0 && row == 0) return single;
-    TGLMatrixd4 turn = idd;
-    Translatedv(Place, turn);
-    Rotated(Rotation, 0, 0, 1, turn);
-    single.Place = {ColumnDistance * column, RowDistance * row, 0};
-    Xformd(turn, single.Place);
+    if (column != 0 || row != 0) single.Place = Place + FlatWayTo(column, row);
     return single;
 }
 

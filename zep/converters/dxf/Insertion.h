@@ -18,14 +18,20 @@ struct TDXFInsertion {
     double Rotation = 0; ///< degrees
     TGLArrayd3 Extrusion{0, 0, 1};
     bool Hidden = false;
+    bool OfDimension = false; ///< what a dimension shows
     int Columns = 1, Rows = 1;
     double ColumnDistance = 0, RowDistance = 0;
 
-    /// The one in that column and row, from 0.
+    /// From the first one to the one in that column and row, from 0.
+    [[nodiscard]] TGLArrayd3 WayTo(int column, int row) const;
+    /// The one in that column and row.
     [[nodiscard]] TDXFInsertion Single(int column, int row) const;
     /// Changes nothing of a block of that base point.
     [[nodiscard]] bool IsIdentity(const TGLArrayd3& base) const;
     void SetTransform(TZEPXForm& xform, const TGLArrayd3& base) const;
+
+private:
+    [[nodiscard]] TGLArrayd3 FlatWayTo(int column, int row) const;
 };
 
 } // namespace ZEP

@@ -16,7 +16,8 @@ enum TPolylineFlag {
     pfSpatial = 8,
     pfMesh = 16,
     pfClosedColumns = 32,
-    pfPolyface = 64
+    pfPolyface = 64,
+    pfRunsOn = 128
 };
 /// Of group 70 of a vertex.
 enum TVertexFlag { vfFrame = 16, vfPlace = 64, vfFace = 128 };
@@ -26,8 +27,9 @@ using TFace = std::array<int, 3>; // from 0
 /// What stands between a POLYLINE and its SEQEND. Objects are made when all of it is there: while
 /// it is read, the host may free any object.
 struct TVertexes {
-    std::vector<TDXFBulgeVertex> Places;
-    std::vector<TFace> Faces;
+    TDXFBulgeVertex Head; ///< what vertexes have that do not say it themselves
+    std::vector<TDXFBulgeVertex> Places{};
+    std::vector<TFace> Faces{};
     int ControlPoints = 0;
 };
 
@@ -49,19 +51,21 @@ void TakeFace(TDXFBuilder& builder, const TDXFRecord& record, TVertexes& vertexe
 }
 
 /// The control points of a curve that was smoothed stand beside the curve's.
-void TakeVertex(TDXFBuilder& builder, const TDXFRecord& record, const TGLArrayd3& origin,
-                TVertexes& vertexes) {
+void TakeVertex(TDXFBuilder& builder, const TDXFRecord& record, TVertexes& vertexes) {
     if (record.Flag(70, vfFace) && !record.Flag(70, vfPlace))
         return TakeFace(builder, record, vertexes);
     if (record.Flag(70, vfFrame)) {
         ++vertexes.ControlPoints;
         return;
     }
-    vertexes.Places.push_back({record.Point(10, origin), record.Number(42)});
+    const TDXFBulgeVertex& head = vertexes.Head;
+    vertexes.Places.push_back({record.Point(10, head.Point), record.Number(42),
+                               record.Number(40, head.StartWidth),
+                               record.Number(41, head.EndWidth)});
 }
 
 /// False where the text ends before the polyline.
-bool ReadVertexes(TDXFBuilder& builder, const TGLArrayd3& origin, TVertexes& vertexes) {
+bool ReadVertexes(TDXFBuilder& builder, TVertexes& vertexes) {
     TDXFTags& tags = builder.Drawing.Tags;
     TDXFRecord record;
     while (tags.NextGroupCode() == 0) {
@@ -70,7 +74,7 @@ bool ReadVertexes(TDXFBuilder& builder, const TGLArrayd3& origin, TVertexes& ver
             return true;
         }
         if (!record.Read(tags)) return false;
-        TakeVertex(builder, record, origin, vertexes);
+        TakeVertex(builder, record, vertexes);
     }
     return false;
 }
@@ -125,19 +129,21 @@ void AddMesh(TDXFBuilder& builder, const TDXFRecord& record, const TVertexes& ve
 } // namespace
 
 void AddDXFPolyline(TDXFBuilder& builder, const TDXFRecord& record) {
-    TVertexes vertexes;
-    const TGLArrayd3 origin{0, 0, record.Number(30)};
+    TVertexes vertexes{
+        .Head = {{0, 0, record.Number(30)}, 0, record.Number(40), record.Number(41)}};
     const int flags = record.Integer(70);
-    if (!ReadVertexes(builder, origin, vertexes)) return;
+    if (!ReadVertexes(builder, vertexes)) return;
     if ((flags & pfMesh) != 0) MakeGrid(record, flags, vertexes.ControlPoints > 0, vertexes);
     if ((flags & (pfMesh | pfPolyface)) != 0 || !vertexes.Faces.empty())
         return AddMesh(builder, record, vertexes);
     const bool isSpatial = (flags & pfSpatial) != 0;
-    if (isSpatial)
-        for (TDXFBulgeVertex& place : vertexes.Places) place.Bulge = 0;
-    builder.AddChain(record,
-                     BulgedChain(vertexes.Places, (flags & pfClosed) != 0, builder.PointsLeft()),
-                     isSpatial ? idd : FrameOf(record));
+    for (TDXFBulgeVertex& place : vertexes.Places)
+        if (isSpatial)
+            place = {place.Point};
+        else
+            place.Point[2] = record.Number(30);
+    builder.AddBulged(record, vertexes.Places, (flags & pfClosed) != 0,
+                      isSpatial ? idd : FrameOf(record), (flags & pfRunsOn) != 0);
 }
 
 } // namespace ZEP

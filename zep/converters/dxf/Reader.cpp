@@ -33,6 +33,8 @@ void TDXFReader::read_header() {
     while (m_tags.NextGroupCode() >= 0 && !m_drawing.IsAtEnd("ENDSEC")) {
         if (m_tags.Code() == 3 && name == "$DWGCODEPAGE") codePage = m_tags.ValStr();
         if (m_tags.Code() == 1 && name == "$ACADVER") version = m_tags.ValStr();
+        if (m_tags.Code() == 40 && name == "$LTSCALE")
+            m_drawing.LineTypes.SetScale(m_tags.ValDbl());
         if (m_tags.Code() != 9) continue;
         name = m_tags.ValStr();
         if (name == "$EXTMAX") m_tags.read_2Dpoint(m_drawing.MaxExtent);
@@ -48,6 +50,7 @@ void TDXFReader::read_tables() {
         if (m_tags.Code() != 2 || !begins) continue;
         begins = false;
         if (m_tags.ValStr() == "LAYER") read_layer_information();
+        if (m_tags.ValStr() == "LTYPE" && m_extended) m_extended->ReadLineTypes();
     }
 }
 

@@ -33,6 +33,12 @@ QString KindText(const QString& name, TDXFReport::TReason reason) {
         return name + QStringLiteral(" of blocks nested too deep");
     case TDXFReport::TReason::TooMany:
         return name + QStringLiteral(" beyond the limit of objects");
+    case TDXFReport::TReason::TooFine:
+        return name + QStringLiteral(" of a pattern that is too fine (drawn coarser or solid)");
+    case TDXFReport::TReason::LineTexts:
+        return name + QStringLiteral(" of a line type with texts (they are left out)");
+    case TDXFReport::TReason::TooWide:
+        return name + QStringLiteral(" of too many points for its width (drawn thin)");
     case TDXFReport::TReason::CutOff:
         return name + QStringLiteral(" sections that are cut off (the rest is missing)");
     case TDXFReport::TReason::NotDrawn:

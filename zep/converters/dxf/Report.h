@@ -26,9 +26,12 @@ public:
         InItself,
         TooDeep,
         TooMany,
+        TooFine,
+        LineTexts,
+        TooWide,
         CutOff
     };
-    static constexpr std::size_t ReasonCount = 10;
+    static constexpr std::size_t ReasonCount = 13;
 
     /// \param kind  of the entity, as it stands in the text; the name of a section that is cut off
     void Add(std::string_view kind, TReason reason, qint64 line);

@@ -26,9 +26,13 @@ TZEPObject* ExtendedLayer(TDXFDrawing& drawing, std::string_view name) {
 }
 
 TDXFScope::TDXFScope(TDXFScope& outer, const TDXFBlock& block, const TDXFInsertion& insertion,
-                     TZEPObject* layer, TColor color)
+                     const TDXFLook& look)
     : m_drawing(outer.m_drawing), m_outer(&outer), m_block(&block), m_insertion(insertion),
-      m_layer(layer), m_color(color), m_depth(outer.m_depth + 1) {}
+      m_look(look), m_depth(outer.m_depth + 1) {}
+
+TDXFScope::TDXFScope(TDXFScope& outer, const TDXFInsertion& insertion, const TDXFLook& look)
+    : m_drawing(outer.m_drawing), m_outer(&outer), m_insertion(insertion), m_look(look),
+      m_depth(outer.m_depth) {}
 
 bool TDXFScope::IsWithin(const TDXFBlock& block) const {
     for (const TDXFScope* scope = this; scope; scope = scope->m_outer)
@@ -38,20 +42,29 @@ bool TDXFScope::IsWithin(const TDXFBlock& block) const {
 
 TZEPObject* TDXFScope::LayerOf(const TDXFRecord& record) {
     const std::string_view name = record.Text(8, "0");
-    if (IsInBlock() && name == "0" && m_layer) return m_layer;
+    if (IsInBlock() && name == "0" && m_look.Layer) return m_look.Layer;
     return ExtendedLayer(m_drawing, name);
 }
 
 TColor TDXFScope::ColorOf(const TDXFRecord& record, const TZEPObject& layer) const {
     const int number = record.Integer(62, ByLayer);
     if (record.Has(420)) return DXFTrueColor(record.Integer(420), number);
-    if (number == ByBlock) return IsInBlock() ? m_color : layer.Color();
+    if (number == ByBlock) return m_look.Color;
     if (number >= ByLayer || number <= -ByLayer) return layer.Color();
     return DXFPaletteColor(std::abs(number));
 }
 
+const TDXFLineType* TDXFScope::LineTypeOf(const TDXFRecord& record, const TZEPObject& layer) const {
+    const TDXFLineTypes& types = m_drawing.LineTypes;
+    if (!types.AreThere()) return nullptr;
+    const std::string name = FoldedDXFName(record.Text(6, "bylayer"));
+    if (name == "bylayer") return types.OfLayer(&layer);
+    return name == "byblock" ? m_look.LineType : types.Find(name);
+}
+
 TZEPObject* TDXFScope::ParentOn(TZEPObject* layer) {
     if (!IsInBlock()) return layer;
+    if (!m_block) return m_outer->ParentOn(layer);
     QPointer<TZEPObject>& node = m_nodes[layer];
     if (!node) node = MakeNode(m_outer->ParentOn(layer));
     return node;

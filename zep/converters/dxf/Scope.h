@@ -14,6 +14,14 @@ class TDXFDrawing;
 class TZEPNode;
 class TZEPObject;
 struct TDXFBlock;
+struct TDXFLineType;
+
+/// What an entity of a block takes over from the insertion where it says so.
+struct TDXFLook {
+    QPointer<TZEPObject> Layer{};
+    TColor Color = clWhite;
+    const TDXFLineType* LineType = nullptr; ///< null: solid
+};
 
 /// Where entities go in the extended reading: under their layers, or, those of an inserted block,
 /// under a node that has the transform of the insertion. Each layer that the block has entities on
@@ -26,12 +34,24 @@ public:
 
     /// Of the drawing itself.
     explicit TDXFScope(TDXFDrawing& drawing) : m_drawing(drawing) {}
-    /// Of an inserted block. \param spot  of the insertion in the outer scope
+    /// Of an inserted block.
+    /// \param look  of the insertion, in the outer scope
     TDXFScope(TDXFScope& outer, const TDXFBlock& block, const TDXFInsertion& insertion,
-              TZEPObject* layer, TColor color);
+              const TDXFLook& look);
+    /// Of the texts of an insertion, which stand beside it.
+    TDXFScope(TDXFScope& outer, const TDXFInsertion& insertion, const TDXFLook& look);
     Q_DISABLE_COPY_MOVE(TDXFScope)
 
+    /// Or among the texts of an insertion.
     [[nodiscard]] bool IsInBlock() const { return m_outer != nullptr; }
+    /// What a dimension shows.
+    [[nodiscard]] bool IsOfDimension() const { return m_insertion.OfDimension; }
+    /// \name Texts of an insertion: of a block its node says so
+    /// @{
+    [[nodiscard]] bool IsHidden() const { return !m_block && m_insertion.Hidden; }
+    /// From where they are written down to their cell.
+    [[nodiscard]] TGLArrayd3 Shift() const { return m_block ? zero3d : m_insertion.Place; }
+    /// @}
     [[nodiscard]] int Depth() const { return m_depth; }
     /// The block is this one or one around it.
     [[nodiscard]] bool IsWithin(const TDXFBlock& block) const;
@@ -39,9 +59,17 @@ public:
     /// The layer of an entity. In a block, layer "0" stands for that of the insertion. Null where
     /// it is not there and is not to be made.
     [[nodiscard]] TZEPObject* LayerOf(const TDXFRecord& record);
+    /// What an entity of that layer hands on to its block.
+    [[nodiscard]] TDXFLook LookOf(const TDXFRecord& record, TZEPObject& layer) const {
+        return {&layer, ColorOf(record, layer), LineTypeOf(record, layer)};
+    }
     /// The colour of an entity of that layer. In a block, colour 0 stands for that of the
-    /// insertion.
+    /// insertion, else for white.
     [[nodiscard]] TColor ColorOf(const TDXFRecord& record, const TZEPObject& layer) const;
+    /// The line type of an entity of that layer, by layer and by block as its colour; null for what
+    /// is solid.
+    [[nodiscard]] const TDXFLineType* LineTypeOf(const TDXFRecord& record,
+                                                 const TZEPObject& layer) const;
     /// The parent of what lies on that layer.
     [[nodiscard]] TZEPObject* ParentOn(TZEPObject* layer);
 
@@ -52,8 +80,7 @@ private:
     TDXFScope* m_outer = nullptr;
     const TDXFBlock* m_block = nullptr;
     TDXFInsertion m_insertion;
-    QPointer<TZEPObject> m_layer;
-    TColor m_color;
+    TDXFLook m_look;
     int m_depth = 0;
     std::unordered_map<TZEPObject*, QPointer<TZEPObject>> m_nodes; // by layer
 };

@@ -10,6 +10,7 @@
 #include <zep/scene/Vectors.h>
 #include <zep/scene/XForm.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ZEP {
@@ -18,6 +19,7 @@ namespace {
 
 constexpr int CircleSegments = 45;
 constexpr int ClosedFlag = 1;
+constexpr int RunsOnFlag = 128;
 constexpr int ThirdCorner = 12;
 constexpr int FourthCorner = 13;
 
@@ -35,6 +37,17 @@ void FillRound(T& round, const TDXFRecord& record) {
     const double diameter = 2 * record.Number(40);
     round.SetSegments(CircleSegments);
     PlaceFlat(round, FrameOf(record), record.Point(10), 0, {diameter, diameter, diameter});
+}
+
+/// \param start, end  degrees
+void AddArcChain(TDXFBuilder& builder, const TDXFRecord& record, double start, double end) {
+    constexpr double Radian = std::numbers::pi / 180;
+    builder.AddChain(record,
+                     EllipseChain({.Center = record.Point(10),
+                                   .MajorAxis = {record.Number(40), 0, 0},
+                                   .Start = start * Radian,
+                                   .End = end * Radian}),
+                     FrameOf(record));
 }
 
 /// The normal of a triangle, as long as its area is large.
@@ -57,17 +70,23 @@ void DrawAsTriangles(TZEPPolygon& polygon) {
     polygon.Normal()->SetData(normal);
 }
 
-void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record, std::span<const int> codes,
-                const TGLMatrixd4& frame) {
+std::vector<TGLArrayd3> CornersOf(const TDXFRecord& record, std::span<const int> codes,
+                                  const TGLMatrixd4& frame) {
+    std::vector<TGLArrayd3> corners;
+    for (const int code : codes) {
+        // A triangle may leave out the fourth corner.
+        const bool isLeftOut = code == FourthCorner && !record.Has(code);
+        corners.push_back(record.Point(isLeftOut ? ThirdCorner : code));
+        Xformd(frame, corners.back());
+    }
+    return corners;
+}
+
+void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record,
+                const std::vector<TGLArrayd3>& corners) {
     builder.Add<TZEPPolygon>(record, 0, [&](TZEPPolygon& polygon) {
         polygon.SetColorVertexes(false);
-        for (const int code : codes) {
-            // A triangle may leave out the fourth corner.
-            const bool isLeftOut = code == FourthCorner && !record.Has(code);
-            TGLArrayd3 point = record.Point(isLeftOut ? ThirdCorner : code);
-            Xformd(frame, point);
-            polygon.Vertexes()->Add()->SetPoint(point);
-        }
+        for (const TGLArrayd3& corner : corners) polygon.Vertexes()->Add()->SetPoint(corner);
         DrawAsTriangles(polygon);
     });
 }
@@ -111,27 +130,32 @@ void PlaceFlat(TZEPObject& object, const TGLMatrixd4& frame, const TGLArrayd3& p
     object.XForm()->Scale()->SetData(scale);
 }
 
-// Its corners are meant: no spline through them.
-void TDXFBuilder::AddChain(const TDXFRecord& record, TDXFChain chain, const TGLMatrixd4& frame) {
-    if (!IsIdentityd(frame)) {
-        for (TGLArrayd3& point : chain.Points) Xformd(frame, point);
-        chain = CheckedChain(std::move(chain));
-    }
-    if (chain.Points.empty()) return Pass(record, TDXFReport::TReason::NoPoints);
-    Add<TZEPPolyline>(record, chain.Points.size(), [&](TZEPPolyline& polyline) {
-        polyline.SetOrigColor(polyline.Color());
-        polyline.SetSmooth(false);
-        polyline.SetClosed(chain.Closed);
-        for (const TGLArrayd3& point : chain.Points) polyline.Vertexes()->Add()->SetPoint(point);
+void TDXFBuilder::AddFilled(const TDXFRecord& record, std::vector<TGLArrayd3> polygon,
+                            const TGLMatrixd4& frame, const std::optional<TColor>& color) {
+    for (TGLArrayd3& point : polygon) Xformd(frame, point);
+    if (polygon.size() < 3 || !std::ranges::all_of(polygon, IsFinite))
+        return Pass(record, TDXFReport::TReason::NoPoints);
+    Add<TZEPPolygon>(record, polygon.size(), [&](TZEPPolygon& filled) {
+        if (color) filled.SetColor(*color);
+        filled.SetColorVertexes(false);
+        filled.Vertexes()->AddEach(polygon.size(), [&](TZEPVertex3TexCI& vertex, std::size_t i) {
+            vertex.SetPointQuietly(polygon[i]);
+        });
+        if (polygon.size() == 4) DrawAsTriangles(filled);
     });
 }
 
 void AddDXFPoint(TDXFBuilder& builder, const TDXFRecord& record) {
-    builder.Add<TZEPPoint>(record, 0,
-                           [&](TZEPPoint& point) { point.P()->SetData(record.Point(10)); });
+    builder.Add<TZEPPoint>(record, 0, [&](TZEPPoint& point) {
+        point.P()->SetData(record.Point(10));
+        // What a dimension measures from may lie anywhere, and is no part of the picture.
+        if (builder.Scope.IsOfDimension()) point.SetVisible(false);
+    });
 }
 
 void AddDXFLine(TDXFBuilder& builder, const TDXFRecord& record) {
+    if (builder.IsChain(record))
+        return builder.AddChain(record, {{record.Point(10), record.Point(11)}});
     builder.Add<TZEPLine>(record, 0, [&](TZEPLine& line) {
         line.P1()->SetData(record.Point(10));
         line.P2()->SetData(record.Point(11));
@@ -139,10 +163,13 @@ void AddDXFLine(TDXFBuilder& builder, const TDXFRecord& record) {
 }
 
 void AddDXFCircle(TDXFBuilder& builder, const TDXFRecord& record) {
+    if (builder.IsChain(record)) return AddArcChain(builder, record, 0, 360);
     builder.Add<TZEPCircle>(record, 0, [&](TZEPCircle& circle) { FillRound(circle, record); });
 }
 
 void AddDXFArc(TDXFBuilder& builder, const TDXFRecord& record) {
+    if (builder.IsChain(record))
+        return AddArcChain(builder, record, record.Number(50), record.Number(51));
     builder.Add<TZEPArc>(record, 0, [&](TZEPArc& arc) {
         FillRound(arc, record);
         arc.SetStartAngle(Turn(record.Number(50)));
@@ -151,25 +178,33 @@ void AddDXFArc(TDXFBuilder& builder, const TDXFRecord& record) {
 }
 
 void AddDXFFace(TDXFBuilder& builder, const TDXFRecord& record) {
-    AddPolygon(builder, record, std::array{10, 11, 12, 13}, idd);
+    AddPolygon(builder, record, CornersOf(record, std::array{10, 11, 12, 13}, idd));
 }
 
 void AddDXFSolid(TDXFBuilder& builder, const TDXFRecord& record) {
-    AddPolygon(builder, record, std::array{10, 11, 13, 12}, FrameOf(record));
+    const TGLMatrixd4 frame = FrameOf(record);
+    std::vector<TGLArrayd3> corners = CornersOf(record, std::array{10, 11, 13, 12}, frame);
+    AddPolygon(builder, record, corners);
+    if (record.Number(39) == 0) return;
+    builder.AddWalls(record, {corners, true});
+    const TGLArrayd3 way = DXFWall(record);
+    for (TGLArrayd3& corner : corners) corner += way;
+    AddPolygon(builder, record, corners);
 }
 
 void AddDXFLightPolyline(TDXFBuilder& builder, const TDXFRecord& record) {
     std::vector<TDXFBulgeVertex> vertexes;
-    const double elevation = record.Number(38);
+    const double elevation = record.Number(38), width = record.Number(43);
     for (const TDXFRecord::TTag& tag : record.Tags()) {
-        if (tag.Code == 10) vertexes.push_back({{tag.Number(), 0, elevation}});
+        if (tag.Code == 10) vertexes.push_back({{tag.Number(), 0, elevation}, 0, width, width});
         if (vertexes.empty()) continue;
         if (tag.Code == 20) vertexes.back().Point[1] = tag.Number();
+        if (tag.Code == 40) vertexes.back().StartWidth = tag.Number();
+        if (tag.Code == 41) vertexes.back().EndWidth = tag.Number();
         if (tag.Code == 42) vertexes.back().Bulge = tag.Number();
     }
-    builder.AddChain(record,
-                     BulgedChain(vertexes, record.Flag(70, ClosedFlag), builder.PointsLeft()),
-                     FrameOf(record));
+    builder.AddBulged(record, vertexes, record.Flag(70, ClosedFlag), FrameOf(record),
+                      record.Flag(70, RunsOnFlag));
 }
 
 void AddDXFEllipse(TDXFBuilder& builder, const TDXFRecord& record) {

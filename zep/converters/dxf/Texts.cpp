@@ -2,6 +2,7 @@
 #include <zep/converters/dxf/Frame.h>
 #include <zep/converters/dxf/Text.h>
 #include <zep/objects/Label.h>
+#include <zep/scene/Vectors.h>
 #include <zep/scene/XForm.h>
 
 #include <cmath>
@@ -20,6 +21,7 @@ constexpr double LineDistance = 5.0 / 3;
 constexpr qsizetype MostLines = 1000;
 
 constexpr int InvisibleAttribute = 1;
+constexpr int ConstantAttribute = 2;
 constexpr int Mirrored = 2;
 constexpr int UpsideDown = 4;
 
@@ -54,8 +56,7 @@ void MoveTo(TZEPLabel& label, const TAnchor& anchor) {
 
 TAnchor AnchorOf(const TDXFRecord& record) {
     const int horizontal = record.Integer(72);
-    const bool isAttribute = record.Kind() == "ATTRIB";
-    const int vertical = record.Integer(isAttribute ? 74 : 73);
+    const int vertical = record.Integer(record.Kind() == "TEXT" ? 73 : 74);
     TAnchor anchor;
     if (horizontal == hzCenter || horizontal == hzMiddle) anchor.Along = 0.5;
     if (horizontal == hzRight) anchor.Along = 1;
@@ -148,21 +149,35 @@ QString LongText(const TDXFBuilder& builder, const TDXFRecord& record) {
     return builder.Drawing.Text.Decode(bytes);
 }
 
+/// The definition of an attribute outside of blocks.
+bool IsTag(const TDXFBuilder& builder, const TDXFRecord& record) {
+    return record.Kind() == "ATTDEF" && !builder.Scope.IsInBlock();
+}
+
+/// The text of a definition in a block, which is but an example, unless it is that of all.
+bool IsExample(const TDXFBuilder& builder, const TDXFRecord& record) {
+    return record.Kind() == "ATTDEF" && builder.Scope.IsInBlock() &&
+           !record.Flag(70, ConstantAttribute);
+}
+
 } // namespace
 
 void AddDXFText(TDXFBuilder& builder, const TDXFRecord& record) {
-    const bool isAttribute = record.Kind() == "ATTRIB";
-    const QString text = PlainDXFText(builder.Drawing.Text.Decode(record.Text(1)));
-    if (text.trimmed().isEmpty()) return;
+    const bool isTag = IsTag(builder, record);
+    const QString text = PlainDXFText(builder.Drawing.Text.Decode(record.Text(isTag ? 2 : 1)));
+    if (text.trimmed().isEmpty() || IsExample(builder, record)) return;
+    const bool isAttribute = record.Kind() != "TEXT";
     builder.Add<TZEPLabel>(record, 0, [&](TZEPLabel& label) {
         SetText(label, text);
         if (isAttribute) label.SetIdent(builder.Drawing.Text.Decode(record.Text(2)));
-        if (isAttribute && record.Flag(70, InvisibleAttribute)) label.SetVisible(false);
+        if (isAttribute && !isTag && record.Flag(70, InvisibleAttribute)) label.SetVisible(false);
         TTextPlace place(record);
         const int horizontal = record.Integer(72);
         if (horizontal == hzAligned || horizontal == hzFit) place.FitBetween(label, record);
         PlaceFlat(label, FrameOf(record), place.Place, place.Rotation,
                   {place.Width, place.Height, std::abs(place.Height)});
+        label.XForm()->Translate()->SetData(label.XForm()->Translate()->Data() +
+                                            builder.Scope.Shift());
         MoveTo(label, AnchorOf(record));
     });
 }
