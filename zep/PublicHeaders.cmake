@@ -47,6 +47,7 @@ set(core_headers
   framework/ChunkedList.h
   framework/Collection.h
   framework/Color.h
+  framework/CompactText.h
   framework/Component.h
   framework/Contrast.h
   framework/DebugLog.h

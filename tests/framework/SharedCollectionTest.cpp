@@ -16,7 +16,7 @@ static_assert(sizeof(TZEPVertex3TexCI) <= 16 + 56);
 static_assert(sizeof(TZEPFace3CI) <= 16 + 16);
 
 /// Counts what it is told.
-class User : public TObject, public TZEPCollectionUser {
+class User : public TZEPCollectionUser {
 public:
     [[nodiscard]] bool WantsInvalidation() const override { return Wants; }
     void Invalidate(TObject* sender) override {

@@ -76,11 +76,11 @@ QString PlaceOf(TZEPObject& object) {
 } // namespace
 
 std::optional<int> ProgramLineOf(const TZEPObject& object) {
-    const QStringView ident = object.Ident();
+    const QString ident = object.Ident();
     const QLatin1String prefix("Line ");
     if (!ident.startsWith(prefix)) return {};
     bool isNumber = false;
-    const int line = ident.mid(prefix.size()).toInt(&isNumber);
+    const int line = QStringView(ident).mid(prefix.size()).toInt(&isNumber);
     return isNumber && line > 0 ? std::optional(line) : std::nullopt;
 }
 

@@ -25,12 +25,14 @@ bool IsIdentifier(const QString& name) {
 
 } // namespace
 
-/// What only components with an owner, components of their own or listeners need.
+/// What only components with components of their own, listeners or a tag need.
 struct TComponent::Relations {
     std::vector<TComponent*> Owned;
     QHash<QString, TComponent*> ByName; // lower case; only the named ones
     QSet<TComponent*> Listeners;        // told when this goes away
     QSet<TComponent*> Watched;          // will tell this when they go away
+    int DepthBelow = 0;                 // levels of what is owned, at most
+    int Tag = 0;
 };
 
 TComponent::TComponent(TComponent* owner) {
@@ -91,6 +93,14 @@ void TComponent::SetName(const QString& name) {
     setObjectName(name);
 }
 
+int TComponent::Tag() const {
+    return m_relations ? m_relations->Tag : 0;
+}
+
+void TComponent::SetTag(int tag) {
+    if (tag != Tag()) Related().Tag = tag;
+}
+
 int TComponent::ComponentCount() const {
     return m_relations ? static_cast<int>(m_relations->Owned.size()) : 0;
 }
@@ -103,6 +113,10 @@ TComponent* TComponent::Components(int index) const {
 
 TComponent* TComponent::FindComponent(const QString& name) const {
     return m_relations ? m_relations->ByName.value(name.toLower()) : nullptr;
+}
+
+int TComponent::KeptDepthBelow() const {
+    return m_relations ? m_relations->DepthBelow : 0;
 }
 
 // NOLINTNEXTLINE(misc-no-recursion): as deep as `DeepestNesting`
@@ -119,9 +133,9 @@ void TComponent::CheckOwnership(TComponent& component) const {
     for (const TComponent* owner = this; owner; owner = owner->m_owner, ++depth)
         if (owner == &component)
             throw Exception(QStringLiteral("A component cannot own one that owns it"));
-    if (depth + component.m_depthBelow <= DeepestNesting) return;
-    component.m_depthBelow = static_cast<std::uint16_t>(component.DepthBelow()); // some have gone
-    if (depth + component.m_depthBelow <= DeepestNesting) return;
+    if (depth + component.KeptDepthBelow() <= DeepestNesting) return;
+    component.Related().DepthBelow = component.DepthBelow(); // some have gone
+    if (depth + component.KeptDepthBelow() <= DeepestNesting) return;
     throw Exception(
         QStringLiteral("Components are owned deeper than %1 levels").arg(DeepestNesting));
 }
@@ -137,9 +151,10 @@ void TComponent::InsertComponent(TComponent* component) {
     component->m_owner = this;
     component->m_ownerIndex = static_cast<int>(related.Owned.size());
     related.Owned.push_back(component);
-    int below = component->m_depthBelow;
-    for (TComponent* owner = this; owner && owner->m_depthBelow <= below; owner = owner->m_owner)
-        owner->m_depthBelow = static_cast<std::uint16_t>(++below);
+    int below = component->KeptDepthBelow();
+    for (TComponent* owner = this; owner && owner->KeptDepthBelow() <= below;
+         owner = owner->m_owner)
+        owner->m_relations->DepthBelow = ++below;
     if (!name.isEmpty()) related.ByName.insert(name.toLower(), component);
 }
 

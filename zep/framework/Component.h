@@ -7,7 +7,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <new>
@@ -27,7 +26,7 @@ inline constexpr int DeepestNesting = 1000;
 /// A component: it has an owner that frees it, a name unique among the owner's components, and
 /// tells those who asked for it when it goes away. Creating, removing and freeing cost the same
 /// however many components an owner has.
-class ZEP_CORE_EXPORT TComponent : public QObject, public TObject {
+class ZEP_CORE_EXPORT TComponent : public QObject, public TZEPCollectionUser {
     Q_OBJECT
     Q_PROPERTY(QString Name READ Name WRITE SetName STORED false)
     Q_PROPERTY(int Tag READ Tag WRITE SetTag)
@@ -53,9 +52,9 @@ public:
     /// compare without case); the old name then stays.
     virtual void SetName(const QString& name);
 
-    [[nodiscard]] int Tag() const { return m_tag; }
+    [[nodiscard]] int Tag() const;
     /// A number for the host's own use.
-    void SetTag(int tag) { m_tag = tag; }
+    void SetTag(int tag);
 
     [[nodiscard]] TComponent* Owner() const { return m_owner; }
     [[nodiscard]] int ComponentCount() const;
@@ -80,6 +79,12 @@ public:
     /// In a form designer: no animation, no user events.
     [[nodiscard]] bool IsDesigning() const { return m_designing; }
     void SetDesigning(bool designing) { m_designing = designing; }
+
+    /// \name What it is drawn from has changed; nothing here
+    /// @{
+    [[nodiscard]] bool WantsInvalidation() const override { return false; }
+    void Invalidate(TObject* sender) override { static_cast<void>(sender); }
+    /// @}
 
     /// Copies the values of `source`; the base takes no source and raises `Exception`.
     virtual void Assign(const TComponent* source);
@@ -121,13 +126,12 @@ private:
     Relations& Related();
     void TellListeners();
     void CheckOwnership(TComponent& component) const;
+    [[nodiscard]] int KeptDepthBelow() const;
     [[nodiscard]] int DepthBelow() const;
 
     TComponent* m_owner = nullptr;
     std::unique_ptr<Relations> m_relations;
     int m_ownerIndex = -1;
-    int m_tag = 0;
-    std::uint16_t m_depthBelow = 0; // levels of what is owned, at most
     bool m_designing = false;
     bool m_destroying = false;
 };

@@ -15,6 +15,14 @@ protected:
     TObject& operator=(const TObject&) = default;
 };
 
+/// What draws from a collection and wants to hear of its changes.
+class ZEP_CORE_EXPORT TZEPCollectionUser : public TObject {
+public:
+    /// It stands in a scene that is not updated by hand.
+    [[nodiscard]] virtual bool WantsInvalidation() const = 0;
+    virtual void Invalidate(TObject* sender) = 0;
+};
+
 /// A bound member function that takes the sender: two pointers, so that the hundred thousands of
 /// sub-objects of a scene can each carry one.
 class TNotifyEvent {

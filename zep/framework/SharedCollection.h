@@ -9,17 +9,6 @@
 
 namespace ZEP {
 
-/// What draws from a collection and wants to hear of its changes.
-class ZEP_CORE_EXPORT TZEPCollectionUser {
-public:
-    /// It stands in a scene that is not updated by hand.
-    [[nodiscard]] virtual bool WantsInvalidation() const = 0;
-    virtual void Invalidate(TObject* sender) = 0;
-
-protected:
-    ~TZEPCollectionUser() = default;
-};
-
 /// A collection that scene objects may share: every change invalidates all objects registered
 /// with it. Whoever registers an object unregisters it before it goes away.
 class ZEP_CORE_EXPORT TZEPCollection : public TCollection {

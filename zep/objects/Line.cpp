@@ -8,16 +8,27 @@ const TRegisterObject<TZEPLine> RegisteredLine;
 
 } // namespace
 
+TZEPLine::TZEPLine(TComponent* owner)
+    : TZEPLineShape(owner), m_ends{TZEPVertex3(Notify<&TZEPObject::Invalidate>(this)),
+                                   TZEPVertex3(Notify<&TZEPObject::Invalidate>(this))} {}
+
+TZEPVertex3* TZEPLine::VectorAt(int number) {
+    return &m_ends.at(static_cast<std::size_t>(number));
+}
+
+const TGLArrayd3* TZEPLine::VectorData(int number) const {
+    return &m_ends.at(static_cast<std::size_t>(number)).Data();
+}
+
 void TZEPLine::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
-    min = max = FirstPoint();
-    MinBoundsd(min, SecondPoint());
-    MaxBoundsd(max, SecondPoint());
+    min = max = m_ends[0].Data();
+    MinBoundsd(min, m_ends[1].Data());
+    MaxBoundsd(max, m_ends[1].Data());
 }
 
 void TZEPLine::DrawShape(GLenum, bool) {
     glBegin(GL_LINES);
-    glVertex3dv(FirstPoint().data());
-    glVertex3dv(SecondPoint().data());
+    for (const TZEPVertex3& end : m_ends) glVertex3dv(end.Data().data());
     glEnd();
 }
 

@@ -2,6 +2,9 @@
 
 #include <zep/Export.h>
 #include <zep/appearance/effects/LineShape.h>
+#include <zep/scene/Vertex3.h>
+
+#include <array>
 
 namespace ZEP {
 
@@ -12,10 +15,10 @@ class ZEP_CORE_EXPORT TZEPLine : public TZEPLineShape {
     Q_PROPERTY(ZEP::TZEPVertex3* P1 READ P1)
     Q_PROPERTY(ZEP::TZEPVertex3* P2 READ P2)
 public:
-    using TZEPLineShape::TZEPLineShape;
+    explicit TZEPLine(TComponent* owner = nullptr);
 
-    [[nodiscard]] TZEPVertex3* P1() { return FirstVector(); }
-    [[nodiscard]] TZEPVertex3* P2() { return SecondVector(); }
+    [[nodiscard]] TZEPVertex3* P1() { return m_ends.data(); }
+    [[nodiscard]] TZEPVertex3* P2() { return &m_ends[1]; }
 
     void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
     void DrawShape(GLenum face, bool draft) override;
@@ -23,6 +26,11 @@ public:
 protected:
     [[nodiscard]] bool SharesDrawRun() const override { return typeid(*this) == typeid(TZEPLine); }
     [[nodiscard]] bool StaysInSize() const override { return MayBeCulled(); }
+    [[nodiscard]] TZEPVertex3* VectorAt(int number) override;
+    [[nodiscard]] const TGLArrayd3* VectorData(int number) const override;
+
+private:
+    std::array<TZEPVertex3, 2> m_ends;
 };
 
 } // namespace ZEP

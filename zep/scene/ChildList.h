@@ -72,7 +72,8 @@ public:
     [[nodiscard]] TZEPChildNews TakeNews() { return m_changes.Take().News(); }
     /// The same one by one, of the children of an object; not both can be asked for.
     [[nodiscard]] static TZEPChildChanges TakeChangesOf(Child& parent) {
-        return parent.m_children ? parent.m_children->m_changes.Take() : TZEPChildChanges::None();
+        TZEPChildList* children = parent.Children();
+        return children ? children->m_changes.Take() : TZEPChildChanges::None();
     }
     /// The child looks different.
     void NoteLook(const Child* child);

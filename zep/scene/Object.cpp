@@ -44,11 +44,21 @@ TZEPVertex3* InitialVector() {
     return &vector;
 }
 
-void SetVector(TZEPVertex3& vector, const TGLArrayd3& point) {
-    vector.SetData(point);
+void SetColorOf(TZEPMaterial& material, TColor color) {
+    material.FrontFace()->SetColor(10, color);
+    material.BackFace()->SetColor(10, color);
 }
 
 } // namespace
+
+TZEPObject::TExtras::TExtras() = default;
+TZEPObject::TExtras::~TExtras() = default;
+
+bool TZEPObject::TExtras::AreInitial() const {
+    const bool hasParts = Material || Children || Vectors[0] || Vectors[1] || !Listeners.empty();
+    return !hasParts && UpdateLevel == 0 && ChangeIndex == 0 && TransformSnapshot == 0 &&
+           ParentSnapshot == 0 && PickLevel == 0 && SelectPriority == 0;
+}
 
 TZEPObject::TZEPObject(TComponent* owner) : TComponent(owner) {
     ++Objects.Live;
@@ -63,20 +73,26 @@ TZEPObject::~TZEPObject() {
     ReportListeners();
 }
 
+TZEPObject::TExtras& TZEPObject::Extras() {
+    if (!m_extras) m_extras = std::make_unique<TExtras>();
+    return *m_extras;
+}
+
 void TZEPObject::FreeChildren() {
-    while (m_children && m_children->Last()) {
-        TZEPObject* child = m_children->Last();
-        m_children->Remove(child);
+    while (Children() && Children()->Last()) {
+        TZEPObject* child = Children()->Last();
+        Children()->Remove(child);
         child->m_parent = nullptr;
         delete child;
     }
 }
 
 void TZEPObject::ReportListeners() const {
-    if (!m_listeners || m_listeners->empty()) return;
+    if (!m_extras || m_extras->Listeners.empty()) return;
     // The count is that of list entries, two for each listener.
-    ShowMessage(QStringLiteral("There is ZEP-Notifies leek (%1)").arg(2 * m_listeners->size()),
-                QStringLiteral("Warning"), TMessageIcon::Hand);
+    ShowMessage(
+        QStringLiteral("There is ZEP-Notifies leek (%1)").arg(2 * m_extras->Listeners.size()),
+        QStringLiteral("Warning"), TMessageIcon::Hand);
 }
 
 int TZEPObject::LiveObjects() {
@@ -102,24 +118,25 @@ void TZEPObject::Assign(const TComponent* source) {
     m_castsShadows = other->m_castsShadows;
     m_receivesShadows = other->m_receivesShadows;
     m_smooth = other->m_smooth;
-    if (m_firstVector || other->m_firstVector) SetVector(*FirstVector(), other->FirstPoint());
-    if (m_secondVector || other->m_secondVector) SetVector(*SecondVector(), other->SecondPoint());
+    for (const int number : {0, 1})
+        if (VectorData(number) || other->VectorData(number))
+            VectorAt(number)->SetData(other->VectorOr0(number));
     Invalidate(this);
 }
 
 // --- tree ------------------------------------------------------------------------------------
 
 int TZEPObject::GetItemsCount() const {
-    return m_children ? m_children->Count() : 0;
+    return Children() ? Children()->Count() : 0;
 }
 
 TZEPObject* TZEPObject::GetItem(int index) const {
-    if (m_children) return m_children->Item(index);
+    if (Children()) return Children()->Item(index);
     throw Exception(QStringLiteral("List index out of bounds (%1)").arg(index));
 }
 
 int TZEPObject::GetItemIndex() const {
-    return m_parent ? m_parent->m_children->IndexOf(this) : 0;
+    return m_parent ? Siblings().IndexOf(this) : 0;
 }
 
 void TZEPObject::SetItemIndex(int index) {
@@ -129,7 +146,7 @@ void TZEPObject::SetItemIndex(int index) {
     const TZEPWatch alive(this);
     DoNotify(this, saMove, &to);
     if (!alive || !m_parent) return;
-    m_parent->m_children->Move(this, std::min(to, m_parent->GetItemsCount() - 1));
+    Siblings().Move(this, std::min(to, m_parent->GetItemsCount() - 1));
     TellReordered();
 }
 
@@ -142,7 +159,7 @@ void TZEPObject::TellReordered() {
 TZEPObject* TZEPObject::ItemByIdent(const QString& ident) const {
     for (int i = 0; i < GetItemsCount(); ++i) {
         TZEPObject* child = GetItem(i);
-        if (child->m_ident.compare(ident, Qt::CaseInsensitive) == 0) return child;
+        if (child->m_ident.IsSameWithoutCase(ident)) return child;
     }
     return nullptr;
 }
@@ -154,8 +171,8 @@ void TZEPObject::ListParents(std::vector<TZEPObject*>& list) const {
 
 void TZEPObject::ListChildren(std::vector<TZEPObject*>& list,
                               const std::vector<const QMetaObject*>& classes) const {
-    if (!m_children) return;
-    m_children->ForEach([&](TZEPObject* child) {
+    if (!Children()) return;
+    Children()->ForEach([&](TZEPObject* child) {
         child->ListChildren(list, classes);
         const auto is = [child](const QMetaObject* type) {
             return child->metaObject()->inherits(type);
@@ -167,7 +184,7 @@ void TZEPObject::ListChildren(std::vector<TZEPObject*>& list,
 
 template <class Proc>
 void TZEPObject::ForEachChild(Proc&& proc) {
-    if (m_children) m_children->ForEach(proc);
+    if (Children()) Children()->ForEach(proc);
 }
 
 void TZEPObject::Iterate(TIterateProc proc, void* data) {
@@ -200,9 +217,9 @@ bool TZEPObject::LeaveParent() {
 
 void TZEPObject::Detach() {
     TZEPObject* parent = std::exchange(m_parent, nullptr);
-    parent->m_children->Remove(this);
+    parent->Children()->Remove(this);
     if (m_scene) m_scene->Frame().TreeChanged = true;
-    ++m_changeIndex;
+    if (m_extras) ++m_extras->ChangeIndex; // nobody has asked without
     parent->Invalidate(parent);
 }
 
@@ -214,8 +231,8 @@ bool TZEPObject::IsWithin(const TZEPObject& other) const {
 
 int TZEPObject::Height() const {
     int height = 0;
-    if (m_children)
-        m_children->ForEach(
+    if (Children())
+        Children()->ForEach(
             [&height](TZEPObject* child) { height = std::max(height, 1 + child->Height()); });
     return height;
 }
@@ -223,25 +240,26 @@ int TZEPObject::Height() const {
 void TZEPObject::CheckDepth(const TZEPObject& parent) {
     int depth = 0;
     for (const TZEPObject* object = &parent; object; object = object->m_parent) ++depth;
-    if (depth + m_depthBelow <= DeepestNesting) return;
-    m_depthBelow = static_cast<std::uint16_t>(Height()); // some may have gone
-    if (depth + m_depthBelow <= DeepestNesting) return;
+    if (depth + KeptDepthBelow() <= DeepestNesting) return;
+    Extras().DepthBelow = Height(); // some may have gone
+    if (depth + KeptDepthBelow() <= DeepestNesting) return;
     throw Exception(QStringLiteral("Objects are nested deeper than %1 levels").arg(DeepestNesting));
 }
 
 void TZEPObject::Join(TZEPObject& parent, bool append) {
     m_parent = &parent;
-    m_parentSnapshot = parent.m_changeIndex;
-    if (!parent.m_children) parent.m_children = std::make_unique<TZEPChildList<TZEPObject>>();
+    TExtras& parents = parent.Extras();
+    if (m_extras) m_extras->ParentSnapshot = parents.ChangeIndex;
+    if (!parents.Children) parents.Children = std::make_unique<TZEPChildList<TZEPObject>>();
     if (append)
-        parent.m_children->Append(this);
+        parents.Children->Append(this);
     else
-        parent.m_children->InsertFirst(this);
+        parents.Children->InsertFirst(this);
     parent.ForgetBox(); // it may have been a leaf
-    int below = m_depthBelow;
-    for (TZEPObject* object = &parent; object && object->m_depthBelow <= below;
+    int below = KeptDepthBelow();
+    for (TZEPObject* object = &parent; object && object->KeptDepthBelow() <= below;
          object = object->m_parent)
-        object->m_depthBelow = static_cast<std::uint16_t>(++below);
+        object->Extras().DepthBelow = ++below;
 }
 
 void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
@@ -285,8 +303,8 @@ void TZEPObject::GetChildren(const std::function<void(TComponent*)>& proc, TComp
 void TZEPObject::Clear() {
     const TZEPWatch alive(this);
     BeginUpdate();
-    while (alive && m_children && m_children->Last()) {
-        TZEPObject* last = m_children->Last();
+    while (alive && Children() && Children()->Last()) {
+        TZEPObject* last = Children()->Last();
         if (last->IsDestroying())
             last->Detach(); // goes by itself
         else
@@ -302,19 +320,18 @@ void TZEPObject::Action(double time) {
 // --- notification ----------------------------------------------------------------------------
 
 void TZEPObject::RegisterNotify(const TZEPObjectNotify& listener) {
-    if (!m_listeners) m_listeners = std::make_unique<std::vector<TZEPObjectNotify>>();
-    if (std::find(m_listeners->begin(), m_listeners->end(), listener) == m_listeners->end())
-        m_listeners->push_back(listener);
+    auto& listeners = Extras().Listeners;
+    if (std::ranges::find(listeners, listener) == listeners.end()) listeners.push_back(listener);
 }
 
 void TZEPObject::UnregisterNotify(const TZEPObjectNotify& listener) {
-    if (m_listeners) std::erase(*m_listeners, listener);
+    if (m_extras) std::erase(m_extras->Listeners, listener);
 }
 
 void TZEPObject::DoNotify(TZEPObject* sender, TZEPObjectAction action, const void* data) {
     std::vector<QPointer<TZEPObject>> asked; // the root last
     for (TZEPObject* object = this; object; object = object->m_parent)
-        if (object->m_listeners && !object->m_listeners->empty()) asked.emplace_back(object);
+        if (object->m_extras && !object->m_extras->Listeners.empty()) asked.emplace_back(object);
     const TZEPWatch senderAlive(sender);
     for (auto object = asked.rbegin(); senderAlive && object != asked.rend(); ++object)
         if (*object) (*object)->CallListeners(senderAlive, sender, action, data);
@@ -324,20 +341,21 @@ void TZEPObject::DoNotify(TZEPObject* sender, TZEPObjectAction action, const voi
 void TZEPObject::CallListeners(const TZEPWatch& senderAlive, TZEPObject* sender,
                                TZEPObjectAction action, const void* data) {
     const TZEPWatch alive(this);
-    for (const TZEPObjectNotify& listener : std::vector(*m_listeners)) {
-        if (!alive || !senderAlive) return;
-        const bool stays = std::ranges::find(*m_listeners, listener) != m_listeners->end();
+    for (const TZEPObjectNotify& listener : std::vector(m_extras->Listeners)) {
+        if (!alive || !senderAlive || !m_extras) return;
+        const auto& now = m_extras->Listeners;
+        const bool stays = std::ranges::find(now, listener) != now.end();
         if (stays && listener.Code) listener.Code(listener.Context, sender, action, data);
     }
 }
 
 void TZEPObject::BeginUpdate() {
-    ++m_updateLevel;
+    ++Extras().UpdateLevel;
 }
 
 void TZEPObject::EndUpdate(bool reset) {
-    m_updateLevel = reset ? 0 : std::max(0, m_updateLevel - 1);
-    if (WantsInvalidation() && m_updateLevel == 0) Invalidate(this);
+    if (m_extras) m_extras->UpdateLevel = reset ? 0 : std::max(0, UpdateLevel() - 1);
+    if (WantsInvalidation() && UpdateLevel() == 0) Invalidate(this);
 }
 
 bool TZEPObject::Climbs() const {
@@ -353,7 +371,7 @@ bool TZEPObject::WantsInvalidation() const {
 void TZEPObject::Invalidate(TObject* sender) {
     m_ofLookAlone = false;
     ForgetBox();
-    if (m_updateLevel == 0 && m_parent && Climbs()) m_parent->Invalidate(sender);
+    if (m_parent && UpdateLevel() == 0 && Climbs()) m_parent->Invalidate(sender);
 }
 
 void TZEPObject::InvalidateLook() {
@@ -366,17 +384,18 @@ int TZEPObject::TransformCounter() const {
 }
 
 TZEPChildNews TZEPObject::TakeChildNews() {
-    return m_children ? m_children->TakeNews() : TZEPChildNews{false, 0};
+    return Children() ? Children()->TakeNews() : TZEPChildNews{false, 0};
 }
 
 int TZEPObject::GetChangeIndex() {
     const int transform = TransformCounter();
     const int parent = m_parent ? m_parent->GetChangeIndex() : 0;
-    const bool parentSame = !m_parent || parent == m_parentSnapshot;
-    if (transform == m_transformSnapshot && parentSame) return m_changeIndex;
-    m_transformSnapshot = transform;
-    m_parentSnapshot = parent;
-    return ++m_changeIndex;
+    TExtras& last = Extras();
+    const bool parentSame = !m_parent || parent == last.ParentSnapshot;
+    if (transform == last.TransformSnapshot && parentSame) return last.ChangeIndex;
+    last.TransformSnapshot = transform;
+    last.ParentSnapshot = parent;
+    return ++last.ChangeIndex;
 }
 
 // --- appearance ------------------------------------------------------------------------------
@@ -384,31 +403,27 @@ int TZEPObject::GetChangeIndex() {
 void TZEPObject::SetColor(TColor color) {
     if (!Change(m_color, color)) return;
     m_hasOwnColor = true;
-    if (m_parent) m_parent->m_children->NoteLook(this);
-    if (!m_material) return;
-    m_material->FrontFace()->SetColor(10, color);
-    m_material->BackFace()->SetColor(10, color);
+    if (m_parent) Siblings().NoteLook(this);
+    if (TZEPMaterial* own = ExistingMaterial()) SetColorOf(*own, color);
 }
 
 TZEPMaterial* TZEPObject::Material() {
-    if (m_material) return m_material.get();
+    if (TZEPMaterial* own = ExistingMaterial()) return own;
     if (TLookOnly::IsActive())
         return &SharedMaterial(m_hasOwnColor ? &m_color : nullptr, m_lineTransparency);
-    ++m_updateLevel; // coming into being is no change
-    m_material = std::make_unique<TZEPMaterial>(Notify<&TZEPObject::Invalidate>(this));
-    if (m_hasOwnColor) {
-        m_material->FrontFace()->SetColor(10, m_color);
-        m_material->BackFace()->SetColor(10, m_color);
-    }
-    if (m_lineTransparency) m_material->SetTransparency(LineTransparency);
-    --m_updateLevel;
-    if (m_parent) m_parent->m_children->NoteLook(this); // its changes may be silent
-    return m_material.get();
+    ++Extras().UpdateLevel; // coming into being is no change
+    auto& own = m_extras->Material;
+    own = std::make_unique<TZEPMaterial>(Notify<&TZEPObject::Invalidate>(this));
+    if (m_hasOwnColor) SetColorOf(*own, m_color);
+    if (m_lineTransparency) own->SetTransparency(LineTransparency);
+    --m_extras->UpdateLevel;
+    if (m_parent) Siblings().NoteLook(this); // its changes may be silent
+    return own.get();
 }
 
 void TZEPObject::SetLineTransparency() {
     m_lineTransparency = true;
-    if (m_material) m_material->SetTransparency(LineTransparency);
+    if (TZEPMaterial* own = ExistingMaterial()) own->SetTransparency(LineTransparency);
 }
 
 void TZEPObject::SetMaterialIndex(int index) {
@@ -416,7 +431,9 @@ void TZEPObject::SetMaterialIndex(int index) {
 }
 
 void TZEPObject::SetVisible(bool visible) {
-    if (Change(m_visible, visible)) InvalidateLook();
+    if (m_visible == visible) return;
+    m_visible = visible;
+    InvalidateLook();
 }
 
 void TZEPObject::SetSelected(bool selected) {
@@ -427,44 +444,56 @@ void TZEPObject::SetSelected(bool selected) {
     m_selected = selected && m_selectable && (!m_scene || m_scene->SelectionEnabled());
     if (m_selectable && m_scene) m_scene->SelectionChanged(this);
     if (!alive) return;
-    const TZEPChildList<TZEPObject>::Selecting selecting(m_parent ? m_parent->m_children.get()
-                                                                  : nullptr);
+    const TZEPChildList<TZEPObject>::Selecting selecting(m_parent ? &Siblings() : nullptr);
     InvalidateLook();
 }
 
 void TZEPObject::SetDrawType(TZEPDrawType type) {
-    if (Change(m_drawType, type)) InvalidateLook();
+    if (DrawType() == type) return;
+    m_drawType = type & 3U;
+    InvalidateLook();
 }
 
 void TZEPObject::SetSmooth(bool smooth) {
-    if (Change(m_smooth, smooth)) Invalidate(this);
+    if (m_smooth == smooth) return;
+    m_smooth = smooth;
+    Invalidate(this);
 }
 
 void TZEPObject::SetShadows(int index, bool value) {
-    if (index != 0 && index != 1) return;
-    if (Change(index == 0 ? m_castsShadows : m_receivesShadows, value)) InvalidateLook();
+    if (index == 0 && m_castsShadows != value)
+        m_castsShadows = value;
+    else if (index == 1 && m_receivesShadows != value)
+        m_receivesShadows = value;
+    else
+        return;
+    InvalidateLook();
 }
 
-TZEPVertex3* TZEPObject::FirstVector() {
-    if (!m_firstVector && TLookOnly::IsActive()) return InitialVector();
-    if (!m_firstVector)
-        m_firstVector = std::make_unique<TZEPVertex3>(Notify<&TZEPObject::Invalidate>(this));
-    return m_firstVector.get();
+void TZEPObject::SetPickLevel(int level) {
+    if (level != PickLevel()) Extras().PickLevel = level;
 }
 
-TZEPVertex3* TZEPObject::SecondVector() {
-    if (!m_secondVector && TLookOnly::IsActive()) return InitialVector();
-    if (!m_secondVector)
-        m_secondVector = std::make_unique<TZEPVertex3>(Notify<&TZEPObject::Invalidate>(this));
-    return m_secondVector.get();
+void TZEPObject::SetSelectPriority(int priority) {
+    if (priority != SelectPriority()) Extras().SelectPriority = priority;
 }
 
-const TGLArrayd3& TZEPObject::FirstPoint() const {
-    return m_firstVector ? m_firstVector->Data() : zero3d;
+TZEPVertex3* TZEPObject::VectorAt(int number) {
+    if (!VectorData(number) && TLookOnly::IsActive()) return InitialVector();
+    auto& vector = Extras().Vectors.at(static_cast<std::size_t>(number));
+    if (!vector) vector = std::make_unique<TZEPVertex3>(Notify<&TZEPObject::Invalidate>(this));
+    return vector.get();
 }
 
-const TGLArrayd3& TZEPObject::SecondPoint() const {
-    return m_secondVector ? m_secondVector->Data() : zero3d;
+const TGLArrayd3* TZEPObject::VectorData(int number) const {
+    if (!m_extras) return nullptr;
+    const auto& vector = m_extras->Vectors.at(static_cast<std::size_t>(number));
+    return vector ? &vector->Data() : nullptr;
+}
+
+const TGLArrayd3& TZEPObject::VectorOr0(int number) const {
+    const TGLArrayd3* point = VectorData(number);
+    return point ? *point : zero3d;
 }
 
 } // namespace ZEP

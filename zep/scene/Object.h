@@ -2,14 +2,15 @@
 
 #include <zep/Export.h>
 #include <zep/framework/Color.h>
+#include <zep/framework/CompactText.h>
 #include <zep/framework/Component.h>
-#include <zep/framework/SharedCollection.h>
 #include <zep/scene/ChildNews.h>
 #include <zep/scene/DrawPasses.h>
 #include <zep/scene/Geom.h>
 
 #include <GL/gl.h>
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -52,7 +53,7 @@ using TIterateProc = void (*)(TZEPObject* object, void* data);
 /// hold a million objects.
 ///
 /// Defaults: colour clSilver, visible, not selected, `dtFill`, own material, unit scale.
-class ZEP_CORE_EXPORT TZEPObject : public TComponent, public TZEPCollectionUser {
+class ZEP_CORE_EXPORT TZEPObject : public TComponent {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/scene/XForm.h")
     Q_PROPERTY(QString Ident READ Ident WRITE SetIdent)
@@ -66,9 +67,9 @@ public:
 
     /// \name Identity
     /// @{
-    [[nodiscard]] const QString& Ident() const { return m_ident; }
+    [[nodiscard]] QString Ident() const { return m_ident.ToString(); }
     /// A free identifier, compared without case by `ItemByIdent`.
-    void SetIdent(const QString& ident) { m_ident = ident; }
+    void SetIdent(QAnyStringView ident) { m_ident.Set(ident); }
     /// Renames and raises `saRename`.
     void SetName(const QString& name) override;
     /// Copies ident, colour, visibility, selection, draw settings and the vectors of another
@@ -151,7 +152,7 @@ public:
     virtual void BeginUpdate();
     /// \param reset  ends all open brackets at once
     virtual void EndUpdate(bool reset = false);
-    [[nodiscard]] int UpdateLevel() const { return m_updateLevel; }
+    [[nodiscard]] int UpdateLevel() const { return m_extras ? m_extras->UpdateLevel : 0; }
     /// Climbs to the scene, which asks its panels to repaint; stopped by an update bracket and by
     /// the scene's `ManualUpdate`. Descendants call the inherited operation.
     void Invalidate(TObject* sender) override;
@@ -172,7 +173,7 @@ public:
     virtual void SetColor(TColor color);
     /// The object's own material, made when first asked for.
     [[nodiscard]] TZEPMaterial* Material();
-    [[nodiscard]] bool HasOwnMaterial() const { return m_material != nullptr; }
+    [[nodiscard]] bool HasOwnMaterial() const { return ExistingMaterial() != nullptr; }
     [[nodiscard]] int MaterialIndex() const { return m_materialIndex; }
     /// Number of a material in the scene's library; outside of it the own material is used.
     virtual void SetMaterialIndex(int index);
@@ -184,7 +185,7 @@ public:
     virtual void SetSelected(bool selected);
     [[nodiscard]] bool Selectable() const { return m_selectable; }
     void SetSelectable(bool selectable) { m_selectable = selectable; }
-    [[nodiscard]] TZEPDrawType DrawType() const { return m_drawType; }
+    [[nodiscard]] TZEPDrawType DrawType() const { return static_cast<TZEPDrawType>(m_drawType); }
     virtual void SetDrawType(TZEPDrawType type);
     [[nodiscard]] bool Smooth() const { return m_smooth; }
     virtual void SetSmooth(bool smooth);
@@ -195,10 +196,10 @@ public:
     /// May be found by picking; picked up to this level; preferred with a higher priority.
     [[nodiscard]] bool Pickable() const { return m_pickable; }
     void SetPickable(bool pickable) { m_pickable = pickable; }
-    [[nodiscard]] int PickLevel() const { return m_pickLevel; }
-    void SetPickLevel(int level) { m_pickLevel = level; }
-    [[nodiscard]] int SelectPriority() const { return m_selectPriority; }
-    void SetSelectPriority(int priority) { m_selectPriority = priority; }
+    [[nodiscard]] int PickLevel() const { return m_extras ? m_extras->PickLevel : 0; }
+    void SetPickLevel(int level);
+    [[nodiscard]] int SelectPriority() const { return m_extras ? m_extras->SelectPriority : 0; }
+    void SetSelectPriority(int priority);
     /// @}
 
     /// \name Bounds and frames
@@ -307,11 +308,19 @@ protected:
 
     /// \name Two vectors that descendants publish under their own names
     /// @{
-    [[nodiscard]] TZEPVertex3* FirstVector();
-    [[nodiscard]] TZEPVertex3* SecondVector();
-    [[nodiscard]] const TGLArrayd3& FirstPoint() const;
-    [[nodiscard]] const TGLArrayd3& SecondPoint() const;
+    [[nodiscard]] TZEPVertex3* FirstVector() { return VectorAt(0); }
+    [[nodiscard]] TZEPVertex3* SecondVector() { return VectorAt(1); }
+    [[nodiscard]] const TGLArrayd3& FirstPoint() const { return VectorOr0(0); }
+    [[nodiscard]] const TGLArrayd3& SecondPoint() const { return VectorOr0(1); }
+    /// Vector 0 or 1, made when first asked for. A class of which each object needs one holds it.
+    [[nodiscard]] virtual TZEPVertex3* VectorAt(int number);
+    /// What that vector holds; null where it has not been made.
+    [[nodiscard]] virtual const TGLArrayd3* VectorData(int number) const;
     /// @}
+
+    /// A number 0 to 7 for the class's own use, which takes no memory; 0 at first.
+    [[nodiscard]] unsigned ClassNumber() const { return m_classNumber; }
+    void SetClassNumber(unsigned number) { m_classNumber = static_cast<std::uint8_t>(number & 7U); }
 
     /// Asked in an `Invalidate` with this object as the sender: it has another visibility,
     /// selection, draw type, material index or part in shadows, and is made of what it was.
@@ -327,7 +336,9 @@ protected:
     void DeselectChildren();
 
     /// The own material where one exists.
-    [[nodiscard]] TZEPMaterial* ExistingMaterial() const { return m_material.get(); }
+    [[nodiscard]] TZEPMaterial* ExistingMaterial() const {
+        return m_extras ? m_extras->Material.get() : nullptr;
+    }
     /// The colour was set, so that the material's ambient and diffuse colours follow it.
     [[nodiscard]] bool HasOwnColor() const { return m_hasOwnColor; }
     /// Drawn as a smooth line: the own material has the tiny transparency that sends it there.
@@ -337,6 +348,38 @@ protected:
 private:
     friend class TZEPChildList<TZEPObject>;
 
+    /// What most objects never have.
+    struct TExtras {
+        TExtras();
+        ~TExtras();
+        TExtras(const TExtras&) = delete;
+        TExtras& operator=(const TExtras&) = delete;
+        [[nodiscard]] bool AreInitial() const;
+
+        std::unique_ptr<TZEPMaterial> Material;
+        std::unique_ptr<TZEPChildList<TZEPObject>> Children; // null: a leaf
+        std::array<std::unique_ptr<TZEPVertex3>, 2> Vectors;
+        std::vector<TZEPObjectNotify> Listeners;
+        int UpdateLevel = 0;
+        int ChangeIndex = 0;
+        int TransformSnapshot = 0;
+        int ParentSnapshot = 0;
+        int PickLevel = 0;
+        int SelectPriority = 0;
+        int DepthBelow = 0; // levels of descendants, at most
+    };
+
+    TExtras& Extras();
+    /// Null for a leaf.
+    [[nodiscard]] TZEPChildList<TZEPObject>* Children() const {
+        return m_extras ? m_extras->Children.get() : nullptr;
+    }
+    /// Of an object that has a parent.
+    [[nodiscard]] TZEPChildList<TZEPObject>& Siblings() const {
+        return *m_parent->m_extras->Children;
+    }
+    [[nodiscard]] int KeptDepthBelow() const { return m_extras ? m_extras->DepthBelow : 0; }
+    [[nodiscard]] const TGLArrayd3& VectorOr0(int number) const;
     template <class Proc>
     void ForEachChild(Proc&& proc);
     void DrawPass(const TZEPObject& flags, TZEPSceneContext& scene, TZEPDrawState state,
@@ -370,38 +413,29 @@ private:
     void DropInitialTransform();
     void DropInitialMaterial();
 
-    // Ordered to leave no gaps: this is what each of a million objects pays.
-    QString m_ident;
+    // Ordered to leave no gaps, the first ones behind the base's last: each of a million objects
+    // pays for this.
+    bool m_visible : 1 = true;
+    bool m_selectable : 1 = true;
+    bool m_selected : 1 = false;
+    bool m_pickable : 1 = true;
+    bool m_smooth : 1 = false;
+    bool m_castsShadows : 1 = false;
+    bool m_receivesShadows : 1 = false;
+    bool m_hasOwnColor : 1 = false;
+    bool m_lineTransparency : 1 = false;
+    bool m_leaving : 1 = false;     // its listeners hear that it leaves its parent
+    bool m_ofLookAlone : 1 = false; // what is being told now
+    std::uint8_t m_drawType : 2 = dtFill;
+    std::uint8_t m_classNumber : 3 = 0;
     TZEPObject* m_parent = nullptr;
     TZEPSceneContext* m_scene = nullptr;
     std::unique_ptr<TZEPXForm> m_xform;
-    std::unique_ptr<TZEPMaterial> m_material;
-    std::unique_ptr<TZEPVertex3> m_firstVector;
-    std::unique_ptr<TZEPVertex3> m_secondVector;
-    std::unique_ptr<std::vector<TZEPObjectNotify>> m_listeners;
-    std::unique_ptr<TZEPChildList<TZEPObject>> m_children; // null: a leaf
+    std::unique_ptr<TExtras> m_extras;
+    TCompactText m_ident;
     TColor m_color = clSilver;
     int m_slot = 0; // place in the parent's child list
     int m_materialIndex = -1;
-    int m_updateLevel = 0;
-    int m_changeIndex = 0;
-    int m_transformSnapshot = 0;
-    int m_parentSnapshot = 0;
-    int m_pickLevel = 0;
-    int m_selectPriority = 0;
-    TZEPDrawType m_drawType = dtFill;
-    bool m_visible = true;
-    bool m_selectable = true;
-    bool m_selected = false;
-    bool m_pickable = true;
-    bool m_smooth = false;
-    bool m_castsShadows = false;
-    bool m_receivesShadows = false;
-    bool m_hasOwnColor = false;
-    bool m_lineTransparency = false;
-    bool m_leaving = false;         // its listeners hear that it leaves its parent
-    bool m_ofLookAlone = false;     // what is being told now
-    std::uint16_t m_depthBelow = 0; // levels of descendants, at most
 };
 
 } // namespace ZEP

@@ -39,11 +39,8 @@ TZEPXForm* InitialTransform() {
 TZEPXForm* TZEPObject::XForm() {
     if (m_xform) return m_xform.get();
     if (TLookOnly::IsActive()) return InitialTransform();
-    ++m_updateLevel; // coming into being is no change
     m_xform = std::make_unique<TZEPXForm>(Notify<&TZEPObject::Invalidate>(this), this);
-    m_xform->Scale()->SetData(1, 1, 1);
-    --m_updateLevel;
-    m_transformSnapshot = m_xform->ChangeCounter();
+    m_xform->Scale()->SetDataQuietly({1, 1, 1}); // coming into being is no change
     return m_xform.get();
 }
 

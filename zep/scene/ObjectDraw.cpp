@@ -52,7 +52,7 @@ bool IsForAll(TZEPDrawState state) {
 
 void TZEPObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (!m_visible) return;
-    if (state == dsTransparent && !m_children && IsKnownOpaque()) return;
+    if (state == dsTransparent && !Children() && IsKnownOpaque()) return;
     std::optional<TZEPFrameLoan> loan;
     if (m_scene != &scene) loan.emplace(m_scene, scene);
     TZEPFrame& frame = scene.Frame(); // stays, where what is drawn frees the scene
@@ -61,7 +61,7 @@ void TZEPObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind
     const bool drawsItself = !scene.QuickDraw() || topLevel || DrawsInQuickDraw();
     const TZEPWatch alive(this);
     if (drawsItself && !IsOutOfView()) DrawOwn(*this, *this, scene, state, kind);
-    if (alive && !frame.SceneIsGone && m_children) DrawChildren(scene, state, kind);
+    if (alive && !frame.SceneIsGone && Children()) DrawChildren(scene, state, kind);
 }
 
 void TZEPObject::DrawOwn(TZEPObject& object, const TZEPObject& flags, TZEPSceneContext& scene,
@@ -134,7 +134,8 @@ void TZEPObject::DrawPass(const TZEPObject& flags, TZEPSceneContext& scene, TZEP
 }
 
 void TZEPObject::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
-    if (!m_children) return;
+    TZEPChildList<TZEPObject>* const children = Children();
+    if (!children) return;
     TZEPFrame& frame = scene.Frame();
     const auto draw = [&](TZEPObject* child) {
         if (frame.SceneIsGone) return;
@@ -144,15 +145,15 @@ void TZEPObject::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEP
     const bool some = kind != dkSelect && !IsForAll(state);
     const auto extend = [](TZEPBlockBox& box, const TZEPObject* child) { child->Extend(box); };
     const bool bounds = TZEPViewFrame::Bounds(frame);
-    if (!some && !bounds) return m_children->ForEach(draw);
-    m_children->ForEachBlock([&](std::size_t block) {
-        const TZEPBlockBox& box = m_children->Box(block, extend);
+    if (!some && !bounds) return children->ForEach(draw);
+    children->ForEachBlock([&](std::size_t block) {
+        const TZEPBlockBox& box = children->Box(block, extend);
         if (some && (box.Passes & PassBit(state)) == 0) return;
         const TZEPSeen seen =
             box.Bounded && bounds ? TZEPViewFrame::Shows(frame, box) : TZEPSeen::Part;
         if (seen == TZEPSeen::Nothing) return;
         const bool tests = bounds && seen == TZEPSeen::Part;
-        m_children->ForEachIn(block, [&](TZEPObject* child) {
+        children->ForEachIn(block, [&](TZEPObject* child) {
             if (!tests || child->IsInView()) draw(child);
         });
     });

@@ -84,13 +84,14 @@ void TZEPObject::WriteState(TWriter& writer) {
 
 void TZEPObject::ReadState(TReader& reader) {
     const bool hadTransform = m_xform != nullptr;
-    const bool hadMaterial = m_material != nullptr;
+    const bool hadMaterial = HasOwnMaterial();
     XForm()->Clear();
     reader.SetIgnoreChildren(false);
     TComponent::ReadState(reader);
     XForm()->PrepareMatrix();
     if (!hadTransform) DropInitialTransform();
-    if (!hadMaterial && m_material) DropInitialMaterial();
+    if (!hadMaterial && HasOwnMaterial()) DropInitialMaterial();
+    if (m_extras && m_extras->AreInitial()) m_extras.reset();
 }
 
 // What reading made for an object of a million, and what is as it would be made again when asked
@@ -98,15 +99,17 @@ void TZEPObject::ReadState(TReader& reader) {
 void TZEPObject::DropInitialTransform() {
     std::unique_ptr<TZEPXForm> own = std::move(m_xform);
     const TLookOnly look;
-    if (!own->HasValuesOf(*XForm())) m_xform = std::move(own);
+    if (own->HasValuesOf(*XForm())) return;
+    own->DropRare();
+    m_xform = std::move(own);
 }
 
 void TZEPObject::DropInitialMaterial() {
-    std::unique_ptr<TZEPMaterial> own = std::move(m_material);
+    std::unique_ptr<TZEPMaterial> own = std::move(m_extras->Material);
     const TLookOnly look;
     m_lineTransparency = own->Transparency() == LineTransparency;
     m_hasOwnColor = m_hasOwnColor || own->FrontFace()->Ambient() == m_color;
-    if (!own->HasValuesOf(*Material())) m_material = std::move(own);
+    if (!own->HasValuesOf(*Material())) m_extras->Material = std::move(own);
 }
 
 } // namespace ZEP

@@ -20,11 +20,11 @@ TZEPFrame& TZEPObject::DrawFrame() const {
 }
 
 void TZEPObject::ForgetBox() {
-    if (m_parent) m_parent->m_children->ForgetBox(this);
+    if (m_parent) Siblings().ForgetBox(this);
 }
 
 bool TZEPObject::HasKeptBox() const {
-    return m_parent && (m_parent->m_children->KnowsBox(this) || m_parent->m_children->IsWatched());
+    return m_parent && (Siblings().KnowsBox(this) || Siblings().IsWatched());
 }
 
 void TZEPObject::Extend(TZEPBlockBox& box) const {
@@ -55,7 +55,7 @@ bool TZEPObject::IsInView() const {
 
 // A block of children does not tell about one that has children itself: those are walked.
 bool TZEPObject::IsOutOfView() const {
-    if (!m_children || m_selected || !TZEPViewFrame::Bounds(DrawFrame()) || !StaysInSize() ||
+    if (!Children() || m_selected || !TZEPViewFrame::Bounds(DrawFrame()) || !StaysInSize() ||
         !IsOfKnownClass())
         return false;
     TZEPBlockBox box;
@@ -64,10 +64,11 @@ bool TZEPObject::IsOutOfView() const {
 }
 
 void TZEPObject::DeselectChildren() {
-    if (!m_children) return;
-    m_children->ForEachBlock([this](std::size_t block) {
-        if (m_children->IsBounded(block)) return;
-        m_children->ForEachIn(block, [](TZEPObject* child) {
+    TZEPChildList<TZEPObject>* const children = Children();
+    if (!children) return;
+    children->ForEachBlock([children](std::size_t block) {
+        if (children->IsBounded(block)) return;
+        children->ForEachIn(block, [](TZEPObject* child) {
             const TZEPWatch alive(child);
             child->SetSelected(false);
             if (alive) child->DeselectChildren();

@@ -1,6 +1,7 @@
 #include <zep/scene/XForm.h>
 
 #include <zep/framework/Exception.h>
+#include <zep/framework/LookOnly.h>
 #include <zep/framework/Property.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
@@ -19,10 +20,7 @@ constexpr int TransformsOnStack = 16;
 
 TZEPXForm::TZEPXForm(TNotifyEvent onChange, TComponent*)
     : m_onChange(onChange), m_translate(Notify<&TZEPXForm::ChangeData>(this)),
-      m_center(Notify<&TZEPXForm::ChangeData>(this)), m_scale(Notify<&TZEPXForm::ChangeData>(this)),
-      m_rotate(Notify<&TZEPXForm::ChangeData>(this)) {
-    Clear();
-}
+      m_scale(Notify<&TZEPXForm::ChangeData>(this)) {}
 
 const TGLMatrixd4& TZEPXForm::ValueOf(const TRareMatrix& matrix) {
     return matrix ? *matrix : idd;
@@ -33,8 +31,43 @@ void TZEPXForm::SetValue(TRareMatrix& matrix, const TGLMatrixd4& value) {
 }
 
 TGLMatrixd4& TZEPXForm::Extra() {
-    if (!m_extra) m_extra = std::make_unique<TGLMatrixd4>(idd);
-    return *m_extra;
+    TRareMatrix& extra = Rare().Extra;
+    if (!extra) extra = std::make_unique<TGLMatrixd4>(idd);
+    return *extra;
+}
+
+void TZEPXForm::TRare::Take(const TRare& other) {
+    Center.SetDataQuietly(other.Center.Data());
+    Rotate.SetDataQuietly(other.Rotate.Data());
+    SetValue(Base, ValueOf(other.Base));
+    SetValue(Extra, ValueOf(other.Extra));
+}
+
+bool TZEPXForm::TRare::IsSame(const TRare& other) const {
+    return Center.Data() == other.Center.Data() && Rotate.Data() == other.Rotate.Data() &&
+           ValueOf(Base) == ValueOf(other.Base) && ValueOf(Extra) == ValueOf(other.Extra);
+}
+
+TZEPXForm::TRare& TZEPXForm::Usual() {
+    static TRare usual({});
+    return usual;
+}
+
+TZEPXForm::TRare& TZEPXForm::Rare() {
+    if (!m_rare) m_rare = std::make_unique<TRare>(Notify<&TZEPXForm::ChangeData>(this));
+    return *m_rare;
+}
+
+void TZEPXForm::DropRare() {
+    if (m_rare && m_rare->IsSame(Usual())) m_rare.reset();
+}
+
+TZEPVertex3* TZEPXForm::Center() {
+    return !m_rare && TLookOnly::IsActive() ? &Usual().Center : &Rare().Center;
+}
+
+TZEPVertex3* TZEPXForm::Rotate() {
+    return !m_rare && TLookOnly::IsActive() ? &Usual().Rotate : &Rare().Rotate;
 }
 
 void TZEPXForm::SetRotateAroundCenter(bool value) {
@@ -42,11 +75,12 @@ void TZEPXForm::SetRotateAroundCenter(bool value) {
 }
 
 void TZEPXForm::Clear() {
-    m_base.reset();
-    m_extra.reset();
     m_composed = idd;
-    for (TZEPVertex3* vector : {&m_translate, &m_center, &m_scale, &m_rotate})
-        vector->SetDataQuietly(zero3d);
+    for (TZEPVertex3* vector : {&m_translate, &m_scale}) vector->SetDataQuietly(zero3d);
+    if (!m_rare) return;
+    m_rare->Base.reset();
+    m_rare->Extra.reset();
+    for (TZEPVertex3* vector : {&m_rare->Center, &m_rare->Rotate}) vector->SetDataQuietly(zero3d);
 }
 
 void TZEPXForm::Convert(const TGLArrayd3& v, TGLArrayd3& r) const {
@@ -67,7 +101,7 @@ void TZEPXForm::Pop() const {
 }
 
 void TZEPXForm::mId(const TGLMatrixd4& m) {
-    SetValue(m_base, m);
+    SetValue(Rare().Base, m);
     ChangeData(this);
 }
 
@@ -83,9 +117,10 @@ void TZEPXForm::mTranslate(double x, double y, double z) {
 
 void TZEPXForm::mRotate(double cx, double cy, double cz, double ax, double ay, double az,
                         double angle) {
-    Translated(cx, cy, cz, Extra());
-    Rotated(angle, ax, ay, az, Extra());
-    Translated(-cx, -cy, -cz, Extra());
+    TGLMatrixd4& extra = Extra();
+    Translated(cx, cy, cz, extra);
+    Rotated(angle, ax, ay, az, extra);
+    Translated(-cx, -cy, -cz, extra);
     ChangeData(this);
 }
 
@@ -100,38 +135,34 @@ void TZEPXForm::Invalidate(TObject* sender) {
 }
 
 void TZEPXForm::PrepareMatrix() {
-    const auto [cx, cy, cz] = m_center.Data();
-    m_composed = ValueOf(m_base);
-    Translatedv(m_rotateAroundCenter ? m_center.Data() : m_translate.Data(), m_composed);
-    Rotated(m_rotate.X(), 1, 0, 0, m_composed);
-    Rotated(m_rotate.Y(), 0, 1, 0, m_composed);
-    Rotated(m_rotate.Z(), 0, 0, 1, m_composed);
+    const TRare& rare = Known();
+    const auto [cx, cy, cz] = rare.Center.Data();
+    m_composed = ValueOf(rare.Base);
+    Translatedv(m_rotateAroundCenter ? rare.Center.Data() : m_translate.Data(), m_composed);
+    Rotated(rare.Rotate.X(), 1, 0, 0, m_composed);
+    Rotated(rare.Rotate.Y(), 0, 1, 0, m_composed);
+    Rotated(rare.Rotate.Z(), 0, 0, 1, m_composed);
     if (m_rotateAroundCenter) {
         Translated(-cx, -cy, -cz, m_composed);
         Translatedv(m_translate.Data(), m_composed);
     }
     Scaledv(m_scale.Data(), m_composed);
-    if (m_extra) MultMatrixd(m_composed, *m_extra, m_composed);
+    if (rare.Extra) MultMatrixd(m_composed, *rare.Extra, m_composed);
     m_active = !IsIdentityd(m_composed);
 }
 
 bool TZEPXForm::HasValuesOf(const TZEPXForm& other) const {
     return m_translate.Data() == other.m_translate.Data() &&
-           m_center.Data() == other.m_center.Data() && m_scale.Data() == other.m_scale.Data() &&
-           m_rotate.Data() == other.m_rotate.Data() && ValueOf(m_base) == ValueOf(other.m_base) &&
-           ValueOf(m_extra) == ValueOf(other.m_extra) &&
+           m_scale.Data() == other.m_scale.Data() && Known().IsSame(other.Known()) &&
            m_rotateAroundCenter == other.m_rotateAroundCenter;
 }
 
 void TZEPXForm::Assign(const TPersistent* source) {
     const auto* other = dynamic_cast<const TZEPXForm*>(source);
     if (!other) return TPersistent::Assign(source);
-    SetValue(m_base, ValueOf(other->m_base));
-    SetValue(m_extra, ValueOf(other->m_extra));
     m_translate.SetDataQuietly(other->m_translate.Data());
-    m_center.SetDataQuietly(other->m_center.Data());
     m_scale.SetDataQuietly(other->m_scale.Data());
-    m_rotate.SetDataQuietly(other->m_rotate.Data());
+    if (m_rare || other->m_rare) Rare().Take(other->Known());
     m_rotateAroundCenter = other->m_rotateAroundCenter;
     ChangeData(this);
 }
@@ -140,7 +171,7 @@ void TZEPXForm::DefineProperties(TFiler& filer) {
     TPersistent::DefineProperties(filer);
     filer.DefineBinaryProperty(
         "Matrix", [this](const QByteArray& stream) { LoadMatrix(stream); },
-        [this] { return StoreMatrix(); }, !IsIdentityd(ValueOf(m_extra)));
+        [this] { return StoreMatrix(); }, !IsIdentityd(ValueOf(Known().Extra)));
 }
 
 void TZEPXForm::LoadMatrix(const QByteArray& stream) {
@@ -152,7 +183,7 @@ void TZEPXForm::LoadMatrix(const QByteArray& stream) {
 
 QByteArray TZEPXForm::StoreMatrix() const {
     QByteArray stream(sizeof(TGLMatrixd4), Qt::Uninitialized);
-    qToLittleEndian<double>(ValueOf(m_extra).front().data(), 16, stream.data());
+    qToLittleEndian<double>(ValueOf(Known().Extra).front().data(), 16, stream.data());
     return stream;
 }
 

@@ -32,10 +32,11 @@ public:
     [[nodiscard]] const QMetaObject* MetaObject() const override { return &staticMetaObject; }
 
     [[nodiscard]] TZEPVertex3* Translate() { return &m_translate; }
-    [[nodiscard]] TZEPVertex3* Center() { return &m_center; }
+    /// Made when first asked for, as `Rotate`.
+    [[nodiscard]] TZEPVertex3* Center();
     [[nodiscard]] TZEPVertex3* Scale() { return &m_scale; }
     /// Degrees about the x, y and z axes.
-    [[nodiscard]] TZEPVertex3* Rotate() { return &m_rotate; }
+    [[nodiscard]] TZEPVertex3* Rotate();
     [[nodiscard]] bool RotateAroundCenter() const { return m_rotateAroundCenter; }
     void SetRotateAroundCenter(bool value);
 
@@ -72,6 +73,9 @@ public:
     /// Recomputes the matrix and tells the owner.
     void Invalidate(TObject* sender);
     void PrepareMatrix();
+    /// What few transforms have goes where it is as it was made, and with it what `Center` and
+    /// `Rotate` answered: for who knows that nobody has asked.
+    void DropRare();
 
     /// All vectors, the flag and the matrices are the same.
     [[nodiscard]] bool HasValuesOf(const TZEPXForm& other) const;
@@ -84,21 +88,31 @@ public:
     [[nodiscard]] QByteArray StoreMatrix() const;
 
 private:
-    /// A matrix that is the identity in nearly all transforms: null then.
+    /// The identity in nearly all transforms: null then.
     using TRareMatrix = std::unique_ptr<TGLMatrixd4>;
-
+    /// What few transforms have.
+    struct TRare {
+        explicit TRare(TNotifyEvent onChange) : Center(onChange), Rotate(onChange) {}
+        void Take(const TRare& other);
+        [[nodiscard]] bool IsSame(const TRare& other) const;
+        TZEPVertex3 Center;
+        TZEPVertex3 Rotate;
+        TRareMatrix Base;
+        TRareMatrix Extra;
+    };
+    /// The same of all others.
+    [[nodiscard]] static TRare& Usual();
+    [[nodiscard]] const TRare& Known() const { return m_rare ? *m_rare : Usual(); }
+    TRare& Rare();
+    TGLMatrixd4& Extra();
     [[nodiscard]] static const TGLMatrixd4& ValueOf(const TRareMatrix& matrix);
     static void SetValue(TRareMatrix& matrix, const TGLMatrixd4& value);
-    [[nodiscard]] TGLMatrixd4& Extra();
 
     TNotifyEvent m_onChange;
-    TRareMatrix m_base;
-    TRareMatrix m_extra;
-    TGLMatrixd4 m_composed;
+    std::unique_ptr<TRare> m_rare;
+    TGLMatrixd4 m_composed = idd;
     TZEPVertex3 m_translate;
-    TZEPVertex3 m_center;
     TZEPVertex3 m_scale;
-    TZEPVertex3 m_rotate;
     std::uint32_t m_changeCounter = 0;
     bool m_rotateAroundCenter = false;
     bool m_active = false;

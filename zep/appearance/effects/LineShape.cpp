@@ -1,6 +1,5 @@
 #include <zep/appearance/effects/LineShape.h>
 
-#include <zep/framework/Property.h>
 #include <zep/scene/Frame.h>
 
 #include <array>
@@ -23,14 +22,16 @@ GLushort StipplePattern(TPenStyle style) {
 }
 
 void TZEPLineShape::SetStyle(TPenStyle style) {
-    if (Change(m_style, style)) Invalidate(this);
+    if (Style() == style) return;
+    SetClassNumber(style);
+    Invalidate(this);
 }
 
 void TZEPLineShape::DrawSpecific(GLenum face, bool draft) {
     const TZEPDrawRun::AttributeScope attributes(
         DrawFrame().Run, TZEPLineAttributes{.Width = Width(),
-                                            .Stippled = m_style != psSolid,
-                                            .Pattern = StipplePattern(m_style),
+                                            .Stippled = Style() != psSolid,
+                                            .Pattern = StipplePattern(Style()),
                                             .Smooth = Smooth()});
     DrawShape(face, draft);
 }

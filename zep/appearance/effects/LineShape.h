@@ -28,16 +28,13 @@ public:
 
     explicit TZEPLineShape(TComponent* owner = nullptr);
 
-    [[nodiscard]] TPenStyle Style() const { return m_style; }
+    [[nodiscard]] TPenStyle Style() const { return static_cast<TPenStyle>(ClassNumber()); }
     void SetStyle(TPenStyle style);
 
     /// Sets width, style, normal and smoothing around `DrawShape`.
     void DrawSpecific(GLenum face, bool draft) override;
     /// Sends the lines; nothing here.
     virtual void DrawShape(GLenum face, bool draft);
-
-private:
-    TPenStyle m_style = psSolid;
 };
 
 using TPenStyle = TZEPLineShape::TPenStyle;

@@ -126,7 +126,7 @@ void PlaceFlat(TZEPObject& object, const TGLMatrixd4& frame, const TGLArrayd3& p
     }
     // Quietly but for the last, which recomputes the matrix.
     object.XForm()->Translate()->SetDataQuietly(inDrawing);
-    object.XForm()->Rotate()->SetDataQuietly(angles);
+    if (angles != zero3d) object.XForm()->Rotate()->SetDataQuietly(angles);
     object.XForm()->Scale()->SetData(scale);
 }
 

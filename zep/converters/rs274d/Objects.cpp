@@ -16,17 +16,17 @@ namespace {
 constexpr float DrillPointWidth = 5;
 
 /// Put together by hand: a million of them are made.
-QString IdentOf(qint64 line) {
+void SetIdentOf(TZEPObject& object, qint64 line) {
     char text[32] = "Line ";
     constexpr qsizetype prefix = 5;
     const char* end = std::to_chars(text + prefix, text + sizeof text, line).ptr;
-    return QString::fromLatin1(text, end - text);
+    object.SetIdent(QLatin1String(text, end - text));
 }
 
 template <class T>
 T* Made(TZEPObject& root, qint64 line, TColor color) {
     auto* object = new T(&root);
-    object->SetIdent(IdentOf(line));
+    SetIdentOf(*object, line);
     object->SetColor(color);
     return object;
 }
@@ -61,7 +61,7 @@ TZEPArc* AddPathArc(TZEPObject& root, const TRS274DArc& arc, TColor color, qint6
     // Quietly but for the last, which recomputes the matrix.
     const double diameter = 2 * arc.Radius;
     object->XForm()->Translate()->SetDataQuietly(arc.Center);
-    object->XForm()->Rotate()->SetDataQuietly(RotationTo(arc.Plane));
+    if (arc.Plane != apXY) object->XForm()->Rotate()->SetDataQuietly(RotationTo(arc.Plane));
     object->XForm()->Scale()->SetData({diameter, diameter, diameter});
     return Place(object, &root, root);
 }
