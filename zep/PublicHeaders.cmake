@@ -110,6 +110,7 @@ set(core_headers
   scene/Frame.h
   scene/Geom.h
   scene/Kept.h
+  scene/LineRun.h
   scene/Object.h
   scene/Scene.h
   scene/SceneInterfaces.h

@@ -93,6 +93,7 @@ private:
         TZEPObject* object = Make(entry, below ? m_dice.OneOf(m_objects) : m_root);
         SetProperties(*object);
         SetParts(*object);
+        if (qobject_cast<TZEPLine*>(object) && !m_isPlain) AddRow(*object);
         if (!m_dice.OneIn(4)) m_dice.Set(object->XForm()->Translate(), below ? 1.5 : 5);
         if (m_dice.OneIn(2)) m_dice.Set(object->XForm()->Rotate(), m_isPlain ? 15 : 180);
         if (m_isPlain && qobject_cast<TZEPLabel*>(object)) // what is too small is a line
@@ -100,6 +101,19 @@ private:
         else if (m_dice.OneIn(3))
             object->XForm()->Scale()->SetData(m_dice.Between(0.5, 2), 0.8, 1.3);
         m_objects.push_back(object);
+    }
+
+    /// As many lines in a row as are sent together.
+    void AddRow(TZEPObject& first) {
+        for (int i = 0; i < 20; ++i) {
+            auto* line = Add<TZEPLine>(first.Parent());
+            line->SetStyle(static_cast<TZEPLine&>(first).Style());
+            line->SetSmooth(false);
+            line->SetVisible(!m_rowDice.OneIn(50));
+            line->SetColor(m_rowDice.Color());
+            line->SetWidth(i < 18 ? 1.0F : 3.0F);
+            for (TZEPVertex3* end : {line->P1(), line->P2()}) m_rowDice.Set(end, 1.5);
+        }
     }
 
     void SetProperties(TZEPObject& object) {
@@ -237,6 +251,7 @@ private:
     }
 
     TDice m_dice;
+    TDice m_rowDice{1};
     bool m_isPlain;
     TZEPObject* m_root = &Scene;
     std::vector<TZEPTexture*> m_textures;

@@ -1,5 +1,9 @@
 #include <zep/objects/Line.h>
 
+#include <zep/scene/Frame.h>
+#include <zep/scene/SceneInterfaces.h>
+#include <zep/scene/XForm.h>
+
 namespace ZEP {
 
 namespace {
@@ -24,6 +28,25 @@ void TZEPLine::GetSize(TGLArrayd3& min, TGLArrayd3& max) const {
     min = max = m_ends[0].Data();
     MinBoundsd(min, m_ends[1].Data());
     MaxBoundsd(max, m_ends[1].Data());
+}
+
+bool TZEPLine::IsPlain() const {
+    const bool hasPlainColor = HasOwnColor() && !HasLineTransparency() && MaterialIndex() < 0 &&
+                               !Smooth() && !Selected() && !ExistingMaterial();
+    return hasPlainColor && GetItemsCount() == 0 && typeid(*this) == typeid(TZEPLine) &&
+           !(ExistingXForm() && ExistingXForm()->IsActive());
+}
+
+void TZEPLine::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
+    if (!Visible()) return;
+    TZEPDrawRun& run = scene.Frame().Run;
+    const bool gathers = state == dsAllObjects && kind != dkSelect && !scene.QuickDraw() &&
+                         SceneContext() == &scene && IsPlain();
+    if (gathers && run.Gather(typeid(*this), LineAttributes(),
+                              {m_ends[0].Data(), m_ends[1].Data(), GetColor()}))
+        return;
+    run.SendLines();
+    TZEPLineShape::Draw(scene, state, kind);
 }
 
 void TZEPLine::DrawShape(GLenum, bool) {

@@ -21,6 +21,8 @@ public:
     [[nodiscard]] TZEPVertex3* P2() { return &m_ends[1]; }
 
     void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
+    /// One of many that have nothing but a colour is sent with its neighbours.
+    void Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) override;
     void DrawShape(GLenum face, bool draft) override;
 
 protected:
@@ -30,6 +32,9 @@ protected:
     [[nodiscard]] const TGLArrayd3* VectorData(int number) const override;
 
 private:
+    /// No more is drawn than the line in its colour.
+    [[nodiscard]] bool IsPlain() const;
+
     std::array<TZEPVertex3, 2> m_ends;
 };
 

@@ -80,12 +80,14 @@ TZEPDrawRun::MaterialScope::MaterialScope(TZEPDrawRun& run, TColor color) : m_ru
 
 void TZEPDrawRun::Apply(TColor color) {
     if (m_color == color) return;
-    if (m_color) {
-        const TGLColor rgba = ToGLColor(color, 0);
-        glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, rgba.data());
-    } else {
-        Apply(SharedMaterial(&color, false));
-    }
+    if (m_color) return SendColor(color);
+    Apply(SharedMaterial(&color, false));
+    m_color = color;
+}
+
+void TZEPDrawRun::SendColor(TColor color) {
+    const TGLColor rgba = ToGLColor(color, 0);
+    glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, rgba.data());
     m_color = color;
 }
 
@@ -116,6 +118,43 @@ void TZEPDrawRun::ApplyRules(const TZEPMaterial& material, GLenum face) const {
 void TZEPDrawRun::FindMaterial() {
     if (const std::optional<TColor> color = std::exchange(m_color, {}))
         m_material = &SharedMaterial(&*color, false);
+}
+
+// --- lines ---------------------------------------------------------------------------------------
+
+bool TZEPDrawRun::Gather(const std::type_info& type, const TZEPLineAttributes& attributes,
+                         const TZEPLineRun::TLine& line) {
+    if (m_next != &type || !m_walks || m_shares) return false;
+    if (m_lines.IsFull() || attributes != m_lineAttributes) SendLines();
+    m_lineAttributes = attributes;
+    m_lines.Add({line.From, line.To, TColor{ColorToRGB(line.Color)}});
+    return true;
+}
+
+void TZEPDrawRun::SendGathered() {
+    const Turn turn(*this, true);
+    if (!m_lines.PaysOff()) {
+        SendByCalls();
+    } else {
+        {
+            const MaterialScope material(*this, m_lines.Lines().front().Color);
+            const AttributeScope attributes(*this, m_lineAttributes);
+            m_lines.SendArrays();
+        }
+        SendColor(m_lines.Lines().back().Color); // arrays leave it undefined
+    }
+    m_lines.Clear();
+}
+
+void TZEPDrawRun::SendByCalls() {
+    for (const TZEPLineRun::TLine& line : m_lines.Lines()) {
+        const MaterialScope material(*this, line.Color);
+        const AttributeScope attributes(*this, m_lineAttributes);
+        glBegin(GL_LINES);
+        glVertex3dv(line.From.data());
+        glVertex3dv(line.To.data());
+        glEnd();
+    }
 }
 
 // --- attributes ----------------------------------------------------------------------------------
@@ -157,6 +196,7 @@ void TZEPDrawRun::EndMaterial() {
 }
 
 void TZEPDrawRun::End() {
+    SendLines();
     EndAttributes();
     EndMaterial();
 }

@@ -4,6 +4,7 @@
 #include <zep/framework/Color.h>
 #include <zep/framework/Watch.h>
 #include <zep/scene/DrawPasses.h>
+#include <zep/scene/LineRun.h>
 
 #include <GL/gl.h>
 
@@ -143,7 +144,24 @@ public:
     /// An object of that class comes next. A host's may do anything before its turn begins: no
     /// texture is on then.
     void Next(const std::type_info& type) {
+        if (m_next != &type) SendLines();
+        m_next = &type;
         if (m_textured && !TZEPKnownClass::Is(type)) End();
+    }
+    /// Neighbours end here, and what they stand in may change.
+    void EndNeighbours() {
+        SendLines();
+        m_next = nullptr;
+    }
+    /// All that the object that `Next` told draws is this line, with the shared opaque material of
+    /// its colour; it is sent with those of its neighbours.
+    /// \param type  the object's class
+    /// \return false where it does not wait: it is to draw itself
+    bool Gather(const std::type_info& type, const TZEPLineAttributes& attributes,
+                const TZEPLineRun::TLine& line);
+    /// Sends the lines that wait. Whoever draws without a word of `Next` calls this first.
+    void SendLines() {
+        if (!m_lines.IsEmpty()) SendGathered();
     }
     /// What the present object closes stays open for the next.
     [[nodiscard]] bool Waits() const { return m_waits; }
@@ -181,11 +199,14 @@ public:
 private:
     void Apply(TZEPMaterial& material);
     void Apply(TColor color);
+    void SendColor(TColor color);
     void Open(const TAttributes& attributes) const;
     static void Close(const TAttributes& attributes);
     void EndAttributes();
     void EndMaterial();
     void FindMaterial();
+    void SendGathered();
+    void SendByCalls();
 
     // What holds in OpenGL and may wait there. The material may have gone where textures have
     // changed since.
@@ -194,6 +215,9 @@ private:
     bool m_textured = false;       // so is it: texturing is on
     std::optional<TColor> m_color; // applied since: as the shared material of this colour
     TAttributes m_attributes;
+    TZEPLineRun m_lines; // what is drawn already, but not sent
+    TZEPLineAttributes m_lineAttributes;
+    const std::type_info* m_next = nullptr; // while neighbours draw themselves
     TZEPDrawRules m_rules;
     bool m_walks = false;
     bool m_shares = false; // the present object takes part

@@ -6,6 +6,7 @@
 #include <zep/scene/ViewVolume.h>
 #include <zep/scene/XForm.h>
 
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 #include <array>
@@ -137,6 +138,7 @@ void TZEPObject::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEP
     TZEPChildList<TZEPObject>* const children = Children();
     if (!children) return;
     TZEPFrame& frame = scene.Frame();
+    const auto end = qScopeGuard([&frame] { frame.Run.EndNeighbours(); });
     const auto draw = [&](TZEPObject* child) {
         if (frame.SceneIsGone) return;
         frame.Run.Next(typeid(*child));

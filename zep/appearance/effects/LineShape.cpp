@@ -27,12 +27,15 @@ void TZEPLineShape::SetStyle(TPenStyle style) {
     Invalidate(this);
 }
 
+TZEPLineAttributes TZEPLineShape::LineAttributes() const {
+    return {.Width = Width(),
+            .Stippled = Style() != psSolid,
+            .Pattern = StipplePattern(Style()),
+            .Smooth = Smooth()};
+}
+
 void TZEPLineShape::DrawSpecific(GLenum face, bool draft) {
-    const TZEPDrawRun::AttributeScope attributes(
-        DrawFrame().Run, TZEPLineAttributes{.Width = Width(),
-                                            .Stippled = Style() != psSolid,
-                                            .Pattern = StipplePattern(Style()),
-                                            .Smooth = Smooth()});
+    const TZEPDrawRun::AttributeScope attributes(DrawFrame().Run, LineAttributes());
     DrawShape(face, draft);
 }
 

@@ -5,6 +5,8 @@
 
 namespace ZEP {
 
+struct TZEPLineAttributes;
+
 /// A shape made of lines, drawn with a width, a pen style and, as it starts, smoothed. Descendants
 /// send the lines in `DrawShape`.
 ///
@@ -35,6 +37,9 @@ public:
     void DrawSpecific(GLenum face, bool draft) override;
     /// Sends the lines; nothing here.
     virtual void DrawShape(GLenum face, bool draft);
+
+protected:
+    [[nodiscard]] TZEPLineAttributes LineAttributes() const;
 };
 
 using TPenStyle = TZEPLineShape::TPenStyle;

@@ -28,6 +28,9 @@ public:
 protected:
     /// Lines and points show the corner of their material's picture.
     void PrepareGeometry() override;
+    [[nodiscard]] bool DrawsTransparent() const override {
+        return Smooth() || HasLineTransparency() || HasTransparentMaterial();
+    }
     /// Narrow enough, and without a mark to leave: a smooth shape makes the library's material that
     /// it is drawn with transparent.
     [[nodiscard]] bool MayBeCulled() const {
