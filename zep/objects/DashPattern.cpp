@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <mutex>
 #include <numeric>
 #include <unordered_map>
 
@@ -53,6 +54,12 @@ TTextures& Textures() {
     return *textures;
 }
 
+/// Readers may make objects on threads of their own.
+std::mutex& TexturesLock() {
+    static auto* lock = new std::mutex;
+    return *lock;
+}
+
 } // namespace
 
 // --- texture -----------------------------------------------------------------------------------
@@ -60,6 +67,7 @@ TTextures& Textures() {
 std::shared_ptr<const TDashTexture> TDashTexture::Of(std::span<const double> parts) {
     std::string levels;
     for (std::size_t size = Texels; size > 0; size /= 2) levels += Level(parts, size);
+    const std::lock_guard guard(TexturesLock());
     std::weak_ptr<const TDashTexture>& known = Textures()[levels];
     std::shared_ptr<const TDashTexture> texture = known.lock();
     if (!texture) known = texture = std::make_shared<const TDashTexture>(std::move(levels));
@@ -67,7 +75,12 @@ std::shared_ptr<const TDashTexture> TDashTexture::Of(std::span<const double> par
 }
 
 TDashTexture::~TDashTexture() {
-    Textures().erase(m_levels);
+    {
+        const std::lock_guard guard(TexturesLock());
+        const auto known = Textures().find(m_levels);
+        // Another thread may have made the next one already.
+        if (known != Textures().end() && known->second.expired()) Textures().erase(known);
+    }
     ReleaseTexture(m_name);
 }
 
