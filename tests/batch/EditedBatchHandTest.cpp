@@ -47,7 +47,7 @@ public:
     void Step() {
         TZEPObject& object = *Any();
         const bool isBatch = &object == m_batch;
-        switch (m_dice.Below(13)) {
+        switch (m_dice.Below(14)) {
         case 0:
             return isBatch ? void() : delete &object;
         case 1:
@@ -70,6 +70,8 @@ public:
             return m_scene.SetManualUpdate(m_dice.OneIn(2));
         case 10:
             return ChangeMany();
+        case 11:
+            return m_batch->SetFrontier(m_dice.OneIn(4) ? std::nullopt : std::optional(Frontier()));
         default:
             return Make(*Any());
         }
@@ -80,6 +82,7 @@ private:
         constexpr TColor Colors[] = {clRed, clLime, clBlue, clWhite, clYellow};
         return Colors[m_dice.Below(5)];
     }
+    int Frontier() { return m_dice.Below(m_batch->GetItemsCount() + 2); }
     /// The scene owns it, so that it outlives its batch.
     template <class T>
     T* AddTo(TZEPObject* parent) {
@@ -168,6 +171,7 @@ private:
     void Renew() {
         TZEPBatch* old = std::exchange(m_batch, AddTo<TZEPBatch>(&m_scene));
         m_batch->XForm()->Translate()->Assign(old->XForm()->Translate());
+        m_batch->SetFrontier(old->Frontier());
         while (old->GetItemsCount() > 0) old->GetItem(0)->SetParentComponent(m_batch);
         delete old;
     }
@@ -201,6 +205,55 @@ TEST(EditedBatch, LooksAsANewOne) {
             const int differ = Differing(edited.Picture(), renewed.Picture(), crowded ? 16 : 40);
             ASSERT_LE(differ, crowded ? 2 : 15) << seed << ' ' << step;
         }
+    }
+}
+
+TEST(Batch, WhatIsToComeIsFaintFromAnyChildOn) {
+    constexpr int Side = 70; // 4,900 objects in some blocks, each in its nine pixels
+    TZEPScene scene;
+    auto* camera = Add<TZEPCamera>(&scene);
+    camera->SetOrthographic(true);
+    camera->SetFOVY(90);
+    camera->Position()->SetData(0, 0, 5);
+    camera->Up()->SetData(0, 1, 0);
+    TZEPPanel panel;
+    panel.resize(3 * Side, 3 * Side);
+    panel.SetCamera(camera);
+    auto* batch = Add<TZEPBatch>(&scene);
+    const auto place = [](int i) { return (i + 0.5) * 10 / Side - 5; };
+    for (int i = 0; i < Side * Side; ++i) {
+        const TGLArrayd3 at{place(i % Side), -place(i / Side), 0};
+        if (i % 3 == 0) {
+            auto* point = Add<TZEPPoint>(batch);
+            point->SetWidth(2);
+            point->P()->SetData(at);
+        } else if (i % 3 == 1) {
+            auto* line = Add<TZEPLine>(batch);
+            line->SetWidth(static_cast<float>(1 + i % 2));
+            line->P1()->SetData(at[0] - 0.03, at[1], 0);
+            line->P2()->SetData(at[0] + 0.03, at[1], 0);
+        } else {
+            auto* circle = Add<TZEPCircle>(batch);
+            circle->XForm()->Translate()->SetData(at);
+            circle->XForm()->Scale()->SetData(0.06, 0.06, 1);
+        }
+        batch->GetItem(i)->SetColor(clWhite);
+    }
+    const QImage all = panel.GrabFrame();
+    for (const int frontier : {0, 1, 700, 1023, 1024, 2048, 3001, 4898, 4900, 9000}) {
+        batch->SetFrontier(frontier);
+        const QImage seen = panel.GrabFrame();
+        int wrong = 0;
+        for (int i = 0; i < Side * Side; ++i) {
+            int bright = 0, whole = 0;
+            for (int k = 0; k < 9; ++k) {
+                const QPoint pixel(3 * (i % Side) + k % 3, 3 * (i / Side) + k / 3);
+                bright += qGray(seen.pixel(pixel));
+                whole += qGray(all.pixel(pixel));
+            }
+            wrong += (bright == whole) != (i < frontier) || bright == 0;
+        }
+        EXPECT_EQ(wrong, 0) << "from " << frontier << " on";
     }
 }
 

@@ -151,9 +151,23 @@ void TArcArray::Close() {
     m_groups.shrink_to_fit();
 }
 
-void TArcArray::Draw(const TDetail& detail, bool colored) const {
+TArcCount TArcArray::CountBefore(std::size_t block) const {
+    TArcCount count;
+    for (const TGroup& group : m_groups) {
+        if (group.Block >= block) break;
+        count = {count.Arcs + group.Arcs, count.Vertexes + group.Vertexes};
+    }
+    return count;
+}
+
+void TArcArray::Draw(const TDetail& detail, bool colored, const TArcCount& from,
+                     const TArcCount& to) const {
+    const TPlaces of{from.Vertexes, to.Vertexes};
     if (detail.Share < 1 || !detail.Volume || !detail.Pixels)
-        return m_vertexes.Draw(GL_LINES, detail);
+        return m_vertexes.Draw(GL_LINES, detail, of);
+    const auto draw = [&](std::size_t first, std::size_t end) {
+        m_vertexes.Draw(GL_LINES, {std::max(first, of.First), std::min(end, of.End)});
+    };
     std::size_t first = 0; // of stored vertexes that are seen
     std::size_t end = 0;
     std::size_t endArc = 0;
@@ -163,17 +177,18 @@ void TArcArray::Draw(const TDetail& detail, bool colored) const {
         const bool seen = detail.Volume->Shows(group.Min, group.Max) != TZEPSeen::Nothing;
         const bool fine = group.Error * detail.Pixels->Most(group.Min, group.Max) > MostPixels;
         if (seen && !fine) continue;
-        m_vertexes.Draw(GL_LINES, first, start);
+        draw(first, start);
         first = end;
-        if (seen) DrawFine(firstArc, endArc, detail, colored);
+        if (seen)
+            DrawFine({std::max(firstArc, from.Arcs), std::min(endArc, to.Arcs)}, detail, colored);
     }
-    m_vertexes.Draw(GL_LINES, first, end);
+    draw(first, end);
 }
 
-void TArcArray::DrawFine(std::size_t first, std::size_t end, const TDetail& detail,
-                         bool colored) const {
+void TArcArray::DrawFine(const TPlaces& arcs, const TDetail& detail, bool colored) const {
+    if (arcs.First >= arcs.End) return;
     glBegin(GL_LINES);
-    for (std::size_t i = first; i < end; ++i) {
+    for (std::size_t i = arcs.First; i < arcs.End; ++i) {
         if (colored) glColor4ubv(m_arcs[i].Color.data());
         TFineArc(m_arcs[i].Arc, detail).Send();
     }

@@ -11,6 +11,11 @@ struct TArc {
     int Segments;            ///< it is drawn with; 0: as round as it is
 };
 
+/// How many arcs, and vertexes of the lines that are stored for them.
+struct TArcCount {
+    std::size_t Arcs = 0, Vertexes = 0;
+};
+
 /// Arcs as lines: with as many as a view of the whole needs, and where one comes nearer, with as
 /// many as are seen there, or as the arc is to have.
 class TArcArray {
@@ -21,12 +26,17 @@ public:
     void Add(const TArc& arc, const TVertexColor& color, double error);
     void Close();
     [[nodiscard]] std::size_t VertexCount() const { return m_vertexes.Count(); }
+    [[nodiscard]] TArcCount Count() const { return {m_arcs.size(), m_vertexes.Count()}; }
+    /// In the blocks before that one.
+    [[nodiscard]] TArcCount CountBefore(std::size_t block) const;
     void Replace(const TBlockEdits& edits, const TArcArray& by);
 
-    /// As `TVertexArray::Draw`. \param colored  in the colours of the arcs
-    void Draw(const TDetail& detail, bool colored) const;
+    /// As `TVertexArray::Draw`, from one arc on, before another one.
+    /// \param colored  in the colours of the arcs
+    void Draw(const TDetail& detail, bool colored, const TArcCount& from,
+              const TArcCount& to) const;
     /// Points on the arcs.
-    void DrawPoints() const { m_vertexes.Draw(GL_POINTS, {}); }
+    void DrawPoints() const { m_vertexes.Draw(GL_POINTS, TDetail{}); }
 
 private:
     struct TStored {
@@ -41,7 +51,7 @@ private:
     };
 
     [[nodiscard]] TGroup& Group();
-    void DrawFine(std::size_t first, std::size_t end, const TDetail& detail, bool colored) const;
+    void DrawFine(const TPlaces& arcs, const TDetail& detail, bool colored) const;
 
     TVertexArray m_vertexes;
     std::vector<TStored> m_arcs;

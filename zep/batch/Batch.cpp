@@ -75,9 +75,14 @@ const TZEPShown* TZEPBatch::Rules() const {
 
 /// \param ofView  of the view that draws; null: it has no rules of its own
 TBatchLook TZEPBatch::Look(const TZEPShown* ofView) const {
-    TBatchLook look{ofView && !Rules() ? *ofView : Shown(), m_roundArcs, m_smoothShading};
+    TBatchLook look{ofView && !Rules() ? *ofView : Shown(), m_roundArcs, m_smoothShading,
+                    m_frontier};
     look.Shown.EvenLight = look.Shown.EvenLight || m_evenLight;
     return look;
+}
+
+void TZEPBatch::SetFrontier(const std::optional<int>& child) {
+    if (Change(m_frontier, child)) Invalidate(this);
 }
 
 void TZEPBatch::Prepare() {

@@ -62,6 +62,14 @@ public:
     /// As it was set, or as the batch above it says, whatever the view.
     [[nodiscard]] TZEPShown Shown() const;
 
+    /// Of its children, as of a path that a tool runs along, those from this one on are to come:
+    /// their lines and points are faint, below those of the others. Another rule of the view, of
+    /// which nothing is stored; a frame that shows another frontier takes no longer than others.
+    /// Children that only hold others, and what draws itself, stay as they are. \param child  none:
+    /// nothing is to come
+    void SetFrontier(const std::optional<int>& child);
+    [[nodiscard]] const std::optional<int>& Frontier() const { return m_frontier; }
+
     /// Makes the arrays ready, which the first frame would do otherwise.
     void Prepare();
     /// So much is gathered that a host may wish to draw a share of it while the view moves.
@@ -79,6 +87,7 @@ private:
 
     std::shared_ptr<TBatchContents> m_contents; ///< may outlive the batch while it is drawn
     std::optional<TZEPShown> m_shown;
+    std::optional<int> m_frontier;
     bool m_evenLight = false;
     bool m_roundArcs = false;
     bool m_smoothShading = false;

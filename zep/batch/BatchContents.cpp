@@ -106,6 +106,7 @@ void TBatchContents::SwitchBackground(const std::optional<TColor>& background) {
 void TBatchContents::Update(const TBatchLook& look) {
     Follow(look);
     if (Make(*m_batch, m_own)) ListLayers();
+    m_own.Batch->SetFrontier(look.Frontier);
     for (TZEPObject* object : m_order)
         if (object->Visible()) Make(*object, m_layers[object]);
 }
@@ -232,6 +233,8 @@ void TBatchContents::DrawLayer(const TLayer& layer, const TGLMatrixd4& frame,
                                TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
                                TLayerView view) {
     const std::shared_ptr<const TLayerContent> content = layer.Batch->Content();
+    const std::shared_ptr<const TLayerFrontier> frontier = layer.Batch->Frontier();
+    view.Frontier = frontier.get();
     const std::shared_ptr<TSmoothMeshes> meshes = layer.Meshes;
     if (view.Meshes) view.Meshes = meshes.get();
     content->Draw(frame, scene, state, kind, view);

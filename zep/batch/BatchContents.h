@@ -15,6 +15,7 @@ struct TBatchLook {
     TZEPShown Shown;
     bool RoundArcs = false;
     bool SmoothShading = false;
+    std::optional<int> Frontier{}; ///< children of the batch from this one on are to come
 };
 
 /// What a batch has made of its children: a `TLayerBatch` for each layer, and one for the children

@@ -1,5 +1,6 @@
 #include <zep/batch/LayerBatch.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace ZEP {
@@ -21,6 +22,7 @@ TLayerBatch::TNews TLayerBatch::Update(TSmoothMeshes& meshes) {
     TPartsUpdate update(m_groups, m_isBatch, std::exchange(m_selectionIsStale, false));
     update.Visit(m_root);
     if (update.Edits().empty()) return {false, update.Selects()};
+    m_frontierChild.reset();
     Doubt(update.Gathering().Blocks, meshes);
     if (update.IsOfAll()) {
         MakeAll(update.Gathering());
@@ -55,6 +57,33 @@ bool TLayerBatch::Place(TGathering& found) {
     for (std::size_t i = 0; i < found.Found.size(); ++i)
         found.Found[i].Spot = static_cast<std::uint32_t>(m_spots.Place(found.Boxes[i]));
     return wereTooFew || !m_spots.AreTooFew();
+}
+
+void TLayerBatch::SetFrontier(const std::optional<int>& child) {
+    if (child && child == m_frontierChild) return;
+    m_frontierChild = child;
+    m_frontier.reset();
+    if (child) PlaceFrontier(*child);
+}
+
+// What is done of the block is gathered once more by itself, which tells how much of each array it
+// is: nothing has to be kept for each object.
+void TLayerBatch::PlaceFrontier(int child) {
+    std::size_t block = 0;
+    int first = 0;
+    auto part = m_root.Parts.begin();
+    for (; part != m_root.Parts.end() && first + part->Children <= child; ++part) {
+        first += part->Children;
+        block += part->BlockCount();
+    }
+    const bool within = part != m_root.Parts.end() && !part->Group && m_root.Group;
+    TGathering done(m_groups, m_isBatch);
+    if (within)
+        static_cast<void>(
+            done.Collect(*m_root.Group, m_root.Frame, first, std::max(child - first, 0)));
+    static_cast<void>(Place(done));
+    m_frontier = std::make_shared<TLayerFrontier>(
+        block, std::make_shared<TLayerContent>(std::move(done), m_spots, m_rules));
 }
 
 void TLayerBatch::ListSelected(const TGroupParts& group, TBatchObjects& selected) {

@@ -5,6 +5,8 @@
 #include <zep/batch/SmoothMesh.h>
 #include <zep/batch/Spots.h>
 
+#include <optional>
+
 namespace ZEP {
 
 /// What stands below one object of a batch, a layer say, gathered in arrays of vertexes; what is of
@@ -28,6 +30,11 @@ public:
     /// What is selected has changed since the last update.
     void DoubtSelection() { m_selectionIsStale = true; }
 
+    /// After an update: its children from that one on are to come; none: nothing is.
+    void SetFrontier(const std::optional<int>& child);
+    /// Null where nothing is to come.
+    [[nodiscard]] std::shared_ptr<const TLayerFrontier> Frontier() const { return m_frontier; }
+
     /// It stays as it is while someone holds it; null before the first update.
     [[nodiscard]] std::shared_ptr<const TLayerContent> Content() const { return m_content; }
     void ListSelected(TBatchObjects& selected) const { ListSelected(m_root, selected); }
@@ -40,6 +47,7 @@ private:
     [[nodiscard]] bool Place(TGathering& found);
     [[nodiscard]] bool MakeSome(TPartsUpdate& update);
     void MakeAll(TGathering& found);
+    void PlaceFrontier(int child);
 
     bool m_groups;
     TIsBatch m_isBatch;
@@ -47,7 +55,9 @@ private:
     TGroupParts m_root;
     TSpots m_spots;
     std::shared_ptr<TLayerContent> m_content;
-    std::size_t m_placed = 0; ///< objects that the spots were chosen for
+    std::shared_ptr<const TLayerFrontier> m_frontier;
+    std::optional<int> m_frontierChild; ///< that it was placed before
+    std::size_t m_placed = 0;           ///< objects that the spots were chosen for
     bool m_selectionIsStale = false;
 };
 

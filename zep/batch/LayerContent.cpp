@@ -150,13 +150,19 @@ void TLayerContent::Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEP
     DrawOthers({scene, state, kind, view.Meshes, view.Surfaces.Wire}, view);
 }
 
+TPathFrontier TLayerContent::FrontierAt(const TSpot& spot, const TLayerView& view) const {
+    if (!view.Frontier) return {};
+    const auto i = static_cast<std::size_t>(&spot - m_spots.data());
+    return {view.Frontier->Block, &view.Frontier->Done->m_spots[i].Paths};
+}
+
 void TLayerContent::DrawArrays(const TSpot& spot, TZEPSceneContext& scene, TZEPDrawState state,
                                const TLayerView& view) const {
     const TZEPViewVolume volume = TZEPViewVolume::OfContext(WidestCulled / 2);
     const TPixelScale pixels = TPixelScale::OfContext();
     const TDetail detail{view.Share, &volume, &pixels};
     if (state == dsTransparent) {
-        spot.Paths.Draw(detail, view.Fine, view.Widths);
+        spot.Paths.Draw(detail, view.Fine, view.Widths, FrontierAt(spot, view));
         return spot.Texts.Draw(view.LeastText);
     }
     const TSurfaceScope surfaces(scene.Frame().Run, view.Surfaces);

@@ -9,18 +9,26 @@
 
 namespace ZEP {
 
+class TLayerContent;
 class TSpots;
+
+/// Where what a tool has run through ends; see `TPathFrontier`.
+struct TLayerFrontier {
+    std::size_t Block;                         ///< those before it are done
+    std::shared_ptr<const TLayerContent> Done; ///< what is done of that block
+};
 
 /// How a frame draws the layers of a batch.
 struct TLayerView {
-    double Share = 1;                   ///< of large layers; see `TDetail`
-    bool Fine = true;                   ///< lines are smooth and have their styles
-    bool Even = false;                  ///< surfaces show their colours whatever lights there are
-    double LeastText = 2;               ///< pixels; see `TTextBatch::Draw`
-    float Widths = 1;                   ///< factor of the widths of lines and points
-    TSurfaceScope::TLook Surfaces{};    ///< how they are drawn
-    TSmoothMeshes* Meshes = nullptr;    ///< null: meshes draw themselves
-    const TGLMatrixd4* Exact = nullptr; ///< from the batch to the eye; null: what is loaded
+    double Share = 1;                ///< of large layers; see `TDetail`
+    bool Fine = true;                ///< lines are smooth and have their styles
+    bool Even = false;               ///< surfaces show their colours whatever lights there are
+    double LeastText = 2;            ///< pixels; see `TTextBatch::Draw`
+    float Widths = 1;                ///< factor of the widths of lines and points
+    TSurfaceScope::TLook Surfaces{}; ///< how they are drawn
+    TSmoothMeshes* Meshes = nullptr; ///< null: meshes draw themselves
+    const TLayerFrontier* Frontier = nullptr; ///< null: nothing is to come
+    const TGLMatrixd4* Exact = nullptr;       ///< from the batch to the eye; null: what is loaded
 };
 
 /// What a layer draws, in blocks: arrays of what is gathered, and what draws itself. What it draws
@@ -62,6 +70,7 @@ private:
     void ListPasses();
     void DrawArrays(const TSpot& spot, TZEPSceneContext& scene, TZEPDrawState state,
                     const TLayerView& view) const;
+    [[nodiscard]] TPathFrontier FrontierAt(const TSpot& spot, const TLayerView& view) const;
     void DrawShapes(const TPass& pass) const;
     void DrawOthers(const TPass& pass, const TLayerView& view) const;
     void DrawEach(TSeparates TBlock::*separates, const TPass& pass) const;

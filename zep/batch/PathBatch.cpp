@@ -21,6 +21,8 @@ namespace ZEP {
 namespace {
 
 constexpr float FaintAlpha = 0.15F;
+constexpr float ToComeAlpha = 0.3F;
+constexpr float FaintToComeAlpha = 0.1F; // of what is not solid
 constexpr std::array<GLubyte, 3> MarkColor{255, 230, 0};
 constexpr std::array<GLubyte, 3> MarkRim{30, 20, 0};
 constexpr float MarkWidth = 5;
@@ -57,6 +59,15 @@ void SetPlain(TPenStyle style, float width) {
     glDepthMask(solid ? GL_TRUE : GL_FALSE);
     (solid ? glDisable : glEnable)(GL_BLEND);
     glBlendColor(0, 0, 0, FaintAlpha);
+    glBlendFunc(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA);
+}
+
+/// What is to come is plain at any detail: none of it is looked at closely.
+void SetToCome(TPenStyle style, float widths) {
+    glLineWidth(widths);
+    glDepthMask(GL_FALSE);
+    glEnable(GL_BLEND);
+    glBlendColor(0, 0, 0, IsSolid(style) ? ToComeAlpha : FaintToComeAlpha);
     glBlendFunc(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA);
 }
 
@@ -249,38 +260,76 @@ void TPathBatch::AddLineSet(TZEPLineSet& lines) {
 
 // --- drawing -----------------------------------------------------------------------------------
 
-void TPathBatch::Draw(const TDetail& detail, bool fine, float widths) const {
+TPathBatch::TCount TPathBatch::DoneOf(const TKind& kind, const TPathFrontier& frontier,
+                                      const TKinds TPathBatch::*kinds) {
+    if (!frontier.Done) return kind.Count();
+    TCount count{kind.Vertexes.CountBefore(frontier.Block), kind.Arcs.CountBefore(frontier.Block)};
+    for (const TKind& done : frontier.Done->*kinds)
+        if (done.IsLike(kind)) {
+            const TCount more = done.Count();
+            count.Vertexes += more.Vertexes;
+            count.Arcs.Arcs += more.Arcs.Arcs;
+            count.Arcs.Vertexes += more.Arcs.Vertexes;
+        }
+    return count;
+}
+
+void TPathBatch::DrawSolid(const TKind& lines, const TDetail& detail, bool colored,
+                           const TCount& from, const TCount& to) {
+    lines.Vertexes.Draw(GL_LINES, detail, {from.Vertexes, to.Vertexes});
+    lines.Arcs.Draw(detail, colored, from.Arcs, to.Arcs);
+}
+
+void TPathBatch::DrawLines(const TKind& lines, const TDetail& detail, const TCount& from,
+                           const TCount& to) {
+    if (!lines.Dashes || lines.Along.empty()) return DrawSolid(lines, detail, true, from, to);
+    const TDashScope dashes(*lines.Dashes);
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    glTexCoordPointer(1, GL_FLOAT, 0, lines.Along.data());
+    lines.Vertexes.Draw(GL_LINES, detail, {from.Vertexes, to.Vertexes});
+    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+}
+
+void TPathBatch::DrawToCome(const TDetail& detail, float widths,
+                            const TPathFrontier& frontier) const {
+    for (const TKind& lines : m_lines) {
+        if (lines.Style == psClear) continue;
+        SetToCome(lines.Style, widths);
+        DrawLines(lines, detail, DoneOf(lines, frontier, &TPathBatch::m_lines), lines.Count());
+    }
+    for (const TKind& points : m_points) {
+        SetToCome(points.Style, widths);
+        glPointSize(points.Width * widths);
+        const std::size_t done = DoneOf(points, frontier, &TPathBatch::m_points).Vertexes;
+        points.Vertexes.Draw(GL_POINTS, detail, {done});
+    }
+    glDisable(GL_BLEND);
+    glDepthMask(GL_TRUE);
+}
+
+void TPathBatch::Draw(const TDetail& detail, bool fine, float widths,
+                      const TPathFrontier& frontier) const {
     if (IsEmpty()) return;
     glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT |
                  GL_DEPTH_BUFFER_BIT);
     const TClientArraysScope arrays({GL_COLOR_ARRAY});
     glDisable(GL_LIGHTING);
     glDisable(GL_TEXTURE_2D);
+    if (frontier.Done) DrawToCome(detail, widths, frontier);
     for (const TKind& lines : m_lines) {
         if (lines.Style == psClear) continue;
         if (fine)
             SetFine(lines.Style, lines.Width * widths);
         else
             SetPlain(lines.Style, widths);
-        DrawLines(lines, detail);
+        DrawLines(lines, detail, {}, DoneOf(lines, frontier, &TPathBatch::m_lines));
     }
     for (const TKind& points : m_points) {
         glPointSize(points.Width * widths);
-        points.Vertexes.Draw(GL_POINTS, detail);
+        const std::size_t done = DoneOf(points, frontier, &TPathBatch::m_points).Vertexes;
+        points.Vertexes.Draw(GL_POINTS, detail, {0, done});
     }
     glPopAttrib();
-}
-
-void TPathBatch::DrawLines(const TKind& lines, const TDetail& detail) {
-    if (!lines.Dashes || lines.Along.empty()) {
-        lines.Vertexes.Draw(GL_LINES, detail);
-        return lines.Arcs.Draw(detail, true);
-    }
-    const TDashScope dashes(*lines.Dashes);
-    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-    glTexCoordPointer(1, GL_FLOAT, 0, lines.Along.data());
-    lines.Vertexes.Draw(GL_LINES, detail);
-    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
 }
 
 void TPathBatch::DrawMarks(const TDetail& detail, float widths) const {
@@ -300,10 +349,7 @@ void TPathBatch::DrawMarks(const TDetail& detail, float widths) const {
 /// \param joints  with points where lines meet, and for moves that are too short for a line
 void TPathBatch::DrawMark(const TDetail& detail, float width, bool joints) const {
     glLineWidth(width);
-    for (const TKind& lines : m_lines) {
-        lines.Vertexes.Draw(GL_LINES, detail);
-        lines.Arcs.Draw(detail, false);
-    }
+    for (const TKind& lines : m_lines) DrawSolid(lines, detail, false, {}, lines.Count());
     glPointSize(width - 1);
     for (const TKind& lines : m_lines) {
         if (!joints) break;

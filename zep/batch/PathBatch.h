@@ -24,6 +24,14 @@ struct TBatchRules {
     std::function<TColor(TColor)> Shown = [](TColor color) { return color; };
 };
 
+class TPathBatch;
+
+/// Where what a tool has run through ends; what stands behind is to come.
+struct TPathFrontier {
+    std::size_t Block = 0;            ///< those before it are done
+    const TPathBatch* Done = nullptr; ///< what is done of that block; null: all is done
+};
+
 /// Lines, arcs, circles, polylines and points as arrays of vertexes: a million separate objects
 /// cannot be drawn at an interactive rate. What has the same width and style is drawn together.
 class TPathBatch {
@@ -49,7 +57,8 @@ public:
     /// After what is opaque: smooth lines blend with it.
     /// \param fine    smooth, and with the styles of the lines
     /// \param widths  factor of all widths
-    void Draw(const TDetail& detail, bool fine, float widths) const;
+    /// \param frontier  what is to come is faint, below what is done
+    void Draw(const TDetail& detail, bool fine, float widths, const TPathFrontier& frontier) const;
     /// All of it, wide and in the colour of what is selected, over whatever is there; thinner
     /// where it is much.
     void DrawMarks(const TDetail& detail, float widths) const;
@@ -58,6 +67,11 @@ private:
     /// Where a kind comes first in a block.
     struct TFirst {
         std::size_t Block, Place;
+    };
+    /// How many vertexes that are not of arcs, and arcs.
+    struct TCount {
+        std::size_t Vertexes = 0;
+        TArcCount Arcs{};
     };
     /// What has the same width and style, at the place where it comes first.
     struct TKind {
@@ -75,6 +89,7 @@ private:
         [[nodiscard]] bool IsLike(const TKind& other) const {
             return Style == other.Style && Width == other.Width && Dashes == other.Dashes;
         }
+        [[nodiscard]] TCount Count() const { return {Vertexes.Count(), Arcs.Count()}; }
     };
     using TKinds = std::vector<TKind>;
 
@@ -90,7 +105,14 @@ private:
     [[nodiscard]] TVertexColor ShownColor(TColor color);
     void MoveTo(const TGLArrayd3& point) { m_last = At(point); }
     void LineTo(const TGLArrayd3& point);
-    static void DrawLines(const TKind& lines, const TDetail& detail);
+    [[nodiscard]] static TCount DoneOf(const TKind& kind, const TPathFrontier& frontier,
+                                       const TKinds TPathBatch::*kinds);
+    /// Without their dashes.
+    static void DrawSolid(const TKind& lines, const TDetail& detail, bool colored,
+                          const TCount& from, const TCount& to);
+    static void DrawLines(const TKind& lines, const TDetail& detail, const TCount& from,
+                          const TCount& to);
+    void DrawToCome(const TDetail& detail, float widths, const TPathFrontier& frontier) const;
     void DrawMark(const TDetail& detail, float width, bool joints) const;
 
     TKinds m_lines;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 namespace ZEP {
@@ -14,7 +15,9 @@ namespace {
 constexpr std::size_t PieceSize = 66; // vertexes that stay together: whole lines and triangles
 constexpr std::size_t BoxSize = 24 * PieceSize;
 
-void DrawRange(GLenum mode, std::size_t first, std::size_t end) {
+void DrawRange(GLenum mode, std::size_t first, std::size_t end, const TPlaces& of) {
+    first = std::max(first, of.First);
+    end = std::min(end, of.End);
     if (first < end)
         glDrawArrays(mode, static_cast<GLint>(first), static_cast<GLsizei>(end - first));
 }
@@ -67,32 +70,38 @@ void TVertexArray::Bind() const {
     glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(TVertex), m_vertexes.front().Color.data());
 }
 
-void TVertexArray::Draw(GLenum mode, std::size_t first, std::size_t end) const {
-    if (first >= end) return;
-    Bind();
-    DrawRange(mode, first, end);
+std::size_t TVertexArray::CountBefore(std::size_t block) const {
+    const auto end = std::ranges::lower_bound(m_boxes, block, {}, &TBox::Block);
+    return std::accumulate(m_boxes.begin(), end, std::size_t(0),
+                           [](std::size_t count, const TBox& box) { return count + box.Count; });
 }
 
-void TVertexArray::Draw(GLenum mode, const TDetail& detail) const {
-    if (m_vertexes.empty()) return;
+void TVertexArray::Draw(GLenum mode, const TPlaces& of) const {
+    if (of.First >= of.End) return;
     Bind();
-    if (detail.Share < 1) return DrawPieces(mode, detail);
-    DrawSeen(mode, detail);
+    DrawRange(mode, 0, m_vertexes.size(), of);
 }
 
-void TVertexArray::DrawSeen(GLenum mode, const TDetail& detail) const {
+void TVertexArray::Draw(GLenum mode, const TDetail& detail, const TPlaces& of) const {
+    if (m_vertexes.empty() || of.First >= of.End) return;
+    Bind();
+    if (detail.Share < 1) return DrawPieces(mode, detail, of);
+    DrawSeen(mode, detail, of);
+}
+
+void TVertexArray::DrawSeen(GLenum mode, const TDetail& detail, const TPlaces& of) const {
     std::size_t first = 0; // of neighbours that are seen
     std::size_t end = 0;
     for (const TBox& box : m_boxes) {
         const std::size_t start = std::exchange(end, end + box.Count);
         if (Shows(box.Min, box.Max, detail)) continue;
-        DrawRange(mode, first, start);
+        DrawRange(mode, first, start, of);
         first = end;
     }
-    DrawRange(mode, first, end);
+    DrawRange(mode, first, end, of);
 }
 
-void TVertexArray::DrawPieces(GLenum mode, const TDetail& detail) const {
+void TVertexArray::DrawPieces(GLenum mode, const TDetail& detail, const TPlaces& of) const {
     const auto pieces = static_cast<std::size_t>(1 / std::max(detail.Share, 1e-3));
     // A share of a half and more would be all by whole pieces.
     const std::size_t size =
@@ -111,7 +120,7 @@ void TVertexArray::DrawPieces(GLenum mode, const TDetail& detail) const {
             boxEnd += (++box)->Count;
             shows = shows || Shows(box->Min, box->Max, detail);
         }
-        if (shows) DrawRange(mode, first, end);
+        if (shows) DrawRange(mode, first, end, of);
     }
 }
 

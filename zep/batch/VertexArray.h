@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 #include <GL/gl.h>
@@ -28,6 +29,12 @@ struct TDetail {
     const TPixelScale* Pixels = nullptr;    ///< likewise; null: arcs are drawn as they were stored
 };
 
+/// A part of an array.
+struct TPlaces {
+    std::size_t First = 0;
+    std::size_t End = std::numeric_limits<std::size_t>::max();
+};
+
 /// Coloured vertexes of lines, triangles or points, which OpenGL takes in a few calls. What is out
 /// of view is passed over by boxes of neighbours. A part can be drawn: evenly spread pieces, so
 /// that the form still shows.
@@ -39,12 +46,14 @@ public:
     /// No more come: memory that is not used goes back.
     void Close();
     [[nodiscard]] std::size_t Count() const { return m_vertexes.size(); }
+    /// In the blocks before that one.
+    [[nodiscard]] std::size_t CountBefore(std::size_t block) const;
     /// \return  which vertexes others have taken the place of
     std::vector<TReplaced> Replace(const TBlockEdits& edits, const TVertexArray& by);
     /// While a `TClientArraysScope` lives. \param mode  GL_LINES, GL_TRIANGLES or GL_POINTS
-    void Draw(GLenum mode, const TDetail& detail) const;
-    /// The same of some of them. \param end  after the last one
-    void Draw(GLenum mode, std::size_t first, std::size_t end) const;
+    void Draw(GLenum mode, const TDetail& detail, const TPlaces& of = {}) const;
+    /// The same of these, in view or not.
+    void Draw(GLenum mode, const TPlaces& of) const;
 
 private:
     struct TVertex {
@@ -58,8 +67,8 @@ private:
     };
 
     void Bind() const;
-    void DrawSeen(GLenum mode, const TDetail& detail) const;
-    void DrawPieces(GLenum mode, const TDetail& detail) const;
+    void DrawSeen(GLenum mode, const TDetail& detail, const TPlaces& of) const;
+    void DrawPieces(GLenum mode, const TDetail& detail, const TPlaces& of) const;
 
     std::vector<TVertex> m_vertexes;
     std::vector<TBox> m_boxes;
