@@ -33,6 +33,10 @@ public:
             {"field", [](C& c, V v) { c.SetFOVY(v[0]); }},
             {"truck", [](C& c, V v) { c.Truck(v[0], v[1], v[2]); }},
             {"orbit", [](C& c, V v) { c.Orbit(v[0], v[1]); }},
+            {"orbit-center",
+             [](C& c, V v) {
+                 c.SetOrbitCenter(TGLArrayd3{v[0], v[1], v[2]});
+             }},
             {"pan", [](C& c, V v) { c.Pan(v[0], v[1]); }},
             {"dolly", [](C& c, V v) { c.Dolly(v[0]); }},
             {"perspective", [](C& c, V v) { c.Perspective(v[0]); }},

@@ -140,6 +140,10 @@ public:
     /// scene's `LimitCameraMovement` never beyond the pole or the horizon. Extended, never beyond
     /// the poles.
     virtual void Orbit(double a, double b);
+    /// What `Orbit` turns about in place of the target, in the frame of the camera's points: eye
+    /// and target turn with each other, so that it stays where it is seen. None: the target.
+    void SetOrbitCenter(const std::optional<TGLArrayd3>& center) { m_orbitCenter = center; }
+    [[nodiscard]] const std::optional<TGLArrayd3>& OrbitCenter() const { return m_orbitCenter; }
     virtual void Roll(double angle);
     /// Widens the field of view; does nothing where it would leave 1 to 175 degrees.
     virtual void FOV(double delta);
@@ -185,6 +189,7 @@ private:
     TNavigation m_navigation;
     TNavigation m_storedNavigation;
     std::optional<QRect> m_drawnPart;
+    std::optional<TGLArrayd3> m_orbitCenter;
     QSize m_drawnSize;
     bool m_orthographic = false;
     bool m_extended = false;

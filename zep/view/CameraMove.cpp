@@ -36,6 +36,28 @@ TGLArrayd3 TurnBy(const TGLArrayd3& from, double a, double b, bool aboveHorizon 
     return to - from;
 }
 
+/// The axes of what looks along a direction with a level horizon.
+std::array<TGLArrayd3, 3> LevelAxes(const TGLArrayd3& toEye, double azimuth) {
+    const TGLArrayd3 right{-std::sin(azimuth), std::cos(azimuth), 0};
+    const TGLArrayd3 back = Unit(toEye);
+    TGLArrayd3 up;
+    CrossProdd(back, right, up);
+    return {right, back, up};
+}
+
+/// How far a point moves that is turned with an eye which goes `a` degrees around the z axis, from
+/// one place to another. \param beside  from what it is turned about
+TGLArrayd3 TurnWith(const TGLArrayd3& from, const TGLArrayd3& to, double a,
+                    const TGLArrayd3& beside) {
+    if (from == to) return zero3d;
+    const double azimuth = std::atan2(from[1], from[0]);
+    const auto old = LevelAxes(from, azimuth);
+    const auto turned = LevelAxes(to, azimuth + pi * a / 180);
+    TGLArrayd3 place{};
+    for (std::size_t i = 0; i < 3; ++i) place = place + Dotd(beside, old[i]) * turned[i];
+    return place - beside;
+}
+
 } // namespace
 
 void TZEPCamera::Store() {
@@ -97,8 +119,12 @@ void TZEPCamera::Pan(double a, double b) {
 
 void TZEPCamera::Orbit(double a, double b) {
     const bool limited = SceneContext() && SceneContext()->LimitCameraMovement();
-    const auto [x, y, z] = TurnBy(ToEye(), a, m_extended ? WithinPoles(b) : b, limited);
-    Move(x, y, z, 0, 0, 0);
+    const TGLArrayd3 toEye = ToEye();
+    const TGLArrayd3 turn = TurnBy(toEye, a, m_extended ? WithinPoles(b) : b, limited);
+    const TGLArrayd3 aside =
+        m_orbitCenter ? TurnWith(toEye, toEye + turn, a, GetTarget() - *m_orbitCenter) : zero3d;
+    const auto [x, y, z] = turn + aside;
+    Move(x, y, z, aside[0], aside[1], aside[2]);
 }
 
 double TZEPCamera::WithinPoles(double b) const {
