@@ -6,3 +6,4 @@
 #include <zep/converters/rs274d/Converter.h>
 #include <zep/converters/rs274d/Interpreter.h>
 #include <zep/converters/rs274d/ToolPath.h>
+#include <zep/converters/rs274d/ToolPlayback.h>
