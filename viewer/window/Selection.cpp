@@ -8,6 +8,7 @@
 #include <QTimerEvent>
 
 #include <limits>
+#include <unordered_set>
 
 namespace ZEP {
 
@@ -38,7 +39,7 @@ TSelection::TSelection(TZEPPanel* panel, TZEPScene* scene)
 
 void TSelection::Note(TZEPObject* object) {
     if (object->Selected())
-        m_objects.insert(object);
+        m_objects.insert_or_assign(object, object);
     else
         m_objects.erase(object);
     m_telling.start(0, this);
@@ -70,11 +71,16 @@ TZEPObject* TSelection::ObjectAt(int x, int y) const {
 }
 
 std::vector<TZEPObject*> TSelection::Objects() const {
-    return {m_objects.begin(), m_objects.end()};
+    std::vector<TZEPObject*> objects;
+    for (const auto& [known, object] : m_objects)
+        if (object) objects.push_back(object);
+    return objects;
 }
 
 TZEPObject* TSelection::Only() const {
-    return m_objects.size() == 1 ? *m_objects.begin() : nullptr;
+    if (m_objects.size() == 1) return m_objects.begin()->second;
+    const std::vector<TZEPObject*> objects = Objects();
+    return objects.size() == 1 ? objects.front() : nullptr;
 }
 
 void TSelection::SelectOnly(TZEPObject* object) {

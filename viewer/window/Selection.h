@@ -1,15 +1,17 @@
 #pragma once
 
+#include <zep/scene/Object.h>
+
 #include <QBasicTimer>
 #include <QObject>
 #include <QPoint>
+#include <QPointer>
 
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 namespace ZEP {
 
-class TZEPObject;
 class TZEPPanel;
 class TZEPScene;
 
@@ -22,7 +24,7 @@ public:
     TSelection(TZEPPanel* panel, TZEPScene* scene);
 
     [[nodiscard]] std::vector<TZEPObject*> Objects() const;
-    [[nodiscard]] std::size_t Count() const { return m_objects.size(); }
+    [[nodiscard]] std::size_t Count() const { return Objects().size(); }
     /// The only one that is selected; null for none and for several.
     [[nodiscard]] TZEPObject* Only() const;
     /// Null: selects nothing.
@@ -46,7 +48,7 @@ private:
 
     TZEPPanel* m_panel;
     TZEPScene* m_scene;
-    std::unordered_set<TZEPObject*> m_objects;
+    std::unordered_map<TZEPObject*, QPointer<TZEPObject>> m_objects; ///< null: it has gone
     QBasicTimer m_telling;
     QPoint m_press;
 };
