@@ -1,5 +1,6 @@
 #include "viewer/content/Describe.h"
 
+#include <zep/converters/rs274d/ToolPath.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Line.h>
 #include <zep/objects/Point.h>
@@ -100,6 +101,31 @@ QString Describe(TZEPObject& object) {
     if (const std::optional<double> length = LengthOf(object))
         text += QStringLiteral(", length ") + Text(*length);
     return text;
+}
+
+QString Describe(const TToolPath& path, int move, double fraction) {
+    constexpr const char* kinds[] = {"rapid", "feed", "arc", "drilling", "dwell"};
+    const TToolMove made = path.Move(move);
+    const TRS274DPoint at = path.PointOf(move, fraction);
+    const TPathTool& tool = path.Tools()[made.Tool];
+    QString text = QStringLiteral("Line %1, %2: X %3  Y %4  Z %5")
+                       .arg(QString::number(made.Line),
+                            QLatin1String(kinds[static_cast<std::size_t>(made.Kind)]), Text(at[0]),
+                            Text(at[1]), Text(at[2]));
+    if (made.Feed > 0)
+        text += QStringLiteral("  F ") + QLocale().toString(made.Feed, 'g', 6) +
+                QStringLiteral(" mm/min");
+    if (tool.Number >= 0) text += QStringLiteral("  T%1").arg(tool.Number);
+    if (!tool.Name.isEmpty()) text += QStringLiteral(" (%1)").arg(tool.Name);
+    return text + QStringLiteral(", length ") + Text(made.Length);
+}
+
+QString TimeText(double seconds) {
+    const auto whole = static_cast<qint64>(seconds);
+    const QString rest = QStringLiteral("%1:%2")
+                             .arg(whole / 60 % 60, whole < 3600 ? 1 : 2, 10, QLatin1Char('0'))
+                             .arg(whole % 60, 2, 10, QLatin1Char('0'));
+    return whole < 3600 ? rest : QStringLiteral("%1:").arg(whole / 3600) + rest;
 }
 
 } // namespace ZEP

@@ -6,6 +6,7 @@
 
 namespace ZEP {
 
+class TToolPath;
 class TZEPObject;
 
 /// The line of its program that a tool path object came from, counted from 1.
@@ -17,5 +18,12 @@ class TZEPObject;
 /// What it is, for the status line: class, ident (of a tool path its program line), position and
 /// length.
 [[nodiscard]] QString Describe(TZEPObject& object);
+
+/// Where a tool path has come to, for the status line: line, kind of move, position, feed and tool.
+/// \param fraction  of the move, that is done
+[[nodiscard]] QString Describe(const TToolPath& path, int move, double fraction);
+
+/// Hours, minutes and seconds.
+[[nodiscard]] QString TimeText(double seconds);
 
 } // namespace ZEP

@@ -23,4 +23,9 @@ std::optional<int> TProgramMoves::ItemOf(int line) const {
     return found->Item;
 }
 
+std::optional<int> TProgramMoves::ItemFrom(int line) const {
+    const auto found = std::lower_bound(m_moves.begin(), m_moves.end(), TMove{line, 0});
+    return found == m_moves.end() ? std::nullopt : std::optional(found->Item);
+}
+
 } // namespace ZEP

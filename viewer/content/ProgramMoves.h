@@ -16,6 +16,8 @@ public:
     /// Number among the children of the root: the first of what the line made; none where it made
     /// nothing.
     [[nodiscard]] std::optional<int> ItemOf(int line) const;
+    /// The same of the line, or of the next one that made something; none behind the last.
+    [[nodiscard]] std::optional<int> ItemFrom(int line) const;
     [[nodiscard]] bool IsEmpty() const { return m_moves.empty(); }
 
 private:

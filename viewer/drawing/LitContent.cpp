@@ -2,6 +2,7 @@
 
 #include "viewer/content/Faces.h"
 #include "viewer/drawing/Ground.h"
+#include "viewer/drawing/ToolMarker.h"
 #include "viewer/drawing/ViewLights.h"
 #include <zep/batch/Batch.h>
 #include <zep/scene/Scene.h>
@@ -12,7 +13,8 @@ namespace ZEP {
 namespace {
 
 bool IsOfView(const TZEPObject& object) {
-    return qobject_cast<const TZEPViewLight*>(&object) || qobject_cast<const TGround*>(&object);
+    return qobject_cast<const TZEPViewLight*>(&object) || qobject_cast<const TGround*>(&object) ||
+           qobject_cast<const TToolMarker*>(&object);
 }
 
 } // namespace

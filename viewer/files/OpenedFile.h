@@ -15,6 +15,7 @@
 namespace ZEP {
 
 class TStoredScene;
+class TToolPath;
 class TZEPBatch;
 
 /// How a file lies on the disk: what tells that it has changed.
@@ -41,9 +42,10 @@ struct TOpenedFile {
     /// The scene that the file describes, without its objects and materials; null where there is
     /// none, but an object alone.
     std::shared_ptr<TStoredScene> Scene{};
-    qint64 Objects = 0;         ///< layers and groups left out
-    TZEPExtent Extent;          ///< absolute, of all that draws
-    int Materials = 0;          ///< that the file holds
+    std::shared_ptr<TToolPath> Path{}; ///< of a program; null for other files
+    qint64 Objects = 0;                ///< layers and groups left out
+    TZEPExtent Extent;                 ///< absolute, of all that draws
+    int Materials = 0;                 ///< that the file holds
     QSet<QString> HiddenInFile; ///< idents of children of the root that the file switches off
     int FirstMaterial = 0;      ///< number in the scene's library
     int SharedMaterials = 0;    ///< that the scene's library holds for it

@@ -38,7 +38,8 @@ void AddProgramsOf(const TOpenedFile& scene, std::vector<TProgram>& programs) {
 std::vector<TProgram> ProgramsOf(std::span<const TOpenedFile> files) {
     std::vector<TProgram> programs;
     for (const TOpenedFile& file : files) {
-        if (file.Format == TFileFormat::RS274D) programs.push_back({file.Root, file.Name});
+        if (file.Format == TFileFormat::RS274D)
+            programs.push_back({file.Root, file.Name, file.Path});
         if (file.Format == TFileFormat::Scene) AddProgramsOf(file, programs);
     }
     return programs;

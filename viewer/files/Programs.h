@@ -2,18 +2,21 @@
 
 #include <QString>
 
+#include <memory>
 #include <span>
 #include <vector>
 
 namespace ZEP {
 
+class TToolPath;
 class TZEPObject;
 struct TOpenedFile;
 
 /// A program whose moves are shown.
 struct TProgram {
-    TZEPObject* Root; ///< of its moves
-    QString Text;     ///< the file that it stands in; empty where there is none
+    TZEPObject* Root;                  ///< of its moves
+    QString Text;                      ///< the file that it stands in; empty where there is none
+    std::shared_ptr<TToolPath> Path{}; ///< null: not known
 };
 
 /// Those of files, and those that were saved in scenes. The text of one in a scene is the program

@@ -7,6 +7,7 @@
 #include <zep/converters/assimp/Converter.h>
 #include <zep/converters/dxf/Converter.h>
 #include <zep/converters/rs274d/Converter.h>
+#include <zep/converters/rs274d/ToolPath.h>
 #include <zep/converters/threeds/Converter.h>
 #include <zep/framework/Exception.h>
 
@@ -65,6 +66,8 @@ void ReadFile(TOpenedFile& file, TZEPMaterialLibrary& materials, bool plain,
     }
     TRS274DConverter converter;
     converter.SetExtended(!plain);
+    file.Path = std::make_shared<TToolPath>();
+    converter.SetSink(file.Path.get());
     Convert(converter, file, progress);
 }
 

@@ -23,6 +23,8 @@ constexpr TEntry Entries[] = {
      "left button: select, orbit, shift, look around, roll, come nearer, zoom, perspective<br>"
      "with Shift: right button, with Alt+Shift: middle button"},
     {"Up, Down", "previous, next move of the program"},
+    {"Ctrl+Up, Ctrl+Down", "previous, next tool change"},
+    {"Ctrl+G", "go to a line of the program"},
     {"Space", "play"},
     {"F3", "contents of the files"},
     {"Ctrl+F", "find in the contents"},

@@ -108,6 +108,7 @@ void TMainWindow::MakePages() {
     new TDetailControl(m_panel, m_document);
     m_selection = new TSelection(m_panel, m_document.Scene());
     connect(m_selection, &TSelection::Changed, this, &TMainWindow::ShowStatus);
+    connect(m_selection, &TSelection::Changed, this, &TMainWindow::TurnAboutSelected);
     m_welcome->SetRecentFiles(RecentFiles());
     connect(m_welcome, &TWelcomePage::OpenWanted, this,
             [this] { OpenFiles(AskForFiles(QStringLiteral("Open"))); });
@@ -152,6 +153,8 @@ void TMainWindow::AddViewOptions(QMenu* menu) {
 }
 
 void TMainWindow::MakeStatusBar() {
+    m_status->setSizePolicy(QSizePolicy::Ignored,
+                            QSizePolicy::Preferred); // the window may be narrow
     statusBar()->addWidget(m_status, 1);
     statusBar()->addPermanentWidget(m_messages->Badge());
     statusBar()->addPermanentWidget(m_loadBar);
@@ -287,8 +290,9 @@ void TMainWindow::dropEvent(QDropEvent* event) {
 void TMainWindow::ShowStatus() {
     const auto& files = m_document.Files();
     const std::optional<TZEPBounds> bounds = m_document.Bounds();
+    const QString played = m_playback ? m_playback->Status() : QString();
     if (TZEPObject* object = m_selection->Only())
-        m_status->setText(Describe(*object));
+        m_status->setText(played.isEmpty() ? Describe(*object) : played);
     else if (m_selection->Count() > 0)
         m_status->setText(QStringLiteral("%1 objects are selected")
                               .arg(QLocale().toString(static_cast<qint64>(m_selection->Count()))));
@@ -297,6 +301,17 @@ void TMainWindow::ShowStatus() {
     else
         m_status->setText(CountsOf(files));
     m_size->setText(bounds ? SizeOf(*bounds, m_document.Backdrop().GridStep()) : QString());
+}
+
+/// The view turns about a move that is looked at, and about the middle where there is none.
+void TMainWindow::TurnAboutSelected() {
+    const TZEPObject* object = m_selection->Only();
+    std::optional<TGLArrayd3> center;
+    if (object && ProgramLineOf(*object)) {
+        center.emplace();
+        object->GetBoundingBoxAbsoluteCenter3Real((*center)[0], (*center)[1], (*center)[2]);
+    }
+    m_document.Camera()->SetOrbitCenter(center);
 }
 
 double TMainWindow::Aspect() const {

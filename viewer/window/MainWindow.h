@@ -78,6 +78,7 @@ private:
     void LookFrom(TDirection direction);
     void ShowInfo();
     void ShowStatus();
+    void TurnAboutSelected();
     void Want(const TRequest& request);
     void LoadNext();
     bool Load(const TRequest& request);

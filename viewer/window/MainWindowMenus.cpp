@@ -37,6 +37,8 @@ struct TDirectionEntry {
     QString Tip;
 };
 
+constexpr int MessageTime = 5000; // ms
+
 const QString ReloadsKey = QStringLiteral("files/reloads");
 
 QAction* Explained(QAction* action, const QString& tip) {
@@ -150,6 +152,9 @@ void TMainWindow::AddProgram() {
     m_source = new TSourceDock(this, m_document, m_selection);
     addDockWidget(Qt::RightDockWidgetArea, m_source);
     m_playback = new TPlayback(this, m_document.Scene(), m_source);
+    connect(m_playback, &TPlayback::StatusChanged, this, &TMainWindow::ShowStatus);
+    connect(m_playback, &TPlayback::Told, this,
+            [this](const QString& text) { statusBar()->showMessage(text, MessageTime); });
 }
 
 void TMainWindow::AddHelpMenu() {

@@ -45,7 +45,7 @@ TSourceDock::TSourceDock(QWidget* parent, const TDocument& document, TSelection*
 
 const TProgram* TSourceDock::ProgramOf(const TZEPObject* root) const {
     const auto found = std::ranges::find(m_programs, root, &TProgram::Root);
-    return found == m_programs.end() ? nullptr : &*found;
+    return !root || found == m_programs.end() ? nullptr : &*found;
 }
 
 void TSourceDock::FilesChanged() {
@@ -65,7 +65,7 @@ void TSourceDock::ShowProgram(const TProgram* program) {
         m_model->ReadFile(text);
     if (std::exchange(m_shown, text) != text) m_list->scrollToTop();
     setWindowTitle(text.isEmpty() ? QStringLiteral("Program") : QFileInfo(text).fileName());
-    Q_EMIT Moved();
+    Q_EMIT ProgramChanged();
 }
 
 void TSourceDock::FollowSelection() {
@@ -98,6 +98,11 @@ int TSourceDock::MoveCount() const {
 int TSourceDock::CurrentMove() const {
     const TZEPObject* object = m_selection->Only();
     return object && m_root && object->Parent() == m_root ? object->GetItemIndex() : -1;
+}
+
+int TSourceDock::CurrentLine() const {
+    const int move = CurrentMove();
+    return move < 0 ? 1 : ProgramLineOf(*m_root->GetItem(move)).value_or(1);
 }
 
 void TSourceDock::GoTo(int move) {

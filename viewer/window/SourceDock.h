@@ -4,6 +4,7 @@
 #include "viewer/files/Programs.h"
 
 #include <QDockWidget>
+#include <QPointer>
 
 class QListView;
 
@@ -27,11 +28,19 @@ public:
     [[nodiscard]] int MoveCount() const;
     /// Which of them is selected; -1 for none.
     [[nodiscard]] int CurrentMove() const;
+    /// Of the program, that made it, from 1; 1 for none.
+    [[nodiscard]] int CurrentLine() const;
     /// Selects a move; beyond an end the last one there.
     void GoTo(int move);
+    /// The first that a line makes, or the next line that makes one; none behind the last.
+    [[nodiscard]] std::optional<int> MoveFrom(int line) const { return m_moves.ItemFrom(line); }
+    /// The program whose moves these are; null: none.
+    [[nodiscard]] const TProgram* Program() const { return ProgramOf(m_root); }
 
 Q_SIGNALS:
-    /// Another move is selected, or the program has changed.
+    /// Another program is there, or none, or it was read again. No move is selected yet.
+    void ProgramChanged();
+    /// Another move is selected.
     void Moved();
 
 private:
@@ -47,8 +56,8 @@ private:
     QListView* m_list;
     std::vector<TProgram> m_programs;
     TProgramMoves m_moves;
-    QString m_shown;              ///< the file of the lines
-    TZEPObject* m_root = nullptr; ///< of the program that is shown
+    QString m_shown;             ///< the file of the lines
+    QPointer<TZEPObject> m_root; ///< of the program that is shown
     bool m_following = false;
     bool m_wanted = true; ///< where there is a program
 };

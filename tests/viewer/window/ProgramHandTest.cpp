@@ -1,7 +1,9 @@
 #include "tests/viewer/WindowTest.h"
+#include "viewer/drawing/ToolMarker.h"
 #include "viewer/window/Playback.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
+#include "viewer/window/TimeSlider.h"
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vectors.h>
 #include <zep/view/Fitting.h>
@@ -10,7 +12,6 @@
 #include <QDateTime>
 #include <QFile>
 #include <QListView>
-#include <QSlider>
 
 namespace ZEP {
 namespace {
@@ -72,7 +73,7 @@ TEST_F(Program, TheArrowKeysStepFromMoveToMove) {
 
 TEST_F(Program, PlayRunsToTheEndAndStops) {
     auto* playback = m_window->findChild<TPlayback*>();
-    playback->SetSpeed(100);
+    playback->Player().SetSpeed(100, TToolPlayback::TPace::Moves);
     QTest::keyClick(&*m_window, Qt::Key_Space);
     EXPECT_TRUE(playback->IsPlaying());
     EXPECT_TRUE(QTest::qWaitFor([&] { return !playback->IsPlaying(); }, 3000));
@@ -85,13 +86,18 @@ TEST_F(Program, PlayRunsToTheEndAndStops) {
 }
 
 TEST_F(Program, TheSliderGoesToItsMove) {
-    auto* slider = m_window->findChild<QSlider*>();
-    EXPECT_EQ(slider->maximum(), 3);
-    slider->setValue(2);
+    auto* slider = m_window->findChild<TTimeSlider*>();
+    const auto press = [&](double place) {
+        QTest::mouseClick(slider, Qt::LeftButton, {},
+                          QPoint(static_cast<int>(slider->width() * place), 5));
+    };
+    press(0.6); // of four moves
     EXPECT_EQ(Selected(), QStringLiteral("Line 5"));
-    m_window->Selection()->SelectOnly(m_window->Document().Files().front().Root->GetItem(1));
+    press(0.1);
+    EXPECT_EQ(Selected(), QStringLiteral("Line 2"));
+    m_window->Selection()->SelectOnly(Root(0).GetItem(1));
     QTest::qWait(1);
-    EXPECT_EQ(slider->value(), 1);
+    EXPECT_EQ(slider->value(), slider->maximum() / 2) << "it is done";
 }
 
 TEST_F(Program, FitTakesWhatIsSelectedOrAll) {
@@ -156,6 +162,140 @@ TEST_F(Program, InASavedSceneStepsAndFindsItsTextUnlessThatIsNewer) {
     EXPECT_EQ(Selected(), QStringLiteral("Line 4"));
 }
 
+/// Seven seconds long, with moves in the lines 4, 6, 8 (a dwell) and 9; the second tool dwells.
+class MachinedProgram : public WindowTest {
+protected:
+    MachinedProgram() {
+        Show({PutProgram("a.nc")});
+        m_playback = m_window->findChild<TPlayback*>();
+    }
+
+    QString PutProgram(const char* name) {
+        return Put(name, "G21\nM6 T1 (D=6 mill)\nF60\nG1 X1\n(more)\nX3\nT2 M6\nG4 P1\nX6\n");
+    }
+    /// Status, what is selected, whether the tool is seen, how many moves look done, what the view
+    /// turns about.
+    [[nodiscard]] QString State() const {
+        QTest::qWait(1);
+        const TZEPObject* object = m_window->Selection()->Only();
+        const TZEPBatch& root = *Document().Files().front().Root;
+        const auto center = Document().Camera()->OrbitCenter();
+        QStringList state{m_playback->Status(), object ? object->Ident() : QString()};
+        if (m_window->findChild<TZEPPanel*>() && Marker().Visible()) state << "tool";
+        if (root.Frontier()) state << QString::number(*root.Frontier());
+        if (center) state << QStringLiteral("about %1").arg((*center)[0]);
+        return state.join(QStringLiteral(" | "));
+    }
+    [[nodiscard]] TZEPObject& Marker() const {
+        TZEPScene& scene = *Document().Scene();
+        for (int i = 0; i < scene.GetItemsCount(); ++i)
+            if (auto* marker = qobject_cast<TToolMarker*>(scene.GetItem(i))) return *marker;
+        return scene;
+    }
+    void Play() {
+        m_playback->Player().SetSpeed(10);
+        m_playback->SetPlaying(true);
+        QTest::qWait(100);
+        ASSERT_TRUE(m_playback->IsPlaying());
+    }
+
+    TPlayback* m_playback = nullptr;
+};
+
+TEST_F(MachinedProgram, StepsByMoveByToolAndByLineShowWhereTheToolIs) {
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers with = {}) {
+        QTest::keyClick(&*m_window, key, with);
+    };
+    QString told;
+    QObject::connect(m_playback, &TPlayback::Told, [&](const QString& text) { told = text; });
+    EXPECT_EQ(State(), QStringLiteral(" | "));
+    press(Qt::Key_Down);
+    EXPECT_EQ(State(), QStringLiteral("Line 4, feed: X 1.000  Y 0.000  Z 0.000  F 60 mm/min  T1 "
+                                      "(D=6 mill), length 1.000 | Line 4 | tool | 1 | about 0.5"));
+    press(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(State(), QStringLiteral("Line 8, dwell: X 3.000  Y 0.000  Z 0.000  T2, length 0.000 "
+                                      "| Line 6 | tool | 2 | about 2"))
+        << "a dwell has no object";
+    m_playback->GoToLine(9);
+    EXPECT_TRUE(State().startsWith(QStringLiteral("Line 9, feed: X 6.000")))
+        << State().toStdString();
+    EXPECT_EQ(told, QString());
+    m_playback->GoToLine(5);
+    EXPECT_TRUE(State().startsWith(QStringLiteral("Line 6, feed: X 3.000")))
+        << State().toStdString();
+    EXPECT_EQ(told, QStringLiteral("Line 5 makes no move; this is the next that does, line 6."));
+    m_playback->GoToLine(10);
+    EXPECT_TRUE(State().startsWith(QStringLiteral("Line 6"))) << State().toStdString();
+    EXPECT_EQ(told, QStringLiteral("No move comes from line 10 or a later one."));
+    m_window->Selection()->SelectOnly(nullptr);
+    EXPECT_EQ(State(), QStringLiteral(" | ")) << "the path looks as it did";
+    m_window->Selection()->SelectOnly(Root(0).GetItem(2));
+    EXPECT_FALSE(State().contains(QStringLiteral("tool"))) << "what is looked at is not played";
+}
+
+TEST_F(MachinedProgram, PlaysInTheTimeOfTheMachine) {
+    m_playback->Player().SetSpeed(4);
+    m_playback->SetPlaying(true);
+    TZEPScene& scene = *Document().Scene();
+    scene.Action(100);
+    scene.Action(100.5); // two seconds
+    EXPECT_TRUE(m_playback->Status().startsWith(QStringLiteral("Line 6, feed: X 2.000")));
+    m_window->Selection()->SelectOnly(Root(0).GetItem(0)); // the user goes there
+    scene.Action(100.75);
+    EXPECT_TRUE(m_playback->Status().startsWith(QStringLiteral("Line 6, feed: X 2.000")));
+    scene.Action(101.25);
+    EXPECT_TRUE(m_playback->Status().startsWith(QStringLiteral("Line 9, feed: X 3.000")));
+    scene.Action(101.75);
+    scene.Action(102.25);
+    EXPECT_FALSE(m_playback->IsPlaying());
+    EXPECT_TRUE(m_playback->Status().startsWith(QStringLiteral("Line 9, feed: X 6.000")));
+}
+
+TEST_F(MachinedProgram, WhateverHappensWhileItPlaysIsSafe) {
+    const QString a = Path("a.nc");
+    const std::function<void()> events[] = {
+        [&] { m_window->CloseFile(a); },
+        [&] { m_window->OpenFiles({Put("b.nc", "G1 X5\nG1 X7\n")}); },
+        [&] { m_window->OpenFiles({PutDrawing()}); },
+        [&] { Put("a.nc", "F1\nG1 X5\n"), m_window->AddFiles({a}); },
+        [&] {
+            m_window->AddFiles({PutProgram("c.nc")});
+            m_window->Selection()->SelectOnly(Root(1).GetItem(1));
+        },
+        [&] { m_window->SaveAs(Path("s.zep")); },
+        [&] { Root(0).Clear(); },
+        [&] { delete Root(0).GetItem(0); },
+        [&] { delete &Marker(); },
+        [&] { m_window.reset(); },
+    };
+    for (const auto& event : events) {
+        SCOPED_TRACE(&event - events);
+        m_window->OpenFiles({PutProgram("a.nc")});
+        Play();
+        event();
+        QTest::qWait(100);
+        if (!m_window) break;
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Space, Qt::Key_End}) {
+            QTest::keyClick(&*m_window, key,
+                            key == Qt::Key_End ? Qt::ControlModifier : Qt::NoModifier);
+            QTest::qWait(20);
+        }
+    }
+}
+
+TEST_F(MachinedProgram, InASceneWithoutItsTextCountsMoves) {
+    m_window->SaveAs(Path("s.zep"));
+    QFile::remove(Path("a.nc"));
+    m_window->OpenFiles({Path("s.zep")});
+    EXPECT_FALSE(m_playback->Player().HasTimes());
+    QTest::keyClick(&*m_window, Qt::Key_Down);
+    QTest::keyClick(&*m_window, Qt::Key_Down);
+    EXPECT_EQ(State(), QStringLiteral(" | Line 6 | 2 | about 2"))
+        << "where the tool is, nobody knows";
+    Play();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !m_playback->IsPlaying(); }, 3000));
+}
+
 using Playback = WindowTest;
 
 /// No event comes between: the test says what time it is.
@@ -166,7 +306,7 @@ TEST_F(Playback, NeitherAPauseNorAStandstillIsMadeUpFor) {
     auto& playback = *window.findChild<TPlayback*>();
     TZEPObject& scene = *window.Document().Files().front().Root->Scene();
     source.GoTo(0);
-    playback.SetSpeed(10);
+    playback.Player().SetSpeed(10, TToolPlayback::TPace::Moves);
     const auto movesAt = [&](double time) {
         const int before = source.CurrentMove();
         scene.Action(time);
@@ -174,11 +314,11 @@ TEST_F(Playback, NeitherAPauseNorAStandstillIsMadeUpFor) {
     };
     playback.SetPlaying(true);
     EXPECT_EQ(movesAt(100), 0);
-    EXPECT_EQ(movesAt(100.45), 4);
+    EXPECT_EQ(movesAt(100.45), 5);
     playback.SetPlaying(false);
     playback.SetPlaying(true);
     EXPECT_EQ(movesAt(500), 0) << "behind a pause";
-    EXPECT_EQ(movesAt(500.25), 2);
+    EXPECT_EQ(movesAt(500.22), 2);
     EXPECT_EQ(movesAt(900), 5) << "half a second at most, whatever held the program up";
     playback.SetPlaying(false);
     EXPECT_EQ(movesAt(901), 0);
