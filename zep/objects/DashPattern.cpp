@@ -3,6 +3,8 @@
 #include <zep/gl/Names.h>
 #include <zep/scene/Vectors.h>
 
+#include <QLocale>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -27,6 +29,13 @@ double LengthOf(double part) {
 double PeriodOf(std::span<const double> parts) {
     return std::accumulate(parts.begin(), parts.end(), 0.0,
                            [](double sum, double part) { return sum + LengthOf(part); });
+}
+
+QString TextOf(std::span<const double> parts) {
+    QStringList texts;
+    for (const double part : parts)
+        texts += QString::number(part, 'g', QLocale::FloatingPointShortest);
+    return texts.join(u' ');
 }
 
 /// A dot and a short dash are one texel long. Gaps are kept as long as there is room for all.
@@ -122,7 +131,7 @@ std::shared_ptr<const TZEPDashPattern> TZEPDashPattern::Of(std::span<const doubl
 }
 
 TZEPDashPattern::TZEPDashPattern(std::span<const double> parts)
-    : m_parts(parts.begin(), parts.end()), m_period(PeriodOf(parts)),
+    : m_parts(parts.begin(), parts.end()), m_text(TextOf(parts)), m_period(PeriodOf(parts)),
       m_texture(TDashTexture::Of(parts)) {}
 
 double TZEPDashPattern::FirstDash() const {

@@ -3,6 +3,8 @@
 #include <zep/Export.h>
 #include <zep/scene/Geom.h>
 
+#include <QString>
+
 #include <GL/gl.h>
 
 #include <functional>
@@ -58,6 +60,8 @@ public:
     explicit TZEPDashPattern(std::span<const double> parts);
 
     [[nodiscard]] const std::vector<double>& Parts() const { return m_parts; }
+    /// The parts with blanks between them.
+    [[nodiscard]] const QString& Text() const { return m_text; }
     [[nodiscard]] double Period() const { return m_period; }
     /// What the pattern begins with, 0 where that is no dash.
     [[nodiscard]] double FirstDash() const;
@@ -65,6 +69,7 @@ public:
 
 private:
     std::vector<double> m_parts;
+    QString m_text;
     double m_period;
     std::shared_ptr<const TDashTexture> m_texture;
 };

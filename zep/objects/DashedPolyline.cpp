@@ -11,8 +11,15 @@ namespace {
 
 const TRegisterObject<TZEPDashedPolyline> RegisteredDashedPolyline;
 
-bool AreAlike(const TZEPDashPattern* a, const TZEPDashPattern* b) {
-    return a == b || (a && b && a->Parts() == b->Parts());
+/// Null for what is no list of numbers, or breaks nothing up.
+std::shared_ptr<const TZEPDashPattern> PatternOf(const QString& dashes) {
+    std::vector<double> parts;
+    for (const QStringView part : QStringView(dashes).split(u' ', Qt::SkipEmptyParts)) {
+        bool isNumber = false;
+        parts.push_back(QLocale::c().toDouble(part, &isNumber));
+        if (!isNumber || parts.size() > TZEPDashPattern::MaxParts) return {};
+    }
+    return TZEPDashPattern::Of(parts);
 }
 
 void Send(const TDashedEnd& end) {
@@ -24,27 +31,15 @@ void Send(const TDashedEnd& end) {
 
 TZEPDashedPolyline::TZEPDashedPolyline(TComponent* owner) : TZEPPolyline(owner) {}
 
-QString TZEPDashedPolyline::Dashes() const {
-    QStringList parts;
-    if (m_pattern)
-        for (const double part : m_pattern->Parts())
-            parts += QString::number(part, 'g', QLocale::FloatingPointShortest);
-    return parts.join(u' ');
-}
-
 void TZEPDashedPolyline::SetDashes(const QString& dashes) {
-    std::vector<double> parts;
-    for (const QStringView part : QStringView(dashes).split(u' ', Qt::SkipEmptyParts)) {
-        bool isNumber = false;
-        parts.push_back(QLocale::c().toDouble(part, &isNumber));
-        if (!isNumber || parts.size() > TZEPDashPattern::MaxParts) return SetPattern({});
-    }
-    SetPattern(TZEPDashPattern::Of(parts));
+    if (!Change(m_dashes, dashes)) return;
+    m_pattern = PatternOf(dashes);
+    Invalidate(this);
 }
 
-void TZEPDashedPolyline::SetPattern(std::shared_ptr<const TZEPDashPattern> pattern) {
-    if (AreAlike(m_pattern.get(), pattern.get())) return;
-    m_pattern = std::move(pattern);
+void TZEPDashedPolyline::SetPattern(const std::shared_ptr<const TZEPDashPattern>& pattern) {
+    if (!Change(m_dashes, pattern ? pattern->Text() : QString())) return;
+    m_pattern = pattern;
     Invalidate(this);
 }
 

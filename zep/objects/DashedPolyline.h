@@ -18,10 +18,10 @@ class ZEP_CORE_EXPORT TZEPDashedPolyline : public TZEPPolyline {
 public:
     explicit TZEPDashedPolyline(TComponent* owner = nullptr);
 
+    [[nodiscard]] const QString& Dashes() const { return m_dashes; }
     /// Lengths of dashes, above 0, and gaps, below 0, in the polyline's unit, with blanks between
-    /// them; 0 is a dot. Empty: solid.
-    [[nodiscard]] QString Dashes() const;
-    /// What breaks nothing up (`TZEPDashPattern::Of`), or is no list of numbers, is taken as empty.
+    /// them; 0 is a dot. It is solid where that is empty, is no list of numbers or breaks nothing
+    /// up (`TZEPDashPattern::Of`).
     void SetDashes(const QString& dashes);
     [[nodiscard]] bool RunsOn() const { return m_runsOn; }
     /// The pattern runs on round corners, and does not begin with a dash on each side.
@@ -32,7 +32,7 @@ public:
         return m_pattern;
     }
     /// Of one that many have in common.
-    void SetPattern(std::shared_ptr<const TZEPDashPattern> pattern);
+    void SetPattern(const std::shared_ptr<const TZEPDashPattern>& pattern);
 
     /// Calls it for each piece, as `ForEachDashedLine`.
     void ForEachLine(const std::function<void(const TDashedEnd& from, const TDashedEnd& to)>& line);
@@ -43,7 +43,8 @@ protected:
     [[nodiscard]] bool SharesDrawRun() const override { return false; }
 
 private:
-    std::shared_ptr<const TZEPDashPattern> m_pattern;
+    QString m_dashes;
+    std::shared_ptr<const TZEPDashPattern> m_pattern; ///< of them
     bool m_runsOn = false;
 };
 

@@ -10,6 +10,9 @@ namespace ZEP {
 
 namespace {
 
+constexpr double MostCrossings = 1e6;
+constexpr double MostNeighbours = 2e7; // that lie above each other
+
 /// What is sent to the tessellator, and what comes back: parts of triangles, or outlines.
 struct TResult {
     TContours Parts;
@@ -75,6 +78,45 @@ void TurnToCorner(std::vector<TGLArrayd3>& outline) {
     std::ranges::rotate(outline, outline.end() - 1);
 }
 
+/// How many pairs of sides there are whose spans along an axis meet.
+double MeetingSpans(const TContours& contours, std::size_t axis) {
+    std::vector<double> starts, ends;
+    for (const auto& contour : contours)
+        for (std::size_t i = 0; i < contour.size(); ++i) {
+            const auto [min, max] =
+                std::minmax(contour[i][axis], contour[(i + 1) % contour.size()][axis]);
+            starts.push_back(min);
+            ends.push_back(max);
+        }
+    std::ranges::sort(starts);
+    std::ranges::sort(ends);
+    double pairs = 0;
+    std::size_t over = 0;
+    for (std::size_t i = 0; i < starts.size(); ++i) {
+        while (ends[over] < starts[i]) ++over;
+        pairs += static_cast<double>(i - over);
+    }
+    return pairs;
+}
+
+/// Begins with the one farthest to the left, within which no other lies but as a hole. The rest
+/// comes in columns, up and down by turns, so that the ways between them are short.
+void SortByWay(TContours& outlines) {
+    const auto corner = [](const auto& outline) { return outline[1]; };
+    std::ranges::iter_swap(outlines.begin(), std::ranges::min_element(outlines, {}, corner));
+    const double left = corner(outlines.front())[0];
+    const double right = corner(*std::ranges::max_element(outlines, {}, corner))[0];
+    const double columns = std::ceil(std::sqrt(static_cast<double>(outlines.size())));
+    const auto key = [&](const auto& outline) {
+        const TGLArrayd3 place = corner(outline);
+        const double column =
+            right > left ? std::floor((place[0] - left) / (right - left) * columns) : 0;
+        const bool isDown = std::fmod(column, 2) != 0;
+        return std::pair(column, isDown ? -place[1] : place[1]);
+    };
+    std::ranges::sort(outlines.begin() + 1, outlines.end(), {}, key);
+}
+
 } // namespace
 
 TTriangles TrianglesOf(std::span<const TGLArrayd3> polygon) {
@@ -103,10 +145,15 @@ TContours OutlinesOf(const TContours& contours, TFillRule rule) {
     return std::move(result.Parts);
 }
 
+bool AreTangled(const TContours& contours) {
+    const double inX = MeetingSpans(contours, 0), inY = MeetingSpans(contours, 1);
+    return inX > MostNeighbours || std::min(inX, inY) > MostCrossings;
+}
+
 std::vector<TGLArrayd3> PolygonOf(TContours outlines) {
+    if (outlines.empty()) return {};
     for (auto& outline : outlines) TurnToCorner(outline);
-    // None is within the one that comes first, unless as a hole.
-    std::ranges::sort(outlines, {}, [](const auto& outline) { return outline[1]; });
+    SortByWay(outlines);
     std::vector<TGLArrayd3> polygon;
     for (const auto& outline : outlines) {
         polygon.insert(polygon.end(), outline.begin(), outline.end());

@@ -35,6 +35,10 @@ enum class TFillRule {
 /// \param contours  in a plane of one z
 [[nodiscard]] ZEP_CORE_EXPORT TContours OutlinesOf(const TContours& contours, TFillRule rule);
 
+/// They may have so many crossings, or sides above each other, that `OutlinesOf` would take
+/// seconds.
+[[nodiscard]] ZEP_CORE_EXPORT bool AreTangled(const TContours& contours);
+
 /// One polygon in place of several: it goes over from each to the next and comes back on the same
 /// way, so that it runs round the same area. It begins at a corner that is no dent.
 /// \param outlines  as `OutlinesOf` makes them

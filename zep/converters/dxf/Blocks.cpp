@@ -1,10 +1,8 @@
 #include <zep/converters/dxf/Blocks.h>
 
 #include <zep/converters/dxf/Drawing.h>
+#include <zep/converters/dxf/Names.h>
 #include <zep/converters/dxf/Record.h>
-#include <zep/framework/Ascii.h>
-
-#include <algorithm>
 
 namespace ZEP {
 
@@ -13,12 +11,6 @@ namespace {
 constexpr int ExternalFlags = 4 | 8;
 
 } // namespace
-
-std::string FoldedDXFName(std::string_view name) {
-    std::string folded(name);
-    std::ranges::transform(folded, folded.begin(), ToLower);
-    return folded;
-}
 
 void TDXFBlocks::Read(TDXFTags& tags, const TDXFTextDecoder& text) {
     while (tags.NextGroupCode() >= 0) {

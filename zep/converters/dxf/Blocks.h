@@ -11,9 +11,6 @@ namespace ZEP {
 
 class TDXFTextDecoder;
 
-/// The case of ASCII letters means nothing in names.
-[[nodiscard]] std::string FoldedDXFName(std::string_view name);
-
 /// A block of a drawing: entities that insertions show. They stay in the text, and are read again
 /// for each insertion.
 struct TDXFBlock {

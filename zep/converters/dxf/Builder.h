@@ -4,6 +4,7 @@
 #include <zep/converters/dxf/Drawing.h>
 #include <zep/converters/dxf/Scope.h>
 #include <zep/framework/ReadBudget.h>
+#include <zep/objects/Tessellation.h>
 
 #include <optional>
 #include <span>
@@ -79,6 +80,7 @@ public:
             return Pass(record, TDXFReport::TReason::TooMany);
         auto* object = new T(&Drawing.Root);
         object->SetColor(Scope.ColorOf(record, *layer));
+        if (Drawing.Weights.AreShown) Widen(*object, Scope.WeightOf(record, *layer));
         if (record.Integer(60) != 0 || Scope.IsHidden()) object->SetVisible(false);
         fill(*object);
         Place(object, Scope.ParentOn(layer), Drawing.Root);
@@ -99,9 +101,10 @@ public:
     /// The walls of a chain of a thick entity (group 39), along its extrusion.
     void AddWalls(const TDXFRecord& record, const TDXFChain& chain);
 
-    /// A flat area within one polygon in `frame`, which may go over into others and holes. One of
-    /// no area is counted. \param color  in place of the entity's
-    void AddFilled(const TDXFRecord& record, std::vector<TGLArrayd3> polygon,
+    /// A flat area that contours fill in `frame`. One of no area is counted, and so is one that
+    /// would take too long.
+    /// \param color  in place of the entity's
+    void AddFilled(const TDXFRecord& record, const TContours& contours, TFillRule rule,
                    const TGLMatrixd4& frame, const std::optional<TColor>& color = {});
 
     /// Points that a curve can still have.
@@ -114,6 +117,7 @@ public:
 private:
     static constexpr int ThicknessCode = 39;
 
+    static void Widen(TZEPObject& object, int weight);
     void AddWide(const TDXFRecord& record, std::span<const TDXFBulgeVertex> vertexes, bool closed,
                  const TGLMatrixd4& frame);
     void AddPolyline(const TDXFRecord& record, const TDXFChain& chain, bool runsOn);

@@ -54,6 +54,11 @@ std::shared_ptr<const TZEPDashPattern> TDXFBuilder::PatternOf(const TDXFRecord& 
     return {};
 }
 
+void TDXFBuilder::Widen(TZEPObject& object, int weight) {
+    if (auto* line = qobject_cast<TZEPLineShape*>(&object))
+        line->SetWidth(TDXFWeights::PixelsOf(weight));
+}
+
 void TDXFBuilder::AddChain(const TDXFRecord& record, TDXFChain chain, const TGLMatrixd4& frame,
                            bool runsOn) {
     if (!IsIdentityd(frame)) {
@@ -115,8 +120,8 @@ void TDXFBuilder::AddWide(const TDXFRecord& record, std::span<const TDXFBulgeVer
                           bool closed, const TGLMatrixd4& frame) {
     const std::vector<TDXFWidePlace> places = WidePlacesOf(vertexes, closed);
     if (places.size() > MaxDXFWidePlaces) return Pass(record, TDXFReport::TReason::TooWide);
-    auto polygon = PolygonOf(OutlinesOf(WideContours(places, closed), TFillRule::NonZero));
-    if (!polygon.empty()) AddFilled(record, std::move(polygon), frame);
+    const TContours contours = WideContours(places, closed);
+    if (!contours.empty()) AddFilled(record, contours, TFillRule::NonZero, frame);
 }
 
 } // namespace ZEP

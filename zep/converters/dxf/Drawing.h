@@ -4,6 +4,7 @@
 #include <zep/converters/dxf/Layers.h>
 #include <zep/converters/dxf/LineTypes.h>
 #include <zep/converters/dxf/Report.h>
+#include <zep/converters/dxf/Weights.h>
 
 namespace ZEP {
 
@@ -26,6 +27,7 @@ public:
     TDXFReport Report;
     TReadBudget Budget;
     TDXFLineTypes LineTypes;
+    TDXFWeights Weights;
     /// Where the header says that the drawing lies; z stays 0.
     TGLArrayd3 MinExtent{}, MaxExtent{};
 

@@ -93,6 +93,7 @@ void TDXFExtendedReader::ReadLayer() {
     if (number < 0 || isFrozen) layer->SetVisible(false);
     if (isFrozen) m_frozen.insert(layer);
     m_drawing.LineTypes.SetOfLayer(layer, m_record.Text(6));
+    m_drawing.Weights.OfLayers[layer] = m_record.Integer(370, TDXFWeights::Default);
 }
 
 void TDXFExtendedReader::ReadLineTypes() {

@@ -3,7 +3,6 @@
 #include <zep/converters/dxf/HatchPaths.h>
 #include <zep/converters/dxf/Palette.h>
 #include <zep/objects/LineSet.h>
-#include <zep/objects/Polygon.h>
 
 #include <optional>
 
@@ -37,12 +36,6 @@ std::optional<TColor> GradientColor(const TDXFRecord& record) {
     return color;
 }
 
-void AddArea(TDXFBuilder& builder, const TDXFRecord& record, const TContours& contours) {
-    std::vector<TGLArrayd3> points = PolygonOf(OutlinesOf(contours, TFillRule::Odd));
-    builder.AddFilled(record, std::move(points), FrameOf(record),
-                      IsGradient(record) ? GradientColor(record) : std::nullopt);
-}
-
 void AddLines(TDXFBuilder& builder, const TDXFRecord& record, const TContours& contours) {
     const TDXFHatchLines lines = LinesOf(HatchFamilies(record), contours, builder.PointsLeft() / 2);
     if (lines.IsCoarser) builder.Pass(record, TDXFReport::TReason::TooFine);
@@ -63,7 +56,9 @@ void AddDXFHatch(TDXFBuilder& builder, const TDXFRecord& record) {
     const TContours contours =
         ContoursOfStyle(HatchContours(record, builder.PointsLeft()), StyleOf(record));
     if (contours.empty()) return builder.Pass(record, TDXFReport::TReason::NoPoints);
-    if (record.Integer(70) != 0 || IsGradient(record)) return AddArea(builder, record, contours);
+    if (record.Integer(70) != 0 || IsGradient(record))
+        return builder.AddFilled(record, contours, TFillRule::Odd, FrameOf(record),
+                                 IsGradient(record) ? GradientColor(record) : std::nullopt);
     AddLines(builder, record, contours);
 }
 

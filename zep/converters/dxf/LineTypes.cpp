@@ -1,8 +1,7 @@
 #include <zep/converters/dxf/LineTypes.h>
 
-#include <zep/converters/dxf/Blocks.h>
+#include <zep/converters/dxf/Names.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace ZEP {

@@ -35,6 +35,8 @@ void TDXFReader::read_header() {
         if (m_tags.Code() == 1 && name == "$ACADVER") version = m_tags.ValStr();
         if (m_tags.Code() == 40 && name == "$LTSCALE")
             m_drawing.LineTypes.SetScale(m_tags.ValDbl());
+        if (m_tags.Code() == 290 && name == "$LWDISPLAY")
+            m_drawing.Weights.AreShown = m_tags.ValInt() != 0;
         if (m_tags.Code() != 9) continue;
         name = m_tags.ValStr();
         if (name == "$EXTMAX") m_tags.read_2Dpoint(m_drawing.MaxExtent);

@@ -39,6 +39,8 @@ QString KindText(const QString& name, TDXFReport::TReason reason) {
         return name + QStringLiteral(" of a line type with texts (they are left out)");
     case TDXFReport::TReason::TooWide:
         return name + QStringLiteral(" of too many points for its width (drawn thin)");
+    case TDXFReport::TReason::TooTangled:
+        return name + QStringLiteral(" whose boundaries cross too often");
     case TDXFReport::TReason::CutOff:
         return name + QStringLiteral(" sections that are cut off (the rest is missing)");
     case TDXFReport::TReason::NotDrawn:

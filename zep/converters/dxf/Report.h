@@ -29,9 +29,10 @@ public:
         TooFine,
         LineTexts,
         TooWide,
+        TooTangled,
         CutOff
     };
-    static constexpr std::size_t ReasonCount = 13;
+    static constexpr std::size_t ReasonCount = 14;
 
     /// \param kind  of the entity, as it stands in the text; the name of a section that is cut off
     void Add(std::string_view kind, TReason reason, qint64 line);

@@ -3,6 +3,7 @@
 #include <zep/converters/Placing.h>
 #include <zep/converters/dxf/Blocks.h>
 #include <zep/converters/dxf/Drawing.h>
+#include <zep/converters/dxf/Names.h>
 #include <zep/converters/dxf/Palette.h>
 #include <zep/objects/Node.h>
 
@@ -60,6 +61,13 @@ const TDXFLineType* TDXFScope::LineTypeOf(const TDXFRecord& record, const TZEPOb
     const std::string name = FoldedDXFName(record.Text(6, "bylayer"));
     if (name == "bylayer") return types.OfLayer(&layer);
     return name == "byblock" ? m_look.LineType : types.Find(name);
+}
+
+int TDXFScope::WeightOf(const TDXFRecord& record, const TZEPObject& layer) const {
+    const int weight = record.Integer(370, TDXFWeights::ByLayer);
+    if (weight == TDXFWeights::ByBlock) return m_look.Weight;
+    if (weight != TDXFWeights::ByLayer) return weight;
+    return m_drawing.Weights.OfLayers.value(&layer, TDXFWeights::Default);
 }
 
 TZEPObject* TDXFScope::ParentOn(TZEPObject* layer) {

@@ -2,6 +2,7 @@
 
 #include <zep/converters/dxf/Insertion.h>
 #include <zep/converters/dxf/Record.h>
+#include <zep/converters/dxf/Weights.h>
 #include <zep/framework/Color.h>
 
 #include <QPointer>
@@ -21,6 +22,7 @@ struct TDXFLook {
     QPointer<TZEPObject> Layer{};
     TColor Color = clWhite;
     const TDXFLineType* LineType = nullptr; ///< null: solid
+    int Weight = TDXFWeights::Default;
 };
 
 /// Where entities go in the extended reading: under their layers, or, those of an inserted block,
@@ -61,7 +63,7 @@ public:
     [[nodiscard]] TZEPObject* LayerOf(const TDXFRecord& record);
     /// What an entity of that layer hands on to its block.
     [[nodiscard]] TDXFLook LookOf(const TDXFRecord& record, TZEPObject& layer) const {
-        return {&layer, ColorOf(record, layer), LineTypeOf(record, layer)};
+        return {&layer, ColorOf(record, layer), LineTypeOf(record, layer), WeightOf(record, layer)};
     }
     /// The colour of an entity of that layer. In a block, colour 0 stands for that of the
     /// insertion, else for white.
@@ -70,6 +72,8 @@ public:
     /// is solid.
     [[nodiscard]] const TDXFLineType* LineTypeOf(const TDXFRecord& record,
                                                  const TZEPObject& layer) const;
+    /// The line weight, likewise.
+    [[nodiscard]] int WeightOf(const TDXFRecord& record, const TZEPObject& layer) const;
     /// The parent of what lies on that layer.
     [[nodiscard]] TZEPObject* ParentOn(TZEPObject* layer);
 

@@ -130,10 +130,12 @@ void PlaceFlat(TZEPObject& object, const TGLMatrixd4& frame, const TGLArrayd3& p
     object.XForm()->Scale()->SetData(scale);
 }
 
-void TDXFBuilder::AddFilled(const TDXFRecord& record, std::vector<TGLArrayd3> polygon,
+void TDXFBuilder::AddFilled(const TDXFRecord& record, const TContours& contours, TFillRule rule,
                             const TGLMatrixd4& frame, const std::optional<TColor>& color) {
+    if (AreTangled(contours)) return Pass(record, TDXFReport::TReason::TooTangled);
+    std::vector<TGLArrayd3> polygon = PolygonOf(OutlinesOf(contours, rule));
     for (TGLArrayd3& point : polygon) Xformd(frame, point);
-    if (polygon.size() < 3 || !std::ranges::all_of(polygon, IsFinite))
+    if (polygon.empty() || !std::ranges::all_of(polygon, IsFinite))
         return Pass(record, TDXFReport::TReason::NoPoints);
     Add<TZEPPolygon>(record, polygon.size(), [&](TZEPPolygon& filled) {
         if (color) filled.SetColor(*color);
@@ -146,11 +148,10 @@ void TDXFBuilder::AddFilled(const TDXFRecord& record, std::vector<TGLArrayd3> po
 }
 
 void AddDXFPoint(TDXFBuilder& builder, const TDXFRecord& record) {
-    builder.Add<TZEPPoint>(record, 0, [&](TZEPPoint& point) {
-        point.P()->SetData(record.Point(10));
-        // What a dimension measures from may lie anywhere, and is no part of the picture.
-        if (builder.Scope.IsOfDimension()) point.SetVisible(false);
-    });
+    // What a dimension measures from may lie anywhere, and is no part of the picture.
+    if (builder.Scope.IsOfDimension()) return;
+    builder.Add<TZEPPoint>(record, 0,
+                           [&](TZEPPoint& point) { point.P()->SetData(record.Point(10)); });
 }
 
 void AddDXFLine(TDXFBuilder& builder, const TDXFRecord& record) {

@@ -13,6 +13,8 @@ namespace {
 /// A corner of less than some 10 degrees has no mitre.
 constexpr double SharpestCosine = -0.985;
 
+constexpr double SameWidth = 1e-6; // of the width
+
 /// A straight piece of some length.
 struct TPiece {
     TGLArrayd3 From, To;
@@ -20,54 +22,69 @@ struct TPiece {
     TGLArrayd3 Side;   ///< to its left, of length 1
 };
 
-TGLArrayd3 LeftOf(const TGLArrayd3& direction) {
-    return {-direction[1], direction[0], 0};
-}
-
 std::vector<TPiece> PiecesOf(std::span<const TDXFWidePlace> places, bool closed) {
     std::vector<TPiece> pieces;
     const std::size_t count = closed ? places.size() : places.size() - 1;
     for (std::size_t i = 0; i < count; ++i) {
         const TDXFWidePlace& place = places[i];
         const TGLArrayd3& to = places[(i + 1) % places.size()].Point;
-        const TGLArrayd3 way = to - place.Point;
-        const double length = Length(way);
-        if (!(length > 0)) continue;
-        pieces.push_back({place.Point, to, std::abs(place.Start) / 2, std::abs(place.End) / 2,
-                          LeftOf(way / length)});
+        const TGLArrayd3 way = Unit(to - place.Point);
+        if (way == zero3d || !IsFinite(way)) continue;
+        pieces.push_back({place.Point,
+                          to,
+                          std::abs(place.Start) / 2,
+                          std::abs(place.End) / 2,
+                          {-way[1], way[0], 0}});
     }
     return pieces;
 }
 
-double AreaOf(const std::vector<TGLArrayd3>& contour) {
-    double area = 0;
-    TGLArrayd3 last = contour.back();
-    for (const TGLArrayd3& point : contour) {
-        area += Cross(last - contour.front(), point - contour.front())[2];
-        last = point;
+bool AreMitred(const TPiece& in, const TPiece& out) {
+    return std::abs(in.End - out.Start) <= in.End * SameWidth &&
+           Dotd(in.Side, out.Side) > SharpestCosine;
+}
+
+/// To the left, from where two pieces meet to the tip of their mitre.
+TGLArrayd3 MitreOf(const TPiece& in, const TPiece& out) {
+    return (in.Side + out.Side) * (in.End / (1 + Dotd(in.Side, out.Side)));
+}
+
+/// What fills the outside of a corner without a mitre.
+std::vector<TGLArrayd3> BevelOf(const TPiece& in, const TPiece& out) {
+    const double half = std::min(in.End, out.Start);
+    if (Cross(in.Side, out.Side)[2] < 0)
+        return {in.To, in.To + out.Side * half, in.To + in.Side * half};
+    return {in.To, in.To - in.Side * half, in.To - out.Side * half};
+}
+
+/// Both sides of pieces that are mitred where they meet.
+class TSides {
+public:
+    void Add(const TGLArrayd3& place, const TGLArrayd3& toLeft) {
+        m_left.push_back(place + toLeft);
+        m_right.push_back(place - toLeft);
     }
-    return area;
-}
+    /// One contour round an open run, two of a closed one.
+    void Finish(TContours& contours, bool closed) {
+        std::ranges::reverse(m_left);
+        if (closed)
+            contours.push_back(std::move(m_right));
+        else
+            m_left.insert(m_left.end(), m_right.begin(), m_right.end());
+        contours.push_back(std::move(m_left));
+        m_left.clear();
+        m_right.clear();
+    }
 
-/// Turned round if it runs clockwise.
-void Add(TContours& contours, std::vector<TGLArrayd3> contour) {
-    const double area = AreaOf(contour);
-    if (area == 0) return;
-    if (area < 0) std::ranges::reverse(contour);
-    contours.push_back(std::move(contour));
-}
+private:
+    std::vector<TGLArrayd3> m_left, m_right;
+};
 
-/// What lies between the ends of two pieces on the outside of a bend.
-void AddJoint(TContours& contours, const TPiece& in, const TPiece& out) {
-    const double half = in.End;
-    const double bend = Cross(in.Side, out.Side)[2], cosine = Dotd(in.Side, out.Side);
-    if (half == 0 || std::abs(half - out.Start) > half * 1e-6) return;
-    if (bend == 0 && cosine > 0) return;
-    const double outside = bend > 0 ? -half : half;
-    const TGLArrayd3 first = in.To + in.Side * outside, last = in.To + out.Side * outside;
-    if (cosine < SharpestCosine) return Add(contours, {in.To, first, last});
-    const TGLArrayd3 tip = in.To + (in.Side + out.Side) * (outside / (1 + cosine));
-    Add(contours, {in.To, first, tip, last});
+/// The first piece that is not mitred with the one before it; 0 where there is none.
+std::size_t FirstBreak(const std::vector<TPiece>& pieces) {
+    for (std::size_t i = 0; i < pieces.size(); ++i)
+        if (!AreMitred(pieces[i == 0 ? pieces.size() - 1 : i - 1], pieces[i])) return i;
+    return 0;
 }
 
 } // namespace
@@ -77,17 +94,18 @@ std::vector<TDXFWidePlace> WidePlacesOf(std::span<const TDXFBulgeVertex> vertexe
     for (std::size_t i = 0; i < vertexes.size() && places.size() <= MaxDXFWidePlaces; ++i) {
         const TDXFBulgeVertex& from = vertexes[i];
         const bool isLast = i + 1 == vertexes.size();
+        if (isLast && !closed) {
+            places.push_back({from.Point});
+            break;
+        }
         const std::array piece{from, vertexes[isLast ? 0 : i + 1]};
-        const bool isEnd = isLast && !closed;
-        std::vector<TGLArrayd3> points = BulgedChain(piece, false).Points;
-        if (points.empty()) continue;
-        const auto pieces = static_cast<double>(points.size() - 1);
+        const std::vector<TGLArrayd3> points = BulgedChain(piece, false).Points;
         const auto width = [&](std::size_t k) {
+            const auto pieces = static_cast<double>(points.size() - 1);
             return std::lerp(from.StartWidth, from.EndWidth, static_cast<double>(k) / pieces);
         };
-        for (std::size_t k = 0; k + 1 < points.size() && !isEnd; ++k)
+        for (std::size_t k = 0; k + 1 < points.size(); ++k)
             places.push_back({points[k], width(k), width(k + 1)});
-        if (isEnd) places.push_back({from.Point});
     }
     return places;
 }
@@ -95,14 +113,28 @@ std::vector<TDXFWidePlace> WidePlacesOf(std::span<const TDXFBulgeVertex> vertexe
 TContours WideContours(std::span<const TDXFWidePlace> places, bool closed) {
     TContours contours;
     if (places.size() < 2) return contours;
-    const std::vector<TPiece> pieces = PiecesOf(places, closed);
+    std::vector<TPiece> pieces = PiecesOf(places, closed);
+    if (pieces.empty()) return contours;
+    if (closed) std::ranges::rotate(pieces, pieces.begin() + std::ptrdiff_t(FirstBreak(pieces)));
+    const bool isRing = closed && pieces.size() > 2 && AreMitred(pieces.back(), pieces.front());
+    TSides sides;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         const TPiece& piece = pieces[i];
-        Add(contours, {piece.From - piece.Side * piece.Start, piece.To - piece.Side * piece.End,
-                       piece.To + piece.Side * piece.End, piece.From + piece.Side * piece.Start});
-        if (i > 0) AddJoint(contours, pieces[i - 1], piece);
+        const bool isFirst = i == 0, isLast = i + 1 == pieces.size();
+        const bool meetsLast = !isFirst && AreMitred(pieces[i - 1], piece);
+        if (isFirst && isRing) sides.Add(piece.From, MitreOf(pieces.back(), piece));
+        if (!meetsLast && !(isFirst && isRing)) sides.Add(piece.From, piece.Side * piece.Start);
+        if (isLast && isRing) break;
+        const TPiece& next = pieces[isLast ? 0 : i + 1];
+        if (!isLast && AreMitred(piece, next)) {
+            sides.Add(piece.To, MitreOf(piece, next));
+            continue;
+        }
+        sides.Add(piece.To, piece.Side * piece.End);
+        sides.Finish(contours, false);
+        if (!isLast || closed) contours.push_back(BevelOf(piece, next));
     }
-    if (closed && pieces.size() > 1) AddJoint(contours, pieces.back(), pieces.front());
+    if (isRing) sides.Finish(contours, true);
     return contours;
 }
 
