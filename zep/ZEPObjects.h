@@ -8,9 +8,11 @@
 #include <zep/objects/Box.h>
 #include <zep/objects/Circle.h>
 #include <zep/objects/Cone.h>
+#include <zep/objects/DashedPolyline.h>
 #include <zep/objects/HeightField.h>
 #include <zep/objects/Label.h>
 #include <zep/objects/Line.h>
+#include <zep/objects/LineSet.h>
 #include <zep/objects/Mesh.h>
 #include <zep/objects/Node.h>
 #include <zep/objects/Point.h>

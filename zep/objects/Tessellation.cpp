@@ -10,8 +10,8 @@ namespace ZEP {
 
 namespace {
 
-constexpr double MostCrossings = 1e6;
-constexpr double MostNeighbours = 2e7; // that lie above each other
+constexpr double MostCrossings = 3e4;
+constexpr double MostNeighbours = 1e6; // that lie above each other
 
 /// What is sent to the tessellator, and what comes back: parts of triangles, or outlines.
 struct TResult {

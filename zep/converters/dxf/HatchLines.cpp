@@ -36,7 +36,8 @@ public:
             sum += std::abs(a.V - b.V);
             farthest = std::max(farthest, std::abs(b.V));
         });
-        return farthest < MostLines ? sum : std::numeric_limits<double>::infinity();
+        const bool canBeCounted = farthest < MostLines || sum > TDXFHatchLines::MaxLines;
+        return canBeCounted ? sum : std::numeric_limits<double>::infinity();
     }
     /// Calls it for each part of a line within the contours: the line's number, and from where to
     /// where along it.

@@ -196,6 +196,7 @@ TContours HatchContours(const TDXFRecord& record, std::size_t mostPoints) {
             ReadEdges(paths, mostPoints, contours);
         for (std::size_t i = first; i < contours.size(); ++i) points += contours[i].size();
     }
+    for (TPoints& contour : contours) contour = CheckedChain({std::move(contour), true}).Points;
     std::erase_if(contours, [](const TPoints& contour) { return contour.size() < 3; });
     return contours;
 }

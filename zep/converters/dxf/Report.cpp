@@ -40,7 +40,7 @@ QString KindText(const QString& name, TDXFReport::TReason reason) {
     case TDXFReport::TReason::TooWide:
         return name + QStringLiteral(" of too many points for its width (drawn thin)");
     case TDXFReport::TReason::TooTangled:
-        return name + QStringLiteral(" whose boundaries cross too often");
+        return name + QStringLiteral(" of too many islands or crossings");
     case TDXFReport::TReason::CutOff:
         return name + QStringLiteral(" sections that are cut off (the rest is missing)");
     case TDXFReport::TReason::NotDrawn:

@@ -18,6 +18,9 @@ namespace ZEP {
 namespace {
 
 constexpr int CircleSegments = 45;
+
+/// Of an area, with its islands: the ways between them cross others, and each time costs.
+constexpr std::size_t MostOutlines = 500;
 constexpr int ClosedFlag = 1;
 constexpr int RunsOnFlag = 128;
 constexpr int ThirdCorner = 12;
@@ -133,7 +136,9 @@ void PlaceFlat(TZEPObject& object, const TGLMatrixd4& frame, const TGLArrayd3& p
 void TDXFBuilder::AddFilled(const TDXFRecord& record, const TContours& contours, TFillRule rule,
                             const TGLMatrixd4& frame, const std::optional<TColor>& color) {
     if (AreTangled(contours)) return Pass(record, TDXFReport::TReason::TooTangled);
-    std::vector<TGLArrayd3> polygon = PolygonOf(OutlinesOf(contours, rule));
+    TContours outlines = OutlinesOf(contours, rule);
+    if (outlines.size() > MostOutlines) return Pass(record, TDXFReport::TReason::TooTangled);
+    std::vector<TGLArrayd3> polygon = PolygonOf(std::move(outlines));
     for (TGLArrayd3& point : polygon) Xformd(frame, point);
     if (polygon.empty() || !std::ranges::all_of(polygon, IsFinite))
         return Pass(record, TDXFReport::TReason::NoPoints);
