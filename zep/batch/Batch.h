@@ -17,7 +17,7 @@ struct TBatchLook;
 /// only holds others, and one for its other children. After a change only the block of neighbours
 /// that shows it is made anew. What is far from the origin is exact.
 ///
-/// Lines, arcs, circles, polylines, points, text and polygons of three and four corners are
+/// Lines, alone or in sets, arcs, circles, polylines, dashed or not, points, text and polygons are
 /// gathered where a colour is all that their material tells (see GatheredClass.h for classes of
 /// hosts). Everything else draws itself, in its place, and so does what casts or receives shadows
 /// or is a mirror. Picking reaches each object, and those that are selected stand out from the
