@@ -1,6 +1,7 @@
 #include "bench/ReaderBench.h"
 #include <zep/converters/rs274d/Converter.h>
 #include <zep/converters/rs274d/Program.h>
+#include <zep/converters/rs274d/ToolPathStatistics.h>
 #include <zep/scene/Scene.h>
 
 #include <malloc.h>
@@ -127,6 +128,29 @@ void Rs274dPath(benchmark::State& state) {
     Report(state, seconds);
 }
 
+/// What is asked of a path: 0 keeping it beside its reading, 1 its statistics, 2 all times anew.
+void Rs274dToolPath(benchmark::State& state) {
+    Yardstick();
+    TToolPath kept;
+    TRS274DReport report;
+    ReadRS274D(Program(), {.Extended = true}, kept, report);
+    double seconds = 0;
+    for (auto _ : state)
+        seconds += Timed(state, [&] {
+            if (state.range(0) == 0) {
+                TToolPath path;
+                ReadRS274D(Program(), {.Extended = true}, path, report);
+                benchmark::DoNotOptimize(path.Seconds());
+            } else if (state.range(0) == 1) {
+                benchmark::DoNotOptimize(StatisticsOf(kept).All.CutLength);
+            } else {
+                kept.SetRapidRate(kept.RapidRate() + 1);
+            }
+        });
+    if (kept.Count() != LineCount - 1) state.SkipWithError("not all moves were kept");
+    Report(state, seconds);
+}
+
 std::string WithExpressions() {
     std::string text = Program();
     for (std::size_t y = text.find('Y'); y != std::string::npos; y = text.find('Y', y + 1)) {
@@ -181,6 +205,11 @@ BENCHMARK(Rs274dPath)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(Rs274dRun)->ArgName("program")->DenseRange(0, 2)->UseManualTime()->Unit(
     benchmark::kMillisecond);
+BENCHMARK(Rs274dToolPath)
+    ->ArgName("asked")
+    ->DenseRange(0, 2)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(Rs274dObjects)
     ->ArgNames({"extended", "fresh"})
     ->ArgsProduct({{0, 1}, {0, 1}})

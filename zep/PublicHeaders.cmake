@@ -43,6 +43,7 @@ set(core_headers
   converters/rs274d/Sink.h
   converters/rs274d/ToolColors.h
   converters/rs274d/ToolPath.h
+  converters/rs274d/ToolPathStatistics.h
   converters/rs274d/ToolPlayback.h
   converters/threeds/Converter.h
   framework/ChunkedList.h

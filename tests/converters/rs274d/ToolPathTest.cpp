@@ -1,7 +1,7 @@
 #include "tests/Cases.h"
 #include <zep/batch/Batch.h>
 #include <zep/converters/rs274d/Converter.h>
-#include <zep/converters/rs274d/ToolPath.h>
+#include <zep/converters/rs274d/ToolPathStatistics.h>
 #include <zep/scene/ColoredObject.h>
 
 #include <cmath>
@@ -32,6 +32,27 @@ std::string TextOf(const TPathTool& tool) {
     if (tool.MaxFeed > 0) text += ", F " + Number(tool.MinFeed) + " to " + Number(tool.MaxFeed);
     if (tool.MaxSpeed > 0) text += ", S " + Number(tool.MinSpeed) + " to " + Number(tool.MaxSpeed);
     return text + '\n';
+}
+
+std::string TextOf(const TPathSums& sums) {
+    return Number(sums.RapidLength) + " + " + Number(sums.CutLength) + " mm, " +
+           Number(sums.RapidSeconds) + " + " + Number(sums.CutSeconds) + " + " +
+           Number(sums.DwellSeconds) + " s\n";
+}
+
+std::string TextOf(const std::optional<TZEPBounds>& bounds) {
+    return bounds ? PointText(bounds->Min) + " to " + PointText(bounds->Max) : "none";
+}
+
+std::string TextOf(const TToolPathStatistics& statistics) {
+    std::string text = "all: " + TextOf(statistics.All);
+    for (const TPathSums& sums : statistics.ByTool)
+        if (sums.Moves > 0 && sums.Moves < statistics.All.Moves) text += "tool: " + TextOf(sums);
+    for (const int moves : statistics.MovesByKind) text += std::to_string(moves) + ' ';
+    return text + "moves, " + std::to_string(statistics.Holes) + " holes within " +
+           TextOf(statistics.HoleBounds) + ", " + std::to_string(statistics.Untimed) +
+           " without a feed, cuts " + TextOf(statistics.CutBounds) + ", all " +
+           TextOf(statistics.Bounds) + '\n';
 }
 
 /// A move and its object are of one line and one colour.
@@ -79,6 +100,7 @@ TEST(ToolPath, KeepsMovesTimesAndTools) {
         std::string text;
         for (int i = 0; i < path.Count(); ++i) text += TextOf(path.Move(i), path.PointOf(i, 0.25));
         for (const TPathTool& tool : path.Tools()) text += TextOf(tool);
+        text += TextOf(StatisticsOf(path));
         const double seconds = path.Seconds();
         path.SetRapidRate(3000);
         path.SetRapidRate(6000);

@@ -141,12 +141,11 @@ void TRS274DExtendedMachine::ProcessM(const TRS274DWord& word, const TRS274DBloc
 
 void TRS274DExtendedMachine::Execute(const TRS274DBlock& block) {
     if (m_plan.Dwells) Dwell(block.Value('P'));
-    m_settings.Drills = m_mode == mmDrill && !m_plan.Action;
     if (m_plan.Action) return RunAction(block);
     const bool moves = block.HasAnyOf("XYZ@^") || (m_mode == mmArc && block.HasAnyOf("IJK"));
     if (!moves) return;
     if (m_plan.OtherUse && !m_plan.Motion) return;
-    TellSettings();
+    TellSettings(m_mode == mmDrill);
     Move(block, GetRepeatCount(block));
 }
 
@@ -207,7 +206,7 @@ void TRS274DExtendedMachine::ForAxisWords(const TRS274DBlock& block, Function fu
 }
 
 void TRS274DExtendedMachine::RunAction(const TRS274DBlock& block) {
-    TellSettings();
+    TellSettings(false);
     const TRS274DCode& action = *m_plan.Action;
     const auto which = static_cast<std::size_t>(action.Value);
     switch (action.Group) {

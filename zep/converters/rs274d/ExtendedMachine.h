@@ -60,7 +60,11 @@ private:
     void TurnSpindle(qint64 code);
     void ChangeTool(const TRS274DBlock& block);
     void Dwell(double seconds);
-    void TellSettings();
+    /// Cheap where there is nothing to tell: each move asks.
+    void TellSettings(bool drills) {
+        if (m_hasNewSettings || m_settings.Drills != drills) TellNewSettings(drills);
+    }
+    void TellNewSettings(bool drills);
     /// @}
 
     void ApplyMode(const TRS274DCode& code);
@@ -98,6 +102,7 @@ private:
     TRS274DSettings m_settings, m_toldSettings;
     double m_selectedTool = 0, m_tool = 0;
     bool m_hasSelected = false; // a T was stated
+    bool m_hasNewSettings = false;
     TRS274DToolNames m_toolNames;
     TRS274DFrames m_frames;
     std::array<TRS274DPoint, 2> m_references{}; // of G28 and G30

@@ -5,6 +5,7 @@
 namespace ZEP {
 
 void TRS274DExtendedMachine::NoteSettings(const TRS274DBlock& block) {
+    m_hasNewSettings = true;
     if (block.Has('F')) {
         m_feed = block.Value('F');
         const bool isLength = m_settings.FeedMode != TRS274DFeedMode::InverseTime;
@@ -19,12 +20,14 @@ void TRS274DExtendedMachine::NoteSettings(const TRS274DBlock& block) {
 /// A number in another mode is no feed: the program has to state one.
 void TRS274DExtendedMachine::SetFeedMode(TRS274DFeedMode mode) {
     if (m_settings.FeedMode == mode) return;
+    m_hasNewSettings = true;
     m_settings.FeedMode = mode;
     m_settings.Feed = 0;
 }
 
 /// M13 and M14 turn the coolant on, too.
 void TRS274DExtendedMachine::TurnSpindle(qint64 code) {
+    m_hasNewSettings = true;
     if (code == 3 || code == 13) m_settings.Spindle = TRS274DSpindle::Clockwise;
     if (code == 4 || code == 14) m_settings.Spindle = TRS274DSpindle::CounterClockwise;
     if (code == 5) m_settings.Spindle = TRS274DSpindle::Stopped;
@@ -38,20 +41,23 @@ void TRS274DExtendedMachine::SelectTool(double number) {
 void TRS274DExtendedMachine::ChangeTool(const TRS274DBlock& block) {
     m_tool = m_selectedTool;
     m_settings.Spindle = TRS274DSpindle::Stopped;
+    m_hasNewSettings = true;
     TRS274DTool tool;
     if (m_hasSelected) tool.Number = std::llrint(std::fmax(m_tool, 0));
     tool.Name = m_toolNames.NameOf(tool.Number, block.Comment(), m_place.Line);
-    tool.Diameter = Units(StatedDiameter(tool.Name));
+    tool.Diameter = Units(m_toolNames.DiameterOf(tool.Number, tool.Name));
     m_sink.ToolChange(tool, m_place.Line);
 }
 
 void TRS274DExtendedMachine::Dwell(double seconds) {
     if (seconds <= 0) return;
-    TellSettings();
+    TellSettings(m_mode == mmDrill && !m_plan.Dwells);
     m_sink.Dwell(seconds, m_place.Line);
 }
 
-void TRS274DExtendedMachine::TellSettings() {
+void TRS274DExtendedMachine::TellNewSettings(bool drills) {
+    m_hasNewSettings = false;
+    m_settings.Drills = drills;
     if (m_settings == m_toldSettings) return;
     m_toldSettings = m_settings;
     m_sink.Settings(m_settings);

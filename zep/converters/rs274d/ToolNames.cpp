@@ -34,14 +34,28 @@ qint64 TakeNumber(std::string_view& text) {
     return text.empty() || !IsLetter(text[0]) ? number : -1;
 }
 
+double StatedDiameter(std::string_view name) {
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (i > 0 && (IsLetter(name[i - 1]) || IsDigit(name[i - 1]))) continue;
+        std::string_view rest = name.substr(i);
+        if (!TakeWord(rest, "DIA.") && !TakeWord(rest, "DIA") && !TakeWord(rest, "D")) continue;
+        DropSeparators(rest, " =:");
+        rest = rest.substr(0, rest.find_first_not_of("0123456789."));
+        const double value = rest.empty() ? 0 : GetNumber(rest);
+        if (value > 0) return value;
+    }
+    return 0;
+}
+
 } // namespace
 
 void TRS274DToolNames::Note(std::string_view comment, qint64 line) {
     if (comment.empty()) return;
+    const bool isTool = TakeWord(comment, "TOOL");
+    if (isTool) DropSeparators(comment, " :=#");
     m_last = comment;
     m_lastLine = line;
-    if (!TakeWord(comment, "TOOL") && !TakeWord(comment, "T")) return;
-    DropSeparators(comment, " :=#");
+    if (!isTool && !TakeWord(comment, "T")) return;
     const qint64 number = TakeNumber(comment);
     DropSeparators(comment);
     if (number < 0 || comment.empty() || m_names.size() >= MaxRS274DTools) return;
@@ -56,17 +70,10 @@ std::string_view TRS274DToolNames::NameOf(qint64 number, std::string_view ofBloc
     return m_lastLine + 1 == line ? m_last : std::string_view();
 }
 
-double StatedDiameter(std::string_view name) {
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        if (i > 0 && (IsLetter(name[i - 1]) || IsDigit(name[i - 1]))) continue;
-        std::string_view rest = name.substr(i);
-        if (!TakeWord(rest, "DIA.") && !TakeWord(rest, "DIA") && !TakeWord(rest, "D")) continue;
-        DropSeparators(rest, " =:");
-        rest = rest.substr(0, rest.find_first_not_of("0123456789."));
-        const double value = rest.empty() ? 0 : GetNumber(rest);
-        if (value > 0) return value;
-    }
-    return 0;
+double TRS274DToolNames::DiameterOf(qint64 number, std::string_view name) const {
+    const double diameter = StatedDiameter(name);
+    const auto listed = m_names.find(number);
+    return diameter > 0 || listed == m_names.end() ? diameter : StatedDiameter(listed->second);
 }
 
 } // namespace ZEP

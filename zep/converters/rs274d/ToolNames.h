@@ -22,14 +22,14 @@ public:
     [[nodiscard]] std::string_view NameOf(qint64 number, std::string_view ofBlock,
                                           qint64 line) const;
 
+    /// The number behind a "D" or "DIA" that is a word of its own ("D=6.", "D10", "Dia. 0.5"), in
+    /// the unit of the program: in the name, else in the list; 0 without one.
+    [[nodiscard]] double DiameterOf(qint64 number, std::string_view name) const;
+
 private:
     std::map<qint64, std::string_view> m_names;
     std::string_view m_last; ///< that stood alone
     qint64 m_lastLine = -1;
 };
-
-/// The number behind a "D" or "DIA" that is a word of its own ("D=6.", "D10", "Dia. 0.5"), in the
-/// unit of the program; 0 without one.
-[[nodiscard]] double StatedDiameter(std::string_view name);
 
 } // namespace ZEP

@@ -15,6 +15,7 @@ namespace {
 using TKind = TToolMoveKind;
 
 constexpr double SecondsOfMinute = 60;
+constexpr double LongestMove = 1e15; // seconds: a feed may be as good as none
 constexpr double RadiansOfDegree = std::numbers::pi / 180;
 
 /// The ends of an arc are reckoned from its angles: a point as near is the same.
@@ -190,7 +191,7 @@ double TToolPath::LengthOf(const TMove& move) const {
 double TToolPath::SecondsOf(const TMove& move, double length) const {
     if (move.Kind == TKind::Dwell) return move.Rate;
     const double rate = move.Kind == TKind::Rapid ? m_rapidRate : move.Rate;
-    return rate > 0 ? length / rate * SecondsOfMinute : 0;
+    return rate > 0 ? std::min(length / rate * SecondsOfMinute, LongestMove) : 0;
 }
 
 TToolMove TToolPath::Move(int index) const {
