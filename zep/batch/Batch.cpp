@@ -2,6 +2,7 @@
 
 #include <zep/batch/BatchContents.h>
 #include <zep/framework/Property.h>
+#include <zep/framework/Watch.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/SceneInterfaces.h>
 
@@ -76,13 +77,17 @@ const TZEPShown* TZEPBatch::Rules() const {
 /// \param ofView  of the view that draws; null: it has no rules of its own
 TBatchLook TZEPBatch::Look(const TZEPShown* ofView) const {
     TBatchLook look{ofView && !Rules() ? *ofView : Shown(), m_roundArcs, m_smoothShading,
-                    m_frontier};
+                    m_frontier, m_hidden};
     look.Shown.EvenLight = look.Shown.EvenLight || m_evenLight;
     return look;
 }
 
 void TZEPBatch::SetFrontier(const std::optional<int>& child) {
     if (Change(m_frontier, child)) Invalidate(this);
+}
+
+void TZEPBatch::SetHiddenChildren(const std::shared_ptr<const std::vector<bool>>& hidden) {
+    if (Change(m_hidden, hidden)) Invalidate(this);
 }
 
 void TZEPBatch::Prepare() {
@@ -103,10 +108,25 @@ void TZEPBatch::Assign(const TComponent* source) {
 }
 
 void TZEPBatch::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
+    if (kind == dkSelect && m_hidden) return DrawShownForSelect(scene, state);
     if (kind == dkSelect || scene.Frame().Carves)
         return TZEPObject::DrawChildren(scene, state, kind);
     const auto contents = m_contents;
     contents->Draw(Look(scene.Frame().Shown), scene, state, kind);
+}
+
+/// What it draws may take away the batch and what is below it.
+void TZEPBatch::DrawShownForSelect(TZEPSceneContext& scene, TZEPDrawState state) {
+    TZEPFrame& frame = scene.Frame(); // stays, where what is drawn frees the scene
+    const auto hidden = m_hidden;
+    const TZEPWatch alive(this);
+    for (int i = 0; alive && !frame.SceneIsGone && i < GetItemsCount(); ++i) {
+        const auto number = static_cast<std::size_t>(i);
+        if (number < hidden->size() && (*hidden)[number]) continue;
+        TZEPObject* child = GetItem(i);
+        frame.Run.Next(typeid(*child));
+        child->Draw(scene, state, dkSelect);
+    }
 }
 
 } // namespace ZEP

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace ZEP {
 
@@ -70,6 +71,15 @@ public:
     void SetFrontier(const std::optional<int>& child);
     [[nodiscard]] const std::optional<int>& Frontier() const { return m_frontier; }
 
+    /// Which of its children are not shown, by their number; what stands behind the last one is.
+    /// Neither are they picked. Another rule of the view, of which nothing is stored and no
+    /// listener is told: a host that adds, takes away or sorts children sets it anew.
+    /// \param hidden  null: all children are shown that are visible
+    void SetHiddenChildren(const std::shared_ptr<const std::vector<bool>>& hidden);
+    [[nodiscard]] const std::shared_ptr<const std::vector<bool>>& HiddenChildren() const {
+        return m_hidden;
+    }
+
     /// Makes the arrays ready, which the first frame would do otherwise.
     void Prepare();
     /// So much is gathered that a host may wish to draw a share of it while the view moves.
@@ -84,10 +94,12 @@ private:
     [[nodiscard]] TZEPObjectNotify Listener();
     [[nodiscard]] TBatchLook Look(const TZEPShown* ofView) const;
     [[nodiscard]] const TZEPShown* Rules() const;
+    void DrawShownForSelect(TZEPSceneContext& scene, TZEPDrawState state);
 
     std::shared_ptr<TBatchContents> m_contents; ///< may outlive the batch while it is drawn
     std::optional<TZEPShown> m_shown;
     std::optional<int> m_frontier;
+    std::shared_ptr<const std::vector<bool>> m_hidden;
     bool m_evenLight = false;
     bool m_roundArcs = false;
     bool m_smoothShading = false;

@@ -74,6 +74,7 @@ bool TBatchContents::Make(TZEPObject& object, TLayer& layer) {
         KeepUp(layer); // before another one takes the news
         layer.Batch = std::make_unique<TLayerBatch>(object, &object != m_batch, m_isBatch, m_rules);
     }
+    if (&object == m_batch) layer.Batch->Hide(m_hidden);
     layer.Changes = m_changes;
     return KeepUp(layer);
 }
@@ -105,6 +106,7 @@ void TBatchContents::SwitchBackground(const std::optional<TColor>& background) {
 
 void TBatchContents::Update(const TBatchLook& look) {
     Follow(look);
+    m_hidden = look.Hidden;
     if (Make(*m_batch, m_own)) ListLayers();
     m_own.Batch->SetFrontier(look.Frontier);
     for (TZEPObject* object : m_order)

@@ -16,6 +16,7 @@ struct TBatchLook {
     bool RoundArcs = false;
     bool SmoothShading = false;
     std::optional<int> Frontier{}; ///< children of the batch from this one on are to come
+    THiddenChildren Hidden{};      ///< of the batch
 };
 
 /// What a batch has made of its children: a `TLayerBatch` for each layer, and one for the children
@@ -79,7 +80,8 @@ private:
     std::optional<std::optional<TColor>> m_otherBackground; ///< that the others are made for
     int m_sameBackground = 0;                               ///< updates since it was another one
     bool m_whole = false;                                   ///< all is marked
-    int m_changes = 0;                                      ///< of the tree
+    THiddenChildren m_hidden;
+    int m_changes = 0; ///< of the tree
 };
 
 } // namespace ZEP

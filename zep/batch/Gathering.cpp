@@ -134,14 +134,15 @@ TParts TGathering::Collect(TZEPObject& group, const TGLMatrixd4& frame, int firs
     TPart* part = nullptr;
     for (int i = first; i < first + count; ++i) {
         TZEPObject& object = *group.GetItem(i);
-        if (IsLarge(object)) {
+        const bool hides = Hides(group, i);
+        if (!hides && IsLarge(object)) {
             parts.push_back(Open(object, frame));
             part = nullptr;
             continue;
         }
         if (!part) part = &StartPart(parts);
         ++part->Children;
-        Look(object, own, *part);
+        if (!hides) Look(object, own, *part);
         // What is left does not make a block by itself, where it is little.
         const int left = first + count - i - 1;
         if (m_weight >= BlockWeight && left > part->Children / 2) part = nullptr;
@@ -154,6 +155,11 @@ TParts TGathering::Collect(TZEPObject& group, const TGLMatrixd4& frame, int firs
         child += each.Children;
     }
     return parts;
+}
+
+bool TGathering::Hides(const TZEPObject& group, int child) const {
+    const auto number = static_cast<std::size_t>(child);
+    return m_hidden && &group == m_of && number < m_hidden->size() && (*m_hidden)[number];
 }
 
 bool TGathering::IsLarge(const TZEPObject& object) const {

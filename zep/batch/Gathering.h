@@ -49,6 +49,9 @@ struct TGroupParts {
     [[nodiscard]] std::size_t BlockCount() const;
 };
 
+/// By their number; those behind the last one are shown, and all are where there is none.
+using THiddenChildren = std::shared_ptr<const std::vector<bool>>;
+
 /// Looks at what stands below a layer and puts it into blocks: whatever is changed in one later on,
 /// all of it is looked at again.
 class TGathering {
@@ -65,7 +68,9 @@ public:
     };
 
     /// \param groups  what stands in groups, too
-    TGathering(bool groups, TIsBatch isBatch) : m_groups(groups), m_isBatch(isBatch) {}
+    /// \param hidden  children of `of` that are left out
+    TGathering(bool groups, TIsBatch isBatch, const TZEPObject* of, THiddenChildren hidden)
+        : m_groups(groups), m_isBatch(isBatch), m_of(of), m_hidden(std::move(hidden)) {}
     /// Neighbours among the children of a group. \return  at least one part
     [[nodiscard]] TParts Collect(TZEPObject& group, const TGLMatrixd4& frame, int first, int count);
 
@@ -75,6 +80,7 @@ public:
     std::vector<TGLMatrixd4> Frames; ///< that they lie in
 
 private:
+    [[nodiscard]] bool Hides(const TZEPObject& group, int child) const;
     [[nodiscard]] bool IsLarge(const TZEPObject& object) const;
     [[nodiscard]] TPart Open(TZEPObject& group, const TGLMatrixd4& frame);
     TPart& StartPart(TParts& parts);
@@ -85,6 +91,8 @@ private:
 
     bool m_groups;
     TIsBatch m_isBatch;
+    const TZEPObject* m_of;
+    THiddenChildren m_hidden;
     std::size_t m_weight = 0; ///< of the last block: vertexes, about
 };
 

@@ -1,5 +1,7 @@
 #include <zep/batch/LayerBatch.h>
 
+#include <zep/framework/Property.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -18,8 +20,20 @@ void Doubt(const std::vector<TGathering::TBlock>& blocks, TSmoothMeshes& meshes)
 TLayerBatch::TLayerBatch(TZEPObject& layer, bool groups, TIsBatch isBatch, const TBatchRules& rules)
     : m_groups(groups), m_isBatch(isBatch), m_rules(rules), m_root{&layer, idd, idd, {}} {}
 
+void TLayerBatch::Hide(const THiddenChildren& hidden) {
+    if (Change(m_hidden, hidden)) m_root.Parts.clear(); // all is gathered anew
+}
+
+TGathering TLayerBatch::StartGathering() const {
+    return {m_groups, m_isBatch, m_root.Group, m_hidden};
+}
+
+TPartsUpdate TLayerBatch::StartUpdate(bool selections) const {
+    return {StartGathering(), m_isBatch, selections};
+}
+
 TLayerBatch::TNews TLayerBatch::Update(TSmoothMeshes& meshes) {
-    TPartsUpdate update(m_groups, m_isBatch, std::exchange(m_selectionIsStale, false));
+    TPartsUpdate update = StartUpdate(std::exchange(m_selectionIsStale, false));
     update.Visit(m_root);
     if (update.Edits().empty()) return {false, update.Selects()};
     m_frontierChild.reset();
@@ -28,7 +42,7 @@ TLayerBatch::TNews TLayerBatch::Update(TSmoothMeshes& meshes) {
         MakeAll(update.Gathering());
     } else if (!MakeSome(update)) {
         m_root.Parts.clear();
-        TPartsUpdate all(m_groups, m_isBatch, false);
+        TPartsUpdate all = StartUpdate(false);
         all.Visit(m_root);
         MakeAll(all.Gathering());
     }
@@ -77,7 +91,7 @@ void TLayerBatch::PlaceFrontier(int child) {
         block += part->BlockCount();
     }
     const bool within = part != m_root.Parts.end() && !part->Group && m_root.Group;
-    TGathering done(m_groups, m_isBatch);
+    TGathering done = StartGathering();
     if (within)
         static_cast<void>(
             done.Collect(*m_root.Group, m_root.Frame, first, std::max(child - first, 0)));

@@ -27,6 +27,8 @@ public:
     TLayerBatch(TZEPObject& layer, bool groups, TIsBatch isBatch, const TBatchRules& rules);
     /// Makes anew what has changed.
     TNews Update(TSmoothMeshes& meshes);
+    /// Which of its children it leaves out, from the next update on.
+    void Hide(const THiddenChildren& hidden);
     /// What is selected has changed since the last update.
     void DoubtSelection() { m_selectionIsStale = true; }
 
@@ -48,10 +50,13 @@ private:
     [[nodiscard]] bool MakeSome(TPartsUpdate& update);
     void MakeAll(TGathering& found);
     void PlaceFrontier(int child);
+    [[nodiscard]] TGathering StartGathering() const;
+    [[nodiscard]] TPartsUpdate StartUpdate(bool selections) const;
 
     bool m_groups;
     TIsBatch m_isBatch;
     TBatchRules m_rules;
+    THiddenChildren m_hidden;
     TGroupParts m_root;
     TSpots m_spots;
     std::shared_ptr<TLayerContent> m_content;

@@ -12,8 +12,8 @@ namespace ZEP {
 class TPartsUpdate {
 public:
     /// \param selections  what is selected is looked for everywhere
-    TPartsUpdate(bool groups, TIsBatch isBatch, bool selections)
-        : m_gathering(groups, isBatch), m_isBatch(isBatch), m_selections(selections) {}
+    TPartsUpdate(TGathering gathering, TIsBatch isBatch, bool selections)
+        : m_gathering(std::move(gathering)), m_isBatch(isBatch), m_selections(selections) {}
 
     void Visit(TGroupParts& group);
 
