@@ -10,6 +10,7 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -121,7 +122,7 @@ QString Describe(const TToolPath& path, int move, double fraction) {
 }
 
 QString TimeText(double seconds) {
-    const auto whole = static_cast<qint64>(seconds);
+    const auto whole = static_cast<qint64>(std::min(seconds, 1e15));
     const QString rest = QStringLiteral("%1:%2")
                              .arg(whole / 60 % 60, whole < 3600 ? 1 : 2, 10, QLatin1Char('0'))
                              .arg(whole % 60, 2, 10, QLatin1Char('0'));

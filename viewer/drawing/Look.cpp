@@ -29,18 +29,18 @@ constexpr std::array Shades{
     TShade{0x808080, 0x9C8A7C}, // rapid moves
 };
 
-TColor ShownFor(TColor color) {
-    for (const TShade& shade : Shades)
-        if (shade.Pure == color) return shade.Shown;
-    return color;
-}
-
 void Widen(TZEPShape& shape) {
     const auto* line = qobject_cast<TZEPLineShape*>(&shape);
     shape.SetWidth(!line ? HoleWidth : line->Style() == psSolid ? FeedWidth : RapidWidth);
 }
 
 } // namespace
+
+TColor ShownFor(TColor color) {
+    for (const TShade& shade : Shades)
+        if (shade.Pure == color) return shade.Shown;
+    return color;
+}
 
 void ApplyLook(TZEPObject& root) {
     for (int i = 0, count = root.GetItemsCount(); i < count; ++i) {

@@ -20,6 +20,9 @@ inline constexpr TColor AxisZ{0xFF9B5C};
 
 } // namespace Look
 
+/// For a colour that the reader of programs gives; another one stays.
+[[nodiscard]] TColor ShownFor(TColor color);
+
 /// Gives what was read from a program the colours of the view in place of the reader's, which are
 /// the pure ones: its tool colours in turn, and that of rapid moves. Moves and holes get their
 /// widths.

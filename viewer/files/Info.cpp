@@ -1,8 +1,13 @@
 #include "viewer/files/Info.h"
 
+#include "viewer/content/Describe.h"
+#include "viewer/content/ProgramText.h"
 #include "viewer/files/FileCameras.h"
+#include "viewer/files/ProgramJson.h"
+#include "viewer/files/Programs.h"
 #include <zep/appearance/effects/Light.h>
 #include <zep/batch/Batch.h>
+#include <zep/converters/rs274d/ToolPathStatistics.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Circle.h>
 #include <zep/objects/Line.h>
@@ -45,10 +50,6 @@ QJsonObject CountsToJson(const QMap<QString, qint64>& counts) {
     return json;
 }
 
-QJsonArray PointToJson(const TGLArrayd3& point) {
-    return {point[0], point[1], point[2]};
-}
-
 QString PointToText(const TGLArrayd3& point) {
     const auto number = [](double value) { return QString::number(value, 'g', 8); };
     return QStringLiteral("(%1, %2, %3)").arg(number(point[0]), number(point[1]), number(point[2]));
@@ -65,6 +66,19 @@ QJsonObject MessagesToJson(const std::vector<TPassedOver>& messages) {
     QJsonObject json;
     for (const TPassedOver& message : messages) json.insert(message.Kind, message.Count);
     return json;
+}
+
+QString ProgramToText(const TToolPath& path) {
+    const TToolPathStatistics statistics = StatisticsOf(path);
+    QString text = QStringLiteral("Program (rapid at %1 mm/min):\n").arg(path.RapidRate());
+    for (const TProgramFact& fact : FactsOf(statistics))
+        text += QStringLiteral("  %1: %2\n").arg(fact.Name, fact.Value);
+    for (std::size_t i = 0; i < path.Tools().size(); ++i)
+        if (const TPathSums& sums = statistics.ByTool[i]; sums.Moves > 0)
+            text += QStringLiteral("  Tool %1: %2, cut %3\n")
+                        .arg(NameOf(path.Tools()[i]), TimeText(sums.Seconds()),
+                             LengthText(sums.CutLength));
+    return text;
 }
 
 QString MessagesToText(const std::vector<TPassedOver>& messages) {
@@ -98,6 +112,8 @@ TFileInfo InfoOf(const TOpenedFile& file) {
     for (const auto& [metaObject, count] : counts)
         info.Objects[QString::fromLatin1(metaObject->className())
                          .section(QStringLiteral("::"), -1)] += count;
+    for (const TProgram& program : ProgramsOf({&file, 1}))
+        if (!info.Path) info.Path = program.Path;
     info.Bounds = ExtentOf(*file.Root).Bounds();
     return info;
 }
@@ -117,28 +133,27 @@ QString ToText(const TFileInfo& info) {
     if (info.Bounds)
         text += QStringLiteral("Bounds: %1 to %2\n")
                     .arg(PointToText(info.Bounds->Min), PointToText(info.Bounds->Max));
+    if (info.Path) text += ProgramToText(*info.Path);
     if (!info.Messages.empty())
         text += QStringLiteral("Passed over:\n") + MessagesToText(info.Messages);
     return text;
 }
 
 QJsonObject ToJson(const TFileInfo& info) {
-    QJsonValue bounds(QJsonValue::Null);
-    if (info.Bounds)
-        bounds = QJsonObject{{QStringLiteral("min"), PointToJson(info.Bounds->Min)},
-                             {QStringLiteral("max"), PointToJson(info.Bounds->Max)}};
-    return {{QStringLiteral("file"), info.File},
-            {QStringLiteral("format"), info.Format},
-            {QStringLiteral("seconds"), info.Seconds},
-            {QStringLiteral("objects"), CountsToJson(info.Objects)},
-            {QStringLiteral("layers"), info.Layers},
-            {QStringLiteral("materials"), info.Materials},
-            {QStringLiteral("vertices"), info.Vertices},
-            {QStringLiteral("faces"), info.Faces},
-            {QStringLiteral("lights"), info.Lights},
-            {QStringLiteral("cameras"), QJsonArray::fromStringList(info.Cameras)},
-            {QStringLiteral("bounds"), bounds},
-            {QStringLiteral("messages"), MessagesToJson(info.Messages)}};
+    QJsonObject json{{QStringLiteral("file"), info.File},
+                     {QStringLiteral("format"), info.Format},
+                     {QStringLiteral("seconds"), info.Seconds},
+                     {QStringLiteral("objects"), CountsToJson(info.Objects)},
+                     {QStringLiteral("layers"), info.Layers},
+                     {QStringLiteral("materials"), info.Materials},
+                     {QStringLiteral("vertices"), info.Vertices},
+                     {QStringLiteral("faces"), info.Faces},
+                     {QStringLiteral("lights"), info.Lights},
+                     {QStringLiteral("cameras"), QJsonArray::fromStringList(info.Cameras)},
+                     {QStringLiteral("bounds"), BoundsToJson(info.Bounds)},
+                     {QStringLiteral("messages"), MessagesToJson(info.Messages)}};
+    if (info.Path) json.insert(QStringLiteral("program"), ProgramToJson(*info.Path));
+    return json;
 }
 
 } // namespace ZEP

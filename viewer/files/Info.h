@@ -18,8 +18,9 @@ struct TFileInfo {
     qint64 Vertices = 0; ///< of lines, arcs and circles as drawn; of others their own
     qint64 Faces = 0;    ///< of meshes, and polygons
     qint64 Lights = 0;
-    QStringList Cameras;              ///< names to choose them by
-    std::optional<TZEPBounds> Bounds; ///< absolute; none where nothing draws
+    QStringList Cameras;                     ///< names to choose them by
+    std::optional<TZEPBounds> Bounds;        ///< absolute; none where nothing draws
+    std::shared_ptr<const TToolPath> Path{}; ///< of the first program that has one; null: none
     std::vector<TPassedOver> Messages;
 };
 
@@ -28,7 +29,8 @@ struct TFileInfo {
 /// A few lines for people.
 [[nodiscard]] QString ToText(const TFileInfo& info);
 /// Keys: file, format, seconds, objects, layers, materials, vertices, faces, lights, cameras (their
-/// names), bounds (min, max; null where nothing draws), messages (kind to count).
+/// names), bounds (min, max; null where nothing draws), messages (kind to count), and of a program
+/// `program` (see docs/zepview.md).
 [[nodiscard]] QJsonObject ToJson(const TFileInfo& info);
 
 } // namespace ZEP

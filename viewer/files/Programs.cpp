@@ -3,6 +3,9 @@
 #include "viewer/content/Describe.h"
 #include "viewer/files/OpenedFile.h"
 #include <zep/batch/Batch.h>
+#include <zep/converters/rs274d/Interpreter.h>
+#include <zep/converters/rs274d/ToolPath.h>
+#include <zep/framework/Exception.h>
 #include <zep/framework/FileText.h>
 
 #include <QDir>
@@ -23,10 +26,27 @@ QString TextBeside(const TOpenedFile& scene, const QString& name) {
     return isBeside && text.lastModified() <= scene.State.Modified ? text.filePath() : QString();
 }
 
+/// Null where the moves are others: read plainly, or by another text.
+std::shared_ptr<TToolPath> PathOf(const QString& text, const TZEPObject& root) {
+    auto path = std::make_shared<TToolPath>();
+    TRS274DReport report;
+    try {
+        const TFileText file(text);
+        TRS274DInterpreter({.FileName = text}, *path, report).Run(file.Text());
+    } catch (const Exception&) { // the moves before an error may be all that there are
+    }
+    return path->ObjectCount() == root.GetItemsCount() ? path : nullptr;
+}
+
+TProgram ProgramBeside(const TOpenedFile& scene, TZEPObject& root) {
+    const QString text = TextBeside(scene, root.Ident());
+    return {&root, text, text.isEmpty() ? nullptr : PathOf(text, root)};
+}
+
 void AddProgramsOf(const TOpenedFile& scene, std::vector<TProgram>& programs) {
     const auto add = [&](TZEPObject& root) {
         if (qobject_cast<TZEPBatch*>(&root) && HoldsMoves(root))
-            programs.push_back({&root, TextBeside(scene, root.Ident())});
+            programs.push_back(ProgramBeside(scene, root));
     };
     add(*scene.Root);
     for (int i = 0, count = scene.Root->GetItemsCount(); i < count; ++i)

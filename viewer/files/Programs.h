@@ -20,7 +20,8 @@ struct TProgram {
 };
 
 /// Those of files, and those that were saved in scenes. The text of one in a scene is the program
-/// beside it whose name is the ident of the moves' root, unless it is newer than the scene.
+/// beside it whose name is the ident of the moves' root, unless it is newer than the scene. Its
+/// path is read from there, where its moves are as many as the objects.
 [[nodiscard]] std::vector<TProgram> ProgramsOf(std::span<const TOpenedFile> files);
 
 } // namespace ZEP

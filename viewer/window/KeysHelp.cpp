@@ -29,6 +29,7 @@ constexpr TEntry Entries[] = {
     {"F3", "contents of the files"},
     {"Ctrl+F", "find in the contents"},
     {"F4", "text of the program"},
+    {"F6", "times, tools and shown moves of the program"},
     {"G", "grid and axes"},
     {"Ctrl+O", "open"},
     {"Ctrl+Shift+O", "add a file to those that are shown"},

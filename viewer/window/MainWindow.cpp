@@ -8,6 +8,7 @@
 #include "viewer/window/LoadBar.h"
 #include "viewer/window/MessagesDock.h"
 #include "viewer/window/Playback.h"
+#include "viewer/window/ProgramDock.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
 #include "viewer/window/ViewOptions.h"
@@ -94,6 +95,7 @@ TMainWindow::TMainWindow(bool plain)
 TMainWindow::~TMainWindow() {
     // What stands in the scene or looks at it goes before the document takes it away.
     delete m_playback;
+    delete m_program;
     delete m_source;
     delete m_contents;
     delete m_messages;
@@ -127,6 +129,11 @@ void TMainWindow::MakeDocks() {
     });
     m_messages = new TMessagesDock(this, m_document);
     addDockWidget(Qt::BottomDockWidgetArea, m_messages);
+    m_source = new TSourceDock(this, m_document, m_selection);
+    addDockWidget(Qt::RightDockWidgetArea, m_source);
+    m_program = new TProgramDock(this, m_source);
+    tabifyDockWidget(m_source, m_program);
+    m_source->raise();
     resizeDocks({m_contents}, {ContentsWidth}, Qt::Horizontal);
     resizeDocks({m_messages}, {MessagesHeight}, Qt::Vertical);
     connect(&m_document, &TDocument::AboutToChange, this,

@@ -16,6 +16,7 @@ class TFileWatch;
 class TLoadBar;
 class TMessagesDock;
 class TPlayback;
+class TProgramDock;
 class TSelection;
 class TSourceDock;
 class TViewOptions;
@@ -94,6 +95,7 @@ private:
     TZEPPanel* m_panel;
     TSelection* m_selection = nullptr; ///< owned by the panel
     TSourceDock* m_source = nullptr;
+    TProgramDock* m_program = nullptr;
     TContentsDock* m_contents = nullptr;
     TMessagesDock* m_messages = nullptr;
     TFileWatch* m_watch;

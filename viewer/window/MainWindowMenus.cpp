@@ -10,6 +10,7 @@
 #include "viewer/window/MessagesDock.h"
 #include "viewer/window/Navigation.h"
 #include "viewer/window/Playback.h"
+#include "viewer/window/ProgramDock.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
 #include "viewer/window/ViewOptions.h"
@@ -144,13 +145,15 @@ void TMainWindow::AddDocks(QMenu* menu) {
     Explained(menu->addAction(QStringLiteral("&Find..."), QKeySequence::Find, m_contents,
                               &TContentsDock::Find),
               QStringLiteral("Find a layer or object by its name or kind"));
+    QAction* program = m_program->toggleViewAction();
+    program->setShortcut(QKeySequence(Qt::Key_F6));
+    menu->addAction(Explained(program, QStringLiteral("Times, lengths and tools of the program, "
+                                                      "and which of its moves are shown")));
     menu->addAction(Explained(m_messages->toggleViewAction(),
                               QStringLiteral("What was passed over in the files")));
 }
 
 void TMainWindow::AddProgram() {
-    m_source = new TSourceDock(this, m_document, m_selection);
-    addDockWidget(Qt::RightDockWidgetArea, m_source);
     m_playback = new TPlayback(this, m_document.Scene(), m_source);
     connect(m_playback, &TPlayback::StatusChanged, this, &TMainWindow::ShowStatus);
     connect(m_playback, &TPlayback::Told, this,

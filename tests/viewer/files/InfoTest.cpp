@@ -2,6 +2,7 @@
 
 #include "tests/Cases.h"
 #include "tests/objects/TextScene.h"
+#include <zep/ZEPRS274D.h>
 
 #include <QJsonDocument>
 
@@ -27,6 +28,25 @@ TEST(Info, TellsWhatIsWrittenDown) {
         const TFileInfo info = InfoOf(file);
         return ToText(info).toStdString() +
                QJsonDocument(ToJson(info)).toJson(QJsonDocument::Compact).toStdString();
+    });
+}
+
+/// With its path.
+TEST(Info, TellsOfAProgramWhatAMachinistAsks) {
+    ExpectCases("viewer/program.txt", [](const TCase& c) {
+        TTextScene scene("object S: TZEPScene object B: TZEPBatch end end");
+        TOpenedFile file;
+        file.Name = QStringLiteral("part.nc");
+        file.Format = TFileFormat::RS274D;
+        file.Root = &dynamic_cast<TZEPBatch&>(scene.Object("B"));
+        file.Path = std::make_shared<TToolPath>();
+        TRS274DReport report;
+        TRS274DInterpreter({}, *file.Path, report).Run(c.Input);
+        const TFileInfo info = InfoOf(file);
+        return ToText(info).toStdString() +
+               QJsonDocument(ToJson(info).value(QLatin1String("program")).toObject())
+                   .toJson(QJsonDocument::Compact)
+                   .toStdString();
     });
 }
 

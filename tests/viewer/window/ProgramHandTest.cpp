@@ -1,15 +1,19 @@
 #include "tests/viewer/WindowTest.h"
 #include "viewer/drawing/ToolMarker.h"
+#include "viewer/window/MoveFilterBox.h"
 #include "viewer/window/Playback.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
 #include "viewer/window/TimeSlider.h"
+#include "viewer/window/ToolsList.h"
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vectors.h>
 #include <zep/view/Fitting.h>
 #include <zep/view/Panel.h>
 
+#include <QCheckBox>
 #include <QDateTime>
+#include <QDoubleSpinBox>
 #include <QFile>
 #include <QListView>
 
@@ -157,6 +161,7 @@ TEST_F(Program, InASavedSceneStepsAndFindsItsTextUnlessThatIsNewer) {
     file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFile::FileModificationTime);
     m_window->OpenFiles({scene});
     EXPECT_EQ(List().model()->rowCount(), 0);
+    EXPECT_FALSE(m_window->findChild<TMoveFilterBox*>()->isVisibleTo(&*m_window));
     QTest::keyClick(&*m_window, Qt::Key_Down);
     QTest::keyClick(&*m_window, Qt::Key_Down);
     EXPECT_EQ(Selected(), QStringLiteral("Line 4"));
@@ -294,6 +299,42 @@ TEST_F(MachinedProgram, InASceneWithoutItsTextCountsMoves) {
         << "where the tool is, nobody knows";
     Play();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !m_playback->IsPlaying(); }, 3000));
+}
+
+/// As rules of the view: the objects are as they were.
+TEST_F(Program, ThePanelHidesMovesAndTellsTimes) {
+    m_window->OpenFiles({Put("tools.nc", "G0 X9\nT1 M6\nG1 X1 F60\nT2 M6\nX2\n")});
+    auto& filter = *m_window->findChild<TMoveFilterBox*>();
+    auto& tools = *m_window->findChild<TToolsList*>();
+    auto* root = static_cast<TZEPBatch*>(m_window->Document().Files().front().Root);
+    const auto shown = [&] {
+        QTest::qWait(250);
+        std::string text;
+        for (int i = 0; i < root->GetItemsCount(); ++i) {
+            const auto hidden = root->HiddenChildren();
+            text += hidden && (*hidden)[static_cast<std::size_t>(i)] ? '-' : '+';
+            EXPECT_TRUE(root->GetItem(i)->Visible());
+        }
+        return text;
+    };
+    const auto check = [&](const char* text) {
+        for (QCheckBox* box : filter.findChildren<QCheckBox*>())
+            if (box->text().startsWith(QLatin1String(text))) box->toggle();
+        return shown();
+    };
+    EXPECT_EQ(shown(), "+++");
+    EXPECT_EQ(check("rapid"), "-++");
+    tools.topLevelItem(1)->setCheckState(0, Qt::Unchecked);
+    EXPECT_EQ(shown(), "--+");
+    m_window->findChild<QDoubleSpinBox*>(QStringLiteral("RapidRate"))->setValue(60);
+    EXPECT_EQ(tools.topLevelItem(0)->text(1), QStringLiteral("0:09"));
+    EXPECT_EQ(shown(), "--+") << "after other times";
+    filter.ShowAll();
+    EXPECT_EQ(shown(), "+++");
+    EXPECT_EQ(check("Lines"), "+++") << "all of them";
+    m_window->OpenFiles({Path("a.nc")});
+    EXPECT_EQ(tools.topLevelItemCount(), 1);
+    EXPECT_EQ(filter.Filter(), TMoveFilter()) << "of another program";
 }
 
 using Playback = WindowTest;
