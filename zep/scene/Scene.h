@@ -6,7 +6,9 @@
 #include <zep/scene/SceneInterfaces.h>
 
 #include <QBasicTimer>
+#include <QPointer>
 
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -16,6 +18,7 @@ namespace ZEP {
 
 class TZEPMaterialLibrary;
 class TZEPSelectHits;
+enum class TZEPReach;
 struct TZEPPickRegion;
 
 /// Root of a tree of objects: it chooses the passes of a frame and their order, sets the OpenGL
@@ -131,6 +134,15 @@ public:
     /// changes.
     [[nodiscard]] TZEPObject* Pick(TZEPSceneCamera* camera, int viewWidth, int viewHeight, int x,
                                    int y, int pickWidth, int pickHeight, int level);
+    /// The selectable objects that are found in a region (zep/scene/SelectHits.h). Nothing changes.
+    [[nodiscard]] std::vector<TZEPObject*> ObjectsIn(TZEPSceneCamera& camera,
+                                                     const TZEPPickRegion& region, TZEPReach reach);
+    /// Of what is nearest in a region: 0 at the near plane, 1 at the far one; none where nothing
+    /// is.
+    [[nodiscard]] std::optional<double> DepthIn(TZEPSceneCamera& camera,
+                                                const TZEPPickRegion& region);
+    /// Selects these. \param clearFirst  everything else is deselected before
+    void SelectObjects(const std::vector<TZEPObject*>& objects, bool clearFirst);
     /// From the eye to the nearest corner of the object's absolute box.
     [[nodiscard]] double GetObjectDistance(TZEPSceneCamera* camera, TZEPObject* object) const;
     void DeselectAll();
@@ -173,8 +185,12 @@ private:
     void LeaveShadowVolumes();
     void SetAmbient(const TGLColor& color) const;
     [[nodiscard]] std::optional<TZEPSelectHits> FindHits(TZEPSceneCamera& camera,
-                                                         const TZEPPickRegion& region);
-    [[nodiscard]] int DrawInSelectMode();
+                                                         const TZEPPickRegion& region,
+                                                         const std::function<void()>& draw = {});
+    [[nodiscard]] int DrawInSelectMode(const std::function<void()>& draw);
+    void DrawEach(const std::vector<QPointer<TZEPObject>>& objects, const TGLMatrixd4& view);
+    void KeepInside(TZEPSceneCamera& camera, const TZEPPickRegion& region,
+                    std::vector<QPointer<TZEPObject>>& objects);
     void GrowSelectBuffer(int overflows);
     [[nodiscard]] TZEPObject* BestOf(const TZEPSelectHits& hits, TZEPSceneCamera* camera,
                                      std::optional<int> level) const;

@@ -46,7 +46,7 @@ void TZEPScene::GrowSelectBuffer(int overflows) {
 }
 
 // What is drawn may free the scene, while OpenGL still writes into the buffer.
-int TZEPScene::DrawInSelectMode() {
+int TZEPScene::DrawInSelectMode(const std::function<void()>& draw) {
     const std::shared_ptr<TZEPFrame> frame = m_frame;
     const std::shared_ptr<std::vector<GLuint>> buffer = m_selectBuffer;
     for (int overflows = 1;; ++overflows) {
@@ -55,7 +55,7 @@ int TZEPScene::DrawInSelectMode() {
         auto leave = qScopeGuard([] { glRenderMode(GL_RENDER); });
         glInitNames();
         frame->TreeChanged = false;
-        Draw(*this, dsAllObjects, dkSelect);
+        draw ? draw() : Draw(*this, dsAllObjects, dkSelect);
         leave.dismiss();
         const int hits = glRenderMode(GL_RENDER);
         if (frame->SceneIsGone) return 0;
@@ -64,8 +64,10 @@ int TZEPScene::DrawInSelectMode() {
     }
 }
 
+/// \param draw  none: all that there is
 std::optional<TZEPSelectHits> TZEPScene::FindHits(TZEPSceneCamera& camera,
-                                                  const TZEPPickRegion& region) {
+                                                  const TZEPPickRegion& region,
+                                                  const std::function<void()>& draw) {
     const std::shared_ptr<TZEPFrame> frame = m_frame;
     const TZEPMatricesScope matrices;
     camera.Pick(region.ViewWidth, region.ViewHeight, region.X, region.Y, std::max(region.Width, 1),
@@ -75,7 +77,7 @@ std::optional<TZEPSelectHits> TZEPScene::FindHits(TZEPSceneCamera& camera,
     const auto done = qScopeGuard([&alive] {
         if (alive) alive->m_selectsNear = false;
     });
-    const int records = DrawInSelectMode();
+    const int records = DrawInSelectMode(draw);
     if (frame->SceneIsGone) return {};
     TZEPSelectHits hits(records, *m_selectBuffer, m_selectNames);
     if (frame->TreeChanged) hits.KeepWithin(*this);

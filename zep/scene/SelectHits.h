@@ -16,6 +16,12 @@ struct TZEPPickRegion {
     int X, Y, Width, Height;
 };
 
+/// What it takes to be found in a region.
+enum class TZEPReach {
+    Touched, ///< a part of the object lies in it
+    Inside   ///< no part of it is seen, or would be in a wider view, outside
+};
+
 struct TZEPSelectHit {
     TZEPObject* Object;
     GLuint MinDepth; ///< from 0 at the near plane to 2^32 - 1 at the far one
