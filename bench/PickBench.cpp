@@ -1,4 +1,5 @@
 #include "tests/gl/OffscreenContext.h"
+#include <zep/batch/ObjectMark.h>
 #include <zep/objects/Box.h>
 #include <zep/objects/Line.h>
 #include <zep/objects/Mesh.h>
@@ -6,6 +7,7 @@
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/XForm.h>
 #include <zep/view/Camera.h>
+#include <zep/view/OverPixels.h>
 
 #include <benchmark/benchmark.h>
 
@@ -86,6 +88,18 @@ public:
         return m_scene.Select(&m_camera, Width, Height, Width / 2 + turn % 50, Height / 2, 4, 4,
                               true, true, true);
     }
+    /// What a click would take is looked for and marked over the frame that was drawn last.
+    bool Hover(int turn, const QImage& frame) {
+        TZEPObject* object =
+            m_scene.Pick(&m_camera, Width, Height, Width / 2 + turn % 50, Height / 2, 4, 4, 0);
+        DrawPixels(frame, {0, 0});
+        if (object) {
+            m_camera.Apply(Width, Height, -1);
+            TObjectMark(*object).Draw(m_camera.GetViewMatrix(), 1);
+        }
+        glFinish();
+        return object;
+    }
     int DrawAll() {
         std::array<GLuint, 4096> hits;
         m_camera.Pick(Width, Height, Width / 2, Height / 2, 4, 4);
@@ -114,6 +128,17 @@ void Click(benchmark::State& state, void (*fill)(TZEPScene&, int)) {
     state.counters["hits"] = static_cast<double>(hits) / turn;
 }
 
+void Hover(benchmark::State& state, void (*fill)(TZEPScene&, int)) {
+    const OffscreenContext context(Width, Height);
+    ClickedScene scene(fill, static_cast<int>(state.range(0)));
+    QImage frame(Width, Height, QImage::Format_ARGB32);
+    frame.fill(Qt::darkBlue);
+    int turn = 0;
+    int found = 0;
+    for (auto _ : state) found += scene.Hover(++turn, frame) ? 1 : 0;
+    if (found == 0) state.SkipWithError("nothing was hit");
+}
+
 /// The first click after everything has changed.
 void FirstClick(benchmark::State& state, void (*fill)(TZEPScene&, int)) {
     const OffscreenContext context(Width, Height);
@@ -134,6 +159,9 @@ void DrawAll(benchmark::State& state, void (*fill)(TZEPScene&, int)) {
 }
 
 BENCHMARK_CAPTURE(Click, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Hover, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Hover, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Hover, mesh, AddSurface)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FirstClick, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawAll, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Click, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);

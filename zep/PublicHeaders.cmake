@@ -130,12 +130,17 @@ set(core_headers
   view/Extent.h
   view/Fitting.h
   view/Headlight.h
+  view/PointMoves.h
+  view/ViewPlaces.h
 )
 set(window_headers
   view/Context.h
   view/ContextBinding.h
   view/Cursors.h
+  view/Gizmo.h
+  view/Hover.h
   view/MouseInput.h
+  view/MousePresets.h
   view/MousePanel.h
   view/Panel.h
   view/PanelControl.h

@@ -31,9 +31,14 @@
 #include <zep/view/Directions.h>
 #include <zep/view/Fitting.h>
 #include <zep/view/Headlight.h>
+#include <zep/view/PointMoves.h>
+#include <zep/view/ViewPlaces.h>
 #ifdef ZEP_WIDGETS
 #include <zep/view/Context.h>
 #include <zep/view/Cursors.h>
+#include <zep/view/Gizmo.h>
+#include <zep/view/Hover.h>
+#include <zep/view/MousePresets.h>
 #include <zep/view/Panel.h>
 #include <zep/view/PanelControl.h>
 #include <zep/view/TimeLine.h>

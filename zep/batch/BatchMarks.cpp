@@ -68,16 +68,9 @@ void TBatchMarks::Build(const TZEPObject& batch, const TBatchObjects& selected, 
         m_spots[i].Origin = spots.Origin(i);
         m_spots[i].Paths.Start(m_spots[i].Origin, rules);
     }
-    for (std::size_t i = 0; i < marked.size(); ++i) Mark(marked[i], m_spots[spotOf[i]].Paths);
+    for (std::size_t i = 0; i < marked.size(); ++i)
+        m_spots[spotOf[i]].Paths.AddMark(*marked[i].Object, marked[i].Matrix);
     for (TSpot& spot : m_spots) spot.Paths.Close();
-}
-
-void TBatchMarks::Mark(const TMarked& marked, TPathBatch& paths) {
-    if (TPathBatch::Takes(*marked.Object)) return paths.Add(*marked.Object, marked.Matrix);
-    TGLArrayd3 min;
-    TGLArrayd3 max;
-    marked.Object->GetSize(min, max);
-    paths.AddBox(min, max, marked.Matrix);
 }
 
 void TBatchMarks::Draw(TZEPFrame& frame, const TLayerView& view) const {

@@ -32,7 +32,6 @@ private:
 
     void List(TZEPObject& object, const TGLMatrixd4& frame, bool whole,
               std::vector<TMarked>& marked) const;
-    static void Mark(const TMarked& marked, TPathBatch& paths);
 
     TIsBatch m_isBatch;
     std::vector<TSpot> m_spots;

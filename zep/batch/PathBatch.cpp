@@ -23,9 +23,6 @@ namespace {
 constexpr float FaintAlpha = 0.15F;
 constexpr float ToComeAlpha = 0.3F;
 constexpr float FaintToComeAlpha = 0.1F; // of what is not solid
-constexpr std::array<GLubyte, 3> MarkColor{255, 230, 0};
-constexpr std::array<GLubyte, 3> MarkRim{30, 20, 0};
-constexpr float MarkWidth = 5;
 constexpr float MarkRimWidth = 1.5F;
 constexpr float ThinMarkWidth = 2;
 constexpr std::size_t MostWideMarks = 20'000; // vertexes: width is what costs most
@@ -184,6 +181,14 @@ void TPathBatch::AddBox(const TGLArrayd3& min, const TGLArrayd3& max, const TGLM
         }
 }
 
+void TPathBatch::AddMark(TZEPObject& object, const TGLMatrixd4& matrix) {
+    if (Takes(object)) return Add(object, matrix);
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    object.GetSize(min, max);
+    AddBox(min, max, matrix);
+}
+
 void TPathBatch::StartLines(const TZEPLineShape& shape, TColor color) {
     m_present = &KindOf(m_lines, {shape.Style(), shape.Width()});
     m_color = ShownColor(color);
@@ -332,17 +337,17 @@ void TPathBatch::Draw(const TDetail& detail, bool fine, float widths,
     glPopAttrib();
 }
 
-void TPathBatch::DrawMarks(const TDetail& detail, float widths) const {
+void TPathBatch::DrawMarks(const TDetail& detail, float widths, const TMarkLook& look) const {
     glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_CURRENT_BIT);
     const TClientArraysScope arrays({});
     for (const GLenum off : std::initializer_list<GLenum>{GL_LIGHTING, GL_DEPTH_TEST, GL_BLEND,
                                                           GL_LINE_STIPPLE, GL_TEXTURE_2D})
         glDisable(off);
     const bool wide = VertexCount() <= MostWideMarks;
-    glColor3ubv(MarkRim.data()); // sets it off from a path of any colour
-    if (wide) DrawMark(detail, (MarkWidth + 2 * MarkRimWidth) * widths, true);
-    glColor3ubv(MarkColor.data());
-    DrawMark(detail, (wide ? MarkWidth : ThinMarkWidth) * widths, wide);
+    glColor3ubv(look.Rim.data());
+    if (wide) DrawMark(detail, (look.Width + 2 * MarkRimWidth) * widths, true);
+    glColor3ubv(look.Color.data());
+    DrawMark(detail, (wide ? look.Width : ThinMarkWidth) * widths, wide);
     glPopAttrib();
 }
 

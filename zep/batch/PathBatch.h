@@ -32,6 +32,15 @@ struct TPathFrontier {
     const TPathBatch* Done = nullptr; ///< what is done of that block; null: all is done
 };
 
+/// How marks stand out from what they lie on.
+struct TMarkLook {
+    std::array<GLubyte, 3> Color;
+    std::array<GLubyte, 3> Rim; ///< sets it off from a path of any colour
+    float Width;                ///< pixels
+};
+/// Of what is selected.
+inline constexpr TMarkLook SelectedLook{{255, 230, 0}, {30, 20, 0}, 5};
+
 /// Lines, arcs, circles, polylines and points as arrays of vertexes: a million separate objects
 /// cannot be drawn at an interactive rate. What has the same width and style is drawn together.
 class TPathBatch {
@@ -49,6 +58,8 @@ public:
     void AddLoop(const std::vector<TGLArrayd3>& corners, TColor color);
     /// The edges of a box of the object's frame.
     void AddBox(const TGLArrayd3& min, const TGLArrayd3& max, const TGLMatrixd4& matrix);
+    /// What marks any object: a line as it is, of anything else the edges of its box.
+    void AddMark(TZEPObject& object, const TGLMatrixd4& matrix);
     void Close();
     void Replace(const TBlockEdits& edits, const TPathBatch& by);
     [[nodiscard]] bool IsEmpty() const { return VertexCount() == 0; }
@@ -59,9 +70,8 @@ public:
     /// \param widths  factor of all widths
     /// \param frontier  what is to come is faint, below what is done
     void Draw(const TDetail& detail, bool fine, float widths, const TPathFrontier& frontier) const;
-    /// All of it, wide and in the colour of what is selected, over whatever is there; thinner
-    /// where it is much.
-    void DrawMarks(const TDetail& detail, float widths) const;
+    /// All of it, wide and in one colour, over whatever is there; thinner where it is much.
+    void DrawMarks(const TDetail& detail, float widths, const TMarkLook& look = SelectedLook) const;
 
 private:
     /// Where a kind comes first in a block.

@@ -19,10 +19,13 @@ public:
 /// The projection and the model-view matrix, which is the current one then and thereafter.
 class TZEPMatricesScope {
 public:
-    TZEPMatricesScope() { ForBoth(glPushMatrix); }
-    ~TZEPMatricesScope() { ForBoth(glPopMatrix); }
+    TZEPMatricesScope() { Push(); }
+    ~TZEPMatricesScope() { Pop(); }
     TZEPMatricesScope(const TZEPMatricesScope&) = delete;
     TZEPMatricesScope& operator=(const TZEPMatricesScope&) = delete;
+
+    static void Push() { ForBoth(glPushMatrix); }
+    static void Pop() { ForBoth(glPopMatrix); }
 
 private:
     static void ForBoth(void (*action)()) {

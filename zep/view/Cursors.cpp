@@ -7,8 +7,10 @@ namespace ZEP {
 namespace {
 
 std::map<int, QCursor>& Cursors() {
-    static std::map<int, QCursor> cursors{
-        {100, Qt::SizeHorCursor}, {101, Qt::SizeAllCursor}, {103, Qt::SizeVerCursor}};
+    static std::map<int, QCursor> cursors{{100, Qt::SizeHorCursor},
+                                          {101, Qt::SizeAllCursor},
+                                          {102, Qt::CrossCursor},
+                                          {103, Qt::SizeVerCursor}};
     return cursors;
 }
 

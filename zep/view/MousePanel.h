@@ -1,12 +1,20 @@
 #pragma once
 
 #include <zep/Export.h>
+#include <zep/scene/Geom.h>
 
 #include <QRect>
 
 namespace ZEP {
 
 class TZEPCamera;
+
+/// What a rectangle that is drawn over a view is for.
+enum class TZEPBand {
+    Plain,
+    Inside, ///< selects what lies wholly inside
+    Touched ///< selects what it touches
+};
 
 /// What the mouse control asks of the panel whose mouse it handles. Sizes and places are device
 /// pixels, counted from the upper left corner.
@@ -29,7 +37,15 @@ public:
     /// Cursor `index` of the application's list; -1: the panel's own again.
     virtual void ShowCursor(int index) = 0;
     virtual void ShowRubberBand(const QRect& place) = 0;
+    /// The same for what it is for, where the panel has looks of its own for that.
+    virtual void ShowBand(const QRect& place, TZEPBand band) {
+        static_cast<void>(band);
+        ShowRubberBand(place);
+    }
     virtual void HideRubberBand() = 0;
+    /// The view turns about that absolute point.
+    virtual void ShowPivot(const TGLArrayd3& point) { static_cast<void>(point); }
+    virtual void HidePivot() {}
     virtual void FireBeforSelect() = 0;
     virtual void FireAfterSelect() = 0;
     /// What waits for the event loop is done, but for input.

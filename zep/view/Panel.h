@@ -146,7 +146,11 @@ public:
     [[nodiscard]] static int TotalFrameCount();
     [[nodiscard]] double LastRenderMilliseconds() const { return m_lastRenderMilliseconds; }
 
-    void Invalidate() override { update(); }
+    void Invalidate() override;
+    /// Asks that only what `DrawOver` draws be drawn anew, over the scene as it was drawn last:
+    /// what costs little may follow the pointer over a scene that costs much. From the first call
+    /// on a panel at rest keeps its frames, four bytes a pixel.
+    void InvalidateOver();
     void SceneDestroyed() override;
     /// OpenGL draws in the window; Qt's painters cannot.
     [[nodiscard]] QPaintEngine* paintEngine() const override { return nullptr; }
@@ -160,7 +164,10 @@ public:
     void ReleaseCapture() override;
     void ShowCursor(int index) override;
     void ShowRubberBand(const QRect& place) override;
+    void ShowBand(const QRect& place, TZEPBand band) override;
     void HideRubberBand() override;
+    void ShowPivot(const TGLArrayd3& point) override;
+    void HidePivot() override;
     void FireBeforSelect() override { Q_EMIT BeforSelect(this); }
     void FireAfterSelect() override { Q_EMIT AfterSelect(this); }
     void ProcessMessages() override;
@@ -172,6 +179,10 @@ Q_SIGNALS:
     void BeforDraw(ZEP::TZEPPanel* sender);
     void BeforFlush(ZEP::TZEPPanel* sender);
     void AfterDraw(ZEP::TZEPPanel* sender);
+    /// After `BeforFlush`, and without a frame where `InvalidateOver` asked for that: the place to
+    /// draw what lies over the scene. The camera is applied, without lights, depth test, culling,
+    /// fog and textures; all of OpenGL's state comes back as it was. Not in pictures.
+    void DrawOver(ZEP::TZEPPanel* sender);
     /// Something in a frame has thrown: the frame was ended there, with OpenGL's stacks as they
     /// were before it, and shown as it is. Told from the event loop, and not again until a frame
     /// succeeds.
@@ -237,8 +248,13 @@ private:
     void PaintBlack();
     void GoLater();
     template <class Use>
-    void DrawFrame(const Use& use);
-    [[nodiscard]] std::optional<QString> TryFrame(const TFrame& frame);
+    void DrawFrame(bool over, const Use& use);
+    template <class Draw>
+    [[nodiscard]] std::optional<QString> TryFrame(const TFrame& frame, const Draw& draw);
+    [[nodiscard]] std::optional<QString> TryOver(const TFrame& frame);
+    void PaintOver();
+    void KeepFrame();
+    void DrawPivot() const;
     void NoteFrame(const std::optional<QString>& error);
     void DrawContent(const TFrame& frame);
     [[nodiscard]] QImage ReadPixels(const QRect& area) const;
@@ -272,6 +288,12 @@ private:
     bool m_inPaintEvent = false;
     bool m_goes = false;   ///< as soon as its paint event ends
     bool m_failed = false; ///< the last frame has
+    /// What the next paint event draws, where something has asked for it.
+    enum class TPending : unsigned char { Nothing, Over, Frame };
+    TPending m_pending = TPending::Nothing;
+    bool m_keeps = false; ///< frames, for what is drawn over them
+    QImage m_kept;        ///< of the last frame, the lowest row first; null: not kept
+    std::optional<TGLArrayd3> m_pivot;
     int m_frameCount = 0;
     double m_lastRenderMilliseconds = 0;
 };

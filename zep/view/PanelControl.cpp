@@ -8,7 +8,7 @@
 #include <GL/glu.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <utility>
 
 namespace ZEP {
 
@@ -18,19 +18,8 @@ constexpr int RollCursor = 100;
 constexpr int OrbitCursor = 101;
 constexpr int PerspectiveCursor = 103;
 constexpr int OwnCursor = -1;
-constexpr int Threshold = 4; // pixels: beyond, a press becomes a rectangle
-constexpr QSize Point{4, 4};
 constexpr TShiftState DragButtons = ssLeft | ssRight;
-
-/// Values from outside the enumeration may carry flags above these bits.
-TZEPMouseMode Known(TZEPMouseMode mode) {
-    const int value = mode & 0x7F;
-    return value <= mmPerspective ? static_cast<TZEPMouseMode>(value) : mmNone;
-}
-
-TZEPScene* SceneOf(const TZEPMousePanel& panel) {
-    return panel.Camera() ? panel.Camera()->Scene() : nullptr;
-}
+constexpr TShiftState Keys = ssShift | ssAlt | ssCtrl;
 
 /// OpenGL's matrices and viewport, which lead from a window back into the scene.
 class TUnproject {
@@ -53,9 +42,41 @@ private:
 
 } // namespace
 
+// --- modes -------------------------------------------------------------------------------------
+
+/// Values from outside the enumeration may carry flags above these bits.
+TZEPMouseMode TZEPPanelControl::Known(TZEPMouseMode mode) const {
+    const int value = mode & 0x7F;
+    return value <= (m_extended ? mmZoomWindow : mmPerspective) ? static_cast<TZEPMouseMode>(value)
+                                                                : mmNone;
+}
+
+void TZEPPanelControl::SetMode(TMouseButton button, TShiftState keys,
+                               std::optional<TZEPMouseMode> mode) {
+    if (!(keys & Keys)) return;
+    const std::pair place(button, (keys & Keys).toInt());
+    m_withKeys.erase(place);
+    if (mode) m_withKeys[place] = *mode;
+}
+
+TZEPMouseMode TZEPPanelControl::Mode(TMouseButton button, TShiftState keys) const {
+    const auto found = m_withKeys.find({button, (keys & Keys).toInt()});
+    if (found != m_withKeys.end()) return Known(found->second);
+    return Known(button == mbLeft ? m_mouseLeft : button == mbRight ? m_mouseRight : m_mouseMiddle);
+}
+
+/// What the drag that began with the last press does with that button.
+TZEPMouseMode TZEPPanelControl::PressedMode(TMouseButton button) const {
+    if (button == mbLeft && m_own) return *m_own;
+    const TZEPMouseMode mode = Mode(button, m_keys);
+    return m_lock2D && (mode == mmOrbit || mode == mmPan) ? mmTruck : mode;
+}
+
 TZEPMouseMode TZEPPanelControl::ModeOf(TShiftState shift) const {
-    if (shift & ssLeft) return Known(m_mouseLeft);
-    return shift & ssRight ? Known(m_mouseRight) : mmNone;
+    for (const auto& [held, button] :
+         {std::pair{ssLeft, mbLeft}, {ssRight, mbRight}, {ssMiddle, mbMiddle}})
+        if (shift & held) return PressedMode(button);
+    return mmNone;
 }
 
 TZEPPanelControl::~TZEPPanelControl() {
@@ -64,10 +85,15 @@ TZEPPanelControl::~TZEPPanelControl() {
 
 // --- press and release -------------------------------------------------------------------------
 
-void TZEPPanelControl::MouseDown(TZEPMousePanel& panel, TMouseButton, TShiftState, int x, int y) {
+void TZEPPanelControl::MouseDown(TZEPMousePanel& panel, TMouseButton button, TShiftState shift,
+                                 int x, int y) {
     if (!panel.Camera()) return;
+    m_keys = shift & Keys;
+    m_own = button == mbLeft ? std::exchange(m_next, {}) : std::nullopt;
+    m_grip.reset();
+    if (shift.testFlag(ssShift) && Mode(button, m_keys) == mmOrbit) m_lock2D = false;
     m_camera = panel.Camera();
-    TZEPScene* scene = SceneOf(panel);
+    TZEPScene* scene = m_camera->Scene();
     // A second button comes while the first one has stopped the animation.
     m_wasAnimating = (m_dragging && m_wasAnimating) || (scene && scene->Animation());
     m_scene = scene;
@@ -92,16 +118,12 @@ void TZEPPanelControl::MouseUp(TZEPMousePanel& panel, TMouseButton button, TShif
     if (!m_dragging) return; // the press was not here
     const bool last = !(shift & DragButtons);
     if (last || button != mbMiddle) ResumeAnimation();
-    if (button == mbMiddle) return last ? End(panel) : void();
+    const TZEPMouseMode mode = PressedMode(button);
+    if (button == mbMiddle && mode == mmNone) return last ? End(panel) : void();
     m_mouseDowned = false;
-    if (Known(button == mbLeft ? m_mouseLeft : m_mouseRight) == mmSelect && panel.Camera()) {
-        if (m_corner)
-            SelectRectangle(panel, shift);
-        else
-            SelectPoint(panel, {x, y}, shift);
-        if (!alive) return;
-        m_moved = true;
-    }
+    if (mode == mmSelect && panel.Camera()) EndSelect(panel, shift, {x, y});
+    if (alive && mode == mmZoomWindow && panel.Camera()) ZoomWindow(panel);
+    if (!alive) return;
     if (m_moved) panel.RepaintFull();
     const bool other = m_dragging && !last; // goes on from the same press
     End(panel);
@@ -115,7 +137,9 @@ void TZEPPanelControl::ResumeAnimation() {
 void TZEPPanelControl::End(TZEPMousePanel& panel) {
     m_mouseDowned = m_dragging = false;
     m_corner.reset();
+    m_own.reset();
     panel.HideRubberBand();
+    panel.HidePivot();
     panel.ShowCursor(OwnCursor);
     panel.ReleaseCapture();
 }
@@ -137,9 +161,10 @@ void TZEPPanelControl::MouseMove(TZEPMousePanel& panel, TShiftState shift, int x
 
 void TZEPPanelControl::Drag(TZEPMousePanel& panel, TZEPMouseMode mode, QPoint at) {
     if (mode == mmNone) return;
-    if (mode == mmSelect) return Stretch(panel, at);
+    if (mode == mmSelect || mode == mmZoomWindow) return Stretch(panel, mode, at);
     m_moved = true;
     m_camera->Restore();
+    if (m_extended && NavigateExtended(panel, mode, at)) return;
     Navigate(panel, mode, at);
 }
 
@@ -167,6 +192,7 @@ void TZEPPanelControl::Navigate(TZEPMousePanel& panel, TZEPMouseMode mode, QPoin
         return m_camera->Perspective(y * 0.001);
     case mmNone:
     case mmSelect:
+    case mmZoomWindow:
         return;
     }
 }
@@ -185,48 +211,13 @@ void TZEPPanelControl::Truck(TZEPMousePanel& panel, QPoint at) {
     panel.DoneCurrent();
 }
 
-void TZEPPanelControl::Stretch(TZEPMousePanel& panel, QPoint at) {
-    const QPoint moved = at - m_press;
-    if (!m_corner && std::max(std::abs(moved.x()), std::abs(moved.y())) <= Threshold) return;
-    m_corner = at;
-    panel.ShowRubberBand(
-        QRect(QPoint(std::min(at.x(), m_press.x()), std::min(at.y(), m_press.y())),
-              QPoint(std::max(at.x(), m_press.x()), std::max(at.y(), m_press.y()))));
-}
-
-// --- selection ---------------------------------------------------------------------------------
-
-void TZEPPanelControl::SelectPoint(TZEPMousePanel& panel, QPoint at, TShiftState shift) {
-    Select(panel, {at.x(), panel.Height() - at.y()}, Point, true, !(shift & ssCtrl));
-}
-
-void TZEPPanelControl::SelectRectangle(TZEPMousePanel& panel, TShiftState shift) {
-    const QPoint sum = m_press + *m_corner;
-    const QPoint size = m_press - *m_corner;
-    Select(panel, {sum.x() / 2, panel.Height() - sum.y() / 2},
-           {std::abs(size.x()), std::abs(size.y())}, shift.testFlag(ssShift),
-           !(shift & (ssCtrl | ssShift)));
-}
-
-void TZEPPanelControl::Select(TZEPMousePanel& panel, QPoint center, QSize size, bool toggle,
-                              bool clearFirst) {
-    const TZEPWatch alive(this);
-    panel.MakeCurrent();
-    panel.FireBeforSelect();
-    if (!alive) return;
-    panel.MakeCurrent(); // whatever the handler did
-    if (TZEPScene* scene = SceneOf(panel))
-        scene->Select(panel.Camera(), panel.Width(), panel.Height(), center.x(), center.y(),
-                      size.width(), size.height(), true, toggle, clearFirst);
-    if (alive) panel.FireAfterSelect();
-    if (alive) panel.DoneCurrent();
-}
-
 // --- wheel -------------------------------------------------------------------------------------
 
-void TZEPPanelControl::MouseWheelMove(TZEPMousePanel& panel, TShiftState, int delta, QPoint) {
+void TZEPPanelControl::MouseWheelMove(TZEPMousePanel& panel, TShiftState, int delta, QPoint at) {
     TZEPCamera* camera = panel.Camera();
     if (!camera) return;
+    if (m_wheelReversed) delta = -delta;
+    if (m_extended && Known(m_mouseWheel) == mmDolly) return DollyToPointer(panel, delta, at);
     switch (Known(m_mouseWheel)) {
     case mmRoll:
         camera->Roll(delta * -0.05);

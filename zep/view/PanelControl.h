@@ -2,11 +2,14 @@
 
 #include <zep/Export.h>
 #include <zep/framework/Persistent.h>
+#include <zep/scene/Geom.h>
 #include <zep/view/MouseInput.h>
 
 #include <QPoint>
 #include <QPointer>
 
+#include <functional>
+#include <map>
 #include <optional>
 
 namespace ZEP {
@@ -22,7 +25,14 @@ class TZEPScene;
 ///
 /// Places are device pixels from the upper left corner of the panel.
 ///
-/// Defaults: no action for either button nor for the wheel.
+/// With `Extended` the mouse is as in CAD programs. The wheel comes nearer away from the user, by a
+/// sixth a notch, and goes back the same way; `mmDolly` goes to the point under the pointer,
+/// `mmTruck` keeps it there, and `mmOrbit` turns about it; where nothing is there, about the middle
+/// of what is selected, and else about the target. A rectangle that is drawn to the right selects
+/// what lies wholly inside, one to the left what it touches. `SetMousePreset`
+/// (zep/view/MousePresets.h) sets all that at once.
+///
+/// Defaults: no action for any button nor for the wheel; not extended.
 class ZEP_EXPORT TZEPPanelControl : public TPersistent {
     Q_GADGET
     Q_PROPERTY(TZEPMouseMode MouseLeft READ MouseLeft WRITE SetMouseLeft)
@@ -32,6 +42,14 @@ class ZEP_EXPORT TZEPPanelControl : public TPersistent {
     Q_PROPERTY(TZEPMouseMode MouseWheel READ MouseWheel WRITE SetMouseWheel)
     Q_CLASSINFO("MouseWheel", "mmNone")
     Q_PROPERTY(bool MouseDowned READ MouseDowned)
+    Q_PROPERTY(TZEPMouseMode MouseMiddle READ MouseMiddle WRITE SetMouseMiddle)
+    Q_CLASSINFO("MouseMiddle", "mmNone")
+    Q_PROPERTY(bool Extended READ Extended WRITE SetExtended)
+    Q_CLASSINFO("Extended", "false")
+    Q_PROPERTY(bool WheelReversed READ WheelReversed WRITE SetWheelReversed)
+    Q_CLASSINFO("WheelReversed", "false")
+    Q_PROPERTY(bool Lock2D READ Lock2D WRITE SetLock2D)
+    Q_CLASSINFO("Lock2D", "false")
 public:
     /// What a drag does. Two pixels pan by one degree, four orbit by one degree, one rolls by one
     /// degree; a drag across the height of the panel dollies by the distance to the target; ten
@@ -45,7 +63,8 @@ public:
         mmRoll,
         mmDolly,
         mmFOV,
-        mmPerspective
+        mmPerspective,
+        mmZoomWindow ///< a rectangle is to fill the view; extended, or as the next drag
     };
     Q_ENUM(TZEPMouseMode)
 
@@ -59,6 +78,25 @@ public:
     /// `mmRoll` to `mmPerspective`; the others leave the wheel without effect.
     [[nodiscard]] TZEPMouseMode MouseWheel() const { return m_mouseWheel; }
     void SetMouseWheel(TZEPMouseMode mode) { m_mouseWheel = mode; }
+    [[nodiscard]] TZEPMouseMode MouseMiddle() const { return m_mouseMiddle; }
+    void SetMouseMiddle(TZEPMouseMode mode) { m_mouseMiddle = mode; }
+    [[nodiscard]] bool Extended() const { return m_extended; }
+    void SetExtended(bool extended) { m_extended = extended; }
+    [[nodiscard]] bool WheelReversed() const { return m_wheelReversed; }
+    /// Whatever the wheel does, it does the other way round.
+    void SetWheelReversed(bool reversed) { m_wheelReversed = reversed; }
+    [[nodiscard]] bool Lock2D() const { return m_lock2D; }
+    /// For drawings that are seen from above: what would turn the view (`mmOrbit`, `mmPan`) shifts
+    /// it as `mmTruck` does. A press with Shift that orbits ends it.
+    void SetLock2D(bool lock) { m_lock2D = lock; }
+    /// What a button does that is pressed while these keys are held.
+    /// \param keys  of `ssShift`, `ssAlt` and `ssCtrl`, at least one
+    /// \param mode  none, as at first: the same as without keys
+    void SetMode(TMouseButton button, TShiftState keys, std::optional<TZEPMouseMode> mode);
+    [[nodiscard]] TZEPMouseMode Mode(TMouseButton button, TShiftState keys = {}) const;
+    /// The next press of the left button does this, whatever it does else; none: as ever.
+    void SetNextDrag(std::optional<TZEPMouseMode> mode) { m_next = mode; }
+    [[nodiscard]] std::optional<TZEPMouseMode> NextDrag() const { return m_next; }
     /// A button is held that was pressed while the panel had a camera.
     [[nodiscard]] bool MouseDowned() const { return m_mouseDowned; }
     [[nodiscard]] bool GetMouseDowned() const { return m_mouseDowned; }
@@ -73,28 +111,45 @@ public:
     void Cancel(TZEPMousePanel& panel);
 
 private:
+    [[nodiscard]] TZEPMouseMode Known(TZEPMouseMode mode) const;
+    [[nodiscard]] TZEPMouseMode PressedMode(TMouseButton button) const;
     [[nodiscard]] TZEPMouseMode ModeOf(TShiftState shift) const;
     void Drag(TZEPMousePanel& panel, TZEPMouseMode mode, QPoint at);
     void Navigate(TZEPMousePanel& panel, TZEPMouseMode mode, QPoint at);
+    [[nodiscard]] bool NavigateExtended(TZEPMousePanel& panel, TZEPMouseMode mode, QPoint at);
+    void Grip(TZEPMousePanel& panel, bool selection);
     void Truck(TZEPMousePanel& panel, QPoint at);
-    void Stretch(TZEPMousePanel& panel, QPoint at);
+    void Stretch(TZEPMousePanel& panel, TZEPMouseMode mode, QPoint at);
+    [[nodiscard]] bool SelectsInside() const;
+    void EndSelect(TZEPMousePanel& panel, TShiftState shift, QPoint at);
     void SelectPoint(TZEPMousePanel& panel, QPoint at, TShiftState shift);
     void SelectRectangle(TZEPMousePanel& panel, TShiftState shift);
-    void Select(TZEPMousePanel& panel, QPoint center, QSize size, bool toggle, bool clearFirst);
+    void Select(TZEPMousePanel& panel, const std::function<void(TZEPScene&)>& select);
+    void ZoomWindow(TZEPMousePanel& panel);
+    void DollyToPointer(TZEPMousePanel& panel, int delta, QPoint at);
     void ResumeAnimation();
     void End(TZEPMousePanel& panel);
 
     TZEPMouseMode m_mouseLeft = mmNone;
     TZEPMouseMode m_mouseRight = mmNone;
     TZEPMouseMode m_mouseWheel = mmNone;
+    TZEPMouseMode m_mouseMiddle = mmNone;
+    std::map<std::pair<TMouseButton, TShiftState::Int>, TZEPMouseMode> m_withKeys;
+    std::optional<TZEPMouseMode> m_next;
+    bool m_extended = false;
+    bool m_wheelReversed = false;
+    bool m_lock2D = false;
     bool m_mouseDowned = false;
     bool m_dragging = false; ///< also between two releases
     bool m_moved = false;
     bool m_wasAnimating = false;
     QPoint m_press;
-    std::optional<QPoint> m_corner; ///< of the rectangle, once it was drawn
-    QPointer<TZEPCamera> m_camera;  ///< whose view was stored at the press
-    QPointer<TZEPScene> m_scene;    ///< whose animation was stopped
+    TShiftState m_keys;                 ///< held at the press
+    std::optional<TZEPMouseMode> m_own; ///< of this drag of the left button alone
+    std::optional<TGLArrayd3> m_grip;   ///< what an extended drag took hold of
+    std::optional<QPoint> m_corner;     ///< of the rectangle, once it was drawn
+    QPointer<TZEPCamera> m_camera;      ///< whose view was stored at the press
+    QPointer<TZEPScene> m_scene;        ///< whose animation was stopped
 };
 
 using TZEPMouseMode = TZEPPanelControl::TZEPMouseMode;

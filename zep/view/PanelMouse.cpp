@@ -140,6 +140,19 @@ void TZEPPanel::ShowRubberBand(const QRect& place) {
             .toAlignedRect());
 }
 
+void TZEPPanel::ShowBand(const QRect& place, TZEPBand band) {
+    ShowRubberBand(place);
+    m_band->SetBand(band);
+}
+
+void TZEPPanel::ShowPivot(const TGLArrayd3& point) {
+    m_pivot = point; // the movement that it is for repaints
+}
+
+void TZEPPanel::HidePivot() {
+    m_pivot.reset(); // a drag that has moved the view ends with a frame
+}
+
 void TZEPPanel::HideRubberBand() {
     m_band.reset();
 }

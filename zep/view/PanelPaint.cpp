@@ -1,10 +1,13 @@
 #include <zep/gl/Names.h>
+#include <zep/gl/Scopes.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
 #include <zep/view/FrameState.h>
+#include <zep/view/OverPixels.h>
 #include <zep/view/Panel.h>
 
 #include <QElapsedTimer>
+#include <QMetaMethod>
 #include <QPainter>
 #include <QPointer>
 #include <QScopeGuard>
@@ -32,6 +35,8 @@ int TZEPPanel::TotalFrameCount() {
 void TZEPPanel::paintEvent(QPaintEvent*) {
     if (!m_context.HasContext()) return PaintBlack();
     const QScopedValueRollback paints(m_inPaintEvent, true); // it exists: freed, it goes later
+    if (m_pending == TPending::Over && m_kept.size() == QSize(Width(), Height()))
+        return PaintOver();
     Paint();
 }
 
@@ -77,12 +82,14 @@ TZEPPanel::TFrame::operator bool() const {
 
 void TZEPPanel::Paint() {
     if (m_drawing || m_goes) return; // a handler of a frame event asks for another frame
-    DrawFrame([this] { m_context.Binding().SwapBuffers(); });
+    m_pending = TPending::Nothing;
+    DrawFrame(true, [this] { m_context.Binding().SwapBuffers(); });
 }
 
-/// \param use  takes what stands in the back buffer; is not called where nothing does
+/// \param over  with what lies over the scene
+/// \param use   takes what stands in the back buffer; is not called where nothing does
 template <class Use>
-void TZEPPanel::DrawFrame(const Use& use) {
+void TZEPPanel::DrawFrame(bool over, const Use& use) {
     const QPointer<TZEPPanel> alive(this);
     const auto done = qScopeGuard([&alive] {
         if (alive) alive->DoneCurrent();
@@ -90,8 +97,23 @@ void TZEPPanel::DrawFrame(const Use& use) {
     {
         const TFrame frame(*this);
         if (!frame) return;
-        const std::optional<QString> error = TryFrame(frame);
+        std::optional<QString> error = TryFrame(frame, [&] {
+            Q_EMIT BeforDraw(this);
+            if (!frame) return;
+            {
+                const TZEPNamesScope names;
+                DrawContent(frame);
+            }
+            if (frame) Q_EMIT BeforFlush(this);
+        });
         if (!frame) return;
+        if (over) {
+            m_kept = QImage();
+            if (!error) KeepFrame();
+            const std::optional<QString> ofOver = TryOver(frame);
+            if (!frame) return;
+            if (!error) error = ofOver;
+        }
         NoteFrame(error);
         glFlush();
         use();
@@ -101,17 +123,12 @@ void TZEPPanel::DrawFrame(const Use& use) {
 
 /// Nothing may be thrown through the event loop, which calls for frames.
 /// \return  what went wrong
-std::optional<QString> TZEPPanel::TryFrame(const TFrame& frame) {
+template <class Draw>
+std::optional<QString> TZEPPanel::TryFrame(const TFrame& frame, const Draw& draw) {
     const TZEPFrameState before;
     QString error;
     try {
-        Q_EMIT BeforDraw(this);
-        if (!frame) return {};
-        {
-            const TZEPNamesScope names;
-            DrawContent(frame);
-        }
-        if (frame) Q_EMIT BeforFlush(this);
+        draw();
         return {};
     } catch (const std::exception& thrown) {
         error = QString::fromUtf8(thrown.what());
@@ -131,6 +148,73 @@ void TZEPPanel::NoteFrame(const std::optional<QString>& error) {
     QMetaObject::invokeMethod(
         this, [this, error] { Q_EMIT FrameFailed(this, *error); }, Qt::QueuedConnection);
 }
+
+// --- what lies over the scene ------------------------------------------------------------------
+
+void TZEPPanel::Invalidate() {
+    m_pending = TPending::Frame;
+    update();
+}
+
+void TZEPPanel::InvalidateOver() {
+    m_keeps = true;
+    if (m_pending == TPending::Frame) return;
+    if (m_kept.isNull()) return Invalidate();
+    m_pending = TPending::Over;
+    update();
+}
+
+/// What moves is drawn anew anyway, and is not to wait for its pixels.
+void TZEPPanel::KeepFrame() {
+    if (!m_keeps || MouseDowned() || (m_scene && m_scene->Animation())) return;
+    m_kept = ReadPixels({0, 0, Width(), Height()});
+}
+
+void TZEPPanel::PaintOver() {
+    if (m_drawing || m_goes) return;
+    m_pending = TPending::Nothing;
+    const QPointer<TZEPPanel> alive(this);
+    const auto done = qScopeGuard([&alive] {
+        if (alive) alive->DoneCurrent();
+    });
+    const TFrame frame(*this);
+    if (!frame) return;
+    DrawPixels(m_kept, {0, 0});
+    const std::optional<QString> error = TryOver(frame);
+    if (!frame) return;
+    if (error) NoteFrame(error);
+    glFlush();
+    m_context.Binding().SwapBuffers();
+}
+
+std::optional<QString> TZEPPanel::TryOver(const TFrame& frame) {
+    static const QMetaMethod drawOver = QMetaMethod::fromSignal(&TZEPPanel::DrawOver);
+    if (!m_camera || (!m_pivot && !isSignalConnected(drawOver))) return {};
+    glPushAttrib(GL_ALL_ATTRIB_BITS);
+    TZEPMatricesScope::Push();
+    m_camera->Apply(Width(), Height(), -1);
+    for (const GLenum off :
+         {GL_LIGHTING, GL_DEPTH_TEST, GL_CULL_FACE, GL_FOG, GL_TEXTURE_2D, GL_STENCIL_TEST})
+        glDisable(off);
+    const std::optional<QString> error = TryFrame(frame, [this] {
+        if (m_pivot) DrawPivot();
+        Q_EMIT DrawOver(this);
+    });
+    if (!frame) return error; // and another context may be current
+    TZEPMatricesScope::Pop();
+    glPopAttrib();
+    return error;
+}
+
+void TZEPPanel::DrawPivot() const {
+    const std::optional<TGLArrayd3> at = GetScreenCoords(*m_pivot);
+    if (!at || (*at)[2] > 1) return;
+    const QImage mark = PivotMark(devicePixelRatioF());
+    DrawBlended(mark, {qRound((*at)[0]) - mark.width() / 2,
+                       Height() - qRound((*at)[1]) - mark.height() / 2});
+}
+
+// --- the scene ---------------------------------------------------------------------------------
 
 void TZEPPanel::DrawContent(const TFrame& frame) {
     if (!Enabled() || !m_camera || !m_scene) {
@@ -181,7 +265,7 @@ QImage TZEPPanel::GrabFrame() {
     OpenWindow();
     QImage picture;
     // OpenGL's first row is the lowest one.
-    DrawFrame([&] {
+    DrawFrame(false, [&] {
         picture =
             ReadPixels({0, 0, Width(), Height()}).mirrored().convertToFormat(QImage::Format_RGB32);
     });
