@@ -2,13 +2,17 @@
 
 #include <zep/converters/rs274d/ToolPath.h>
 #include <zep/objects/Arc.h>
+#include <zep/objects/Circle.h>
 #include <zep/objects/Line.h>
 #include <zep/objects/Point.h>
 #include <zep/objects/Polyline.h>
 #include <zep/scene/Vectors.h>
 #include <zep/scene/Vertex3.h>
+#include <zep/view/Actor.h>
+#include <zep/widgets/ObjectLook.h>
 
 #include <QLocale>
+#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -26,15 +30,25 @@ TGLArrayd3 Absolute(const TZEPObject& object, const TGLArrayd3& point) {
     return result;
 }
 
-TGLArrayd3 OnArc(const TZEPArc& arc, double degrees) {
+/// Of the circle of diameter 1 that arcs and circles are pieces of.
+TGLArrayd3 OnCircle(const TZEPObject& object, double degrees) {
     const double angle = degrees * std::numbers::pi / 180;
-    return Absolute(arc, {0.5 * std::cos(angle), 0.5 * std::sin(angle), 0});
+    return Absolute(object, {0.5 * std::cos(angle), 0.5 * std::sin(angle), 0});
 }
 
-double LengthOfArc(const TZEPArc& arc) {
+/// None where it is seen as an ellipse.
+std::optional<double> RadiusOf(const TZEPObject& object) {
+    if (!qobject_cast<const TZEPArc*>(&object) && !qobject_cast<const TZEPCircle*>(&object))
+        return {};
+    const TGLArrayd3 middle = Absolute(object, zero3d);
+    const double radius = Distance(OnCircle(object, 0), middle);
+    const bool isRound = std::abs(Distance(OnCircle(object, 90), middle) - radius) < 1e-6 * radius;
+    return isRound ? std::optional(radius) : std::nullopt;
+}
+
+double TurnOf(const TZEPArc& arc) {
     const double sweep = arc.EndAngle() - arc.StartAngle();
-    const double turn = sweep > 0 ? sweep : sweep + 360;
-    return Distance(OnArc(arc, 0), Absolute(arc, zero3d)) * turn * std::numbers::pi / 180;
+    return sweep > 0 ? sweep : sweep + 360;
 }
 
 double LengthOfPolyline(TZEPPolyline& polyline) {
@@ -43,6 +57,9 @@ double LengthOfPolyline(TZEPPolyline& polyline) {
     for (int i = 1; i < points.Count(); ++i)
         length += Distance(Absolute(polyline, points[i - 1].Data()),
                            Absolute(polyline, points[i].Data()));
+    if (polyline.Closed() && points.Count() > 1)
+        length += Distance(Absolute(polyline, points[points.Count() - 1].Data()),
+                           Absolute(polyline, points[0].Data()));
     return length;
 }
 
@@ -70,9 +87,24 @@ QString PlaceOf(TZEPObject& object) {
     if (auto* point = qobject_cast<TZEPPoint*>(&object))
         return Text(Absolute(*point, point->P()->Data()));
     if (const auto* arc = qobject_cast<TZEPArc*>(&object))
-        return FromTo(OnArc(*arc, arc->StartAngle()), OnArc(*arc, arc->EndAngle())) +
+        return FromTo(OnCircle(*arc, arc->StartAngle()), OnCircle(*arc, arc->EndAngle())) +
                QStringLiteral(" about ") + Text(Absolute(*arc, zero3d));
     return QStringLiteral("about ") + Text(CenterOf(object));
+}
+
+/// Readers put what is on a layer below an actor.
+QString LayerOf(const TZEPObject& object) {
+    const TZEPObject* above = object.Parent();
+    const bool isLayer = above && above->metaObject() == &TZEPActor::staticMetaObject;
+    return isLayer ? above->Ident() : QString();
+}
+
+QString SizeOf(const TZEPObject& object) {
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    object.GetAbsoluteSize(min, max);
+    const TGLArrayd3 size = max - min;
+    return QStringLiteral("%1 x %2 x %3").arg(Text(size[0]), Text(size[1]), Text(size[2]));
 }
 
 } // namespace
@@ -89,19 +121,41 @@ std::optional<int> ProgramLineOf(const TZEPObject& object) {
 std::optional<double> LengthOf(TZEPObject& object) {
     if (auto* line = qobject_cast<TZEPLine*>(&object))
         return Distance(Absolute(*line, line->P1()->Data()), Absolute(*line, line->P2()->Data()));
-    if (const auto* arc = qobject_cast<TZEPArc*>(&object)) return LengthOfArc(*arc);
+    if (const std::optional<double> radius = RadiusOf(object)) {
+        const auto* arc = qobject_cast<TZEPArc*>(&object);
+        return *radius * (arc ? TurnOf(*arc) : 360) * std::numbers::pi / 180;
+    }
     if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) return LengthOfPolyline(*polyline);
     return {};
 }
 
-QString Describe(TZEPObject& object) {
-    QString text =
-        QString::fromLatin1(object.metaObject()->className()).section(QLatin1Char(':'), -1);
-    if (!object.Ident().isEmpty()) text += QStringLiteral(" \"%1\"").arg(object.Ident());
-    text += QLatin1Char(' ') + PlaceOf(object);
-    if (const std::optional<double> length = LengthOf(object))
-        text += QStringLiteral(", length ") + Text(*length);
-    return text;
+namespace {
+
+/// "Line, program line 12", "Text "Scale 1:50""
+QString Titled(const TZEPObject& object) {
+    const QString kind = KindOf(object);
+    if (const std::optional<int> line = ProgramLineOf(object))
+        return QStringLiteral("%1, program line %2").arg(kind).arg(*line);
+    const QString name = NameOf(object);
+    return name == kind ? kind : QStringLiteral("%1 \"%2\"").arg(kind, name);
+}
+
+} // namespace
+
+QString Describe(TZEPObject& object, const QString& unit) {
+    QStringList parts{Titled(object)};
+    const auto add = [&](const QString& what, const QString& value) {
+        parts << QStringLiteral("%1 %2 %3").arg(what, value, unit);
+    };
+    if (const QString layer = LayerOf(object); !layer.isEmpty())
+        parts << QStringLiteral("layer ") + layer;
+    parts << PlaceOf(object);
+    const std::optional<double> length = LengthOf(object);
+    if (const std::optional<double> radius = RadiusOf(object))
+        add(QStringLiteral("radius"), Text(*radius));
+    if (length) add(QStringLiteral("length"), Text(*length));
+    if (!length && !qobject_cast<TZEPPoint*>(&object)) add(QStringLiteral("size"), SizeOf(object));
+    return parts.join(QStringLiteral(", "));
 }
 
 QString Describe(const TToolPath& path, int move, double fraction) {

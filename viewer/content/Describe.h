@@ -12,12 +12,14 @@ class TZEPObject;
 /// The line of its program that a tool path object came from, counted from 1.
 [[nodiscard]] std::optional<int> ProgramLineOf(const TZEPObject& object);
 
-/// Along the object, in the scene's unit; none for what is no line, arc or polyline.
+/// Along the object, in the scene's unit; none for what is no line, polyline, arc or circle, and
+/// for an ellipse.
 [[nodiscard]] std::optional<double> LengthOf(TZEPObject& object);
 
-/// What it is, for the status line: class, ident (of a tool path its program line), position and
-/// length.
-[[nodiscard]] QString Describe(TZEPObject& object);
+/// What it is, for the status line: kind, name (of a tool path its program line), layer, place,
+/// radius and length, or size.
+/// \param unit  of the scene
+[[nodiscard]] QString Describe(TZEPObject& object, const QString& unit);
 
 /// Where a tool path has come to, for the status line: line, kind of move, position, feed and tool.
 /// \param fraction  of the move, that is done

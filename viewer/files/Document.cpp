@@ -139,6 +139,13 @@ void TDocument::Replace(std::size_t index, TLoading& loading) {
     file.Root->SetVisible(visible);
 }
 
+QString TDocument::UnitOf(const TZEPObject& object) const {
+    for (const TZEPObject* above = &object; above; above = above->Parent())
+        for (const TOpenedFile& file : m_files)
+            if (file.Root == above) return file.Unit;
+    return TOpenedFile().Unit;
+}
+
 std::optional<TZEPBounds> TDocument::Bounds() const {
     std::optional<TZEPBounds> bounds;
     for (const TOpenedFile& file : m_files) Widen(bounds, file.Extent.Bounds());
@@ -190,6 +197,7 @@ void TDocument::LookFrom(TDirection direction, double aspect) {
     ZEP::LookFrom(*m_camera, direction);
     m_camera->SetFocalLength(StandardLens);
     FitAll(aspect);
+    Q_EMIT LookedFrom(direction);
 }
 
 void TDocument::FitAll(double aspect) {

@@ -48,6 +48,8 @@ public:
     void Close(const QString& file);
     /// Null where it is not shown.
     [[nodiscard]] const TOpenedFile* Find(const QString& file) const;
+    /// What lengths of the object are told in.
+    [[nodiscard]] QString UnitOf(const TZEPObject& object) const;
     /// Of everything that draws; none in an empty document.
     [[nodiscard]] std::optional<TZEPBounds> Bounds() const;
     [[nodiscard]] const TZEPBackdrop& Backdrop() const { return m_backdrop; }
@@ -78,6 +80,8 @@ Q_SIGNALS:
     void AboutToChange();
     /// Other files, or other objects of them, are shown now.
     void Changed();
+    /// The camera looks from one of the standard sides now.
+    void LookedFrom(ZEP::TDirection direction);
     /// The view became parallel, or perspective.
     void ProjectionChanged(bool parallel);
 

@@ -80,6 +80,7 @@ bool TLoading::ReadOne(TLoaded& loaded, const QString& name, const TLoadProgress
     file.Name = name;
     file.State = TFileState::Of(name);
     file.Format = FormatOf(name);
+    if (file.Format == TFileFormat::RS274D && !m_plain) file.Unit = QStringLiteral("mm");
     QElapsedTimer timer;
     timer.start();
     bool cancelled = false;

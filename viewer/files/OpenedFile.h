@@ -32,8 +32,9 @@ struct TFileState {
 struct TOpenedFile {
     QString Name;
     TFileFormat Format = TFileFormat::Unknown;
-    TFileState State;   ///< when reading began
-    double Seconds = 0; ///< that reading took
+    QString Unit = QStringLiteral("units"); ///< of its lengths, where the file tells it
+    TFileState State;                       ///< when reading began
+    double Seconds = 0;                     ///< that reading took
     std::vector<TPassedOver> Messages;
     TZEPBatch* Root = nullptr;
     /// The root is part of what is stored. It is not where a scene's own objects stand below it, or

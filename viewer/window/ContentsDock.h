@@ -25,6 +25,7 @@ class TContentsDock : public TShownDock {
 public:
     TContentsDock(QWidget* parent, TDocument& document);
 
+    [[nodiscard]] TContentsModel* Model() const { return m_model; }
     /// Opens it, and gives it the keys.
     void Focus();
     /// Opens it, to type what is to be found.

@@ -3,6 +3,7 @@
 #include "viewer/content/Describe.h"
 #include "viewer/files/Document.h"
 #include "viewer/window/Icons.h"
+#include "viewer/window/ShownHistory.h"
 #include <zep/batch/Batch.h>
 #include <zep/objects/Mesh.h>
 #include <zep/view/Actor.h>
@@ -31,11 +32,11 @@ QString Titled(const TZEPObject& object) {
     return QStringLiteral("%1 \"%2\": ").arg(KindText(object), object.Ident());
 }
 
-QString TipOf(TZEPObject& object) {
+QString TipOf(TZEPObject& object, const QString& unit) {
     if (const int count = object.GetItemsCount())
         return Titled(object) + Counted(count, QStringLiteral("object"));
     auto* mesh = qobject_cast<TZEPMesh*>(&object);
-    if (!mesh) return Describe(object);
+    if (!mesh) return Describe(object, unit);
     return Titled(object) + Counted(mesh->Faces()->Count(), QStringLiteral("face")) +
            QStringLiteral(", ") + QLocale().toString(mesh->Vertexes()->Count()) +
            QStringLiteral(" vertices");
@@ -44,7 +45,7 @@ QString TipOf(TZEPObject& object) {
 } // namespace
 
 TContentsModel::TContentsModel(TDocument& document, QObject* parent)
-    : TZEPSceneModel(parent), m_document(document) {
+    : TZEPSceneModel(parent), m_document(document), m_history(new TShownHistory(document, this)) {
     // While rows still stand for objects: views look at them once more when they are reset.
     connect(&document, &TDocument::AboutToChange, this, [this] { SetRoots({}); });
     connect(&document, &TDocument::Changed, this, &TContentsModel::Fill);
@@ -65,6 +66,27 @@ void TContentsModel::Search(const QString& text) {
     });
 }
 
+void TContentsModel::SetShown(const std::vector<TZEPObject*>& objects, bool shown) {
+    m_history->Record(shown ? QStringLiteral("show") : QStringLiteral("hide"),
+                      [&] { TZEPSceneModel::SetShown(objects, shown); });
+}
+
+void TContentsModel::ShowOnly(const std::vector<TZEPObject*>& objects) {
+    m_history->Record(QStringLiteral("show only"), [&] { TZEPSceneModel::ShowOnly(objects); });
+}
+
+void TContentsModel::ShowAll() {
+    m_history->Record(QStringLiteral("show all"), [this] { TZEPSceneModel::ShowAll(); });
+}
+
+bool TContentsModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    bool isSet = false;
+    m_history->Record(value.toInt() != Qt::Unchecked ? QStringLiteral("show")
+                                                     : QStringLiteral("hide"),
+                      [&] { isSet = TZEPSceneModel::setData(index, value, role); });
+    return isSet;
+}
+
 QString TContentsModel::FileOf(const QModelIndex& index) const {
     QModelIndex top = index;
     while (top.parent().isValid()) top = top.parent();
@@ -77,7 +99,8 @@ QVariant TContentsModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     if (!index.parent().isValid())
         if (QVariant value = FileData(index, role); value.isValid()) return value;
-    if (role == Qt::ToolTipRole) return TipOf(*ObjectAt(index));
+    if (role == Qt::ToolTipRole)
+        return TipOf(*ObjectAt(index), m_document.UnitOf(*ObjectAt(index)));
     return TZEPSceneModel::data(index, role);
 }
 

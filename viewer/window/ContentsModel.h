@@ -5,6 +5,7 @@
 namespace ZEP {
 
 class TDocument;
+class TShownHistory;
 
 /// The files of a document as a tree of their objects, in the words of the viewer.
 class TContentsModel : public TZEPSceneModel {
@@ -17,13 +18,23 @@ public:
     /// Leaves what has the text in its name or kind, without case; empty: all.
     void Search(const QString& text);
 
+    /// \name What is shown and hidden here can be undone
+    /// @{
+    void SetShown(const std::vector<TZEPObject*>& objects, bool shown);
+    void ShowOnly(const std::vector<TZEPObject*>& objects);
+    void ShowAll();
+    [[nodiscard]] TShownHistory& History() { return *m_history; }
+    /// @}
+
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
 private:
     void Fill();
     [[nodiscard]] QVariant FileData(const QModelIndex& index, int role) const;
 
     TDocument& m_document;
+    TShownHistory* m_history;
 };
 
 } // namespace ZEP

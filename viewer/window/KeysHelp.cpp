@@ -10,18 +10,22 @@ struct TEntry {
 };
 
 constexpr TEntry Entries[] = {
-    {"Left button", "click: select; drag: orbit"},
-    {"Right button", "shift"},
-    {"Middle button", "nearer, farther"},
+    {"Left button", "click: select; drag: orbit, in a locked 2D view pan;<br>"
+                    "with Shift: orbit; with Ctrl: select in a rectangle"},
+    {"Middle button", "pan; with Shift: orbit; with Ctrl: zoom window"},
+    {"Right button", "click: menu; drag: pan"},
     {"Wheel", "nearer, farther"},
     {"1 to 7", "isometric, top, front, right, left, back, bottom"},
     {"F, A", "fit selection, all"},
     {"Home", "back to the last fit"},
     {"X", "orthographic"},
     {"Ctrl+1 to Ctrl+9", "cameras in the file"},
-    {"S, O, T, P, R, D, Z, V",
-     "left button: select, orbit, shift, look around, roll, come nearer, zoom, perspective<br>"
+    {"S, O, P, L, R, D, E, V",
+     "left button: select, orbit, pan, look, roll, dolly, zoom, perspective<br>"
      "with Shift: right button, with Alt+Shift: middle button"},
+    {"Z", "zoom window"},
+    {"H, Shift+H, Ctrl+H", "hide selected, show only selected, show all"},
+    {"Ctrl+Z", "undo hiding and showing"},
     {"Up, Down", "previous, next move of the program"},
     {"Ctrl+Up, Ctrl+Down", "previous, next tool change"},
     {"Ctrl+G", "go to a line of the program"},
@@ -34,7 +38,7 @@ constexpr TEntry Entries[] = {
     {"Ctrl+O", "open"},
     {"Ctrl+Shift+O", "add a file to those that are shown"},
     {"F5", "read again"},
-    {"Esc", "stop loading"},
+    {"Esc", "stop loading; deselect"},
     {"Ctrl+Shift+S", "save as a scene"},
     {"Ctrl+S", "save a picture"},
     {"Ctrl+P", "print"},

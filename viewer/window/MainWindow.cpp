@@ -299,7 +299,8 @@ void TMainWindow::ShowStatus() {
     const std::optional<TZEPBounds> bounds = m_document.Bounds();
     const QString played = m_playback ? m_playback->Status() : QString();
     if (TZEPObject* object = m_selection->Only())
-        m_status->setText(played.isEmpty() ? Describe(*object) : played);
+        m_status->setText(played.isEmpty() ? Describe(*object, m_document.UnitOf(*object))
+                                           : played);
     else if (m_selection->Count() > 0)
         m_status->setText(QStringLiteral("%1 objects are selected")
                               .arg(QLocale().toString(static_cast<qint64>(m_selection->Count()))));

@@ -72,6 +72,7 @@ private:
     [[nodiscard]] QStringList AskForFiles(const QString& title);
     [[nodiscard]] QStringList FileNames() const;
     void Reload();
+    [[nodiscard]] QString ProposedName(const char* suffix) const;
     void AskAndSave();
     void SavePicture();
     void Print();

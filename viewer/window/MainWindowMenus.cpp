@@ -5,6 +5,8 @@
 #include "viewer/files/StoredScene.h"
 #include "viewer/window/CameraMenu.h"
 #include "viewer/window/ContentsDock.h"
+#include "viewer/window/ContentsModel.h"
+#include "viewer/window/EditMenu.h"
 #include "viewer/window/KeysHelp.h"
 #include "viewer/window/MainWindow.h"
 #include "viewer/window/MessagesDock.h"
@@ -17,9 +19,12 @@
 #include "viewer/window/WelcomePage.h"
 #include <zep/batch/Batch.h>
 #include <zep/framework/Exception.h>
+#include <zep/view/Gizmo.h>
 #include <zep/view/Panel.h>
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPrintDialog>
@@ -51,11 +56,20 @@ QAction* Explained(QAction* action, const QString& tip) {
 
 void TMainWindow::AddMenus() {
     AddFileMenu();
+    auto* edit = new TEditMenu(this, m_panel, m_selection, m_contents->Model());
+    connect(edit, &TEditMenu::FitWanted, this,
+            [this](const auto& objects) { m_document.FitObjects(objects, Aspect()); });
+    connect(edit, &TEditMenu::FitAllWanted, this, [this] { m_document.FitAll(Aspect()); });
     AddViewMenu();
     auto* camera = new TCameraMenu(this, m_document, m_selection, [this] { return Aspect(); });
     connect(camera, &TCameraMenu::StartWanted, this,
             [this] { m_welcome->Start().LookFromStart(); });
-    new TNavigation(this, m_panel);
+    auto* navigation = new TNavigation(this, m_panel);
+    const auto lock = [this, navigation](TDirection direction) {
+        navigation->SetFlatView(direction == TDirection::Top && m_document.IsFlat());
+    };
+    connect(&m_document, &TDocument::LookedFrom, navigation, lock);
+    connect(new TZEPGizmo(m_panel), &TZEPGizmo::Turned, navigation, lock);
     AddProgram();
     AddHelpMenu();
 }
@@ -192,10 +206,17 @@ void TMainWindow::SaveAs(const QString& file) {
     statusBar()->showMessage(QStringLiteral("Saved as %1.").arg(file));
 }
 
+/// Beside the first file that is shown, with its name and another suffix.
+QString TMainWindow::ProposedName(const char* suffix) const {
+    if (m_document.Files().empty()) return RecentFolder();
+    const QFileInfo first(m_document.Files().front().Name);
+    return first.dir().filePath(first.completeBaseName() + QLatin1String(suffix));
+}
+
 void TMainWindow::AskAndSave() {
     if (m_document.Files().empty()) return;
     QString name =
-        QFileDialog::getSaveFileName(this, QStringLiteral("Save as"), RecentFolder(),
+        QFileDialog::getSaveFileName(this, QStringLiteral("Save as"), ProposedName(".zep"),
                                      QStringLiteral("Scenes (*.zep);;Scenes as text (*.zept)"));
     if (name.isEmpty()) return;
     if (!IsSceneName(name)) name += QStringLiteral(".zep");
@@ -207,8 +228,9 @@ void TMainWindow::AskAndSave() {
 }
 
 void TMainWindow::SavePicture() {
-    const QString name = QFileDialog::getSaveFileName(this, QStringLiteral("Save picture"), {},
-                                                      QStringLiteral("Pictures (*.png)"));
+    const QString name =
+        QFileDialog::getSaveFileName(this, QStringLiteral("Save picture"), ProposedName(".png"),
+                                     QStringLiteral("Pictures (*.png)"));
     if (name.isEmpty()) return;
     try {
         TZEPPanel* seen = m_document.Files().empty() ? m_welcome->View() : m_panel;

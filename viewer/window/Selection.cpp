@@ -2,6 +2,8 @@
 
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
+#include <zep/view/Gizmo.h>
+#include <zep/view/Hover.h>
 #include <zep/view/Panel.h>
 
 #include <QScopeGuard>
@@ -31,10 +33,15 @@ TSelection::TSelection(TZEPPanel* panel, TZEPScene* scene)
     connect(panel, &TZEPPanel::AfterMouseUp, this,
             [this](TZEPPanel*, TMouseButton button, TShiftState shift, int x, int y) {
                 const bool moved = (QPoint(x, y) - m_press).manhattanLength() > Still;
-                if (button != mbLeft || moved || m_panel->PanelControl()->MouseLeft() == mmSelect)
+                if (button != mbLeft || moved ||
+                    m_panel->PanelControl()->Mode(mbLeft, shift) == mmSelect)
                     return;
-                Click(x, y, shift.testFlag(ssCtrl));
+                Click({x, y}, shift.testFlag(ssCtrl));
             });
+    (new TZEPHover(panel))->SetFind([this](const QPoint& place) -> TZEPObject* {
+        const auto* gizmo = m_panel->findChild<TZEPGizmo*>();
+        return gizmo && gizmo->At(place) ? nullptr : ObjectAt(place);
+    });
 }
 
 void TSelection::Note(TZEPObject* object) {
@@ -51,20 +58,20 @@ void TSelection::timerEvent(QTimerEvent* event) {
     Q_EMIT Changed();
 }
 
-void TSelection::Click(int x, int y, bool add) {
-    TZEPObject* object = ObjectAt(x, y);
+void TSelection::Click(const QPoint& place, bool add) {
+    TZEPObject* object = ObjectAt(place);
     if (!add) return SelectOnly(object);
     if (object) object->SetSelected(!object->Selected());
 }
 
-TZEPObject* TSelection::ObjectAt(int x, int y) const {
+TZEPObject* TSelection::ObjectAt(const QPoint& place) const {
     const auto done = qScopeGuard([this] { m_panel->DoneCurrent(); });
     const int width = m_panel->Width();
     const int height = m_panel->Height();
     for (const int size : {Exact, Generous}) {
         if (!m_panel->MakeCurrent()) return nullptr;
-        if (TZEPObject* object = m_scene->Pick(m_panel->Camera(), width, height, x, height - y,
-                                               size, size, AnyLevel))
+        if (TZEPObject* object = m_scene->Pick(m_panel->Camera(), width, height, place.x(),
+                                               height - place.y(), size, size, AnyLevel))
             return object;
     }
     return nullptr;

@@ -15,8 +15,8 @@ namespace ZEP {
 class TZEPPanel;
 class TZEPScene;
 
-/// What is selected in the view, kept up to date with the scene, and the click that selects
-/// whatever the left button does when it drags.
+/// What is selected in the view, kept up to date with the scene, the click that selects whatever
+/// the left button does when it drags, and the mark of what it would take.
 class TSelection : public QObject {
     Q_OBJECT
 public:
@@ -31,6 +31,9 @@ public:
     void SelectOnly(TZEPObject* object);
     /// These, and no others.
     void Select(const std::vector<TZEPObject*>& objects);
+    /// What a click takes, at a place in device pixels: what is near by, where nothing is right
+    /// there; null for nothing.
+    [[nodiscard]] TZEPObject* ObjectAt(const QPoint& place) const;
     /// The objects are gone.
     void Forget();
 
@@ -43,8 +46,7 @@ protected:
 
 private:
     void Note(TZEPObject* object);
-    void Click(int x, int y, bool add);
-    [[nodiscard]] TZEPObject* ObjectAt(int x, int y) const;
+    void Click(const QPoint& place, bool add);
 
     TZEPPanel* m_panel;
     TZEPScene* m_scene;

@@ -4,6 +4,7 @@
 #include "viewer/files/Format.h"
 #include <zep/framework/Contrast.h>
 #include <zep/view/Camera.h>
+#include <zep/view/MousePresets.h>
 #include <zep/view/Panel.h>
 
 #include <QEvent>
@@ -59,8 +60,7 @@ TWelcomePage::TWelcomePage(QWidget* parent)
     setStyleSheet(Style(Look::Sky, Look::Ground));
     m_view->SetCamera(m_start.Camera());
     m_view->installEventFilter(this);
-    m_view->PanelControl()->SetMouseLeft(mmOrbit);
-    m_view->PanelControl()->SetMouseWheel(mmDolly);
+    SetMousePreset(*m_view->PanelControl(), TZEPMousePreset::Cad);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

@@ -1,7 +1,12 @@
 #include "viewer/content/Describe.h"
 
 #include <zep/converters/rs274d/Converter.h>
-#include <zep/scene/Object.h>
+#include <zep/objects/Box.h>
+#include <zep/objects/Circle.h>
+#include <zep/scene/Add.h>
+#include <zep/scene/Vertex3.h>
+#include <zep/scene/XForm.h>
+#include <zep/view/Actor.h>
 
 #include <gtest/gtest.h>
 
@@ -22,11 +27,11 @@ TEST(Describe, TellsOfEachMoveWhereItComesFromAndHowLongItIs) {
     };
     const TRow rows[] = {
         {"G1 X3 Y4\n", 0, 1, 5,
-         QStringLiteral(
-             "TZEPLine \"Line 1\" (0.000; 0.000; 0.000) to (3.000; 4.000; 0.000), length 5.000")},
+         QStringLiteral("Line, program line 1, (0.000; 0.000; 0.000) to (3.000; 4.000; 0.000), "
+                        "length 5.000 mm")},
         {"G0 X10\n(half a circle)\nG3 X-10 Y0 I-10 J0\n", 1, 3, 10 * std::numbers::pi,
-         QStringLiteral("TZEPArc \"Line 3\" (10.000; 0.000; 0.000) to (-10.000; 0.000; 0.000) "
-                        "about (0.000; 0.000; 0.000), length 31.416")},
+         QStringLiteral("Arc, program line 3, (10.000; 0.000; 0.000) to (-10.000; 0.000; 0.000) "
+                        "about (0.000; 0.000; 0.000), radius 10.000 mm, length 31.416 mm")},
         {"G1 X1\nG81 X2 Y2 Z-1 R1\n", -1, 2, {}, {}},
     };
     for (const TRow& row : rows) {
@@ -42,8 +47,29 @@ TEST(Describe, TellsOfEachMoveWhereItComesFromAndHowLongItIs) {
         if (!row.Length) continue;
         ASSERT_TRUE(LengthOf(object));
         EXPECT_NEAR(*LengthOf(object), *row.Length, 1e-6);
-        EXPECT_EQ(Describe(object), row.Text);
+        EXPECT_EQ(Describe(object, QStringLiteral("mm")), row.Text);
     }
+}
+
+TEST(Describe, TellsWhatStandsOnWhichLayerAndHowLargeItIs) {
+    QLocale::setDefault(QLocale::c());
+    TZEPActor layer;
+    layer.SetIdent(QStringLiteral("Walls"));
+    auto* circle = Add<TZEPCircle>(&layer);
+    circle->XForm()->Scale()->SetData(5, 5, 5);
+    auto* ellipse = Add<TZEPCircle>(&layer);
+    ellipse->XForm()->Scale()->SetData(4, 2, 1);
+    auto* box = Add<TZEPBox>(&layer);
+    box->SetIdent(QStringLiteral("Crate"));
+    const std::pair<TZEPObject*, const char*> rows[] = {
+        {circle, "Circle, layer Walls, about (0.000; 0.000; 0.000), radius 2.500 units, "
+                 "length 15.708 units"},
+        {ellipse, "Circle, layer Walls, about (0.000; 0.000; 0.000), size 4.000 x 2.000 x 0.000 "
+                  "units"},
+        {box, "Box \"Crate\", layer Walls, about (0.000; 0.000; 0.000), size 1.000 x 1.000 x "
+              "1.000 units"}};
+    for (const auto& [object, text] : rows)
+        EXPECT_EQ(Describe(*object, QStringLiteral("units")), QLatin1String(text));
 }
 
 TEST(Describe, OnlyAProgramsIdentGivesALine) {

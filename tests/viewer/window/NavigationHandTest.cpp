@@ -8,10 +8,13 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QMainWindow>
 #include <QMouseEvent>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
+#include <QWheelEvent>
 
 namespace ZEP {
 namespace {
@@ -35,11 +38,19 @@ protected:
     ~Navigation() override { m_panel->SetCamera(nullptr); }
 
     void Send(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
-        QMouseEvent event(type, at, m_panel->mapToGlobal(at), button, held, {});
+        QMouseEvent event(type, at, m_panel->mapToGlobal(at), button, held, m_keys);
         QCoreApplication::sendEvent(m_panel, &event);
     }
 
-    void Drag(Qt::MouseButton button, const std::vector<QPointF>& way) {
+    void Wheel(QPointF at, int delta) {
+        QWheelEvent event(at, m_panel->mapToGlobal(at), {}, {0, delta}, {}, {}, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(m_panel, &event);
+    }
+
+    void Drag(Qt::MouseButton button, const std::vector<QPointF>& way,
+              Qt::KeyboardModifiers keys = {}) {
+        m_keys = keys;
         Send(QEvent::MouseButtonPress, way.front(), button, button);
         for (const QPointF& at : way) Send(QEvent::MouseMove, at, Qt::NoButton, button);
         Send(QEvent::MouseButtonRelease, way.back(), button, Qt::NoButton);
@@ -47,15 +58,35 @@ protected:
 
     void Click(QPointF at, Qt::MouseButton button = Qt::LeftButton) { Drag(button, {at}); }
 
+    /// Where a point of the scene is seen.
+    [[nodiscard]] QPointF Seen(const TGLArrayd3& point) const {
+        const TGLArrayd3 place = *m_panel->GetScreenCoords(point);
+        return {place[0], place[1]};
+    }
+
+    TZEPLine* AddLine(const TGLArrayd3& from, const TGLArrayd3& to) {
+        auto* line = Add<TZEPLine>(&m_scene);
+        line->P1()->SetData(from);
+        line->P2()->SetData(to);
+        return line;
+    }
+
     [[nodiscard]] double ToTarget() const {
         return Distance(m_camera.GetPosition(), m_camera.GetTarget());
     }
 
+    static void ForgetChoices() {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QDir::tempPath());
+        QSettings().clear();
+    }
+
+    const int m_forgotten = (ForgetChoices(), 0);
     TZEPScene m_scene;
     TZEPCamera m_camera;
     QMainWindow m_window;
     TZEPPanel* m_panel = new TZEPPanel;
     TNavigation* m_navigation = new TNavigation(&m_window, m_panel);
+    Qt::KeyboardModifiers m_keys;
 };
 
 TEST_F(Navigation, EveryButtonTakesEveryModeByItsKey) {
@@ -63,8 +94,8 @@ TEST_F(Navigation, EveryButtonTakesEveryModeByItsKey) {
         Qt::Key Key;
         TZEPMouseMode Mode;
     };
-    const TRow rows[] = {{Qt::Key_S, mmSelect}, {Qt::Key_T, mmTruck},      {Qt::Key_P, mmPan},
-                         {Qt::Key_R, mmRoll},   {Qt::Key_D, mmDolly},      {Qt::Key_Z, mmFOV},
+    const TRow rows[] = {{Qt::Key_S, mmSelect}, {Qt::Key_P, mmTruck},      {Qt::Key_L, mmPan},
+                         {Qt::Key_R, mmRoll},   {Qt::Key_D, mmDolly},      {Qt::Key_E, mmFOV},
                          {Qt::Key_O, mmOrbit},  {Qt::Key_V, mmPerspective}};
     struct TButtonRow {
         TNavigation::TButton Button;
@@ -96,14 +127,95 @@ TEST_F(Navigation, WhatIsShiftedStaysUnderThePointer) {
     }
 }
 
-TEST_F(Navigation, TheMiddleButtonLeavesTheOthersAlone) {
+// A fault of a preset: a button that does what another one should, or a wheel that goes away.
+TEST_F(Navigation, PresetsAreWhatTheyAreCalled) {
+    const TGLArrayd3 near{-20, -30, 5};
+    AddLine(near - TGLArrayd3{0, 0, 5}, near + TGLArrayd3{0, 0, 5});
+    m_panel->Paint();
+    const QPointF held = Seen(near);
+    const auto off = [&](const TGLArrayd3& point, QPointF place) {
+        const QPointF by = Seen(point) - place;
+        return std::hypot(by.x(), by.y());
+    };
+    for (const auto& [keys, button] :
+         {std::pair{Qt::NoModifier, Qt::LeftButton}, {Qt::ShiftModifier, Qt::MiddleButton}}) {
+        const TGLArrayd3 eye = m_camera.GetPosition();
+        Drag(button, {held, held + QPointF(70, 20)}, keys);
+        EXPECT_LT(off(near, held), 0.5) << "orbits about what is under the pointer";
+        EXPECT_GT(Distance(m_camera.GetPosition(), eye), 10);
+        m_camera.Reset();
+    }
+    Drag(Qt::MiddleButton, {held, held + QPointF(70, -40)});
+    EXPECT_LT(off(near, held + QPointF(70, -40)), 0.5) << "pans with the pointer";
+    m_camera.Reset();
     const double before = ToTarget();
+    Wheel(held, 120);
+    EXPECT_NEAR(ToTarget(), before / 1.2, 1e-6) << "nearer";
+    EXPECT_LT(off(near, held), 0.5) << "to the pointer";
+    Wheel(held, -120);
+    EXPECT_NEAR(ToTarget(), before, 1e-6) << "and back";
+    m_camera.Reset();
+
+    m_navigation->SetPreset(TZEPMousePreset::Modeller);
+    Drag(Qt::MiddleButton, {held, held + QPointF(70, -40)}, Qt::ShiftModifier);
+    EXPECT_LT(off(near, held + QPointF(70, -40)), 0.5);
+    m_camera.Reset();
+    EXPECT_EQ(m_navigation->Mode(TNavigation::Left), mmSelect);
+
+    m_navigation->SetPreset(TZEPMousePreset::Plain);
     Drag(Qt::MiddleButton, {{100, 100}, {100, 160}});
     EXPECT_NEAR(ToTarget(), before * 1.2, 1e-6); // a fifth of the height
+    m_camera.Reset();
+    Wheel(held, 120);
+    EXPECT_GT(ToTarget(), before);
+    m_camera.Reset();
     const TGLMatrixd4 view = m_camera.GetViewMatrix();
     Send(QEvent::MouseMove, {10, 10}, Qt::NoButton, Qt::NoButton);
     EXPECT_EQ(m_camera.GetViewMatrix(), view) << "it went on after the release";
-    EXPECT_EQ(m_navigation->Mode(TNavigation::Left), mmOrbit);
+
+    QMainWindow next;
+    EXPECT_EQ((new TNavigation(&next, m_panel))->Preset(), TZEPMousePreset::Plain) << "remembered";
+}
+
+TEST_F(Navigation, ALockedViewPansUntilShiftOrbitsOutOfIt) {
+    m_navigation->SetFlatView(true);
+    const auto look = [this] { return m_camera.GetPosition() - m_camera.GetTarget(); };
+    const TGLArrayd3 before = look();
+    const TGLArrayd3 target = m_camera.GetTarget();
+    Drag(Qt::LeftButton, {{100, 100}, {150, 120}});
+    EXPECT_LT(Distance(look(), before), 1e-9);
+    EXPECT_GT(Distance(m_camera.GetTarget(), target), 1);
+    Drag(Qt::LeftButton, {{100, 100}, {150, 120}}, Qt::ShiftModifier);
+    EXPECT_GT(Distance(look(), before), 1);
+    const TGLArrayd3 turned = look();
+    Drag(Qt::LeftButton, {{100, 100}, {150, 120}});
+    EXPECT_GT(Distance(look(), turned), 1) << "it is locked again";
+}
+
+TEST_F(Navigation, ARectangleIsZoomedInto) {
+    const TGLArrayd3 corners[] = {{-10, 0, -6}, {10, 0, 6}};
+    AddLine(corners[0], corners[1]);
+    for (const bool parallel : {true, false})
+        for (const bool byKey : {true, false}) {
+            SwitchProjection(m_camera, parallel, 4.0 / 3);
+            m_panel->Paint();
+            const QPointF from = Seen(corners[0]), to = Seen(corners[1]);
+            if (byKey) QTest::keyClick(&m_window, Qt::Key_Z);
+            EXPECT_EQ(m_panel->cursor().shape() == Qt::CrossCursor, byKey);
+            Drag(byKey ? Qt::LeftButton : Qt::MiddleButton, {from, to},
+                 byKey ? Qt::NoModifier : Qt::ControlModifier);
+            EXPECT_NE(m_panel->cursor().shape(), Qt::CrossCursor);
+            EXPECT_NEAR(std::abs(Seen(corners[1]).x() - Seen(corners[0]).x()), 400,
+                        parallel ? 4 : 40);
+            EXPECT_NEAR(Seen({}).x(), 200, 3);
+            EXPECT_NEAR(Seen({}).y(), 150, 3);
+            m_camera.Reset();
+        }
+    QTest::keyClick(&m_window, Qt::Key_Z);
+    QTest::keyClick(m_panel, Qt::Key_Escape);
+    const double before = ToTarget();
+    Drag(Qt::LeftButton, {{100, 100}, {150, 120}});
+    EXPECT_NEAR(ToTarget(), before, 1e-6) << "called off";
 }
 
 TEST_F(Navigation, OrbitsStopAtThePoles) {
