@@ -149,12 +149,12 @@ QString Describe(TZEPObject& object, const QString& unit) {
     };
     if (const QString layer = LayerOf(object); !layer.isEmpty())
         parts << QStringLiteral("layer ") + layer;
-    parts << PlaceOf(object);
     const std::optional<double> length = LengthOf(object);
     if (const std::optional<double> radius = RadiusOf(object))
         add(QStringLiteral("radius"), Text(*radius));
     if (length) add(QStringLiteral("length"), Text(*length));
     if (!length && !qobject_cast<TZEPPoint*>(&object)) add(QStringLiteral("size"), SizeOf(object));
+    parts << PlaceOf(object); // what is long stands last: a narrow window cuts it off
     return parts.join(QStringLiteral(", "));
 }
 

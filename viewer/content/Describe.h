@@ -16,8 +16,8 @@ class TZEPObject;
 /// for an ellipse.
 [[nodiscard]] std::optional<double> LengthOf(TZEPObject& object);
 
-/// What it is, for the status line: kind, name (of a tool path its program line), layer, place,
-/// radius and length, or size.
+/// What it is, for the status line: kind, name (of a tool path its program line), layer, radius
+/// and length, or size, and place.
 /// \param unit  of the scene
 [[nodiscard]] QString Describe(TZEPObject& object, const QString& unit);
 

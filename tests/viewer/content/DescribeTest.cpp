@@ -27,11 +27,13 @@ TEST(Describe, TellsOfEachMoveWhereItComesFromAndHowLongItIs) {
     };
     const TRow rows[] = {
         {"G1 X3 Y4\n", 0, 1, 5,
-         QStringLiteral("Line, program line 1, (0.000; 0.000; 0.000) to (3.000; 4.000; 0.000), "
-                        "length 5.000 mm")},
+         QStringLiteral(
+             "Line, program line 1, length 5.000 mm, (0.000; 0.000; 0.000) to (3.000; 4.000; "
+             "0.000)")},
         {"G0 X10\n(half a circle)\nG3 X-10 Y0 I-10 J0\n", 1, 3, 10 * std::numbers::pi,
-         QStringLiteral("Arc, program line 3, (10.000; 0.000; 0.000) to (-10.000; 0.000; 0.000) "
-                        "about (0.000; 0.000; 0.000), radius 10.000 mm, length 31.416 mm")},
+         QStringLiteral(
+             "Arc, program line 3, radius 10.000 mm, length 31.416 mm, (10.000; 0.000; 0.000) to "
+             "(-10.000; 0.000; 0.000) about (0.000; 0.000; 0.000)")},
         {"G1 X1\nG81 X2 Y2 Z-1 R1\n", -1, 2, {}, {}},
     };
     for (const TRow& row : rows) {
@@ -62,12 +64,13 @@ TEST(Describe, TellsWhatStandsOnWhichLayerAndHowLargeItIs) {
     auto* box = Add<TZEPBox>(&layer);
     box->SetIdent(QStringLiteral("Crate"));
     const std::pair<TZEPObject*, const char*> rows[] = {
-        {circle, "Circle, layer Walls, about (0.000; 0.000; 0.000), radius 2.500 units, "
-                 "length 15.708 units"},
-        {ellipse, "Circle, layer Walls, about (0.000; 0.000; 0.000), size 4.000 x 2.000 x 0.000 "
-                  "units"},
-        {box, "Box \"Crate\", layer Walls, about (0.000; 0.000; 0.000), size 1.000 x 1.000 x "
-              "1.000 units"}};
+        {circle,
+         "Circle, layer Walls, radius 2.500 units, length 15.708 units, about (0.000; 0.000; "
+         "0.000)"},
+        {ellipse,
+         "Circle, layer Walls, size 4.000 x 2.000 x 0.000 units, about (0.000; 0.000; 0.000)"},
+        {box, "Box \"Crate\", layer Walls, size 1.000 x 1.000 x 1.000 units, about (0.000; 0.000; "
+              "0.000)"}};
     for (const auto& [object, text] : rows)
         EXPECT_EQ(Describe(*object, QStringLiteral("units")), QLatin1String(text));
 }
