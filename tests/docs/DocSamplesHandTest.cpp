@@ -39,7 +39,7 @@ void ShowOnPaper(TZEPScene& scene, TZEPBatch& drawing);
 void ShowTree(QTreeView& tree, TZEPScene& scene);
 void ShowTwice(QWidget& window, TZEPScene& scene);
 std::unique_ptr<TZEPBackdrop> ShowWhole(TZEPScene& scene, TZEPCamera& camera);
-void TurnWheelRound(TZEPPanel& panel);
+void AddCadMouse(TZEPPanel* panel, bool flat);
 QString TryToOpen(TZEPObject& drawing, const QString& fileName);
 
 namespace {
@@ -195,12 +195,12 @@ TEST_F(DocSamples, FindTheCameraOfASceneThatWasLoaded) {
     ExpectBright(panel.RenderToCanvas({320, 240}), QStringLiteral("loaded"), 0.08);
     EXPECT_TRUE(ObjectAt(panel, panel.Width() / 2, panel.Height() / 4));
     EXPECT_FALSE(ObjectAt(panel, 2, 2));
-    TurnWheelRound(panel);
+    AddCadMouse(&panel, false);
     const auto depth = [&panel] {
         return Distance(panel.Camera()->GetPosition(), panel.Camera()->GetTarget());
     };
     const double before = depth();
-    Q_EMIT panel.BeforeMouseWheel(&panel, {}, 120, 0, 0);
+    panel.PanelControl()->MouseWheelMove(panel, {}, 120, {20, 20});
     EXPECT_LT(depth(), before);
 }
 
