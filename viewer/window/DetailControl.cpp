@@ -41,7 +41,10 @@ void TDetailControl::BeforeFrame() {
 void TDetailControl::AfterFrame() {
     if (!m_moving) return;
     const auto elapsed = static_cast<double>(m_clock.nsecsElapsed()) * 1e-6;
-    if (m_movingShare < 1) m_rest.start(RestTime, this);
+    if (m_movingShare < 1) {
+        m_panel->StayRough();
+        m_rest.start(RestTime, this);
+    }
     if (elapsed > FrameTime) m_movingShare = std::max(m_movingShare / Step, LeastShare);
     if (elapsed < FrameTime / 2) m_movingShare = std::min(m_movingShare * Step, 1.0);
 }

@@ -38,6 +38,7 @@ namespace ZEP {
 namespace {
 
 constexpr int MessageTime = 5000; // ms
+constexpr int RestSamples = 8;
 constexpr int ContentsWidth = 300;
 constexpr int MessagesHeight = 130;
 
@@ -107,6 +108,7 @@ void TMainWindow::MakePages() {
     m_pages->addWidget(m_panel);
     setCentralWidget(m_pages);
     m_panel->SetCamera(m_document.Camera());
+    m_panel->SetRestSamples(RestSamples);
     new TDetailControl(m_panel, m_document);
     m_selection = new TSelection(m_panel, m_document.Scene());
     connect(m_selection, &TSelection::Changed, this, &TMainWindow::ShowStatus);

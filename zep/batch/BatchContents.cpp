@@ -179,10 +179,11 @@ std::optional<TGLMatrixd4> TBatchContents::ExactView(const TZEPSceneContext& sce
     return exact;
 }
 
-TLayerView TBatchContents::View(const TBatchLook& look, TZEPDrawKind kind) {
+TLayerView TBatchContents::View(const TBatchLook& look, TZEPDrawKind kind, double pictureWidths) {
     const TZEPShown& shown = look.Shown;
     const bool moves = shown.Share < 1;
-    const double widths = shown.Widths > 0 && std::isfinite(shown.Widths) ? shown.Widths : 1;
+    const double widths =
+        pictureWidths * (shown.Widths > 0 && std::isfinite(shown.Widths) ? shown.Widths : 1);
     const bool smooth = look.SmoothShading || shown.Shading == TZEPShading::Smooth;
     TLayerView view{.Share = shown.Share,
                     .Fine = !moves && VertexCount() <= FineVertexes,
@@ -203,7 +204,7 @@ void TBatchContents::Draw(const TBatchLook& look, TZEPSceneContext& scene, TZEPD
     if (even && state == dsNonShadowObjects && scene.Shadows()) state = dsAllObjects;
     Update(look);
     if (!HasPartIn(state)) return;
-    TLayerView view = View(look, kind);
+    TLayerView view = View(look, kind, scene.Frame().Widths);
     const std::optional<TGLMatrixd4> exact = ExactView(scene);
     if (exact) view.Exact = &*exact;
     TZEPFrame& frame = scene.Frame(); // stays, where what is drawn frees the scene

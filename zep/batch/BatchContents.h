@@ -58,7 +58,7 @@ private:
     [[nodiscard]] bool HasLines() const;
     [[nodiscard]] bool HasPartIn(TZEPDrawState state) const;
     [[nodiscard]] std::optional<TGLMatrixd4> ExactView(const TZEPSceneContext& scene) const;
-    [[nodiscard]] TLayerView View(const TBatchLook& look, TZEPDrawKind kind);
+    [[nodiscard]] TLayerView View(const TBatchLook& look, TZEPDrawKind kind, double pictureWidths);
     void DrawLayers(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
                     const TLayerView& view);
     static void DrawLayer(const TLayer& layer, const TGLMatrixd4& frame, TZEPSceneContext& scene,

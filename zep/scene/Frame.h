@@ -25,6 +25,9 @@ struct ZEP_CORE_EXPORT TZEPFrame {
     TZEPViewFrame* View = nullptr;
     /// How the view that draws shows batches without rules of their own; null: as they say.
     const TZEPShown* Shown = nullptr;
+    /// Factor of the widths of lines and points, beyond what batches and objects say: for pictures
+    /// whose pixels are smaller than those of the view.
+    double Widths = 1;
     /// Where a proxy shows something now; null: all is drawn where it stands.
     const TZEPDrawnPlace* Place = nullptr;
     /// What proxies show now, each target within the one before, and how often one within itself.

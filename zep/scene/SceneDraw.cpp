@@ -94,6 +94,8 @@ void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draf
     if (UpdateLevel() > 0 || !camera) return;
     const std::shared_ptr<TZEPFrame> frame = m_frame;
     SetCurrentCamera(camera);
+    const TZEPDrawRun::RuleScope rules(
+        frame->Run, {static_cast<float>(frame->Widths), frame->Run.Rules().EvenMaterials});
     frame->Kept.NextFrame();
     TrimSharedMaterials();
     // The subtractive shadows need the blend equation.

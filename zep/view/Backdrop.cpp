@@ -176,6 +176,10 @@ void TZEPBackdrop::SetGuides(bool shown) {
     if (Change(m_guides, shown)) Repaint();
 }
 
+void TZEPBackdrop::SetBackground(bool shown) {
+    if (Change(m_background, shown)) Repaint();
+}
+
 void TZEPBackdrop::SetColors(const TColors& colors) {
     if (Change(m_colors, colors)) Repaint();
 }
@@ -184,10 +188,12 @@ void TZEPBackdrop::SetPixelRatio(std::optional<double> ratio) {
     if (Change(m_pixelRatio, ratio)) Repaint();
 }
 
+/// In the frame that is drawn.
 double TZEPBackdrop::PixelRatio() const {
-    if (m_pixelRatio) return *m_pixelRatio;
+    const double widths = m_camera->Scene()->Frame().Widths;
+    if (m_pixelRatio) return widths * *m_pixelRatio;
     const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
-    return application ? application->devicePixelRatio() : 1;
+    return application ? widths * application->devicePixelRatio() : widths;
 }
 
 // --- measures ----------------------------------------------------------------------------------
@@ -219,7 +225,7 @@ TColor TZEPBackdrop::GridColor() const {
 
 void TZEPBackdrop::Draw() const {
     const TFlatScope flat;
-    DrawBackground(*m_camera, m_colors.Bottom, m_colors.Top);
+    if (m_background) DrawBackground(*m_camera, m_colors.Bottom, m_colors.Top);
     if (!m_guides) return;
     if (m_content && GridStep() > 0) {
         DrawGrid(*m_content);

@@ -52,6 +52,10 @@ public:
     [[nodiscard]] bool Guides() const { return m_guides; }
     /// Shows grid, axes and directions, besides the background.
     void SetGuides(bool shown);
+    [[nodiscard]] bool Background() const { return m_background; }
+    /// Shows the background, as at first; else the scene's own is seen behind the guides, or in a
+    /// transparent picture none.
+    void SetBackground(bool shown);
     [[nodiscard]] const TColors& Colors() const { return m_colors; }
     void SetColors(const TColors& colors);
     /// The background's at the height of the eye: fog looks best in it.
@@ -79,6 +83,7 @@ private:
     TColors m_colors;
     std::optional<double> m_pixelRatio;
     bool m_guides = true;
+    bool m_background = true;
 };
 
 } // namespace ZEP

@@ -165,7 +165,7 @@ void TZEPCamera::Apply(int width, int height, int jitter) {
 
 void TZEPCamera::ApplyPart() const {
     if (!m_drawnPart) return;
-    const QRectF part = *m_drawnPart;
+    const QRectF& part = *m_drawnPart;
     GLint viewport[4] = {0, 0, m_drawnSize.width(), m_drawnSize.height()};
     gluPickMatrix(part.center().x(), part.center().y(), part.width(), part.height(), viewport);
 }

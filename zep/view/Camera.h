@@ -5,7 +5,7 @@
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vertex3.h>
 
-#include <QRect>
+#include <QRectF>
 
 #include <optional>
 
@@ -105,8 +105,9 @@ public:
     /// which counts from the lower left corner in pixels.
     void Pick(int width, int height, int x, int y, int pickWidth, int pickHeight) override;
     /// Part of the view that fills the viewport at the next frames, in pixels of the size given to
-    /// `Apply`, counted from the lower left corner; none: the whole view.
-    void SetDrawnPart(const std::optional<QRect>& part) { m_drawnPart = part; }
+    /// `Apply`, counted from the lower left corner, which may begin within a pixel; none: the whole
+    /// view.
+    void SetDrawnPart(const std::optional<QRectF>& part) { m_drawnPart = part; }
     /// Multiplies the current matrix by what leads from the whole view to the part that is drawn;
     /// nothing where that is the whole. For what is drawn in coordinates of the view.
     void ApplyPart() const;
@@ -188,7 +189,7 @@ private:
     double m_farClipPlane = 100;
     TNavigation m_navigation;
     TNavigation m_storedNavigation;
-    std::optional<QRect> m_drawnPart;
+    std::optional<QRectF> m_drawnPart;
     std::optional<TGLArrayd3> m_orbitCenter;
     QSize m_drawnSize;
     bool m_orthographic = false;

@@ -3,6 +3,7 @@
 #include <zep/framework/Property.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
+#include <zep/view/FrameMean.h>
 #include <zep/view/RubberBand.h>
 
 #include <QLayout>
@@ -20,7 +21,7 @@ TZEPPanel::TZEPPanel(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::ClickFocus);
     setMouseTracking(true); // its events tell of moves without a button, too
-    m_context.Binding().SetExposeHandler([this] { update(); });
+    m_context.Binding().SetExposeHandler([this] { ShowAgain(); });
     FollowParent();
 }
 

@@ -9,11 +9,13 @@
 #include <zep/view/MousePanel.h>
 #include <zep/view/PanelControl.h>
 
+#include <QBasicTimer>
 #include <QCursor>
 #include <QImage>
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <new>
 #include <optional>
@@ -23,8 +25,22 @@ class QPrinter;
 namespace ZEP {
 
 class TZEPCamera;
+class TZEPFrameMean;
 class TZEPRubberBand;
 class TZEPScene;
+
+/// How a picture differs from one of the panel's own frames.
+struct TZEPPictureOptions {
+    /// What the scene does not cover is left out, else it has the background's colour.
+    bool Transparent = false;
+    /// Frames whose mean the picture is, each shifted within a pixel: 2 to 66, none below.
+    int Samples = 0;
+    /// Factor of the widths of lines and points, above 0.
+    double Widths = 1;
+    /// The part of the view that is drawn, in its pixels from the upper left corner; empty: all.
+    /// Parts that meet fit together.
+    QRect Part{};
+};
 
 /// The window that shows a scene through a camera. It is a native child window with an OpenGL
 /// context of its own, which is created and destroyed with the window's handle. The scene asks for
@@ -52,6 +68,8 @@ class ZEP_EXPORT TZEPPanel : public QWidget, public TZEPScenePanel, public TZEPM
     Q_CLASSINFO("ForceDraft", "false")
     Q_PROPERTY(bool SelectInMouseUp READ SelectInMouseUp WRITE SetSelectInMouseUp)
     Q_CLASSINFO("SelectInMouseUp", "false")
+    Q_PROPERTY(int RestSamples READ RestSamples WRITE SetRestSamples)
+    Q_CLASSINFO("RestSamples", "0")
 public:
     /// The side of the parent that a panel keeps to; it has no effect in a layout.
     enum TAlign { alNone, alTop, alBottom, alLeft, alRight, alClient };
@@ -98,6 +116,19 @@ public:
     [[nodiscard]] bool SelectInMouseUp() const override { return m_selectInMouseUp; }
     void SetSelectInMouseUp(bool select) { m_selectInMouseUp = select; }
 
+    [[nodiscard]] int RestSamples() const { return m_restSamples; }
+    /// Smooths edges, lines and text of a view that rests: a twentieth of a second after a frame,
+    /// unless a mouse button is held or the scene is animated, as many frames are drawn, each
+    /// shifted within a pixel, and their mean is shown. One is drawn at a time,
+    /// between other events, and whatever changes meanwhile calls them off. `BeforDraw` and
+    /// `BeforFlush` are fired for each of them, so that what handlers draw is in the mean, and
+    /// nothing is counted; `AfterDraw` is not fired.
+    /// \param samples  2 to 66; none below
+    void SetRestSamples(int samples);
+    /// The frame that was drawn last is not smoothed when the view rests, since another one follows
+    /// then: for hosts that show less while they move it. To be called by a handler of `AfterDraw`.
+    void StayRough() { m_staysRough = true; }
+
     [[nodiscard]] int Width() const override;  ///< device pixels
     [[nodiscard]] int Height() const override; ///< device pixels
     /// A mouse button is held.
@@ -123,6 +154,8 @@ public:
     /// \return `Format_RGB32`, or `Format_ARGB32_Premultiplied` where transparent. Raises
     ///         `Exception` ("RenderToCanvas: Can't set pixel format") where no context can be had.
     [[nodiscard]] QImage RenderToCanvas(const QSize& size, bool transparent = false);
+    /// The same, smooth, with other widths, or a part of a larger view, as the options say.
+    [[nodiscard]] QImage RenderPicture(const QSize& view, const TZEPPictureOptions& options);
     /// Prints the view, as large as the page takes it, under the title "ZEP rendered image" unless
     /// the printer has a title. Asks nobody. Raises `Exception` where the printer cannot.
     void Print(QPrinter& printer);
@@ -219,6 +252,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     void OpenWindow();
@@ -245,13 +279,19 @@ private:
         QPointer<TZEPPanel> m_panel;
         TFrame* m_outer;
     };
+    struct TPicture;
     void PaintBlack();
     void GoLater();
-    template <class Use>
-    void DrawFrame(bool over, const Use& use);
+    void AwaitRest();
+    void ForgetRest();
+    void DrawRestFrame();
+    void ShowRested();
+    void ShowAgain();
+    void DrawFrame(bool over, const std::function<void()>& use);
     template <class Draw>
     [[nodiscard]] std::optional<QString> TryFrame(const TFrame& frame, const Draw& draw);
     [[nodiscard]] std::optional<QString> TryOver(const TFrame& frame);
+    [[nodiscard]] bool HasKept() const;
     void PaintOver();
     void KeepFrame();
     void DrawPivot() const;
@@ -261,9 +301,10 @@ private:
     void ApplyOptions();
     [[nodiscard]] bool DrawsDraft() const;
     [[nodiscard]] int TileLength() const;
-    void DrawTransparent(QImage& image);
-    void DrawTiles(QImage& image);
-    void DrawTile(QImage& image, const QRect& tile, int margin);
+    void DrawTransparent(QImage& image, const TPicture& picture);
+    void DrawTiles(QImage& image, const TPicture& picture);
+    void DrawTile(QImage& image, const TPicture& picture, const QRect& tile, int margin);
+    [[nodiscard]] QImage DrawSample(const TPicture& picture, const QRectF& part, int margin);
     [[nodiscard]] QPoint DevicePosition(const QPointF& position) const;
     void Press(QMouseEvent* event, TShiftState extra);
 
@@ -282,6 +323,12 @@ private:
     bool m_showsCursor = false; ///< one that is not its own
     bool m_forceDraft = false;
     bool m_selectInMouseUp = false;
+    int m_restSamples = 0;
+    QBasicTimer m_restTimer;
+    std::unique_ptr<TZEPFrameMean> m_restMean; ///< of the frames that were drawn so far
+    double m_widths = 1;                       ///< of the picture that is drawn
+    bool m_staysRough = false;
+    bool m_drawsRest = false; ///< a frame of the mean
     bool m_drewDraft = false;
     bool m_fullNext = false; ///< the next frame is no draft
     bool m_drawing = false;
@@ -292,7 +339,9 @@ private:
     enum class TPending : unsigned char { Nothing, Over, Frame };
     TPending m_pending = TPending::Nothing;
     bool m_keeps = false; ///< frames, for what is drawn over them
-    QImage m_kept;        ///< of the last frame, the lowest row first; null: not kept
+    /// The last frame, or the mean of those of a view at rest; the lowest row first, null: not
+    /// kept.
+    QImage m_kept;
     std::optional<TGLArrayd3> m_pivot;
     int m_frameCount = 0;
     double m_lastRenderMilliseconds = 0;

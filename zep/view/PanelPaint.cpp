@@ -35,8 +35,7 @@ int TZEPPanel::TotalFrameCount() {
 void TZEPPanel::paintEvent(QPaintEvent*) {
     if (!m_context.HasContext()) return PaintBlack();
     const QScopedValueRollback paints(m_inPaintEvent, true); // it exists: freed, it goes later
-    if (m_pending == TPending::Over && m_kept.size() == QSize(Width(), Height()))
-        return PaintOver();
+    if (m_pending == TPending::Over && HasKept()) return PaintOver();
     Paint();
 }
 
@@ -82,14 +81,17 @@ TZEPPanel::TFrame::operator bool() const {
 
 void TZEPPanel::Paint() {
     if (m_drawing || m_goes) return; // a handler of a frame event asks for another frame
+    ForgetRest();
+    m_staysRough = false;
     m_pending = TPending::Nothing;
+    const QPointer<TZEPPanel> alive(this);
     DrawFrame(true, [this] { m_context.Binding().SwapBuffers(); });
+    if (alive) AwaitRest();
 }
 
 /// \param over  with what lies over the scene
 /// \param use   takes what stands in the back buffer; is not called where nothing does
-template <class Use>
-void TZEPPanel::DrawFrame(bool over, const Use& use) {
+void TZEPPanel::DrawFrame(bool over, const std::function<void()>& use) {
     const QPointer<TZEPPanel> alive(this);
     const auto done = qScopeGuard([&alive] {
         if (alive) alive->DoneCurrent();
@@ -118,7 +120,7 @@ void TZEPPanel::DrawFrame(bool over, const Use& use) {
         glFlush();
         use();
     }
-    Q_EMIT AfterDraw(this);
+    if (!m_drawsRest) Q_EMIT AfterDraw(this);
 }
 
 /// Nothing may be thrown through the event loop, which calls for frames.
@@ -152,6 +154,7 @@ void TZEPPanel::NoteFrame(const std::optional<QString>& error) {
 // --- what lies over the scene ------------------------------------------------------------------
 
 void TZEPPanel::Invalidate() {
+    ForgetRest();
     m_pending = TPending::Frame;
     update();
 }
@@ -168,6 +171,10 @@ void TZEPPanel::InvalidateOver() {
 void TZEPPanel::KeepFrame() {
     if (!m_keeps || MouseDowned() || (m_scene && m_scene->Animation())) return;
     m_kept = ReadPixels({0, 0, Width(), Height()});
+}
+
+bool TZEPPanel::HasKept() const {
+    return m_kept.size() == QSize(Width(), Height());
 }
 
 void TZEPPanel::PaintOver() {
@@ -222,6 +229,7 @@ void TZEPPanel::DrawContent(const TFrame& frame) {
         glClear(GL_COLOR_BUFFER_BIT);
         return;
     }
+    if (m_drawsRest) return Render(Width(), Height(), false);
     ++m_frameCount;
     ++TotalFrames;
     QElapsedTimer clock;
@@ -245,8 +253,11 @@ void TZEPPanel::Render(int width, int height, bool draft) {
     const std::optional<TZEPShown> shown = m_shown; // what is drawn may free the panel
     const QPointer<TZEPScene> scene(m_scene);
     const TZEPShown* outer = std::exchange(scene->Frame().Shown, shown ? &*shown : nullptr);
+    const double outerWidths = std::exchange(scene->Frame().Widths, m_widths);
     const auto back = qScopeGuard([&] {
-        if (scene) scene->Frame().Shown = outer;
+        if (!scene) return;
+        scene->Frame().Shown = outer;
+        scene->Frame().Widths = outerWidths;
     });
     m_scene->Render(m_camera, width, height, draft);
 }
