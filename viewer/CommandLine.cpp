@@ -15,8 +15,6 @@ namespace ZEP {
 
 namespace {
 
-constexpr int LargestSide = 16384;
-
 struct TOptions {
     QCommandLineOption Help{{QStringLiteral("h"), QStringLiteral("help")},
                             QStringLiteral("Print this help.")};
@@ -27,27 +25,50 @@ struct TOptions {
     QCommandLineOption Json{QStringLiteral("json"),
                             QStringLiteral("With --info: print one JSON object.")};
     QCommandLineOption Picture{QStringLiteral("picture"),
-                               QStringLiteral("Write a picture of FILE to OUT.png."),
-                               QStringLiteral("OUT.png")};
+                               QStringLiteral("Write a picture of FILE to OUT (.png, .jpg, ...)."),
+                               QStringLiteral("OUT")};
     QCommandLineOption Size{QStringLiteral("size"),
                             QStringLiteral("With --picture: size in pixels (1280x960)."),
                             QStringLiteral("WxH")};
     QCommandLineOption View{
         QStringLiteral("view"),
-        QStringLiteral("With --picture: look from iso, top, front, right, left, back or bottom "
-                       "(what is flat from the top, else iso)."),
+        QStringLiteral(
+            "With --picture or --print: look from iso, top, front, right, left, back or bottom "
+            "(what is flat from the top, else iso)."),
         QStringLiteral("DIRECTION")};
     QCommandLineOption Camera{
         QStringLiteral("camera"),
-        QStringLiteral("With --picture: look through the camera of that name in FILE."),
+        QStringLiteral("With --picture or --print: look through the camera of that name in FILE."),
         QStringLiteral("NAME")};
     QCommandLineOption Shadows{
         QStringLiteral("shadows"),
-        QStringLiteral("With --picture: surfaces cast shadows on each other.")};
+        QStringLiteral("With --picture or --print: surfaces cast shadows on each other.")};
     QCommandLineOption Ground{
         QStringLiteral("ground"),
         QStringLiteral(
-            "With --picture: a floor that mirrors surfaces, and catches their shadows.")};
+            "With --picture or --print: a floor that mirrors surfaces, and catches their "
+            "shadows.")};
+    QCommandLineOption Transparent{QStringLiteral("transparent"),
+                                   QStringLiteral("With --picture: without the background.")};
+    QCommandLineOption NoGuides{
+        QStringLiteral("no-guides"),
+        QStringLiteral("With --picture or --print: without grid, axes and their directions.")};
+    QCommandLineOption Scale{
+        QStringLiteral("scale"),
+        QStringLiteral("With --picture: how many times as thick lines and letters are (1). With "
+                       "--print: the scale, such as 1:2 or 5:1, or fit."),
+        QStringLiteral("SCALE")};
+    QCommandLineOption Print{
+        QStringLiteral("print"),
+        QStringLiteral(
+            "Print FILE to OUT.pdf, as large as the page takes it or, with --scale, true "
+            "to scale on as many pages as that takes."),
+        QStringLiteral("OUT.pdf")};
+    QCommandLineOption Page{
+        QStringLiteral("page"),
+        QStringLiteral("With --print: A0 to A6, Letter, Legal, Tabloid, or WIDTHxHEIGHT in "
+                       "millimetres (A4)."),
+        QStringLiteral("PAGE")};
     QCommandLineOption Save{
         QStringLiteral("save"),
         QStringLiteral("Write what is in the files to OUT as a scene, in binary (.zep) or in text "
@@ -60,8 +81,8 @@ struct TOptions {
                        "without newer kinds of entities and blocks.")};
 
     [[nodiscard]] QList<QCommandLineOption> All() const {
-        return {Help, Version, Info,    Json,   Picture, Size,
-                View, Camera,  Shadows, Ground, Save,    Plain};
+        return {Help,   Version,     Info,     Json,  Picture, Size, View, Camera, Shadows,
+                Ground, Transparent, NoGuides, Scale, Print,   Page, Save, Plain};
     }
 };
 
@@ -86,13 +107,13 @@ QSize ParseSize(const QString& text) {
     const auto side = [&](qsizetype i) {
         bool isNumber = false;
         const int value = sides.at(i).toInt(&isNumber);
-        return isNumber && value >= 1 && value <= LargestSide ? value : 0;
+        return isNumber && value >= 1 && value <= TPictureWish::LargestSide ? value : 0;
     };
     const QSize size = sides.size() == 2 ? QSize(side(0), side(1)) : QSize(0, 0);
     if (size.isEmpty())
         throw Exception(
             QStringLiteral("--size takes WIDTHxHEIGHT, each from 1 to %1, but found \"%2\".")
-                .arg(LargestSide)
+                .arg(TPictureWish::LargestSide)
                 .arg(text));
     return size;
 }
@@ -114,27 +135,47 @@ TDirection ParseDirection(const QString& text) {
             .arg(text));
 }
 
+double ParseWidths(const QString& text) {
+    bool isNumber = false;
+    const double value = text.toDouble(&isNumber);
+    if (isNumber && value >= TPictureWish::LeastScale && value <= TPictureWish::MostScale)
+        return value;
+    throw Exception(QStringLiteral("--scale takes a number from %1 to %2 with --picture, but found "
+                                   "\"%3\".")
+                        .arg(TPictureWish::LeastScale)
+                        .arg(TPictureWish::MostScale)
+                        .arg(text));
+}
+
 /// The options that only go with another one.
 void CheckCompany(const QCommandLineParser& parser, const TOptions& options) {
+    const auto isSet = [&](const QCommandLineOption& option) { return parser.isSet(option); };
+    const auto name = [](const QCommandLineOption& option) { return option.names().constLast(); };
     const auto needs = [&](const QCommandLineOption& option, const QCommandLineOption& other) {
-        if (parser.isSet(option) && !parser.isSet(other))
-            throw Exception(QStringLiteral("--%1 only goes with --%2.")
-                                .arg(option.names().constLast(), other.names().constLast()));
+        if (isSet(option) && !isSet(other))
+            throw Exception(
+                QStringLiteral("--%1 only goes with --%2.").arg(name(option), name(other)));
     };
     needs(options.Json, options.Info);
     needs(options.Size, options.Picture);
-    needs(options.View, options.Picture);
-    needs(options.Camera, options.Picture);
-    needs(options.Shadows, options.Picture);
-    needs(options.Ground, options.Picture);
+    needs(options.Transparent, options.Picture);
+    needs(options.Page, options.Print);
+    for (const QCommandLineOption& option : {options.View, options.Camera, options.Shadows,
+                                             options.Ground, options.NoGuides, options.Scale})
+        if (isSet(option) && !isSet(options.Picture) && !isSet(options.Print))
+            throw Exception(
+                QStringLiteral("--%1 only goes with --picture or --print.").arg(name(option)));
     const auto excludes = [&](const QCommandLineOption& option, const QCommandLineOption& other) {
-        if (parser.isSet(option) && parser.isSet(other))
-            throw Exception(QStringLiteral("--%1 and --%2 do not go together.")
-                                .arg(option.names().constLast(), other.names().constLast()));
+        if (isSet(option) && isSet(other))
+            throw Exception(
+                QStringLiteral("--%1 and --%2 do not go together.").arg(name(option), name(other)));
     };
     excludes(options.Info, options.Picture);
+    excludes(options.Info, options.Print);
     excludes(options.Info, options.Save);
+    excludes(options.Picture, options.Print);
     excludes(options.Picture, options.Save);
+    excludes(options.Print, options.Save);
     excludes(options.View, options.Camera);
 }
 
@@ -144,6 +185,7 @@ TCommandLine::TTask TaskOf(const QCommandLineParser& parser, const TOptions& opt
     if (parser.isSet(options.Version)) return Version;
     if (parser.isSet(options.Info)) return Info;
     if (parser.isSet(options.Save)) return Save;
+    if (parser.isSet(options.Print)) return Print;
     return parser.isSet(options.Picture) ? Picture : Window;
 }
 
@@ -162,7 +204,24 @@ void CheckPicture(const TCommandLine& line) {
         throw Exception(QStringLiteral("--picture takes a name that ends as a picture does, such "
                                        "as .png or .jpg, but found \"%1\".")
                             .arg(line.PictureFile));
+    if (line.Picture.Transparent && !KeepsTransparency(line.PictureFile))
+        throw Exception(QStringLiteral("--transparent goes with a PNG, WebP or TIFF, but found "
+                                       "\"%1\".")
+                            .arg(line.PictureFile));
     CheckOutput(line, "picture", line.PictureFile);
+}
+
+void CheckPaper(const TCommandLine& line) {
+    if (!line.PaperFile.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive))
+        throw Exception(QStringLiteral("--print takes a name that ends in .pdf, but found \"%1\".")
+                            .arg(line.PaperFile));
+    CheckOutput(line, "print", line.PaperFile);
+}
+
+QString NameOf(TCommandLine::TTask task) {
+    using enum TCommandLine::TTask;
+    if (task == Info) return QStringLiteral("info");
+    return task == Print ? QStringLiteral("print") : QStringLiteral("picture");
 }
 
 void CheckFiles(const TCommandLine& line) {
@@ -173,13 +232,28 @@ void CheckFiles(const TCommandLine& line) {
         throw Exception(QStringLiteral("--save takes a name that ends in .zep or .zept, but found "
                                        "\"%1\".")
                             .arg(line.SceneFile));
-    if ((line.Task == Info || line.Task == Picture) && line.Files.size() != 1)
-        throw Exception(
-            QStringLiteral("--%1 takes exactly one file, but found %2.")
-                .arg(line.Task == Info ? QStringLiteral("info") : QStringLiteral("picture"))
-                .arg(line.Files.size()));
+    if ((line.Task == Info || line.Task == Picture || line.Task == Print) && line.Files.size() != 1)
+        throw Exception(QStringLiteral("--%1 takes exactly one file, but found %2.")
+                            .arg(NameOf(line.Task))
+                            .arg(line.Files.size()));
     if (line.Task == Picture) CheckPicture(line);
+    if (line.Task == Print) CheckPaper(line);
     if (line.Task == Save) CheckOutput(line, "save", line.SceneFile);
+}
+
+void ParsePicture(const QCommandLineParser& parser, const TOptions& options, TCommandLine& line) {
+    line.PictureFile = parser.value(options.Picture);
+    if (parser.isSet(options.Size)) line.Picture.Size = ParseSize(parser.value(options.Size));
+    if (parser.isSet(options.Scale)) line.Picture.Scale = ParseWidths(parser.value(options.Scale));
+    line.Picture.Transparent = parser.isSet(options.Transparent);
+    line.Picture.Guides = !parser.isSet(options.NoGuides);
+}
+
+void ParsePaper(const QCommandLineParser& parser, const TOptions& options, TCommandLine& line) {
+    line.PaperFile = parser.value(options.Print);
+    if (parser.isSet(options.Page)) line.Paper.Page = PageNamed(parser.value(options.Page));
+    if (parser.isSet(options.Scale)) line.Paper.Scale = ScaleNamed(parser.value(options.Scale));
+    line.Paper.Guides = !parser.isSet(options.NoGuides);
 }
 
 } // namespace
@@ -198,8 +272,8 @@ TCommandLine ParseCommandLine(const QStringList& arguments) {
     CheckCompany(parser, options);
     line.Json = parser.isSet(options.Json);
     line.Plain = parser.isSet(options.Plain);
-    line.PictureFile = parser.value(options.Picture);
-    if (parser.isSet(options.Size)) line.PictureSize = ParseSize(parser.value(options.Size));
+    if (line.Task == Picture) ParsePicture(parser, options, line);
+    if (line.Task == Print) ParsePaper(parser, options, line);
     if (parser.isSet(options.View)) line.Direction = ParseDirection(parser.value(options.View));
     line.Camera = parser.value(options.Camera);
     line.Shadows = parser.isSet(options.Shadows);

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "viewer/files/Paper.h"
+#include "viewer/files/Picture.h"
 #include <zep/view/Directions.h>
 
-#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -14,7 +15,7 @@ namespace ZEP {
 ///
 /// Defaults: a window, 1280 by 960 pixels for a picture, seen from where it shows best.
 struct TCommandLine {
-    enum class TTask { Window, Info, Picture, Save, Version, Help };
+    enum class TTask { Window, Info, Picture, Print, Save, Version, Help };
 
     TTask Task = TTask::Window;
     QStringList Files;
@@ -23,8 +24,10 @@ struct TCommandLine {
     /// them.
     bool Plain = false;
     QString PictureFile;
+    TPictureWish Picture;
+    QString PaperFile; ///< to be printed; ends in ".pdf"
+    TPaperWish Paper;
     QString SceneFile;                   ///< to be written; ends in ".zep" or ".zept"
-    QSize PictureSize{1280, 960};        ///< device pixels, 1 to 16384 each
     std::optional<TDirection> Direction; ///< none: from where it shows best
     QString Camera;       ///< of the file, to look through; empty: from the direction
     bool Shadows = false; ///< in the picture

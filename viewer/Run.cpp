@@ -70,19 +70,28 @@ int PrintInfo(const TCommandLine& line) {
     return Done;
 }
 
-int MakePicture(const TCommandLine& line) {
-    SetMessageHandler([](const QString& text, const QString&, TMessageIcon) { PrintError(text); });
-    TDocument document;
-    OpenAll(document, line);
-    const double aspect = static_cast<double>(line.PictureSize.width()) / line.PictureSize.height();
+/// \param size  of what is drawn, in any unit
+TViewLook Look(const TCommandLine& line, TDocument& document, const QSizeF& size) {
+    const double aspect = size.width() / size.height();
     if (line.Direction)
         document.LookFrom(*line.Direction, aspect);
     else
         document.LookBest(aspect);
     if (!line.Camera.isEmpty()) LookThrough(line.Camera, document);
     const auto shadows = line.Shadows ? TViewLook::TShadows::Subtracted : TViewLook::TShadows::Own;
-    WritePicture(document, {.Shadows = shadows, .Ground = line.Ground}, line.PictureSize,
-                 line.PictureFile);
+    return {.Shadows = shadows, .Ground = line.Ground};
+}
+
+int Draw(const TCommandLine& line) {
+    SetMessageHandler([](const QString& text, const QString&, TMessageIcon) { PrintError(text); });
+    TDocument document;
+    OpenAll(document, line);
+    if (line.Task == TCommandLine::TTask::Print)
+        WritePaper(document, Look(line, document, line.Paper.Page.sizePoints().transposed()),
+                   line.Paper, line.PaperFile);
+    else
+        WritePicture(document, Look(line, document, line.Picture.Size), line.Picture,
+                     line.PictureFile);
     return Done;
 }
 
@@ -103,7 +112,7 @@ int RunWithDisplay(int& argc, char** argv, const TCommandLine& line) {
     ChoosePlatform();
     const QApplication application(argc, argv);
     connection.reset();
-    return line.Task == TCommandLine::TTask::Picture ? MakePicture(line) : ShowWindow(line);
+    return line.Task == TCommandLine::TTask::Window ? ShowWindow(line) : Draw(line);
 }
 
 // Texts are placed and measured by their fonts, which are the same with a display and without one:

@@ -143,6 +143,7 @@ set(window_headers
   view/MousePresets.h
   view/MousePanel.h
   view/Panel.h
+  view/PanelPages.h
   view/PanelControl.h
   view/PixelFormat.h
   view/TimeLine.h

@@ -41,5 +41,6 @@
 #include <zep/view/MousePresets.h>
 #include <zep/view/Panel.h>
 #include <zep/view/PanelControl.h>
+#include <zep/view/PanelPages.h>
 #include <zep/view/TimeLine.h>
 #endif

@@ -15,7 +15,7 @@
 using namespace ZEP;
 
 // What the documents define. Each sample is called here; who adds one calls it and counts it.
-static_assert(ZEP_DOC_SAMPLES == 25, "a sample of the documents is not called here");
+static_assert(ZEP_DOC_SAMPLES == 26, "a sample of the documents is not called here");
 void AddBallOnFloor(TZEPScene& scene);
 void AddDrilledCube(TZEPScene& scene);
 void AddFan(TZEPScene& scene);
@@ -31,6 +31,7 @@ void OpenProgram(TZEPScene& scene, const QString& fileName);
 void OpenScene(TZEPPanel& panel, TZEPScene& scene, const QString& fileName);
 TZEPObject* ObjectAt(TZEPPanel& panel, int x, int y);
 QImage PictureOf(TZEPCamera& camera, const QSize& size);
+void PrintHalfAsLarge(TZEPPanel& panel, const QString& fileName);
 void ReadAside(TZEPScene& scene, const QString& fileName,
                const std::function<void(const QString& error)>& done);
 void SaveAndLoad(TZEPObject& content, const QString& folder);
@@ -167,6 +168,13 @@ TEST_F(DocSamples, ShowTheWholeBeforeABackdrop) {
     auto* camera = Add<TZEPCamera>(&scene);
     const auto backdrop = ShowWhole(scene, *camera);
     ExpectBright(PictureOf(*camera, {320, 240}), QStringLiteral("whole"), 0.1);
+    const QTemporaryDir folder;
+    TZEPPanel panel;
+    panel.SetCamera(camera);
+    PrintHalfAsLarge(panel, folder.filePath(QStringLiteral("half.pdf")));
+    QFile pdf(folder.filePath(QStringLiteral("half.pdf")));
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(pdf.readAll().contains("/Subtype /Image"));
 }
 
 TEST_F(DocSamples, ShowASceneTwice) {

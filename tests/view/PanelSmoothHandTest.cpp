@@ -3,6 +3,7 @@
 #include "tests/view/PanelFixture.h"
 #include <zep/framework/Exception.h>
 #include <zep/objects/Line.h>
+#include <zep/view/PanelPages.h>
 
 #include <gmock/gmock.h>
 
@@ -131,6 +132,68 @@ TEST_F(PanelSmooth, PicturesAreSmoothAndTheirPartsFitTogether) {
                   static_cast<void>(View->RenderPicture({400'000, 400'000}, {}));
               }),
               "RenderToCanvas: no memory for 400000 by 400000 pixels");
+}
+
+// --- pages ---------------------------------------------------------------------------------------
+
+QPageLayout A4() {
+    return {QPageSize(QPageSize::A4), QPageLayout::Portrait, {5, 5, 5, 5}, QPageLayout::Millimeter};
+}
+
+/// A page as a device of ten pixels to the millimetre paints it.
+QImage Painted(const TZEPPages& pages, int index) {
+    QImage paper(2000, 2870, QImage::Format_RGB32);
+    paper.setDotsPerMeterX(10'000);
+    paper.setDotsPerMeterY(10'000);
+    paper.fill(Qt::red);
+    QPainter painter(&paper);
+    pages.Paint(painter, index);
+    return paper;
+}
+
+/// The columns in which there is something yellow: the first, and how many.
+std::pair<int, int> Columns(const QImage& paper) {
+    int first = -1, last = -1;
+    for (int x = 0; x < paper.width(); ++x)
+        for (int y = 0; y < paper.height(); ++y)
+            if (qGreen(paper.pixel(x, y)) > 127) {
+                first = first < 0 ? x : first;
+                last = x;
+                break;
+            }
+    return {first, last - first + 1};
+}
+
+TEST_F(PanelSmooth, PagesAreTrueToScale) {
+    Line->P1()->SetData(-100, 0, 3);
+    Line->P2()->SetData(100, 0, 3);
+    const TZEPPages half(*View, A4(), {.Scale = 0.5});
+    EXPECT_EQ(half.Count(), 1);
+    EXPECT_EQ(half.ScaleText(), "1:2");
+    const QImage paper = Painted(half, 0);
+    const auto [left, length] = Columns(paper);
+    EXPECT_NEAR(length, 1000, 2) << "100 mm";
+    EXPECT_NEAR(left, 500, 2);
+    EXPECT_NEAR(Covered(paper) / length, 2.5, 0.4) << "a quarter of a millimetre";
+    const TZEPPages twice(*View, A4(), {.Scale = 2});
+    EXPECT_EQ(twice.Columns(), 3);
+    EXPECT_EQ(twice.Rows(), 1);
+    int all = 0;
+    for (int i = 0; i < 3; ++i) all += Columns(Painted(twice, i)).second;
+    EXPECT_NEAR(all, 4000, 6) << "nothing is lost or twice at a seam";
+    EXPECT_EQ(Camera->Position()->Data(), (TGLArrayd3{0, -100, 0})) << "the view is as it was";
+    EXPECT_EQ(TZEPPages(*View, A4(), {}).Count(), 1);
+}
+
+TEST_F(PanelSmooth, PagesSayWhatTheyCannotBe) {
+    const auto error = [this](const QPageLayout& page, const TZEPPageOptions& options) {
+        return ErrorOf([&] { const TZEPPages pages(*View, page, options); });
+    };
+    const QPageLayout none(QPageSize(QSizeF(0, 0), QPageSize::Millimeter), QPageLayout::Portrait,
+                           {});
+    EXPECT_THAT(error(none, {}), testing::HasSubstr("has no room for a picture"));
+    EXPECT_THAT(error(A4(), {.Scale = 1000}), testing::HasSubstr("pages; 400 are the most"));
+    EXPECT_EQ(error(A4(), {.Scale = 0}), "Print: scale, unit and line width are numbers above 0");
 }
 
 } // namespace

@@ -7,7 +7,8 @@ namespace {
 
 /// What is asked for: the task, the files in brackets, and what is not as it is by default.
 std::string AskedFor(const TCommandLine& line) {
-    constexpr const char* Tasks[] = {"window", "info", "picture", "save", "version", "help"};
+    constexpr const char* Tasks[] = {"window", "info",    "picture", "print",
+                                     "save",   "version", "help"};
     constexpr const char* Directions[] = {"iso", "top", "front", "right", "left", "back", "bottom"};
     std::string text = Tasks[static_cast<int>(line.Task)];
     text += " [" + line.Files.join(u' ').toStdString() + "]";
@@ -15,8 +16,14 @@ std::string AskedFor(const TCommandLine& line) {
     if (line.Plain) text += " plain";
     if (!line.PictureFile.isEmpty())
         text += " " + line.PictureFile.toStdString() + " " +
-                std::to_string(line.PictureSize.width()) + "x" +
-                std::to_string(line.PictureSize.height());
+                std::to_string(line.Picture.Size.width()) + "x" +
+                std::to_string(line.Picture.Size.height());
+    if (line.Picture.Scale != 1) text += " scale " + std::to_string(line.Picture.Scale);
+    if (line.Picture.Transparent) text += " transparent";
+    if (!line.PaperFile.isEmpty())
+        text += " " + line.PaperFile.toStdString() + " " + line.Paper.Page.name().toStdString();
+    if (line.Paper.Scale) text += " scale " + std::to_string(*line.Paper.Scale);
+    if (!line.Picture.Guides || !line.Paper.Guides) text += " bare";
     if (line.Direction) text += std::string(" ") + Directions[static_cast<int>(*line.Direction)];
     if (!line.Camera.isEmpty()) text += " camera " + line.Camera.toStdString();
     if (line.Shadows) text += " shadows";

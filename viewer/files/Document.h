@@ -53,6 +53,7 @@ public:
     /// Of everything that draws; none in an empty document.
     [[nodiscard]] std::optional<TZEPBounds> Bounds() const;
     [[nodiscard]] const TZEPBackdrop& Backdrop() const { return m_backdrop; }
+    [[nodiscard]] TZEPBackdrop& Backdrop() { return m_backdrop; }
     /// Shows or hides grid and axes.
     void SetGuides(bool shown);
     /// One colour in place of the background of its own.

@@ -10,17 +10,32 @@
 #include <QFileInfo>
 #include <QImageWriter>
 
-#include <cmath>
-
 namespace ZEP {
 
 namespace {
 
-/// A panel of at least that many device pixels.
-QSize WindowSize(const QSize& size, double ratio) {
-    return {static_cast<int>(std::ceil(size.width() / ratio)),
-            static_cast<int>(std::ceil(size.height() / ratio))};
-}
+constexpr int Samples = 15;
+constexpr int Quality = 92; // of a JPEG
+
+/// The backdrop shows no more than is wished while this lives.
+class TBackdropLoan {
+public:
+    TBackdropLoan(TZEPBackdrop& backdrop, const TPictureWish& wish)
+        : m_backdrop(backdrop), m_guides(backdrop.Guides()) {
+        backdrop.SetGuides(m_guides && wish.Guides);
+        backdrop.SetBackground(!wish.Transparent);
+    }
+    ~TBackdropLoan() {
+        m_backdrop.SetGuides(m_guides);
+        m_backdrop.SetBackground(true);
+    }
+    TBackdropLoan(const TBackdropLoan&) = delete;
+    TBackdropLoan& operator=(const TBackdropLoan&) = delete;
+
+private:
+    TZEPBackdrop& m_backdrop;
+    bool m_guides;
+};
 
 /// As the name ends.
 QByteArray EncodingOf(const QString& fileName) {
@@ -28,37 +43,67 @@ QByteArray EncodingOf(const QString& fileName) {
     return suffix.isEmpty() ? "png" : suffix;
 }
 
+void CheckName(const QString& fileName) {
+    if (IsPictureName(fileName)) return;
+    throw Exception(QStringLiteral("%1 does not end as a picture does.").arg(fileName),
+                    {.File = fileName});
+}
+
 } // namespace
 
-void WritePicture(TDocument& document, const TViewLook& look, const QSize& size,
+QImage DrawPicture(TZEPPanel& panel, TZEPBackdrop& backdrop, const TPictureWish& wish) {
+    const TBackdropLoan loan(backdrop, wish);
+    return panel.RenderPicture(
+        wish.Size, {.Transparent = wish.Transparent, .Samples = Samples, .Widths = wish.Scale});
+}
+
+void WritePicture(TZEPPanel& panel, TZEPBackdrop& backdrop, const TPictureWish& wish,
+                  const QString& fileName) {
+    CheckName(fileName);
+    if (wish.Transparent && !KeepsTransparency(fileName))
+        throw Exception(
+            QStringLiteral("%1 cannot be transparent: a PNG, WebP or TIFF can.").arg(fileName),
+            {.File = fileName});
+    WritePicture(DrawPicture(panel, backdrop, wish), fileName);
+}
+
+void WritePicture(TDocument& document, const TViewLook& look, const TPictureWish& wish,
                   const QString& fileName) {
     TZEPPanel panel;
-    panel.resize(WindowSize(size, panel.devicePixelRatioF()));
     panel.SetCamera(document.Camera());
     TDressedView(
         &panel, [](const auto&) {}, [&] { return document.Backdrop().MiddleColor(); })
         .Dress(look);
-    WritePicture(panel.GrabFrame().copy(QRect(QPoint(0, 0), size)), fileName);
+    WritePicture(panel, document.Backdrop(), wish, fileName);
+}
+
+void WritePicture(const QImage& picture, const QString& fileName) {
+    CheckName(fileName);
+    if (picture.isNull())
+        throw Exception(QStringLiteral("OpenGL cannot draw here: no rendering context was made."));
+    QBuffer encoded;
+    encoded.open(QIODevice::WriteOnly);
+    QImageWriter writer(&encoded, EncodingOf(fileName));
+    if (writer.format().startsWith("jp")) writer.setQuality(Quality);
+    if (!writer.write(picture))
+        throw Exception(
+            QStringLiteral("%1 cannot be written: %2.").arg(fileName, writer.errorString()),
+            {.File = fileName});
+    SaveFile(fileName, [&](QIODevice& device) { device.write(encoded.data()); });
 }
 
 bool IsPictureName(const QString& fileName) {
     return QImageWriter::supportedImageFormats().contains(EncodingOf(fileName));
 }
 
-void WritePicture(const QImage& frame, const QString& fileName) {
-    if (!IsPictureName(fileName))
-        throw Exception(QStringLiteral("%1 does not end as a picture does.").arg(fileName),
-                        {.File = fileName});
-    if (frame.isNull())
-        throw Exception(QStringLiteral("OpenGL cannot draw here: no rendering context was made."));
-    QBuffer encoded;
-    encoded.open(QIODevice::WriteOnly);
-    QImageWriter writer(&encoded, EncodingOf(fileName));
-    if (!writer.write(frame))
-        throw Exception(
-            QStringLiteral("%1 cannot be written: %2.").arg(fileName, writer.errorString()),
-            {.File = fileName});
-    SaveFile(fileName, [&](QIODevice& device) { device.write(encoded.data()); });
+bool KeepsTransparency(const QString& fileName) {
+    const QByteArray encoding = EncodingOf(fileName);
+    return encoding == "png" || encoding == "webp" ||
+           encoding == "tif" || encoding == "tiff";
+}
+
+QString PictureFilters() {
+    return QStringLiteral("PNG (*.png);;JPEG (*.jpg *.jpeg);;All pictures (*)");
 }
 
 } // namespace ZEP

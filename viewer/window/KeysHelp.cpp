@@ -41,6 +41,7 @@ constexpr TEntry Entries[] = {
     {"Esc", "stop loading; deselect"},
     {"Ctrl+Shift+S", "save as a scene"},
     {"Ctrl+S", "save a picture"},
+    {"Ctrl+Shift+C", "copy the picture"},
     {"Ctrl+P", "print"},
     {"Ctrl+I", "information"},
     {"Ctrl+Q", "quit"},

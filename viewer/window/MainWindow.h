@@ -74,8 +74,6 @@ private:
     void Reload();
     [[nodiscard]] QString ProposedName(const char* suffix) const;
     void AskAndSave();
-    void SavePicture();
-    void Print();
     void ListRecentFiles();
     void LookFrom(TDirection direction);
     void ShowInfo();

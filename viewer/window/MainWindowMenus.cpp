@@ -1,6 +1,5 @@
 #include "viewer/files/FileWatch.h"
 #include "viewer/files/Info.h"
-#include "viewer/files/Picture.h"
 #include "viewer/files/RecentFiles.h"
 #include "viewer/files/StoredScene.h"
 #include "viewer/window/CameraMenu.h"
@@ -11,6 +10,7 @@
 #include "viewer/window/MainWindow.h"
 #include "viewer/window/MessagesDock.h"
 #include "viewer/window/Navigation.h"
+#include "viewer/window/PictureMenu.h"
 #include "viewer/window/Playback.h"
 #include "viewer/window/ProgramDock.h"
 #include "viewer/window/Selection.h"
@@ -27,8 +27,6 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QSettings>
 #include <QStatusBar>
 
@@ -82,12 +80,10 @@ void TMainWindow::AddFileMenu() {
                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), this,
                               &TMainWindow::AskAndSave),
               QStringLiteral("Write what is in the files as a scene"));
-    Explained(menu->addAction(QStringLiteral("&Save picture..."), QKeySequence::Save, this,
-                              &TMainWindow::SavePicture),
-              QStringLiteral("Write what is seen as a PNG"));
-    Explained(menu->addAction(QStringLiteral("&Print..."), QKeySequence::Print, this,
-                              &TMainWindow::Print),
-              QStringLiteral("Put what is seen on paper"));
+    new TPictureMenu(this, menu, m_document, [this]() -> TPictureMenu::TSeen {
+        if (m_document.Files().empty()) return {m_welcome->View(), &m_welcome->Start().Backdrop()};
+        return {m_panel, &m_document.Backdrop()};
+    });
     Explained(menu->addAction(QStringLiteral("&Information..."), QKeySequence(Qt::CTRL | Qt::Key_I),
                               this, &TMainWindow::ShowInfo),
               QStringLiteral("What is in the files, and what was passed over"));
@@ -224,29 +220,6 @@ void TMainWindow::AskAndSave() {
         SaveAs(name);
     } catch (const Exception& error) {
         QMessageBox::critical(this, QStringLiteral("Cannot save"), error.Message());
-    }
-}
-
-void TMainWindow::SavePicture() {
-    const QString name =
-        QFileDialog::getSaveFileName(this, QStringLiteral("Save picture"), ProposedName(".png"),
-                                     QStringLiteral("Pictures (*.png)"));
-    if (name.isEmpty()) return;
-    try {
-        TZEPPanel* seen = m_document.Files().empty() ? m_welcome->View() : m_panel;
-        WritePicture(seen->GrabFrame(), name);
-    } catch (const Exception& error) {
-        QMessageBox::critical(this, QStringLiteral("Cannot save"), error.Message());
-    }
-}
-
-void TMainWindow::Print() {
-    QPrinter printer(QPrinter::HighResolution);
-    if (QPrintDialog(&printer, this).exec() != QDialog::Accepted) return;
-    try {
-        m_panel->Print(printer);
-    } catch (const Exception& error) {
-        QMessageBox::critical(this, QStringLiteral("Cannot print"), error.Message());
     }
 }
 

@@ -32,7 +32,7 @@ public:
     void LookFromStart();
     /// One colour in place of the background of its own.
     void SetBackground(const std::optional<TColor>& color);
-    [[nodiscard]] const TZEPBackdrop& Backdrop() const { return m_backdrop; }
+    [[nodiscard]] TZEPBackdrop& Backdrop() { return m_backdrop; }
     /// Lets time run or stand; it stands at first. It goes on where it stood.
     void SetMoving(bool moving);
     /// Puts everything where it is after so many seconds of movement.

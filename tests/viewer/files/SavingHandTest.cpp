@@ -19,7 +19,7 @@ protected:
     }
     [[nodiscard]] QImage Picture(TDocument& document) const {
         document.LookBest(4.0 / 3);
-        WritePicture(document, {}, {320, 240}, Path("picture.png"));
+        WritePicture(document, {}, {.Size = {320, 240}}, Path("picture.png"));
         return QImage(Path("picture.png"));
     }
     /// Saves what is shown, and that once more: as text, which then stays.
