@@ -9,6 +9,7 @@ packages=(
     libqt6svg6                              # icons, loaded while running: without it there is text alone
     libgl-dev libglu1-mesa-dev libglx-dev libopengl-dev libx11-dev
     libassimp-dev                           # models of many formats; built and run without it, too
+    libgl2ps-dev                            # pictures of lines and areas; without it there are none
     libgl1-mesa-dri libglx-mesa0            # the driver, with its software rasteriser
     libgtest-dev libgmock-dev libbenchmark-dev
     xvfb xauth xdotool fonts-dejavu-core    # windows and text in tests

@@ -144,6 +144,7 @@ set(window_headers
   view/MousePanel.h
   view/Panel.h
   view/PanelPages.h
+  view/PanelVectors.h
   view/PanelControl.h
   view/PixelFormat.h
   view/TimeLine.h

@@ -42,5 +42,6 @@
 #include <zep/view/Panel.h>
 #include <zep/view/PanelControl.h>
 #include <zep/view/PanelPages.h>
+#include <zep/view/PanelVectors.h>
 #include <zep/view/TimeLine.h>
 #endif

@@ -134,6 +134,23 @@ TEST_F(PanelSmooth, PicturesAreSmoothAndTheirPartsFitTogether) {
               "RenderToCanvas: no memory for 400000 by 400000 pixels");
 }
 
+TEST_F(PanelSmooth, PicturesOfLinesHaveTheirWidthsAndColours) {
+    if (!HasVectorPictures()) GTEST_SKIP() << "built without GL2PS";
+    const QImage before = View->GrabFrame();
+    Line->SetWidth(3);
+    Line->P1()->SetData(-10, 0, 0);
+    Line->P2()->SetData(10, 0, 0);
+    const QByteArray svg = RenderVectors(*View, {320, 240}, TZEPVectorFormat::Svg);
+    EXPECT_TRUE(svg.contains("stroke=\"#ffff00\"")) << svg.toStdString();
+    EXPECT_TRUE(svg.contains("stroke-width=\"3"));
+    EXPECT_TRUE(svg.contains("fill=\"#ff0000\"")) << "the background";
+    EXPECT_FALSE(RenderVectors(*View, {320, 240}, TZEPVectorFormat::Svg, true).contains("#ff0000"));
+    EXPECT_TRUE(RenderVectors(*View, {320, 240}, TZEPVectorFormat::Pdf).startsWith("%PDF"));
+    EXPECT_EQ(View->GrabFrame().size(), before.size());
+    EXPECT_THROW(static_cast<void>(RenderVectors(*View, {99'000, 5}, TZEPVectorFormat::Svg)),
+                 Exception);
+}
+
 // --- pages ---------------------------------------------------------------------------------------
 
 QPageLayout A4() {

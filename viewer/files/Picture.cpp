@@ -4,11 +4,16 @@
 #include "viewer/files/Document.h"
 #include <zep/framework/Exception.h>
 #include <zep/framework/FileSaving.h>
+#include <zep/scene/Scene.h>
 #include <zep/view/Panel.h>
+#include <zep/view/PanelVectors.h>
 
 #include <QBuffer>
 #include <QFileInfo>
 #include <QImageWriter>
+#include <QScopeGuard>
+
+#include <optional>
 
 namespace ZEP {
 
@@ -43,10 +48,32 @@ QByteArray EncodingOf(const QString& fileName) {
     return suffix.isEmpty() ? "png" : suffix;
 }
 
+std::optional<TZEPVectorFormat> VectorFormatOf(const QString& fileName) {
+    if (!HasVectorPictures()) return {};
+    const QByteArray encoding = EncodingOf(fileName);
+    if (encoding == "svg") return TZEPVectorFormat::Svg;
+    if (encoding == "pdf") return TZEPVectorFormat::Pdf;
+    return {};
+}
+
 void CheckName(const QString& fileName) {
     if (IsPictureName(fileName)) return;
     throw Exception(QStringLiteral("%1 does not end as a picture does.").arg(fileName),
                     {.File = fileName});
+}
+
+/// Lines and letters that are thicker than in the view: those of a smaller page.
+QByteArray DrawVectors(TZEPPanel& panel, TZEPBackdrop& backdrop, const TPictureWish& wish,
+                       TZEPVectorFormat format) {
+    TPictureWish bare = wish;
+    bare.Transparent = true;
+    const TBackdropLoan loan(backdrop, bare);
+    TZEPScene& scene = *panel.Camera()->Scene();
+    const TColor background = scene.BackgroundColor();
+    scene.SetBackgroundColor(backdrop.MiddleColor());
+    const auto back = qScopeGuard([&] { scene.SetBackgroundColor(background); });
+    const QSize page = (QSizeF(wish.Size) / wish.Scale).toSize().expandedTo({1, 1});
+    return RenderVectors(panel, page, format, wish.Transparent);
 }
 
 } // namespace
@@ -64,7 +91,10 @@ void WritePicture(TZEPPanel& panel, TZEPBackdrop& backdrop, const TPictureWish& 
         throw Exception(
             QStringLiteral("%1 cannot be transparent: a PNG, WebP or TIFF can.").arg(fileName),
             {.File = fileName});
-    WritePicture(DrawPicture(panel, backdrop, wish), fileName);
+    const std::optional<TZEPVectorFormat> format = VectorFormatOf(fileName);
+    if (!format) return WritePicture(DrawPicture(panel, backdrop, wish), fileName);
+    const QByteArray content = DrawVectors(panel, backdrop, wish, *format);
+    SaveFile(fileName, [&](QIODevice& device) { device.write(content); });
 }
 
 void WritePicture(TDocument& document, const TViewLook& look, const TPictureWish& wish,
@@ -93,17 +123,20 @@ void WritePicture(const QImage& picture, const QString& fileName) {
 }
 
 bool IsPictureName(const QString& fileName) {
-    return QImageWriter::supportedImageFormats().contains(EncodingOf(fileName));
+    return VectorFormatOf(fileName) ||
+           QImageWriter::supportedImageFormats().contains(EncodingOf(fileName));
 }
 
 bool KeepsTransparency(const QString& fileName) {
     const QByteArray encoding = EncodingOf(fileName);
-    return encoding == "png" || encoding == "webp" ||
+    return VectorFormatOf(fileName) || encoding == "png" || encoding == "webp" ||
            encoding == "tif" || encoding == "tiff";
 }
 
 QString PictureFilters() {
-    return QStringLiteral("PNG (*.png);;JPEG (*.jpg *.jpeg);;All pictures (*)");
+    QString filters = QStringLiteral("PNG (*.png);;JPEG (*.jpg *.jpeg)");
+    if (HasVectorPictures()) filters += QStringLiteral(";;SVG (*.svg);;PDF (*.pdf)");
+    return filters + QStringLiteral(";;All pictures (*)");
 }
 
 } // namespace ZEP

@@ -1,6 +1,7 @@
 #include <zep/batch/PathBatch.h>
 
 #include <zep/gl/ClientArrays.h>
+#include <zep/gl/Told.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Circle.h>
 #include <zep/objects/DashedPolyline.h>
@@ -42,7 +43,8 @@ void SetFine(TPenStyle style, float width) {
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glEnable(GL_LINE_SMOOTH);
-    glLineWidth(width);
+    SetLineWidth(width);
+    TellDotted(!IsSolid(style));
     if (IsSolid(style)) return glDisable(GL_LINE_STIPPLE);
     glLineStipple(std::max(1, static_cast<int>(std::lround(width))), StipplePattern(style));
     glEnable(GL_LINE_STIPPLE);
@@ -52,7 +54,8 @@ void SetFine(TPenStyle style, float width) {
 /// is not solid is faint in their place.
 void SetPlain(TPenStyle style, float width) {
     const bool solid = IsSolid(style);
-    glLineWidth(width);
+    TellDotted(false);
+    SetLineWidth(width);
     glDepthMask(solid ? GL_TRUE : GL_FALSE);
     (solid ? glDisable : glEnable)(GL_BLEND);
     glBlendColor(0, 0, 0, FaintAlpha);
@@ -61,7 +64,7 @@ void SetPlain(TPenStyle style, float width) {
 
 /// What is to come is plain at any detail: none of it is looked at closely.
 void SetToCome(TPenStyle style, float widths) {
-    glLineWidth(widths);
+    SetLineWidth(widths);
     glDepthMask(GL_FALSE);
     glEnable(GL_BLEND);
     glBlendColor(0, 0, 0, IsSolid(style) ? ToComeAlpha : FaintToComeAlpha);
@@ -304,7 +307,7 @@ void TPathBatch::DrawToCome(const TDetail& detail, float widths,
     }
     for (const TKind& points : m_points) {
         SetToCome(points.Style, widths);
-        glPointSize(points.Width * widths);
+        SetPointSize(points.Width * widths);
         const std::size_t done = DoneOf(points, frontier, &TPathBatch::m_points).Vertexes;
         points.Vertexes.Draw(GL_POINTS, detail, {done});
     }
@@ -330,7 +333,7 @@ void TPathBatch::Draw(const TDetail& detail, bool fine, float widths,
         DrawLines(lines, detail, {}, DoneOf(lines, frontier, &TPathBatch::m_lines));
     }
     for (const TKind& points : m_points) {
-        glPointSize(points.Width * widths);
+        SetPointSize(points.Width * widths);
         const std::size_t done = DoneOf(points, frontier, &TPathBatch::m_points).Vertexes;
         points.Vertexes.Draw(GL_POINTS, detail, {0, done});
     }
@@ -353,16 +356,16 @@ void TPathBatch::DrawMarks(const TDetail& detail, float widths, const TMarkLook&
 
 /// \param joints  with points where lines meet, and for moves that are too short for a line
 void TPathBatch::DrawMark(const TDetail& detail, float width, bool joints) const {
-    glLineWidth(width);
+    SetLineWidth(width);
     for (const TKind& lines : m_lines) DrawSolid(lines, detail, false, {}, lines.Count());
-    glPointSize(width - 1);
+    SetPointSize(width - 1);
     for (const TKind& lines : m_lines) {
         if (!joints) break;
         lines.Vertexes.Draw(GL_POINTS, detail);
         lines.Arcs.DrawPoints();
     }
     for (const TKind& points : m_points) {
-        glPointSize(width + points.Width);
+        SetPointSize(width + points.Width);
         points.Vertexes.Draw(GL_POINTS, detail);
     }
 }

@@ -1,5 +1,6 @@
 #include <zep/batch/TextBatch.h>
 
+#include <zep/gl/Told.h>
 #include <zep/objects/Label.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/Vectors.h>
@@ -113,7 +114,7 @@ void TTextBatch::Draw(double least) const {
     const TView view;
     glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LINE_BIT);
     glDisable(GL_LIGHTING);
-    glLineWidth(1);
+    SetLineWidth(1);
     glBegin(GL_LINES);
     for (const TText& text : m_texts) {
         const TSeenText seen = view.Seen(text);

@@ -3,6 +3,7 @@
 #include <zep/appearance/materials/Material.h>
 #include <zep/appearance/materials/SharedMaterials.h>
 #include <zep/gl/ClientArrays.h>
+#include <zep/gl/Told.h>
 
 #include <typeinfo>
 #include <utility>
@@ -21,18 +22,19 @@ bool CanWait(const TZEPMaterial& material, bool cancel) {
 
 void OpenLine(const TZEPLineAttributes& attributes, float widths) {
     glPushAttrib(GL_LINE_BIT);
-    glLineWidth(attributes.Width * widths);
+    SetLineWidth(attributes.Width * widths);
     if (attributes.Stippled) {
         glLineStipple(1, attributes.Pattern);
         glEnable(GL_LINE_STIPPLE);
     }
+    TellDotted(attributes.Stippled);
     glNormal3b(127, 0, 0);
     if (attributes.Smooth) glEnable(GL_LINE_SMOOTH);
 }
 
 void OpenPoint(const TZEPPointAttributes& attributes, float widths) {
     glPushAttrib(GL_POINT_BIT);
-    glPointSize(attributes.Width * widths);
+    SetPointSize(attributes.Width * widths);
     if (attributes.Smooth) glEnable(GL_POINT_SMOOTH);
 }
 

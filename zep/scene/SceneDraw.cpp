@@ -2,6 +2,7 @@
 #include <zep/appearance/materials/SharedMaterials.h>
 #include <zep/framework/Watch.h>
 #include <zep/gl/Names.h>
+#include <zep/gl/Told.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/Scene.h>
@@ -174,6 +175,7 @@ bool TZEPScene::EnterState(TZEPDrawState state) {
         return m_shadows && m_shadowLights >= 1;
     case dsTransparent:
         AddWhenBlending();
+        TellBlended(true);
         glEnable(GL_BLEND);
         glDepthMask(GL_FALSE);
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
@@ -196,6 +198,7 @@ void TZEPScene::LeaveState(TZEPDrawState state) {
             glAccum(GL_ACCUM, 1.0F / static_cast<float>(m_shadowLights + 1));
         return;
     case dsTransparent:
+        TellBlended(false);
         glDepthMask(GL_TRUE);
         glDisable(GL_BLEND);
         return;

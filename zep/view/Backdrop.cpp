@@ -3,6 +3,7 @@
 #include <zep/framework/Contrast.h>
 #include <zep/framework/Property.h>
 #include <zep/gl/Scopes.h>
+#include <zep/gl/Told.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vectors.h>
@@ -57,11 +58,18 @@ public:
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         glEnable(GL_LINE_SMOOTH);
         glDepthMask(GL_FALSE);
+        glDepthRange(1, 1); // what is fed back tells the depth
+        TellDotted(false);
+        TellBlended(true);
     }
+    ~TFlatScope() { TellBlended(false); }
+    TFlatScope(const TFlatScope&) = delete;
+    TFlatScope& operator=(const TFlatScope&) = delete;
 
 private:
     TZEPAttribScope m_attributes{GL_ENABLE_BIT | GL_LINE_BIT | GL_CURRENT_BIT |
-                                 GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_LIGHTING_BIT};
+                                 GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_LIGHTING_BIT |
+                                 GL_VIEWPORT_BIT};
 };
 
 /// Coordinates of the whole view: from (0, 0) at the lower left to its size.
@@ -254,7 +262,7 @@ void TZEPBackdrop::DrawGrid(const TZEPBounds& box) const {
         SetColor(color, GridAlpha * fade * (bright ? 1.0F : 0.45F));
         glVertex2d(px, py);
     };
-    glLineWidth(static_cast<float>(PixelRatio()));
+    SetLineWidth(static_cast<float>(PixelRatio()));
     for (int line = 0; line <= count; ++line) {
         glBegin(GL_LINE_STRIP);
         for (int i = 0; i <= count; ++i) send(line, i, (firstX + line) % 5 == 0);
@@ -267,7 +275,7 @@ void TZEPBackdrop::DrawGrid(const TZEPBounds& box) const {
 
 void TZEPBackdrop::DrawOrigin(double length) const {
     const TNearScope nearby(*m_camera, zero3d);
-    glLineWidth(static_cast<float>(2 * PixelRatio()));
+    SetLineWidth(static_cast<float>(2 * PixelRatio()));
     glBegin(GL_LINES);
     for (const TAxis& axis : Axes) {
         SetColor(m_colors.*axis.Color);
@@ -282,7 +290,7 @@ void TZEPBackdrop::DrawDirections() const {
     glGetDoublev(GL_MODELVIEW_MATRIX, look.data());
     const QSizeF size = QSizeF(m_camera->DrawnSize()) / PixelRatio();
     const TViewScope view(*m_camera, size.width(), size.height());
-    glLineWidth(static_cast<float>(1.5 * PixelRatio()));
+    SetLineWidth(static_cast<float>(1.5 * PixelRatio()));
     glBegin(GL_LINES);
     for (std::size_t i = 0; i < Axes.size(); ++i) {
         SetColor(m_colors.*Axes[i].Color);
