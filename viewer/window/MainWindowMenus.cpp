@@ -166,6 +166,7 @@ void TMainWindow::AddDocks(QMenu* menu) {
 void TMainWindow::AddProgram() {
     m_playback = new TPlayback(this, m_document.Scene(), m_source);
     connect(m_playback, &TPlayback::StatusChanged, this, &TMainWindow::ShowStatus);
+    connect(m_program, &TProgramDock::TimesChanged, m_playback, &TPlayback::TakeTimes);
     connect(m_playback, &TPlayback::Told, this,
             [this](const QString& text) { statusBar()->showMessage(text, MessageTime); });
 }
