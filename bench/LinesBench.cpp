@@ -79,13 +79,15 @@ private:
 
 class LineFrame : public TFrame {
 public:
-    explicit LineFrame(bool batched) : m_batched(batched) {}
+    explicit LineFrame(bool batched, bool moves) : m_batched(batched), m_moves(moves) {}
 
     void Fill(TZEPObject& root) override {
         TZEPObject* parent = &root;
         if (m_batched) {
-            parent = new TZEPBatch(&root);
-            parent->SetParentComponent(&root);
+            auto* batch = new TZEPBatch(&root);
+            if (m_moves) batch->SetShown(TZEPShown{.Share = 0.999});
+            batch->SetParentComponent(&root);
+            parent = batch;
         }
         for (int i = 0; i < Count; ++i) {
             auto* line = new TZEPLine(parent);
@@ -104,19 +106,21 @@ public:
 
 private:
     bool m_batched;
+    bool m_moves;
     std::vector<TGLArrayd3> m_path = Path(Count);
     std::optional<TRawLines> m_raw;
     int m_turn = 0;
 };
 
 void LinesOfOwnColors(benchmark::State& state) {
-    LineFrame frame(state.range(0) != 0);
+    LineFrame frame(state.range(0) != 0, state.range(1) != 0);
     MeasureFrame(state, frame);
 }
 BENCHMARK(LinesOfOwnColors)
-    ->ArgName("batched")
-    ->Arg(0)
-    ->Arg(1)
+    ->ArgNames({"batched", "moves"})
+    ->Args({0, 0})
+    ->Args({1, 0})
+    ->Args({1, 1})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
