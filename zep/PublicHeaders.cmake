@@ -10,6 +10,7 @@ set(core_headers
   ZEPGeom.h
   ZEPObjects.h
   ZEPRS274D.h
+  ZEPStock.h
   ZEPTextures.h
   appearance/effects/Fog.h
   appearance/effects/Jitter.h
@@ -123,6 +124,11 @@ set(core_headers
   scene/VertexItems.h
   scene/ViewVolume.h
   scene/XForm.h
+  stock/Guess.h
+  stock/Run.h
+  stock/Stock.h
+  stock/Tool.h
+  stock/Workpiece.h
   view/Actor.h
   view/Backdrop.h
   view/Camera.h

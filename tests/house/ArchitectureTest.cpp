@@ -26,6 +26,7 @@ constexpr const char* Floors[] = {"zep/Export.h", // any header may need it
                                   "zep/batch/",
                                   "zep/view/",
                                   "zep/converters/",
+                                  "zep/stock/",
                                   "zep/widgets/",
                                   "zep/",
                                   "viewer/content/",

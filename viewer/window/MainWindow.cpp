@@ -11,6 +11,7 @@
 #include "viewer/window/ProgramDock.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
+#include "viewer/window/StockView.h"
 #include "viewer/window/ViewOptions.h"
 #include "viewer/window/WelcomePage.h"
 #include <zep/batch/Batch.h>
@@ -95,6 +96,7 @@ TMainWindow::TMainWindow(bool plain)
 
 TMainWindow::~TMainWindow() {
     // What stands in the scene or looks at it goes before the document takes it away.
+    delete m_stock;
     delete m_playback;
     delete m_program;
     delete m_source;

@@ -19,6 +19,8 @@ class TPlayback;
 class TProgramDock;
 class TSelection;
 class TSourceDock;
+class TStockDialog;
+class TStockView;
 class TViewOptions;
 class TWelcomePage;
 class TZEPPanel;
@@ -65,6 +67,9 @@ private:
     void AddFileMenu();
     void AddFileActions(QMenu* menu);
     void AddProgram();
+    void AddStock();
+    void ShowStockDialog();
+    void FollowProgram();
     void AddViewMenu();
     void AddDocks(QMenu* menu);
     void AddViewOptions(QMenu* menu);
@@ -99,6 +104,8 @@ private:
     TMessagesDock* m_messages = nullptr;
     TFileWatch* m_watch;
     TPlayback* m_playback = nullptr;
+    TStockView* m_stock = nullptr;
+    TStockDialog* m_stockDialog = nullptr; ///< since it was first asked for
     TLoadBar* m_loadBar;
     QLabel* m_status;
     QLabel* m_size;

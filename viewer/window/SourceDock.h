@@ -36,6 +36,8 @@ public:
     [[nodiscard]] std::optional<int> MoveFrom(int line) const { return m_moves.ItemFrom(line); }
     /// The program whose moves these are; null: none.
     [[nodiscard]] const TProgram* Program() const { return ProgramOf(m_root); }
+    /// Selects the first move that a line makes, and nothing where it makes none.
+    void PickLine(int line);
 
 Q_SIGNALS:
     /// Another program is there, or none, or it was read again. No move is selected yet.
@@ -47,7 +49,6 @@ private:
     /// \param program  null: none
     void ShowProgram(const TProgram* program);
     void FollowSelection();
-    void PickLine(int line);
     [[nodiscard]] const TProgram* ProgramOf(const TZEPObject* root) const;
 
     const TDocument& m_document;

@@ -208,6 +208,16 @@ TToolMove TToolPath::Move(int index) const {
             .End = m_ends[place]};
 }
 
+const TRS274DArc* TToolPath::ArcOf(int index) const {
+    const TMove& move = m_moves[static_cast<std::size_t>(index)];
+    return move.Arc == NoArc ? nullptr : &m_arcs[static_cast<std::size_t>(move.Arc)];
+}
+
+std::span<const TRS274DPoint> TToolPath::PointsOf(int index) const {
+    const TMove& move = m_moves[static_cast<std::size_t>(index)];
+    return {m_points.data() + move.First, m_points.data() + move.Last + 1};
+}
+
 TZEPBounds TToolPath::BoundsOf(int index) const {
     const TMove& move = m_moves[static_cast<std::size_t>(index)];
     TZEPBounds bounds{m_points[move.First], m_points[move.First]};

@@ -68,6 +68,11 @@ public:
     [[nodiscard]] TZEPBounds BoundsOf(int index) const;
     /// \param fraction  of the length, 0 to 1
     [[nodiscard]] TRS274DPoint PointOf(int index, double fraction) const;
+    /// The arc that a move is; null where it goes along `PointsOf`, as helices do.
+    [[nodiscard]] const TRS274DArc* ArcOf(int index) const;
+    /// Places of the way, its ends included, with straight lines between them but for an arc; one
+    /// where the tool stands still.
+    [[nodiscard]] std::span<const TRS274DPoint> PointsOf(int index) const;
     /// The moves that a line of the program makes, in the order of the tool. It sorts the moves by
     /// their lines when it is first asked: not by several threads at once.
     [[nodiscard]] std::span<const int> MovesOfLine(qint64 line) const;
