@@ -38,6 +38,8 @@ set(core_headers
   converters/dxf/Colors.h
   converters/dxf/Converter.h
   converters/rs274d/Converter.h
+  converters/rs274d/Dialect.h
+  converters/rs274d/DialectGuess.h
   converters/rs274d/Interpreter.h
   converters/rs274d/Options.h
   converters/rs274d/Report.h

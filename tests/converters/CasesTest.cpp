@@ -88,6 +88,7 @@ std::string ReadRS274D(const TCase& c, const std::string& text) {
     TRS274DConverter converter;
     Choose(converter, c.Name);
     converter.SetStopOnErrors(Has(c.Name, "strict"));
+    if (Has(c.Name, "Fanuc")) converter.SetDialect(TRS274DDialect::Fanuc);
     converter.SetShowQuickMove(!Has(c.Name, "without rapids"));
     TReading reading;
     converter.SetRoot(reading.Root);

@@ -3,6 +3,7 @@
 #include "tests/FolderTest.h"
 #include <zep/converters/rs274d/Block.h>
 #include <zep/converters/rs274d/Converter.h>
+#include <zep/converters/rs274d/DialectGuess.h>
 #include <zep/converters/rs274d/Expression.h>
 #include <zep/converters/rs274d/Interpreter.h>
 #include <zep/scene/Scene.h>
@@ -152,12 +153,19 @@ TEST_F(RS274D, ProgramsWithoutAnEndAreEnded) {
         {"calls", "G0X1\nM98 P5 L1000000000\nM2\nO5\nM99",
          "100 blocks in loops and calls. Line: 5"},
         {"jumps", "G0X1\nN2 M97P2L9\n", "More than 100 subprograms call each other. Line: 2"},
+        {"Fanuc jumps", "G0X1\nN2GOTO2", "300 blocks in loops and calls. Line: 2"},
+        {"Fanuc calls", "G0X1\nG65P5\nO5\nG65P5", "More than 100 subprograms call each other"},
         {"an empty loop", "G0X1\nO1 REPEAT[1000000000]\nO1 ENDREPEAT",
          "100 blocks in loops and calls. Line: 3"}};
     for (const auto& [name, text, error] : rows) {
         TCounted path;
         TRS274DReport report;
-        TRS274DInterpreter interpreter({.MaxBlocks = 100, .MaxMotions = 10}, path, report);
+        const bool isFanuc = std::string_view(name).starts_with("Fanuc");
+        TRS274DInterpreter interpreter(
+            {.MaxBlocks = isFanuc ? 300 : 100,
+             .MaxMotions = 10,
+             .Dialect = isFanuc ? TRS274DDialect::Fanuc : TRS274DDialect::NGC},
+            path, report);
         EXPECT_THAT(ErrorOf([&] { interpreter.Run(text); }), testing::HasSubstr(error)) << name;
         EXPECT_THAT(path.Lines, testing::StartsWith("1 ")) << name;
     }
@@ -170,6 +178,22 @@ TEST_F(RS274D, ProgramsWithoutAnEndAreEnded) {
                          return ++asked < 3;
                      }));
     EXPECT_EQ(asked, 3);
+}
+
+TEST_F(RS274D, ALookAtAllArcsIsCancelled) {
+    std::string text = "G0X1\nG3X0Y1I0J0\n";
+    for (int i = 0; i < 20000; ++i) text += "X1Y0\n";
+    TCounted path;
+    TRS274DReport report;
+    EXPECT_FALSE(
+        TRS274DInterpreter({}, path, report).Run(text, [](qint64, qint64) { return false; }));
+    EXPECT_EQ(path.Lines, "1 ");
+}
+
+TEST_F(RS274D, TheDialectIsGuessedByWhatOnlyOneHas) {
+    ExpectCases("text/dialects.txt", [](const TCase& c) {
+        return GuessRS274DDialect(c.Input) == TRS274DDialect::Fanuc ? "Fanuc\n" : "NGC\n";
+    });
 }
 
 /// Moves of another file have the line of the call; only files of the program's folder are found.

@@ -7,12 +7,16 @@ namespace ZEP {
 /// What a G code of a machine is about.
 enum class TRS274DGroup : std::uint8_t {
     Unknown,
-    Silent, ///< changes nothing that a path shows: tool compensation, path modes, cancellations
+    Silent, ///< changes nothing that a path shows: path modes, cancellations
+    Length, ///< tool length compensation
+    Radius, ///< tool radius compensation
     Rapid,
     Feed,
     Clockwise,
     CounterClockwise,
-    Cycle, ///< drilling and its kin
+    Cycle,     ///< drilling and its kin
+    Quadrants, ///< G74, G75: also cycles
+    Boring,    ///< G76: a cycle of mills, threads elsewhere
     CancelMotion,
     Plane,
     Units,

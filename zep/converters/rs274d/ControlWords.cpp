@@ -101,6 +101,10 @@ std::string RS274DLabelText(std::string_view label) {
     return std::string(digits == std::string_view::npos ? "0" : label.substr(digits));
 }
 
+std::string RS274DLabelOf(double number) {
+    return std::to_string(std::llrint(number));
+}
+
 TRS274DControlWords::TRS274DControlWords(std::string_view text) {
     TLineSource lines(text);
     TRS274DBlock block;

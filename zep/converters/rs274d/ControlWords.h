@@ -49,6 +49,8 @@ std::optional<TRS274DControlBlock> ControlOf(const TRS274DBlock& block);
 
 /// One name for a label, however it is written: "100" for "0100".
 std::string RS274DLabelText(std::string_view label);
+/// That of a number.
+std::string RS274DLabelOf(double number);
 
 /// A control word of a program, where it stands, and those that belong to it.
 struct TRS274DControlWord {

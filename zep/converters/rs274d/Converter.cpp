@@ -55,7 +55,8 @@ void TRS274DConverter::ReadNC(std::string_view text) {
     const TRS274DOptions options{.Extended = m_extended,
                                  .StopOnErrors = m_stopOnErrors,
                                  .Trace = m_trace != nullptr,
-                                 .FileName = FileName()};
+                                 .FileName = FileName(),
+                                 .Dialect = m_dialect};
     SetCancelled(
         !Finishes([&] { return ReadRS274D(text, options, *this, m_report, GuardedProgress()); }));
 }

@@ -2,6 +2,7 @@
 
 #include <zep/Export.h>
 #include <zep/converters/FileConverter.h>
+#include <zep/converters/rs274d/Dialect.h>
 #include <zep/converters/rs274d/Report.h>
 #include <zep/converters/rs274d/Sink.h>
 #include <zep/converters/rs274d/ToolColors.h>
@@ -18,7 +19,8 @@ class TDumpFile;
 /// grey. What a program may hold, and what the two ways of reading do with it, is in
 /// docs/rs274d.md.
 ///
-/// Defaults: the plain reading, `ClearBeforRead` and `ShowQuickMove` set, no trace.
+/// Defaults: the plain reading, the dialect NGC, `ClearBeforRead` and `ShowQuickMove` set, no
+/// trace.
 class ZEP_CORE_EXPORT TRS274DConverter : public TFileConverter, private TRS274DSink {
     Q_OBJECT
     Q_MOC_INCLUDE("zep/scene/Object.h")
@@ -34,6 +36,7 @@ class ZEP_CORE_EXPORT TRS274DConverter : public TFileConverter, private TRS274DS
     Q_CLASSINFO("StopOnErrors", "false")
     Q_PROPERTY(bool Extended READ Extended WRITE SetExtended)
     Q_CLASSINFO("Extended", "false")
+    Q_PROPERTY(ZEP::TRS274DDialects::TDialect Dialect READ Dialect WRITE SetDialect)
 public:
     explicit TRS274DConverter(TComponent* owner = nullptr);
     ~TRS274DConverter() override;
@@ -50,6 +53,9 @@ public:
     [[nodiscard]] bool Extended() const { return m_extended; }
     /// Draws what a machine would do, in millimetres, instead of the plain path.
     void SetExtended(bool extended) { m_extended = extended; }
+    [[nodiscard]] TRS274DDialect Dialect() const { return m_dialect; }
+    /// Whose words the program has; the plain reading knows none. `GuessRS274DDialect` may tell.
+    void SetDialect(TRS274DDialect dialect) { m_dialect = dialect; }
 
     /// Reads the file into `Root`. Raises `Exception` without `Root` or `FileName`, for a file
     /// that can not be read, for errors of the program with `StopOnErrors`, and for limits that
@@ -96,6 +102,7 @@ private:
     bool m_showQuickMove = true;
     bool m_stopOnErrors = false;
     bool m_extended = false;
+    TRS274DDialect m_dialect = TRS274DDialect::NGC;
 };
 
 } // namespace ZEP

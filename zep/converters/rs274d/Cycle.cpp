@@ -10,7 +10,7 @@ namespace {
 constexpr double PeckClearance = 0.254;
 
 bool FeedsToR(int cycle) {
-    return cycle == 84 || cycle == 85;
+    return cycle == 74 || cycle == 84 || cycle == 85;
 }
 
 /// All the way that the tool goes back.

@@ -47,8 +47,6 @@ constexpr TFunction Functions[] = {
     {"ASIN", [](double x) { return std::asin(x) / Degree; }},
     {"COS", [](double x) { return std::cos(x * Degree); }},
     {"EXP", [](double x) { return std::exp(x); }},
-    {"FIX", [](double x) { return std::floor(x); }},
-    {"FUP", [](double x) { return std::ceil(x); }},
     {"LN", [](double x) { return std::log(x); }},
     {"ROUND", [](double x) { return std::round(x); }},
     {"SIN", [](double x) { return std::sin(x * Degree); }},
@@ -128,6 +126,7 @@ double TRS274DExpression::Value() {
 }
 
 double TRS274DExpression::Unsigned() {
+    m_isVacant = false;
     if (m_rest.empty()) return Fail(TRS274DFault::Unreadable);
     if (IsOfNumber(m_rest[0])) return Number();
     if (++m_depth > MaxRS274DExpressionDepth) return Fail(TRS274DFault::TooDeep);
@@ -135,11 +134,17 @@ double TRS274DExpression::Unsigned() {
     if (m_rest[0] == '[')
         value = Bracketed();
     else if (m_rest[0] != '#')
-        value = Function();
+        value = Function(), m_isVacant = false;
     else if (const TRS274DReference reference = Reference(); m_fault == TRS274DFault::None)
-        value = m_parameters.Get(reference) ? m_parameters.Got() : Fail(TRS274DFault::NoSuchValue);
+        value = ValueOf(reference);
     --m_depth;
     return value;
+}
+
+double TRS274DExpression::ValueOf(const TRS274DReference& reference) {
+    if (!m_parameters.Get(reference)) return Fail(TRS274DFault::NoSuchValue);
+    m_isVacant = m_parameters.GotVacant();
+    return m_parameters.Got();
 }
 
 double TRS274DExpression::Number() {
@@ -162,8 +167,8 @@ TRS274DReference TRS274DExpression::Reference() {
     const double number = Unsigned();
     const double nearest = std::round(number);
     // Reckoned numbers are whole but for rounding.
-    if (std::abs(number - nearest) > EqualWithin || std::abs(nearest) > TRS274DParameters::Last)
-        Fail(TRS274DFault::NoSuchValue);
+    if (std::abs(number - nearest) > EqualWithin || std::abs(nearest) > m_parameters.Last())
+        m_parameters.ForgetMissing(), Fail(TRS274DFault::NoSuchValue);
     return {.Number = m_fault == TRS274DFault::None ? static_cast<int>(nearest) : 0};
 }
 
@@ -180,8 +185,15 @@ double TRS274DExpression::Operation(int lowest) {
         const int precedence = Precedences[static_cast<std::size_t>(next)];
         if (precedence < lowest) break;
         m_rest.remove_prefix(size);
+        const bool isLeftVacant = m_isVacant;
         const double right = Operation(precedence + 1);
-        left = Apply(next, left, right);
+        const bool isVacancy = isLeftVacant || m_isVacant;
+        // What is vacant equals nothing else, not even 0.
+        if (isVacancy && (next == TOperator::Equal || next == TOperator::NotEqual))
+            left = (isLeftVacant == m_isVacant) == (next == TOperator::Equal);
+        else
+            left = Apply(next, left, right);
+        m_isVacant = false;
     }
     return left;
 }
@@ -223,6 +235,8 @@ TRS274DExpression::TOperator TRS274DExpression::NextOperator(std::size_t& size) 
 double TRS274DExpression::Apply(TOperator operation, double left, double right) {
     using enum TOperator;
     if (m_fault != TRS274DFault::None) return 0;
+    if (m_parameters.IsFanuc() && operation >= And && operation <= Xor)
+        return ApplyToBits(operation, left, right);
     switch (operation) {
     case None:
         break;
@@ -260,12 +274,26 @@ double TRS274DExpression::Apply(TOperator operation, double left, double right) 
     return left;
 }
 
+/// Fanuc's take the bits of whole numbers, which for conditions is the same.
+double TRS274DExpression::ApplyToBits(TOperator operation, double left, double right) {
+    const auto a = std::llrint(left), b = std::llrint(right);
+    if (operation == TOperator::And) return static_cast<double>(a & b);
+    return static_cast<double>(operation == TOperator::Or ? a | b : a ^ b);
+}
+
+/// The dialects differ for what is negative: FIX goes down, or towards 0.
+double TRS274DExpression::Whole(double value, bool up) {
+    const bool isMirrored = m_parameters.IsFanuc() && value < 0;
+    return up != isMirrored ? std::ceil(value) : std::floor(value);
+}
+
 double TRS274DExpression::Function() {
     const std::size_t size = CountWhile(m_rest, IsLetter);
     const std::string_view name = m_rest.substr(0, size);
     m_rest.remove_prefix(size);
     if (name == "ATAN") return Arcus();
     if (name == "EXISTS") return Exists();
+    if (name == "FIX" || name == "FUP") return Whole(Bracketed(), name == "FUP");
     const auto* function = std::ranges::find(Functions, name, &TFunction::Name);
     if (function == std::end(Functions)) return Fail(TRS274DFault::Unreadable);
     const double argument = Bracketed();

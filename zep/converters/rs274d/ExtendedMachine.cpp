@@ -12,8 +12,9 @@ using TGroup = TRS274DGroup;
 
 constexpr double MillimetresOfInch = 25.4;
 
-char LetterOf(char first, std::size_t axis) {
-    return static_cast<char>(first + static_cast<int>(axis));
+/// Whose meaning depends on more than the number.
+bool IsOfCycles(TGroup group) {
+    return group >= TGroup::Cycle && group <= TGroup::Boring;
 }
 
 bool IsSilentM(qint64 code) {
@@ -30,7 +31,7 @@ void TRS274DExtendedMachine::RunBlock(const TRS274DBlock& block) {
     if (block.Words().size() < 2) m_toolNames.Note(block.Comment(), m_place.Line);
     if (block.Has('T')) SelectTool(block.Value('T'));
     for (const TRS274DWord& word : block.Words()) {
-        if (word.Letter == 'G') ProcessG(word);
+        if (word.Letter == 'G') ProcessG(word, block);
         if (word.Letter == 'M') ProcessM(word, block);
     }
     if (block.HasAnyOf("FS")) NoteSettings(block);
@@ -38,8 +39,9 @@ void TRS274DExtendedMachine::RunBlock(const TRS274DBlock& block) {
     Execute(block);
 }
 
-void TRS274DExtendedMachine::ProcessG(const TRS274DWord& word) {
-    const TRS274DCode& code = FindGCode(word.Value);
+void TRS274DExtendedMachine::ProcessG(const TRS274DWord& word, const TRS274DBlock& block) {
+    const TRS274DCode& found = FindGCode(word.Value);
+    const TRS274DCode& code = IsOfCycles(found.Group) ? MeaningOf(found, block) : found;
     if (code.Trace)
         Trace(code.Trace);
     else
@@ -81,7 +83,8 @@ void TRS274DExtendedMachine::ApplyMode(const TRS274DCode& code) {
         m_incremental = code.Value == 1;
         return;
     case TGroup::CenterDistance:
-        m_absoluteCenters = code.Value == 0;
+        m_centers = code.Value == 0 ? TRS274DCenters::Absolute : TRS274DCenters::Incremental;
+        m_centersFound = false;
         return;
     case TGroup::RetractLevel:
         m_returnToInitial = code.Value == 0;
@@ -96,6 +99,17 @@ void TRS274DExtendedMachine::ApplyMode(const TRS274DCode& code) {
         return;
     case TGroup::FeedMode:
         return SetFeedMode(static_cast<TRS274DFeedMode>(code.Value));
+    default:
+        return ApplyOther(code);
+    }
+}
+
+void TRS274DExtendedMachine::ApplyOther(const TRS274DCode& code) {
+    switch (code.Group) {
+    case TGroup::Length:
+        return m_report.Add(TRS274DPassed::LengthCompensation, m_place.Line);
+    case TGroup::Radius:
+        return m_report.Add(TRS274DPassed::RadiusCompensation, m_place.Line);
     default:
         m_plan.Action = &code;
         return;
@@ -140,16 +154,16 @@ void TRS274DExtendedMachine::ProcessM(const TRS274DWord& word, const TRS274DBloc
 }
 
 void TRS274DExtendedMachine::Execute(const TRS274DBlock& block) {
-    if (m_plan.Dwells) Dwell(block.Value('P'));
+    if (m_plan.Dwells) Dwell(DwellOf(block));
     if (m_plan.Action) return RunAction(block);
     const bool moves = block.HasAnyOf("XYZ@^") || (m_mode == mmArc && block.HasAnyOf("IJK"));
     if (!moves) return;
     if (m_plan.OtherUse && !m_plan.Motion) return;
     TellSettings(m_mode == mmDrill);
-    Move(block, GetRepeatCount(block));
+    Move(block);
 }
 
-void TRS274DExtendedMachine::Move(const TRS274DBlock& block, qint64 repeats) {
+void TRS274DExtendedMachine::Move(const TRS274DBlock& block) {
     const TRS274DPoint target = Target(block);
     if (m_mode != mmNone && m_mode != mmArc) TraceMotion(target, nullptr);
     switch (m_mode) {
@@ -162,7 +176,7 @@ void TRS274DExtendedMachine::Move(const TRS274DBlock& block, qint64 repeats) {
     case mmArc:
         return Arc(block);
     case mmDrill:
-        return Drill(block, block.Has('L') ? repeats : 1);
+        return Drill(block);
     }
 }
 
@@ -243,7 +257,9 @@ void TRS274DExtendedMachine::RunAction(const TRS274DBlock& block) {
 void TRS274DExtendedMachine::SetData(const TRS274DBlock& block) {
     const qint64 kind = std::llrint(block.Value('L'));
     const qint64 number = std::llrint(block.Value('P'));
-    const bool isKnown = (kind == 2 || kind == 20) && !block.Has('R');
+    // Elsewhere L20 and P0 are of systems beyond G59, and of an offset to all.
+    const bool isHere = !IsFanuc() || (kind == 2 && number > 0);
+    const bool isKnown = (kind == 2 || kind == 20) && !block.Has('R') && isHere;
     if (!isKnown || number < 0 || number > TRS274DFrames::SystemCount)
         return m_report.AddCode('G', 10, m_place.Line);
     const int system = number == 0 ? m_frames.Selected() : static_cast<int>(number) - 1;
@@ -262,122 +278,6 @@ void TRS274DExtendedMachine::GoToReference(std::size_t which, const TRS274DBlock
     for (std::size_t axis = 0; axis < to.size(); ++axis)
         if (isAll || block.Has(LetterOf('X', axis))) to[axis] = m_references[which][axis];
     Rapid(to);
-}
-
-void TRS274DExtendedMachine::Arc(const TRS274DBlock& block) {
-    const TRS274DAxes axes = AxesOf(m_plane);
-    const TRS274DPoint target = Target(block);
-    const std::array<double, 4> words{Units(block.Value('I')), Units(block.Value('J')),
-                                      Units(block.Value('K')), Units(block.Value('R'))};
-    TraceMotion(target, &words);
-    const TRS274DPlanePoint start{m_position[axes.First], m_position[axes.Second]};
-    const TRS274DPlanePoint end{target[axes.First], target[axes.Second]};
-    const int turns = Turns(block);
-    const auto center = ArcCenter(block, start, end);
-    if (center) {
-        const TRS274DTurn turn(start, end, *center, IsCounterClockwiseInPlane(), turns);
-        if (turn.HasRadius())
-            DrawTurn(turn, target, turns);
-        else
-            FailArc(TRS274DPassed::ArcWithoutCenter);
-    } else {
-        FailArc(block.Has('R') ? TRS274DPassed::ArcOutOfReach : TRS274DPassed::ArcWithoutCenter);
-    }
-    m_position = target;
-}
-
-/// The machine looks at the XZ plane with Z as the first axis; here X is the first.
-bool TRS274DExtendedMachine::IsCounterClockwiseInPlane() const {
-    return m_counterClockwise != (m_plane == apXZ);
-}
-
-std::optional<TRS274DPlanePoint> TRS274DExtendedMachine::ArcCenter(const TRS274DBlock& block,
-                                                                   TRS274DPlanePoint start,
-                                                                   TRS274DPlanePoint end) const {
-    if (block.Has('R'))
-        return CenterOfRadius(start, end, Units(block.Value('R')), IsCounterClockwiseInPlane());
-    const TRS274DAxes axes = AxesOf(m_plane);
-    if (!block.Has(LetterOf('I', axes.First)) && !block.Has(LetterOf('I', axes.Second)))
-        return std::nullopt;
-    return TRS274DPlanePoint{CenterCoordinate(block, axes.First),
-                             CenterCoordinate(block, axes.Second)};
-}
-
-double TRS274DExtendedMachine::CenterCoordinate(const TRS274DBlock& block, std::size_t axis) const {
-    const char letter = LetterOf('I', axis);
-    if (!block.Has(letter)) return m_position[axis];
-    return Units(block.Value(letter)) +
-           (m_absoluteCenters ? m_frames.Offset(axis) : m_position[axis]);
-}
-
-int TRS274DExtendedMachine::Turns(const TRS274DBlock& block) {
-    constexpr double pointsOfTurn = 72;
-    const qint64 turns = std::max(std::llrint(block.Value('P')), 1LL);
-    SpendRepetitions(static_cast<double>(turns - 1) * pointsOfTurn);
-    return static_cast<int>(turns);
-}
-
-void TRS274DExtendedMachine::DrawTurn(const TRS274DTurn& turn, const TRS274DPoint& target,
-                                      int turns) {
-    const std::size_t normal = AxesOf(m_plane).Normal;
-    if (turn.IsSpiral()) m_report.Add(TRS274DPassed::Spiral, m_place.Line);
-    if (turns == 1 && std::abs(target[normal] - m_position[normal]) < RS274DSamePoint)
-        if (const auto arc = turn.CircularArc(m_plane, target[normal])) return Draw(*arc);
-    turn.Points(m_position, target, m_plane, m_points);
-    Draw(m_points);
-}
-
-void TRS274DExtendedMachine::Drill(const TRS274DBlock& block, qint64 repeats) {
-    ReadHole(block);
-    const std::size_t normal = AxesOf(m_plane).Normal;
-    if (m_position[normal] < m_hole.R) MoveOnNormal(true, m_hole.R);
-    for (qint64 i = 0; i < repeats; ++i) {
-        if (i > 0) SpendRepetitions(1);
-        TRS274DPoint place = Target(block);
-        place[normal] = m_position[normal];
-        DrillAt(place);
-    }
-}
-
-/// R and Z stay until the cycle ends. With incremental distances R counts from the initial level
-/// and Z from R.
-void TRS274DExtendedMachine::ReadHole(const TRS274DBlock& block) {
-    const std::size_t normal = AxesOf(m_plane).Normal;
-    const char depth = LetterOf('X', normal);
-    if (m_newCycle) {
-        m_initialLevel = m_position[normal];
-        m_hole.R = m_hole.Bottom = m_initialLevel;
-        m_hole.Peck = m_hole.Dwell = 0;
-        m_newCycle = false;
-    }
-    const double origin = m_frames.Offset(normal);
-    if (block.Has('R'))
-        m_hole.R = Units(block.Value('R')) + (m_incremental ? m_initialLevel : origin);
-    if (block.Has(depth))
-        m_hole.Bottom = Units(block.Value(depth)) + (m_incremental ? m_hole.R : origin);
-    if (block.Has('P')) m_hole.Dwell = block.Value('P');
-    if (block.Has('Q')) m_hole.Peck = Units(block.Value('Q'));
-    m_hole.Clear = m_returnToInitial ? std::max(m_initialLevel, m_hole.R) : m_hole.R;
-}
-
-void TRS274DExtendedMachine::DrillAt(const TRS274DPoint& place) {
-    SpendRepetitions(PeckCount(m_hole) - 1);
-    HoleMoves(m_hole, m_levelMoves);
-    Rapid(place);
-    if (m_position[AxesOf(m_plane).Normal] != m_hole.R) MoveOnNormal(true, m_hole.R);
-    for (const TRS274DLevelMove& move : m_levelMoves) {
-        MoveOnNormal(move.Rapid, move.Level);
-        if (&move == m_levelMoves.data() && Dwells(m_hole)) Dwell(m_hole.Dwell);
-    }
-}
-
-void TRS274DExtendedMachine::MoveOnNormal(bool rapid, double level) {
-    TRS274DPoint to = m_position;
-    to[AxesOf(m_plane).Normal] = level;
-    if (rapid)
-        Rapid(to);
-    else
-        Feed(to);
 }
 
 } // namespace ZEP

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <zep/converters/rs274d/Arc.h>
+#include <zep/converters/rs274d/Centers.h>
 #include <zep/converters/rs274d/Codes.h>
 #include <zep/converters/rs274d/Cycle.h>
 #include <zep/converters/rs274d/Frames.h>
 #include <zep/converters/rs274d/Machine.h>
 #include <zep/converters/rs274d/Parameters.h>
 #include <zep/converters/rs274d/ToolNames.h>
+
+#include <functional>
 
 namespace ZEP {
 
@@ -21,10 +24,17 @@ enum class TRS274DTransfer : std::uint8_t {
 /// Reads a program as a milling machine would: true arcs and helices, coordinate systems and
 /// offsets, reference points, drilling cycles with all their moves. Coordinates are the machine's,
 /// in millimetres; all origins and reference points are 0 until the program sets them. Cycles
-/// return to the R level until G98.
+/// return to the R level until G98; in Fanuc's dialect, to the initial level until G99.
 class TRS274DExtendedMachine final : public TRS274DMachine, public TRS274DMachineValues {
 public:
     using TRS274DMachine::TRS274DMachine;
+
+    /// Asked at arcs whose centres may count from two places, as long as neither the program nor an
+    /// answer tells: what such an arc itself tells goes in, what is to hold from here on comes out.
+    using TCenterJudge = std::function<TRS274DCenters(TRS274DCenters)>;
+    void SetCenterJudge(TCenterJudge judge) { m_judge = std::move(judge); }
+    /// A lathe runs the program: some cycles are others there.
+    void SetTurns(bool turns) { m_turns = turns; }
 
     /// What the block that ran last asks of the one who hands out blocks; told once.
     [[nodiscard]] TRS274DTransfer TakeTransfer() {
@@ -49,7 +59,16 @@ private:
         TRS274DTransfer Transfer = TRS274DTransfer::None;
     };
 
-    void ProcessG(const TRS274DWord& word);
+    [[nodiscard]] std::optional<double> NumberedValue(int number) const;
+    [[nodiscard]] std::optional<double> FanucValue(int number) const;
+    bool RunsSignal(int number);
+
+    [[nodiscard]] bool IsFanuc() const { return m_options.Dialect == TRS274DDialect::Fanuc; }
+    [[nodiscard]] static constexpr char LetterOf(char first, std::size_t axis) {
+        return static_cast<char>(first + static_cast<int>(axis));
+    }
+
+    void ProcessG(const TRS274DWord& word, const TRS274DBlock& block);
     void ProcessM(const TRS274DWord& word, const TRS274DBlock& block);
 
     /// \name What the sink is told beyond the moves
@@ -59,6 +78,7 @@ private:
     void SetFeedMode(TRS274DFeedMode mode);
     void TurnSpindle(qint64 code);
     void ChangeTool(const TRS274DBlock& block);
+    [[nodiscard]] double DwellOf(const TRS274DBlock& block) const;
     void Dwell(double seconds);
     /// Cheap where there is nothing to tell: each move asks.
     void TellSettings(bool drills) {
@@ -68,9 +88,10 @@ private:
     /// @}
 
     void ApplyMode(const TRS274DCode& code);
+    void ApplyOther(const TRS274DCode& code);
     void SetMotion(TRS274DMoveMode mode);
     void Execute(const TRS274DBlock& block);
-    void Move(const TRS274DBlock& block, qint64 repeats);
+    void Move(const TRS274DBlock& block);
 
     [[nodiscard]] double Units(double value) const;
     [[nodiscard]] double Programmed(double millimetres) const;
@@ -86,14 +107,21 @@ private:
 
     void Arc(const TRS274DBlock& block);
     [[nodiscard]] std::optional<TRS274DPlanePoint>
-    ArcCenter(const TRS274DBlock& block, TRS274DPlanePoint start, TRS274DPlanePoint end) const;
-    [[nodiscard]] double CenterCoordinate(const TRS274DBlock& block, std::size_t axis) const;
+    ArcCenter(const TRS274DBlock& block, TRS274DPlanePoint start, TRS274DPlanePoint end);
+    [[nodiscard]] TRS274DPlanePoint StatedCenter(const TRS274DBlock& block, bool isAbsolute) const;
+    void FindCenters(TRS274DPlanePoint start, TRS274DPlanePoint end,
+                     const TRS274DCenterChoice& center);
     [[nodiscard]] bool IsCounterClockwiseInPlane() const;
     [[nodiscard]] int Turns(const TRS274DBlock& block);
     void DrawTurn(const TRS274DTurn& turn, const TRS274DPoint& target, int turns);
 
-    void Drill(const TRS274DBlock& block, qint64 repeats);
+    [[nodiscard]] const TRS274DCode& MeaningOf(const TRS274DCode& code,
+                                               const TRS274DBlock& block) const;
+    [[nodiscard]] bool IsTapping(const TRS274DBlock& block) const;
+    [[nodiscard]] qint64 HoleCount(const TRS274DBlock& block);
+    void Drill(const TRS274DBlock& block);
     void ReadHole(const TRS274DBlock& block);
+    void BoreBack(const TRS274DPoint& place);
     void DrillAt(const TRS274DPoint& place);
     void MoveOnNormal(bool rapid, double level);
 
@@ -106,12 +134,16 @@ private:
     TRS274DToolNames m_toolNames;
     TRS274DFrames m_frames;
     std::array<TRS274DPoint, 2> m_references{}; // of G28 and G30
-    bool m_absoluteCenters = false;
+    TRS274DCenters m_centers = TRS274DCenters::Unknown;
+    bool m_centersFound = false; ///< absolute, which the program does not say
+    TCenterJudge m_judge;
 
     TRS274DHole m_hole;
+    std::optional<double> m_levelWord, m_depthWord; ///< R and depth of the cycle, as programmed
     double m_initialLevel = 0;
     bool m_newCycle = false;
-    bool m_returnToInitial = false;
+    bool m_returnToInitial = IsFanuc();
+    bool m_turns = false;
     TRS274DMoveMode m_modeBeforeCycle = mmNone;
 
     std::vector<TRS274DPoint> m_points;

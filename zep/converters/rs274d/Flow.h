@@ -31,6 +31,9 @@ public:
     /// All that has been read, and again, in bytes.
     [[nodiscard]] std::size_t Taken() const { return m_behind + m_lines.Position(); }
 
+    /// In the text that is read: behind the line that was handed out last.
+    [[nodiscard]] std::size_t PlaceInText() const { return m_lines.Position(); }
+
     /// On with that line.
     void GoTo(const TLineSource& line);
     /// On behind it.
@@ -43,6 +46,9 @@ public:
     /// Behind the call, or to the next of its times; not to be asked outside of a call.
     /// \return nothing where it runs again
     TRS274DReturn Return();
+
+    /// What is called runs no more times than this one.
+    void DropTimes() { m_frames.back().Times = 1; }
 
     /// A loop that counts begins, at the control word of that index.
     void Begin(int repeat, double count);

@@ -72,9 +72,9 @@ void TRS274DMachine::FailNoMotionMode() {
     m_report.Add(TRS274DPassed::NoMotionMode, m_place.Line);
 }
 
-qint64 TRS274DMachine::GetRepeatCount(const TRS274DBlock& block) {
-    if (!block.Has('L')) return 0;
-    const qint64 count = std::llrint(block.Value('L'));
+qint64 TRS274DMachine::GetRepeatCount(const TRS274DBlock& block, char letter) {
+    if (!block.Has(letter)) return 0;
+    const qint64 count = std::llrint(block.Value(letter));
     if (count <= MaxRS274DRepeatCount) return count;
     Fail(TRS274DPassed::Repetitions,
          QStringLiteral("Repeat count %1 is larger than %2.").arg(count).arg(MaxRS274DRepeatCount));

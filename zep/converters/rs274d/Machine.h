@@ -62,9 +62,9 @@ protected:
 
     void FailArc(TRS274DPassed kind);
     void FailNoMotionMode();
-    /// The word L rounded, 0 without one, at most `MaxRS274DRepeatCount`; more is an error of the
-    /// program. Asked only for a block that moves.
-    [[nodiscard]] qint64 GetRepeatCount(const TRS274DBlock& block);
+    /// The word L, or another one, rounded; 0 without one, at most `MaxRS274DRepeatCount`; more is
+    /// an error of the program. Asked only for a block that moves.
+    [[nodiscard]] qint64 GetRepeatCount(const TRS274DBlock& block, char letter = 'L');
     /// Takes from what the program may repeat.
     void SpendRepetitions(double count);
 

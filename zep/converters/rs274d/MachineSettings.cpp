@@ -49,6 +49,13 @@ void TRS274DExtendedMachine::ChangeTool(const TRS274DBlock& block) {
     m_sink.ToolChange(tool, m_place.Line);
 }
 
+/// Seconds. Fanuc's P counts in thousandths, its X and U in seconds.
+double TRS274DExtendedMachine::DwellOf(const TRS274DBlock& block) const {
+    if (!IsFanuc()) return block.Value('P');
+    if (block.Has('P')) return block.Value('P') / 1000;
+    return m_plan.Dwells ? block.Value(block.Has('X') ? 'X' : 'U') : 0;
+}
+
 void TRS274DExtendedMachine::Dwell(double seconds) {
     if (seconds <= 0) return;
     TellSettings(m_mode == mmDrill && !m_plan.Dwells);

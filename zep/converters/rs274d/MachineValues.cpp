@@ -87,6 +87,10 @@ double TRS274DExtendedMachine::Programmed(double millimetres) const {
 }
 
 std::optional<double> TRS274DExtendedMachine::MachineValue(int number) const {
+    return IsFanuc() ? FanucValue(number) : NumberedValue(number);
+}
+
+std::optional<double> TRS274DExtendedMachine::NumberedValue(int number) const {
     const auto inRow = [&](int row, auto value) -> std::optional<double> {
         const auto axis = static_cast<std::size_t>(number - row);
         return axis < m_position.size() ? Programmed(value(axis)) : 0.0;
@@ -112,6 +116,7 @@ std::optional<double> TRS274DExtendedMachine::MachineValue(int number) const {
 }
 
 bool TRS274DExtendedMachine::SetMachineValue(int number, double value) {
+    if (IsFanuc() && RunsSignal(number)) return true;
     const int system = (number - SystemRow) / SystemStep;
     const auto axis = static_cast<std::size_t>((number - SystemRow) % SystemStep);
     const bool isOrigin = number >= SystemRow && number <= LastOfSystems;
@@ -144,7 +149,7 @@ std::optional<double> TRS274DExtendedMachine::MachineValue(std::string_view name
     case Absolute:
         return !m_incremental;
     case AbsoluteCenters:
-        return m_absoluteCenters;
+        return m_centers == TRS274DCenters::Absolute;
     case CoordinateSystem: {
         constexpr int lastWhole = 6, perSystem = 10, first = 540, behind = 591;
         const int system = m_frames.Selected();
@@ -177,7 +182,7 @@ std::optional<double> TRS274DExtendedMachine::MachineValue(std::string_view name
     case X:
     case Y:
     case Z:
-        return MachineValue(PositionRow + static_cast<int>(known->Value) - static_cast<int>(X));
+        return NumberedValue(PositionRow + static_cast<int>(known->Value) - static_cast<int>(X));
     }
     return std::nullopt;
 }

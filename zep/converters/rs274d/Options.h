@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zep/converters/rs274d/Dialect.h>
+
 #include <QString>
 
 namespace ZEP {
@@ -21,6 +23,7 @@ struct TRS274DOptions {
     QString FileName{};
     qint64 MaxBlocks = MaxRS274DBlocks;
     qint64 MaxMotions = MaxRS274DMotions;
+    TRS274DDialect Dialect = TRS274DDialect::NGC; ///< of the extended reading
 };
 
 } // namespace ZEP

@@ -1,14 +1,13 @@
 #include <zep/converters/rs274d/Parameters.h>
 
+#include <zep/framework/Ascii.h>
+
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace ZEP {
 
 namespace {
-
-constexpr double NotSet = std::numeric_limits<double>::quiet_NaN();
 
 constexpr std::string_view CallLevel = "<_CALL_LEVEL>";
 
@@ -19,27 +18,48 @@ bool IsGlobal(std::string_view name) {
 
 } // namespace
 
-TRS274DParameters::TRS274DParameters(TRS274DMachineValues& machine)
-    : m_machine(machine), m_numbers(FirstOfMachine, NotSet), m_localNumbers(1), m_localNames(1) {
-    m_localNumbers[0].fill(NotSet);
+TRS274DParameters::TRS274DParameters(TRS274DMachineValues& machine, TRS274DDialect dialect)
+    : m_machine(machine), m_isFanuc(dialect == TRS274DDialect::Fanuc),
+      m_numbers(static_cast<std::size_t>(FirstOfMachine()), RS274DVacant), m_localNumbers(1),
+      m_localNames(1) {
+    m_localNumbers[0].fill(RS274DVacant);
 }
 
 bool TRS274DParameters::Get(const TRS274DReference& reference) {
-    return reference.Name.empty() ? GetNumber(reference.Number) : GetName(reference.Name);
+    m_gotVacant = false;
+    const bool isThere =
+        reference.Name.empty() ? GetNumber(reference.Number) : GetName(reference.Name);
+    return isThere || Miss(reference);
+}
+
+bool TRS274DParameters::Miss(const TRS274DReference& reference) {
+    constexpr std::size_t shown = 40;
+    m_missing = '#' + (reference.Name.empty() ? std::to_string(reference.Number)
+                                              : std::string(reference.Name.substr(0, shown)));
+    std::ranges::transform(m_missing, m_missing.begin(), ToLower);
+    return false;
 }
 
 bool TRS274DParameters::GetNumber(int number) {
-    if (number < 1 || number > Last) return false;
-    if (number >= FirstOfMachine) {
+    if (m_isFanuc && number == 0) {
+        m_gotVacant = true;
+        m_got = 0;
+        return true;
+    }
+    if (number < 1 || number > Last()) return false;
+    if (number >= FirstOfMachine()) {
         const auto value = m_machine.MachineValue(number);
         m_readUnknown |= !value;
         m_got = value.value_or(0);
         return true;
     }
     const auto index = static_cast<std::size_t>(number);
-    const double value = number <= LocalCount ? m_localNumbers.back()[index - 1] : m_numbers[index];
-    m_readUnset |= std::isnan(value);
-    m_got = std::isnan(value) ? 0 : value;
+    const bool isLocal = number <= LocalCount();
+    const double value = isLocal ? m_localNumbers.back()[index - 1] : m_numbers[index];
+    const bool isUnset = std::isnan(value);
+    m_gotVacant = isUnset && m_isFanuc;
+    m_readUnset |= isUnset && !(m_isFanuc && isLocal); // macros ask whether an argument is given
+    m_got = isUnset ? 0 : value;
     return true;
 }
 
@@ -59,7 +79,7 @@ bool TRS274DParameters::GetName(std::string_view name) {
 
 bool TRS274DParameters::Has(const TRS274DReference& reference) {
     if (!reference.Name.empty()) return GetName(reference.Name);
-    return reference.Number >= 1 && reference.Number <= Last;
+    return reference.Number >= 1 && reference.Number <= Last();
 }
 
 bool TRS274DParameters::Set(const TRS274DReference& reference, double value) {
@@ -69,10 +89,10 @@ bool TRS274DParameters::Set(const TRS274DReference& reference, double value) {
         return true;
     }
     const int number = reference.Number;
-    if (number < 1 || number > Last) return false;
-    if (number >= FirstOfMachine) return m_machine.SetMachineValue(number, value);
+    if (number < 1 || number > Last()) return false;
+    if (number >= FirstOfMachine()) return m_machine.SetMachineValue(number, value);
     const auto index = static_cast<std::size_t>(number);
-    (number <= LocalCount ? m_localNumbers.back()[index - 1] : m_numbers[index]) = value;
+    (number <= LocalCount() ? m_localNumbers.back()[index - 1] : m_numbers[index]) = value;
     return true;
 }
 

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <zep/converters/rs274d/Dialect.h>
+
 #include <array>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string>
@@ -17,6 +20,9 @@ struct TRS274DReference {
     int Number = 0;
     std::string_view Name{}; ///< with its brackets: "<DEPTH>"; empty where it is a number
 };
+
+/// A parameter that nothing has set.
+inline constexpr double RS274DVacant = std::numeric_limits<double>::quiet_NaN();
 
 /// Names that may have a value at a time; more are an error of the program.
 inline constexpr std::size_t MaxRS274DNames = 100000;
@@ -37,22 +43,35 @@ public:
 /// The parameters of a program that runs. #1 to #30 and names belong to the subprogram that runs;
 /// #31 to #5060 and names that begin with "_" are there for all; what follows to #5601 is the
 /// machine's. A number that nothing has set is 0.
+///
+/// In Fanuc's dialect #1 to #33 belong to the macro that runs, and #1000 to #9999 are the
+/// machine's. What nothing has set is vacant there, as #0 always is: 0 where it is reckoned with.
 class TRS274DParameters {
 public:
-    static constexpr int LocalCount = 30;
-    static constexpr int FirstOfMachine = 5061, Last = 5601;
+    static constexpr int MaxLocalCount = 33;
 
-    explicit TRS274DParameters(TRS274DMachineValues& machine);
+    explicit TRS274DParameters(TRS274DMachineValues& machine,
+                               TRS274DDialect dialect = TRS274DDialect::NGC);
+
+    [[nodiscard]] bool IsFanuc() const { return m_isFanuc; }
+    [[nodiscard]] int LocalCount() const { return m_isFanuc ? MaxLocalCount : 30; }
+    [[nodiscard]] int Last() const { return m_isFanuc ? 9999 : 5601; }
 
     /// Whether it has a value, which `Got` answers then.
     [[nodiscard]] bool Get(const TRS274DReference& reference);
     [[nodiscard]] double Got() const { return m_got; }
+    /// What was asked for last is vacant.
+    [[nodiscard]] bool GotVacant() const { return m_gotVacant; }
+    /// What had no value last, for a message: "#<depth>".
+    [[nodiscard]] const std::string& Missing() const { return m_missing; }
+    void ForgetMissing() { m_missing.clear(); }
     /// EXISTS: a name has a value; a number always is one.
     [[nodiscard]] bool Has(const TRS274DReference& reference);
+    /// \param value  NaN: vacant from here on
     /// \return whether there is such a parameter that a program may set
     bool Set(const TRS274DReference& reference, double value);
 
-    /// A subprogram begins, with its arguments in #1 and on, and no names.
+    /// A subprogram begins, with its arguments in #1 and on, and no names. NaN: not given.
     void EnterSub(std::span<const double> arguments);
     void LeaveSub();
     /// A program begins that another one calls (M98): it has names of its own, and the numbers of
@@ -77,21 +96,26 @@ private:
         }
     };
     using TNames = std::unordered_map<std::string, double, THash, std::equal_to<>>;
-    using TNumbers = std::array<double, LocalCount>;
+    using TNumbers = std::array<double, MaxLocalCount>;
 
     bool GetNumber(int number);
     bool GetName(std::string_view name);
+    [[nodiscard]] int FirstOfMachine() const { return m_isFanuc ? 1000 : 5061; }
+    bool Miss(const TRS274DReference& reference);
     void SetName(std::string_view name, double value);
     [[nodiscard]] bool IsOfMachine(std::string_view name) const;
     [[nodiscard]] TNames& NamesFor(std::string_view name);
 
     TRS274DMachineValues& m_machine;
+    const bool m_isFanuc;
     std::vector<double> m_numbers; ///< from 0; NaN: not set
     TNames m_names;
     std::vector<TNumbers> m_localNumbers;
     std::vector<TNames> m_localNames;
     std::size_t m_nameCount = 0;
     double m_got = 0;
+    std::string m_missing;
+    bool m_gotVacant = false;
     bool m_readUnset = false, m_readUnknown = false;
 };
 

@@ -56,6 +56,18 @@ QString KindText(TRS274DPassed kind) {
         return QStringLiteral("calls of subprograms that are not there");
     case TRS274DPassed::MainReturn:
         return QStringLiteral("M99 in the program itself (its end)");
+    case TRS274DPassed::AbsoluteCenter:
+        return QStringLiteral("arcs with absolute centres (without G90.1: only so they fit)");
+    case TRS274DPassed::LengthCompensation:
+        return QStringLiteral("tool length compensation (not applied)");
+    case TRS274DPassed::RadiusCompensation:
+        return QStringLiteral("tool radius compensation (not applied)");
+    case TRS274DPassed::BackBoring:
+        return QStringLiteral("holes of G87 (back boring, not drawn)");
+    case TRS274DPassed::NoLine:
+        return QStringLiteral("jumps to lines that are not there");
+    case TRS274DPassed::Alarm:
+        return QStringLiteral("alarms (#3000), which end the program");
     }
     return {};
 }

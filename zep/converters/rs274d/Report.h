@@ -31,7 +31,13 @@ enum class TRS274DPassed : std::uint8_t {
     OutOfRange,
     UnmatchedControl,
     NoSubprogram,
-    MainReturn
+    MainReturn,
+    AbsoluteCenter,
+    LengthCompensation,
+    RadiusCompensation,
+    BackBoring,
+    NoLine,
+    Alarm
 };
 
 /// What was passed over in a program, counted by kind.

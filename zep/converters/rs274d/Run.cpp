@@ -25,12 +25,17 @@ constexpr TFaultText FaultTexts[] = {
 
 TRS274DRun::TRS274DRun(std::string_view text, const TRS274DOptions& options, TRS274DSink& sink,
                        TRS274DReport& report)
-    : m_options(options), m_report(report), m_machine(options, sink, report),
-      m_parameters(m_machine), m_statement(m_parameters), m_subprograms(text, options.FileName),
-      m_flow(m_subprograms), m_size(static_cast<qint64>(text.size())),
-      m_maxMotions(m_size + options.MaxMotions), m_blocksLeft(m_size + options.MaxBlocks) {}
+    : m_text(text), m_isFanuc(options.Dialect == TRS274DDialect::Fanuc), m_options(options),
+      m_report(report), m_machine(options, sink, report), m_parameters(m_machine, options.Dialect),
+      m_statement(m_parameters), m_subprograms(text, options.FileName), m_flow(m_subprograms),
+      m_size(static_cast<qint64>(text.size())), m_maxMotions(m_size + options.MaxMotions),
+      m_blocksLeft(m_size + options.MaxBlocks) {
+    m_machine.SetCenterJudge([this](TRS274DCenters told) { return Judge(told); });
+    if (m_isFanuc) m_machine.SetTurns(TurnsRS274D(text));
+}
 
 bool TRS274DRun::Go(const TProgress& progress) {
+    m_progress = progress;
     std::string_view line;
     while (m_machine.IsRunning()) {
         const bool isThere = m_flow.Next(line);
@@ -44,7 +49,7 @@ bool TRS274DRun::Go(const TProgress& progress) {
         else
             Leave();
     }
-    return true;
+    return !m_isCancelled;
 }
 
 bool TRS274DRun::TellProgress(const TProgress& progress) {
@@ -65,18 +70,30 @@ void TRS274DRun::RefuseMore() {
 void TRS274DRun::RunLine(std::string_view line) {
     if (line.data() == m_loopEndLine) return RunLoopWord(m_loopEnd, {});
     if (line.size() > MaxRS274DLineLength) return m_machine.PassLine(m_flow.Place());
-    m_block.Read(line, true);
+    RunText(line, line.data());
+    const TRS274DTransfer transfer = m_machine.TakeTransfer();
+    if (transfer != TRS274DTransfer::None) Transfer(transfer);
+}
+
+void TRS274DRun::RunText(std::string_view text, const char* line) {
+    m_block.Read(text, true);
     switch (m_block.End()) {
     case TRS274DBlockEnd::Complete:
     case TRS274DBlockEnd::Deleted:
     case TRS274DBlockEnd::BadNumber:
-        m_machine.Run(m_block, m_flow.Place());
-        break;
+        return RunWords();
     default:
-        if (!RunControl(line.data())) RunStatement();
+        if (RunControl(line) || (m_isFanuc && RunMacro(line))) return;
+        RunStatement();
     }
-    const TRS274DTransfer transfer = m_machine.TakeTransfer();
-    if (transfer != TRS274DTransfer::None) Transfer(transfer);
+}
+
+void TRS274DRun::RunWords() {
+    if (!m_isFanuc) return m_machine.Run(m_block, m_flow.Place()); // tells what cannot be read
+    if (RunMacroCall()) return;
+    const qint64 motions = m_machine.Motions();
+    m_machine.Run(m_block, m_flow.Place());
+    if (m_modalMacro.Count > 0 && m_machine.Motions() != motions) CallModalMacro();
 }
 
 void TRS274DRun::RunStatement() {
@@ -87,11 +104,14 @@ void TRS274DRun::RunStatement() {
     if (m_statement.DroppedWords() > 0) m_report.Add(TPassed::UnneededWord, m_flow.Place().Line);
     if (m_statement.RefusedSettings() > 0)
         m_report.Add(TPassed::RefusedSetting, m_flow.Place().Line);
-    m_machine.Run(m_block, m_flow.Place()); // which tells what cannot be read
+    RunWords();
 }
 
 void TRS274DRun::TellFault(TRS274DFault fault) {
     const TFaultText& text = FaultTexts[static_cast<std::size_t>(fault)];
+    const QString name = QString::fromUtf8(m_parameters.Missing());
+    if (fault == TRS274DFault::NoSuchValue && !name.isEmpty())
+        return m_machine.Fail(text.Kind, QStringLiteral("Parameter %1 without a value.").arg(name));
     m_machine.Fail(text.Kind, QLatin1String(text.Message));
 }
 

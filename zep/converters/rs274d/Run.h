@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zep/converters/Progress.h>
+#include <zep/converters/rs274d/DialectGuess.h>
 #include <zep/converters/rs274d/ExtendedMachine.h>
 #include <zep/converters/rs274d/Flow.h>
 #include <zep/converters/rs274d/Statement.h>
@@ -23,6 +24,8 @@ private:
 
     bool TellProgress(const TProgress& progress);
     void RunLine(std::string_view line);
+    void RunText(std::string_view text, const char* line);
+    void RunWords();
     void RunStatement();
     /// The program asks for more than it may.
     [[noreturn]] void RefuseMore();
@@ -59,6 +62,38 @@ private:
     bool ReadValues(std::string_view text);
     /// @}
 
+    /// \name Custom macros B
+    /// @{
+    /// \return whether the block is one of theirs
+    bool RunMacro(const char* line);
+    void RunLoop(const TRS274DMacroBlock& block, const char* line);
+    void RunBranch(const TRS274DMacroBlock& block, const char* line);
+    void GoToLine(double number);
+    /// G65, G66 and G67.
+    /// \return whether the block is one of these
+    bool RunMacroCall();
+    void ReadArguments();
+    void CallMacro(double number, double count);
+    /// After a move of a block, while G66 is in force.
+    void CallModalMacro();
+    [[nodiscard]] double ConditionOf(const TRS274DMacroBlock& block);
+    /// @}
+
+    /// \name Arc centres that the program does not tell of
+    /// @{
+    TRS274DCenters Judge(TRS274DCenters told);
+    /// What all the arcs of the program tell: absolute where one does and none tells otherwise.
+    [[nodiscard]] TRS274DCenters CentersOfAll();
+    /// @}
+
+    struct TModalMacro {
+        double Number = 0, Count = 0; ///< 0 times: none
+        std::size_t Depth = 0;        ///< of the calls where it was given
+        std::vector<double> Arguments{};
+    };
+
+    const std::string_view m_text;
+    const bool m_isFanuc;
     const TRS274DOptions m_options;
     TRS274DReport& m_report;
     TRS274DExtendedMachine m_machine;
@@ -68,6 +103,10 @@ private:
     TRS274DFlow m_flow;
     TRS274DBlock m_block;
     std::vector<double> m_values;
+    TModalMacro m_modalMacro;
+    std::string m_statementText; ///< behind THEN
+    TProgress m_progress;
+    bool m_isCancelled = false;
     const qint64 m_size;
     const qint64 m_maxMotions;
     qint64 m_blocksLeft;

@@ -6,10 +6,6 @@ namespace ZEP {
 
 namespace {
 
-std::string LabelOfNumber(double number) {
-    return std::to_string(std::llrint(number));
-}
-
 /// Controls without the word L put the count in front of four digits: P30012 is O0012, three times.
 constexpr double PackedCount = 10000;
 
@@ -26,12 +22,12 @@ void TRS274DRun::Transfer(TRS274DTransfer transfer) {
 }
 
 void TRS274DRun::CallProgram(double number, double count) {
-    const std::string label = LabelOfNumber(number);
+    const std::string label = RS274DLabelOf(number);
     if (const auto subprogram = m_subprograms.Find(label, m_flow.Text()); subprogram.Text)
         return Enter(subprogram, count, false);
     if (number < PackedCount || m_block.Has('L'))
         return TellNoSubprogram(QString::fromStdString(label));
-    const std::string packed = LabelOfNumber(std::fmod(number, PackedCount));
+    const std::string packed = RS274DLabelOf(std::fmod(number, PackedCount));
     const auto subprogram = m_subprograms.Find(packed, m_flow.Text());
     if (!subprogram.Text) return TellNoSubprogram(QString::fromStdString(label));
     Enter(subprogram, std::floor(number / PackedCount), false);
@@ -39,7 +35,7 @@ void TRS274DRun::CallProgram(double number, double count) {
 
 void TRS274DRun::CallLine(double number, double count) {
     const TLineSource* line = m_flow.Text().FindLine(number);
-    if (!line) return TellNoSubprogram(u'N' + QString::fromStdString(LabelOfNumber(number)));
+    if (!line) return TellNoSubprogram(u'N' + QString::fromStdString(RS274DLabelOf(number)));
     Enter({&m_flow.Text(), *line}, count, false);
 }
 
@@ -47,13 +43,13 @@ void TRS274DRun::CallSub(const TControlBlock& block) {
     std::string label = RS274DLabelText(block.Label);
     if (label.starts_with('#') || label.starts_with('[')) {
         if (!ReadValues(block.Label)) return;
-        label = LabelOfNumber(m_values[0]);
+        label = RS274DLabelOf(m_values[0]);
     }
     const auto subprogram = m_subprograms.Find(label, m_flow.Text());
     if (!subprogram.Text) return TellNoSubprogram(QString::fromStdString(label));
     if (!ReadValues(block.Arguments)) return;
-    if (m_values.size() > TRS274DParameters::LocalCount)
-        return TellFault(TRS274DFault::NoSuchValue);
+    if (m_values.size() > static_cast<std::size_t>(m_parameters.LocalCount()))
+        return m_parameters.ForgetMissing(), TellFault(TRS274DFault::NoSuchValue);
     Enter(subprogram, 1, true);
     m_parameters.EnterSub(m_values);
 }
@@ -82,9 +78,13 @@ void TRS274DRun::Leave() {
 }
 
 void TRS274DRun::ReturnFromProgram() {
-    if (m_flow.Depth() > 0) return Leave();
-    m_report.Add(TPassed::MainReturn, m_flow.Place().Line);
-    m_machine.End();
+    if (m_flow.Depth() == 0) {
+        m_report.Add(TPassed::MainReturn, m_flow.Place().Line);
+        return m_machine.End();
+    }
+    if (m_block.Has('P')) m_flow.DropTimes();
+    Leave();
+    if (m_block.Has('P')) GoToLine(m_block.Value('P'));
 }
 
 void TRS274DRun::ReturnFromSub(const TControlBlock& block) {

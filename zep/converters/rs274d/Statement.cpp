@@ -35,7 +35,8 @@ TRS274DFault TRS274DStatement::ReadSetting(std::string_view& rest) {
     TRS274DExpression text(rest, m_parameters);
     const TRS274DReference parameter = text.Reference();
     if (text.Fault() == TRS274DFault::None && !text.Take('=')) return TRS274DFault::Unreadable;
-    m_settings.push_back({parameter, text.Value()});
+    const double value = text.Formula();
+    m_settings.push_back({parameter, text.IsVacant() ? RS274DVacant : value});
     rest = text.Rest();
     return text.Fault();
 }
@@ -46,7 +47,9 @@ TRS274DFault TRS274DStatement::ReadWord(TRS274DBlock& block, std::string_view& r
     const double value = text.Value();
     rest = text.Rest();
     if (text.Fault() == TRS274DFault::None) {
-        block.Add({start[0], value, start.substr(0, start.size() - rest.size())});
+        // Macros leave words out by arguments that are not given.
+        if (!text.IsVacant())
+            block.Add({start[0], value, start.substr(0, start.size() - rest.size())});
         return TRS274DFault::None;
     }
     if (WordsThatNoPathNeeds.find(start[0]) == std::string_view::npos) return text.Fault();

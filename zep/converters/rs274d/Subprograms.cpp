@@ -46,9 +46,23 @@ std::optional<TLineSource> TRS274DText::FindSubprogram(const std::string& label)
 
 const TLineSource* TRS274DText::FindLine(double number) {
     if (!m_isNumbered) NumberLines();
-    const auto place =
-        std::ranges::lower_bound(m_numbered, number, {}, &std::pair<double, TLineSource>::first);
-    return place != m_numbered.end() && place->first == number ? &place->second : nullptr;
+    const auto place = std::ranges::lower_bound(m_numbered, number, {}, &TNumbered::Number);
+    return place != m_numbered.end() && place->Number == number ? &place->At : nullptr;
+}
+
+const TLineSource* TRS274DText::FindLine(double number, std::size_t from) {
+    if (!m_isNumbered) NumberLines();
+    const auto next = std::ranges::upper_bound(m_programs, from);
+    const std::size_t end = next != m_programs.end() ? *next : m_bytes.size();
+    const std::size_t begin = next != m_programs.begin() ? *std::prev(next) : 0;
+    const auto same = std::ranges::equal_range(m_numbered, number, {}, &TNumbered::Number);
+    const auto firstFrom = [&same](std::size_t position) {
+        return std::ranges::lower_bound(same, position, {},
+                                        [](const TNumbered& line) { return line.At.Position(); });
+    };
+    for (const auto place : {firstFrom(from), firstFrom(begin)})
+        if (place != same.end() && place->At.Position() < end) return &place->At;
+    return nullptr;
 }
 
 void TRS274DText::NumberLines() {
@@ -57,12 +71,14 @@ void TRS274DText::NumberLines() {
     TRS274DBlock block;
     std::string_view line;
     for (TLineSource at = lines; lines.Next(line); at = lines) {
-        if (line.size() > MaxRS274DLineLength || line.find_first_of("nN") == line.npos) continue;
+        if (line.size() > MaxRS274DLineLength || line.find_first_of("nNoO") == line.npos) continue;
         block.Read(line, true);
         const auto& words = block.Words();
-        if (!words.empty() && words[0].Letter == 'N') m_numbered.emplace_back(words[0].Value, at);
+        if (words.empty()) continue;
+        if (words[0].Letter == 'O') m_programs.push_back(at.Position());
+        if (words[0].Letter == 'N') m_numbered.emplace_back(words[0].Value, at);
     }
-    std::ranges::stable_sort(m_numbered, {}, &std::pair<double, TLineSource>::first);
+    std::ranges::stable_sort(m_numbered, {}, &TNumbered::Number);
 }
 
 TRS274DSubprograms::TRS274DSubprograms(std::string_view program, const QString& fileName)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zep/converters/rs274d/ControlWords.h>
+#include <zep/converters/rs274d/Macros.h>
 #include <zep/framework/FileText.h>
 
 #include <QString>
@@ -32,17 +33,31 @@ public:
     }
     /// About to hand out the first line of the subprogram of that label.
     [[nodiscard]] std::optional<TLineSource> FindSubprogram(const std::string& label);
+    /// The loops of macros.
+    [[nodiscard]] const TRS274DMacroLoops& Loops() {
+        if (!m_loops) m_loops = std::make_unique<TRS274DMacroLoops>(m_bytes);
+        return *m_loops;
+    }
     /// About to hand out the first line with that number (N); null without one.
     [[nodiscard]] const TLineSource* FindLine(double number);
+    /// The same among the lines of the program, from its O-word to the next one, that the byte at
+    /// `from` belongs to: the next such line, else the first one.
+    [[nodiscard]] const TLineSource* FindLine(double number, std::size_t from);
 
 private:
+    struct TNumbered {
+        double Number;
+        TLineSource At;
+    };
     void NumberLines();
 
     QString m_name;
     std::unique_ptr<TFileText> m_file;
     std::string_view m_bytes;
     std::unique_ptr<TRS274DControlWords> m_words;
-    std::vector<std::pair<double, TLineSource>> m_numbered; ///< by number
+    std::unique_ptr<TRS274DMacroLoops> m_loops;
+    std::vector<TNumbered> m_numbered;   ///< by number, then by place
+    std::vector<std::size_t> m_programs; ///< bytes before their O-words
     bool m_isNumbered = false;
 };
 
