@@ -23,10 +23,10 @@ enum class TFileFormat { Unknown, RS274D, DXF, F3DS, Model, Scene };
 [[nodiscard]] QString OpenFilters();
 
 /// The format of a file. Scenes, drawings and models are told by how they begin, whatever their
-/// suffix: a drawing with its first section, after comments; a 3DS model with its main chunk. Others
-/// are told by their suffix, and those without a known one by how they begin: a program is text,
-/// and its first line that is no comment is a "%" or starts with a word: a letter and a number.
-/// \param head  the first bytes of the file
+/// suffix: a drawing with its first section, after comments; a 3DS model with its main chunk.
+/// Others are told by their suffix, and those without a known one by how they begin: a program is
+/// text, and its first line that is no comment is a "%" or starts with a word: a letter and a
+/// number. \param head  the first bytes of the file
 [[nodiscard]] TFileFormat FormatOf(const QString& fileName, QByteArrayView head);
 
 /// The same for a file on disk. Raises `Exception` when it cannot be read or its format is not

@@ -97,6 +97,7 @@ TFileInfo InfoOf(const TOpenedFile& file) {
     TFileInfo info;
     info.File = file.Name;
     info.Format = FormatName(file.Format);
+    info.Dialect = file.Dialect;
     info.Seconds = file.Seconds;
     info.Messages = file.Messages;
     std::unordered_map<const QMetaObject*, qint64> counts;
@@ -121,6 +122,8 @@ TFileInfo InfoOf(const TOpenedFile& file) {
 QString ToText(const TFileInfo& info) {
     QString text = QStringLiteral("%1: %2, read in %3 s\n")
                        .arg(info.File, info.Format, QString::number(info.Seconds, 'f', 3));
+    if (!info.Dialect.isEmpty())
+        text += QStringLiteral("Dialect: %1, as it seems\n").arg(info.Dialect);
     text += QStringLiteral("Objects:\n") + CountsToText(info.Objects);
     text += QStringLiteral("Layers %1, materials %2, vertices %3, faces %4, lights %5\n")
                 .arg(info.Layers)
@@ -153,6 +156,7 @@ QJsonObject ToJson(const TFileInfo& info) {
                      {QStringLiteral("bounds"), BoundsToJson(info.Bounds)},
                      {QStringLiteral("messages"), MessagesToJson(info.Messages)}};
     if (info.Path) json.insert(QStringLiteral("program"), ProgramToJson(*info.Path));
+    if (!info.Dialect.isEmpty()) json.insert(QStringLiteral("dialect"), info.Dialect);
     return json;
 }
 

@@ -11,6 +11,7 @@ namespace ZEP {
 struct TFileInfo {
     QString File;
     QString Format;
+    QString Dialect;               ///< of a program; empty where none was guessed
     double Seconds = 0;            ///< that reading took
     QMap<QString, qint64> Objects; ///< class name to count
     qint64 Layers = 0;
@@ -28,9 +29,9 @@ struct TFileInfo {
 
 /// A few lines for people.
 [[nodiscard]] QString ToText(const TFileInfo& info);
-/// Keys: file, format, seconds, objects, layers, materials, vertices, faces, lights, cameras (their
-/// names), bounds (min, max; null where nothing draws), messages (kind to count), and of a program
-/// `program` (see docs/zepview.md).
+/// Keys: file, format, dialect (of a program that was not read plain), seconds, objects, layers,
+/// materials, vertices, faces, lights, cameras (their names), bounds (min, max; null where nothing
+/// draws), messages (kind to count), and of a program `program` (see docs/zepview.md).
 [[nodiscard]] QJsonObject ToJson(const TFileInfo& info);
 
 } // namespace ZEP

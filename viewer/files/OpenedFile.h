@@ -35,6 +35,7 @@ struct TOpenedFile {
     QString Unit = QStringLiteral("units"); ///< of its lengths, where the file tells it
     TFileState State;                       ///< when reading began
     double Seconds = 0;                     ///< that reading took
+    QString Dialect;                        ///< of a program, as guessed; else empty
     std::vector<TPassedOver> Messages;
     TZEPBatch* Root = nullptr;
     /// The root is part of what is stored. It is not where a scene's own objects stand below it, or

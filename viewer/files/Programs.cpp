@@ -3,6 +3,7 @@
 #include "viewer/content/Describe.h"
 #include "viewer/files/OpenedFile.h"
 #include <zep/batch/Batch.h>
+#include <zep/converters/rs274d/DialectGuess.h>
 #include <zep/converters/rs274d/Interpreter.h>
 #include <zep/converters/rs274d/ToolPath.h>
 #include <zep/framework/Exception.h>
@@ -32,7 +33,8 @@ std::shared_ptr<TToolPath> PathOf(const QString& text, const TZEPObject& root) {
     TRS274DReport report;
     try {
         const TFileText file(text);
-        TRS274DInterpreter({.FileName = text}, *path, report).Run(file.Text());
+        const TRS274DOptions options{.Dialect = GuessRS274DDialect(file.Text()), .FileName = text};
+        TRS274DInterpreter(options, *path, report).Run(file.Text());
     } catch (const Exception&) { // the moves before an error may be all that there are
     }
     return path->ObjectCount() == root.GetItemsCount() ? path : nullptr;

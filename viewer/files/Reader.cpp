@@ -7,9 +7,13 @@
 #include <zep/converters/assimp/Converter.h>
 #include <zep/converters/dxf/Converter.h>
 #include <zep/converters/rs274d/Converter.h>
+#include <zep/converters/rs274d/DialectGuess.h>
 #include <zep/converters/rs274d/ToolPath.h>
 #include <zep/converters/threeds/Converter.h>
 #include <zep/framework/Exception.h>
+
+#include <QFile>
+#include <QVariant>
 
 namespace ZEP {
 
@@ -34,6 +38,26 @@ void Convert(Converter& converter, TOpenedFile& file, const TLoadProgress& progr
     }
     for (const auto& entry : converter.Report().Entries())
         file.Messages.push_back({entry.Kind, entry.Count, entry.FirstLine});
+}
+
+/// As its first part tells.
+TRS274DDialect DialectOf(const QString& fileName) {
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) return TRS274DDialect::NGC; // the converter says why
+    const QByteArray head = file.read(static_cast<qint64>(RS274DGuessSize));
+    return GuessRS274DDialect({head.data(), static_cast<std::size_t>(head.size())});
+}
+
+void ConvertProgram(TOpenedFile& file, bool plain, const TLoadProgress& progress) {
+    TRS274DConverter converter;
+    converter.SetExtended(!plain);
+    if (!plain) {
+        converter.SetDialect(DialectOf(file.Name));
+        file.Dialect = QVariant::fromValue(converter.Dialect()).toString();
+    }
+    file.Path = std::make_shared<TToolPath>();
+    converter.SetSink(file.Path.get());
+    Convert(converter, file, progress);
 }
 
 void ConvertModel(TOpenedFile& file, TZEPMaterialLibrary& materials, bool plain,
@@ -64,11 +88,7 @@ void ReadFile(TOpenedFile& file, TZEPMaterialLibrary& materials, bool plain,
         converter.SetExtended(!plain);
         return Convert(converter, file, progress);
     }
-    TRS274DConverter converter;
-    converter.SetExtended(!plain);
-    file.Path = std::make_shared<TToolPath>();
-    converter.SetSink(file.Path.get());
-    Convert(converter, file, progress);
+    ConvertProgram(file, plain, progress);
 }
 
 } // namespace ZEP

@@ -62,9 +62,12 @@ QString NamesOf(const std::vector<TOpenedFile>& files) {
 QString CountsOf(const std::vector<TOpenedFile>& files) {
     qint64 objects = 0;
     for (const TOpenedFile& file : files) objects += file.Objects;
+    // NGC is what a program is taken for where nothing tells.
+    const bool isFanuc = files.size() == 1 && files[0].Dialect == QStringLiteral("Fanuc");
     return NamesOf(files) + QStringLiteral(": ") +
            (objects > 0 ? QStringLiteral("%1 objects").arg(QLocale().toString(objects))
-                        : QStringLiteral("nothing to draw"));
+                        : QStringLiteral("nothing to draw")) +
+           (isFanuc ? QStringLiteral(", Fanuc's dialect") : QString());
 }
 
 QString SizeOf(const TZEPBounds& box, double gridStep) {

@@ -22,6 +22,7 @@ TEST(Info, TellsWhatIsWrittenDown) {
             file.Format = TFileFormat::F3DS;
             file.Materials = 7;
         }
+        if (c.Name.find("Fanuc") != std::string::npos) file.Dialect = QStringLiteral("Fanuc");
         if (c.Name.find("messages") != std::string::npos)
             file.Messages = {{QStringLiteral("code G68"), 3, 12},
                              {QStringLiteral("texture %1.png not found"), 2, 0}};
