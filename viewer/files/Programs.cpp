@@ -33,7 +33,7 @@ std::shared_ptr<TToolPath> PathOf(const QString& text, const TZEPObject& root) {
     TRS274DReport report;
     try {
         const TFileText file(text);
-        const TRS274DOptions options{.Dialect = GuessRS274DDialect(file.Text()), .FileName = text};
+        const TRS274DOptions options{.FileName = text, .Dialect = GuessRS274DDialect(file.Text())};
         TRS274DInterpreter(options, *path, report).Run(file.Text());
     } catch (const Exception&) { // the moves before an error may be all that there are
     }
