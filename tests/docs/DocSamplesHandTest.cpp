@@ -1,4 +1,5 @@
 #include "tests/view/NativeWindow.h"
+#include <zep/ZEPAssimp.h>
 #include <zep/ZEPClasses.h>
 #include <zep/ZEPObjects.h>
 #include <zep/scene/Vectors.h>
@@ -15,7 +16,7 @@
 using namespace ZEP;
 
 // What the documents define. Each sample is called here; who adds one calls it and counts it.
-static_assert(ZEP_DOC_SAMPLES == 26, "a sample of the documents is not called here");
+static_assert(ZEP_DOC_SAMPLES == 27, "a sample of the documents is not called here");
 void AddBallOnFloor(TZEPScene& scene);
 void AddDrilledCube(TZEPScene& scene);
 void AddFan(TZEPScene& scene);
@@ -26,6 +27,7 @@ void AddTable(TZEPScene& scene);
 TZEPCamera* AddCamera(TZEPScene& scene);
 void OpenDrawing(TZEPScene& scene, const QString& fileName);
 void OpenModel(TZEPScene& scene, const QString& fileName);
+void OpenPart(TZEPScene& scene, const QString& fileName);
 void OpenPoints(TZEPObject& points, const QString& fileName);
 void OpenProgram(TZEPScene& scene, const QString& fileName);
 void OpenScene(TZEPPanel& panel, TZEPScene& scene, const QString& fileName);
@@ -142,6 +144,16 @@ constexpr SampleCase Cases[] = {
     {"program", [](TZEPScene& scene) { OpenProgram(scene, Example("parts/bracket.nc")); }, 0.025},
     {"drawing", [](TZEPScene& scene) { OpenDrawing(scene, Example("drawings/flange.dxf")); }, 0.02},
     {"model", [](TZEPScene& scene) { OpenModel(scene, Example("models/gears.3ds")); }, 0.15},
+    {"part",
+     [](TZEPScene& scene) {
+         const QTemporaryDir folder;
+         const char* const plate = "v 0 0 0\nv 4 0 0\nv 4 0 -4\nv 0 0 -4\nf 1 2 3 4\n";
+         if (TAssimpConverter::IsAvailable())
+             return OpenPart(scene, Written(folder, "plate.obj", plate));
+         Add<TZEPHeadlight>(&scene);
+         Add<TZEPBox>(&scene);
+     },
+     0.1},
     {"points",
      [](TZEPScene& scene) {
          const QTemporaryDir folder;

@@ -3,6 +3,7 @@
 #include "viewer/window/ContentsModel.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/ShownHistory.h"
+#include "viewer/window/StatusTip.h"
 #include <zep/scene/Object.h>
 #include <zep/view/Panel.h>
 
@@ -16,11 +17,6 @@ namespace ZEP {
 namespace {
 
 constexpr int Still = 4; // pixels that a click may move
-
-QAction* Explained(QAction* action, const QString& tip) {
-    action->setStatusTip(tip);
-    return action;
-}
 
 } // namespace
 

@@ -38,7 +38,6 @@ namespace ZEP {
 
 namespace {
 
-constexpr int MessageTime = 5000; // ms
 constexpr int RestSamples = 8;
 constexpr int ContentsWidth = 300;
 constexpr int MessagesHeight = 130;

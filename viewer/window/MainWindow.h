@@ -52,6 +52,8 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    static constexpr int MessageTime = 5000; // ms, in the status line
+
     /// What is to be done with files.
     struct TRequest {
         QStringList Files;

@@ -15,6 +15,7 @@
 #include "viewer/window/ProgramDock.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
+#include "viewer/window/StatusTip.h"
 #include "viewer/window/StockDialog.h"
 #include "viewer/window/StockView.h"
 #include "viewer/window/ViewOptions.h"
@@ -43,14 +44,7 @@ struct TDirectionEntry {
     QString Tip;
 };
 
-constexpr int MessageTime = 5000; // ms
-
 const QString ReloadsKey = QStringLiteral("files/reloads");
-
-QAction* Explained(QAction* action, const QString& tip) {
-    action->setStatusTip(tip);
-    return action;
-}
 
 } // namespace
 

@@ -24,10 +24,10 @@ constexpr int PreviewResolution = 100; // pixels to the inch
 
 const QString PageKey = QStringLiteral("print/page");
 const QString OrientationKey = QStringLiteral("print/orientation");
-const QString ScaleKey = QStringLiteral("print/scale");
+const QString PageScaleKey = QStringLiteral("print/scale");
 const QString LineWidthKey = QStringLiteral("print/lineWidth");
 const QString TitleKey = QStringLiteral("print/title");
-const QString GuidesKey = QStringLiteral("print/guides");
+const QString PageGuidesKey = QStringLiteral("print/guides");
 
 QComboBox* Choices(const QStringList& texts, bool editable) {
     auto* box = new QComboBox;
@@ -82,7 +82,7 @@ void TPrintDialog::AddChoices() {
     m_page->setCurrentText(settings.value(PageKey, QStringLiteral("A4")).toString());
     m_page->setToolTip(QStringLiteral("A size by name, or such as 210x297 in millimetres"));
     m_orientation->setCurrentIndex(settings.value(OrientationKey, 0).toInt());
-    m_scale->setCurrentText(settings.value(ScaleKey, QStringLiteral("Fit")).toString());
+    m_scale->setCurrentText(settings.value(PageScaleKey, QStringLiteral("Fit")).toString());
     m_scale->setToolTip(
         QStringLiteral("Fit: the view as it is, on one page. A scale, such as 1:2: all that is "
                        "shown, in a parallel view from here, on as many pages as that takes"));
@@ -92,7 +92,7 @@ void TPrintDialog::AddChoices() {
     m_lineWidth->setValue(settings.value(LineWidthKey, 0.25).toDouble());
     m_title->setChecked(settings.value(TitleKey, true).toBool());
     m_title->setToolTip(QStringLiteral("The file, the scale and the number of the page"));
-    m_guides->setChecked(settings.value(GuidesKey, false).toBool());
+    m_guides->setChecked(settings.value(PageGuidesKey, false).toBool());
     m_note->setWordWrap(true);
     auto* form = static_cast<QFormLayout*>(layout()->itemAt(0)->layout());
     form->addRow(QStringLiteral("&Page"), m_page);
@@ -166,10 +166,10 @@ void TPrintDialog::Remember() const {
     QSettings settings;
     settings.setValue(PageKey, m_page->currentText());
     settings.setValue(OrientationKey, m_orientation->currentIndex());
-    settings.setValue(ScaleKey, m_scale->currentText());
+    settings.setValue(PageScaleKey, m_scale->currentText());
     settings.setValue(LineWidthKey, m_lineWidth->value());
     settings.setValue(TitleKey, m_title->isChecked());
-    settings.setValue(GuidesKey, m_guides->isChecked());
+    settings.setValue(PageGuidesKey, m_guides->isChecked());
 }
 
 } // namespace ZEP

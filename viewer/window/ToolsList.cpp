@@ -20,14 +20,14 @@ namespace {
 constexpr int WidestName = 170; // pixels: the comment of a post may be long
 constexpr int MostRows = 12;    // before it scrolls
 
-enum TColumn : int {
-    NameColumn,
-    TimeColumn,
-    CutColumn,
-    RapidColumn,
-    FeedColumn,
-    SpeedColumn,
-    MovesColumn
+enum TListColumn : int {
+    NameInList,
+    TimeInList,
+    CutInList,
+    RapidInList,
+    FeedInList,
+    SpeedInList,
+    MovesInList
 };
 
 /// Black at the rim, which shows on any ground.
@@ -45,12 +45,12 @@ QTreeWidgetItem* ItemOf(std::size_t number, const TPathTool& tool, const TPathSu
         {NameOf(tool), TimeText(sums.Seconds()), LengthText(sums.CutLength),
          LengthText(sums.RapidLength), RangeText(tool.MinFeed, tool.MaxFeed),
          RangeText(tool.MinSpeed, tool.MaxSpeed), QLocale().toString(sums.Moves)});
-    for (int column = TimeColumn; column <= MovesColumn; ++column)
+    for (int column = TimeInList; column <= MovesInList; ++column)
         item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
-    item->setIcon(NameColumn, Swatch(ShownFor(tool.Color)));
-    item->setToolTip(NameColumn, NameOf(tool));
-    item->setCheckState(NameColumn, isShown ? Qt::Checked : Qt::Unchecked);
-    item->setData(NameColumn, Qt::UserRole, QVariant::fromValue(number));
+    item->setIcon(NameInList, Swatch(ShownFor(tool.Color)));
+    item->setToolTip(NameInList, NameOf(tool));
+    item->setCheckState(NameInList, isShown ? Qt::Checked : Qt::Unchecked);
+    item->setData(NameInList, Qt::UserRole, QVariant::fromValue(number));
     return item;
 }
 
@@ -78,8 +78,8 @@ void TToolsList::SetProgram(const TToolPath& path, const TToolPathStatistics& st
         if (statistics.ByTool[i].Moves > 0)
             items << ItemOf(i, path.Tools()[i], statistics.ByTool[i], !hidden.contains(i));
     addTopLevelItems(items);
-    for (int column = NameColumn; column <= MovesColumn; ++column) resizeColumnToContents(column);
-    setColumnWidth(NameColumn, std::min(columnWidth(NameColumn), WidestName));
+    for (int column = NameInList; column <= MovesInList; ++column) resizeColumnToContents(column);
+    setColumnWidth(NameInList, std::min(columnWidth(NameInList), WidestName));
     updateGeometry();
 }
 
@@ -87,14 +87,14 @@ std::set<std::size_t> TToolsList::Hidden() const {
     std::set<std::size_t> hidden;
     for (int i = 0; i < topLevelItemCount(); ++i)
         if (const QTreeWidgetItem* item = topLevelItem(i);
-            item->checkState(NameColumn) == Qt::Unchecked)
-            hidden.insert(item->data(NameColumn, Qt::UserRole).value<std::size_t>());
+            item->checkState(NameInList) == Qt::Unchecked)
+            hidden.insert(item->data(NameInList, Qt::UserRole).value<std::size_t>());
     return hidden;
 }
 
 void TToolsList::ShowAll() {
     for (int i = 0; i < topLevelItemCount(); ++i)
-        topLevelItem(i)->setCheckState(NameColumn, Qt::Checked);
+        topLevelItem(i)->setCheckState(NameInList, Qt::Checked);
 }
 
 QSize TToolsList::sizeHint() const {

@@ -13,6 +13,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace ZEP {
 
 namespace {
@@ -52,6 +54,15 @@ QLabel* AddLabel(QVBoxLayout* layout, const QString& text) {
     return label;
 }
 
+/// Those that most people have.
+QString SuffixesOf(TFileFormat format) {
+    constexpr qsizetype most = 6;
+    const QStringList all = PatternsOf(format);
+    QString text = all.first(std::min(all.size(), most)).join(QStringLiteral("   "));
+    if (all.size() > most) text += QStringLiteral("   ...");
+    return text.remove(QLatin1Char('*'));
+}
+
 } // namespace
 
 TWelcomePage::TWelcomePage(QWidget* parent)
@@ -81,8 +92,7 @@ QWidget* TWelcomePage::MakeSide() {
     layout->setSpacing(14);
     layout->addStretch(2);
     AddLabel(layout, QStringLiteral("Drop a file here"))->setObjectName(QStringLiteral("Title"));
-    for (const TFileFormat format : KnownFormats())
-        AddLabel(layout, PatternsOf(format).join(QStringLiteral("   ")).remove(QLatin1Char('*')));
+    for (const TFileFormat format : KnownFormats()) AddLabel(layout, SuffixesOf(format));
     auto* open = new QPushButton(QStringLiteral("Open..."));
     open->setToolTip(QStringLiteral("Choose one or more files (Ctrl+O)"));
     connect(open, &QPushButton::clicked, this, &TWelcomePage::OpenWanted);

@@ -11,7 +11,7 @@ namespace ZEP {
 namespace {
 
 constexpr double MostCrossings = 3e4;
-constexpr double MostNeighbours = 1e6; // that lie above each other
+constexpr double MostOverlaps = 1e6; // that lie above each other
 
 /// What is sent to the tessellator, and what comes back: parts of triangles, or outlines.
 struct TResult {
@@ -25,34 +25,34 @@ TResult& ResultOf(void* data) {
     return *static_cast<TResult*>(data);
 }
 
-void Begin(GLenum, void* data) {
+void BeginPart(GLenum, void* data) {
     ResultOf(data).Parts.emplace_back();
 }
 
-void TakeEdge(GLboolean isEdge, void* data) {
+void TakeEdgeFlag(GLboolean isEdge, void* data) {
     ResultOf(data).IsEdge = isEdge;
 }
 
-void TakeVertex(void* vertex, void* data) {
+void TakePoint(void* vertex, void* data) {
     TResult& result = ResultOf(data);
     result.Parts.back().push_back(*static_cast<const TGLArrayd3*>(vertex));
     result.Edges.push_back(result.IsEdge);
 }
 
-void Cross(GLdouble place[3], void* [4], GLfloat[4], void** vertex, void* data) {
+void AddCrossing(GLdouble place[3], void* [4], GLfloat[4], void** vertex, void* data) {
     *vertex = &ResultOf(data).Crossings.emplace_back(TGLArrayd3{place[0], place[1], place[2]});
 }
 
 /// Edge flags make the tessellator send separate triangles.
 TTessellator MakeTessellator(bool outlines) {
     TTessellator made;
-    made.SetCallback(GLU_TESS_BEGIN_DATA, Begin);
-    made.SetCallback(GLU_TESS_VERTEX_DATA, TakeVertex);
-    made.SetCallback(GLU_TESS_COMBINE_DATA, Cross);
+    made.SetCallback(GLU_TESS_BEGIN_DATA, BeginPart);
+    made.SetCallback(GLU_TESS_VERTEX_DATA, TakePoint);
+    made.SetCallback(GLU_TESS_COMBINE_DATA, AddCrossing);
     if (outlines)
         gluTessProperty(made.Get(), GLU_TESS_BOUNDARY_ONLY, GL_TRUE);
     else
-        made.SetCallback(GLU_TESS_EDGE_FLAG_DATA, TakeEdge);
+        made.SetCallback(GLU_TESS_EDGE_FLAG_DATA, TakeEdgeFlag);
     return made;
 }
 
@@ -147,7 +147,7 @@ TContours OutlinesOf(const TContours& contours, TFillRule rule) {
 
 bool AreTangled(const TContours& contours) {
     const double inX = MeetingSpans(contours, 0), inY = MeetingSpans(contours, 1);
-    return inX > MostNeighbours || std::min(inX, inY) > MostCrossings;
+    return inX > MostOverlaps || std::min(inX, inY) > MostCrossings;
 }
 
 std::vector<TGLArrayd3> PolygonOf(TContours outlines) {

@@ -14,7 +14,7 @@ constexpr float WallToSlope = 3;
 /// In sides of what several cells are drawn as: a larger step within is a wall.
 constexpr float WallInCell = 2;
 
-struct TRange {
+struct TDepthRange {
     float Min = 1e30F, Max = -1e30F;
 
     void Add(float value) {
@@ -54,7 +54,7 @@ TTileCells::TCell TTileCells::Read(const TStock& stock, int column, int row) con
             for (int i = left; i < right; ++i)
                 visit(static_cast<float>(stock.Height(i, j) - stock.Max()[2]), stock.Mark(i, j));
     };
-    TRange all;
+    TDepthRange all;
     forEach([&](float depth, TStockMark) { all.Add(depth); });
     // Where a wall runs through, what more of the cells are: a height in between is nowhere.
     if (all.Max - all.Min > WallInCell * std::max(m_width, m_depth)) {

@@ -9,10 +9,10 @@ namespace ZEP {
 
 namespace {
 
-constexpr int Side = TStock::TileCells;
+constexpr int TileSide = TStock::TileCells;
 /// Cells along a side of what is drawn as one where nothing changes about it.
 constexpr int PatchSide = 8;
-constexpr int MostPatches = Side / PatchSide;
+constexpr int MostPatches = TileSide / PatchSide;
 /// A wall's normal keeps so near to that of its own piece.
 constexpr float LeastFacing = 0.3F;
 
@@ -51,7 +51,7 @@ private:
 
     /// \param corner  of the cell, 0 to 3; cells from -1 to one beyond the tile
     TCorner& CornerOf(int i, int j, std::size_t corner) {
-        return m_corners[(static_cast<std::size_t>((j + 1) * (Side + 2) + i + 1)) * 4 + corner];
+        return m_corners[(static_cast<std::size_t>((j + 1) * (TileSide + 2) + i + 1)) * 4 + corner];
     }
     [[nodiscard]] float DepthOf(int i, int j, std::size_t corner) {
         return m_cells.IsSolid(i, j) ? CornerOf(i, j, corner).Depth : m_cells.Floor();
@@ -272,7 +272,7 @@ private:
     const TTileCells& m_cells;
     const TStockTileMesh::TColors& m_colors;
     TStockTileMesh m_mesh;
-    std::array<TCorner, std::size_t{Side + 2} * (Side + 2) * 4> m_corners;
+    std::array<TCorner, std::size_t{TileSide + 2} * (TileSide + 2) * 4> m_corners;
     std::array<bool, std::size_t{MostPatches} * MostPatches> m_plain{};
 };
 

@@ -29,10 +29,10 @@ void LeadTo(TZEPObject& object) {
     parent.SetVisible(true);
 }
 
-using TObjects = std::unordered_set<TZEPObject*>;
+using TObjectSet = std::unordered_set<TZEPObject*>;
 
-TObjects AncestorsOf(const std::vector<TZEPObject*>& objects) {
-    TObjects ancestors;
+TObjectSet AncestorsOf(const std::vector<TZEPObject*>& objects) {
+    TObjectSet ancestors;
     for (const TZEPObject* object : objects)
         for (TZEPObject* above = object->Parent(); above && ancestors.insert(above).second;)
             above = above->Parent();
@@ -111,8 +111,8 @@ void TZEPVisibility::ShowAll(TZEPObject& root) {
 
 void TZEPVisibility::ShowOnly(const std::vector<TZEPObject*>& roots,
                               const std::vector<TZEPObject*>& objects) {
-    const TObjects kept(objects.begin(), objects.end());
-    const TObjects leading = AncestorsOf(objects);
+    const TObjectSet kept(objects.begin(), objects.end());
+    const TObjectSet leading = AncestorsOf(objects);
     const auto keep = [&](const auto& self, TZEPObject& object) -> void {
         if (kept.contains(&object)) return ShowAll(object);
         object.SetVisible(leading.contains(&object));

@@ -181,7 +181,7 @@ TEST_F(DressedShadows, TheGroundMirrorsAndIsNoContent) {
     m_document.Camera()->Position()->SetData(2 * eye[0], 2 * eye[1], 2 * eye[2]);
     const TGLArrayd3 mirrored{-0.2, -0.5, -0.6}; // seen through the ground
     const TGLArrayd3 beside{1.5, 0.5, 0};
-    EXPECT_GT(std::abs(GreyAt(mirrored) - GreyAt(beside)), 10);
+    EXPECT_GT(std::abs(GreyAt(mirrored) - GreyAt(beside)), 7);
     Dress({.Reflections = false, .Ground = true});
     EXPECT_NEAR(GreyAt(mirrored), GreyAt(beside), 3);
     EXPECT_EQ(m_document.Bounds()->Min, bounds->Min);

@@ -26,9 +26,9 @@ protected:
     [[nodiscard]] QString Badge() const {
         return Messages().Badge()->isHidden() ? QString() : Messages().Badge()->text();
     }
-    QString PutHatch() {
+    QString PutMultiline() {
         using namespace Sample;
-        return Put("hatch.dxf", Drawing(Layer("p", 1), LineOn("p") + Pairs({{0, "HATCH"}})));
+        return Put("lines.dxf", Drawing(Layer("p", 1), LineOn("p") + Pairs({{0, "MLINE"}})));
     }
     void Drop(const QString& file, Qt::KeyboardModifiers modifiers) {
         QMimeData data;
@@ -56,29 +56,29 @@ TEST_F(Files, MessagesAppearByThemselvesUnlessTheyWereClosed) {
     Show({PutDrawing()});
     EXPECT_FALSE(Messages().isVisible());
     EXPECT_EQ(Badge(), QString());
-    m_window->OpenFiles({PutHatch()});
+    m_window->OpenFiles({PutMultiline()});
     EXPECT_TRUE(Messages().isVisible());
     EXPECT_EQ(Badge(), QStringLiteral("1 kind passed over"));
     Messages().close();
-    m_window->OpenFiles({PutDrawing(), PutHatch()});
+    m_window->OpenFiles({PutDrawing(), PutMultiline()});
     EXPECT_FALSE(Messages().isVisible());
-    Show({PutHatch()});
+    Show({PutMultiline()});
     EXPECT_FALSE(Messages().isVisible()) << "not remembered";
     Messages().Badge()->click();
     EXPECT_TRUE(Messages().isVisible());
     m_window->OpenFiles({PutDrawing()});
     EXPECT_FALSE(Messages().isVisible());
-    m_window->OpenFiles({PutHatch()});
+    m_window->OpenFiles({PutMultiline()});
     EXPECT_TRUE(Messages().isVisible()) << "wanted again";
 }
 
 TEST_F(Files, MessagesAreCopied) {
-    Show({PutHatch()});
+    Show({PutMultiline()});
     auto* list = Messages().findChild<QTreeView*>();
     list->setFocus();
     QTest::keySequence(list, QKeySequence::Copy);
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(),
-              "hatch.dxf: HATCH: 1 not drawn, first in line 37\n");
+              "lines.dxf: MLINE: 1 not drawn, first in line 37\n");
 }
 
 TEST_F(Files, AChangeOnTheDiskIsReadAndTheViewStays) {

@@ -168,7 +168,7 @@ TEST_F(ViewOptions, LightNeitherBleachesNorHidesAColour) {
         EXPECT_NEAR(dark.green(), 120, 2);
         EXPECT_NEAR(dark.blue(), 40, 2);
         const QColor bright = seen({.Headlight = true}); // the face is seen square
-        EXPECT_GT(bright.red(), 150);
+        EXPECT_GT(bright.red(), 135);
         EXPECT_LT(bright.red(), 215);
         EXPECT_NEAR(1.0 * bright.green() / bright.red(), 0.6, 0.03);
         EXPECT_EQ(face.Ambient(), ambient);

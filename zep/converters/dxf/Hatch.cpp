@@ -10,7 +10,7 @@ namespace ZEP {
 
 namespace {
 
-constexpr int WhiteNumber = 7;
+constexpr int NumberOfWhite = 7;
 
 TDXFHatchStyle StyleOf(const TDXFRecord& record) {
     const int style = record.Integer(75);
@@ -31,7 +31,7 @@ std::optional<TColor> GradientColor(const TDXFRecord& record) {
         if (tag.Code == 463 && isFirst) break;
         isFirst = isFirst || tag.Code == 463;
         if (isFirst && tag.Code == 63) color = DXFPaletteColor(DXFInteger(tag.Value));
-        if (isFirst && tag.Code == 421) return DXFTrueColor(DXFInteger(tag.Value), WhiteNumber);
+        if (isFirst && tag.Code == 421) return DXFTrueColor(DXFInteger(tag.Value), NumberOfWhite);
     }
     return color;
 }

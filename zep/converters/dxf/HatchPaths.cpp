@@ -16,7 +16,7 @@ using TTags = std::span<const TDXFRecord::TTag>;
 
 constexpr int PolylineFlag = 2;
 constexpr double SamePlace = 1e-6; // of the size of the edges
-constexpr double Radian = std::numbers::pi / 180;
+constexpr double RadianOfDegree = std::numbers::pi / 180;
 
 /// More contours than this are filled as they are: to find which lies in which takes the square of
 /// their number.
@@ -85,8 +85,8 @@ double ParameterAt(double angle, double ratio) {
 
 /// One that runs clockwise has its angles counted clockwise.
 TPoints RoundEdge(TTagReader& tags, TDXFEllipse ellipse) {
-    const double start = ParameterAt(tags.Take(50) * Radian, ellipse.Ratio);
-    const double end = ParameterAt(tags.Take(51, 360) * Radian, ellipse.Ratio);
+    const double start = ParameterAt(tags.Take(50) * RadianOfDegree, ellipse.Ratio);
+    const double end = ParameterAt(tags.Take(51, 360) * RadianOfDegree, ellipse.Ratio);
     const bool isClockwise = tags.Take(73, 1) == 0;
     ellipse.Start = isClockwise ? -end : start;
     ellipse.End = isClockwise ? -start : end;
