@@ -147,9 +147,9 @@ constexpr SampleCase Cases[] = {
     {"part",
      [](TZEPScene& scene) {
          const QTemporaryDir folder;
-         const char* const plate = "v 0 0 0\nv 4 0 0\nv 4 0 -4\nv 0 0 -4\nf 1 2 3 4\n";
+         const char* const wall = "v 0 0 0\nv 4 0 0\nv 4 4 0\nv 0 4 0\nf 1 2 3 4\n";
          if (TAssimpConverter::IsAvailable())
-             return OpenPart(scene, Written(folder, "plate.obj", plate));
+             return OpenPart(scene, Written(folder, "wall.obj", wall));
          Add<TZEPHeadlight>(&scene);
          Add<TZEPBox>(&scene);
      },

@@ -63,9 +63,11 @@ public:
 private:
     using TEntry = TClassRegistry::Entry;
 
-    /// A scene is a root, and a headlight goes with a camera that shows it.
+    /// A scene is a root, and a headlight goes with a camera that shows it. Classes of samples
+    /// stand in some programs only, and scenes are to be the same in all.
     [[nodiscard]] bool Takes(const TEntry& entry) const {
-        if (!entry.Type->inherits(&TZEPObject::staticMetaObject) ||
+        if (!std::string_view(entry.Type->className()).starts_with("ZEP::") ||
+            !entry.Type->inherits(&TZEPObject::staticMetaObject) ||
             entry.Type->inherits(&TZEPScene::staticMetaObject) ||
             entry.Type->inherits(&TZEPHeadlight::staticMetaObject))
             return false;
