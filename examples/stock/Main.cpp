@@ -2,6 +2,7 @@
 #include <zep/ZEPClasses.h>
 #include <zep/ZEPRS274D.h>
 #include <zep/ZEPStock.h>
+#include <zep/scene/Vectors.h>
 
 #include <QFile>
 
