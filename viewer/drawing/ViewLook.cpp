@@ -19,7 +19,7 @@ namespace ZEP {
 
 namespace {
 
-constexpr TColor HeadlightAlone{0xC8C8C8}; // white stays below white, and shows its shape
+constexpr TColor HeadlightAlone{0xC8C8C8};       // white stays below white, and shows its shape
 constexpr TColor HeadlightAmongOthers{0x3C3C3C}; // to what they light already
 constexpr TColor Sun{0x989898};
 constexpr TColor AmbientUnderHeadlight{0x303030};

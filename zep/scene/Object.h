@@ -122,8 +122,8 @@ public:
     /// Replaces children and stored properties; name, parent, scene and listeners stay. Invalidates
     /// once. Properties and classes that are not known and values that do not fit are passed over.
     /// Where the structure is broken it raises `TStreamError`, and where its levels are more than
-    /// `DeepestNesting` has room for below this object, `Exception`; the object then stays as it was
-    /// but for an open update bracket, which `EndUpdate(true)` closes.
+    /// `DeepestNesting` has room for below this object, `Exception`; the object then stays as it
+    /// was but for an open update bracket, which `EndUpdate(true)` closes.
     virtual void LoadFromReader(TReader& reader);
     /// The binary form. An old file of that name stands until the new one is whole. Raises
     /// `Exception` naming the file.

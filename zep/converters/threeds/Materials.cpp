@@ -184,7 +184,7 @@ void TF3DSMaterials::LoadTexture(const TF3DSChunk& chunk, TZEPTexture& texture) 
 void TF3DSMaterials::ReportTexture(const QString& name, TModelTextures::TOutcome outcome) {
     const char* what = outcome == TModelTextures::TOutcome::NotFound    ? "not found"
                        : outcome == TModelTextures::TOutcome::NoPicture ? "is no picture"
-                                                                       : "is one too many";
+                                                                        : "is one too many";
     const QString kind =
         QStringLiteral("texture %1 %2").arg(name.left(LongestName), QLatin1String(what));
     if (m_textureKinds.size() < MaxTextureKinds) m_textureKinds.insert(kind);
