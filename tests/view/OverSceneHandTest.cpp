@@ -100,9 +100,10 @@ TEST_F(OverScene, WhatIsMarkedOrShowsItMayGo) {
     Settle();
     EXPECT_EQ(hover->Object(), m_line) << "what has come under the pointer";
     QObject::connect(hover, &TZEPHover::Changed, [this] { delete std::exchange(Camera, nullptr); });
+    const auto middle = At(0, 0);
     Point(At(0, 4));
     EXPECT_EQ(View->Camera(), nullptr);
-    Point(At(0, 0));
+    Point(middle);
     Camera = Add<TZEPCamera>(Scene.get());
     View->SetCamera(Camera);
     Scene.reset();

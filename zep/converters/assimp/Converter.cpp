@@ -80,12 +80,12 @@ class TImported {
 public:
     TImported(const TAssimpLibrary& assimp, TAssimpFiles& files) : m_assimp(assimp) {
         aiPropertyStore* options = assimp.CreateOptions();
+        const auto release = qScopeGuard([&] { assimp.ReleaseOptions(options); });
         assimp.SetOption(options, AI_CONFIG_PP_RVC_FLAGS, Unused);
         m_model = assimp.Import(files.ModelName().constData(), Steps, &files.Access(), options);
         // A cloud of points, which is no valid model to it.
         if (!m_model && !files.IsCancelled() && files.ModelName().endsWith(".ply"))
             m_model = assimp.Import(files.ModelName().constData(), 0, &files.Access(), options);
-        assimp.ReleaseOptions(options);
     }
     ~TImported() {
         if (m_model) m_assimp.Release(m_model);
