@@ -97,7 +97,7 @@ void TLayerBatch::PlaceFrontier(int child) {
             done.Collect(*m_root.Group, m_root.Frame, first, std::max(child - first, 0)));
     static_cast<void>(Place(done));
     m_frontier = std::make_shared<TLayerFrontier>(
-        block, std::make_shared<TLayerContent>(std::move(done), m_spots, m_rules));
+        TLayerFrontier{block, std::make_shared<TLayerContent>(std::move(done), m_spots, m_rules)});
 }
 
 void TLayerBatch::ListSelected(const TGroupParts& group, TBatchObjects& selected) {

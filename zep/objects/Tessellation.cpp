@@ -74,8 +74,8 @@ void Send(GLUtesselator* tessellator, std::span<const TGLArrayd3> contour) {
 
 /// Begins in front of the lowest of those corners that lie farthest to the left, which is no dent.
 void TurnToCorner(std::vector<TGLArrayd3>& outline) {
-    std::ranges::rotate(outline, std::ranges::min_element(outline));
-    std::ranges::rotate(outline, outline.end() - 1);
+    std::rotate(outline.begin(), std::ranges::min_element(outline), outline.end());
+    std::rotate(outline.begin(), outline.end() - 1, outline.end());
 }
 
 /// How many pairs of sides there are whose spans along an axis meet.

@@ -269,8 +269,10 @@ std::span<const int> TToolPath::MovesOfLine(qint64 line) const {
         if (!std::ranges::is_sorted(m_byLine, {}, lineOf))
             std::ranges::stable_sort(m_byLine, {}, lineOf);
     }
-    const auto moves = std::ranges::equal_range(m_byLine, line, {}, lineOf);
-    return {moves.begin(), moves.end()};
+    const auto first = std::ranges::lower_bound(m_byLine, line, {}, lineOf);
+    const auto last = std::ranges::upper_bound(m_byLine, line, {}, lineOf);
+
+    return {first, last};
 }
 
 int TToolPath::MoveAt(double seconds) const {
