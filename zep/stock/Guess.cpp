@@ -31,11 +31,13 @@ double NumberOf(const QString& name, const char* pattern) {
 double DiameterIn(const QString& name) {
     if (const double inches = NumberOf(
             name,
-            R"((\d+)\s*/\s*(\d+)\s*(?:in\b|inch|"|(?=[a-z ]*(?:mill|drill|ball|flat|bit|end))))"))
+            R"((\d+)\s*/\s*(\d+)\s*(?:in\b|inch|"|(?=[a-z ]*(?:mill|drill|ball|flat|bit|end))))");
+        inches > 0)
         return inches * MillimetresOfInch;
-    if (const double inches = NumberOf(name, R"((\d*\.?\d+)\s*(?:in\b|inch|"))"))
+    if (const double inches = NumberOf(name, R"((\d*\.?\d+)\s*(?:in\b|inch|"))"); inches > 0)
         return inches * MillimetresOfInch;
-    if (const double millimetres = NumberOf(name, R"((\d*\.?\d+)\s*mm)")) return millimetres;
+    if (const double millimetres = NumberOf(name, R"((\d*\.?\d+)\s*mm)"); millimetres > 0)
+        return millimetres;
     return NumberOf(name, R"(\b(?:D|DIA)[ .=:]*(\d*\.?\d+))");
 }
 
@@ -48,9 +50,11 @@ TStockShape ShapeIn(const QString& name) {
 }
 
 double AngleIn(const QString& name) {
-    if (const double angle = NumberOf(name, R"(\bV[- ]?(?:bit|cutter|tool)?[ =]*(\d*\.?\d+))"))
+    if (const double angle = NumberOf(name, R"(\bV[- ]?(?:bit|cutter|tool)?[ =]*(\d*\.?\d+))");
+        angle > 0)
         return angle;
-    if (const double angle = NumberOf(name, R"((\d*\.?\d+)\s*(?:deg|\x{b0}))")) return angle;
+    if (const double angle = NumberOf(name, R"((\d*\.?\d+)\s*(?:deg|\x{b0}))"); angle > 0)
+        return angle;
     return Has(name, "drill") ? DrillAngle : TStockTool().Angle;
 }
 

@@ -102,7 +102,7 @@ private:
             const double nearer = start < end ? start : end;
             const bool isPastStart = StartX * y >= StartY * x;
             const bool isBeforeEnd = x * EndY >= y * EndX;
-            return isPastStart & isBeforeEnd ? away * away : nearer;
+            return (isPastStart & isBeforeEnd) ? away * away : nearer;
         }
     };
 

@@ -100,11 +100,10 @@ void TWorkpieceMeshes::SetLevel(const TStock& stock, std::size_t tilesSeen) {
 
 void TWorkpieceMeshes::Send(const TStockTileMesh& mesh) {
     if (mesh.Corners.empty()) return;
-    using TVertex = TStockTileMesh::TVertex;
-    const TVertex& first = mesh.Vertexes.front();
-    glVertexPointer(3, GL_FLOAT, sizeof(TVertex), first.Point.data());
-    glNormalPointer(GL_FLOAT, sizeof(TVertex), first.Normal.data());
-    glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(TVertex), first.Color.data());
+    const auto& first = mesh.Vertexes.front();
+    glVertexPointer(3, GL_FLOAT, sizeof first, first.Point.data());
+    glNormalPointer(GL_FLOAT, sizeof first, first.Normal.data());
+    glColorPointer(4, GL_UNSIGNED_BYTE, sizeof first, first.Color.data());
     glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(mesh.Corners.size()), GL_UNSIGNED_SHORT,
                    mesh.Corners.data());
 }

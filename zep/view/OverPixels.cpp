@@ -13,12 +13,13 @@ constexpr double PivotRadius = 8;
 
 void Send(const QImage& picture, const QPoint& at) {
     const TZEPMatricesScope matrices;
-    for (const GLenum matrix : {GL_PROJECTION, GL_MODELVIEW}) {
+    for (const GLenum matrix : std::initializer_list<GLenum>{GL_PROJECTION, GL_MODELVIEW}) {
         glMatrixMode(matrix);
         glLoadIdentity();
     }
-    for (const GLenum off : {GL_LIGHTING, GL_DEPTH_TEST, GL_FOG, GL_TEXTURE_2D, GL_STENCIL_TEST,
-                             GL_SCISSOR_TEST, GL_ALPHA_TEST})
+    for (const GLenum off :
+         std::initializer_list<GLenum>{GL_LIGHTING, GL_DEPTH_TEST, GL_FOG, GL_TEXTURE_2D,
+                                       GL_STENCIL_TEST, GL_SCISSOR_TEST, GL_ALPHA_TEST})
         glDisable(off);
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);

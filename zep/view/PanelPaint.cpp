@@ -200,8 +200,8 @@ std::optional<QString> TZEPPanel::TryOver(const TFrame& frame) {
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     TZEPMatricesScope::Push();
     m_camera->Apply(Width(), Height(), -1);
-    for (const GLenum off :
-         {GL_LIGHTING, GL_DEPTH_TEST, GL_CULL_FACE, GL_FOG, GL_TEXTURE_2D, GL_STENCIL_TEST})
+    for (const GLenum off : std::initializer_list<GLenum>{GL_LIGHTING, GL_DEPTH_TEST, GL_CULL_FACE,
+                                                          GL_FOG, GL_TEXTURE_2D, GL_STENCIL_TEST})
         glDisable(off);
     const std::optional<QString> error = TryFrame(frame, [this] {
         if (m_pivot) DrawPivot();

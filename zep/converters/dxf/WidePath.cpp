@@ -115,7 +115,9 @@ TContours WideContours(std::span<const TDXFWidePlace> places, bool closed) {
     if (places.size() < 2) return contours;
     std::vector<TPiece> pieces = PiecesOf(places, closed);
     if (pieces.empty()) return contours;
-    if (closed) std::ranges::rotate(pieces, pieces.begin() + std::ptrdiff_t(FirstBreak(pieces)));
+    if (closed)
+        std::rotate(pieces.begin(), pieces.begin() + std::ptrdiff_t(FirstBreak(pieces)),
+                    pieces.end());
     const bool isRing = closed && pieces.size() > 2 && AreMitred(pieces.back(), pieces.front());
     TSides sides;
     for (std::size_t i = 0; i < pieces.size(); ++i) {

@@ -55,13 +55,15 @@ const TLineSource* TRS274DText::FindLine(double number, std::size_t from) {
     const auto next = std::ranges::upper_bound(m_programs, from);
     const std::size_t end = next != m_programs.end() ? *next : m_bytes.size();
     const std::size_t begin = next != m_programs.begin() ? *std::prev(next) : 0;
-    const auto same = std::ranges::equal_range(m_numbered, number, {}, &TNumbered::Number);
-    const auto firstFrom = [&same](std::size_t position) {
-        return std::ranges::lower_bound(same, position, {},
-                                        [](const TNumbered& line) { return line.At.Position(); });
+    // Lines of one number stand in their order.
+    const auto firstFrom = [this, number](std::size_t position) {
+        return std::ranges::lower_bound(
+            m_numbered, std::pair(number, position), {},
+            [](const TNumbered& line) { return std::pair(line.Number, line.At.Position()); });
     };
     for (const auto place : {firstFrom(from), firstFrom(begin)})
-        if (place != same.end() && place->At.Position() < end) return &place->At;
+        if (place != m_numbered.end() && place->Number == number && place->At.Position() < end)
+            return &place->At;
     return nullptr;
 }
 
@@ -76,7 +78,7 @@ void TRS274DText::NumberLines() {
         const auto& words = block.Words();
         if (words.empty()) continue;
         if (words[0].Letter == 'O') m_programs.push_back(at.Position());
-        if (words[0].Letter == 'N') m_numbered.emplace_back(words[0].Value, at);
+        if (words[0].Letter == 'N') m_numbered.push_back({words[0].Value, at});
     }
     std::ranges::stable_sort(m_numbered, {}, &TNumbered::Number);
 }

@@ -235,6 +235,12 @@ void TNumberPresets::Apply(const TInstance& made) {
     for (const TPath& path : Known()[made.Type]) Clear(made, path);
 }
 
+void TNumberPresets::ApplyToNew(const TInstance& made) {
+    const auto [known, isNew] = Known().try_emplace(made.Type);
+    if (isNew) known->second = Find(made);
+    for (const TPath& path : known->second) Clear(made, path);
+}
+
 void TNumberPresets::ApplyToUsed(const TInstance& instance) {
     for (const TPath& path : Find(instance)) Clear(instance, path);
 }

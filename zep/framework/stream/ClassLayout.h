@@ -131,6 +131,8 @@ public:
     static void Learn(const TInstance& made);
     /// To one that is as `Learn` knows its class.
     static void Apply(const TInstance& made);
+    /// Both at once, to one that has just been made.
+    static void ApplyToNew(const TInstance& made);
     /// To one in any state: all of its numbers are looked at.
     static void ApplyToUsed(const TInstance& instance);
 

@@ -292,8 +292,7 @@ void TReader::ReadCollection(TCollection& collection) {
             continue;
         }
         const TInstance item(collection.Add());
-        TNumberPresets::Learn(item);
-        TNumberPresets::Apply(item);
+        TNumberPresets::ApplyToNew(item);
         while (Next().Kind != TTokenKind::EndItem) ReadProperty(item);
     }
 }
