@@ -18,11 +18,12 @@ std::string AskedFor(const TCommandLine& line) {
         text += " " + line.PictureFile.toStdString() + " " +
                 std::to_string(line.Picture.Size.width()) + "x" +
                 std::to_string(line.Picture.Size.height());
-    if (line.Picture.Scale != 1) text += " scale " + std::to_string(line.Picture.Scale);
+    if (line.Picture.Scale != 1)
+        text += " scale " + QString::number(line.Picture.Scale).toStdString();
     if (line.Picture.Transparent) text += " transparent";
     if (!line.PaperFile.isEmpty())
         text += " " + line.PaperFile.toStdString() + " " + line.Paper.Page.name().toStdString();
-    if (line.Paper.Scale) text += " scale " + std::to_string(*line.Paper.Scale);
+    if (line.Paper.Scale) text += " scale " + QString::number(*line.Paper.Scale).toStdString();
     if (!line.Picture.Guides || !line.Paper.Guides) text += " bare";
     if (line.Direction) text += std::string(" ") + Directions[static_cast<int>(*line.Direction)];
     if (!line.Camera.isEmpty()) text += " camera " + line.Camera.toStdString();

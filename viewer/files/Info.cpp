@@ -19,6 +19,7 @@
 #include <zep/view/Actor.h>
 
 #include <QJsonArray>
+#include <QLocale>
 
 #include <unordered_map>
 
@@ -68,7 +69,20 @@ QJsonObject MessagesToJson(const std::vector<TPassedOver>& messages) {
     return json;
 }
 
+/// What scripts read has points in its numbers wherever it is written.
+class TPlainNumbers {
+public:
+    TPlainNumbers() { QLocale::setDefault(QLocale::c()); }
+    ~TPlainNumbers() { QLocale::setDefault(m_before); }
+    TPlainNumbers(const TPlainNumbers&) = delete;
+    TPlainNumbers& operator=(const TPlainNumbers&) = delete;
+
+private:
+    QLocale m_before;
+};
+
 QString ProgramToText(const TToolPath& path) {
+    const TPlainNumbers plain;
     const TToolPathStatistics statistics = StatisticsOf(path);
     QString text = QStringLiteral("Program (rapid at %1 mm/min):\n").arg(path.RapidRate());
     for (const TProgramFact& fact : FactsOf(statistics))

@@ -1,6 +1,7 @@
 #include "tests/framework/stream/StreamText.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
 #include <zep/framework/Registry.h>
+#include <zep/framework/SharedCollection.h>
 #include <zep/framework/stream/Reader.h>
 #include <zep/scene/Object.h>
 
@@ -11,6 +12,66 @@
 
 namespace ZEP {
 namespace {
+
+/// An item of a host's own, whose `Do` says what its host does when it is read.
+class TStep : public TZEPCollectionItem {
+    Q_GADGET
+    Q_PROPERTY(ZEP::TComponent* Target MEMBER Target WRITE SetTarget)
+    Q_PROPERTY(QString Do READ Do WRITE SetDo)
+public:
+    [[nodiscard]] const QMetaObject* MetaObject() const override { return &staticMetaObject; }
+    void SetTarget(TComponent* target) { Target = target; }
+    [[nodiscard]] QString Do() const { return m_do; }
+    void SetDo(const QString& text);
+
+    TComponent* Target = nullptr;
+
+private:
+    QString m_do;
+};
+
+class TSteps : public TComponent {
+    Q_OBJECT
+    Q_PROPERTY(ZEP::TZEPCollection* Steps READ Steps)
+public:
+    TSteps() : TComponent(nullptr) {}
+    [[nodiscard]] TZEPCollection* Steps() { return &Items; }
+
+    TZEPCollectionOf<TStep> Items{nullptr};
+};
+
+QPointer<TSteps> g_steps; // that are read
+
+void TStep::SetDo(const QString& text) {
+    m_do = text;
+    if (text == u"clear") return g_steps->Items.Clear();
+    if (text == u"remove") return g_steps->Items.Delete(0);
+    if (text == u"free") delete g_steps;
+}
+
+/// Who hears of an item may remove it, others, or all that is read: references are set in the
+/// places that are left.
+TEST(Reading, ItemsMayGoWhileTheyAreRead) {
+    struct TRow {
+        const char* Do;
+        std::vector<bool> Left; // with whether they have their target
+    };
+    const TRow rows[] = {
+        {"", {true, true, true}}, {"clear", {true}}, {"remove", {true, true}}, {"free", {}}};
+    for (const TRow& row : rows) {
+        g_steps = new TSteps;
+        const std::string text = std::string("object R: TSteps Steps = < item Target = R end item "
+                                             "Target = R Do = '") +
+                                 row.Do + "' Target = R end item Target = R end > end";
+        const auto source = MakeSource(TStreamForm::Text, text);
+        TReader(*source).ReadRootComponent(*g_steps);
+        std::vector<bool> left;
+        for (int i = 0; g_steps && i < g_steps->Items.Count(); ++i)
+            left.push_back(g_steps->Items[i].Target == g_steps);
+        EXPECT_EQ(left, row.Left) << row.Do;
+        delete g_steps;
+    }
+}
 
 /// Six pictures that take 68 megabytes each, of which a small stream has room for three.
 TEST(Reading, PicturesTakeWhatTheStreamAllows) {
@@ -85,3 +146,5 @@ TEST(Reading, GoesOnWithWhatIsLeft) {
 
 } // namespace
 } // namespace ZEP
+
+#include "ReadingTest.moc"

@@ -16,6 +16,7 @@
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QListView>
+#include <QLocale>
 
 namespace ZEP {
 namespace {
@@ -171,6 +172,7 @@ TEST_F(Program, InASavedSceneStepsAndFindsItsTextUnlessThatIsNewer) {
 class MachinedProgram : public WindowTest {
 protected:
     MachinedProgram() {
+        QLocale::setDefault(QLocale::c());
         Show({PutProgram("a.nc")});
         m_playback = m_window->findChild<TPlayback*>();
     }

@@ -8,6 +8,8 @@
 #include <QScopeGuard>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace ZEP {
 
 namespace {
@@ -26,19 +28,6 @@ bool Closes(TTokenKind kind) {
     return kind == TTokenKind::EndComponent || kind == TTokenKind::EndCollection ||
            kind == TTokenKind::EndItem || kind == TTokenKind::EndList || kind == TTokenKind::EndSet;
 }
-
-/// Gathers the changes of a collection for as long as it lives.
-class TCollectionUpdate {
-public:
-    explicit TCollectionUpdate(TCollection& collection) : m_collection(collection) {
-        collection.BeginUpdate();
-    }
-    ~TCollectionUpdate() { m_collection.EndUpdate(); }
-    Q_DISABLE_COPY_MOVE(TCollectionUpdate)
-
-private:
-    TCollection& m_collection;
-};
 
 std::optional<qint64> OrdinalOf(const TField& field, const TToken& token) {
     const bool isName = token.Kind == TTokenKind::Identifier;
@@ -85,6 +74,7 @@ void TReader::ReadRootComponent(TComponent& root) {
     m_source.Restart();
     m_depth = 0;
     m_references.Clear();
+    m_items.clear();
     m_unknownClasses.clear();
     m_root = &root;
     m_parent = nullptr;
@@ -132,8 +122,10 @@ void TReader::ReadData(TComponent& component) {
     else
         TNumberPresets::Apply(instance);
     m_filled.clear();
-    while (!Next().Name.empty() && m_token->Kind != TTokenKind::BeginComponent)
+    while (!Next().Name.empty() && m_token->Kind != TTokenKind::BeginComponent) {
         ReadProperty(instance);
+        if (!alive) throw TGone();
+    }
     if (parent) component.SetParentComponent(parent);
     for (; alive && m_token->Kind == TTokenKind::BeginComponent; Next()) {
         if (m_ignoreChildren)
@@ -277,24 +269,43 @@ void TReader::ReadSet(const TField& field, const TInstance& instance) {
 void TReader::ReadReference(const TField& field, const TInstance& instance) {
     const bool isName = m_token->Kind == TTokenKind::Identifier;
     if (!isName && m_token->Kind != TTokenKind::Nil) return Expect("the name of a component");
-    if (isName) m_references.Add(field, instance, *m_component, m_token->Bytes);
+    if (isName) m_references.Add(field, instance, *m_component, m_items, m_token->Bytes);
     field.SetReference(instance, nullptr);
 }
 
 // A collection is read once: items that a reference waits in must not go away again.
 void TReader::ReadCollection(TCollection& collection) {
     if (!m_filled.insert(&collection).second) return Expect("this collection only once");
-    const TCollectionUpdate update(collection);
+    collection.BeginUpdate();
+    const auto update = qScopeGuard([&] {
+        if (IsThere()) collection.EndUpdate();
+    });
     collection.Clear();
     while (Next().Kind == TTokenKind::BeginItem) {
-        if (!Fits(collection.ItemBytes(), "items")) {
+        if (IsThere() && Fits(collection.ItemBytes(), "items"))
+            ReadItem(collection);
+        else
             Skip();
-            continue;
-        }
-        const TInstance item(collection.Add());
-        TNumberPresets::ApplyToNew(item);
-        while (Next().Kind != TTokenKind::EndItem) ReadProperty(item);
     }
+}
+
+void TReader::ReadItem(TCollection& collection) {
+    collection.Add();
+    if (!IsThere() || collection.Count() == 0) return Skip();
+    m_items.emplace_back(collection);
+    const auto leave = qScopeGuard([this] { m_items.pop_back(); });
+    const TInstance item(m_items.back().Item());
+    TNumberPresets::ApplyToNew(item);
+    while (Next().Kind != TTokenKind::EndItem) {
+        if (IsThere())
+            ReadProperty(item);
+        else
+            Skip();
+    }
+}
+
+bool TReader::IsThere() const {
+    return m_component && std::ranges::all_of(m_items, &TItemPlace::IsThere);
 }
 
 bool TReader::Fits(std::size_t bytes, const char* what) {

@@ -62,7 +62,7 @@ public:
     /// @}
 
 private:
-    /// The component that is read was freed by whoever heard that it, or a child, came.
+    /// The component that is read was freed by whoever heard of it, or of a child.
     struct TGone {};
 
     const TToken& Next();
@@ -83,16 +83,20 @@ private:
     void ReadSet(const TField& field, const TInstance& instance);
     void ReadReference(const TField& field, const TInstance& instance);
     void ReadCollection(TCollection& collection);
+    void ReadItem(TCollection& collection);
+    /// What is read into: nobody who heard of it has freed it.
+    [[nodiscard]] bool IsThere() const;
 
     TTokenSource& m_source;
     const TToken* m_token = nullptr; // the current one
     TReferences m_references;
     std::unordered_set<const TCollection*> m_filled; // collections of the current component
+    std::vector<TItemPlace> m_items;                 // that are read, from the outermost in
     int m_depth = 0; // components, collections and the like that are open
     QPointer<TComponent> m_root;
-    TComponent* m_component = nullptr; // whose properties are read
-    TComponent* m_parent = nullptr;    // that it joins behind them
-    std::string_view m_definedName;    // of the binary property that is looked for
+    QPointer<TComponent> m_component; // whose properties are read
+    TComponent* m_parent = nullptr;   // that it joins behind them
+    std::string_view m_definedName;   // of the binary property that is looked for
     bool m_isDefined = false;
     bool m_ignoreChildren = false;
     qint64 m_errorCount = 0;

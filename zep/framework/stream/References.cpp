@@ -1,6 +1,9 @@
 #include <zep/framework/stream/References.h>
 
+#include <zep/framework/Collection.h>
 #include <zep/framework/Exception.h>
+
+#include <algorithm>
 
 namespace ZEP {
 
@@ -14,14 +17,26 @@ void AddTree(QHash<QString, QPointer<TComponent>>& names, TComponent& component)
 
 } // namespace
 
+TItemPlace::TItemPlace(TCollection& collection)
+    : m_collection(&collection), m_item(collection.GetItem(collection.Count() - 1)),
+      m_index(collection.Count() - 1) {}
+
+bool TItemPlace::IsThere() const {
+    return m_index < m_collection->Count() && m_collection->GetItem(m_index) == m_item;
+}
+
 void TReferences::AddComponent(TComponent& component, const QString& name) {
     const QString key = name.toLower();
     if (!key.isEmpty() && !m_names.contains(key)) m_names.insert(key, &component);
 }
 
 void TReferences::Add(const TField& field, const TInstance& instance, TComponent& holder,
-                      std::string_view name) {
-    m_pending.push_back({&field, instance, &holder, QString::fromUtf8(name)});
+                      const std::vector<TItemPlace>& items, std::string_view name) {
+    m_pending.push_back({&field, instance, &holder, items, QString::fromUtf8(name)});
+}
+
+bool TReferences::TPending::IsThere() const {
+    return Holder && std::ranges::all_of(Items, &TItemPlace::IsThere);
 }
 
 void TReferences::Resolve(TComponent& root, const std::function<void(const QString&)>& error) {
@@ -29,7 +44,7 @@ void TReferences::Resolve(TComponent& root, const std::function<void(const QStri
     for (const TPending& pending : m_pending) {
         if (!alive) break;
         TComponent* component = Find(root, pending.Name);
-        if (!component || !pending.Holder) continue;
+        if (!component || !pending.IsThere()) continue;
         if (!component->metaObject()->inherits(pending.Field->Type())) {
             error(QStringLiteral("%1 is a %2, which cannot be referred to here")
                       .arg(pending.Name, component->ClassName()));

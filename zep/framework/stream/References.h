@@ -8,8 +8,26 @@
 #include <QPointer>
 
 #include <functional>
+#include <vector>
 
 namespace ZEP {
+
+class TCollection;
+
+/// An item that is read. Who hears of that may take it out of its collection, or free both.
+class ZEP_CORE_EXPORT TItemPlace {
+public:
+    /// Of the last item.
+    explicit TItemPlace(TCollection& collection);
+    /// As long as the collection exists.
+    [[nodiscard]] bool IsThere() const;
+    [[nodiscard]] TCollectionItem* Item() const { return m_item; }
+
+private:
+    TCollection* m_collection;
+    TCollectionItem* m_item;
+    int m_index;
+};
 
 /// References between components, which a stream stores as names: they are gathered while it is
 /// read and set at its end.
@@ -17,9 +35,10 @@ class ZEP_CORE_EXPORT TReferences {
 public:
     /// The stream calls this component by that name; the first one keeps a name.
     void AddComponent(TComponent& component, const QString& name);
-    /// `field` of `instance`, which is part of `holder`, refers to the component of that name.
+    /// `field` of `instance`, which is part of `holder`, and of its items from the outermost in,
+    /// refers to the component of that name.
     void Add(const TField& field, const TInstance& instance, TComponent& holder,
-             std::string_view name);
+             const std::vector<TItemPlace>& items, std::string_view name);
     /// Sets them all, to components of the stream first, then to those of the owners of `root` and
     /// of its tree. A name that is not found leaves its reference empty; what was freed meanwhile
     /// is passed over. \param error  called for a component of a wrong class and for what a setter
@@ -34,7 +53,10 @@ private:
         const TField* Field;
         TInstance Instance;
         QPointer<TComponent> Holder;
+        std::vector<TItemPlace> Items;
         QString Name;
+
+        [[nodiscard]] bool IsThere() const;
     };
 
     [[nodiscard]] TComponent* Find(TComponent& root, const QString& name);
