@@ -3,6 +3,7 @@
 #include "viewer/files/Document.h"
 #include "viewer/files/FileCameras.h"
 #include "viewer/window/Selection.h"
+#include "viewer/window/StatusTip.h"
 
 #include <zep/view/Fitting.h>
 
@@ -26,19 +27,20 @@ TCameraMenu::TCameraMenu(QMainWindow* window, TDocument& document, TSelection* s
     QMenu* menu = window->menuBar()->addMenu(QStringLiteral("&Camera"));
     const auto add = [&](const QString& text, Qt::Key key, const QString& tip, auto&& call) {
         const auto look = [this, call] { m_document.Files().empty() ? StartWanted() : call(); };
-        menu->addAction(text, QKeySequence(key), this, look)->setStatusTip(tip);
+        return Explained(menu->addAction(text, QKeySequence(key), this, look), tip);
     };
     add(QStringLiteral("Fit &selection"), Qt::Key_F,
         QStringLiteral("What is selected, or the whole, from where you look now"),
         [this, selection] { m_document.FitObjects(selection->Objects(), m_aspect()); });
-    add(QStringLiteral("Fit &all"), Qt::Key_A, QStringLiteral("The whole, from where you look now"),
-        [this] { m_document.FitAll(m_aspect()); });
+    m_fitAll = add(QStringLiteral("Fit &all"), Qt::Key_A,
+                   QStringLiteral("The whole, from where you look now"),
+                   [this] { m_document.FitAll(m_aspect()); });
     add(QStringLiteral("&Reset"), Qt::Key_Home,
         QStringLiteral("Back to the last standard view or fit"),
         [this] { m_document.Camera()->Reset(); });
     m_parallel = menu->addAction(QStringLiteral("&Orthographic"), QKeySequence(Qt::Key_X));
     m_parallel->setCheckable(true);
-    m_parallel->setStatusTip(QStringLiteral("Parallel lines stay parallel"));
+    Explained(m_parallel, QStringLiteral("Parallel lines stay parallel"));
     connect(m_parallel, &QAction::toggled, this,
             [this](bool on) { SwitchProjection(*m_document.Camera(), on, m_aspect()); });
     connect(&document, &TDocument::ProjectionChanged, m_parallel, &QAction::setChecked);
@@ -61,7 +63,7 @@ void TCameraMenu::ListCameras() {
         QAction* action =
             m_cameras->addAction(QString(name).replace(QLatin1Char('&'), QStringLiteral("&&")),
                                  this, [this, camera = camera] { Choose(*camera); });
-        action->setStatusTip(QStringLiteral("Look from where this camera stands"));
+        Explained(action, QStringLiteral("Look from where this camera stands"));
         if (++key <= MostKeys)
             action->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_0 + key)));
     }

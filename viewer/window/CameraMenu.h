@@ -22,6 +22,7 @@ public:
     /// \param aspect  width to height of the view
     TCameraMenu(QMainWindow* window, TDocument& document, TSelection* selection,
                 std::function<double()> aspect);
+    [[nodiscard]] QAction* FitAll() const { return m_fitAll; }
 
 Q_SIGNALS:
     /// The whole is to be seen, but nothing is open.
@@ -35,6 +36,7 @@ private:
     TDocument& m_document;
     std::function<double()> m_aspect;
     QMenu* m_cameras = nullptr;
+    QAction* m_fitAll = nullptr;
     QAction* m_parallel = nullptr;
 };
 

@@ -38,6 +38,8 @@ constexpr TEntry Entries[] = {
     {"Ctrl+O", "open"},
     {"Ctrl+Shift+O", "add a file to those that are shown"},
     {"F5", "read again"},
+    {"Ctrl+W", "close"},
+    {"F11", "full screen"},
     {"Esc", "stop loading; deselect"},
     {"Ctrl+Shift+S", "save as a scene"},
     {"Ctrl+S", "save a picture"},

@@ -28,6 +28,7 @@
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QToolBar>
 #include <QToolButton>
 
 #include <algorithm>
@@ -64,17 +65,25 @@ QString CountsOf(const std::vector<TOpenedFile>& files) {
     // NGC is what a program is taken for where nothing tells.
     const bool isFanuc = files.size() == 1 && files[0].Dialect == QStringLiteral("Fanuc");
     return NamesOf(files) + QStringLiteral(": ") +
-           (objects > 0 ? QStringLiteral("%1 objects").arg(QLocale().toString(objects))
-                        : QStringLiteral("nothing to draw")) +
+           (objects == 0   ? QStringLiteral("nothing to draw")
+            : objects == 1 ? QStringLiteral("1 object")
+                           : QStringLiteral("%1 objects").arg(QLocale().toString(objects))) +
            (isFanuc ? QStringLiteral(", Fanuc's dialect") : QString());
 }
 
-QString SizeOf(const TZEPBounds& box, double gridStep) {
+/// Of what is shown as a whole.
+QString UnitOf(const std::vector<TOpenedFile>& files) {
+    const bool isOne = std::ranges::all_of(
+        files, [&](const TOpenedFile& file) { return file.Unit == files[0].Unit; });
+    return isOne && !files.empty() ? files[0].Unit : TOpenedFile().Unit;
+}
+
+QString SizeOf(const TZEPBounds& box, const QString& unit, double gridStep) {
     const auto side = [&](std::size_t k) {
         return QLocale().toString(box.Max[k] - box.Min[k], 'f', 2);
     };
-    return QStringLiteral("%1 x %2 x %3, grid %4")
-        .arg(side(0), side(1), side(2), QLocale().toString(gridStep));
+    return QStringLiteral("%1 x %2 x %3 %4, grid %5")
+        .arg(side(0), side(1), side(2), unit, QLocale().toString(gridStep));
 }
 
 } // namespace
@@ -82,9 +91,10 @@ QString SizeOf(const TZEPBounds& box, double gridStep) {
 TMainWindow::TMainWindow(bool plain)
     : m_pages(new QStackedWidget(this)), m_welcome(new TWelcomePage), m_panel(new TZEPPanel),
       m_watch(new TFileWatch(this)), m_loadBar(new TLoadBar), m_status(new QLabel),
-      m_size(new QLabel), m_plain(plain) {
+      m_size(new QLabel), m_bar(addToolBar(QStringLiteral("Files and views"))), m_plain(plain) {
     setWindowTitle(QStringLiteral("zepview"));
     setAcceptDrops(true);
+    m_bar->setObjectName(QStringLiteral("FilesBar"));
     MakePages();
     MakeDocks();
     AddMenus();
@@ -173,7 +183,7 @@ void TMainWindow::MakeStatusBar() {
     statusBar()->addPermanentWidget(m_loadBar);
     statusBar()->addPermanentWidget(m_size);
     m_size->setToolTip(QStringLiteral("Size of what is shown along x, y and z, and the distance of "
-                                      "the grid's lines, in its own unit"));
+                                      "the grid's lines"));
 }
 
 void TMainWindow::OpenFiles(const QStringList& files) {
@@ -186,6 +196,11 @@ void TMainWindow::AddFiles(const QStringList& files) {
 
 void TMainWindow::CloseFile(const QString& file) {
     if (!m_loadBar->IsLoading()) m_document.Close(file);
+}
+
+void TMainWindow::CloseAll() {
+    if (m_loadBar->IsLoading()) return m_loadBar->Cancel();
+    for (const QString& file : FileNames()) m_document.Close(file);
 }
 
 void TMainWindow::Want(const TRequest& request) {
@@ -314,7 +329,8 @@ void TMainWindow::ShowStatus() {
         m_status->setText(QStringLiteral("Open a file with Ctrl+O, or drop it here."));
     else
         m_status->setText(CountsOf(files));
-    m_size->setText(bounds ? SizeOf(*bounds, m_document.Backdrop().GridStep()) : QString());
+    m_size->setText(bounds ? SizeOf(*bounds, UnitOf(files), m_document.Backdrop().GridStep())
+                           : QString());
 }
 
 /// The view turns about a move that is looked at, and about the middle where there is none.

@@ -8,6 +8,7 @@ class QAction;
 class QLabel;
 class QMenu;
 class QStackedWidget;
+class QToolBar;
 
 namespace ZEP {
 
@@ -41,6 +42,8 @@ public:
     /// Shows these in addition; those that are shown already are read again.
     void AddFiles(const QStringList& files);
     void CloseFile(const QString& file);
+    /// Shows the start page again.
+    void CloseAll();
     /// Saves what is shown as a scene; see `TDocument::Save`. Raises `Exception`.
     void SaveAs(const QString& file);
     [[nodiscard]] const TDocument& Document() const { return m_document; }
@@ -66,6 +69,7 @@ private:
     void MakeStatusBar();
     void MakeDocks();
     void AddMenus();
+    void PutOnBar(QAction* action, const char* icon);
     void AddFileMenu();
     void AddFileActions(QMenu* menu);
     void AddProgram();
@@ -75,7 +79,9 @@ private:
     void AddViewMenu();
     void AddDocks(QMenu* menu);
     void AddViewOptions(QMenu* menu);
+    void AddFullScreen(QMenu* menu);
     void AddHelpMenu();
+    void ShowAbout();
     [[nodiscard]] QStringList AskForFiles(const QString& title);
     [[nodiscard]] QStringList FileNames() const;
     void Reload();
@@ -111,6 +117,7 @@ private:
     TLoadBar* m_loadBar;
     QLabel* m_status;
     QLabel* m_size;
+    QToolBar* m_bar;
     QMenu* m_recent = nullptr;
     QAction* m_reloads = nullptr; ///< files that change on disk are read again
     TViewOptions* m_viewOptions = nullptr;

@@ -6,6 +6,7 @@
 #include "viewer/window/ContentsDock.h"
 #include "viewer/window/ContentsModel.h"
 #include "viewer/window/EditMenu.h"
+#include "viewer/window/Icons.h"
 #include "viewer/window/KeysHelp.h"
 #include "viewer/window/MainWindow.h"
 #include "viewer/window/MessagesDock.h"
@@ -20,6 +21,7 @@
 #include "viewer/window/StockView.h"
 #include "viewer/window/ViewOptions.h"
 #include "viewer/window/WelcomePage.h"
+#include <zep/Version.h>
 #include <zep/batch/Batch.h>
 #include <zep/framework/Exception.h>
 #include <zep/view/Gizmo.h>
@@ -32,6 +34,7 @@
 #include <QMessageBox>
 #include <QSettings>
 #include <QStatusBar>
+#include <QToolBar>
 
 namespace ZEP {
 
@@ -42,6 +45,7 @@ struct TDirectionEntry {
     Qt::Key Key;
     TDirection Direction;
     QString Tip;
+    const char* Icon = nullptr; ///< on the tool bar, where it has one
 };
 
 const QString ReloadsKey = QStringLiteral("files/reloads");
@@ -58,6 +62,7 @@ void TMainWindow::AddMenus() {
     auto* camera = new TCameraMenu(this, m_document, m_selection, [this] { return Aspect(); });
     connect(camera, &TCameraMenu::StartWanted, this,
             [this] { m_welcome->Start().LookFromStart(); });
+    PutOnBar(camera->FitAll(), "fit");
     auto* navigation = new TNavigation(this, m_panel);
     const auto lock = [this, navigation](TDirection direction) {
         navigation->SetFlatView(direction == TDirection::Top && m_document.IsFlat());
@@ -66,6 +71,11 @@ void TMainWindow::AddMenus() {
     connect(new TZEPGizmo(m_panel), &TZEPGizmo::Turned, navigation, lock);
     AddProgram();
     AddHelpMenu();
+}
+
+void TMainWindow::PutOnBar(QAction* action, const char* icon) {
+    action->setIcon(Icon(icon));
+    m_bar->addAction(action);
 }
 
 void TMainWindow::AddFileMenu() {
@@ -90,9 +100,10 @@ void TMainWindow::AddFileMenu() {
 }
 
 void TMainWindow::AddFileActions(QMenu* menu) {
-    Explained(menu->addAction(QStringLiteral("&Open..."), QKeySequence::Open, this,
-                              [this] { OpenFiles(AskForFiles(QStringLiteral("Open"))); }),
-              QStringLiteral("Open one or more files in place of what is shown"));
+    PutOnBar(Explained(menu->addAction(QStringLiteral("&Open..."), QKeySequence::Open, this,
+                                       [this] { OpenFiles(AskForFiles(QStringLiteral("Open"))); }),
+                       QStringLiteral("Open one or more files in place of what is shown")),
+             "open");
     Explained(menu->addAction(QStringLiteral("&Add file..."),
                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), this,
                               [this] { AddFiles(AskForFiles(QStringLiteral("Add"))); }),
@@ -102,6 +113,9 @@ void TMainWindow::AddFileActions(QMenu* menu) {
     Explained(menu->addAction(QStringLiteral("Re&load"), QKeySequence(Qt::Key_F5), this,
                               &TMainWindow::Reload),
               QStringLiteral("Read the files again; the view stays"));
+    Explained(menu->addAction(QStringLiteral("&Close"), QKeySequence::Close, this,
+                              &TMainWindow::CloseAll),
+              QStringLiteral("Put away what is shown; the start page comes back"));
     m_reloads = Explained(menu->addAction(QStringLiteral("Reload au&tomatically")),
                           QStringLiteral("Read files again when they change on the disk"));
     m_reloads->setCheckable(true);
@@ -113,17 +127,21 @@ void TMainWindow::AddFileActions(QMenu* menu) {
 void TMainWindow::AddViewMenu() {
     const TDirectionEntry entries[] = {
         {QStringLiteral("&Isometric"), Qt::Key_1, TDirection::Iso,
-         QStringLiteral("From the front, right and above")},
-        {QStringLiteral("&Top"), Qt::Key_2, TDirection::Top, QStringLiteral("Down along z")},
-        {QStringLiteral("&Front"), Qt::Key_3, TDirection::Front, QStringLiteral("Along y")},
-        {QStringLiteral("&Right"), Qt::Key_4, TDirection::Right, QStringLiteral("Against x")},
+         QStringLiteral("From the front, right and above"), "iso"},
+        {QStringLiteral("&Top"), Qt::Key_2, TDirection::Top, QStringLiteral("Down along z"), "top"},
+        {QStringLiteral("&Front"), Qt::Key_3, TDirection::Front, QStringLiteral("Along y"),
+         "front"},
+        {QStringLiteral("&Right"), Qt::Key_4, TDirection::Right, QStringLiteral("Against x"),
+         "right"},
         {QStringLiteral("&Left"), Qt::Key_5, TDirection::Left, QStringLiteral("Along x")},
         {QStringLiteral("&Back"), Qt::Key_6, TDirection::Back, QStringLiteral("Against y")},
         {QStringLiteral("B&ottom"), Qt::Key_7, TDirection::Bottom, QStringLiteral("Up along z")}};
     QMenu* menu = menuBar()->addMenu(QStringLiteral("&View"));
     for (const TDirectionEntry& entry : entries) {
         const auto look = [this, direction = entry.Direction] { LookFrom(direction); };
-        Explained(menu->addAction(entry.Text, QKeySequence(entry.Key), this, look), entry.Tip);
+        QAction* action = menu->addAction(entry.Text, QKeySequence(entry.Key), this, look);
+        Explained(action, entry.Tip);
+        if (entry.Icon) PutOnBar(action, entry.Icon);
     }
     menu->addSeparator();
     QAction* guides = menu->addAction(QStringLiteral("&Grid and axes"), QKeySequence(Qt::Key_G));
@@ -137,6 +155,7 @@ void TMainWindow::AddViewMenu() {
             [this, guides] { guides->setEnabled(!m_document.Files().empty()); });
     AddDocks(menu);
     AddViewOptions(menu);
+    AddFullScreen(menu);
 }
 
 void TMainWindow::AddDocks(QMenu* menu) {
@@ -198,11 +217,32 @@ void TMainWindow::FollowProgram() {
     m_stock->Show(path && move >= 0 ? path->MoveOf(move) : -1);
 }
 
+void TMainWindow::AddFullScreen(QMenu* menu) {
+    menu->addSeparator();
+    QAction* full = menu->addAction(QStringLiteral("F&ull screen"), QKeySequence(Qt::Key_F11));
+    full->setCheckable(true);
+    connect(full, &QAction::triggered, this,
+            [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); });
+    // The window manager changes it, too.
+    connect(menu, &QMenu::aboutToShow, full, [this, full] { full->setChecked(isFullScreen()); });
+    Explained(full, QStringLiteral("The whole screen for this window, and back"));
+}
+
 void TMainWindow::AddHelpMenu() {
     QMenu* menu = menuBar()->addMenu(QStringLiteral("&Help"));
     menu->addAction(QStringLiteral("&Mouse and keys"), QKeySequence::HelpContents, this, [this] {
         QMessageBox::information(this, QStringLiteral("Mouse and keys"), KeysHelp());
     });
+    menu->addAction(QStringLiteral("&About zepview"), this, &TMainWindow::ShowAbout);
+}
+
+void TMainWindow::ShowAbout() {
+    TZEPPanel& seen = m_document.Files().empty() ? *m_welcome->View() : *m_panel;
+    QMessageBox::about(
+        this, QStringLiteral("About zepview"),
+        QStringLiteral("zepview %1\n\nShows tool paths, drawings and models.\n\n"
+                       "Qt %2\nOpenGL: %3")
+            .arg(LibraryVersion(), QLatin1String(qVersion()), seen.Context()->Acceleration()));
 }
 
 QStringList TMainWindow::AskForFiles(const QString& title) {

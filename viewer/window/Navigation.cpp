@@ -1,5 +1,6 @@
 #include "viewer/window/Navigation.h"
 
+#include "viewer/window/StatusTip.h"
 #include <zep/view/Cursors.h>
 #include <zep/view/Panel.h>
 
@@ -135,7 +136,7 @@ QMenu* TNavigation::PresetMenu() {
     auto* group = new QActionGroup(menu);
     for (const TPresetEntry& entry : Presets) {
         QAction* action = menu->addAction(entry.Text);
-        action->setStatusTip(entry.Tip);
+        Explained(action, entry.Tip);
         action->setCheckable(true);
         group->addAction(action);
         m_presets[entry.Preset] = action;
@@ -152,7 +153,7 @@ QMenu* TNavigation::MenuOf(TButton button, const QString& title) {
         if (!Suits(button, entry.Mode)) continue;
         QAction* action = menu->addAction(entry.Text);
         action->setShortcut(KeyFor(button, entry.Key));
-        action->setStatusTip(entry.Tip);
+        Explained(action, entry.Tip);
         action->setCheckable(true);
         group->addAction(action);
         m_modes[button][entry.Mode] = action;
@@ -165,11 +166,10 @@ QMenu* TNavigation::MenuOf(TButton button, const QString& title) {
 void TNavigation::AddOptions(QMenu* menu) {
     m_zoomWindow = menu->addAction(QStringLiteral("&Zoom window"), QKeySequence(Qt::Key_Z), this,
                                    &TNavigation::StartZoomWindow);
-    m_zoomWindow->setStatusTip(QStringLiteral("Draw a rectangle that is to fill the view"));
+    Explained(m_zoomWindow, QStringLiteral("Draw a rectangle that is to fill the view"));
     QAction* lock = menu->addAction(QStringLiteral("Loc&k 2D view"));
     lock->setCheckable(true);
-    lock->setStatusTip(
-        QStringLiteral("Drags pan and do not turn the view; Shift orbits out of it"));
+    Explained(lock, QStringLiteral("Drags pan and do not turn the view; Shift orbits out of it"));
     connect(lock, &QAction::triggered, this,
             [this](bool on) { m_panel->PanelControl()->SetLock2D(on); });
     connect(menu, &QMenu::aboutToShow, lock,
@@ -177,7 +177,7 @@ void TNavigation::AddOptions(QMenu* menu) {
     QAction* reversed = menu->addAction(QStringLiteral("Re&verse the wheel"));
     reversed->setCheckable(true);
     reversed->setChecked(QSettings().value(WheelKey).toBool());
-    reversed->setStatusTip(QStringLiteral("The wheel works the other way round"));
+    Explained(reversed, QStringLiteral("The wheel works the other way round"));
     m_panel->PanelControl()->SetWheelReversed(reversed->isChecked());
     connect(reversed, &QAction::toggled, this, [this](bool on) {
         m_panel->PanelControl()->SetWheelReversed(on);

@@ -158,6 +158,14 @@ TEST_F(Files, ChangesWaitWhereTheUserWantsThat) {
     EXPECT_EQ(Root(0).GetItemsCount(), 1);
 }
 
+TEST_F(Files, AreClosedAtOnce) {
+    Show({PutDrawing(), PutModel()});
+    QTest::keySequence(&*m_window, QKeySequence(QKeySequence::Close));
+    EXPECT_TRUE(Document().Files().empty());
+    EXPECT_EQ(m_window->windowTitle(), QStringLiteral("zepview"));
+    EXPECT_TRUE(m_window->isVisible());
+}
+
 TEST_F(Files, TheirCamerasAreChosen) {
     Show({PutDrawing()});
     QMenu* cameras = Action("Cameras in the file")->menu();
