@@ -52,6 +52,7 @@ protected:
         return sum;
     }
 
+    static constexpr int Longest = 10'000; // ms
     TZEPLine* Line = nullptr;
 };
 
@@ -60,8 +61,8 @@ TEST_F(PanelSmooth, AViewThatRestsIsSmoothUntilItChanges) {
     View->SetRestSamples(8);
     int drawn = 0;
     QObject::connect(View, &TZEPPanel::BeforDraw, [&drawn] { ++drawn; });
-    QTest::qWait(400);
-    EXPECT_GT(Shades(OnScreen()), 3);
+    const auto isSmooth = [this] { return Shades(OnScreen()) > 3; };
+    EXPECT_TRUE(QTest::qWaitFor(isSmooth, Longest));
     EXPECT_EQ(drawn, 1 + 8);
     const int counted = View->FrameCount(), told = Frames;
     QTest::qWait(200);
@@ -69,7 +70,7 @@ TEST_F(PanelSmooth, AViewThatRestsIsSmoothUntilItChanges) {
 
     for (int i = 0; i < 4; ++i) {
         Line->SetWidth(2 + static_cast<float>(i));
-        QTest::qWait(20);
+        QCoreApplication::processEvents();
     }
     EXPECT_EQ(Shades(OnScreen()), 0) << "it moves";
     EXPECT_EQ(drawn, 1 + 8 + 4) << "the first frame waits for none of a mean";
@@ -80,8 +81,7 @@ TEST_F(PanelSmooth, AViewThatRestsIsSmoothUntilItChanges) {
     QTest::qWait(300);
     EXPECT_EQ(Shades(OnScreen()), 0) << "a button is held";
     QTest::mouseRelease(View, Qt::LeftButton, {}, {5, 5});
-    QTest::qWait(400);
-    EXPECT_GT(Shades(OnScreen()), 3);
+    EXPECT_TRUE(QTest::qWaitFor(isSmooth, Longest));
 }
 
 TEST_F(PanelSmooth, FramesThatStayRoughOrFailAreNotSmoothed) {
@@ -99,6 +99,7 @@ TEST_F(PanelSmooth, FramesThatStayRoughOrFailAreNotSmoothed) {
     drawn = 0;
     throws = true;
     View->Invalidate();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return drawn == 2; }, Longest));
     QTest::qWait(300);
     EXPECT_EQ(drawn, 2) << "the second one fails";
     QObject::connect(View, &TZEPPanel::BeforDraw, [this] { delete View; });
