@@ -88,12 +88,14 @@ look drawing-bright "The same before a bright background: what is white elsewher
 section "Models"
 picture lighthouse iso $models/lighthouse.3ds "Materials, a picture for the bricks, smooth faces between sharp edges, lit by the headlight beside the lights of the file."
 picture gears iso $models/gears.3ds "Gears on a plate."
+look model-edges "View, Surfaces, Shaded with edges." $models/gears.3ds faces=1
+look model-hidden "The same as a line drawing without hidden lines, before a bright background." $models/gears.3ds faces=2 background=#f4f4f0
 
 section "The window"
 window window zepview $parts/bracket.nc "Left button: orbit. Right button: pan. Wheel: nearer and farther. The status line tells what is in the file, its size and the grid's."
 window contents zepview examples/models/lighthouse.3ds "The contents of a model: its boxes show and hide, what is selected there is selected in the view."
 window start zepview "" "Before a file is opened: solids, pictures on them, glass and text, under lamps that circle above."
-look start-wire "View, Wire frame." "" wire=true
+look start-wire "View, Surfaces, Wire frame." "" faces=3
 look start-fog "View, Fog, Exponential, before a bright background." "" fog=2 background=#c8d0d8
 look start-flat "View, Flat shading, and the headlight." "" flat=true headlight=true
 look start-dark "View, Lights, off: what is left comes from all sides." "" lights=false

@@ -86,6 +86,7 @@ set(core_headers
   objects/DashPattern.h
   objects/DashedPolyline.h
   objects/DisplayLists.h
+  objects/FeatureEdges.h
   objects/HeightField.h
   objects/HostCall.h
   objects/Label.h

@@ -66,6 +66,8 @@ private:
         if (words.Has("flat")) shown.Shading = TZEPShading::Flat;
         shown.EvenLight = words.Has("even-light");
         shown.Wire = words.Has("wire");
+        if (words.Has("on-faces")) shown.Edges = TZEPEdges::OnFaces;
+        if (words.Has("alone")) shown.Edges = TZEPEdges::Alone;
         return shown;
     }
     static QColor ColorAt(const QImage& frame, double x, double y) {

@@ -10,11 +10,18 @@ const QString LightsKey = QStringLiteral("view/lights");
 const QString HeadlightKey = QStringLiteral("view/headlight");
 const QString FogKey = QStringLiteral("view/fog");
 const QString FlatKey = QStringLiteral("view/flat");
-const QString WireKey = QStringLiteral("view/wire");
+const QString FacesKey = QStringLiteral("view/faces");
 const QString ShadowsKey = QStringLiteral("view/shadows");
 const QString ReflectionsKey = QStringLiteral("view/reflections");
 const QString GroundKey = QStringLiteral("view/ground");
 const QString BackgroundKey = QStringLiteral("view/background");
+
+/// As it was kept, or the first where that is none.
+template <class T>
+T Kept(const QSettings& settings, const QString& key, T last) {
+    const int value = settings.value(key).toInt();
+    return value > 0 && value <= static_cast<int>(last) ? static_cast<T>(value) : T{};
+}
 
 } // namespace
 
@@ -23,13 +30,10 @@ TViewLook TViewLook::Load() {
     TViewLook look;
     look.Lights = settings.value(LightsKey, look.Lights).toBool();
     look.Headlight = settings.value(HeadlightKey, look.Headlight).toBool();
-    const int fog = settings.value(FogKey).toInt();
-    if (fog > 0 && fog <= static_cast<int>(TFog::Exp2)) look.Fog = static_cast<TFog>(fog);
+    look.Fog = Kept(settings, FogKey, TFog::Exp2);
     look.Flat = settings.value(FlatKey, look.Flat).toBool();
-    look.Wire = settings.value(WireKey, look.Wire).toBool();
-    const int shadows = settings.value(ShadowsKey).toInt();
-    if (shadows > 0 && shadows <= static_cast<int>(TShadows::Accumulated))
-        look.Shadows = static_cast<TShadows>(shadows);
+    look.Faces = Kept(settings, FacesKey, TFaces::Wire);
+    look.Shadows = Kept(settings, ShadowsKey, TShadows::Accumulated);
     look.Reflections = settings.value(ReflectionsKey, look.Reflections).toBool();
     look.Ground = settings.value(GroundKey, look.Ground).toBool();
     const QColor background(settings.value(BackgroundKey).toString());
@@ -43,7 +47,7 @@ void TViewLook::Save() const {
     settings.setValue(HeadlightKey, Headlight);
     settings.setValue(FogKey, static_cast<int>(Fog));
     settings.setValue(FlatKey, Flat);
-    settings.setValue(WireKey, Wire);
+    settings.setValue(FacesKey, static_cast<int>(Faces));
     settings.setValue(ShadowsKey, static_cast<int>(Shadows));
     settings.setValue(ReflectionsKey, Reflections);
     settings.setValue(GroundKey, Ground);

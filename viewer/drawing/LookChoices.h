@@ -12,11 +12,14 @@ struct TViewLook {
     /// How shadows are drawn: as the scene itself has it, not at all, or by one of the two methods.
     enum class TShadows { Own, Off, Subtracted, Accumulated };
 
+    /// How surfaces are drawn.
+    enum class TFaces { Shaded, Edged, HiddenLine, Wire };
+
     bool Lights = true;
     bool Headlight = false;
     TFog Fog = TFog::Off;
     bool Flat = false;
-    bool Wire = false;
+    TFaces Faces = TFaces::Shaded;
     TShadows Shadows = TShadows::Own;
     bool Reflections = true;            ///< mirrors mirror
     bool Ground = false;                ///< below surfaces; see `TGround`

@@ -42,6 +42,17 @@ constexpr TFogMode ModeOf(TViewLook::TFog fog) {
     }
 }
 
+TZEPEdges EdgesOf(TViewLook::TFaces faces) {
+    switch (faces) {
+    case TViewLook::TFaces::Edged:
+        return TZEPEdges::OnFaces;
+    case TViewLook::TFaces::HiddenLine:
+        return TZEPEdges::Alone;
+    default:
+        return TZEPEdges::None;
+    }
+}
+
 } // namespace
 
 TDressedView::TDressedView(TZEPPanel* panel, TSetBackground setBackground,
@@ -79,7 +90,9 @@ void TDressedView::DressShadows(const TViewLook& look) {
     using enum TViewLook::TShadows;
     const bool isOwn = look.Shadows == Own;
     const bool wanted = isOwn ? m_ownShadows : look.Shadows != Off;
-    const bool shadows = wanted && look.Lights && !look.Wire;
+    const bool drawn =
+        look.Faces == TViewLook::TFaces::Wire || look.Faces == TViewLook::TFaces::HiddenLine;
+    const bool shadows = wanted && look.Lights && !drawn;
     m_casts = shadows && !isOwn;
     m_content.reset();
     if (m_casts || look.Ground) m_content = BoundsOfLit(*m_scene);
@@ -147,7 +160,9 @@ void TDressedView::DressAmbient(bool lit) {
 void TDressedView::DressBatches(const TViewLook& look) {
     ChangeShown(*m_scene, [&](const TZEPBatch& batch, TZEPShown& shown) {
         shown.EvenLight = !m_shines;
-        shown.Wire = look.Wire && !batch.EvenLight();
+        const auto faces = batch.EvenLight() ? TViewLook::TFaces::Shaded : look.Faces;
+        shown.Wire = faces == TViewLook::TFaces::Wire;
+        shown.Edges = EdgesOf(faces);
         shown.Shading = look.Flat ? TZEPShading::Flat : TZEPShading::Own;
     });
 }

@@ -49,8 +49,7 @@ TViewOptions::TViewOptions(QMenu* menu, QWidget* window) : QObject(window), m_wi
     AddFog(menu->addMenu(QStringLiteral("F&og")));
     AddFlag(menu, QStringLiteral("Flat &shading"), &TViewLook::Flat,
             QStringLiteral("One colour for each face; else faces run into each other"));
-    AddFlag(menu, QStringLiteral("&Wire frame"), &TViewLook::Wire,
-            QStringLiteral("Outlines of faces in place of faces"));
+    AddFaces(menu->addMenu(QStringLiteral("Surfa&ces")));
     AddBackground(menu);
     menu->setToolTipsVisible(true);
     connect(menu, &QMenu::aboutToShow, this, &TViewOptions::ShowMeans);
@@ -105,6 +104,27 @@ void TViewOptions::AddShadows(QMenu* menu) {
                            }});
     }
     menu->setToolTipsVisible(true);
+}
+
+void TViewOptions::AddFaces(QMenu* menu) {
+    using enum TViewLook::TFaces;
+    struct TEntry {
+        QString Text;
+        TViewLook::TFaces Faces;
+        QString Tip;
+    };
+    const TEntry entries[] = {
+        {QStringLiteral("&Shaded"), Shaded, QStringLiteral("Faces in the light")},
+        {QStringLiteral("Shaded with &edges"), Edged,
+         QStringLiteral("Faces in the light, and the sharp edges of models over them")},
+        {QStringLiteral("&Hidden line"), HiddenLine,
+         QStringLiteral("Sharp edges alone; those behind a face are hidden")},
+        {QStringLiteral("&Wire frame"), Wire,
+         QStringLiteral("Outlines of faces in place of faces")}};
+    auto* group = new QActionGroup(menu);
+    for (const TEntry& entry : entries)
+        AddChoice(group, menu->addAction(entry.Text), m_look.Faces == entry.Faces, entry.Tip,
+                  [faces = entry.Faces](TViewLook& look) { look.Faces = faces; });
 }
 
 /// A context is made with its window, long after the menu.

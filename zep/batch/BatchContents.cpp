@@ -22,6 +22,17 @@ constexpr std::size_t SmallVertexes = 50'000;
 constexpr std::size_t FineVertexes = 200'000;
 constexpr double LeastText = 4.5; // pixels
 constexpr double LeastTextMoving = 7;
+constexpr auto EdgesOnFaces = TColor(0x202020);
+
+void AddEdges(const TZEPShown& shown, TLayerView& view) {
+    const bool alone = shown.Edges == TZEPEdges::Alone;
+    TColor color = alone ? clGray : EdgesOnFaces;
+    if (alone && shown.Background) color = Readable(clBlack, *shown.Background);
+    const TGLColor parts = ToGLColor(color, 1);
+    view.Look.Edges = {parts[0], parts[1], parts[2]};
+    view.Look.Hidden = alone;
+    view.Surfaces.Sinks = true;
+}
 
 } // namespace
 
@@ -193,7 +204,9 @@ TLayerView TBatchContents::View(const TBatchLook& look, TZEPDrawKind kind, doubl
     view.Surfaces = {.Sinks = HasLines(),
                      .Wire = shown.Wire || kind == dkDraft,
                      .Flat = shown.Shading == TZEPShading::Flat};
-    if (smooth && !view.Surfaces.Flat && !view.Surfaces.Wire) view.Meshes = m_own.Meshes.get();
+    view.Look = {.Smooth = smooth && !view.Surfaces.Flat && !view.Surfaces.Wire,
+                 .Wire = view.Surfaces.Wire};
+    if (shown.Edges != TZEPEdges::None && !view.Surfaces.Wire) AddEdges(shown, view);
     return view;
 }
 
@@ -238,8 +251,8 @@ void TBatchContents::DrawLayer(const TLayer& layer, const TGLMatrixd4& frame,
     const std::shared_ptr<const TLayerContent> content = layer.Batch->Content();
     const std::shared_ptr<const TLayerFrontier> frontier = layer.Batch->Frontier();
     view.Frontier = frontier.get();
-    const std::shared_ptr<TSmoothMeshes> meshes = layer.Meshes;
-    if (view.Meshes) view.Meshes = meshes.get();
+    const std::shared_ptr<TMeshLooks> meshes = layer.Meshes;
+    view.Meshes = meshes.get();
     content->Draw(frame, scene, state, kind, view);
 }
 

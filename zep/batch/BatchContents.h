@@ -43,7 +43,7 @@ private:
         std::unique_ptr<TLayerBatch> Batch; ///< null: not made yet
         std::unique_ptr<TLayerBatch> Other; ///< for the other background; null: out of date
         int Changes = -1;                   ///< of the tree, when it was made or kept up last
-        std::shared_ptr<TSmoothMeshes> Meshes = std::make_shared<TSmoothMeshes>();
+        std::shared_ptr<TMeshLooks> Meshes = std::make_shared<TMeshLooks>();
 
         void Drop();
     };

@@ -64,4 +64,17 @@ TSurfaceScope::~TSurfaceScope() {
     glPopAttrib();
 }
 
+TDepthOnlyScope::TDepthOnlyScope(TZEPDrawRun& run, bool on) : m_run(run), m_on(on) {
+    if (!m_on) return;
+    m_run.End();
+    glPushAttrib(GL_COLOR_BUFFER_BIT);
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+}
+
+TDepthOnlyScope::~TDepthOnlyScope() {
+    if (!m_on) return;
+    m_run.End();
+    glPopAttrib();
+}
+
 } // namespace ZEP

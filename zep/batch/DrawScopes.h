@@ -64,4 +64,18 @@ private:
     bool m_pushed;
 };
 
+/// While it lives surfaces are not seen, and hide what is behind them.
+class TDepthOnlyScope {
+public:
+    /// \param on  false: they are seen as ever
+    TDepthOnlyScope(TZEPDrawRun& run, bool on);
+    ~TDepthOnlyScope();
+    TDepthOnlyScope(const TDepthOnlyScope&) = delete;
+    TDepthOnlyScope& operator=(const TDepthOnlyScope&) = delete;
+
+private:
+    TZEPDrawRun& m_run;
+    bool m_on;
+};
+
 } // namespace ZEP

@@ -96,4 +96,19 @@ void TFaceBatch::Draw(const TDetail& detail, bool lit, bool outlines, bool plain
     glPopAttrib();
 }
 
+void TFaceBatch::DrawEdges(const TDetail& detail, const TGLArrayf3& color) const {
+    if (VertexCount() == 0) return;
+    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_POLYGON_BIT);
+    {
+        const TClientArraysScope arrays({GL_EDGE_FLAG_ARRAY});
+        for (const GLenum off : std::array<GLenum, 3>{GL_CULL_FACE, GL_LIGHTING, GL_TEXTURE_2D})
+            glDisable(off);
+        glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+        glEdgeFlagPointer(0, m_edges.data());
+        glColor3fv(color.data());
+        m_vertexes.Draw(GL_TRIANGLES, detail);
+    }
+    glPopAttrib();
+}
+
 } // namespace ZEP

@@ -25,6 +25,8 @@ public:
     /// \param outlines  polygons are drawn as lines: without the diagonals of quadrilaterals
     /// \param plain     their ambient colour is that of a new material, and not their own
     void Draw(const TDetail& detail, bool lit, bool outlines, bool plain = false) const;
+    /// Their outlines, over them. \param color  0 .. 1
+    void DrawEdges(const TDetail& detail, const TGLArrayf3& color) const;
 
 private:
     using TEdges = std::array<GLboolean, 3>; ///< of the outline, from a, b and c on

@@ -9,7 +9,7 @@ namespace ZEP {
 
 namespace {
 
-void Doubt(const std::vector<TGathering::TBlock>& blocks, TSmoothMeshes& meshes) {
+void Doubt(const std::vector<TGathering::TBlock>& blocks, TMeshLooks& meshes) {
     meshes.ForgetFreed();
     for (const TGathering::TBlock& block : blocks)
         block.Others.ForEach([&](const TZEPObject& object) { meshes.Doubt(object); });
@@ -32,7 +32,7 @@ TPartsUpdate TLayerBatch::StartUpdate(bool selections) const {
     return {StartGathering(), m_isBatch, selections};
 }
 
-TLayerBatch::TNews TLayerBatch::Update(TSmoothMeshes& meshes) {
+TLayerBatch::TNews TLayerBatch::Update(TMeshLooks& meshes) {
     TPartsUpdate update = StartUpdate(std::exchange(m_selectionIsStale, false));
     update.Visit(m_root);
     if (update.Edits().empty()) return {false, update.Selects()};

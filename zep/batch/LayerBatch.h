@@ -1,8 +1,8 @@
 #pragma once
 
 #include <zep/batch/LayerContent.h>
+#include <zep/batch/MeshLooks.h>
 #include <zep/batch/PartsUpdate.h>
-#include <zep/batch/SmoothMesh.h>
 #include <zep/batch/Spots.h>
 
 #include <optional>
@@ -26,7 +26,7 @@ public:
     /// \param groups  what stands in groups, too
     TLayerBatch(TZEPObject& layer, bool groups, TIsBatch isBatch, const TBatchRules& rules);
     /// Makes anew what has changed.
-    TNews Update(TSmoothMeshes& meshes);
+    TNews Update(TMeshLooks& meshes);
     /// Which of its children it leaves out, from the next update on.
     void Hide(const THiddenChildren& hidden);
     /// What is selected has changed since the last update.

@@ -147,7 +147,7 @@ void TLayerContent::Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEP
     const TMatrixScope place(scene.Frame(), frame);
     DrawShapes({scene, state, kind});
     if (drawn.SceneIsGone) return;
-    DrawOthers({scene, state, kind, view.Meshes, view.Surfaces.Wire}, view);
+    DrawOthers({scene, state, kind, view.Meshes, view.Look}, view);
 }
 
 TPathFrontier TLayerContent::FrontierAt(const TSpot& spot, const TLayerView& view) const {
@@ -167,8 +167,14 @@ void TLayerContent::DrawArrays(const TSpot& spot, TZEPSceneContext& scene, TZEPD
     }
     const TSurfaceScope surfaces(scene.Frame().Run, view.Surfaces);
     const bool outlines = view.Surfaces.Wire;
-    spot.Faces.Draw(detail, !view.Even && !outlines, outlines);
-    spot.PlainFaces.Draw(detail, !view.Even && !outlines, outlines, true);
+    {
+        const TDepthOnlyScope faces(scene.Frame().Run, view.Look.Hidden);
+        spot.Faces.Draw(detail, !view.Even && !outlines, outlines);
+        spot.PlainFaces.Draw(detail, !view.Even && !outlines, outlines, true);
+    }
+    if (!view.Look.Edges) return;
+    spot.Faces.DrawEdges(detail, *view.Look.Edges);
+    spot.PlainFaces.DrawEdges(detail, *view.Look.Edges);
 }
 
 void TLayerContent::DrawShapes(const TPass& pass) const {

@@ -26,7 +26,8 @@ struct TLayerView {
     double LeastText = 2;            ///< pixels; see `TTextBatch::Draw`
     float Widths = 1;                ///< factor of the widths of lines and points
     TSurfaceScope::TLook Surfaces{}; ///< how they are drawn
-    TSmoothMeshes* Meshes = nullptr; ///< null: meshes draw themselves
+    TMeshLooks* Meshes = nullptr;    ///< of the layer
+    TSurfaceLook Look{};             ///< of surfaces
     const TLayerFrontier* Frontier = nullptr; ///< null: nothing is to come
     const TGLMatrixd4* Exact = nullptr;       ///< from the batch to the eye; null: what is loaded
 };

@@ -1,7 +1,7 @@
 #include <zep/batch/Separates.h>
 
 #include <zep/batch/DrawScopes.h>
-#include <zep/batch/SmoothMesh.h>
+#include <zep/batch/MeshLooks.h>
 #include <zep/objects/Label.h>
 #include <zep/scene/SceneInterfaces.h>
 
@@ -30,15 +30,25 @@ void TSeparates::Draw(const TPass& pass) const {
         TZEPFrame& frame = pass.Scene.Frame();
         const TMatrixScope place(frame, some.Frame);
         for (const QPointer<TZEPObject>& object : some.Objects)
-            if (object && (PassesOf(*object) & PassBit(pass.State)) != 0) DrawOne(*object, pass);
+            if (object && (PassesOf(*object) & PassBit(pass.State)) != 0) DrawOne(object, pass);
         frame.Run.End(); // before its matrix goes
         if (frame.SceneIsGone) return;
     }
 }
 
-void TSeparates::DrawOne(TZEPObject& object, const TPass& pass) {
-    if (pass.Meshes && pass.Meshes->Draw(object, pass.Scene, pass.State)) return;
-    const bool outlines = pass.Wire && !qobject_cast<TZEPLabel*>(&object);
+void TSeparates::DrawOne(const QPointer<TZEPObject>& object, const TPass& pass) {
+    const bool isText = qobject_cast<TZEPLabel*>(&*object);
+    {
+        const TDepthOnlyScope faces(pass.Scene.Frame().Run, pass.Look.Hidden && !isText);
+        DrawFaces(*object, pass);
+    }
+    if (pass.Look.Edges && object)
+        pass.Meshes->DrawEdges(*object, pass.Scene, pass.State, *pass.Look.Edges);
+}
+
+void TSeparates::DrawFaces(TZEPObject& object, const TPass& pass) {
+    if (pass.Look.Smooth && pass.Meshes->DrawSmooth(object, pass.Scene, pass.State)) return;
+    const bool outlines = pass.Look.Wire && !qobject_cast<TZEPLabel*>(&object);
     pass.Scene.Frame().Run.Next(typeid(object));
     object.Draw(pass.Scene, pass.State, outlines ? dkDraft : pass.Kind);
 }

@@ -4,16 +4,25 @@
 
 #include <QPointer>
 
+#include <optional>
 #include <vector>
 
 namespace ZEP {
 
-class TSmoothMeshes;
+class TMeshLooks;
 
 using TBatchObjects = std::vector<QPointer<TZEPObject>>;
 
 /// A batch draws its children by itself, with their marks.
 using TIsBatch = bool (*)(const TZEPObject&);
+
+/// How the surfaces among them look.
+struct TSurfaceLook {
+    bool Smooth = false;               ///< meshes, where their faces meet at a small angle
+    bool Wire = false;                 ///< as outlines
+    bool Hidden = false;               ///< not at all, but they hide what is behind them
+    std::optional<TGLArrayf3> Edges{}; ///< the colour of edges that are drawn, 0 .. 1
+};
 
 /// Objects of a batch that draw themselves. Drawing may free any of them.
 class TSeparates {
@@ -23,8 +32,8 @@ public:
         TZEPSceneContext& Scene;
         TZEPDrawState State;
         TZEPDrawKind Kind;
-        TSmoothMeshes* Meshes = nullptr; ///< null: meshes draw themselves
-        bool Wire = false;               ///< surfaces draw their outlines
+        TMeshLooks* Meshes = nullptr;
+        TSurfaceLook Look{};
     };
 
     /// \param frame  that it lies in
@@ -47,7 +56,8 @@ private:
         TZEPPassSet Passes = 0;
     };
 
-    static void DrawOne(TZEPObject& object, const TPass& pass);
+    static void DrawOne(const QPointer<TZEPObject>& object, const TPass& pass);
+    static void DrawFaces(TZEPObject& object, const TPass& pass);
 
     std::vector<TNeighbours> m_frames;
     TZEPPassSet m_passes = 0;

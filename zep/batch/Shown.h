@@ -13,6 +13,14 @@ enum class TZEPShading {
     Smooth ///< faces run into each other where they meet at a small angle
 };
 
+/// Which edges of surfaces are drawn: where a mesh ends or its faces meet at 30 degrees and more
+/// (`FeatureEdges`), its silhouette, and the outlines of polygons. Other solids have none.
+enum class TZEPEdges {
+    None,
+    OnFaces, ///< dark, over the faces
+    Alone    ///< faces only hide what is behind them: a line drawing without hidden lines
+};
+
 /// How a view shows a batch: rules that hold while it draws. Nothing of them is written into
 /// objects or materials, and nothing is stored; see `TZEPBatch::SetShown` and
 /// `TZEPPanel::SetShown`. Even light and outlines hold for batches below it in any case.
@@ -30,6 +38,8 @@ struct TZEPShown {
     bool EvenLight = false;
     /// Surfaces are drawn as their outlines.
     bool Wire = false;
+    /// Not where surfaces are drawn as their outlines.
+    TZEPEdges Edges = TZEPEdges::None;
 
     bool operator==(const TZEPShown&) const = default;
 };

@@ -10,53 +10,12 @@
 #include <zep/scene/Vectors.h>
 #include <zep/scene/ViewVolume.h>
 
-#include <QHashFunctions>
-
 #include <algorithm>
 #include <numeric>
 
 namespace ZEP {
 
 namespace {
-
-constexpr TZEPPassSet ShownPasses = ObjectPasses | PassBit(dsShadows);
-
-/// Of those passes, the ones that draw the mesh.
-bool IsShown(const TZEPMesh& mesh, const TZEPSceneContext& scene, TZEPDrawState state) {
-    switch (state) {
-    case dsNonShadowObjects:
-        return scene.Shadows() && !mesh.ReceivesShadows();
-    case dsShadowObjects:
-        return scene.Shadows() && mesh.ReceivesShadows();
-    case dsShadows:
-        return mesh.ReceivesShadows();
-    default:
-        return true;
-    }
-}
-
-/// A class that inherits from the mesh may draw anything.
-TZEPMesh* MeshOf(TZEPObject& object) {
-    return typeid(object) == typeid(TZEPMesh) ? static_cast<TZEPMesh*>(&object) : nullptr;
-}
-
-/// Of all that shapes and normals depend on.
-std::size_t SignatureOf(TZEPMesh& mesh) {
-    std::size_t sum = 0;
-    const auto add = [&sum](const auto& values) {
-        sum = qHashBits(values.data(), sizeof(values), sum);
-    };
-    for (int i = 0; i < mesh.Vertexes()->Count(); ++i) {
-        const TZEPVertex3TexCI& vertex = (*mesh.Vertexes())[i];
-        add(vertex.Data());
-        add(std::array<double, 2>{vertex.TexX(), vertex.TexY()});
-    }
-    for (int i = 0; i < mesh.Faces()->Count(); ++i) {
-        const TZEPFace3CI& face = (*mesh.Faces())[i];
-        add(std::array<int, 4>{face.A(), face.B(), face.C(), face.MaterialIndex()});
-    }
-    return sum;
-}
 
 std::vector<int> FacesByMaterial(TZEPMesh& mesh) {
     const auto& faces = *mesh.Faces();
@@ -68,7 +27,7 @@ std::vector<int> FacesByMaterial(TZEPMesh& mesh) {
 
 } // namespace
 
-TSmoothMesh::TSmoothMesh(TZEPMesh& mesh) : m_signature(SignatureOf(mesh)) {
+TSmoothMesh::TSmoothMesh(TZEPMesh& mesh) {
     const std::vector<TGLArrayf3> normals = SmoothNormals(mesh);
     m_points.reserve(normals.size());
     m_normals.reserve(normals.size());
@@ -97,12 +56,7 @@ void TSmoothMesh::AddFace(TZEPMesh& mesh, int index, const TGLArrayf3* normals) 
     m_runs.back().Count += 3;
 }
 
-bool TSmoothMesh::IsOf(TZEPMesh& mesh) const {
-    return m_signature == SignatureOf(mesh);
-}
-
 void TSmoothMesh::Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState state) const {
-    if (!IsShown(mesh, scene, state)) return;
     const TMatrixScope place(scene.Frame(), mesh.GetMatrix());
     TGLArrayd3 min;
     TGLArrayd3 max;
@@ -135,29 +89,6 @@ void TSmoothMesh::DrawCorners(const TRun& run, bool textured) const {
     // As after single calls, whatever a driver makes of arrays.
     glNormal3fv(m_normals[run.First + run.Count - 1].data());
     if (textured) glTexCoord2fv(m_pictures[run.First + run.Count - 1].data());
-}
-
-bool TSmoothMeshes::Draw(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state) {
-    TZEPMesh* mesh = (ShownPasses & PassBit(state)) != 0 ? MeshOf(object) : nullptr;
-    if (!mesh || mesh->Smooth() || !mesh->AutoNormal() || mesh->DrawType() == dtLine ||
-        mesh->GetItemsCount() > 0)
-        return false;
-    auto& kept = m_meshes[mesh];
-    if (!kept.Of || (kept.IsDoubtful && !kept.Mesh->IsOf(*mesh)))
-        kept.Mesh = std::make_unique<TSmoothMesh>(*mesh);
-    kept.Of = mesh;
-    kept.IsDoubtful = false;
-    kept.Mesh->Draw(*mesh, scene, state);
-    return true;
-}
-
-void TSmoothMeshes::Doubt(const TZEPObject& object) {
-    if (const auto kept = m_meshes.find(&object); kept != m_meshes.end())
-        kept->second.IsDoubtful = true;
-}
-
-void TSmoothMeshes::ForgetFreed() {
-    std::erase_if(m_meshes, [](const auto& kept) { return !kept.second.Of; });
 }
 
 } // namespace ZEP

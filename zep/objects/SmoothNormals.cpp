@@ -1,6 +1,6 @@
 #include <zep/objects/SmoothNormals.h>
 
-#include <zep/objects/Mesh.h>
+#include <zep/objects/JoinedPlaces.h>
 #include <zep/scene/Vectors.h>
 
 #include <algorithm>
@@ -18,8 +18,7 @@ constexpr std::size_t MostNeighbours = 200; // around a corner; each would look 
 class TNormals {
 public:
     TNormals(TZEPMesh& mesh, double angle)
-        : m_mesh(mesh), m_least(std::cos(angle * std::numbers::pi / 180)) {
-        JoinPlaces();
+        : m_mesh(mesh), m_least(std::cos(angle * std::numbers::pi / 180)), m_places(mesh) {
         ListFaces();
         ListNeighbours();
     }
@@ -50,22 +49,6 @@ private:
         return length > 0 ? sum / length : face.Unit;
     }
 
-    /// Numbers vertexes so that those at the same place have the same number.
-    void JoinPlaces() {
-        const auto& vertexes = *m_mesh.Vertexes();
-        std::vector<int> order(static_cast<std::size_t>(vertexes.Count()));
-        std::iota(order.begin(), order.end(), 0);
-        const auto at = [&](int i) -> const TGLArrayd3& { return vertexes[i].Data(); };
-        // What is no number would have no order.
-        std::erase_if(order, [&](int i) { return at(i) != at(i); });
-        std::sort(order.begin(), order.end(), [&](int a, int b) { return at(a) < at(b); });
-        m_places.assign(static_cast<std::size_t>(vertexes.Count()), 0);
-        for (std::size_t i = 0; i < order.size(); ++i) {
-            if (i > 0 && at(order[i]) != at(order[i - 1])) ++m_lastPlace;
-            m_places[static_cast<std::size_t>(order[i])] = m_lastPlace;
-        }
-    }
-
     void ListFaces() {
         const auto& vertexes = *m_mesh.Vertexes();
         const auto count = static_cast<unsigned>(vertexes.Count());
@@ -82,7 +65,7 @@ private:
     }
 
     void ListNeighbours() {
-        m_first.assign(m_lastPlace + 2, 0);
+        m_first.assign(m_places.Last + 2, 0);
         ForEachCorner([&](std::size_t, std::size_t place) { ++m_first[place + 1]; });
         std::partial_sum(m_first.begin(), m_first.end(), m_first.begin());
         m_around.resize(m_first.back());
@@ -102,14 +85,13 @@ private:
             if (!m_faces[i].Exists) continue;
             const std::array<int, 3> corners = CornersOf(static_cast<int>(i));
             for (std::size_t k = 0; k < 3; ++k)
-                visit(3 * i + k, m_places[static_cast<std::size_t>(corners[k])]);
+                visit(3 * i + k, m_places.Of[static_cast<std::size_t>(corners[k])]);
         }
     }
 
     TZEPMesh& m_mesh;
-    double m_least;                    // cosine of the angle
-    std::vector<std::size_t> m_places; // of the vertexes
-    std::size_t m_lastPlace = 0;
+    double m_least; // cosine of the angle
+    TJoinedPlaces m_places;
     std::vector<TSide> m_faces;
     std::vector<std::size_t> m_first;  // of a place, in `m_around`
     std::vector<std::size_t> m_around; // faces

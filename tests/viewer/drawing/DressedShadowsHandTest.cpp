@@ -152,7 +152,7 @@ TEST_F(DressedShadows, WhatIsSwitchedOnComesBackAndChoicesOfAFileStay) {
         EXPECT_EQ(flags(), QStringLiteral("crcr----c-"));
     }
     for (const TViewLook& look : {TViewLook{}, TViewLook{.Shadows = TShadows::Off},
-                                  TViewLook{.Wire = true, .Shadows = TShadows::Subtracted}}) {
+                                  TViewLook{.Faces = TViewLook::TFaces::HiddenLine, .Shadows = TShadows::Subtracted}}) {
         Dress({.Shadows = TShadows::Subtracted});
         Dress(look);
         EXPECT_EQ(flags(), made);

@@ -15,6 +15,7 @@
 namespace ZEP {
 namespace {
 
+using TFaces = TViewLook::TFaces;
 using TFog = TViewLook::TFog;
 using TShadows = TViewLook::TShadows;
 
@@ -68,7 +69,7 @@ TEST_F(ViewOptions, AreRemembered) {
         {},
         {.Lights = false, .Headlight = true},
         {.Fog = TFog::Exp2, .Flat = true},
-        {.Wire = true, .Background = TColor{0x123456}},
+        {.Faces = TFaces::Edged, .Background = TColor{0x123456}},
         {.Shadows = TShadows::Accumulated, .Reflections = false, .Ground = true},
     };
     for (const TViewLook& look : looks) {
@@ -187,7 +188,7 @@ TEST_F(ViewOptions, NothingIsWrittenIntoWhatIsShown) {
     };
     const QColor lit = middle({});
     EXPECT_EQ(middle({.Lights = false}), QColor(Qt::red));
-    EXPECT_EQ(middle({.Lights = false, .Wire = true}), QColor(Qt::black));
+    EXPECT_EQ(middle({.Lights = false, .Faces = TFaces::Wire}), QColor(Qt::black));
     EXPECT_TRUE(lamp->Visible());
     EXPECT_EQ(box->DrawType(), dtFill);
     EXPECT_EQ(box->Material()->FrontFace()->Ambient(), TColor{0x404040});
@@ -213,17 +214,18 @@ TEST_F(ViewOptions, FogKeepsToWhatIsLookedAt) {
 }
 
 TEST_F(ViewOptions, TheMenuShowsAndMakesTheChoice) {
-    TViewLook{.Fog = TFog::Linear, .Wire = true}.Save();
+    TViewLook{.Fog = TFog::Linear, .Faces = TFaces::Wire}.Save();
     TViewOptions options(&m_menu, &m_window);
     options.AddView(View());
     EXPECT_TRUE(Entry("&Wire frame")->isChecked());
     EXPECT_TRUE(Entry("&Linear")->isChecked());
-    for (const char* text : {"&Wire frame", "&Lights", "Flat &shading", "&Exponential",
+    for (const char* text : {"Shaded with &edges", "&Lights", "Flat &shading", "&Exponential",
                              "&Accumulated", "Refle&ctions", "Gro&und"})
         Entry(text)->trigger();
     const TViewLook chosen{.Lights = false,
                            .Fog = TFog::Exp,
                            .Flat = true,
+                           .Faces = TFaces::Edged,
                            .Shadows = TShadows::Accumulated,
                            .Reflections = false,
                            .Ground = true};

@@ -1,0 +1,80 @@
+#include <zep/batch/MeshLooks.h>
+
+#include <zep/objects/Mesh.h>
+#include <zep/scene/SceneInterfaces.h>
+
+#include <QHashFunctions>
+
+namespace ZEP {
+
+namespace {
+
+constexpr TZEPPassSet ShownPasses = ObjectPasses | PassBit(dsShadows);
+
+/// Of those passes, the ones that draw the mesh.
+bool IsShown(const TZEPMesh& mesh, const TZEPSceneContext& scene, TZEPDrawState state) {
+    switch (state) {
+    case dsNonShadowObjects:
+        return scene.Shadows() && !mesh.ReceivesShadows();
+    case dsShadowObjects:
+        return scene.Shadows() && mesh.ReceivesShadows();
+    case dsShadows:
+        return mesh.ReceivesShadows();
+    default:
+        return true;
+    }
+}
+
+/// A class that inherits from the mesh may draw anything.
+TZEPMesh* MeshOf(TZEPObject& object) {
+    return typeid(object) == typeid(TZEPMesh) ? static_cast<TZEPMesh*>(&object) : nullptr;
+}
+
+} // namespace
+
+std::size_t SignatureOf(TZEPMesh& mesh) {
+    std::size_t sum = 0;
+    const auto add = [&sum](const auto& values) {
+        sum = qHashBits(values.data(), sizeof(values), sum);
+    };
+    for (int i = 0; i < mesh.Vertexes()->Count(); ++i) {
+        const TZEPVertex3TexCI& vertex = (*mesh.Vertexes())[i];
+        add(vertex.Data());
+        add(std::array<double, 2>{vertex.TexX(), vertex.TexY()});
+    }
+    for (int i = 0; i < mesh.Faces()->Count(); ++i) {
+        const TZEPFace3CI& face = (*mesh.Faces())[i];
+        add(std::array<int, 4>{face.A(), face.B(), face.C(), face.MaterialIndex()});
+    }
+    return sum;
+}
+
+bool TMeshLooks::DrawSmooth(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state) {
+    TZEPMesh* mesh = (ShownPasses & PassBit(state)) != 0 ? MeshOf(object) : nullptr;
+    if (!mesh || mesh->Smooth() || !mesh->AutoNormal() || mesh->DrawType() == dtLine ||
+        mesh->GetItemsCount() > 0)
+        return false;
+    const TSmoothMesh& smooth = m_smooth.Of(*mesh);
+    if (IsShown(*mesh, scene, state)) smooth.Draw(*mesh, scene, state);
+    return true;
+}
+
+void TMeshLooks::DrawEdges(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state,
+                           const TGLArrayf3& color) {
+    if (state == dsTransparent || state == dsShadows || (ShownPasses & PassBit(state)) == 0) return;
+    TZEPMesh* mesh = MeshOf(object);
+    if (!mesh || mesh->DrawType() == dtLine || !IsShown(*mesh, scene, state)) return;
+    m_edges.Of(*mesh).Draw(*mesh, scene, color);
+}
+
+void TMeshLooks::Doubt(const TZEPObject& object) {
+    m_smooth.Doubt(object);
+    m_edges.Doubt(object);
+}
+
+void TMeshLooks::ForgetFreed() {
+    m_smooth.ForgetFreed();
+    m_edges.ForgetFreed();
+}
+
+} // namespace ZEP
