@@ -151,8 +151,9 @@ TEST_F(DressedShadows, WhatIsSwitchedOnComesBackAndChoicesOfAFileStay) {
         Dress({.Shadows = TShadows::Accumulated});
         EXPECT_EQ(flags(), QStringLiteral("crcr----c-"));
     }
-    for (const TViewLook& look : {TViewLook{}, TViewLook{.Shadows = TShadows::Off},
-                                  TViewLook{.Faces = TViewLook::TFaces::HiddenLine, .Shadows = TShadows::Subtracted}}) {
+    for (const TViewLook& look :
+         {TViewLook{}, TViewLook{.Shadows = TShadows::Off},
+          TViewLook{.Faces = TViewLook::TFaces::HiddenLine, .Shadows = TShadows::Subtracted}}) {
         Dress({.Shadows = TShadows::Subtracted});
         Dress(look);
         EXPECT_EQ(flags(), made);
