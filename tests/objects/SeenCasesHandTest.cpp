@@ -66,6 +66,7 @@ private:
         if (words.Has("flat")) shown.Shading = TZEPShading::Flat;
         shown.EvenLight = words.Has("even-light");
         shown.Wire = words.Has("wire");
+        shown.SortTransparent = words.Has("sorted");
         if (words.Has("on-faces")) shown.Edges = TZEPEdges::OnFaces;
         if (words.Has("alone")) shown.Edges = TZEPEdges::Alone;
         return shown;

@@ -163,6 +163,7 @@ void TDressedView::DressBatches(const TViewLook& look) {
         const auto faces = batch.EvenLight() ? TViewLook::TFaces::Shaded : look.Faces;
         shown.Wire = faces == TViewLook::TFaces::Wire;
         shown.Edges = EdgesOf(faces);
+        shown.SortTransparent = true;
         shown.Shading = look.Flat ? TZEPShading::Flat : TZEPShading::Own;
     });
 }

@@ -205,7 +205,8 @@ TLayerView TBatchContents::View(const TBatchLook& look, TZEPDrawKind kind, doubl
                      .Wire = shown.Wire || kind == dkDraft,
                      .Flat = shown.Shading == TZEPShading::Flat};
     view.Look = {.Smooth = smooth && !view.Surfaces.Flat && !view.Surfaces.Wire,
-                 .Wire = view.Surfaces.Wire};
+                 .Wire = view.Surfaces.Wire,
+                 .Sorted = shown.SortTransparent};
     if (shown.Edges != TZEPEdges::None && !view.Surfaces.Wire) AddEdges(shown, view);
     return view;
 }

@@ -193,7 +193,21 @@ void TLayerContent::DrawOthers(const TPass& pass, const TLayerView& view) const 
     TSurfaceScope::TLook look = view.Surfaces;
     look.Wire = false; // each draws its own outline
     const TSurfaceScope surfaces(pass.Scene.Frame().Run, look);
+    if (pass.Look.Sorted && pass.State == dsTransparent) return DrawFarthestFirst(pass);
     DrawEach(&TBlock::Others, pass);
+}
+
+void TLayerContent::DrawFarthestFirst(const TPass& pass) const {
+    TGLMatrixd4 view;
+    glGetDoublev(GL_MODELVIEW_MATRIX, view[0].data());
+    std::vector<TSeparates::TPlaced> order;
+    for (const TBlock& block : m_blocks) block.Others.List(pass.State, view, order);
+    std::ranges::stable_sort(order, {}, &TSeparates::TPlaced::Depth);
+    const TZEPFrame& frame = pass.Scene.Frame();
+    for (const TSeparates::TPlaced& placed : order) {
+        if (frame.SceneIsGone) return;
+        TSeparates::Draw(placed, pass);
+    }
 }
 
 void TLayerContent::DrawEach(TSeparates TBlock::*separates, const TPass& pass) const {

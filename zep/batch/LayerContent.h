@@ -56,6 +56,7 @@ public:
 private:
     using TBlock = TGathering::TBlock;
     using TPass = TSeparates::TPass;
+    void DrawFarthestFirst(const TPass& pass) const;
     /// What counts from one origin.
     struct TSpot {
         TGLArrayd3 Origin;

@@ -49,13 +49,14 @@ std::size_t SignatureOf(TZEPMesh& mesh) {
     return sum;
 }
 
-bool TMeshLooks::DrawSmooth(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state) {
+bool TMeshLooks::DrawSmooth(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state,
+                            bool sorted) {
     TZEPMesh* mesh = (ShownPasses & PassBit(state)) != 0 ? MeshOf(object) : nullptr;
     if (!mesh || mesh->Smooth() || !mesh->AutoNormal() || mesh->DrawType() == dtLine ||
         mesh->GetItemsCount() > 0)
         return false;
     const TSmoothMesh& smooth = m_smooth.Of(*mesh);
-    if (IsShown(*mesh, scene, state)) smooth.Draw(*mesh, scene, state);
+    if (IsShown(*mesh, scene, state)) smooth.Draw(*mesh, scene, state, sorted);
     return true;
 }
 

@@ -52,9 +52,10 @@ private:
 class TMeshLooks {
 public:
     /// With smooth normals.
+    /// \param sorted  transparent faces from the farthest on
     /// \return false for what is no mesh, or one that has a shading of its own, and in passes that
     ///         do not show it
-    bool DrawSmooth(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state);
+    bool DrawSmooth(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state, bool sorted);
     /// In the pass that shows what is opaque; nothing for what is no mesh.
     void DrawEdges(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state,
                    const TGLArrayf3& color);

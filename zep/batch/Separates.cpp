@@ -1,9 +1,13 @@
 #include <zep/batch/Separates.h>
 
 #include <zep/batch/DrawScopes.h>
+#include <zep/batch/Gathering.h>
 #include <zep/batch/MeshLooks.h>
 #include <zep/objects/Label.h>
 #include <zep/scene/SceneInterfaces.h>
+#include <zep/scene/Vectors.h>
+
+#include <cmath>
 
 namespace ZEP {
 
@@ -12,6 +16,16 @@ namespace {
 /// What is below it may take part in any pass.
 TZEPPassSet PassesOf(const TZEPObject& object) {
     return object.GetItemsCount() > 0 ? AllPasses : object.Passes();
+}
+
+/// Of the middle of its box. \param toEye  from what it lies in
+double DepthOf(TZEPObject& object, const TGLMatrixd4& toEye) {
+    TGLArrayd3 min;
+    TGLArrayd3 max;
+    object.GetSize(min, max);
+    TGLArrayd3 middle = (min + max) / 2;
+    Xformd(Product(toEye, object.GetMatrix()), middle);
+    return std::isfinite(middle[2]) ? middle[2] : 0;
 }
 
 } // namespace
@@ -36,6 +50,25 @@ void TSeparates::Draw(const TPass& pass) const {
     }
 }
 
+void TSeparates::List(TZEPDrawState state, const TGLMatrixd4& toEye,
+                      std::vector<TPlaced>& list) const {
+    for (const TNeighbours& some : m_frames) {
+        if ((some.Passes & PassBit(state)) == 0) continue;
+        const TGLMatrixd4 place = Product(toEye, some.Frame);
+        for (const QPointer<TZEPObject>& object : some.Objects)
+            if (object && (PassesOf(*object) & PassBit(state)) != 0)
+                list.push_back({&some.Frame, object, DepthOf(*object, place)});
+    }
+}
+
+void TSeparates::Draw(const TPlaced& placed, const TPass& pass) {
+    if (!placed.Object) return;
+    TZEPFrame& frame = pass.Scene.Frame();
+    const TMatrixScope place(frame, *placed.Frame);
+    DrawOne(placed.Object, pass);
+    frame.Run.End(); // before its matrix goes
+}
+
 void TSeparates::DrawOne(const QPointer<TZEPObject>& object, const TPass& pass) {
     const bool isText = qobject_cast<TZEPLabel*>(&*object);
     {
@@ -47,7 +80,9 @@ void TSeparates::DrawOne(const QPointer<TZEPObject>& object, const TPass& pass) 
 }
 
 void TSeparates::DrawFaces(TZEPObject& object, const TPass& pass) {
-    if (pass.Look.Smooth && pass.Meshes->DrawSmooth(object, pass.Scene, pass.State)) return;
+    if (pass.Look.Smooth &&
+        pass.Meshes->DrawSmooth(object, pass.Scene, pass.State, pass.Look.Sorted))
+        return;
     const bool outlines = pass.Look.Wire && !qobject_cast<TZEPLabel*>(&object);
     pass.Scene.Frame().Run.Next(typeid(object));
     object.Draw(pass.Scene, pass.State, outlines ? dkDraft : pass.Kind);

@@ -21,6 +21,7 @@ struct TSurfaceLook {
     bool Smooth = false;               ///< meshes, where their faces meet at a small angle
     bool Wire = false;                 ///< as outlines
     bool Hidden = false;               ///< not at all, but they hide what is behind them
+    bool Sorted = false;               ///< what is transparent, from the farthest on
     std::optional<TGLArrayf3> Edges{}; ///< the colour of edges that are drawn, 0 .. 1
 };
 
@@ -41,6 +42,16 @@ public:
     /// That one of them takes part in.
     [[nodiscard]] TZEPPassSet Passes() const { return m_passes; }
     void Draw(const TPass& pass) const;
+
+    /// One of them, and how far before the eye its middle is (farther behind: lower).
+    struct TPlaced {
+        const TGLMatrixd4* Frame; ///< that it lies in; belongs to the list
+        QPointer<TZEPObject> Object;
+        double Depth;
+    };
+    /// Adds those that take part in a pass. \param toEye  from their frames
+    void List(TZEPDrawState state, const TGLMatrixd4& toEye, std::vector<TPlaced>& list) const;
+    static void Draw(const TPlaced& placed, const TPass& pass);
     template <class Visit>
     void ForEach(const Visit& visit) const {
         for (const TNeighbours& some : m_frames)

@@ -41,6 +41,10 @@ struct TZEPShown {
     /// Not where surfaces are drawn as their outlines.
     TZEPEdges Edges = TZEPEdges::None;
 
+    /// Transparent objects, and faces of meshes that are shaded smooth, are drawn from the farthest
+    /// on, so that each shows what is behind it; else in the order of the tree.
+    bool SortTransparent = false;
+
     bool operator==(const TZEPShown&) const = default;
 };
 

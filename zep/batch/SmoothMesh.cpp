@@ -11,7 +11,9 @@
 #include <zep/scene/ViewVolume.h>
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
+#include <utility>
 
 namespace ZEP {
 
@@ -56,7 +58,8 @@ void TSmoothMesh::AddFace(TZEPMesh& mesh, int index, const TGLArrayf3* normals) 
     m_runs.back().Count += 3;
 }
 
-void TSmoothMesh::Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState state) const {
+void TSmoothMesh::Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState state,
+                       bool sorted) const {
     const TMatrixScope place(scene.Frame(), mesh.GetMatrix());
     TGLArrayd3 min;
     TGLArrayd3 max;
@@ -72,12 +75,12 @@ void TSmoothMesh::Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState st
         if (!material || material->IsTransparent() != (state == dsTransparent)) continue;
         const TZEPDrawRun::MaterialScope applied(draws, *material);
         draws.OpenSurface();
-        DrawCorners(run, material->HasTexture());
+        DrawCorners(run, material->HasTexture(), sorted && state == dsTransparent);
     }
     draws.End();
 }
 
-void TSmoothMesh::DrawCorners(const TRun& run, bool textured) const {
+void TSmoothMesh::DrawCorners(const TRun& run, bool textured, bool sorted) const {
     const TClientArraysScope arrays({GL_VERTEX_ARRAY, GL_NORMAL_ARRAY});
     glVertexPointer(3, GL_FLOAT, 0, m_points.front().data());
     glNormalPointer(GL_FLOAT, 0, m_normals.front().data());
@@ -85,10 +88,36 @@ void TSmoothMesh::DrawCorners(const TRun& run, bool textured) const {
         glEnableClientState(GL_TEXTURE_COORD_ARRAY);
         glTexCoordPointer(2, GL_FLOAT, 0, m_pictures.front().data());
     }
-    glDrawArrays(GL_TRIANGLES, static_cast<GLint>(run.First), static_cast<GLsizei>(run.Count));
+    if (sorted)
+        glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(run.Count), GL_UNSIGNED_INT,
+                       CornersByDepth(run).data());
+    else
+        glDrawArrays(GL_TRIANGLES, static_cast<GLint>(run.First), static_cast<GLsizei>(run.Count));
     // As after single calls, whatever a driver makes of arrays.
     glNormal3fv(m_normals[run.First + run.Count - 1].data());
     if (textured) glTexCoord2fv(m_pictures[run.First + run.Count - 1].data());
+}
+
+/// The present matrices tell what is far.
+std::vector<GLuint> TSmoothMesh::CornersByDepth(const TRun& run) const {
+    TGLMatrixd4 view;
+    glGetDoublev(GL_MODELVIEW_MATRIX, view[0].data());
+    std::vector<std::pair<float, GLuint>> triangles; // depth and first corner
+    triangles.reserve(run.Count / 3);
+    for (std::size_t i = run.First; i < run.First + run.Count; i += 3) {
+        double depth = 0;
+        for (std::size_t k = 0; k < 3; ++k)
+            depth += view[k][2] * (m_points[i][k] + m_points[i + 1][k] + m_points[i + 2][k]);
+        // What is no number would have no order.
+        const float key = std::isfinite(depth) ? static_cast<float>(depth) : 0;
+        triangles.emplace_back(key, static_cast<GLuint>(i));
+    }
+    std::ranges::sort(triangles);
+    std::vector<GLuint> corners;
+    corners.reserve(run.Count);
+    for (const auto& [depth, first] : triangles)
+        corners.insert(corners.end(), {first, first + 1, first + 2});
+    return corners;
 }
 
 } // namespace ZEP

@@ -20,7 +20,8 @@ public:
     explicit TSmoothMesh(TZEPMesh& mesh);
     /// As the mesh that it was made of draws itself in the passes that show it, without its
     /// selection.
-    void Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState state) const;
+    /// \param sorted  what is transparent, from the farthest triangle on
+    void Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState state, bool sorted) const;
 
 private:
     /// Neighbours that have one material: that of a face.
@@ -30,7 +31,8 @@ private:
     };
 
     void AddFace(TZEPMesh& mesh, int index, const TGLArrayf3* normals);
-    void DrawCorners(const TRun& run, bool textured) const;
+    void DrawCorners(const TRun& run, bool textured, bool sorted) const;
+    [[nodiscard]] std::vector<GLuint> CornersByDepth(const TRun& run) const;
 
     // one for each corner of a face
     std::vector<TGLArrayf3> m_points, m_normals;
