@@ -28,6 +28,34 @@ TEST_F(SceneModel, ManyObjectsComeAsOneChange) {
     EXPECT_EQ(inserted[0][2].toInt(), 999);
 }
 
+TEST_F(SceneModel, ManyObjectsGoAsOneChange) {
+    auto* layer = Add(*m_scene);
+    for (int i = 0; i < 1000; ++i) Add(*layer);
+    ExpectInStep();
+    const QSignalSpy removed(&m_model, &QAbstractItemModel::rowsRemoved);
+    layer->Clear();
+    EXPECT_LE(removed.count(), 100);
+    ExpectInStep();
+    delete Add(*m_scene);
+    ExpectInStep();
+}
+
+TEST_F(SceneModel, WhatAnotherListenerHasTakenOutAgainIsNoRow) {
+    TZEPObject elsewhere;
+    m_model.SetRoot(nullptr);
+    const TZEPObjectNotify first{
+        [](void* to, TZEPObject* sender, TZEPObjectAction action, const void*) {
+            if (action == saInsert) sender->SetParentComponent(static_cast<TZEPObject*>(to));
+        },
+        &elsewhere};
+    m_scene->RegisterNotify(first); // before the model does
+    m_model.SetRoot(&*m_scene);
+    Add(*m_scene);
+    ExpectInStep();
+    EXPECT_EQ(m_model.rowCount(), 0);
+    m_scene->UnregisterNotify(first);
+}
+
 TEST_F(SceneModel, RootsAreRowsAndComeBack) {
     auto* a = Add(*m_scene, QStringLiteral("a"));
     auto* b = Add(*m_scene, QStringLiteral("b"));

@@ -91,9 +91,12 @@ void TZEPUser::DrawSpecific(GLenum face, bool draft) {
     const auto drawn = m_draw;
     const TZEPWatch alive(this);
     TZEPTexture::ForgetBound();
+    const bool textured = glIsEnabled(GL_TEXTURE_2D);
     const bool done = m_calls.Run([&] { (*drawn)(*this, face, draft); });
     TZEPTexture::ForgetBound();
     stacks.Restore(!done);
+    // A smooth line leaves its texture on for what follows in a run, of which a callback has none.
+    if (!textured && glIsEnabled(GL_TEXTURE_2D)) TZEPTexture::SwitchOff();
     if (!done && alive) Report();
 }
 

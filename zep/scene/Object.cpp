@@ -337,6 +337,15 @@ void TZEPObject::DoNotify(TZEPObject* sender, TZEPObjectAction action, const voi
         if (*object) (*object)->CallListeners(senderAlive, sender, action, data);
 }
 
+namespace {
+
+/// Who heard before has put what came elsewhere, which was told since then.
+bool IsUndone(const TZEPObject& sender, TZEPObjectAction action, const void* data) {
+    return action == saInsert && data && sender.Parent() != *static_cast<TZEPObject* const*>(data);
+}
+
+} // namespace
+
 // Those that are there now, as long as they stay.
 void TZEPObject::CallListeners(const TZEPWatch& senderAlive, TZEPObject* sender,
                                TZEPObjectAction action, const void* data) {
@@ -345,6 +354,7 @@ void TZEPObject::CallListeners(const TZEPWatch& senderAlive, TZEPObject* sender,
         if (!alive || !senderAlive || !m_extras) return;
         const auto& now = m_extras->Listeners;
         const bool stays = std::ranges::find(now, listener) != now.end();
+        if (IsUndone(*sender, action, data)) return;
         if (stays && listener.Code) listener.Code(listener.Context, sender, action, data);
     }
 }

@@ -97,8 +97,9 @@ bool TZEPViewFrame::Bounds(const TZEPFrame& frame) {
 }
 
 TZEPSeen TZEPViewFrame::Shows(const TZEPFrame& frame, const TZEPBlockBox& box) {
-    // An object that leaves the scene while it is drawn looks at a frame without a view.
-    return frame.View ? frame.View->Volume().Shows(box.Min, box.Max) : TZEPSeen::Part;
+    // An object that leaves the scene while it is drawn looks at a frame without a view, and one of
+    // a scene within another at a view that nothing bounds.
+    return Bounds(frame) ? frame.View->Volume().Shows(box.Min, box.Max) : TZEPSeen::Part;
 }
 
 const TZEPViewVolume& TZEPViewFrame::Volume() {

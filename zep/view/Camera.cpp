@@ -34,6 +34,10 @@ TZEPCamera::TZEPCamera(TComponent* owner)
     m_up.SetDataQuietly(unitz);
 }
 
+TZEPCamera::~TZEPCamera() {
+    Q_EMIT Freed();
+}
+
 // --- base placement and lens -------------------------------------------------------------------
 
 void TZEPCamera::Follow(TZEPObject*& field, TZEPObject* object) {

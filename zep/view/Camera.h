@@ -39,6 +39,7 @@ class ZEP_CORE_EXPORT TZEPCamera : public TZEPObject, public TZEPSceneCamera {
     Q_CLASSINFO("Extended", "false")
 public:
     explicit TZEPCamera(TComponent* owner = nullptr);
+    ~TZEPCamera() override;
 
     /// \name Base placement and lens
     /// @{
@@ -159,6 +160,8 @@ public:
 Q_SIGNALS:
     /// It has come to another scene, or to none.
     void SceneChanged();
+    /// It goes, and is whole no longer: whoever shows it lets go.
+    void Freed();
 
 protected:
     void EnteredScene() override { Q_EMIT SceneChanged(); }

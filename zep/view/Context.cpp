@@ -188,8 +188,7 @@ void TZEPContext::EndPicture() {
 
 void TZEPContext::DestroyContext() {
     if (m_context != 0) {
-        m_binding->MakeCurrent(0);
-        Record(0);
+        Release();
         m_binding->DeleteContext(m_context);
         m_context = 0;
     }

@@ -46,8 +46,9 @@ void TZEPHover::SetFind(TFind find) {
 // --- following ---------------------------------------------------------------------------------
 
 bool TZEPHover::eventFilter(QObject* watched, QEvent* event) {
+    const QPointer<QObject> alive(watched); // who hears of it may free the panel, and this
     if (event->type() == QEvent::Leave || event->type() == QEvent::Hide) Follow({});
-    return QObject::eventFilter(watched, event);
+    return !alive || QObject::eventFilter(watched, event);
 }
 
 void TZEPHover::Follow(const std::optional<QPoint>& pointer) {
@@ -62,7 +63,8 @@ void TZEPHover::timerEvent(QTimerEvent* event) {
     m_looking.stop();
     if (!m_pointer || m_panel->MouseDowned()) return;
     const QPointer<TZEPHover> alive(this); // what is drawn to find it may free the panel
-    TZEPObject* found = Find(*m_pointer);
+    TZEPObject* found = nullptr;
+    m_panel->TryFind([&] { found = Find(*m_pointer); });
     if (alive) Mark(found);
 }
 

@@ -19,12 +19,18 @@ QMessageBox::Icon BoxIcon(TMessageIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+/// A box that nobody can close would stop the program.
+bool CanShowBox() {
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return false;
+    const QString platform = QGuiApplication::platformName();
+    return platform != u"offscreen" && platform != u"minimal";
+}
+
 void ShowBox(const QString& text, const QString& title, TMessageIcon icon) {
-    if (qobject_cast<QApplication*>(QCoreApplication::instance())) {
+    if (CanShowBox())
         QMessageBox(BoxIcon(icon), title, text, QMessageBox::Ok).exec();
-        return;
-    }
-    PrintText(stderr, title + QStringLiteral(": ") + text + QLatin1Char('\n'));
+    else
+        PrintText(stderr, title + QStringLiteral(": ") + text + QLatin1Char('\n'));
 }
 
 /// Boxes from the moment this library is loaded.

@@ -5,6 +5,8 @@
 
 #include <QRect>
 
+#include <functional>
+
 namespace ZEP {
 
 class TZEPCamera;
@@ -29,6 +31,12 @@ public:
     virtual bool MakeCurrent() = 0;
     /// What was made current is not needed any more.
     virtual void DoneCurrent() {}
+    /// Calls what draws in the panel to find something. What that throws does not go on from here.
+    /// \return false where the panel cannot draw, something was thrown, or the panel has gone
+    virtual bool TryFind(const std::function<void()>& find) {
+        find();
+        return true;
+    }
     /// A frame is to come, in full quality whether a button is held or not.
     virtual void RepaintFull() = 0;
     /// The mouse belongs to the panel until it is released.

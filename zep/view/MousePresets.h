@@ -9,9 +9,8 @@ class TZEPPanelControl;
 /// What programs of a kind do with the mouse.
 enum class TZEPMousePreset {
     /// Left orbits, with Shift out of a locked 2D view, and with Ctrl selects in a rectangle;
-    /// middle
-    /// and right shift; middle with Shift orbits, with Ctrl zooms into a rectangle; the wheel comes
-    /// nearer to the pointer.
+    /// middle and right shift; middle with Shift orbits, with Ctrl zooms into a rectangle; the
+    /// wheel comes nearer to the pointer.
     Cad,
     /// Left selects; middle orbits, with Shift shifts, with Ctrl dollies; right looks around; the
     /// wheel comes nearer to the pointer.

@@ -76,7 +76,7 @@ void TZEPPanel::SetCamera(TZEPCamera* camera) {
     m_camera = camera;
     if (camera) {
         connect(camera, &TZEPCamera::SceneChanged, this, &TZEPPanel::FollowScene);
-        connect(camera, &QObject::destroyed, this, &TZEPPanel::CameraDestroyed);
+        connect(camera, &TZEPCamera::Freed, this, &TZEPPanel::CameraDestroyed);
     }
     FollowScene();
 }
@@ -158,6 +158,7 @@ void TZEPPanel::OpenHandle() {
 void TZEPPanel::CloseHandle() {
     m_context.DestroyContext();
     m_appliedOptions.reset();
+    TFrame::Resume();
 }
 
 void TZEPPanel::UpdateViewport() {

@@ -192,6 +192,8 @@ public:
     /// @{
     bool MakeCurrent() override;
     void DoneCurrent() override;
+    /// What is thrown is told by `FrameFailed`.
+    bool TryFind(const std::function<void()>& find) override;
     void RepaintFull() override;
     void CaptureMouse() override;
     void ReleaseCapture() override;
@@ -272,6 +274,8 @@ private:
         TFrame(const TFrame&) = delete;
         TFrame& operator=(const TFrame&) = delete;
         explicit operator bool() const;
+        /// The innermost one goes on, whose context may not be current any more.
+        static void Resume();
 
     private:
         inline static TFrame* s_innermost = nullptr;
@@ -290,6 +294,7 @@ private:
     void DrawFrame(bool over, const std::function<void()>& use);
     template <class Draw>
     [[nodiscard]] std::optional<QString> TryFrame(const TFrame& frame, const Draw& draw);
+    void TellFailure(const QString& error);
     [[nodiscard]] std::optional<QString> TryOver(const TFrame& frame);
     [[nodiscard]] bool HasKept() const;
     void PaintOver();

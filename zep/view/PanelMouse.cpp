@@ -102,7 +102,9 @@ bool TZEPPanel::MakeCurrent() {
 }
 
 void TZEPPanel::DoneCurrent() {
-    if (!m_drawing) m_context.Release();
+    if (m_drawing) return;
+    m_context.Release();
+    TFrame::Resume();
 }
 
 void TZEPPanel::RepaintFull() {

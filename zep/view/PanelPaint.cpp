@@ -26,6 +26,18 @@ void Switch(GLenum capability, bool on) {
     (on ? glEnable : glDisable)(capability);
 }
 
+template <class Draw>
+std::optional<QString> ThrownBy(const Draw& draw) {
+    try {
+        draw();
+        return {};
+    } catch (const std::exception& thrown) {
+        return QString::fromUtf8(thrown.what());
+    } catch (...) {
+        return QStringLiteral("Something was thrown that is no exception.");
+    }
+}
+
 } // namespace
 
 int TZEPPanel::TotalFrameCount() {
@@ -70,13 +82,17 @@ TZEPPanel::TFrame::TFrame(TZEPPanel& panel)
 TZEPPanel::TFrame::~TFrame() {
     s_innermost = m_outer;
     if (m_panel) m_panel->m_drawing = false;
-    if (m_outer) static_cast<void>(static_cast<bool>(*m_outer)); // it goes on
+    Resume();
 }
 
 TZEPPanel::TFrame::operator bool() const {
     if (!m_panel || m_panel->m_goes) return false;
     m_panel->m_context.MakeCurrent();
     return m_panel->m_context.IsCurrent();
+}
+
+void TZEPPanel::TFrame::Resume() {
+    if (s_innermost) static_cast<void>(static_cast<bool>(*s_innermost));
 }
 
 void TZEPPanel::Paint() {
@@ -128,27 +144,37 @@ void TZEPPanel::DrawFrame(bool over, const std::function<void()>& use) {
 template <class Draw>
 std::optional<QString> TZEPPanel::TryFrame(const TFrame& frame, const Draw& draw) {
     const TZEPFrameState before;
-    QString error;
-    try {
-        draw();
-        return {};
-    } catch (const std::exception& thrown) {
-        error = QString::fromUtf8(thrown.what());
-    } catch (...) {
-        error = QStringLiteral("Something was thrown that is no exception.");
-    }
-    if (!frame) return {};
+    const std::optional<QString> error = ThrownBy(draw);
+    if (!error || !frame) return {};
     before.Restore();
     m_appliedOptions.reset();
     return error;
 }
 
+bool TZEPPanel::TryFind(const std::function<void()>& find) {
+    const QPointer<TZEPPanel> alive(this);
+    if (!MakeCurrent()) return false;
+    const TZEPFrameState before;
+    const std::optional<QString> error = ThrownBy(find);
+    if (!alive) return false;
+    if (error && MakeCurrent()) {
+        before.Restore();
+        m_appliedOptions.reset();
+    }
+    DoneCurrent();
+    if (error) TellFailure(*error);
+    return !error;
+}
+
 // Later, since a handler may show a message or close the window.
 void TZEPPanel::NoteFrame(const std::optional<QString>& error) {
     const bool failedBefore = std::exchange(m_failed, error.has_value());
-    if (!m_failed || failedBefore) return;
+    if (m_failed && !failedBefore) TellFailure(*error);
+}
+
+void TZEPPanel::TellFailure(const QString& error) {
     QMetaObject::invokeMethod(
-        this, [this, error] { Q_EMIT FrameFailed(this, *error); }, Qt::QueuedConnection);
+        this, [this, error] { Q_EMIT FrameFailed(this, error); }, Qt::QueuedConnection);
 }
 
 // --- what lies over the scene ------------------------------------------------------------------

@@ -29,22 +29,24 @@ QSize SizeOf(const TZEPMousePanel& panel) {
 }
 
 /// Pixels about a place.
-TZEPPickRegion RegionAt(const TZEPMousePanel& panel, QPoint at, const QSize& size) {
-    return {panel.Width(),           panel.Height(), at.x(),
-            panel.Height() - at.y(), size.width(),   size.height()};
+TZEPPickRegion RegionAt(const QSize& view, QPoint at, const QSize& size) {
+    return {view.width(),           view.height(), at.x(),
+            view.height() - at.y(), size.width(),  size.height()};
 }
 
 /// Of what is seen there; none where nothing is.
 std::optional<double> DepthAt(TZEPMousePanel& panel, QPoint at,
                               std::initializer_list<QSize> sizes) {
     const TZEPCamera* camera = panel.Camera();
-    if (!camera || !camera->Scene() || !panel.MakeCurrent()) return {};
+    if (!camera || !camera->Scene()) return {};
     const QPointer<TZEPCamera> alive(panel.Camera());
     std::optional<double> depth;
-    for (const QSize& size : sizes)
-        if (!depth && alive && alive->Scene())
-            depth = alive->Scene()->DepthIn(*alive, RegionAt(panel, at, size));
-    panel.DoneCurrent();
+    const QSize view = SizeOf(panel);
+    panel.TryFind([&] {
+        for (const QSize& size : sizes)
+            if (!depth && alive && alive->Scene())
+                depth = alive->Scene()->DepthIn(*alive, RegionAt(view, at, size));
+    });
     return depth;
 }
 

@@ -69,7 +69,8 @@ void TZEPPanelControl::Select(TZEPMousePanel& panel,
     if (!alive) return;
     panel.MakeCurrent(); // whatever the handler did
     const TZEPCamera* camera = panel.Camera();
-    if (TZEPScene* scene = camera ? camera->Scene() : nullptr) select(*scene);
+    if (TZEPScene* scene = camera ? camera->Scene() : nullptr)
+        panel.TryFind([&] { select(*scene); });
     if (alive) panel.FireAfterSelect();
     if (alive) panel.DoneCurrent();
 }

@@ -133,7 +133,9 @@ void TZEPSceneSync::Inserted(TZEPObject& object) {
 // places of indexes after that.
 void TZEPSceneSync::Removing(TZEPObject& object) {
     if (m_rows.IsSettled()) m_rows.Settle(); // its parent may go now
-    if (m_rows.IsLost() || m_rows.HoldsRoot(object)) {
+    // Each row that goes costs a view as much as it has rows.
+    const bool areMany = ++m_removed > MostTold;
+    if (m_rows.IsLost() || m_rows.HoldsRoot(object) || areMany) {
         Lose();
         IsLeaving(); // those that have gone, whose parents may go with this one
         m_leaving.emplace_back(object);

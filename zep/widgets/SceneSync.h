@@ -93,6 +93,7 @@ private:
     TObjects m_telling;                    ///< what is yet to be told of these
     std::vector<TZEPChildPlace> m_leaving; ///< what is about to go while there are no rows
     const TZEPObject* m_lastLooked = nullptr;
+    std::size_t m_removed = 0; ///< rows, since the event loop ran last
     int m_emitting = 0;
     bool m_allMarked = false;
     bool m_resetDue = false;

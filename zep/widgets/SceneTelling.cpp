@@ -38,6 +38,7 @@ void TZEPSceneSync::Schedule() {
 }
 
 void TZEPSceneSync::Tick() {
+    m_removed = 0;
     if (IsEmitting()) return;
     if (m_rows.IsLost()) return Recover();
     Sync();
