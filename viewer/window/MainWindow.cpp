@@ -11,7 +11,7 @@
 #include "viewer/window/ProgramDock.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
-#include "viewer/window/StockView.h"
+#include "viewer/window/StockMenu.h"
 #include "viewer/window/ViewOptions.h"
 #include "viewer/window/WelcomePage.h"
 #include <zep/batch/Batch.h>

@@ -20,8 +20,7 @@ class TPlayback;
 class TProgramDock;
 class TSelection;
 class TSourceDock;
-class TStockDialog;
-class TStockView;
+class TStockMenu;
 class TViewOptions;
 class TWelcomePage;
 class TZEPPanel;
@@ -73,9 +72,6 @@ private:
     void AddFileMenu();
     void AddFileActions(QMenu* menu);
     void AddProgram();
-    void AddStock();
-    void ShowStockDialog();
-    void FollowProgram();
     void AddViewMenu();
     void AddDocks(QMenu* menu);
     void AddViewOptions(QMenu* menu);
@@ -112,8 +108,7 @@ private:
     TMessagesDock* m_messages = nullptr;
     TFileWatch* m_watch;
     TPlayback* m_playback = nullptr;
-    TStockView* m_stock = nullptr;
-    TStockDialog* m_stockDialog = nullptr; ///< since it was first asked for
+    TStockMenu* m_stock = nullptr;
     TLoadBar* m_loadBar;
     QLabel* m_status;
     QLabel* m_size;

@@ -17,8 +17,7 @@
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
 #include "viewer/window/StatusTip.h"
-#include "viewer/window/StockDialog.h"
-#include "viewer/window/StockView.h"
+#include "viewer/window/StockMenu.h"
 #include "viewer/window/ViewOptions.h"
 #include "viewer/window/WelcomePage.h"
 #include <zep/Version.h>
@@ -184,37 +183,8 @@ void TMainWindow::AddProgram() {
     connect(m_program, &TProgramDock::TimesChanged, m_playback, &TPlayback::TakeTimes);
     connect(m_playback, &TPlayback::Told, this,
             [this](const QString& text) { statusBar()->showMessage(text, MessageTime); });
-    AddStock();
-}
-
-void TMainWindow::AddStock() {
-    m_stock = new TStockView(this, m_document.Scene());
-    QMenu* menu = menuBar()->actions().last()->menu(); // that of the playback
-    Explained(menu->addAction(QStringLiteral("C&ut stock..."), this, &TMainWindow::ShowStockDialog),
-              QStringLiteral("Show the block that is left, move by move"));
-    connect(m_source, &TSourceDock::Moved, this, &TMainWindow::FollowProgram);
-    connect(m_source, &TSourceDock::ProgramChanged, this, &TMainWindow::FollowProgram);
-    connect(m_stock, &TStockView::ShownChanged, this, [this] { m_viewOptions->Apply(); });
-}
-
-void TMainWindow::ShowStockDialog() {
-    if (!m_stockDialog) {
-        m_stockDialog = new TStockDialog(this, m_stock);
-        connect(m_stockDialog, &TStockDialog::LineWanted, m_source, &TSourceDock::PickLine);
-    }
-    m_stockDialog->show();
-    m_stockDialog->raise();
-}
-
-void TMainWindow::FollowProgram() {
-    const TProgram* program = m_source->Program();
-    const std::shared_ptr<const TToolPath> path = program ? program->Path : nullptr;
-    if (path != m_stock->Path()) {
-        m_stock->SetPath(path);
-        if (m_stockDialog) m_stockDialog->Guess();
-    }
-    const int move = m_source->CurrentMove();
-    m_stock->Show(path && move >= 0 ? path->MoveOf(move) : -1);
+    m_stock = new TStockMenu(this, m_playback, m_source, m_document.Scene());
+    connect(m_stock, &TStockMenu::ShownChanged, this, [this] { m_viewOptions->Apply(); });
 }
 
 void TMainWindow::AddFullScreen(QMenu* menu) {

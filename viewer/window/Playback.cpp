@@ -31,9 +31,11 @@ QString TimesText(const QString& present, const QString& whole, bool times) {
 } // namespace
 
 TPlayback::TPlayback(QMainWindow* window, TZEPScene* scene, TSourceDock* source)
-    : QObject(window), m_window(window), m_scene(scene), m_source(source), m_view(scene),
-      m_slider(new TTimeSlider), m_speed(new TPlaySpeed(m_player)), m_time(new QLabel) {
-    AddActions(*window);
+    : QObject(window), m_window(window),
+      m_menu(window->menuBar()->addMenu(QStringLiteral("&Program"))), m_scene(scene),
+      m_source(source), m_view(scene), m_slider(new TTimeSlider), m_speed(new TPlaySpeed(m_player)),
+      m_time(new QLabel) {
+    AddActions();
     MakeBar(*window);
     m_actor.SetParentComponent(scene);
     connect(&m_actor, &TZEPActor::OnAction, this, [this](TZEPObject*, double t) { Tick(t); });
@@ -49,10 +51,9 @@ TPlayback::TPlayback(QMainWindow* window, TZEPScene* scene, TSourceDock* source)
     TakeProgram();
 }
 
-void TPlayback::AddActions(QMainWindow& window) {
-    QMenu* menu = window.menuBar()->addMenu(QStringLiteral("&Program"));
+void TPlayback::AddActions() {
     const auto add = [&](const QString& text, const QList<QKeySequence>& keys, auto&& call) {
-        QAction* action = menu->addAction(text, this, call);
+        QAction* action = m_menu->addAction(text, this, call);
         action->setShortcuts(keys);
         return action;
     };
@@ -70,17 +71,17 @@ void TPlayback::AddActions(QMainWindow& window) {
         [this] { GoTo(Last); });
     add(QStringLiteral("&Go to line..."), {QKeySequence(Qt::CTRL | Qt::Key_G)},
         [this] { AskForLine(); });
-    m_play = menu->addAction(QStringLiteral("P&lay"), QKeySequence(Qt::Key_Space));
+    m_play = m_menu->addAction(QStringLiteral("P&lay"), QKeySequence(Qt::Key_Space));
     m_play->setCheckable(true);
     connect(m_play, &QAction::toggled, this, &TPlayback::SetPlaying);
-    menu->addSeparator();
-    AddView(*menu, QStringLiteral("Show the tool"), &TPlayedPath::SetHasTool);
-    AddView(*menu, QStringLiteral("What is to &come is faint"), &TPlayedPath::SetIsFaint);
-    menu->addSeparator();
+    m_menu->addSeparator();
+    AddView(*m_menu, QStringLiteral("Show the tool"), &TPlayedPath::SetHasTool);
+    AddView(*m_menu, QStringLiteral("What is to &come is faint"), &TPlayedPath::SetIsFaint);
+    m_menu->addSeparator();
     QAction* text = m_source->toggleViewAction();
     text->setText(QStringLiteral("&Text"));
     text->setShortcut(QKeySequence(Qt::Key_F4));
-    menu->addAction(text);
+    m_menu->addAction(text);
     m_bar = new QToolBar(QStringLiteral("Program"));
     m_bar->addActions({back, m_play, next});
 }
@@ -257,10 +258,14 @@ QString TPlayback::TipAt(double place) const {
     return text;
 }
 
+std::optional<TPlayback::TPlace> TPlayback::Place() const {
+    if (!m_player.Path() || m_source->CurrentMove() < 0 || m_player.Move() < 0) return {};
+    return TPlace{m_player.Move(), m_player.Fraction()};
+}
+
 QString TPlayback::Status() const {
-    const TToolPath* path = m_player.Path();
-    if (!path || m_source->CurrentMove() < 0 || m_player.Move() < 0) return {};
-    return Describe(*path, m_player.Move(), m_player.Fraction());
+    const std::optional<TPlace> place = Place();
+    return place ? Describe(*m_player.Path(), place->Move, place->Part) : QString();
 }
 
 } // namespace ZEP

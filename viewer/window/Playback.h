@@ -29,6 +29,11 @@ class TZEPScene;
 class TPlayback : public QObject {
     Q_OBJECT
 public:
+    struct TPlace {
+        int Move;
+        double Part; ///< 0 to 1
+    };
+
     /// \param window  owns this
     TPlayback(QMainWindow* window, TZEPScene* scene, TSourceDock* source);
 
@@ -43,15 +48,20 @@ public:
     void TakeTimes();
     /// Of the selected move, for the status line; empty without one, and without a path.
     [[nodiscard]] QString Status() const;
+    /// The move of the path that is selected, and how much of it is done; nothing without one, and
+    /// without a path.
+    [[nodiscard]] std::optional<TPlace> Place() const;
+    /// "Program": what else a program offers goes there.
+    [[nodiscard]] QMenu* Menu() const { return m_menu; }
 
 Q_SIGNALS:
-    /// The status tells something else.
+    /// The status, or the place, is another one.
     void StatusChanged();
     /// For the user, for a while.
     void Told(const QString& message);
 
 private:
-    void AddActions(QMainWindow& window);
+    void AddActions();
     void AddView(QMenu& menu, const QString& text, void (TPlayedPath::*show)(bool));
     void MakeBar(QMainWindow& window);
     void TakeProgram();
@@ -70,6 +80,7 @@ private:
     [[nodiscard]] QString TipAt(double place) const;
 
     QMainWindow* m_window;
+    QMenu* m_menu;
     QPointer<TZEPScene> m_scene;
     TSourceDock* m_source;
     TToolPlayback m_player;

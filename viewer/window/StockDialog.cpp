@@ -1,76 +1,62 @@
 #include "viewer/window/StockDialog.h"
 
+#include "viewer/window/StockTools.h"
 #include "viewer/window/StockView.h"
 #include <zep/framework/Exception.h>
 #include <zep/stock/Guess.h>
 
-#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTableWidget>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ZEP {
 
 namespace {
 
-enum TToolColumn {
-    NameColumn,
-    ShapeColumn,
-    DiameterColumn,
-    CornerColumn,
-    AngleColumn,
-    ColumnCount
-};
-
 constexpr double Furthest = 100'000; // mm
 
-QDoubleSpinBox* LengthBox(double min, double max, double value, const QString& unit) {
+constexpr double BytesOfCell = 5, Megabyte = 1e6;
+constexpr int ListHeight = 90;                // pixels
+constexpr std::size_t MostRapidCuts = 10'000; // in the list
+
+QDoubleSpinBox* LengthBox(double min, double value) {
     auto* box = new QDoubleSpinBox;
     box->setDecimals(3);
-    box->setRange(min, max);
-    box->setSuffix(unit);
+    box->setRange(min, Furthest);
+    box->setSuffix(QStringLiteral(" mm"));
     box->setValue(value);
     return box;
 }
 
-QDoubleSpinBox* LengthBox(double min, double value) {
-    return LengthBox(min, Furthest, value, QStringLiteral(" mm"));
+QString Count(double count) {
+    return QLocale().toString(count, 'f', 0);
 }
 
-QComboBox* ShapeBox(TStockShape shape) {
-    auto* box = new QComboBox;
-    box->addItems({QStringLiteral("Flat"), QStringLiteral("Ball"), QStringLiteral("Bull nose"),
-                   QStringLiteral("V")});
-    box->setCurrentIndex(static_cast<int>(shape));
-    return box;
-}
-
-QString NameOf(const TPathTool& tool, bool knowsDiameter) {
-    QString name = tool.Number >= 0 ? QStringLiteral("T%1").arg(tool.Number) : QStringLiteral("-");
-    if (!tool.Name.isEmpty()) name += QLatin1Char(' ') + tool.Name;
-    return knowsDiameter ? name : name + QStringLiteral(" (no diameter stated: 3 mm)");
+QString Megabytes(double cells) {
+    return QLocale().toString(cells * BytesOfCell / Megabyte, 'f', 1);
 }
 
 } // namespace
 
-TStockDialog::TStockDialog(QWidget* parent, TStockView* view) : QDialog(parent), m_view(view) {
+TStockDialog::TStockDialog(QWidget* parent, TStockView* view)
+    : QDialog(parent), m_view(view), m_tools(new TStockTools) {
     setWindowTitle(QStringLiteral("Cut stock"));
     auto* layout = new QVBoxLayout(this);
     auto* form = new QFormLayout;
     layout->addLayout(form);
     AddSizes(*form);
-    AddTools(*layout);
+    layout->addWidget(m_tools);
     AddRapidCuts(*layout);
     AddButtons(*layout);
+    connect(m_view, &TStockView::PathChanged, this, &TStockDialog::Guess);
     connect(m_view, &TStockView::Progressed, this, &TStockDialog::ShowState);
     connect(m_view, &TStockView::ShownChanged, this, &TStockDialog::ShowState);
     Guess();
@@ -96,25 +82,17 @@ void TStockDialog::AddSizes(QFormLayout& form) {
     connect(m_cell, &QDoubleSpinBox::valueChanged, this, &TStockDialog::ShowCells);
 }
 
-void TStockDialog::AddTools(QLayout& layout) {
-    m_tools = new QTableWidget(0, ColumnCount);
-    m_tools->setHorizontalHeaderLabels({QStringLiteral("Tool"), QStringLiteral("Shape"),
-                                        QStringLiteral("Diameter"), QStringLiteral("Corner radius"),
-                                        QStringLiteral("Angle")});
-    m_tools->horizontalHeader()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
-    m_tools->verticalHeader()->hide();
-    m_tools->setMinimumWidth(640);
-    layout.addWidget(m_tools);
-}
-
 void TStockDialog::AddRapidCuts(QLayout& layout) {
     m_state = new QLabel;
     layout.addWidget(m_state);
     m_rapidCuts = new QTreeWidget;
     m_rapidCuts->setHeaderLabels({QStringLiteral("Line"), QStringLiteral("Deep, in rapid")});
     m_rapidCuts->setRootIsDecorated(false);
-    connect(m_rapidCuts, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
-        if (item) Q_EMIT LineWanted(item->data(0, Qt::DisplayRole).toInt());
+    m_rapidCuts->setUniformRowHeights(true);
+    m_rapidCuts->setMinimumHeight(ListHeight);
+    m_rapidCuts->setToolTip(QStringLiteral("Double click goes to the move"));
+    connect(m_rapidCuts, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
+        Q_EMIT MoveWanted(item->data(0, Qt::UserRole).toInt());
     });
     layout.addWidget(m_rapidCuts);
 }
@@ -123,6 +101,8 @@ void TStockDialog::AddButtons(QLayout& layout) {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     m_cut = buttons->addButton(QStringLiteral("C&ut"), QDialogButtonBox::ActionRole);
     m_remove = buttons->addButton(QStringLiteral("&Remove"), QDialogButtonBox::ActionRole);
+    for (QAbstractButton* button : buttons->buttons())
+        qobject_cast<QPushButton*>(button)->setAutoDefault(false);
     m_cut->setDefault(true);
     connect(m_cut, &QPushButton::clicked, this, &TStockDialog::Cut);
     connect(m_remove, &QPushButton::clicked, m_view, &TStockView::Remove);
@@ -131,35 +111,18 @@ void TStockDialog::AddButtons(QLayout& layout) {
 }
 
 void TStockDialog::Guess() {
-    SetTools();
-    m_cut->setEnabled(m_view->Path() != nullptr);
-    if (const auto block = m_view->Path() ? GuessBlock(*m_view->Path(), Tools()) : std::nullopt) {
+    const TToolPath* path = m_view->Path().get();
+    m_tools->SetPath(path);
+    m_cut->setEnabled(path != nullptr);
+    if (const auto block = path ? GuessBlock(*path, m_tools->Tools()) : std::nullopt) {
         for (std::size_t k = 0; k < 3; ++k) {
             m_min[k]->setValue(block->Min[k]);
             m_max[k]->setValue(block->Max[k]);
         }
         m_cell->setValue(block->Cell);
     }
+    ShowCells();
     ShowState();
-}
-
-void TStockDialog::SetTools() {
-    m_tools->setRowCount(0);
-    if (!m_view->Path()) return;
-    for (const TPathTool& tool : m_view->Path()->Tools()) {
-        const int row = m_tools->rowCount();
-        m_tools->insertRow(row);
-        const auto [guess, knowsDiameter] = GuessTool(tool);
-        auto* name = new QTableWidgetItem(NameOf(tool, knowsDiameter));
-        name->setFlags(Qt::ItemIsEnabled);
-        m_tools->setItem(row, NameColumn, name);
-        m_tools->setCellWidget(row, ShapeColumn, ShapeBox(guess.Shape));
-        m_tools->setCellWidget(row, DiameterColumn,
-                               LengthBox(TStockTool::MinDiameter, guess.Diameter));
-        m_tools->setCellWidget(row, CornerColumn, LengthBox(0, guess.CornerRadius));
-        m_tools->setCellWidget(row, AngleColumn,
-                               LengthBox(1, 179, guess.Angle, QStringLiteral("\u00b0")));
-    }
 }
 
 TStockBlock TStockDialog::Block() const {
@@ -172,57 +135,49 @@ TStockBlock TStockDialog::Block() const {
     return block;
 }
 
-std::vector<TStockTool> TStockDialog::Tools() const {
-    std::vector<TStockTool> tools;
-    for (int row = 0; row < m_tools->rowCount(); ++row) {
-        const auto value = [&](int column) {
-            return qobject_cast<QDoubleSpinBox*>(m_tools->cellWidget(row, column))->value();
-        };
-        const auto* shape = qobject_cast<QComboBox*>(m_tools->cellWidget(row, ShapeColumn));
-        tools.push_back({.Shape = static_cast<TStockShape>(shape->currentIndex()),
-                         .Diameter = value(DiameterColumn),
-                         .CornerRadius = value(CornerColumn),
-                         .Angle = value(AngleColumn)});
-    }
-    return tools;
-}
-
 void TStockDialog::Cut() {
     try {
-        m_view->Cut(Block(), Tools());
+        m_view->Cut(Block(), m_tools->Tools());
     } catch (const Exception& error) {
         QMessageBox::warning(this, windowTitle(), error.Message());
     }
 }
 
 void TStockDialog::ShowState() {
+    const bool isCutting = m_view->IsShown() && !m_view->IsWhole();
     m_remove->setEnabled(m_view->IsShown());
+    if (isCutting)
+        return m_state->setText(
+            QStringLiteral("Cutting: %1 %").arg(qRound(m_view->Progress() * 100)));
     const std::vector<TRapidCut> cuts = m_view->RapidCuts();
-    QString state = QStringLiteral("Not cut yet.");
-    if (m_view->IsShown() && !m_view->IsWhole())
-        state = QStringLiteral("Cutting: %1 %").arg(qRound(m_view->Progress() * 100));
-    else if (m_view->IsShown())
-        state = cuts.empty() ? QStringLiteral("Nothing is cut in rapid.")
-                             : QStringLiteral("Moves that cut in rapid: %1")
-                                   .arg(QLocale().toString(static_cast<qint64>(cuts.size())));
-    m_state->setText(state);
-    if (m_view->IsShown() && !m_view->IsWhole()) return;
+    m_state->setText(!m_view->IsShown() ? QStringLiteral("Not cut yet.")
+                     : cuts.empty()     ? QStringLiteral("Nothing is cut in rapid.")
+                                    : QStringLiteral("Moves that cut in rapid, red in the view: %1")
+                                          .arg(Count(static_cast<double>(cuts.size()))));
+    ListRapidCuts(cuts);
+}
+
+void TStockDialog::ListRapidCuts(const std::vector<TRapidCut>& cuts) {
     m_rapidCuts->clear();
-    for (const TRapidCut& cut : cuts) {
-        auto* item = new QTreeWidgetItem(m_rapidCuts);
-        item->setData(0, Qt::DisplayRole, cut.Line);
-        item->setText(1, QStringLiteral("%1 mm").arg(QLocale().toString(cut.Depth, 'f', 3)));
+    QList<QTreeWidgetItem*> items;
+    for (std::size_t i = 0; i < std::min(cuts.size(), MostRapidCuts); ++i) {
+        auto* item = new QTreeWidgetItem;
+        item->setData(0, Qt::DisplayRole, cuts[i].Line);
+        item->setData(0, Qt::UserRole, cuts[i].Move);
+        item->setText(1, QStringLiteral("%1 mm").arg(QLocale().toString(cuts[i].Depth, 'f', 3)));
+        items << item;
     }
+    m_rapidCuts->addTopLevelItems(items);
 }
 
 void TStockDialog::ShowCells() {
     const TStockBlock block = Block();
     const auto count = [&](std::size_t k) {
-        return QLocale().toString(std::ceil((block.Max[k] - block.Min[k]) / block.Cell - 1e-9), 'f',
-                                  0);
+        return std::fmax(0, std::ceil((block.Max[k] - block.Min[k]) / block.Cell - 1e-9));
     };
-    m_cells->setText(QStringLiteral("%1 by %2, of %3 at most")
-                         .arg(count(0), count(1), QLocale().toString(TStock::MaxCells)));
+    m_cells->setText(QStringLiteral("%1 by %2, in %3 of %4 MB at most")
+                         .arg(Count(count(0)), Count(count(1)), Megabytes(count(0) * count(1)),
+                              Megabytes(TStock::MaxCells)));
 }
 
 } // namespace ZEP

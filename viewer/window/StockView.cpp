@@ -10,6 +10,8 @@ namespace {
 
 /// The window answers in between.
 constexpr std::chrono::milliseconds Slice(40);
+/// The first cut is seen to go on; drawing it takes time from it.
+constexpr int SeenEach = 250; // ms
 
 } // namespace
 
@@ -27,6 +29,7 @@ void TStockView::SetPath(std::shared_ptr<const TToolPath> path) {
     m_path = std::move(path);
     m_move = -1;
     m_part = 1;
+    Q_EMIT PathChanged();
 }
 
 void TStockView::Cut(const TStockBlock& block, const std::vector<TStockTool>& tools) {
@@ -56,6 +59,7 @@ void TStockView::Remove() {
 }
 
 void TStockView::Show(int move, double part) {
+    if (move == m_move && part == m_part) return;
     m_move = move;
     m_part = part;
     if (!m_run || !m_isWhole) return;
@@ -68,14 +72,21 @@ void TStockView::CutOn() {
     const bool isPart = !goesToEnd && m_part < 1;
     const int moves = goesToEnd ? m_run->Count() : m_move + (isPart ? 0 : 1);
     const bool isThere = m_run->GoTo(moves, isPart ? m_part : 0, Slice);
-    if (m_workpiece) m_workpiece->Refresh();
     const bool wasWhole = m_isWhole;
+    Refresh(wasWhole || isThere);
     m_isWhole = m_isWhole || isThere;
     if (isThere && wasWhole)
         m_timer.stop();
     else
         m_timer.start(0);
     if (!wasWhole) Q_EMIT Progressed();
+}
+
+void TStockView::Refresh(bool atOnce) {
+    if (!m_workpiece || (!atOnce && m_sinceSeen.isValid() && m_sinceSeen.elapsed() < SeenEach))
+        return;
+    m_workpiece->Refresh();
+    m_sinceSeen.start();
 }
 
 std::vector<TRapidCut> TStockView::RapidCuts() const {

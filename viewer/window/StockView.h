@@ -2,6 +2,7 @@
 
 #include <zep/stock/Run.h>
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -30,7 +31,8 @@ public:
     void Remove();
     [[nodiscard]] bool IsShown() const { return m_run != nullptr; }
 
-    /// Shows what is left when this move, or a part of it, is done. \param move  -1: all of them
+    /// Shows what is left when this move, or a part of it, is done.
+    /// \param move  of the path; -1: all of them
     void Show(int move, double part = 1);
     /// The whole path was cut once, so that all cuts in rapid are known.
     [[nodiscard]] bool IsWhole() const { return m_isWhole; }
@@ -39,6 +41,8 @@ public:
     [[nodiscard]] double Progress() const;
 
 Q_SIGNALS:
+    /// Another path, or none.
+    void PathChanged();
     /// The block came or went.
     void ShownChanged();
     /// The first cut has come further, or has ended.
@@ -46,6 +50,7 @@ Q_SIGNALS:
 
 private:
     void CutOn();
+    void Refresh(bool atOnce);
 
     QPointer<TZEPScene> m_scene;
     std::shared_ptr<const TToolPath> m_path;
@@ -53,6 +58,7 @@ private:
     std::unique_ptr<TStockRun> m_run;
     QPointer<TZEPWorkpiece> m_workpiece;
     QTimer m_timer;
+    QElapsedTimer m_sinceSeen;
     int m_move = -1;
     double m_part = 1;
     bool m_isWhole = false;

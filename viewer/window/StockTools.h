@@ -1,0 +1,33 @@
+#pragma once
+
+#include <zep/stock/Tool.h>
+
+#include <QTableWidget>
+
+#include <vector>
+
+namespace ZEP {
+
+class TToolPath;
+
+/// What the tools of a program cut with, as it is guessed at first, to be changed: a row for each
+/// tool that moves.
+class TStockTools : public QTableWidget {
+public:
+    explicit TStockTools(QWidget* parent = nullptr);
+
+    /// Guesses anew. \param path  null: no tools
+    void SetPath(const TToolPath* path);
+    /// As many as the path has.
+    [[nodiscard]] std::vector<TStockTool> Tools() const;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+private:
+    void AddRow(std::size_t tool, const QString& name);
+
+    std::vector<TStockTool> m_guessed;
+    std::vector<std::size_t> m_rows; ///< which of them
+};
+
+} // namespace ZEP
