@@ -4,6 +4,7 @@
 #include <zep/stock/Run.h>
 #include <zep/stock/Workpiece.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ZEP {
@@ -38,6 +39,25 @@ void StockCut(benchmark::State& state) {
     }
 }
 
+/// To any move of a path that was cut as a whole.
+void StockSeek(benchmark::State& state) {
+    const TToolPath path = Raster(100'000);
+    TStock stock(Block);
+    TStockRun run(stock, path,
+                  {{.Shape = static_cast<TStockShape>(state.range(0)),
+                    .Diameter = static_cast<double>(state.range(1))}});
+    run.GoTo(path.Count());
+    int move = 0;
+    double longest = 0;
+    for (auto _ : state) {
+        move = static_cast<int>((move + 61'803LL) % path.Count());
+        const double seconds = SecondsOf([&] { run.GoTo(move, 0.5); });
+        longest = std::max(longest, seconds);
+        state.SetIterationTime(seconds);
+    }
+    state.counters["longest ms"] = longest * 1000;
+}
+
 /// Each frame shows 50 moves more.
 void StockPlay(benchmark::State& state) {
     const TToolPath path = Raster(20'000);
@@ -61,6 +81,12 @@ BENCHMARK(StockCut)
     ->ArgNames({"shape", "diameter"})
     ->ArgsProduct({{0, 1, 2, 3}, {6, 20}})
     ->Iterations(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(StockSeek)
+    ->ArgNames({"shape", "diameter"})
+    ->ArgsProduct({{0, 1, 2, 3}, {6, 20}})
+    ->Iterations(50)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(StockPlay)->UseManualTime()->Unit(benchmark::kMillisecond);

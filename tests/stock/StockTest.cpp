@@ -65,7 +65,9 @@ void ExpectAsStamped(const TStock& stock, const TStockTool& tool, const auto& pl
             const double height = stock.Height(column, row);
             EXPECT_LE(height, stamped + 1e-6);
             const bool isAtRim = height < 0 && stamped == 0;
-            if (!isAtRim) EXPECT_GE(height, stamped - 0.05) << column << ' ' << row;
+            if (!isAtRim) {
+                EXPECT_GE(height, stamped - 0.05) << column << ' ' << row;
+            }
         }
 }
 

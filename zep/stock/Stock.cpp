@@ -15,8 +15,19 @@ namespace {
 constexpr int Side = TStock::TileCells;
 constexpr std::size_t TileArea = std::size_t{Side} * Side;
 
+/// Cells along a side of a patch, of which a tile has several: a tool that goes over what it has
+/// cut cuts little of what is below it.
+constexpr int PatchSide = 8;
+constexpr int PatchesAlong = Side / PatchSide;
+
 std::size_t CellAt(int column, int row) {
     return static_cast<std::size_t>(row % Side * Side + column % Side);
+}
+
+/// \param column, row  of any of its cells
+std::size_t PatchAt(int column, int row) {
+    return static_cast<std::size_t>(row % Side / PatchSide * PatchesAlong +
+                                    column % Side / PatchSide);
 }
 
 void CheckSides(const TStockBlock& block) {
@@ -77,6 +88,7 @@ class TStock::TTile {
 public:
     std::array<float, TileArea> Depths{};
     std::array<TStockMark, TileArea> Marks{};
+    std::array<float, std::size_t{PatchesAlong} * PatchesAlong> HighestOfPatch{};
     float Highest = 0;
     quint64 Stamp = 0;
 };
@@ -164,13 +176,23 @@ double TStock::CenterY(int row) const {
 }
 
 // Not of what lies beyond the block's rim.
-float TStock::Highest(const TTile& tile, int tileColumn, int tileRow) const {
-    const int columns = std::min(Side, m_columns - tileColumn * Side);
-    const int rows = std::min(Side, m_rows - tileRow * Side);
+float TStock::HighestOfPatch(const TTile& tile, int column, int row) const {
+    const int columnsEnd = std::min(column + PatchSide, m_columns);
+    const int rowsEnd = std::min(row + PatchSide, m_rows);
     float highest = m_floor;
-    for (int row = 0; row < rows; ++row)
-        for (int column = 0; column < columns; ++column)
-            highest = std::max(highest, tile.Depths[CellAt(column, row)]);
+    for (int y = row; y < rowsEnd; ++y)
+        for (int x = column; x < columnsEnd; ++x)
+            highest = std::max(highest, tile.Depths[CellAt(x, y)]);
+    return highest;
+}
+
+float TStock::Highest(const TTile& tile, int tileColumn, int tileRow) const {
+    const int columnsEnd = std::min((tileColumn + 1) * Side, m_columns);
+    const int rowsEnd = std::min((tileRow + 1) * Side, m_rows);
+    float highest = m_floor;
+    for (int row = tileRow * Side; row < rowsEnd; row += PatchSide)
+        for (int column = tileColumn * Side; column < columnsEnd; column += PatchSide)
+            highest = std::max(highest, tile.HighestOfPatch[PatchAt(column, row)]);
     return highest;
 }
 
@@ -220,30 +242,50 @@ double TStock::Cut(const TStockSweep& sweep, TStockMark as) {
     return cut.Depth;
 }
 
-bool TStock::MayReach(const TCut& cut, const TTile& tile, int tileColumn, int tileRow) const {
-    const double width = Side * CellWidth() / 2, depth = Side * CellDepth() / 2;
-    const double lowest =
-        cut.Sweep.LeastAround(m_min[0] + (2 * tileColumn + 1) * width,
-                              m_min[1] + (2 * tileRow + 1) * depth, std::hypot(width, depth));
-    return lowest < m_max[2] + static_cast<double>(tile.Highest);
+/// \param column, row, side  of a square of cells
+bool TStock::MayReach(const TCut& cut, int column, int row, int side, float highest) const {
+    const double width = side * CellWidth() / 2, depth = side * CellDepth() / 2;
+    const double lowest = cut.Sweep.LeastAround(m_min[0] + column * CellWidth() + width,
+                                                m_min[1] + row * CellDepth() + depth,
+                                                std::sqrt(width * width + depth * depth));
+    return lowest < m_max[2] + static_cast<double>(highest);
 }
 
 void TStock::CutTile(TCut& cut, int tileColumn, int tileRow) {
     std::shared_ptr<TTile>& tile =
         m_tiles[static_cast<std::size_t>(tileRow * m_tileColumns + tileColumn)];
-    if (!MayReach(cut, *tile, tileColumn, tileRow)) return;
-    const int left = std::max(cut.Columns.First, tileColumn * Side);
-    const int right = std::min(cut.Columns.End, (tileColumn + 1) * Side);
-    const int end = std::min(cut.Rows.End, (tileRow + 1) * Side);
+    const int left = tileColumn * Side, bottom = tileRow * Side;
+    if (!MayReach(cut, left, bottom, Side, tile->Highest)) return;
     bool isCut = false;
-    for (int row = std::max(cut.Rows.First, tileRow * Side); row < end; ++row) {
-        const auto [reached, reachedEnd] = cut.Reached[static_cast<std::size_t>(row % Side)];
-        const int first = std::max(left, reached), last = std::min(right, reachedEnd);
-        if (first < last && CutRow(cut, tile, first, last, row)) isCut = true;
-    }
+    for (int row = bottom; row < bottom + Side; row += PatchSide)
+        if (CutPatches(cut, tile, left, row)) isCut = true;
     if (!isCut) return;
     tile->Stamp = ++m_stamp;
     tile->Highest = Highest(*tile, tileColumn, tileRow);
+}
+
+/// A row of them, from the first to the last that may be reached.
+bool TStock::CutPatches(TCut& cut, std::shared_ptr<TTile>& tile, int left, int row) {
+    const int begin = std::max(cut.Rows.First, row);
+    const int end = std::min(cut.Rows.End, row + PatchSide);
+    TCut::TRange reached{left + Side, left};
+    if (begin >= end) return false;
+    for (int column = left; column < left + Side; column += PatchSide) {
+        if (column >= cut.Columns.End || column + PatchSide <= cut.Columns.First) continue;
+        if (!MayReach(cut, column, row, PatchSide, tile->HighestOfPatch[PatchAt(column, row)]))
+            continue;
+        reached = {std::min(reached.First, column), column + PatchSide};
+    }
+    bool isCut = false;
+    for (int y = begin; y < end; ++y) {
+        const auto [first, last] = cut.Reached[static_cast<std::size_t>(y % Side)];
+        const int from = std::max({reached.First, first, cut.Columns.First});
+        const int to = std::min({reached.End, last, cut.Columns.End});
+        if (from < to && CutRow(cut, tile, from, to, y)) isCut = true;
+    }
+    for (int column = reached.First; isCut && column < reached.End; column += PatchSide)
+        tile->HighestOfPatch[PatchAt(column, row)] = HighestOfPatch(*tile, column, row);
+    return isCut;
 }
 
 /// \return whether anything was cut; the tile is one of its own then

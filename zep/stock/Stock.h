@@ -108,13 +108,15 @@ private:
 
     double Cut(const TStockSweep& sweep, TStockMark as);
     [[nodiscard]] const TTile& TileOf(int column, int row) const;
+    [[nodiscard]] float HighestOfPatch(const TTile& tile, int column, int row) const;
     [[nodiscard]] float Highest(const TTile& tile, int tileColumn, int tileRow) const;
     [[nodiscard]] double CenterX(int column) const;
     [[nodiscard]] double CenterY(int row) const;
     void CutTile(TCut& cut, int tileColumn, int tileRow);
+    bool CutPatches(TCut& cut, std::shared_ptr<TTile>& tile, int left, int row);
     bool CutRow(TCut& cut, std::shared_ptr<TTile>& tile, int first, int last, int row);
-    [[nodiscard]] bool MayReach(const TCut& cut, const TTile& tile, int tileColumn,
-                                int tileRow) const;
+    [[nodiscard]] bool MayReach(const TCut& cut, int column, int row, int side,
+                                float highest) const;
 
     TGLArrayd3 m_min, m_max;
     int m_columns, m_rows;

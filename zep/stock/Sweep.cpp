@@ -1,11 +1,10 @@
 #include <zep/stock/Sweep.h>
 
-#include <zep/stock/Edge.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <type_traits>
 
 namespace ZEP {
 
@@ -63,6 +62,8 @@ TLineSweep::TLineSweep(const TStockTool& tool, const TGLArrayd3& from, const TGL
         m_length = 0;
         m_from[2] = m_to[2] = std::min(from[2], to[2]);
     }
+    if (tool.Shape == TStockShape::Bull)
+        m_contacts.emplace(TBullEdge(tool.Radius(), tool.CornerRadius, m_slope));
 }
 
 TStockArea TLineSweep::AreaOfTip() const {
@@ -100,8 +101,9 @@ double TLineSweep::LowestTip(double x, double y, double distance) const {
 
 // Copies of all that is read: what is written could be any of it, for all that the compiler knows,
 // and it would take the places one by one.
-template <class Edge>
-void TLineSweep::HeightsOf(const Edge edge, const TStockRow& row, std::span<double> heights) const {
+template <class Edge, class Best>
+void TLineSweep::HeightsOf(const Edge edge, const Best best, const TStockRow& row,
+                           std::span<double> heights) const {
     const double firstAlong = Along(row.X, row.Y), stepAlong = row.Step * m_x;
     const double firstAside = Aside(row.X, row.Y), stepAside = -row.Step * m_y;
     const double length = m_length, slope = m_slope, z = m_from[2];
@@ -116,7 +118,7 @@ void TLineSweep::HeightsOf(const Edge edge, const TStockRow& row, std::span<doub
         // How far ahead of this place the tool stands.
         const double first = Larger(-along, -reach);
         const double last = Smaller(length - along, reach);
-        const double ahead = Larger(Smaller(edge.Best(square), last), first);
+        const double ahead = Larger(Smaller(best(square, height[i]), last), first);
         const double lowest = z + slope * (along + ahead) + edge.At(square + ahead * ahead);
         const double in = Smaller(most - square, last - first);
         height[i] = in >= 0 ? lowest : Nowhere;
@@ -124,7 +126,23 @@ void TLineSweep::HeightsOf(const Edge edge, const TStockRow& row, std::span<doub
 }
 
 void TLineSweep::Heights(const TStockRow& row, std::span<double> heights) const {
-    WithEdge(m_tool, m_slope, [&](const auto& edge) { HeightsOf(edge, row, heights); });
+    if (m_contacts) return HeightsOfBull(row, heights);
+    WithEdge(m_tool, m_slope, [&]<class Edge>(const Edge& edge) {
+        if constexpr (!std::is_same_v<Edge, TBullEdge>)
+            HeightsOf(
+                edge, [edge](double square, double) { return edge.Best(square); }, row, heights);
+    });
+}
+
+// First where the tool stands, place by place: the rest takes many at once.
+void TLineSweep::HeightsOfBull(const TStockRow& row, std::span<double> heights) const {
+    const TBullEdge edge(m_tool.Radius(), m_tool.CornerRadius, m_slope);
+    const double aside = Aside(row.X, row.Y), step = -row.Step * m_y;
+    for (std::size_t i = 0; i < heights.size(); ++i)
+        heights[i] = m_contacts->At(std::abs(aside + static_cast<double>(i) * step));
+    HeightsOf(
+        edge, [edge](double square, double distance) { return edge.Best(square, distance); }, row,
+        heights);
 }
 
 // --- an arc ------------------------------------------------------------------------------------

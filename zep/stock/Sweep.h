@@ -1,9 +1,11 @@
 #pragma once
 
 #include <zep/scene/Geom.h>
+#include <zep/stock/Edge.h>
 #include <zep/stock/Tool.h>
 
 #include <cmath>
+#include <optional>
 #include <span>
 
 namespace ZEP {
@@ -61,8 +63,9 @@ private:
     [[nodiscard]] TStockArea AreaOfTip() const override;
     [[nodiscard]] double DistanceTo(double x, double y) const override;
     [[nodiscard]] double LowestTip(double x, double y, double distance) const override;
-    template <class Edge>
-    void HeightsOf(Edge edge, const TStockRow& row, std::span<double> heights) const;
+    template <class Edge, class Best>
+    void HeightsOf(Edge edge, Best best, const TStockRow& row, std::span<double> heights) const;
+    void HeightsOfBull(const TStockRow& row, std::span<double> heights) const;
     /// How far along the line, and aside.
     [[nodiscard]] double Along(double x, double y) const {
         return (x - m_from[0]) * m_x + (y - m_from[1]) * m_y;
@@ -75,6 +78,7 @@ private:
     double m_length;         ///< in plan
     double m_x = 1, m_y = 0; ///< its direction there
     double m_slope = 0;      ///< by which it climbs
+    std::optional<TBullContacts> m_contacts;
 };
 
 /// Along an arc in a plane of one z.

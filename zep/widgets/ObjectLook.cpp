@@ -24,6 +24,7 @@
 #include <zep/objects/Sphere.h>
 #include <zep/objects/Torus.h>
 #include <zep/scene/Scene.h>
+#include <zep/stock/Workpiece.h>
 #include <zep/view/Actor.h>
 #include <zep/view/Camera.h>
 
@@ -58,6 +59,7 @@ const TEntry Entries[] = {
     {&TZEPTorus::staticMetaObject, "Torus", "torus"},
     {&TZEPSolid::staticMetaObject, nullptr, "solid"},
     {&TZEPHeightField::staticMetaObject, "Height field", "heightfield"},
+    {&TZEPWorkpiece::staticMetaObject, "Workpiece", "heightfield"},
     {&TZEPLight::staticMetaObject, "Light", "light"},
     {&TZEPProxy::staticMetaObject, "Proxy", "proxy"},
     {&TZEPLogicalObject::staticMetaObject, "Logical object", "logical"},
