@@ -17,6 +17,9 @@ enum class TRS274DGroup : std::uint8_t {
     Cycle,     ///< drilling and its kin
     Quadrants, ///< G74, G75: also cycles
     Boring,    ///< G76: a cycle of mills, threads elsewhere
+    Polar,     ///< G15, G16 of mills
+    Rotation,  ///< G68 of mills
+    EndRotation,
     CancelMotion,
     Plane,
     Units,

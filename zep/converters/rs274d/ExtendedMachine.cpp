@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace ZEP {
 
@@ -13,8 +12,8 @@ using TGroup = TRS274DGroup;
 constexpr double MillimetresOfInch = 25.4;
 
 /// Whose meaning depends on more than the number.
-bool IsOfCycles(TGroup group) {
-    return group >= TGroup::Cycle && group <= TGroup::Boring;
+bool IsOfMills(TGroup group) {
+    return group >= TGroup::Cycle && group <= TGroup::Rotation;
 }
 
 bool IsSilentM(qint64 code) {
@@ -41,7 +40,7 @@ void TRS274DExtendedMachine::RunBlock(const TRS274DBlock& block) {
 
 void TRS274DExtendedMachine::ProcessG(const TRS274DWord& word, const TRS274DBlock& block) {
     const TRS274DCode& found = FindGCode(word.Value);
-    const TRS274DCode& code = IsOfCycles(found.Group) ? MeaningOf(found, block) : found;
+    const TRS274DCode& code = IsOfMills(found.Group) ? MeaningOf(found, block) : found;
     if (code.Trace)
         Trace(code.Trace);
     else
@@ -74,8 +73,7 @@ void TRS274DExtendedMachine::ApplyMode(const TRS274DCode& code) {
         if (m_mode == mmDrill) m_mode = m_modeBeforeCycle;
         return;
     case TGroup::Plane:
-        m_plane = static_cast<TRS274DArcPlane>(code.Value);
-        return;
+        return SetPlane(static_cast<TRS274DArcPlane>(code.Value));
     case TGroup::Units:
         m_inch = code.Value == 1;
         return;
@@ -110,6 +108,10 @@ void TRS274DExtendedMachine::ApplyOther(const TRS274DCode& code) {
         return m_report.Add(TRS274DPassed::LengthCompensation, m_place.Line);
     case TGroup::Radius:
         return m_report.Add(TRS274DPassed::RadiusCompensation, m_place.Line);
+    case TGroup::Polar:
+        return SetPolar(code.Value == 1);
+    case TGroup::EndRotation:
+        return m_rotation.Clear();
     default:
         m_plan.Action = &code;
         return;
@@ -184,41 +186,6 @@ double TRS274DExtendedMachine::Units(double value) const {
     return m_inch ? value * MillimetresOfInch : value;
 }
 
-TRS274DPoint TRS274DExtendedMachine::Target(const TRS274DBlock& block) const {
-    TRS274DPoint target = m_position;
-    if (block.HasAnyOf("@^")) ApplyPolar(block, target);
-    ForAxisWords(block, [&](std::size_t axis, double value) {
-        if (m_plan.MachineFrame)
-            target[axis] = value;
-        else
-            target[axis] = value + (m_incremental ? m_position[axis] : m_frames.Offset(axis));
-    });
-    return target;
-}
-
-/// "@" is the distance from the origin of the coordinate system, "^" the angle about it in
-/// degrees; what is not stated stays.
-void TRS274DExtendedMachine::ApplyPolar(const TRS274DBlock& block, TRS274DPoint& target) const {
-    const double x = m_position[0] - m_frames.Offset(0);
-    const double y = m_position[1] - m_frames.Offset(1);
-    const auto stated = [&](char letter, double value, double current) {
-        if (!block.Has(letter)) return current;
-        return m_incremental ? current + value : value;
-    };
-    const double radius = stated('@', Units(block.Value('@')), std::hypot(x, y));
-    const double angle = stated('^', block.Value('^') * std::numbers::pi / 180, std::atan2(y, x));
-    target[0] = m_frames.Offset(0) + radius * std::cos(angle);
-    target[1] = m_frames.Offset(1) + radius * std::sin(angle);
-}
-
-template <class Function>
-void TRS274DExtendedMachine::ForAxisWords(const TRS274DBlock& block, Function function) const {
-    for (std::size_t axis = 0; axis < m_position.size(); ++axis) {
-        const char letter = LetterOf('X', axis);
-        if (block.Has(letter)) function(axis, Units(block.Value(letter)));
-    }
-}
-
 void TRS274DExtendedMachine::RunAction(const TRS274DBlock& block) {
     TellSettings(false);
     const TRS274DCode& action = *m_plan.Action;
@@ -244,6 +211,8 @@ void TRS274DExtendedMachine::RunAction(const TRS274DBlock& block) {
         return m_frames.SuspendOffset();
     case TGroup::RestoreOffset:
         return m_frames.RestoreOffset();
+    case TGroup::Rotation:
+        return Rotate(block);
     case TGroup::Tap: {
         const TRS274DPoint start = m_position;
         Feed(Target(block));

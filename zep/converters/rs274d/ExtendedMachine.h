@@ -7,6 +7,7 @@
 #include <zep/converters/rs274d/Frames.h>
 #include <zep/converters/rs274d/Machine.h>
 #include <zep/converters/rs274d/Parameters.h>
+#include <zep/converters/rs274d/Rotation.h>
 #include <zep/converters/rs274d/ToolNames.h>
 
 #include <functional>
@@ -96,14 +97,30 @@ private:
     [[nodiscard]] double Units(double value) const;
     [[nodiscard]] double Programmed(double millimetres) const;
     [[nodiscard]] double MotionCode() const;
-    [[nodiscard]] TRS274DPoint Target(const TRS274DBlock& block) const;
+    /// \name Where a block goes
+    /// @{
+    [[nodiscard]] TRS274DPoint Target(const TRS274DBlock& block);
     void ApplyPolar(const TRS274DBlock& block, TRS274DPoint& target) const;
+    /// With polar words or a rotation in force.
+    [[nodiscard]] TRS274DPoint PlacedTarget(const TRS274DBlock& block);
+    void ApplyPolarMode(const TRS274DBlock& block, const TRS274DPoint& present,
+                        TRS274DPoint& target);
+    [[nodiscard]] double PolarAngleOf(const TRS274DPoint& point) const;
+    void SetPolar(bool on);
+    void SetPlane(TRS274DArcPlane plane);
+    void Rotate(const TRS274DBlock& block);
+    /// @}
 
     void RunAction(const TRS274DBlock& block);
     void SetData(const TRS274DBlock& block);
     void GoToReference(std::size_t which, const TRS274DBlock& block);
     template <class Function>
-    void ForAxisWords(const TRS274DBlock& block, Function function) const;
+    void ForAxisWords(const TRS274DBlock& block, Function function) const {
+        for (std::size_t axis = 0; axis < m_position.size(); ++axis) {
+            const char letter = LetterOf('X', axis);
+            if (block.Has(letter)) function(axis, Units(block.Value(letter)));
+        }
+    }
 
     void Arc(const TRS274DBlock& block);
     [[nodiscard]] std::optional<TRS274DPlanePoint>
@@ -137,6 +154,9 @@ private:
     TRS274DCenters m_centers = TRS274DCenters::Unknown;
     bool m_centersFound = false; ///< absolute, which the program does not say
     TCenterJudge m_judge;
+    TRS274DRotation m_rotation;
+    bool m_isPolar = false;
+    std::optional<TRS274DPoint> m_pole; ///< elsewhere than the origin
 
     TRS274DHole m_hole;
     std::optional<double> m_levelWord, m_depthWord; ///< R and depth of the cycle, as programmed

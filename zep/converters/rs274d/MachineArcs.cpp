@@ -49,13 +49,15 @@ std::optional<TRS274DPlanePoint> TRS274DExtendedMachine::ArcCenter(const TRS274D
 /// An axis without a word has the centre where the arc begins.
 TRS274DPlanePoint TRS274DExtendedMachine::StatedCenter(const TRS274DBlock& block,
                                                        bool isAbsolute) const {
-    const auto coordinate = [&](std::size_t axis) {
-        const char letter = LetterOf('I', axis);
-        if (!block.Has(letter)) return m_position[axis];
-        return Units(block.Value(letter)) + (isAbsolute ? m_frames.Offset(axis) : m_position[axis]);
-    };
+    TRS274DPoint center = m_rotation.Undone(m_position);
     const TRS274DAxes axes = AxesOf(m_plane);
-    return {coordinate(axes.First), coordinate(axes.Second)};
+    for (const std::size_t axis : {axes.First, axes.Second}) {
+        const char letter = LetterOf('I', axis);
+        if (isAbsolute && block.Has(letter)) center[axis] = m_frames.Offset(axis);
+        center[axis] += Units(block.Value(letter));
+    }
+    center = m_rotation.Applied(center);
+    return {center[axes.First], center[axes.Second]};
 }
 
 void TRS274DExtendedMachine::FindCenters(TRS274DPlanePoint start, TRS274DPlanePoint end,

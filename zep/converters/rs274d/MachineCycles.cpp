@@ -20,6 +20,9 @@ const TRS274DCode& TRS274DExtendedMachine::MeaningOf(const TRS274DCode& code,
         return code.Value == 74 && IsTapping(block) ? tapping : code;
     case Boring:
         return IsFanuc() && !m_turns ? boring : ofLathe;
+    case Polar:
+    case Rotation:
+        return m_turns && code.Value == 1 ? ofLathe : code;
     default:
         return code;
     }
