@@ -110,7 +110,7 @@ public:
     void Feed(const TRS274DPoint&, const TRS274DPoint&, qint64) override { ++Moves; }
     void Drill(const TRS274DPoint&, qint64) override { ++Moves; }
     void Arc(const TRS274DArc&, qint64) override { ++Moves; }
-    void Curve(std::span<const TRS274DPoint>, qint64) override { ++Moves; }
+    void Curve(std::span<const TRS274DPoint>, double, qint64) override { ++Moves; }
     void NextTool() override {}
     void Dump(std::string_view) override {}
 };

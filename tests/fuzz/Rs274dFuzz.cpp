@@ -29,8 +29,8 @@ public:
         Require(arc.EndAngle >= 0 && arc.EndAngle < 360);
         Require(arc.Sweep > 0 && arc.Sweep <= 360);
     }
-    void Curve(std::span<const TRS274DPoint> points, qint64) override {
-        Require(points.size() >= 2);
+    void Curve(std::span<const TRS274DPoint> points, double length, qint64) override {
+        Require(points.size() >= 2 && length >= 0 && std::isfinite(length));
         for (const TRS274DPoint& point : points) Check(point);
     }
     void NextTool() override {}

@@ -152,19 +152,13 @@ double TStockRun::CutRapid(const TStockTool& tool, int index, double part) {
 
 double TStockRun::CutWay(const TStockTool& tool, int index, double part) {
     const std::span<const TRS274DPoint> points = m_path.PointsOf(index);
+    if (points.size() == 1) return m_stock.CutLine(tool, points[0], points[0]);
+    const TRS274DPoint end = m_path.PointOf(index, part);
+    const auto pieces = static_cast<std::size_t>(part * static_cast<double>(points.size() - 1));
     double deepest = 0;
-    double way = part * m_path.Move(index).Length;
-    for (std::size_t i = 0; i + 1 < points.size(); ++i) {
-        const double length = Distance(points[i], points[i + 1]);
-        const bool isWhole = part >= 1 || way >= length;
-        const TRS274DPoint end =
-            isWhole ? points[i + 1] : points[i] + way / length * (points[i + 1] - points[i]);
-        deepest = std::max(deepest, m_stock.CutLine(tool, points[i], end));
-        if (!isWhole) return deepest;
-        way -= length;
-    }
-    if (points.size() == 1) deepest = m_stock.CutLine(tool, points[0], points[0]);
-    return deepest;
+    for (std::size_t i = 0; i < pieces; ++i)
+        deepest = std::max(deepest, m_stock.CutLine(tool, points[i], points[i + 1]));
+    return std::max(deepest, m_stock.CutLine(tool, points[pieces], end));
 }
 
 double TStockRun::CutArc(const TStockTool& tool, const TRS274DArc& arc, double start,

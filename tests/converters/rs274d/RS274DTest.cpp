@@ -139,7 +139,7 @@ struct TCounted : TRS274DSink {
     }
     void Drill(const TRS274DPoint&, qint64) override {}
     void Arc(const TRS274DArc&, qint64) override {}
-    void Curve(std::span<const TRS274DPoint>, qint64) override {}
+    void Curve(std::span<const TRS274DPoint>, double, qint64) override {}
     void NextTool() override {}
     void Dump(std::string_view) override {}
 };

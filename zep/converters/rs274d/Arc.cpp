@@ -133,6 +133,19 @@ std::optional<TRS274DArc> TRS274DTurn::CircularArc(TRS274DArcPlane plane, double
     return ArcAbout(center, radius, startAngle, endAngle, m_sweep > 0, plane, normal);
 }
 
+// By Simpson's rule, which is exact where the radius stays.
+double TRS274DTurn::Length(double rise) const {
+    constexpr int pairs = 16;
+    const double out = m_endRadius - m_startRadius;
+    const auto speed = [&](int i) {
+        const double around = m_sweep * std::lerp(m_startRadius, m_endRadius, i / (2.0 * pairs));
+        return std::sqrt(around * around + out * out + rise * rise);
+    };
+    double sum = speed(0) - speed(2 * pairs);
+    for (int i = 1; i < 2 * pairs; i += 2) sum += 4 * speed(i) + 2 * speed(i + 1);
+    return sum / (6 * pairs);
+}
+
 void TRS274DTurn::Points(const TRS274DPoint& start, const TRS274DPoint& end, TRS274DArcPlane plane,
                          std::vector<TRS274DPoint>& points) const {
     const int steps = static_cast<int>(std::ceil(std::abs(m_sweep) / PointStep - 1e-9));

@@ -56,6 +56,8 @@ public:
     /// curve by more than rounding explains.
     [[nodiscard]] std::optional<TRS274DArc> CircularArc(TRS274DArcPlane plane, double normal) const;
 
+    /// Of the way, which rises by so much.
+    [[nodiscard]] double Length(double rise) const;
     /// Points on the way, at most five degrees apart, both ends included and exact.
     void Points(const TRS274DPoint& start, const TRS274DPoint& end, TRS274DArcPlane plane,
                 std::vector<TRS274DPoint>& points) const;

@@ -35,7 +35,7 @@ constexpr auto Codes = [] {
         {281, StoreReference, 0, "store reference point"},
         {300, Reference, 1, "return to reference point"},
         {301, StoreReference, 1, "store reference point"},
-        {330, Feed, 0, "linear interpolation"},
+        {330, Feed, 1, "linear interpolation"},
         {331, Tap, 0, "rigid tapping"},
         {382, Feed, 0, "probe"},
         {383, Feed, 0, "probe"},

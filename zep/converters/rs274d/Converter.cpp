@@ -89,8 +89,8 @@ void TRS274DConverter::Arc(const TRS274DArc& arc, qint64 line) {
         object->SetSegments(static_cast<int>(std::ceil(arc.Sweep / ArcStep - 1e-9)));
 }
 
-void TRS274DConverter::Curve(std::span<const TRS274DPoint> points, qint64 line) {
-    if (m_sink) m_sink->Curve(points, line);
+void TRS274DConverter::Curve(std::span<const TRS274DPoint> points, double length, qint64 line) {
+    if (m_sink) m_sink->Curve(points, length, line);
     AddPathCurve(RootThere(), points, PathColor(), line);
 }
 

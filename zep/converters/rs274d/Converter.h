@@ -88,7 +88,7 @@ private:
     void Feed(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) override;
     void Drill(const TRS274DPoint& at, qint64 line) override;
     void Arc(const TRS274DArc& arc, qint64 line) override;
-    void Curve(std::span<const TRS274DPoint> points, qint64 line) override;
+    void Curve(std::span<const TRS274DPoint> points, double length, qint64 line) override;
     void NextTool() override;
     void ToolChange(const TRS274DTool& tool, qint64 line) override;
     void Settings(const TRS274DSettings& settings) override;

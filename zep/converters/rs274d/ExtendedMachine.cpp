@@ -60,7 +60,9 @@ void TRS274DExtendedMachine::ApplyMode(const TRS274DCode& code) {
     case TGroup::Rapid:
         return SetMotion(mmQuick);
     case TGroup::Feed:
-        return SetMotion(mmLinear);
+        SetMotion(mmLinear);
+        if (code.Value == 1) SetThreading(true);
+        return;
     case TGroup::Clockwise:
     case TGroup::CounterClockwise:
         m_counterClockwise = code.Group == TGroup::CounterClockwise;
@@ -125,6 +127,7 @@ void TRS274DExtendedMachine::SetMotion(TRS274DMoveMode mode) {
     }
     m_mode = mode;
     m_plan.Motion = true;
+    if (m_threads) SetThreading(false);
 }
 
 void TRS274DExtendedMachine::ProcessM(const TRS274DWord& word, const TRS274DBlock& block) {
@@ -161,6 +164,7 @@ void TRS274DExtendedMachine::Execute(const TRS274DBlock& block) {
     const bool moves = block.HasAnyOf("XYZ@^") || (m_mode == mmArc && block.HasAnyOf("IJK"));
     if (!moves) return;
     if (m_plan.OtherUse && !m_plan.Motion) return;
+    if (m_threads && block.Has('K')) SetPitch(Units(block.Value('K')));
     TellSettings(m_mode == mmDrill);
     Move(block);
 }
@@ -187,6 +191,7 @@ double TRS274DExtendedMachine::Units(double value) const {
 }
 
 void TRS274DExtendedMachine::RunAction(const TRS274DBlock& block) {
+    if (m_plan.Action->Group == TGroup::Tap) return Tap(block);
     TellSettings(false);
     const TRS274DCode& action = *m_plan.Action;
     const auto which = static_cast<std::size_t>(action.Value);
@@ -213,14 +218,21 @@ void TRS274DExtendedMachine::RunAction(const TRS274DBlock& block) {
         return m_frames.RestoreOffset();
     case TGroup::Rotation:
         return Rotate(block);
-    case TGroup::Tap: {
-        const TRS274DPoint start = m_position;
-        Feed(Target(block));
-        return Feed(start);
-    }
     default:
         return;
     }
+}
+
+/// In and out at the pitch of the thread.
+void TRS274DExtendedMachine::Tap(const TRS274DBlock& block) {
+    const TRS274DPoint start = m_position;
+    const bool threads = m_threads;
+    SetThreading(true);
+    SetPitch(Units(block.Value('K')));
+    TellSettings(false);
+    Feed(Target(block));
+    Feed(start);
+    SetThreading(threads);
 }
 
 void TRS274DExtendedMachine::SetData(const TRS274DBlock& block) {

@@ -86,6 +86,8 @@ private:
         if (m_hasNewSettings || m_settings.Drills != drills) TellNewSettings(drills);
     }
     void TellNewSettings(bool drills);
+    void SetThreading(bool threads);
+    void SetPitch(double pitch);
     /// @}
 
     void ApplyMode(const TRS274DCode& code);
@@ -112,6 +114,7 @@ private:
     /// @}
 
     void RunAction(const TRS274DBlock& block);
+    void Tap(const TRS274DBlock& block);
     void SetData(const TRS274DBlock& block);
     void GoToReference(std::size_t which, const TRS274DBlock& block);
     template <class Function>
@@ -148,6 +151,8 @@ private:
     double m_selectedTool = 0, m_tool = 0;
     bool m_hasSelected = false; // a T was stated
     bool m_hasNewSettings = false;
+    bool m_threads = false;
+    double m_pitch = 0; // of the thread, millimetres
     TRS274DToolNames m_toolNames;
     TRS274DFrames m_frames;
     std::array<TRS274DPoint, 2> m_references{}; // of G28 and G30

@@ -104,9 +104,9 @@ void TRS274DMachine::Draw(const TRS274DArc& arc) {
     ++m_motions;
 }
 
-void TRS274DMachine::Draw(std::span<const TRS274DPoint> points) {
+void TRS274DMachine::Draw(std::span<const TRS274DPoint> points, double length) {
     constexpr std::size_t pointsOfMotion = 10;
-    m_sink.Curve(points, m_place.Line);
+    m_sink.Curve(points, length, m_place.Line);
     m_motions += static_cast<qint64>(1 + points.size() / pointsOfMotion);
 }
 

@@ -71,7 +71,7 @@ protected:
     void Rapid(const TRS274DPoint& to);
     void Feed(const TRS274DPoint& to);
     void Draw(const TRS274DArc& arc);
-    void Draw(std::span<const TRS274DPoint> points);
+    void Draw(std::span<const TRS274DPoint> points, double length);
 
     void Trace(std::string_view text);
     void TraceSkipped(const TRS274DWord& word);

@@ -81,7 +81,7 @@ void TRS274DExtendedMachine::DrawTurn(const TRS274DTurn& turn, const TRS274DPoin
     if (turns == 1 && std::abs(target[normal] - m_position[normal]) < RS274DSamePoint)
         if (const auto arc = turn.CircularArc(m_plane, target[normal])) return Draw(*arc);
     turn.Points(m_position, target, m_plane, m_points);
-    Draw(m_points);
+    Draw(m_points, turn.Length(target[normal] - m_position[normal]));
 }
 
 } // namespace ZEP

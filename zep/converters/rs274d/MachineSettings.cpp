@@ -62,12 +62,28 @@ void TRS274DExtendedMachine::Dwell(double seconds) {
     m_sink.Dwell(seconds, m_place.Line);
 }
 
+/// A thread is cut by its pitch for each turn, whatever the feed is.
+void TRS274DExtendedMachine::SetThreading(bool threads) {
+    m_hasNewSettings = m_hasNewSettings || m_threads != threads;
+    m_threads = threads;
+}
+
+void TRS274DExtendedMachine::SetPitch(double pitch) {
+    m_hasNewSettings = true;
+    m_pitch = std::fmax(pitch, 0);
+}
+
 void TRS274DExtendedMachine::TellNewSettings(bool drills) {
     m_hasNewSettings = false;
     m_settings.Drills = drills;
-    if (m_settings == m_toldSettings) return;
-    m_toldSettings = m_settings;
-    m_sink.Settings(m_settings);
+    TRS274DSettings settings = m_settings;
+    if (m_threads) {
+        settings.FeedMode = TRS274DFeedMode::PerRevolution;
+        if (!IsFanuc()) settings.Feed = m_pitch; // elsewhere F is the pitch
+    }
+    if (settings == m_toldSettings) return;
+    m_toldSettings = settings;
+    m_sink.Settings(settings);
 }
 
 } // namespace ZEP

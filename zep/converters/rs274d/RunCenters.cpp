@@ -10,7 +10,7 @@ class TNoPath final : public TRS274DSink {
     void Feed(const TRS274DPoint&, const TRS274DPoint&, qint64) override {}
     void Drill(const TRS274DPoint&, qint64) override {}
     void Arc(const TRS274DArc&, qint64) override {}
-    void Curve(std::span<const TRS274DPoint>, qint64) override {}
+    void Curve(std::span<const TRS274DPoint>, double, qint64) override {}
     void NextTool() override {}
     void Dump(std::string_view) override {}
 };

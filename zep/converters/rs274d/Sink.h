@@ -79,7 +79,8 @@ public:
     virtual void Drill(const TRS274DPoint& at, qint64 line) = 0;
     virtual void Arc(const TRS274DArc& arc, qint64 line) = 0;
     /// A curve that is no arc (a helix, a spiral) by points on it, the first and the last included.
-    virtual void Curve(std::span<const TRS274DPoint> points, qint64 line) = 0;
+    /// \param length  of the curve itself
+    virtual void Curve(std::span<const TRS274DPoint> points, double length, qint64 line) = 0;
     virtual void NextTool() = 0;
     /// M6, with what is known of the tool.
     virtual void ToolChange(const TRS274DTool& tool, qint64 line) {

@@ -71,7 +71,7 @@ TToolPath::TToolPath(bool rapidsHaveObjects) : m_rapidsHaveObjects(rapidsHaveObj
 // --- filling -------------------------------------------------------------------------------------
 
 quint32 TToolPath::StartAt(const TRS274DPoint& from) {
-    const bool isNear = !m_moves.empty() && m_moves.back().Arc != NoArc &&
+    const bool isNear = !m_moves.empty() && m_moves.back().Arc > NoArc &&
                         DistanceOf(m_points.back(), from) < ArcRounding;
     if (isNear) m_points.back() = from; // as the program says it
     if (m_points.empty() || m_points.back() != from) m_points.push_back(from);
@@ -137,10 +137,11 @@ void TToolPath::Arc(const TRS274DArc& arc, qint64 line) {
     Add(TKind::Arc, first, line, static_cast<qint32>(m_arcs.size() - 1));
 }
 
-void TToolPath::Curve(std::span<const TRS274DPoint> points, qint64 line) {
+void TToolPath::Curve(std::span<const TRS274DPoint> points, double length, qint64 line) {
     const quint32 first = StartAt(points.front());
     m_points.insert(m_points.end(), points.begin() + 1, points.end());
-    Add(TKind::Arc, first, line);
+    m_curves.push_back(length);
+    Add(TKind::Arc, first, line, FirstCurve + 1 - static_cast<qint32>(m_curves.size()));
 }
 
 void TToolPath::Dwell(double seconds, qint64 line) {
@@ -178,14 +179,12 @@ TRS274DPoint TToolPath::Position() const {
 }
 
 double TToolPath::LengthOf(const TMove& move) const {
+    if (move.Arc <= FirstCurve) return m_curves[static_cast<std::size_t>(FirstCurve - move.Arc)];
     if (move.Arc != NoArc) {
         const TRS274DArc& arc = m_arcs[static_cast<std::size_t>(move.Arc)];
         return std::abs(arc.Radius) * arc.Sweep * RadiansOfDegree;
     }
-    double length = 0;
-    for (quint32 i = move.First; i < move.Last; ++i)
-        length += DistanceOf(m_points[i], m_points[i + 1]);
-    return length;
+    return DistanceOf(m_points[move.First], m_points[move.Last]);
 }
 
 double TToolPath::SecondsOf(const TMove& move, double length) const {
@@ -210,7 +209,7 @@ TToolMove TToolPath::Move(int index) const {
 
 const TRS274DArc* TToolPath::ArcOf(int index) const {
     const TMove& move = m_moves[static_cast<std::size_t>(index)];
-    return move.Arc == NoArc ? nullptr : &m_arcs[static_cast<std::size_t>(move.Arc)];
+    return move.Arc <= NoArc ? nullptr : &m_arcs[static_cast<std::size_t>(move.Arc)];
 }
 
 std::span<const TRS274DPoint> TToolPath::PointsOf(int index) const {
@@ -228,7 +227,7 @@ TZEPBounds TToolPath::BoundsOf(int index) const {
         }
     };
     for (quint32 i = move.First + 1; i <= move.Last; ++i) widen(m_points[i]);
-    if (move.Arc == NoArc) return bounds;
+    if (move.Arc <= NoArc) return bounds;
     const TRS274DArc& arc = m_arcs[static_cast<std::size_t>(move.Arc)];
     for (double quarter = 0; quarter < 360; quarter += 90) {
         const double behind = std::fmod(quarter - arc.StartAngle + 360, 360);
@@ -239,16 +238,13 @@ TZEPBounds TToolPath::BoundsOf(int index) const {
 
 TRS274DPoint TToolPath::PointOf(int index, double fraction) const {
     const TMove& move = m_moves[static_cast<std::size_t>(index)];
-    if (fraction <= 0) return m_points[move.First];
+    if (fraction <= 0 || move.First == move.Last) return m_points[move.First];
     if (fraction >= 1) return m_points[move.Last];
-    if (move.Arc != NoArc) return PointOnArc(move, fraction);
-    double way = fraction * LengthOf(move);
-    for (quint32 i = move.First; i < move.Last; ++i) {
-        const double length = DistanceOf(m_points[i], m_points[i + 1]);
-        if (way < length) return Between(m_points[i], m_points[i + 1], way / length);
-        way -= length;
-    }
-    return m_points[move.Last];
+    if (move.Arc > NoArc) return PointOnArc(move, fraction);
+    // Points of a curve are as far apart from each other in its turn.
+    const double place = fraction * (move.Last - move.First);
+    const quint32 before = std::min(move.First + static_cast<quint32>(place), move.Last - 1);
+    return Between(m_points[before], m_points[before + 1], place - (before - move.First));
 }
 
 TRS274DPoint TToolPath::PointOnArc(const TMove& move, double fraction) const {

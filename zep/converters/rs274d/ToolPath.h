@@ -66,7 +66,7 @@ public:
     [[nodiscard]] TToolMove Move(int index) const;
     /// Of the way, bulges of arcs included.
     [[nodiscard]] TZEPBounds BoundsOf(int index) const;
-    /// \param fraction  of the length, 0 to 1
+    /// \param fraction  of the length, 0 to 1; of a spiral, of its turn
     [[nodiscard]] TRS274DPoint PointOf(int index, double fraction) const;
     /// The arc that a move is; null where it goes along `PointsOf`, as helices do.
     [[nodiscard]] const TRS274DArc* ArcOf(int index) const;
@@ -107,7 +107,7 @@ public:
     void Feed(const TRS274DPoint& from, const TRS274DPoint& to, qint64 line) override;
     void Drill(const TRS274DPoint& at, qint64 line) override;
     void Arc(const TRS274DArc& arc, qint64 line) override;
-    void Curve(std::span<const TRS274DPoint> points, qint64 line) override;
+    void Curve(std::span<const TRS274DPoint> points, double length, qint64 line) override;
     void NextTool() override;
     void ToolChange(const TRS274DTool& tool, qint64 line) override;
     void Settings(const TRS274DSettings& settings) override { m_settings = settings; }
@@ -116,12 +116,13 @@ public:
 
 private:
     static constexpr qint32 NoArc = -1;
+    static constexpr qint32 FirstCurve = -2; ///< the next ones below
 
     struct TMove {
         quint32 First, Last; ///< points
         qint32 Line;
-        qint32 Arc = NoArc;
-        double Rate = 0; ///< feed, or the seconds of a dwell
+        qint32 Arc = NoArc; ///< its number, or that of a curve
+        double Rate = 0;    ///< feed, or the seconds of a dwell
         quint16 Tool = 0;
         TToolMoveKind Kind;
     };
@@ -144,6 +145,7 @@ private:
     std::vector<double> m_ends; ///< of the moves, seconds
     std::vector<TRS274DPoint> m_points;
     std::vector<TRS274DArc> m_arcs;
+    std::vector<double> m_curves; ///< lengths of those that are no arcs
     std::vector<TPathTool> m_tools{1};
     std::map<qint64, quint16> m_numbered; ///< tools
     TRS274DToolColors m_colors;
