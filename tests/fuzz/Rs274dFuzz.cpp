@@ -1,9 +1,12 @@
+#include <zep/converters/rs274d/DialectGuess.h>
 #include <zep/converters/rs274d/Program.h>
+#include <zep/converters/rs274d/ToolPathStatistics.h>
 #include <zep/framework/Exception.h>
 
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <utility>
 
 namespace ZEP {
 namespace {
@@ -56,24 +59,48 @@ private:
     }
 };
 
+TRS274DOptions Asked(bool extended, bool strict, TRS274DDialect dialect) {
+    return {.Extended = extended,
+            .StopOnErrors = strict,
+            .Trace = strict,
+            .MaxBlocks = MaxRunAgain,
+            .MaxMotions = MaxRunAgain,
+            .Dialect = dialect};
+}
+
+void ReadInto(TRS274DSink& sink, std::string_view text, const TRS274DOptions& options) {
+    TRS274DReport report;
+    try {
+        ReadRS274D(text, options, sink, report);
+    } catch (const Exception&) { // errors are told, never crashes
+    }
+}
+
+/// Each move is within its bounds, and they follow each other in time.
+void CheckPath(const TToolPath& path) {
+    double before = 0;
+    for (int i = 0; i < path.Count(); ++i) {
+        const TToolMove move = path.Move(i);
+        PathChecker().Rapid(path.PointOf(i, 0.5), {move.Length, move.Feed, move.End}, move.Line);
+        if (move.Begin != before || move.End < move.Begin || move.Tool >= path.Tools().size())
+            std::abort();
+        before = move.End;
+    }
+    PathChecker().Rapid({StatisticsOf(path).All.CutLength}, {}, 0);
+}
+
 /// Reads any bytes as a program, in every way there is.
 void ReadInEveryWay(std::string_view text) {
-    for (const bool extended : {false, true})
-        for (const bool strict : {false, true}) {
+    constexpr auto ngc = TRS274DDialect::NGC, fanuc = TRS274DDialect::Fanuc;
+    for (const bool strict : {false, true})
+        for (const auto& [extended, dialect] :
+             {std::pair(false, ngc), std::pair(true, ngc), std::pair(true, fanuc)}) {
             PathChecker checker;
-            TRS274DReport report;
-            try {
-                ReadRS274D(text,
-                           {.Extended = extended,
-                            .StopOnErrors = strict,
-                            .Trace = strict,
-                            .MaxBlocks = MaxRunAgain,
-                            .MaxMotions = MaxRunAgain},
-                           checker, report);
-            } catch (const Exception&) {
-                continue; // errors are told, never crashes
-            }
+            ReadInto(checker, text, Asked(extended, strict, dialect));
         }
+    TToolPath path;
+    ReadInto(path, text, Asked(true, false, GuessRS274DDialect(text)));
+    CheckPath(path);
 }
 
 } // namespace
