@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QPainter>
 
+#include <functional>
+
 namespace ZEP {
 
 /// A window with its panels as one picture.
@@ -32,7 +34,9 @@ inline int ShowWindow(QWidget& window, const QStringList& arguments) {
 
 /// Shows a scene in a window of its own. A drag orbits or, with the right button, shifts the view;
 /// the wheel brings it nearer. On a picture nothing has moved yet.
-inline int ShowScene(TZEPCamera& camera, const QStringList& arguments) {
+/// \param prepare  puts more into the panel
+inline int ShowScene(TZEPCamera& camera, const QStringList& arguments,
+                     const std::function<void(TZEPPanel*)>& prepare = {}) {
     QWidget window;
     auto* panel = new TZEPPanel(&window);
     panel->SetCamera(&camera);
@@ -42,6 +46,7 @@ inline int ShowScene(TZEPCamera& camera, const QStringList& arguments) {
     panel->PanelControl()->SetMouseRight(mmTruck);
     panel->PanelControl()->SetMouseWheel(mmDolly);
     if (arguments.contains(QStringLiteral("--picture"))) camera.Scene()->SetAnimation(false);
+    if (prepare) prepare(panel);
     window.resize(960, 600);
     return ShowWindow(window, arguments);
 }

@@ -120,6 +120,7 @@ set(core_headers
   scene/Object.h
   scene/Scene.h
   scene/SceneInterfaces.h
+  scene/Sections.h
   scene/SelectHits.h
   scene/Spline.h
   scene/Vectors.h
@@ -156,6 +157,7 @@ set(window_headers
   view/PanelVectors.h
   view/PanelControl.h
   view/PixelFormat.h
+  view/SectionHandles.h
   view/TimeLine.h
   widgets/ObjectLook.h
   widgets/SceneModel.h

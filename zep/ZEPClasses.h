@@ -22,6 +22,7 @@
 #include <zep/scene/DrawStates.h>
 #include <zep/scene/Object.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/Sections.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/VertexItems.h>
 #include <zep/scene/XForm.h>
@@ -43,5 +44,6 @@
 #include <zep/view/PanelControl.h>
 #include <zep/view/PanelPages.h>
 #include <zep/view/PanelVectors.h>
+#include <zep/view/SectionHandles.h>
 #include <zep/view/TimeLine.h>
 #endif

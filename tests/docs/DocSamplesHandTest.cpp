@@ -16,7 +16,7 @@
 using namespace ZEP;
 
 // What the documents define. Each sample is called here; who adds one calls it and counts it.
-static_assert(ZEP_DOC_SAMPLES == 27, "a sample of the documents is not called here");
+static_assert(ZEP_DOC_SAMPLES == 28, "a sample of the documents is not called here");
 void AddBallOnFloor(TZEPScene& scene);
 void AddDrilledCube(TZEPScene& scene);
 void AddFan(TZEPScene& scene);
@@ -42,6 +42,7 @@ void ShowOnPaper(TZEPScene& scene, TZEPBatch& drawing);
 void ShowTree(QTreeView& tree, TZEPScene& scene);
 void ShowTwice(QWidget& window, TZEPScene& scene);
 std::unique_ptr<TZEPBackdrop> ShowWhole(TZEPScene& scene, TZEPCamera& camera);
+void CutOpen(TZEPPanel& panel, TZEPScene& scene);
 void AddCadMouse(TZEPPanel* panel, bool flat);
 QString TryToOpen(TZEPObject& drawing, const QString& fileName);
 
@@ -222,6 +223,8 @@ TEST_F(DocSamples, FindTheCameraOfASceneThatWasLoaded) {
     const double before = depth();
     panel.PanelControl()->MouseWheelMove(panel, {}, 120, {20, 20});
     EXPECT_LT(depth(), before);
+    CutOpen(panel, scene);
+    EXPECT_TRUE(AnyCuts(panel.Camera()->Sections()));
 }
 
 TEST_F(DocSamples, ShowLinesOnPaperAndInATree) {

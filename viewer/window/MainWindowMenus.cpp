@@ -14,6 +14,7 @@
 #include "viewer/window/PictureMenu.h"
 #include "viewer/window/Playback.h"
 #include "viewer/window/ProgramDock.h"
+#include "viewer/window/SectionMenu.h"
 #include "viewer/window/Selection.h"
 #include "viewer/window/SourceDock.h"
 #include "viewer/window/StatusTip.h"
@@ -152,6 +153,7 @@ void TMainWindow::AddViewMenu() {
     guides->setEnabled(false);
     connect(&m_document, &TDocument::Changed, guides,
             [this, guides] { guides->setEnabled(!m_document.Files().empty()); });
+    new TSectionMenu(menu, this, m_panel, m_document);
     AddDocks(menu);
     AddViewOptions(menu);
     AddFullScreen(menu);

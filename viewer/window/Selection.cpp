@@ -5,6 +5,7 @@
 #include <zep/view/Gizmo.h>
 #include <zep/view/Hover.h>
 #include <zep/view/Panel.h>
+#include <zep/view/SectionHandles.h>
 
 #include <QScopeGuard>
 #include <QTimerEvent>
@@ -40,7 +41,9 @@ TSelection::TSelection(TZEPPanel* panel, TZEPScene* scene)
             });
     (new TZEPHover(panel))->SetFind([this](const QPoint& place) -> TZEPObject* {
         const auto* gizmo = m_panel->findChild<TZEPGizmo*>();
-        return gizmo && gizmo->At(place) ? nullptr : ObjectAt(place);
+        const auto* handles = m_panel->findChild<TZEPSectionHandles*>();
+        const bool isTaken = (gizmo && gizmo->At(place)) || (handles && handles->At(place));
+        return isTaken ? nullptr : ObjectAt(place);
     });
 }
 

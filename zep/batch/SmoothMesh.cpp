@@ -7,6 +7,7 @@
 #include <zep/objects/SmoothNormals.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/SectionCaps.h>
 #include <zep/scene/Vectors.h>
 #include <zep/scene/ViewVolume.h>
 
@@ -78,6 +79,7 @@ void TSmoothMesh::Draw(TZEPMesh& mesh, TZEPSceneContext& scene, TZEPDrawState st
         DrawCorners(run, material->HasTexture(), sorted && state == dsTransparent);
     }
     draws.End();
+    DrawCaps(mesh, scene, state);
 }
 
 void TSmoothMesh::DrawCorners(const TRun& run, bool textured, bool sorted) const {

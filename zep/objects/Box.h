@@ -62,6 +62,7 @@ public:
     void DrawSpecific(GLenum face, bool draft) override;
 
 protected:
+    [[nodiscard]] bool IsClosed() const override { return m_parts == AllParts; }
     [[nodiscard]] bool SharesDrawRun() const override { return typeid(*this) == typeid(TZEPBox); }
 
 private:

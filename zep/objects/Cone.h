@@ -29,6 +29,8 @@ public:
     Q_DECLARE_FLAGS(TZEPConeParts, TZEPConePart)
     Q_FLAG(TZEPConeParts)
 
+    static constexpr TZEPConeParts AllParts{cpTop | cpBottom | cpSide};
+
     using TZEPSolid::TZEPSolid;
 
     [[nodiscard]] double Radius1() const { return m_radius1; }
@@ -51,6 +53,7 @@ public:
     void DrawSpecific(GLenum face, bool draft) override;
 
 protected:
+    [[nodiscard]] bool IsClosed() const override { return m_parts == AllParts; }
     [[nodiscard]] bool SharesDrawRun() const override { return typeid(*this) == typeid(TZEPCone); }
 
 private:
@@ -60,7 +63,7 @@ private:
     double m_radius2 = 0;
     int m_slices = 10;
     int m_stacks = 1;
-    TZEPConeParts m_parts = TZEPConeParts(cpTop) | cpBottom | cpSide;
+    TZEPConeParts m_parts = AllParts;
     TSharedLists m_lists;
 };
 

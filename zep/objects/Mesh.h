@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -61,6 +62,9 @@ public:
     void Invalidate(TObject* sender) override;
     [[nodiscard]] bool WantsInvalidation() const override;
 
+    /// Where it is closed, each edge run along as often in one direction as in the other, whatever
+    /// vertexes stand there twice: that of most of its faces.
+    [[nodiscard]] TZEPMaterial* SolidMaterial() override;
     void DrawMain(bool draft) override;
     void DrawTransparent(bool draft) override;
     void DrawShadows(bool draft) override;
@@ -90,6 +94,7 @@ private:
         std::vector<TRun> Runs;          // ascending by material
         TGLArrayd3 Min{}, Max{};
         bool HasBox = false;
+        std::optional<bool> IsClosed;
     };
     /// Which number a vertex has in the arrays that are filled; empty until it is needed.
     using TNumbers = std::vector<std::uint32_t>;
@@ -102,6 +107,7 @@ private:
 
     [[nodiscard]] bool HasCorners(const TZEPFace3CI& face) const;
     [[nodiscard]] TGLArrayf3 FaceNormal(const TZEPFace3CI& face) const;
+    [[nodiscard]] bool IsClosed() const;
     void KeepNormals() const;
     /// The normal of a vertex; where it has none, it gets that of the face.
     const TGLArrayf3& SmoothNormal(const TZEPFace3CI& face, TZEPVertex3TexCI& vertex) const;

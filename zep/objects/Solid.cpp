@@ -5,6 +5,10 @@
 
 namespace ZEP {
 
+TZEPMaterial* TZEPSolid::SolidMaterial() {
+    return IsClosed() ? &DrawnMaterial() : nullptr;
+}
+
 int CellCount(int count, int least) {
     return std::clamp(count, least, TZEPSolid::MaxCells);
 }

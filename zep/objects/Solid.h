@@ -17,7 +17,11 @@ public:
     /// solid has at most a million cells to a face, whatever a host or a file asks for.
     static constexpr int MaxCells = 1000;
 
+    [[nodiscard]] TZEPMaterial* SolidMaterial() override;
+
 protected:
+    /// Its surface has no gaps.
+    [[nodiscard]] virtual bool IsClosed() const { return true; }
     [[nodiscard]] bool DrawsTransparent() const override { return HasTransparentMaterial(); }
     [[nodiscard]] bool StaysInSize() const override { return true; }
 };

@@ -42,6 +42,10 @@ public:
     /// Nothing for `GL_BACK` alone: the teapot is a closed surface.
     void DrawSpecific(GLenum face, bool draft) override;
 
+protected:
+    /// Handle, spout and lid meet the body, but do not close it.
+    [[nodiscard]] bool IsClosed() const override { return false; }
+
 private:
     void SendPatches(GLenum mode) const;
 

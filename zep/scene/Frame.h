@@ -13,6 +13,7 @@ class TZEPDrawnPlace;
 class TZEPObject;
 class TZEPSceneContext;
 class TZEPViewFrame;
+struct TZEPCut;
 struct TZEPShown;
 
 /// What drawing carries from one object to the next. It belongs to the scene that draws, where its
@@ -28,6 +29,8 @@ struct ZEP_CORE_EXPORT TZEPFrame {
     /// Factor of the widths of lines and points, beyond what batches and objects say: for pictures
     /// whose pixels are smaller than those of the view.
     double Widths = 1;
+    /// What the view that draws cuts away; null: nothing.
+    const TZEPCut* Cut = nullptr;
     /// Where a proxy shows something now; null: all is drawn where it stands.
     const TZEPDrawnPlace* Place = nullptr;
     /// What proxies show now, each target within the one before, and how often one within itself.

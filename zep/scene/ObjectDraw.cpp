@@ -3,6 +3,7 @@
 #include <zep/scene/Frame.h>
 #include <zep/scene/Object.h>
 #include <zep/scene/SceneInterfaces.h>
+#include <zep/scene/SectionCaps.h>
 #include <zep/scene/ViewVolume.h>
 #include <zep/scene/XForm.h>
 
@@ -73,7 +74,10 @@ void TZEPObject::DrawOwn(TZEPObject& object, const TZEPObject& flags, TZEPSceneC
     const TZEPDrawRun::Turn turn(frame.Run, shares);
     const auto draw = [&] {
         if (kind == dkSelect) return object.DrawForSelect(scene);
+        const TZEPWatch alive(&object);
         object.DrawPass(flags, scene, state, kind);
+        const bool outlines = kind == dkDraft || flags.m_drawType == dtLine;
+        if (frame.Cut && !outlines && alive && !frame.SceneIsGone) DrawCaps(object, scene, state);
     };
     if (shares || object.IsOfKnownClass()) return draw();
     const TZEPViewFrame anywhere(frame, std::nullopt); // it may draw others in places of its own

@@ -100,7 +100,7 @@ public:
     void SetFirstPasses(bool draw);
 
     /// Draws one frame into the current context; nothing while an update bracket is open or
-    /// without a camera. Shadows need a stencil buffer, and one of the two methods: where the
+    /// without a camera. A view that cuts the scene open shows no shadows. Shadows need a stencil buffer, and one of the two methods: where the
     /// context cannot do what was chosen, the other one stands in for it. What an object throws
     /// leaves OpenGL's state as it was between two passes. What is drawn may free others, also the
     /// camera and the scene, with which the frame ends.

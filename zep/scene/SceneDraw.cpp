@@ -6,6 +6,7 @@
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/SectionScopes.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/scene/ViewVolume.h>
 #include <zep/scene/XForm.h>
@@ -13,6 +14,7 @@
 #include <QScopeGuard>
 
 #include <initializer_list>
+#include <optional>
 #include <utility>
 
 namespace ZEP {
@@ -95,6 +97,7 @@ void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draf
     if (UpdateLevel() > 0 || !camera) return;
     const std::shared_ptr<TZEPFrame> frame = m_frame;
     SetCurrentCamera(camera);
+    const TZEPCutScope cut(*frame, *camera);
     const TZEPDrawRun::RuleScope rules(
         frame->Run, {static_cast<float>(frame->Widths), frame->Run.Rules().EvenMaterials});
     frame->Kept.NextFrame();
@@ -118,7 +121,7 @@ void TZEPScene::DrawStates(std::initializer_list<TZEPDrawState> states, TZEPDraw
 }
 
 bool TZEPScene::DrawsShadows() const {
-    return m_shadows && HasBuffer(GL_STENCIL_BITS) &&
+    return m_shadows && !m_frame->Cut && HasBuffer(GL_STENCIL_BITS) &&
            (BlendEquationEXT || HasBuffer(GL_ACCUM_RED_BITS));
 }
 
@@ -145,6 +148,8 @@ void TZEPScene::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
     if (kind == dkSelect) m_selectNames.clear();
     const TState entered(*this, state);
     if (!entered) return;
+    std::optional<TZEPSectionScope> sections;
+    if ((SeenPasses & PassBit(state)) != 0) sections.emplace(*frame);
     const TZEPViewFrame view(*frame, VolumeOf(state, kind != dkSelect || m_selectsNear));
     DrawChildren(scene, state, kind);
 }

@@ -5,6 +5,7 @@
 #include <zep/framework/Watch.h>
 #include <zep/scene/DrawStates.h>
 #include <zep/scene/Geom.h>
+#include <zep/scene/Sections.h>
 
 #include <GL/gl.h>
 
@@ -29,6 +30,8 @@ public:
     /// From the scene to the eye as it is applied without jitter, in full precision: OpenGL counts
     /// in floats, which are coarse far from the origin. None where the camera cannot tell.
     [[nodiscard]] virtual std::optional<TGLMatrixd4> ExactView() const { return {}; }
+    /// Where its view cuts the scene open: nowhere.
+    [[nodiscard]] virtual TZEPSections Sections() const { return {}; }
     /// The camera as an object of a tree.
     [[nodiscard]] virtual TZEPObject* AsObject() = 0;
 

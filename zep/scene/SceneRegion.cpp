@@ -3,6 +3,7 @@
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/SectionScopes.h>
 #include <zep/scene/SelectHits.h>
 
 #include <algorithm>
@@ -93,6 +94,7 @@ void TZEPScene::DrawEach(const std::vector<QPointer<TZEPObject>>& objects,
                          const TGLMatrixd4& view) {
     const std::shared_ptr<TZEPFrame> frame = m_frame;
     const TZEPDrawRun::Walk walk(frame->Run);
+    const TZEPSectionScope sections(*frame, view);
     m_selectNames.clear();
     for (const QPointer<TZEPObject>& object : objects) {
         if (!object || frame->SceneIsGone) continue;

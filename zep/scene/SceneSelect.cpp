@@ -2,6 +2,7 @@
 #include <zep/framework/Watch.h>
 #include <zep/gl/Scopes.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/SectionScopes.h>
 #include <zep/scene/SelectHits.h>
 #include <zep/scene/Vectors.h>
 
@@ -70,6 +71,7 @@ std::optional<TZEPSelectHits> TZEPScene::FindHits(TZEPSceneCamera& camera,
                                                   const std::function<void()>& draw) {
     const std::shared_ptr<TZEPFrame> frame = m_frame;
     const TZEPMatricesScope matrices;
+    const TZEPCutScope cut(*frame, camera);
     camera.Pick(region.ViewWidth, region.ViewHeight, region.X, region.Y, std::max(region.Width, 1),
                 std::max(region.Height, 1));
     const QPointer<TZEPScene> alive(this);

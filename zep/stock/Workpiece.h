@@ -43,6 +43,7 @@ public:
     void Assign(const TComponent* source) override;
     /// The whole block, whatever is left of it; all zero without stock.
     void GetSize(TGLArrayd3& min, TGLArrayd3& max) const override;
+    [[nodiscard]] TZEPMaterial* SolidMaterial() override { return &DrawnMaterial(); }
     void DrawSpecific(GLenum face, bool draft) override;
 
 protected:

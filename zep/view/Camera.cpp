@@ -99,6 +99,10 @@ void TZEPCamera::SetOrthographic(bool orthographic) {
     if (Change(m_orthographic, orthographic)) Invalidate(this);
 }
 
+void TZEPCamera::SetSections(const TZEPSections& sections) {
+    if (Change(m_sections, sections)) Invalidate(this);
+}
+
 void TZEPCamera::SetViewOffset(const TGLArrayd3& offset) {
     if (Change(m_navigation.View, offset)) Invalidate(this);
 }

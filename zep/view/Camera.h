@@ -109,6 +109,10 @@ public:
     /// `Apply`, counted from the lower left corner, which may begin within a pixel; none: the whole
     /// view.
     void SetDrawnPart(const std::optional<QRectF>& part) { m_drawnPart = part; }
+    /// Where its view, in every panel, picture and click, cuts the scene open (zep/scene/Sections.h).
+    /// Rules of the view, of which nothing is stored.
+    [[nodiscard]] TZEPSections Sections() const override { return m_sections; }
+    void SetSections(const TZEPSections& sections);
     /// Multiplies the current matrix by what leads from the whole view to the part that is drawn;
     /// nothing where that is the whole. For what is drawn in coordinates of the view.
     void ApplyPart() const;
@@ -193,6 +197,7 @@ private:
     TNavigation m_navigation;
     TNavigation m_storedNavigation;
     std::optional<QRectF> m_drawnPart;
+    TZEPSections m_sections;
     std::optional<TGLArrayd3> m_orbitCenter;
     QSize m_drawnSize;
     bool m_orthographic = false;

@@ -2,6 +2,7 @@
 
 #include <zep/batch/ObjectMark.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/SectionScopes.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Panel.h>
 
@@ -93,8 +94,11 @@ void TZEPHover::Mark(TZEPObject* object) {
 void TZEPHover::Draw() {
     if (!m_object || !m_object->Scene() || !m_panel->Camera()) return;
     if (!m_mark) m_mark = std::make_unique<TObjectMark>(*m_object);
-    m_mark->Draw(m_panel->Camera()->GetViewMatrix(),
-                 static_cast<float>(m_panel->devicePixelRatioF()));
+    const TGLMatrixd4 view = m_panel->Camera()->GetViewMatrix();
+    TZEPFrame& frame = m_object->Scene()->Frame();
+    const TZEPCutScope cut(frame, *m_panel->Camera());
+    const TZEPSectionScope sections(frame, view);
+    m_mark->Draw(view, static_cast<float>(m_panel->devicePixelRatioF()));
 }
 
 } // namespace ZEP

@@ -1,16 +1,12 @@
 #pragma once
 
+#include <zep/scene/SeenRegion.h>
+
 #include <GL/gl.h>
 
 #include <vector>
 
 namespace ZEP {
-
-/// A rectangle of the window, in pixels from the lower left corner of the viewport.
-struct TZEPRegion {
-    int X = 0, Y = 0, Width = 0, Height = 0;
-    [[nodiscard]] bool IsEmpty() const { return Width <= 0 || Height <= 0; }
-};
 
 /// The depths in a part of the window, to come back to.
 class TZEPDepthRegion {

@@ -7,14 +7,15 @@
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/SceneInterfaces.h>
+#include <zep/scene/SectionScopes.h>
+#include <zep/scene/SeenRegion.h>
 #include <zep/scene/XForm.h>
 
 #include <QPointer>
 #include <QScopedValueRollback>
 
-#include <algorithm>
 #include <array>
-#include <cmath>
+#include <optional>
 
 namespace ZEP {
 
@@ -27,59 +28,9 @@ constexpr GLuint Mirror = 0x80;
 constexpr GLuint Shown = 0x40;
 constexpr GLuint Counts = 0x3F;
 
-/// Where a corner of a box is in the viewport, in parts of its width and height; false behind the
-/// eye.
-bool ToView(const TGLMatrixd4& toClip, const TGLArrayd3& corner, double& x, double& y) {
-    std::array<double, 4> clip = toClip[3];
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t k = 0; k < 4; ++k) clip[k] += corner[i] * toClip[i][k];
-    if (!(clip[3] > 1e-9)) return false;
-    x = (clip[0] / clip[3] + 1) / 2;
-    y = (clip[1] / clip[3] + 1) / 2;
-    return std::isfinite(x) && std::isfinite(y);
-}
-
-/// The part of the viewport that a box is seen in.
-struct TSeenPart {
-    double MinX = 1, MinY = 1, MaxX = 0, MaxY = 0;
-
-    void Add(const TGLMatrixd4& toClip, const TGLArrayd3& min, const TGLArrayd3& max) {
-        for (unsigned corner = 0; corner < 8; ++corner) {
-            double x = 0;
-            double y = 0;
-            if (!ToView(toClip,
-                        {(corner & 1U ? max : min)[0], (corner & 2U ? max : min)[1],
-                         (corner & 4U ? max : min)[2]},
-                        x, y))
-                return AddAll();
-            MinX = std::min(MinX, x);
-            MinY = std::min(MinY, y);
-            MaxX = std::max(MaxX, x);
-            MaxY = std::max(MaxY, y);
-        }
-    }
-    void AddAll() {
-        MinX = MinY = 0;
-        MaxX = MaxY = 1;
-    }
-    [[nodiscard]] TZEPRegion InPixels() const {
-        std::array<GLint, 4> viewport{};
-        glGetIntegerv(GL_VIEWPORT, viewport.data());
-        const auto place = [](double part, int size, int spare) {
-            return static_cast<int>(std::clamp(part, 0.0, 1.0) * size) + spare;
-        };
-        TZEPRegion region;
-        region.X = std::max(place(MinX, viewport[2], -1), 0);
-        region.Y = std::max(place(MinY, viewport[3], -1), 0);
-        region.Width = std::min(place(MaxX, viewport[2], 2), viewport[2]) - region.X;
-        region.Height = std::min(place(MaxY, viewport[3], 2), viewport[3]) - region.Y;
-        return region;
-    }
-};
-
 TZEPRegion RegionOf(const TZEPObject& a, const TZEPObject& b) {
     const TGLMatrixd4 toClip = LoadedToClip();
-    TSeenPart part;
+    TZEPSeenPart part;
     for (const TZEPObject* object : {&a, &b}) {
         TGLArrayd3 min;
         TGLArrayd3 max;
@@ -102,6 +53,8 @@ void TZEPLogicalObject::SetOperation(TZEPLogicalOperation operation) {
 void TZEPLogicalObject::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
     if (!Visible()) return;
     const TZEPDrawRun::Walk walk(scene.Frame().Run);
+    std::optional<TZEPWholeScope> whole; // what is counted must not be cut
+    if (m_operation != loOR) whole.emplace(scene.Frame());
     const TZEPXFormScope transform(scene.Frame(), ExistingXForm());
     const TZEPAttribScope attributes(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT | GL_LIGHTING_BIT);
     if (kind == dkSelect) return DrawChildren(scene, state, kind);

@@ -9,6 +9,8 @@ namespace ZEP {
 /// second without what lies in the first. Both should be closed; of a child that is not convex only
 /// the nearest faces take part. Further children are not drawn.
 ///
+/// A section (`TZEPSection`) leaves it whole, unless it shows both.
+///
 /// Clicks find the children. They do not take part in shadows, reflections of their own and the
 /// transparent pass; where shadows are accumulated they are not drawn. Of logical objects within
 /// one another the inner ones show both of their children.

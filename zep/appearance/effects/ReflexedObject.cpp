@@ -7,6 +7,7 @@
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/Scene.h>
+#include <zep/scene/SectionScopes.h>
 #include <zep/scene/ViewVolume.h>
 
 #include <QScopeGuard>
@@ -92,6 +93,7 @@ public:
         if (TZEPViewVolume::OfContext(1).Shows(min, max) == TZEPSeen::Nothing) return;
         const auto plane = m_mirror.MirrorPlane(m_place, m_camera);
         if (!plane) return;
+        const TZEPSectionScope sections(m_frame, m_camera);
         MarkPixels();
         DrawMirrored(*plane);
         if (m_alive && !m_mirror.DrawnMaterial().IsTransparent()) CloseDepth();
@@ -172,7 +174,7 @@ private:
     TZEPReflexedObject& m_mirror;
     TZEPWatch m_alive; ///< what is drawn may free the mirror
     TZEPScene& m_scene;
-    const TZEPFrame& m_frame;
+    TZEPFrame& m_frame;
     TGLMatrixd4 m_camera;
     TGLMatrixd4 m_place; ///< of the mirror, in the absolute frame
 };
