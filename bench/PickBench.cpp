@@ -8,6 +8,7 @@
 #include <zep/scene/XForm.h>
 #include <zep/view/Camera.h>
 #include <zep/view/OverPixels.h>
+#include <zep/view/Snap.h>
 
 #include <benchmark/benchmark.h>
 
@@ -100,6 +101,10 @@ public:
         glFinish();
         return object;
     }
+    bool Snap(int turn) {
+        return m_snapper.Find(m_camera, {Width, Height}, Width / 2.0 + turn % 50, Height / 2.0)
+            .has_value();
+    }
     int DrawAll() {
         std::array<GLuint, 4096> hits;
         m_camera.Pick(Width, Height, Width / 2, Height / 2, 4, 4);
@@ -116,6 +121,7 @@ public:
 private:
     TZEPScene m_scene;
     TZEPCamera m_camera{&m_scene};
+    TZEPSnapper m_snapper;
 };
 
 void Click(benchmark::State& state, void (*fill)(TZEPScene&, int)) {
@@ -137,6 +143,15 @@ void Hover(benchmark::State& state, void (*fill)(TZEPScene&, int)) {
     int found = 0;
     for (auto _ : state) found += scene.Hover(++turn, frame) ? 1 : 0;
     if (found == 0) state.SkipWithError("nothing was hit");
+}
+
+void Snap(benchmark::State& state, void (*fill)(TZEPScene&, int)) {
+    const OffscreenContext context(Width, Height);
+    ClickedScene scene(fill, static_cast<int>(state.range(0)));
+    int turn = 0;
+    int found = 0;
+    for (auto _ : state) found += scene.Snap(++turn) ? 1 : 0;
+    if (found == 0) state.SkipWithError("nothing was found");
 }
 
 /// The first click after everything has changed.
@@ -162,6 +177,9 @@ BENCHMARK_CAPTURE(Click, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillise
 BENCHMARK_CAPTURE(Hover, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Hover, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Hover, mesh, AddSurface)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Snap, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Snap, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Snap, mesh, AddSurface)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FirstClick, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawAll, lines, AddPath)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Click, boxes, AddBlocks)->Arg(10'000)->Unit(benchmark::kMillisecond);

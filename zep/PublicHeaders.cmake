@@ -136,11 +136,13 @@ set(core_headers
   view/Actor.h
   view/Backdrop.h
   view/Camera.h
+  view/Dimension.h
   view/Directions.h
   view/Extent.h
   view/Fitting.h
   view/Headlight.h
   view/PointMoves.h
+  view/Snap.h
   view/ViewPlaces.h
 )
 set(window_headers
@@ -149,6 +151,7 @@ set(window_headers
   view/Cursors.h
   view/Gizmo.h
   view/Hover.h
+  view/MeasureTool.h
   view/MouseInput.h
   view/MousePresets.h
   view/MousePanel.h

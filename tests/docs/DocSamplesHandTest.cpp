@@ -16,7 +16,7 @@
 using namespace ZEP;
 
 // What the documents define. Each sample is called here; who adds one calls it and counts it.
-static_assert(ZEP_DOC_SAMPLES == 28, "a sample of the documents is not called here");
+static_assert(ZEP_DOC_SAMPLES == 29, "a sample of the documents is not called here");
 void AddBallOnFloor(TZEPScene& scene);
 void AddDrilledCube(TZEPScene& scene);
 void AddFan(TZEPScene& scene);
@@ -43,6 +43,7 @@ void ShowTree(QTreeView& tree, TZEPScene& scene);
 void ShowTwice(QWidget& window, TZEPScene& scene);
 std::unique_ptr<TZEPBackdrop> ShowWhole(TZEPScene& scene, TZEPCamera& camera);
 void CutOpen(TZEPPanel& panel, TZEPScene& scene);
+void MeasureDistances(TZEPPanel& panel, const std::function<void(const QString&)>& tell);
 void AddCadMouse(TZEPPanel* panel, bool flat);
 QString TryToOpen(TZEPObject& drawing, const QString& fileName);
 
@@ -223,6 +224,9 @@ TEST_F(DocSamples, FindTheCameraOfASceneThatWasLoaded) {
     const double before = depth();
     panel.PanelControl()->MouseWheelMove(panel, {}, 120, {20, 20});
     EXPECT_LT(depth(), before);
+    QString told;
+    MeasureDistances(panel, [&told](const QString& text) { told = text; });
+    EXPECT_EQ(told, QStringLiteral("Distance: click the first point"));
     CutOpen(panel, scene);
     EXPECT_TRUE(AnyCuts(panel.Camera()->Sections()));
 }

@@ -9,6 +9,7 @@
 #include <zep/scene/Vectors.h>
 #include <zep/scene/Vertex3.h>
 #include <zep/view/Actor.h>
+#include <zep/view/Dimension.h>
 #include <zep/widgets/ObjectLook.h>
 
 #include <QLocale>
@@ -143,6 +144,7 @@ QString Titled(const TZEPObject& object) {
 } // namespace
 
 QString Describe(TZEPObject& object, const QString& unit) {
+    if (const auto* dimension = qobject_cast<TZEPDimension*>(&object)) return dimension->Report();
     QStringList parts{Titled(object)};
     const auto add = [&](const QString& what, const QString& value) {
         parts << QStringLiteral("%1 %2 %3").arg(what, value, unit);

@@ -8,6 +8,7 @@
 #include "viewer/files/SceneSaving.h"
 #include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
+#include <zep/view/Dimension.h>
 #include <zep/view/Fitting.h>
 
 #include <QFileInfo>
@@ -28,6 +29,15 @@ TZEPExtent ExtentSeen(const std::vector<TOpenedFile>& files) {
     for (const TOpenedFile& file : files)
         extent.Add(IsSeenWhole(*file.Root) ? file.Extent : SeenOf({file.Root}));
     return extent;
+}
+
+/// Takes what was measured in a file out of it. A scene is read with its own.
+std::vector<TZEPObject*> TakeDimensions(const TOpenedFile& file) {
+    std::vector<TZEPObject*> dimensions;
+    if (file.Format != TFileFormat::Scene)
+        file.Root->ListChildren(dimensions, {&TZEPDimension::staticMetaObject});
+    for (TZEPObject* dimension : dimensions) dimension->SetParentComponent(nullptr);
+    return dimensions;
 }
 
 double PixelRatio() {
@@ -132,9 +142,11 @@ void TDocument::Replace(std::size_t index, TLoading& loading) {
     const bool visible = old.Visible();
     const QSet<QString> hidden = HiddenBelow(old);
     const QSet<QString> hiddenBefore = m_files[index].HiddenInFile;
+    const std::vector<TZEPObject*> dimensions = TakeDimensions(m_files[index]);
     Remove(index);
     const TOpenedFile& file = *m_files.insert(m_files.begin() + static_cast<std::ptrdiff_t>(index),
                                               loading.Show(*m_scene));
+    for (TZEPObject* dimension : dimensions) dimension->SetParentComponent(file.Root);
     RestoreHidden(*file.Root, hiddenBefore, hidden);
     file.Root->SetVisible(visible);
 }

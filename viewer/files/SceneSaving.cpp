@@ -81,7 +81,9 @@ void SaveTogether(std::span<const TOpenedFile> files, TZEPMaterialLibrary& mater
 void SaveScene(std::span<const TOpenedFile> files, TZEPMaterialLibrary& materials,
                const QString& fileName) {
     CheckTarget(files, fileName);
-    if (files.size() == 1) return SaveAlone(files.front(), materials, fileName);
+    const bool isAlone = files.size() == 1 && (files.front().Scene || files.front().StoresRoot ||
+                                               files.front().Root->GetItemsCount() == 1);
+    if (isAlone) return SaveAlone(files.front(), materials, fileName);
     SaveTogether(files, materials, fileName);
 }
 

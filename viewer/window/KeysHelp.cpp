@@ -23,6 +23,7 @@ constexpr TEntry Entries[] = {
     {"S, O, P, L, R, D, E, V",
      "left button: select, orbit, pan, look, roll, dolly, zoom, perspective<br>"
      "with Shift: right button, with Alt+Shift: middle button"},
+    {"M, N, U, C", "measure a distance, angle, radius, chain"},
     {"Shift+X, Shift+Y, Shift+Z", "section across x, y, z"},
     {"Z", "zoom window"},
     {"H, Shift+H, Ctrl+H", "hide selected, show only selected, show all"},

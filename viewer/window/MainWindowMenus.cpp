@@ -9,6 +9,7 @@
 #include "viewer/window/Icons.h"
 #include "viewer/window/KeysHelp.h"
 #include "viewer/window/MainWindow.h"
+#include "viewer/window/MeasureMenu.h"
 #include "viewer/window/MessagesDock.h"
 #include "viewer/window/Navigation.h"
 #include "viewer/window/PictureMenu.h"
@@ -16,6 +17,7 @@
 #include "viewer/window/ProgramDock.h"
 #include "viewer/window/SectionMenu.h"
 #include "viewer/window/Selection.h"
+#include "viewer/window/ShownHistory.h"
 #include "viewer/window/SourceDock.h"
 #include "viewer/window/StatusTip.h"
 #include "viewer/window/StockMenu.h"
@@ -69,6 +71,7 @@ void TMainWindow::AddMenus() {
     };
     connect(&m_document, &TDocument::LookedFrom, navigation, lock);
     connect(new TZEPGizmo(m_panel), &TZEPGizmo::Turned, navigation, lock);
+    new TMeasureMenu(this, m_panel, m_document, m_contents->Model()->History().Stack());
     AddProgram();
     AddHelpMenu();
 }

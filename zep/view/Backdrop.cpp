@@ -8,8 +8,7 @@
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vectors.h>
 #include <zep/view/Camera.h>
-
-#include <QGuiApplication>
+#include <zep/view/PixelRatio.h>
 
 #include <algorithm>
 #include <array>
@@ -199,9 +198,7 @@ void TZEPBackdrop::SetPixelRatio(std::optional<double> ratio) {
 /// In the frame that is drawn.
 double TZEPBackdrop::PixelRatio() const {
     const double widths = m_camera->Scene()->Frame().Widths;
-    if (m_pixelRatio) return widths * *m_pixelRatio;
-    const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
-    return application ? widths * application->devicePixelRatio() : widths;
+    return widths * m_pixelRatio.value_or(ApplicationPixelRatio());
 }
 
 // --- measures ----------------------------------------------------------------------------------
