@@ -107,6 +107,8 @@ example lights "Spots that stand on glowing balls: a narrow one that fades to it
 example shadows "A room under two lamps: each shadow lacks the light of one, and where two meet that of both. The mirror shows the room without them. The knot turns."
 example forest "Three trees, shown five hundred times by proxies, each turned and sized in its own way; their shadows fall on the ground and on each other."
 example carving "A cube without a ball, a cube that a cutter drills, and what a cube and a ball have in common, above a floor that mirrors them. All of it moves: the shapes are cut anew in every frame."
+example section "Solids cut open at a plane: each shows its own colour there."
+example measure "A plate with its dimensions: a distance, a radius and an angle, as large on the screen however near one looks."
 example heightfield "A function of x and y, coloured by its height."
 window fog zep_fog "" "Fog of a panel in its three modes: linear, exponential, exponential of the squared distance."
 window two-panels zep_two-panels "" "One scene in two panels. On the left a drag orbits, on the right it selects."

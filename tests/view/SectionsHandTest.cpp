@@ -103,7 +103,7 @@ TEST_F(SectionView, ClosedBodiesAreCappedAndHitThereWhatIsOpenIsNot) {
         Cut(0, unitx, 0);
         EXPECT_EQ(At(0, 0), each.Capped ? Green : Blue);
         EXPECT_EQ(Picked(1.7, 1.7), object.get());
-        if (!each.Capped) EXPECT_EQ(Picked(0, 0), Rear);
+        EXPECT_TRUE(each.Capped || Picked(0, 0) == Rear);
         EXPECT_EQ(At(1.7, 1.7), Green) << "the cap, or the inside";
         EXPECT_EQ(At(2.3, 0), Red) << "beside the body";
         EXPECT_EQ(At(3, 0), Red) << "cut away";
@@ -139,7 +139,7 @@ TEST_F(SectionView, MirrorsShowWhatIsCutAndCarvedSolidsStayWhole) {
     Scene->SetFirstPasses(true);
     AddBox({-12, 4, 0}, {2, 2, 2}, clLime);
     auto* mirror = Add<TZEPPolygon>(Scene.get());
-    for (const auto& [y, z] : {std::pair{-8.0, -4.0}, {8.0, -4.0}, {8.0, 4.0}, {-8.0, 4.0}})
+    for (const auto& [y, z] : {std::pair{-8.0, 4.0}, {8.0, 4.0}, {8.0, -4.0}, {-8.0, -4.0}})
         mirror->Vertexes()->Add()->SetPoint({-14 - y, y, z}); // turns a look along x to one along y
     mirror->SetColor(clBlack);
     mirror->SetReflection(1);

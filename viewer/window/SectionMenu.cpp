@@ -39,9 +39,9 @@ TSectionMenu::TSectionMenu(QMenu* menu, QMainWindow* window, TZEPPanel* panel, T
     sections->addSeparator();
     for (std::size_t axis = 0; axis < SectionCount; ++axis) AddFlip(sections, axis);
     sections->addSeparator();
-    m_remove = Explained(
-        sections->addAction(QStringLiteral("&Remove all"), this, [this] { Set(TZEPSections{}); }),
-        QStringLiteral("Show everything whole again"));
+    m_remove = Explained(sections->addAction(QStringLiteral("&Remove sections"), this,
+                                             [this] { Set(TZEPSections{}); }),
+                         QStringLiteral("Show everything whole again"));
     connect(m_handles, &TZEPSectionHandles::Moved, this, &TSectionMenu::Tell);
     connect(&document, &TDocument::Changed, this, &TSectionMenu::Follow);
     Follow();

@@ -4,6 +4,7 @@
 #include <zep/view/Camera.h>
 #include <zep/view/Gizmo.h>
 #include <zep/view/Hover.h>
+#include <zep/view/MeasureTool.h>
 #include <zep/view/Panel.h>
 #include <zep/view/SectionHandles.h>
 
@@ -42,7 +43,9 @@ TSelection::TSelection(TZEPPanel* panel, TZEPScene* scene)
     (new TZEPHover(panel))->SetFind([this](const QPoint& place) -> TZEPObject* {
         const auto* gizmo = m_panel->findChild<TZEPGizmo*>();
         const auto* handles = m_panel->findChild<TZEPSectionHandles*>();
-        const bool isTaken = (gizmo && gizmo->At(place)) || (handles && handles->At(place));
+        const auto* tool = m_panel->findChild<TZEPMeasureTool*>();
+        const bool isTaken = (gizmo && gizmo->At(place)) || (handles && handles->At(place)) ||
+                             (tool && tool->Kind());
         return isTaken ? nullptr : ObjectAt(place);
     });
 }

@@ -28,6 +28,7 @@ constexpr double LineWidth = 1.5; // pixels
 constexpr double PointWidth = 5;
 constexpr double TextMargin = 0.5; // heights of a letter
 constexpr double ArcReach = 0.4;   // of the shorter arm
+constexpr double TextReach = 1.5;  // of that arc
 constexpr int ArcSteps = 32;
 constexpr double DegreesPerRadian = 180 / std::numbers::pi;
 
@@ -209,7 +210,10 @@ QString TZEPDimension::Report() const {
 // --- drawing -----------------------------------------------------------------------------------
 
 TGLArrayd3 TZEPDimension::TextPlace(const std::vector<TGLArrayd3>& points) const {
-    if (m_kind == dmAngle) return ArcOf(points[0], points[1], points[2])[ArcSteps / 2];
+    if (m_kind == dmAngle) {
+        const TGLArrayd3 middle = ArcOf(points[0], points[1], points[2])[ArcSteps / 2];
+        return points[1] + TextReach * (middle - points[1]);
+    }
     const std::size_t from = (points.size() - 2) / 2;
     return Middle(points[from], points[from + 1]);
 }

@@ -1,6 +1,7 @@
 #include <zep/view/MeasureTool.h>
 
 #include <zep/framework/Color.h>
+#include <zep/gl/Scopes.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vectors.h>
 #include <zep/view/Camera.h>
@@ -281,18 +282,27 @@ QImage TZEPMeasureTool::Marker() const {
     return picture;
 }
 
+/// Places count from the first point: far from the origin floats are coarse.
+void TZEPMeasureTool::DrawPreview(std::vector<TGLArrayd3> points) {
+    const TGLArrayd3 origin = points.front();
+    TGLMatrixd4 view = m_panel->Camera()->GetViewMatrix();
+    Translatedv(origin, view);
+    for (TGLArrayd3& point : points) point -= origin;
+    const bool isWhole = m_kind != dmAngle || points.size() == 3;
+    m_preview.SetKind(m_kind == dmRadius || !isWhole ? dmChain : *m_kind);
+    m_preview.SetSuffix(m_suffix);
+    m_preview.SetColor(m_color);
+    m_preview.SetPoints(points);
+    const TZEPMatrixScope matrix;
+    glLoadMatrixd(view[0].data());
+    m_preview.DrawTransparent(false);
+}
+
 void TZEPMeasureTool::Draw() {
-    if (!m_kind) return;
+    if (!m_kind || !m_panel->Camera()) return;
     std::vector<TGLArrayd3> points = m_points;
     if (m_snap) points.push_back(m_snap->Point);
-    if (!m_points.empty() && points.size() > 1) {
-        const bool isWhole = m_kind != dmAngle || points.size() == 3;
-        m_preview.SetKind(m_kind == dmRadius || !isWhole ? dmChain : *m_kind);
-        m_preview.SetSuffix(m_suffix);
-        m_preview.SetColor(m_color);
-        m_preview.SetPoints(points);
-        m_preview.DrawTransparent(false);
-    }
+    if (!m_points.empty() && points.size() > 1) DrawPreview(std::move(points));
     const auto place = m_snap ? m_panel->GetScreenCoords(m_snap->Point) : std::nullopt;
     if (!place) return;
     const QImage mark = Marker();

@@ -74,6 +74,7 @@ private:
     void EndChain();
     void Finish(const std::vector<TGLArrayd3>& points);
     [[nodiscard]] QImage Marker() const;
+    void DrawPreview(std::vector<TGLArrayd3> points);
     void Draw();
 
     TZEPPanel* m_panel;

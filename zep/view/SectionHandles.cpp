@@ -247,7 +247,10 @@ QImage TZEPSectionHandles::Picture(std::size_t section, const TGLArrayd3& anchor
             painter.drawLine(end, end + QPointF(back, -ArrowHead));
         }
     }
-    painter.setPen(QPen(m_hovered == section || m_drag ? Qt::white : QColor(0x10, 0x10, 0x18), 2));
+    painter.setPen(QPen(m_hovered == section || (m_drag && m_drag->Section == section)
+                            ? Qt::white
+                            : QColor(0x10, 0x10, 0x18),
+                        2));
     painter.setBrush(color);
     painter.drawEllipse(QPointF(), BallRadius, BallRadius);
     return picture;
