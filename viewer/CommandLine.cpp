@@ -1,5 +1,6 @@
 #include "viewer/CommandLine.h"
 
+#include "viewer/files/DrawingSaving.h"
 #include "viewer/files/Format.h"
 #include "viewer/files/Picture.h"
 #include "viewer/files/StoredScene.h"
@@ -72,7 +73,7 @@ struct TOptions {
     QCommandLineOption Save{
         QStringLiteral("save"),
         QStringLiteral("Write what is in the files to OUT as a scene, in binary (.zep) or in text "
-                       "(.zept); needs no display."),
+                       "(.zept), or as a drawing (.dxf); needs no display."),
         QStringLiteral("OUT")};
     QCommandLineOption Plain{
         QStringLiteral("plain"),
@@ -228,17 +229,17 @@ void CheckFiles(const TCommandLine& line) {
     using enum TCommandLine::TTask;
     if (line.Task == Save && line.Files.isEmpty())
         throw Exception(QStringLiteral("--save takes one or more files, but found none."));
-    if (line.Task == Save && !IsSceneName(line.SceneFile))
-        throw Exception(QStringLiteral("--save takes a name that ends in .zep or .zept, but found "
-                                       "\"%1\".")
-                            .arg(line.SceneFile));
+    if (line.Task == Save && !IsSceneName(line.SavedFile) && !IsDrawingName(line.SavedFile))
+        throw Exception(QStringLiteral("--save takes a name that ends in .zep, .zept or .dxf, but "
+                                       "found \"%1\".")
+                            .arg(line.SavedFile));
     if ((line.Task == Info || line.Task == Picture || line.Task == Print) && line.Files.size() != 1)
         throw Exception(QStringLiteral("--%1 takes exactly one file, but found %2.")
                             .arg(NameOf(line.Task))
                             .arg(line.Files.size()));
     if (line.Task == Picture) CheckPicture(line);
     if (line.Task == Print) CheckPaper(line);
-    if (line.Task == Save) CheckOutput(line, "save", line.SceneFile);
+    if (line.Task == Save) CheckOutput(line, "save", line.SavedFile);
 }
 
 void ParsePicture(const QCommandLineParser& parser, const TOptions& options, TCommandLine& line) {
@@ -278,7 +279,7 @@ TCommandLine ParseCommandLine(const QStringList& arguments) {
     line.Camera = parser.value(options.Camera);
     line.Shadows = parser.isSet(options.Shadows);
     line.Ground = parser.isSet(options.Ground);
-    line.SceneFile = parser.value(options.Save);
+    line.SavedFile = parser.value(options.Save);
     CheckFiles(line);
     return line;
 }

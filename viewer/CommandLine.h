@@ -27,7 +27,7 @@ struct TCommandLine {
     TPictureWish Picture;
     QString PaperFile; ///< to be printed; ends in ".pdf"
     TPaperWish Paper;
-    QString SceneFile;                   ///< to be written; ends in ".zep" or ".zept"
+    QString SavedFile;                   ///< to be written; ends in ".zep", ".zept" or ".dxf"
     std::optional<TDirection> Direction; ///< none: from where it shows best
     QString Camera;       ///< of the file, to look through; empty: from the direction
     bool Shadows = false; ///< in the picture

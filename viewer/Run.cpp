@@ -123,7 +123,8 @@ int RunWithoutDisplay(int& argc, char** argv, const TCommandLine& line) {
     if (line.Task == TCommandLine::TTask::Info) return PrintInfo(line);
     TDocument document;
     OpenAll(document, line);
-    document.Save(line.SceneFile);
+    const std::vector<TPassedOver> left = document.Save(line.SavedFile);
+    if (!left.empty()) PrintError(QStringLiteral("left out:\n") + MessagesToText(left).chopped(1));
     return Done;
 }
 

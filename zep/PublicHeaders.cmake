@@ -139,6 +139,7 @@ set(core_headers
   view/Dimension.h
   view/Directions.h
   view/Extent.h
+  view/Facts.h
   view/Fitting.h
   view/Headlight.h
   view/PointMoves.h

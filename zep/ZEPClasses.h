@@ -31,6 +31,7 @@
 #include <zep/view/Camera.h>
 #include <zep/view/Dimension.h>
 #include <zep/view/Directions.h>
+#include <zep/view/Facts.h>
 #include <zep/view/Fitting.h>
 #include <zep/view/Headlight.h>
 #include <zep/view/PointMoves.h>

@@ -112,14 +112,6 @@ struct TReader {
     std::string (*Read)(const TCase& c, const std::string& bytes);
 };
 
-/// Pairs on lines as they come; without any section, those of the entities.
-std::string BytesOfPairs(const std::string& input) {
-    std::string pairs = input.substr(0, input.find_last_not_of('\n') + 1);
-    std::ranges::replace(pairs, '\n', '|');
-    if (!Has(pairs, "0 SECTION")) pairs = "0 SECTION|2 ENTITIES|" + pairs + "|0 ENDSEC|0 EOF";
-    return Pairs(pairs);
-}
-
 /// Without the line feed that ends the file of cases, not the program.
 std::string BytesOfProgram(const std::string& input) {
     return input.substr(0, input.size() - 1);

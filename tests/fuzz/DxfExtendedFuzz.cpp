@@ -1,6 +1,10 @@
+#include <zep/converters/ReadReport.h>
 #include <zep/converters/dxf/Reader.h>
+#include <zep/converters/dxf/writer/Drawing.h>
 #include <zep/objects/Polyline.h>
 #include <zep/scene/Scene.h>
+
+#include <QBuffer>
 
 #include <cmath>
 #include <cstdint>
@@ -37,15 +41,25 @@ void Check(TZEPScene& scene, std::size_t size) {
     }
 }
 
+void Write(TZEPScene& scene) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    TReadReport report;
+    TZEPObject* root = &scene;
+    TDXFDrawingWriter({&root, 1}, true).Write(buffer, report);
+    Require(buffer.data().endsWith("EOF\n"));
+}
+
 } // namespace
 } // namespace ZEP
 
-/// Reads any bytes as a drawing of blocks and curves.
+/// Reads any bytes as a drawing of blocks and curves, and writes what comes of it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     ZEP::TZEPScene scene;
     ZEP::TDXFDrawing drawing({reinterpret_cast<const char*>(data), size}, scene,
                              {.Extended = true, .FreeBytes = ZEP::FreeBytes});
     ZEP::TDXFReader(drawing).Read();
     ZEP::Check(scene, size);
+    ZEP::Write(scene);
     return 0;
 }

@@ -29,7 +29,7 @@ std::string AskedFor(const TCommandLine& line) {
     if (!line.Camera.isEmpty()) text += " camera " + line.Camera.toStdString();
     if (line.Shadows) text += " shadows";
     if (line.Ground) text += " ground";
-    return line.SceneFile.isEmpty() ? text : text + " " + line.SceneFile.toStdString();
+    return line.SavedFile.isEmpty() ? text : text + " " + line.SavedFile.toStdString();
 }
 
 TEST(CommandLine, IsUnderstoodOrItsMistakeNamed) {

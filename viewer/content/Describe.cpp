@@ -2,14 +2,12 @@
 
 #include <zep/converters/rs274d/ToolPath.h>
 #include <zep/objects/Arc.h>
-#include <zep/objects/Circle.h>
 #include <zep/objects/Line.h>
 #include <zep/objects/Point.h>
-#include <zep/objects/Polyline.h>
 #include <zep/scene/Vectors.h>
 #include <zep/scene/Vertex3.h>
-#include <zep/view/Actor.h>
 #include <zep/view/Dimension.h>
+#include <zep/view/Facts.h>
 #include <zep/widgets/ObjectLook.h>
 
 #include <QLocale>
@@ -17,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace ZEP {
 
@@ -29,39 +26,6 @@ TGLArrayd3 Absolute(const TZEPObject& object, const TGLArrayd3& point) {
     TGLArrayd3 result;
     object.ConvertToAbsolute(point, result);
     return result;
-}
-
-/// Of the circle of diameter 1 that arcs and circles are pieces of.
-TGLArrayd3 OnCircle(const TZEPObject& object, double degrees) {
-    const double angle = degrees * std::numbers::pi / 180;
-    return Absolute(object, {0.5 * std::cos(angle), 0.5 * std::sin(angle), 0});
-}
-
-/// None where it is seen as an ellipse.
-std::optional<double> RadiusOf(const TZEPObject& object) {
-    if (!qobject_cast<const TZEPArc*>(&object) && !qobject_cast<const TZEPCircle*>(&object))
-        return {};
-    const TGLArrayd3 middle = Absolute(object, zero3d);
-    const double radius = Distance(OnCircle(object, 0), middle);
-    const bool isRound = std::abs(Distance(OnCircle(object, 90), middle) - radius) < 1e-6 * radius;
-    return isRound ? std::optional(radius) : std::nullopt;
-}
-
-double TurnOf(const TZEPArc& arc) {
-    const double sweep = arc.EndAngle() - arc.StartAngle();
-    return sweep > 0 ? sweep : sweep + 360;
-}
-
-double LengthOfPolyline(TZEPPolyline& polyline) {
-    TZEPVertexes& points = *polyline.Vertexes();
-    double length = 0;
-    for (int i = 1; i < points.Count(); ++i)
-        length += Distance(Absolute(polyline, points[i - 1].Data()),
-                           Absolute(polyline, points[i].Data()));
-    if (polyline.Closed() && points.Count() > 1)
-        length += Distance(Absolute(polyline, points[points.Count() - 1].Data()),
-                           Absolute(polyline, points[0].Data()));
-    return length;
 }
 
 QString Text(double value) {
@@ -88,16 +52,10 @@ QString PlaceOf(TZEPObject& object) {
     if (auto* point = qobject_cast<TZEPPoint*>(&object))
         return Text(Absolute(*point, point->P()->Data()));
     if (const auto* arc = qobject_cast<TZEPArc*>(&object))
-        return FromTo(OnCircle(*arc, arc->StartAngle()), OnCircle(*arc, arc->EndAngle())) +
+        return FromTo(PointOnCircle(*arc, arc->StartAngle()),
+                      PointOnCircle(*arc, arc->EndAngle())) +
                QStringLiteral(" about ") + Text(Absolute(*arc, zero3d));
     return QStringLiteral("about ") + Text(CenterOf(object));
-}
-
-/// Readers put what is on a layer below an actor.
-QString LayerOf(const TZEPObject& object) {
-    const TZEPObject* above = object.Parent();
-    const bool isLayer = above && above->metaObject() == &TZEPActor::staticMetaObject;
-    return isLayer ? above->Ident() : QString();
 }
 
 QString SizeOf(const TZEPObject& object) {
@@ -119,17 +77,6 @@ std::optional<int> ProgramLineOf(const TZEPObject& object) {
     return isNumber && line > 0 ? std::optional(line) : std::nullopt;
 }
 
-std::optional<double> LengthOf(TZEPObject& object) {
-    if (auto* line = qobject_cast<TZEPLine*>(&object))
-        return Distance(Absolute(*line, line->P1()->Data()), Absolute(*line, line->P2()->Data()));
-    if (const std::optional<double> radius = RadiusOf(object)) {
-        const auto* arc = qobject_cast<TZEPArc*>(&object);
-        return *radius * (arc ? TurnOf(*arc) : 360) * std::numbers::pi / 180;
-    }
-    if (auto* polyline = qobject_cast<TZEPPolyline*>(&object)) return LengthOfPolyline(*polyline);
-    return {};
-}
-
 namespace {
 
 /// "Line, program line 12", "Text "Scale 1:50""
@@ -145,17 +92,25 @@ QString Titled(const TZEPObject& object) {
 
 QString Describe(TZEPObject& object, const QString& unit) {
     if (const auto* dimension = qobject_cast<TZEPDimension*>(&object)) return dimension->Report();
+    const TZEPFacts facts = FactsOf(object);
     QStringList parts{Titled(object)};
     const auto add = [&](const QString& what, const QString& value) {
-        parts << QStringLiteral("%1 %2 %3").arg(what, value, unit);
+        if (!value.isEmpty()) parts << QStringLiteral("%1 %2").arg(what, value);
     };
-    if (const QString layer = LayerOf(object); !layer.isEmpty())
-        parts << QStringLiteral("layer ") + layer;
-    const std::optional<double> length = LengthOf(object);
-    if (const std::optional<double> radius = RadiusOf(object))
-        add(QStringLiteral("radius"), Text(*radius));
-    if (length) add(QStringLiteral("length"), Text(*length));
-    if (!length && !qobject_cast<TZEPPoint*>(&object)) add(QStringLiteral("size"), SizeOf(object));
+    const auto measure = [&](const QString& what, const std::optional<double>& value,
+                             const QString& of) {
+        if (value) add(what, Text(*value) + u' ' + of);
+    };
+    add(QStringLiteral("layer"), facts.Layer);
+    add(QStringLiteral("block"), facts.Blocks);
+    add(QStringLiteral("line type"), facts.LineType);
+    if (!object.Ident().isEmpty()) add(QStringLiteral("text"), facts.Text);
+    measure(QStringLiteral("radius"), facts.Radius, unit);
+    if (facts.Radius) measure(QStringLiteral("diameter"), 2 * *facts.Radius, unit);
+    measure(QStringLiteral("length"), facts.Length, unit);
+    measure(QStringLiteral("area"), facts.Area, QStringLiteral("square ") + unit);
+    if (!facts.Length && !qobject_cast<TZEPPoint*>(&object))
+        add(QStringLiteral("size"), SizeOf(object) + u' ' + unit);
     parts << PlaceOf(object); // what is long stands last: a narrow window cuts it off
     return parts.join(QStringLiteral(", "));
 }

@@ -12,13 +12,8 @@ class TZEPObject;
 /// The line of its program that a tool path object came from, counted from 1.
 [[nodiscard]] std::optional<int> ProgramLineOf(const TZEPObject& object);
 
-/// Along the object, in the scene's unit; none for what is no line, polyline, arc or circle, and
-/// for an ellipse.
-[[nodiscard]] std::optional<double> LengthOf(TZEPObject& object);
-
-/// What it is, for the status line: kind, name (of a tool path its program line), layer, radius
-/// and length, or size, and place.
-/// \param unit  of the scene
+/// What it is, for the status line: kind, name (of a tool path its program line), layer, block,
+/// line type, text, radius, length and area, or size, and place. \param unit  of the scene
 [[nodiscard]] QString Describe(TZEPObject& object, const QString& unit);
 
 /// Where a tool path has come to, for the status line: line, kind of move, position, feed and tool.

@@ -3,6 +3,7 @@
 #include "viewer/content/Seen.h"
 #include "viewer/content/Visibility.h"
 #include "viewer/drawing/ShownBatches.h"
+#include "viewer/files/DrawingSaving.h"
 #include "viewer/files/Loading.h"
 #include "viewer/files/Materials.h"
 #include "viewer/files/SceneSaving.h"
@@ -95,10 +96,12 @@ bool TDocument::Add(const QStringList& files, bool plain, const TOpenProgress& p
     return true;
 }
 
-void TDocument::Save(const QString& fileName) {
+std::vector<TPassedOver> TDocument::Save(const QString& fileName) {
+    if (IsDrawingName(fileName)) return SaveDrawing(m_files, fileName);
     SaveScene(m_files, m_materials, fileName);
     for (TOpenedFile& file : m_files)
         if (IsSameFile(file.Name, fileName)) file.State = TFileState::Of(file.Name);
+    return {};
 }
 
 void TDocument::Close(const QString& file) {

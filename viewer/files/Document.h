@@ -41,9 +41,10 @@ public:
     bool Add(const QStringList& files, bool plain, const TOpenProgress& progress = {});
     /// Files of the last `Open` or `Add` that could not be read, where others could.
     [[nodiscard]] const std::vector<TFailure>& Failures() const { return m_failures; }
-    /// Writes what is shown as a scene; see `SaveScene`. Where the name is that of a file that is
-    /// shown, that file counts as unchanged. Raises `Exception`.
-    void Save(const QString& fileName);
+    /// Writes what is shown as a scene or, where the name ends so, as a drawing; see `SaveScene`
+    /// and `SaveDrawing`. Where the name is that of a file that is shown, that file counts as
+    /// unchanged. Raises `Exception`. \return  what could not be written
+    std::vector<TPassedOver> Save(const QString& fileName);
     /// Nothing for a name that is not shown.
     void Close(const QString& file);
     /// Null where it is not shown.

@@ -95,16 +95,6 @@ QString ProgramToText(const TToolPath& path) {
     return text;
 }
 
-QString MessagesToText(const std::vector<TPassedOver>& messages) {
-    QString text;
-    for (const TPassedOver& message : messages)
-        text +=
-            QStringLiteral("  %1: %2").arg(message.Kind, QString::number(message.Count)) +
-            (message.FirstLine > 0 ? QStringLiteral(", first in line %1\n").arg(message.FirstLine)
-                                   : QStringLiteral("\n"));
-    return text;
-}
-
 } // namespace
 
 TFileInfo InfoOf(const TOpenedFile& file) {
@@ -131,6 +121,16 @@ TFileInfo InfoOf(const TOpenedFile& file) {
         if (!info.Path) info.Path = program.Path;
     info.Bounds = ExtentOf(*file.Root).Bounds();
     return info;
+}
+
+QString MessagesToText(const std::vector<TPassedOver>& messages) {
+    QString text;
+    for (const TPassedOver& message : messages)
+        text +=
+            QStringLiteral("  %1: %2").arg(message.Kind, QString::number(message.Count)) +
+            (message.FirstLine > 0 ? QStringLiteral(", first in line %1\n").arg(message.FirstLine)
+                                   : QStringLiteral("\n"));
+    return text;
 }
 
 QString ToText(const TFileInfo& info) {

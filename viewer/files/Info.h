@@ -28,6 +28,8 @@ struct TFileInfo {
 [[nodiscard]] TFileInfo InfoOf(const TOpenedFile& file);
 
 /// A few lines for people.
+/// Each kind with its count on a line.
+[[nodiscard]] QString MessagesToText(const std::vector<TPassedOver>& messages);
 [[nodiscard]] QString ToText(const TFileInfo& info);
 /// Keys: file, format, dialect (of a program that was not read plain), seconds, objects, layers,
 /// materials, vertices, faces, lights, cameras (their names), bounds (min, max; null where nothing

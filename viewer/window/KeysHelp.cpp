@@ -43,7 +43,7 @@ constexpr TEntry Entries[] = {
     {"Ctrl+W", "close"},
     {"F11", "full screen"},
     {"Esc", "stop loading; deselect"},
-    {"Ctrl+Shift+S", "save as a scene"},
+    {"Ctrl+Shift+S", "save as a scene or a drawing"},
     {"Ctrl+S", "save a picture"},
     {"Ctrl+Shift+C", "copy the picture"},
     {"Ctrl+P", "print"},

@@ -43,7 +43,7 @@ public:
     void CloseFile(const QString& file);
     /// Shows the start page again.
     void CloseAll();
-    /// Saves what is shown as a scene; see `TDocument::Save`. Raises `Exception`.
+    /// Saves what is shown as a scene or a drawing; see `TDocument::Save`. Raises `Exception`.
     void SaveAs(const QString& file);
     [[nodiscard]] const TDocument& Document() const { return m_document; }
     [[nodiscard]] TSelection* Selection() const { return m_selection; }

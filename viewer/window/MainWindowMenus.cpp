@@ -1,3 +1,4 @@
+#include "viewer/files/DrawingSaving.h"
 #include "viewer/files/FileWatch.h"
 #include "viewer/files/Info.h"
 #include "viewer/files/RecentFiles.h"
@@ -38,6 +39,8 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include <algorithm>
+
 namespace ZEP {
 
 namespace {
@@ -49,6 +52,13 @@ struct TDirectionEntry {
     QString Tip;
     const char* Icon = nullptr; ///< on the tool bar, where it has one
 };
+
+/// What files may be saved as, the form of a name without a suffix first.
+struct TSavedForm {
+    const char *Filter, *Suffix;
+};
+constexpr TSavedForm SavedForms[] = {
+    {"Scenes (*.zep)", ".zep"}, {"Scenes as text (*.zept)", ".zept"}, {"Drawings (*.dxf)", ".dxf"}};
 
 const QString ReloadsKey = QStringLiteral("files/reloads");
 
@@ -88,7 +98,7 @@ void TMainWindow::AddFileMenu() {
     Explained(menu->addAction(QStringLiteral("Save &as..."),
                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), this,
                               &TMainWindow::AskAndSave),
-              QStringLiteral("Write what is in the files as a scene"));
+              QStringLiteral("Write what is in the files as a scene or a drawing"));
     new TPictureMenu(this, menu, m_document, [this]() -> TPictureMenu::TSeen {
         if (m_document.Files().empty()) return {m_welcome->View(), &m_welcome->Start().Backdrop()};
         return {m_panel, &m_document.Backdrop()};
@@ -235,14 +245,20 @@ void TMainWindow::Reload() {
 }
 
 void TMainWindow::SaveAs(const QString& file) {
-    m_viewOptions->Undressed([&] { m_document.Save(file); });
+    std::vector<TPassedOver> left;
+    m_viewOptions->Undressed([&] { left = m_document.Save(file); });
     RememberFiles({file});
     m_watch->Watch(m_document.Files());
     // All that is shown is in that file now: read once more beside the others, it would be there
     // twice.
     if (m_document.Files().size() > 1 && m_document.Find(file))
         Want({.Files = {file}, .KeepsView = true});
-    statusBar()->showMessage(QStringLiteral("Saved as %1.").arg(file));
+    QStringList kinds;
+    for (const TPassedOver& kind : left)
+        kinds << QStringLiteral("%1: %2").arg(kind.Kind).arg(kind.Count);
+    statusBar()->showMessage(kinds.isEmpty() ? QStringLiteral("Saved as %1.").arg(file)
+                                             : QStringLiteral("Saved as %1, but left out: %2")
+                                                   .arg(file, kinds.join(QStringLiteral("; "))));
 }
 
 /// Beside the first file that is shown, with its name and another suffix.
@@ -254,11 +270,16 @@ QString TMainWindow::ProposedName(const char* suffix) const {
 
 void TMainWindow::AskAndSave() {
     if (m_document.Files().empty()) return;
+    QStringList filters;
+    for (const TSavedForm& form : SavedForms) filters << QLatin1StringView(form.Filter);
+    QString filter;
     QString name =
         QFileDialog::getSaveFileName(this, QStringLiteral("Save as"), ProposedName(".zep"),
-                                     QStringLiteral("Scenes (*.zep);;Scenes as text (*.zept)"));
+                                     filters.join(QStringLiteral(";;")), &filter);
     if (name.isEmpty()) return;
-    if (!IsSceneName(name)) name += QStringLiteral(".zep");
+    const auto chosen = static_cast<std::size_t>(std::max<qsizetype>(filters.indexOf(filter), 0));
+    if (!IsSceneName(name) && !IsDrawingName(name))
+        name += QLatin1StringView(SavedForms[chosen].Suffix);
     try {
         SaveAs(name);
     } catch (const Exception& error) {

@@ -122,17 +122,18 @@ TDashScope::TDashScope(const TDashTexture& texture) {
 
 // --- pattern -----------------------------------------------------------------------------------
 
-std::shared_ptr<const TZEPDashPattern> TZEPDashPattern::Of(std::span<const double> parts) {
+std::shared_ptr<const TZEPDashPattern> TZEPDashPattern::Of(std::span<const double> parts,
+                                                           const QString& name) {
     const bool hasGap = std::ranges::any_of(parts, [](double part) { return part < 0; });
     const bool hasDash = std::ranges::any_of(parts, [](double part) { return part >= 0; });
     const double period = PeriodOf(parts);
     if (!hasGap || !hasDash || parts.size() > MaxParts || !std::isnormal(period)) return {};
-    return std::make_shared<const TZEPDashPattern>(parts);
+    return std::make_shared<const TZEPDashPattern>(parts, name);
 }
 
-TZEPDashPattern::TZEPDashPattern(std::span<const double> parts)
-    : m_parts(parts.begin(), parts.end()), m_text(TextOf(parts)), m_period(PeriodOf(parts)),
-      m_texture(TDashTexture::Of(parts)) {}
+TZEPDashPattern::TZEPDashPattern(std::span<const double> parts, const QString& name)
+    : m_parts(parts.begin(), parts.end()), m_name(name), m_text(TextOf(parts)),
+      m_period(PeriodOf(parts)), m_texture(TDashTexture::Of(parts)) {}
 
 double TZEPDashPattern::FirstDash() const {
     return std::max(m_parts.front(), 0.0);

@@ -55,10 +55,14 @@ public:
     /// \param parts  lengths of dashes, above 0, and of gaps, below 0; 0 is a dot
     /// \return  null for what breaks nothing up: without a gap, with a length that is no number or
     ///          a sum that is none, or of more than `MaxParts`
-    [[nodiscard]] static std::shared_ptr<const TZEPDashPattern> Of(std::span<const double> parts);
+    /// \param name   of a line type, for users
+    [[nodiscard]] static std::shared_ptr<const TZEPDashPattern> Of(std::span<const double> parts,
+                                                                   const QString& name = {});
 
-    explicit TZEPDashPattern(std::span<const double> parts);
+    TZEPDashPattern(std::span<const double> parts, const QString& name);
 
+    /// Empty where nobody has given it one; no stream holds it.
+    [[nodiscard]] const QString& Name() const { return m_name; }
     [[nodiscard]] const std::vector<double>& Parts() const { return m_parts; }
     /// The parts with blanks between them.
     [[nodiscard]] const QString& Text() const { return m_text; }
@@ -69,6 +73,7 @@ public:
 
 private:
     std::vector<double> m_parts;
+    QString m_name;
     QString m_text;
     double m_period;
     std::shared_ptr<const TDashTexture> m_texture;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,15 @@ inline std::string Pairs(std::string_view compact, std::string_view lineEnd = "\
         text.append(lineEnd);
     }
     return text;
+}
+
+/// Of a case: pairs on lines as they come; without any section, those of the entities.
+inline std::string BytesOfPairs(const std::string& input) {
+    std::string pairs = input.substr(0, input.find_last_not_of('\n') + 1);
+    std::ranges::replace(pairs, '\n', '|');
+    if (pairs.find("0 SECTION") == std::string::npos)
+        pairs = "0 SECTION|2 ENTITIES|" + pairs + "|0 ENDSEC|0 EOF";
+    return Pairs(pairs);
 }
 
 } // namespace ZEP

@@ -1,10 +1,18 @@
 #include <zep/converters/dxf/Converter.h>
 
+#include <zep/converters/Placing.h>
 #include <zep/converters/RootUpdate.h>
 #include <zep/converters/dxf/Reader.h>
+#include <zep/converters/dxf/writer/Drawing.h>
 #include <zep/framework/Exception.h>
+#include <zep/framework/FileSaving.h>
 #include <zep/framework/FileText.h>
 #include <zep/framework/Registry.h>
+
+#include <QPointer>
+
+#include <algorithm>
+#include <vector>
 
 namespace ZEP {
 
@@ -44,6 +52,39 @@ void CheckIsDrawing(TDXFTags& tags, std::string_view text, const QString& fileNa
                .arg(Shown(text)));
 }
 
+/// Tells that objects have come or gone below some, also where these themselves are freed.
+class TTreeWatch {
+public:
+    explicit TTreeWatch(std::span<TZEPObject* const> roots) {
+        for (TZEPObject* root : roots) {
+            m_roots.emplace_back(root);
+            root->RegisterNotify(Listener());
+        }
+    }
+    ~TTreeWatch() {
+        for (const QPointer<TZEPObject>& root : m_roots)
+            if (root) root->UnregisterNotify(Listener());
+    }
+    Q_DISABLE_COPY_MOVE(TTreeWatch)
+
+    [[nodiscard]] bool HasChanged() const {
+        return m_hasChanged || std::ranges::any_of(m_roots, &QPointer<TZEPObject>::isNull);
+    }
+
+private:
+    [[nodiscard]] TZEPObjectNotify Listener() const {
+        const auto note = [](void* context, TZEPObject*, TZEPObjectAction action, const void*) {
+            auto& watch = *static_cast<TTreeWatch*>(context);
+            if (action == saInsert || action == saRemove || action == saMove)
+                watch.m_hasChanged = true;
+        };
+        return {note, const_cast<TTreeWatch*>(this)};
+    }
+
+    std::vector<QPointer<TZEPObject>> m_roots;
+    bool m_hasChanged = false;
+};
+
 } // namespace
 
 TDXFConverter::TDXFConverter(TComponent* owner)
@@ -75,6 +116,38 @@ void TDXFConverter::Read(std::string_view text, const QString& fileName) {
         return !drawing.Tags.Cancelled();
     }));
     TakeResults(drawing);
+}
+
+void TDXFConverter::SaveToFile() {
+    constexpr const char* method = "SaveToFile";
+    if (!Root()) throw Exception(QStringLiteral("Can't save Root=nil"), {.Method = Method(method)});
+    CheckFile(method);
+    SetCancelled(false);
+    TZEPObject* root = Root();
+    try {
+        SaveFile(FileName(), [&](QIODevice& device) {
+            if (!WriteDXF(device, {&root, 1})) throw TReadingEnd();
+        });
+    } catch (const TReadingEnd&) {
+    } catch (const Exception& error) {
+        throw Exception(error.Text(), {.Method = Method(method), .File = FileName()});
+    }
+}
+
+bool TDXFConverter::WriteDXF(QIODevice& device, std::span<TZEPObject* const> roots) {
+    m_report.Clear();
+    TDXFDrawingWriter writer(roots, m_writeVPORTInfo);
+    const TTreeWatch watch(roots);
+    const TProgress progress = GuardedProgress();
+    if (progress)
+        writer.SetProgress([&](qint64 done, qint64 total) {
+            return progress(done, total) && !watch.HasChanged();
+        });
+    SetCancelled(!Finishes([&] {
+        writer.Write(device, m_report);
+        return true;
+    }));
+    return !Cancelled();
 }
 
 void TDXFConverter::TakeResults(TDXFDrawing& drawing) {

@@ -5,15 +5,18 @@
 #include <zep/converters/ReadReport.h>
 #include <zep/scene/Geom.h>
 
+#include <span>
 #include <string_view>
+
+class QIODevice;
 
 namespace ZEP {
 
 class TDXFDrawing;
 
-/// Reads an ASCII DXF drawing into the scene: each layer becomes an object under `Root`, each
-/// entity of a kind that is known an object under its layer. What a drawing may hold, and what the
-/// two ways of reading do with it, is in docs/dxf.md.
+/// Reads an ASCII DXF drawing into the scene, and writes one: each layer becomes an object under
+/// `Root`, each entity of a kind that is known an object under its layer. What a drawing may hold,
+/// and what the two ways of reading do with it, is in docs/dxf.md.
 ///
 /// Defaults: the plain reading, `ClearBeforRead` and `CreateLayersIfNotExists` set.
 class ZEP_CORE_EXPORT TDXFConverter : public TFileConverter {
@@ -38,7 +41,7 @@ public:
     /// INSERT and POLYLINE, and without a name.
     void SetCreateLayersIfNotExists(bool create) { m_createLayers = create; }
     [[nodiscard]] bool WriteVPORTInfo() const { return m_writeVPORTInfo; }
-    /// Reading takes no notice of it.
+    /// Writes a view of the whole beside what is drawn. Reading takes no notice of it.
     void SetWriteVPORTInfo(bool write) { m_writeVPORTInfo = write; }
     [[nodiscard]] bool Extended() const { return m_extended; }
     /// Reads what drawings of today hold, instead of the plain few kinds.
@@ -51,7 +54,15 @@ public:
     /// Reads a drawing from memory into `Root`, below what is there.
     void ReadDXF(std::string_view text);
 
-    /// What the last reading passed over.
+    /// Writes what stands below `Root`, in its coordinates, to `FileName`, an old file of which
+    /// stands until the new one is whole. The progress call gets objects in place of bytes. Raises
+    /// `Exception` without `Root` or `FileName`, and with the system's reason.
+    void SaveToFile();
+    /// Writes what stands below each of the objects as one drawing, in the coordinates of these.
+    /// Raises `Exception` where the device does not take it. \return false when it was cancelled
+    bool WriteDXF(QIODevice& device, std::span<TZEPObject* const> roots);
+
+    /// What the last reading or writing passed over.
     [[nodiscard]] const TReadReport& Report() const { return m_report; }
     /// Where the header says that the drawing lies, with z 0; all zero where it says nothing.
     [[nodiscard]] const TGLArrayd3& get_min_extent() const { return m_minExtent; }

@@ -100,7 +100,7 @@ void TDXFExtendedReader::ReadLineTypes() {
     TDXFTags& tags = m_drawing.Tags;
     while (tags.NextGroupCode() >= 0 && !m_drawing.IsAtEnd("ENDTAB"))
         if (tags.Code() == 0 && tags.ValStr() == "LTYPE" && m_record.Read(tags))
-            m_drawing.LineTypes.Add(m_record);
+            m_drawing.LineTypes.Add(m_record, m_drawing.Text);
 }
 
 void TDXFExtendedReader::ReadEntities() {

@@ -1,5 +1,6 @@
 #include <zep/converters/dxf/LineTypes.h>
 
+#include <zep/converters/dxf/CodePage.h>
 #include <zep/converters/dxf/Names.h>
 
 #include <cmath>
@@ -21,8 +22,8 @@ void TDXFLineTypes::SetScale(double scale) {
     if (IsScale(scale)) m_scale = scale;
 }
 
-void TDXFLineTypes::Add(const TDXFRecord& record) {
-    TDXFLineType type;
+void TDXFLineTypes::Add(const TDXFRecord& record, const TDXFTextDecoder& text) {
+    TDXFLineType type{.Name = text.Decode(record.Text(2))};
     for (const TDXFRecord::TTag& tag : record.Tags()) {
         if (tag.Code == LengthCode) type.Parts.push_back(tag.Number());
         if (tag.Code == TextsCode && DXFInteger(tag.Value) != 0) type.HasTexts = true;
@@ -48,7 +49,7 @@ std::shared_ptr<const TZEPDashPattern> TDXFLineTypes::PatternOf(const TDXFLineTy
     if (!isNew) return place->second;
     std::vector<double> parts = type.Parts;
     for (double& part : parts) part *= scale * m_scale;
-    return place->second = TZEPDashPattern::Of(parts);
+    return place->second = TZEPDashPattern::Of(parts, type.Name);
 }
 
 } // namespace ZEP

@@ -11,10 +11,12 @@
 
 namespace ZEP {
 
+class TDXFTextDecoder;
 class TZEPObject;
 
 /// How lines are broken up.
 struct TDXFLineType {
+    QString Name{};
     std::vector<double> Parts{}; ///< dashes, above 0, gaps, below 0, and dots
     bool HasTexts = false;       ///< or shapes between them, which are not drawn
 };
@@ -25,7 +27,7 @@ public:
     /// Of all line types ($LTSCALE).
     void SetScale(double scale);
     /// An entry of the table. Of entries of one name the first holds.
-    void Add(const TDXFRecord& record);
+    void Add(const TDXFRecord& record, const TDXFTextDecoder& text);
     /// \param name  outlives this
     void SetOfLayer(const TZEPObject* layer, std::string_view name) { m_ofLayers[layer] = name; }
 
