@@ -138,10 +138,15 @@ std::vector<TTextPoint> Outline(const TContour& contour) {
     return outline;
 }
 
-/// The outlines of text, y upwards, in units of the cap height.
-QList<QPolygonF> TextPolygons(const QString& text, const TFont& textFont) {
+QFont OutlineFont(const TFont& textFont) {
     QFont font = textFont.ToQFont(OutlinePixels);
     font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+/// The outlines of text, y upwards, in units of the cap height.
+QList<QPolygonF> TextPolygons(const QString& text, const TFont& textFont) {
+    const QFont font = OutlineFont(textFont);
     const QFontMetricsF metrics(font);
     const QPainterPath path = TextPath(text, font, metrics.lineSpacing());
     const double scale = 1 / CapHeight(font, metrics);
@@ -171,6 +176,13 @@ TTextBox MeasureText(const QString& text, const TFont& font) {
     for (const QPolygonF& polygon : TextPolygons(text, font)) box |= polygon.boundingRect();
     return {{static_cast<float>(box.left()), static_cast<float>(box.top())},
             {static_cast<float>(box.right()), static_cast<float>(box.bottom())}};
+}
+
+double AdvanceOfText(const QString& text, const TFont& font) {
+    if (!HasFonts()) return 0;
+    const QFont outline = OutlineFont(font);
+    const QFontMetricsF metrics(outline);
+    return metrics.horizontalAdvance(text) / CapHeight(outline, metrics);
 }
 
 TTextBitmap MakeTextBitmap(const QString& text, const TFont& textFont) {

@@ -34,11 +34,13 @@ struct TTextBitmap {
 inline constexpr int MaxTextLength = 4096;
 
 /// \name Text in any language that the system has fonts for; line feeds begin new lines
-/// Both are empty in a program without a `QGuiApplication`, which has no fonts.
+/// All are empty in a program without a `QGuiApplication`, which has no fonts.
 /// @{
 [[nodiscard]] TTextShape MakeTextShape(const QString& text, const TFont& font);
 /// What is seen of the shape: a fifth of the work.
 [[nodiscard]] TTextBox MeasureText(const QString& text, const TFont& font);
+/// How far the text moves its pen, blanks at its end included; of a text of one line.
+[[nodiscard]] double AdvanceOfText(const QString& text, const TFont& font);
 [[nodiscard]] TTextBitmap MakeTextBitmap(const QString& text, const TFont& font);
 /// @}
 

@@ -65,5 +65,26 @@ TEST_F(DXFTextsHand, FitKeepsTheHeightAndAlignedTheShape) {
     }
 }
 
+TEST_F(DXFTextsHand, RunsStandBehindEachOtherOnTheLinesOfTheirBox) {
+    const TZEPObject& layer =
+        *LabelOf("0 MTEXT|1 {\\C1;red} {\\H4;{\\W2;wide} big} behind|40 2|41 30|71 1").Parent();
+    ASSERT_EQ(layer.GetItemsCount(), 4);
+    double last = -1;
+    for (int i = 0; i < 3; ++i) {
+        const auto [start, end] = EndsOf(*layer.GetItem(i));
+        EXPECT_GT(start[0], last) << i;
+        EXPECT_NEAR(start[1], -4, 1e-9) << "the highest letters touch the box";
+        last = end[0];
+    }
+    EXPECT_LT(last, 30);
+    EXPECT_EQ(layer.GetItem(0)->Color(), clRed);
+    EXPECT_NEAR(EndsOf(*layer.GetItem(3)).Start[1], -4 - 2 * 5 / 3.0, 1e-9);
+}
+
+TEST_F(DXFTextsHand, LeanByTheirObliqueAngle) {
+    for (const char* entity : {"0 TEXT|1 I|40 2|41 3|51 45", "0 MTEXT|1 \\Q45;I|40 2|71 7"})
+        EXPECT_NEAR(Absolute(LabelOf(entity), {0, 1, 0})[0], 2, 1e-9) << entity;
+}
+
 } // namespace
 } // namespace ZEP

@@ -16,14 +16,62 @@ std::string OfLines(const TCase& c, const std::function<QString(const std::strin
     return text;
 }
 
+QString Joined(const std::vector<TDXFTextLine>& lines) {
+    QStringList texts;
+    for (const TDXFTextLine& line : lines) {
+        QString& text = texts.emplace_back();
+        for (const TDXFRun& run : line) text += run.Text;
+    }
+    return texts.join(u'|');
+}
+
 TEST(DXFText, IsFreedOfItsCodes) {
     ExpectCases("text/codes.txt", [](const TCase& c) {
         return OfLines(c, [&](const std::string& line) {
             const QString text = QString::fromStdString(line);
             if (c.Name == "percent codes") return PlainDXFText(text);
-            return PlainDXFLines(text).join(QStringLiteral("|"));
+            return Joined(DXFTextLines(text));
         });
     });
+}
+
+TEST(DXFText, HasRunsOfOneLook) {
+    const auto lines = DXFTextLines(
+        QStringLiteral("a{\\H5;b\\H0.5x;\\W2;c{\\C1;d\\C256;e}\\Q15;f}\\c255;g\\Hx;\\H-1;\\W0;h"),
+        2);
+    ASSERT_EQ(lines.size(), 1U);
+    const TDXFRun runs[] = {{QStringLiteral("a"), {}},
+                            {QStringLiteral("b"), {2.5}},
+                            {QStringLiteral("c"), {1.25, 2}},
+                            {QStringLiteral("d"), {1.25, 2, 0, clRed}},
+                            {QStringLiteral("e"), {1.25, 2}},
+                            {QStringLiteral("f"), {1.25, 2, 15}},
+                            {QStringLiteral("gh"), {1, 1, 0, clRed}}};
+    ASSERT_EQ(lines[0].size(), std::size(runs));
+    for (std::size_t i = 0; i < std::size(runs); ++i) {
+        EXPECT_EQ(lines[0][i].Text, runs[i].Text);
+        EXPECT_EQ(lines[0][i].Look, runs[i].Look) << i;
+    }
+}
+
+/// Each letter is as wide as its run is high.
+TEST(DXFText, IsBrokenAtBlanks) {
+    const auto measure = [](const TDXFRun& run) {
+        return static_cast<double>(run.Text.size()) * run.Look.Height;
+    };
+    const std::pair<const char*, const char*> rows[] = {
+        {"", ""},
+        {"one two three", "one two|three"},
+        {"one  two   three four", "one  two|three|four"},
+        {"incomprehensible one", "incomprehensible|one"},
+        {" one two ", " one two"},
+        {"one\\P\\Ptwo three", "one||two|three"},
+        {"a{\\H2;b}c {\\H2;def} g", "abc|def g"},
+    };
+    for (const auto& [text, lines] : rows)
+        EXPECT_EQ(Joined(WrappedDXFLines(DXFTextLines(QString::fromLatin1(text)), 8, measure)),
+                  QLatin1StringView(lines))
+            << text;
 }
 
 /// The name of a case is the code page and the version of the drawing.
@@ -37,8 +85,8 @@ TEST(DXFText, IsDecodedByPageAndVersion) {
 
 TEST(DXFText, OfAnyLengthIsKept) {
     const QString text = QStringLiteral("\\f").repeated(500'000);
-    EXPECT_EQ(PlainDXFLines(text), QStringList(text)) << "in linear time";
-    EXPECT_EQ(PlainDXFLines(QStringLiteral("\\S").repeated(500'000)).size(), 1);
+    EXPECT_EQ(Joined(DXFTextLines(text)), text) << "in linear time";
+    EXPECT_EQ(DXFTextLines(QStringLiteral("\\S").repeated(500'000)).size(), 1U);
     const TDXFTextDecoder decoder("ANSI_1251", "AC1015");
     EXPECT_EQ(decoder.Decode(std::string(10'001, '\xE0')), QString(10'001, QChar(u'а')));
     EXPECT_EQ(decoder.Decode("a\xE0"), QStringLiteral("aа")) << "nothing is left from before";

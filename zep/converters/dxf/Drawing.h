@@ -4,6 +4,7 @@
 #include <zep/converters/dxf/Layers.h>
 #include <zep/converters/dxf/LineTypes.h>
 #include <zep/converters/dxf/Report.h>
+#include <zep/converters/dxf/TextStyles.h>
 #include <zep/converters/dxf/Weights.h>
 
 namespace ZEP {
@@ -28,6 +29,7 @@ public:
     TReadBudget Budget;
     TDXFLineTypes LineTypes;
     TDXFWeights Weights;
+    TDXFTextStyles TextStyles;
     /// Where the header says that the drawing lies; z stays 0.
     TGLArrayd3 MinExtent{}, MaxExtent{};
 

@@ -96,11 +96,19 @@ void TDXFExtendedReader::ReadLayer() {
     m_drawing.Weights.OfLayers[layer] = m_record.Integer(370, TDXFWeights::Default);
 }
 
-void TDXFExtendedReader::ReadLineTypes() {
+template <class Add>
+void TDXFExtendedReader::ReadTable(std::string_view kind, Add&& add) {
     TDXFTags& tags = m_drawing.Tags;
     while (tags.NextGroupCode() >= 0 && !m_drawing.IsAtEnd("ENDTAB"))
-        if (tags.Code() == 0 && tags.ValStr() == "LTYPE" && m_record.Read(tags))
-            m_drawing.LineTypes.Add(m_record, m_drawing.Text);
+        if (tags.Code() == 0 && tags.ValStr() == kind && m_record.Read(tags)) add();
+}
+
+void TDXFExtendedReader::ReadLineTypes() {
+    ReadTable("LTYPE", [this] { m_drawing.LineTypes.Add(m_record, m_drawing.Text); });
+}
+
+void TDXFExtendedReader::ReadTextStyles() {
+    ReadTable("STYLE", [this] { m_drawing.TextStyles.Add(m_record); });
 }
 
 void TDXFExtendedReader::ReadEntities() {

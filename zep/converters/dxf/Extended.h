@@ -16,8 +16,11 @@ public:
 
     /// Reads the layer of the table whose code 0 was taken last.
     void ReadLayer();
-    /// Reads the table whose name was taken last.
+    /// \name Read the table whose name was taken last
+    /// @{
     void ReadLineTypes();
+    void ReadTextStyles();
+    /// @}
     /// \name Sections, whose name was taken last
     /// @{
     void ReadBlocks() { m_blocks.Read(m_drawing.Tags, m_drawing.Text); }
@@ -25,6 +28,9 @@ public:
     /// @}
 
 private:
+    /// \param kind  of the records of a table
+    template <class Add>
+    void ReadTable(std::string_view kind, Add&& add);
     void ReadEntities(TDXFScope& scope, std::string_view end);
     void ReadEntity(TDXFScope& scope);
     void ReadInsert(TDXFScope& scope);

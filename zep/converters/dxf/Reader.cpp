@@ -52,7 +52,9 @@ void TDXFReader::read_tables() {
         if (m_tags.Code() != 2 || !begins) continue;
         begins = false;
         if (m_tags.ValStr() == "LAYER") read_layer_information();
-        if (m_tags.ValStr() == "LTYPE" && m_extended) m_extended->ReadLineTypes();
+        if (!m_extended) continue;
+        if (m_tags.ValStr() == "LTYPE") m_extended->ReadLineTypes();
+        if (m_tags.ValStr() == "STYLE") m_extended->ReadTextStyles();
     }
 }
 

@@ -1,5 +1,10 @@
 #include <zep/converters/dxf/Text.h>
 
+#include <zep/converters/dxf/Palette.h>
+
+#include <algorithm>
+#include <cmath>
+
 namespace ZEP {
 
 namespace {
@@ -38,9 +43,10 @@ qsizetype TakePercentCode(QStringView rest, QString& text) {
 /// Goes through a text with inline codes once.
 class TInlineText {
 public:
-    explicit TInlineText(const QString& text) : m_rest(text) {}
+    TInlineText(const QString& text, double height, const TDXFTextLook& look)
+        : m_rest(text), m_height(height), m_look(look) {}
 
-    [[nodiscard]] QStringList Lines();
+    [[nodiscard]] std::vector<TDXFTextLine> Lines();
 
 private:
     void Step();
@@ -48,37 +54,64 @@ private:
     void TakeControl();
     void TakeStack();
     void TakeParameter();
+    void Change(QChar code, QStringView parameter);
+    void Append(const QString& text);
     void Take(qsizetype length, QChar character) {
-        m_line += character;
+        Append(character);
         m_rest = m_rest.mid(length);
     }
     void Skip(qsizetype length) { m_rest = m_rest.mid(length); }
     void EndLine(qsizetype length) {
-        m_lines += m_line;
+        m_lines.push_back(std::move(m_line));
         m_line.clear();
         Skip(length);
     }
+    void BeginGroup() {
+        m_outer.push_back(m_look);
+        Skip(1);
+    }
+    void EndGroup();
 
     QStringView m_rest;
-    QString m_line;
-    QStringList m_lines;
+    double m_height;
+    TDXFTextLook m_look;
+    std::vector<TDXFTextLook> m_outer; // of the groups around
+    TDXFTextLine m_line;
+    std::vector<TDXFTextLine> m_lines;
     bool m_hasSemicolon = true; // in the rest, as far as is known
 };
 
-QStringList TInlineText::Lines() {
+std::vector<TDXFTextLine> TInlineText::Lines() {
     while (!m_rest.isEmpty()) Step();
-    m_lines += m_line;
-    return m_lines;
+    m_lines.push_back(std::move(m_line));
+    return std::move(m_lines);
+}
+
+void TInlineText::Append(const QString& text) {
+    if (text.isEmpty()) return;
+    if (m_line.empty() || m_line.back().Look != m_look) m_line.push_back({{}, m_look});
+    m_line.back().Text += text;
+}
+
+void TInlineText::EndGroup() {
+    if (!m_outer.empty()) {
+        m_look = m_outer.back();
+        m_outer.pop_back();
+    }
+    Skip(1);
 }
 
 void TInlineText::Step() {
     const QChar c = m_rest.front();
     if (c == u'\\' && m_rest.size() > 1) return TakeCode();
     if (c == u'^' && m_rest.size() > 1) return TakeControl();
-    if (c == u'{' || c == u'}') return Skip(1);
+    if (c == u'{') return BeginGroup();
+    if (c == u'}') return EndGroup();
     if (c == u'\n') return EndLine(1);
     if (c == u'\r') return Skip(1);
-    const qsizetype length = TakePercentCode(m_rest, m_line);
+    QString sign;
+    const qsizetype length = TakePercentCode(m_rest, sign);
+    Append(sign);
     if (length > 0) return Skip(length);
     Take(1, c);
 }
@@ -114,9 +147,33 @@ void TInlineText::TakeCode() {
 void TInlineText::TakeParameter() {
     const bool isCode = QStringView(u"ACcfFHQTWp").contains(m_rest[1]);
     const qsizetype end = isCode && m_hasSemicolon ? m_rest.indexOf(u';') : -1;
-    if (end >= 0) return Skip(end + 1);
+    if (end >= 0) {
+        Change(m_rest[1], m_rest.mid(2, end - 2));
+        return Skip(end + 1);
+    }
     m_hasSemicolon = m_hasSemicolon && !isCode;
     Take(1, m_rest.front());
+}
+
+/// A number that makes no letters of a size that can be seen is passed over.
+void TInlineText::Change(QChar code, QStringView parameter) {
+    constexpr double least = 1e-3, most = 1e3, steepest = 85;
+    constexpr int lastNumber = 255;
+    const bool isTimes = parameter.endsWith(u'x', Qt::CaseInsensitive);
+    if (isTimes) parameter.chop(1);
+    bool isNumber = false;
+    double value = parameter.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(value)) return;
+    const bool isSize = value > 0;
+    if (code == u'H') value *= isTimes ? m_look.Height : 1 / m_height;
+    if (code == u'H' && isSize) m_look.Height = std::clamp(value, least, most);
+    if (code == u'W' && isSize) m_look.Width = std::clamp(value, least, most);
+    if (code == u'Q') m_look.Oblique = std::clamp(value, -steepest, steepest);
+    if (code == u'C' && (value == 0 || value > lastNumber)) m_look.Color.reset();
+    if (code == u'C' && isSize && value <= lastNumber)
+        m_look.Color = DXFPaletteColor(static_cast<int>(value));
+    if (code == u'c' && value >= 0 && value <= 0xFFFFFF)
+        m_look.Color = TColor{static_cast<std::uint32_t>(value)};
 }
 
 /// "\S1/2;", with "#" for a slanted line and "^" for none; either part may be empty.
@@ -135,9 +192,8 @@ void TInlineText::TakeStack() {
     }
     upper = upper.trimmed();
     lower = lower.trimmed();
-    m_line += upper;
-    if (!upper.isEmpty() && !lower.isEmpty()) m_line += QLatin1Char('/');
-    m_line += lower;
+    const bool isFraction = !upper.isEmpty() && !lower.isEmpty();
+    Append(isFraction ? upper + u'/' + lower : upper + lower);
     Skip(std::min(at + 1, m_rest.size()));
 }
 
@@ -170,8 +226,9 @@ QString PlainDXFText(const QString& text) {
     return plain;
 }
 
-QStringList PlainDXFLines(const QString& text) {
-    return TInlineText(text).Lines();
+std::vector<TDXFTextLine> DXFTextLines(const QString& text, double height,
+                                       const TDXFTextLook& look) {
+    return TInlineText(text, height, look).Lines();
 }
 
 } // namespace ZEP

@@ -2,9 +2,13 @@
 #include <zep/converters/dxf/Frame.h>
 #include <zep/converters/dxf/Text.h>
 #include <zep/objects/Label.h>
+#include <zep/objects/TextShape.h>
 #include <zep/scene/Vectors.h>
 #include <zep/scene/XForm.h>
 
+#include <QtEndian>
+
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <numbers>
@@ -18,7 +22,7 @@ constexpr double Descent = 1.0 / 3;
 constexpr double LineDistance = 5.0 / 3;
 
 /// No text has more; each becomes an object.
-constexpr qsizetype MostLines = 1000;
+constexpr std::size_t MostLines = 1000;
 
 constexpr int InvisibleAttribute = 1;
 constexpr int ConstantAttribute = 2;
@@ -52,6 +56,24 @@ double WidthOf(const TZEPLabel& label) {
 void MoveTo(TZEPLabel& label, const TAnchor& anchor) {
     const double along = anchor.Along == 0 ? 0 : anchor.Along * WidthOf(label);
     if (along != 0 || anchor.Up != 0) label.XForm()->mTranslate(-along, -anchor.Up, 0);
+}
+
+/// Leans its letters by degrees to the right, over the base line that it has been moved to.
+/// \param ratio  of its height to its width in the drawing
+void Slant(TZEPLabel& label, double degrees, double ratio) {
+    constexpr double steepest = 85;
+    constexpr int xOfY = 4; // in the matrix
+    if (degrees == 0 || !(std::abs(degrees) <= steepest)) return;
+    QByteArray matrix = label.XForm()->StoreMatrix();
+    const double slant = std::tan(degrees * std::numbers::pi / 180) * ratio;
+    qToLittleEndian<double>(slant, matrix.data() + xOfY * sizeof slant);
+    label.XForm()->LoadMatrix(matrix);
+}
+
+TDXFMeasure Measure(const TFont& font) {
+    return [&font](const TDXFRun& run) {
+        return AdvanceOfText(run.Text, font) * run.Look.Height * run.Look.Width;
+    };
 }
 
 TAnchor AnchorOf(const TDXFRecord& record) {
@@ -160,6 +182,80 @@ bool IsExample(const TDXFBuilder& builder, const TDXFRecord& record) {
            !record.Flag(70, ConstantAttribute);
 }
 
+/// A text of several lines (MTEXT), which stand about its attachment point.
+struct TDXFLongText {
+    TDXFLongText(TDXFBuilder& builder, const TDXFRecord& record);
+    void AddLine(std::size_t number);
+
+    std::vector<TDXFTextLine> Lines;
+
+private:
+    [[nodiscard]] double HeightOf(const TDXFTextLine& line) const;
+    void AddRun(const TDXFRun& run, double up, const std::optional<double>& from);
+
+    TDXFBuilder& m_builder;
+    const TDXFRecord& m_record;
+    TTextFrame m_turn;
+    TAttachment m_attachment;
+    double m_height;
+    std::vector<double> m_down; // of the base lines from the top, in heights of the text
+    TFont m_font;
+};
+
+TDXFLongText::TDXFLongText(TDXFBuilder& builder, const TDXFRecord& record)
+    : m_builder(builder), m_record(record), m_turn(record), m_attachment(record.Integer(71, 1)),
+      m_height(record.Number(40, 1)) {
+    Lines = DXFTextLines(LongText(builder, record), m_height,
+                         builder.Drawing.TextStyles.Find(record.Text(7)));
+    const double width = record.Number(41) / m_height;
+    if (width > 0 && std::isfinite(width)) Lines = WrappedDXFLines(Lines, width, Measure(m_font));
+    if (Lines.size() > MostLines) {
+        builder.Pass(record, TDXFReport::TReason::TooMany);
+        Lines.resize(MostLines);
+    }
+    const double spacing = LineDistance * record.Number(44, 1);
+    for (const TDXFTextLine& line : Lines)
+        m_down.push_back(m_down.empty() ? HeightOf(line)
+                                        : m_down.back() + spacing * HeightOf(line));
+}
+
+/// Of its highest run.
+double TDXFLongText::HeightOf(const TDXFTextLine& line) const {
+    double height = 0;
+    for (const TDXFRun& run : line) height = std::max(height, run.Look.Height);
+    return line.empty() ? 1 : height;
+}
+
+void TDXFLongText::AddLine(std::size_t number) {
+    const TDXFTextLine& line = Lines[number];
+    const double up = m_attachment.Down * m_down.back() - m_down[number];
+    if (line.size() == 1) return AddRun(line.front(), up, {});
+    double width = 0;
+    for (const TDXFRun& run : line) width += Measure(m_font)(run);
+    double from = -m_attachment.Along * width;
+    for (const TDXFRun& run : line) {
+        AddRun(run, up, from);
+        from += Measure(m_font)(run);
+    }
+}
+
+/// \param up    of its base line from the attachment point, in heights of the text
+/// \param from  of its beginning, likewise; none: as its width says
+void TDXFLongText::AddRun(const TDXFRun& run, double up, const std::optional<double>& from) {
+    if (run.Text.trimmed().isEmpty()) return;
+    const TDXFTextLook& look = run.Look;
+    const double height = m_height * look.Height, width = height * look.Width;
+    m_builder.Add<TZEPLabel>(m_record, 0, [&](TZEPLabel& label) {
+        SetText(label, run.Text);
+        if (look.Color) label.SetColor(*look.Color);
+        PlaceFlat(label, m_turn.Frame, Within(m_turn.Frame, m_record.Point(10)), m_turn.Rotation,
+                  {width, height, height});
+        if (from) label.XForm()->mTranslate(*from / (look.Height * look.Width), 0, 0);
+        MoveTo(label, {from ? 0 : m_attachment.Along, -up / look.Height});
+        Slant(label, look.Oblique, 1 / look.Width);
+    });
+}
+
 } // namespace
 
 void AddDXFText(TDXFBuilder& builder, const TDXFRecord& record) {
@@ -179,30 +275,13 @@ void AddDXFText(TDXFBuilder& builder, const TDXFRecord& record) {
         label.XForm()->Translate()->SetData(label.XForm()->Translate()->Data() +
                                             builder.Scope.Shift());
         MoveTo(label, AnchorOf(record));
+        Slant(label, record.Number(51), std::abs(place.Height / place.Width));
     });
 }
 
 void AddDXFLines(TDXFBuilder& builder, const TDXFRecord& record) {
-    QStringList lines = PlainDXFLines(LongText(builder, record));
-    if (lines.size() > MostLines) {
-        builder.Pass(record, TDXFReport::TReason::TooMany);
-        lines.resize(MostLines);
-    }
-    const TTextFrame turn(record);
-    const TAttachment attachment(record.Integer(71, 1));
-    const double height = record.Number(40, 1);
-    const double spacing = LineDistance * record.Number(44, 1);
-    const double whole = 1 + static_cast<double>(lines.size() - 1) * spacing;
-    const TGLArrayd3 place = Within(turn.Frame, record.Point(10));
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        if (lines[i].trimmed().isEmpty()) continue;
-        const double baseLine = attachment.Down * whole - 1 - static_cast<double>(i) * spacing;
-        builder.Add<TZEPLabel>(record, 0, [&](TZEPLabel& label) {
-            SetText(label, lines[i]);
-            PlaceFlat(label, turn.Frame, place, turn.Rotation, {height, height, height});
-            MoveTo(label, {attachment.Along, -baseLine});
-        });
-    }
+    TDXFLongText text(builder, record);
+    for (std::size_t i = 0; i < text.Lines.size(); ++i) text.AddLine(i);
 }
 
 } // namespace ZEP

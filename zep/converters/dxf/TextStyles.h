@@ -1,0 +1,32 @@
+#pragma once
+
+#include <zep/converters/dxf/Names.h>
+#include <zep/converters/dxf/Record.h>
+#include <zep/converters/dxf/Text.h>
+
+#include <unordered_map>
+
+namespace ZEP {
+
+/// The text styles of a drawing. Texts of one line say themselves what they take over from theirs;
+/// texts of several lines do not.
+class TDXFTextStyles {
+public:
+    /// An entry of the table. Of entries of one name the first holds.
+    void Add(const TDXFRecord& record) {
+        TDXFTextLook look;
+        if (const double width = record.Number(41, 1); width > 0) look.Width = width;
+        look.Oblique = record.Number(50);
+        m_byName.try_emplace(FoldedDXFName(record.Text(2)), look);
+    }
+    /// A plain one where there is none of that name.
+    [[nodiscard]] TDXFTextLook Find(std::string_view name) const {
+        const auto place = m_byName.find(FoldedDXFName(name));
+        return place == m_byName.end() ? TDXFTextLook() : place->second;
+    }
+
+private:
+    std::unordered_map<std::string, TDXFTextLook> m_byName; // folded
+};
+
+} // namespace ZEP
