@@ -144,6 +144,7 @@ set(core_headers
   view/Headlight.h
   view/PointMoves.h
   view/Snap.h
+  view/SnapPoint.h
   view/ViewPlaces.h
 )
 set(window_headers

@@ -116,7 +116,8 @@ TEST_F(PanelSeams, ASceneWithinASceneIsFoundInPart) {
     auto* found = Add<TZEPBox>(inner);
     delete Box;
     ASSERT_TRUE(View->MakeCurrent());
-    EXPECT_EQ(Scene->Pick(Camera, 160, 120, 80, 60, 4, 4, 9), found);
+    const int width = View->Width(), height = View->Height();
+    EXPECT_EQ(Scene->Pick(Camera, width, height, width / 2, height / 2, 4, 4, 9), found);
     View->DoneCurrent();
 }
 

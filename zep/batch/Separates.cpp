@@ -1,7 +1,6 @@
 #include <zep/batch/Separates.h>
 
 #include <zep/batch/DrawScopes.h>
-#include <zep/batch/Gathering.h>
 #include <zep/batch/MeshLooks.h>
 #include <zep/objects/Label.h>
 #include <zep/scene/SceneInterfaces.h>
@@ -24,7 +23,8 @@ double DepthOf(TZEPObject& object, const TGLMatrixd4& toEye) {
     TGLArrayd3 max;
     object.GetSize(min, max);
     TGLArrayd3 middle = (min + max) / 2;
-    Xformd(Product(toEye, object.GetMatrix()), middle);
+    Xformd(object.GetMatrix(), middle);
+    Xformd(toEye, middle);
     return std::isfinite(middle[2]) ? middle[2] : 0;
 }
 
@@ -54,7 +54,8 @@ void TSeparates::List(TZEPDrawState state, const TGLMatrixd4& toEye,
                       std::vector<TPlaced>& list) const {
     for (const TNeighbours& some : m_frames) {
         if ((some.Passes & PassBit(state)) == 0) continue;
-        const TGLMatrixd4 place = Product(toEye, some.Frame);
+        TGLMatrixd4 place;
+        MultMatrixd(toEye, some.Frame, place);
         for (const QPointer<TZEPObject>& object : some.Objects)
             if (object && (PassesOf(*object) & PassBit(state)) != 0)
                 list.push_back({&some.Frame, object, DepthOf(*object, place)});

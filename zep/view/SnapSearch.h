@@ -1,12 +1,16 @@
 #pragma once
 
 #include <zep/scene/Sections.h>
-#include <zep/view/Snap.h>
+#include <zep/view/SnapPoint.h>
 #include <zep/view/SnapShape.h>
+
+#include <QSize>
 
 #include <vector>
 
 namespace ZEP {
+
+class TZEPCamera;
 
 /// A circle that a place came near to.
 struct TZEPKnownCircle {

@@ -14,7 +14,6 @@
 #include <zep/objects/Sphere.h>
 #include <zep/objects/Torus.h>
 #include <zep/scene/Vectors.h>
-#include <zep/view/Snap.h>
 
 #include <algorithm>
 #include <cmath>

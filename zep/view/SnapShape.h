@@ -1,15 +1,12 @@
 #pragma once
 
-#include <zep/scene/Geom.h>
+#include <zep/view/SnapPoint.h>
 
 #include <optional>
 #include <utility>
 #include <vector>
 
 namespace ZEP {
-
-class TZEPObject;
-enum class TZEPSnapKind : unsigned char;
 
 /// A circle or an arc of one, or of an ellipse: centre + cos t · u + sin t · v.
 struct TSnapCircle {

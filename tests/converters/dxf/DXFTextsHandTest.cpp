@@ -67,7 +67,8 @@ TEST_F(DXFTextsHand, FitKeepsTheHeightAndAlignedTheShape) {
 
 TEST_F(DXFTextsHand, RunsStandBehindEachOtherOnTheLinesOfTheirBox) {
     const TZEPObject& layer =
-        *LabelOf("0 MTEXT|1 {\\C1;red} {\\H4;{\\W2;wide} big} behind|40 2|41 30|71 1").Parent();
+        *LabelOf("0 MTEXT|1 {\\C1;red} {\\H4;{\\W2;wide} big} behindbehindbehind|40 2|41 40|71 1")
+             .Parent();
     ASSERT_EQ(layer.GetItemsCount(), 4);
     double last = -1;
     for (int i = 0; i < 3; ++i) {
@@ -76,7 +77,7 @@ TEST_F(DXFTextsHand, RunsStandBehindEachOtherOnTheLinesOfTheirBox) {
         EXPECT_NEAR(start[1], -4, 1e-9) << "the highest letters touch the box";
         last = end[0];
     }
-    EXPECT_LT(last, 30);
+    EXPECT_LT(last, 41);
     EXPECT_EQ(layer.GetItem(0)->Color(), clRed);
     EXPECT_NEAR(EndsOf(*layer.GetItem(3)).Start[1], -4 - 2 * 5 / 3.0, 1e-9);
 }
