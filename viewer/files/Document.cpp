@@ -46,7 +46,7 @@ double PixelRatio() {
     return application ? application->devicePixelRatio() : 1;
 }
 
-bool IsSameFile(const QString& a, const QString& b) {
+bool IsSameName(const QString& a, const QString& b) {
     return a == b || QFileInfo(a).absoluteFilePath() == QFileInfo(b).absoluteFilePath();
 }
 
@@ -100,7 +100,7 @@ std::vector<TPassedOver> TDocument::Save(const QString& fileName) {
     if (IsDrawingName(fileName)) return SaveDrawing(m_files, fileName);
     SaveScene(m_files, m_materials, fileName);
     for (TOpenedFile& file : m_files)
-        if (IsSameFile(file.Name, fileName)) file.State = TFileState::Of(file.Name);
+        if (IsSameName(file.Name, fileName)) file.State = TFileState::Of(file.Name);
     return {};
 }
 
@@ -111,7 +111,7 @@ void TDocument::Close(const QString& file) {
 
 const TOpenedFile* TDocument::Find(const QString& file) const {
     for (const TOpenedFile& shown : m_files)
-        if (IsSameFile(shown.Name, file)) return &shown;
+        if (IsSameName(shown.Name, file)) return &shown;
     return nullptr;
 }
 

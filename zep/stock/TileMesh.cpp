@@ -11,8 +11,8 @@ namespace {
 
 constexpr int TileSide = TStock::TileCells;
 /// Cells along a side of what is drawn as one where nothing changes about it.
-constexpr int PatchSide = 8;
-constexpr int MostPatches = TileSide / PatchSide;
+constexpr int MeshPatchSide = 8;
+constexpr int MostPatches = TileSide / MeshPatchSide;
 /// A wall's normal keeps so near to that of its own piece.
 constexpr float LeastFacing = 0.3F;
 
@@ -33,8 +33,8 @@ public:
         for (int j = 0; j <= m_cells.Rows(); ++j)
             for (int i = 0; i <= m_cells.Columns(); ++i) FindSurfaces(i, j);
         FindPlainPatches();
-        for (int j = 0; j < m_cells.Rows(); j += PatchSide)
-            for (int i = 0; i < m_cells.Columns(); i += PatchSide) AddPatch(i, j);
+        for (int j = 0; j < m_cells.Rows(); j += MeshPatchSide)
+            for (int i = 0; i < m_cells.Columns(); i += MeshPatchSide) AddPatch(i, j);
         for (int j = 0; j < m_cells.Rows(); ++j)
             for (int i = 0; i < m_cells.Columns(); ++i) AddWalls(i, j);
         AddFloor();
@@ -104,8 +104,8 @@ private:
     }
 
     [[nodiscard]] bool IsPlain(int left, int bottom) const {
-        const int right = std::min(left + PatchSide, m_cells.Columns());
-        const int top = std::min(bottom + PatchSide, m_cells.Rows());
+        const int right = std::min(left + MeshPatchSide, m_cells.Columns());
+        const int top = std::min(bottom + MeshPatchSide, m_cells.Rows());
         if (!m_cells.IsSolid(left, bottom)) return false;
         for (int j = bottom - 1; j <= top; ++j)
             for (int i = left - 1; i <= right; ++i)
@@ -115,16 +115,18 @@ private:
         return true;
     }
     [[nodiscard]] bool& PlainAt(int i, int j) {
-        return m_plain[static_cast<std::size_t>(j / PatchSide * MostPatches + i / PatchSide)];
+        return m_plain[static_cast<std::size_t>(j / MeshPatchSide * MostPatches +
+                                                i / MeshPatchSide)];
     }
     void FindPlainPatches() {
-        for (int j = 0; j < m_cells.Rows(); j += PatchSide)
-            for (int i = 0; i < m_cells.Columns(); i += PatchSide) PlainAt(i, j) = IsPlain(i, j);
+        for (int j = 0; j < m_cells.Rows(); j += MeshPatchSide)
+            for (int i = 0; i < m_cells.Columns(); i += MeshPatchSide)
+                PlainAt(i, j) = IsPlain(i, j);
     }
 
     void AddPatch(int left, int bottom) {
-        const int right = std::min(left + PatchSide, m_cells.Columns());
-        const int top = std::min(bottom + PatchSide, m_cells.Rows());
+        const int right = std::min(left + MeshPatchSide, m_cells.Columns());
+        const int top = std::min(bottom + MeshPatchSide, m_cells.Rows());
         if (PlainAt(left, bottom)) return AddPlain(left, bottom, right, top);
         for (int j = bottom; j < top; ++j)
             for (int i = left; i < right; ++i) {

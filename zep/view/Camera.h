@@ -109,8 +109,8 @@ public:
     /// `Apply`, counted from the lower left corner, which may begin within a pixel; none: the whole
     /// view.
     void SetDrawnPart(const std::optional<QRectF>& part) { m_drawnPart = part; }
-    /// Where its view, in every panel, picture and click, cuts the scene open (zep/scene/Sections.h).
-    /// Rules of the view, of which nothing is stored.
+    /// Where its view, in every panel, picture and click, cuts the scene open
+    /// (zep/scene/Sections.h). Rules of the view, of which nothing is stored.
     [[nodiscard]] TZEPSections Sections() const override { return m_sections; }
     void SetSections(const TZEPSections& sections);
     /// Multiplies the current matrix by what leads from the whole view to the part that is drawn;

@@ -64,9 +64,9 @@ void Send(GLenum primitive, const std::vector<TGLArrayd3>& points, const TGLArra
 }
 
 /// Coordinates that reach from -1 to 1 across the viewport.
-class TFlatScope {
+class TPlainScope {
 public:
-    TFlatScope() {
+    TPlainScope() {
         for (const GLenum matrix : std::initializer_list<GLenum>{GL_PROJECTION, GL_MODELVIEW}) {
             glMatrixMode(matrix);
             glLoadIdentity();
@@ -283,7 +283,7 @@ void TZEPDimension::DrawText(const TGLArrayd3& place, double pixels) {
         }
     std::array<GLint, 4> viewport{};
     glGetIntegerv(GL_VIEWPORT, viewport.data());
-    const TFlatScope flat;
+    const TPlainScope flat;
     glTranslated(clip[0] / clip[3], clip[1] / clip[3], 0);
     glScaled(2 * pixels / viewport[2], 2 * pixels / viewport[3], 1);
     glTranslatef(-(box[0] + box[2]) / 2, -(box[1] + box[3]) / 2, 0);

@@ -21,7 +21,7 @@ namespace ZEP {
 
 namespace {
 
-constexpr double Reach = 10;     // pixels
+constexpr double SnapReach = 10; // pixels
 constexpr double MarkRadius = 6; // pixels
 constexpr QSizeF MarkSize{130, 36};
 constexpr QColor MarkColor{255, 220, 60};
@@ -196,7 +196,7 @@ void TZEPMeasureTool::timerEvent(QTimerEvent* event) {
 void TZEPMeasureTool::Look(const QPoint& place) {
     if (!m_panel->Camera() || !m_panel->MakeCurrent()) return;
     const QPointer<TZEPMeasureTool> alive(this);
-    m_snapper.SetReach(Reach * m_panel->devicePixelRatioF());
+    m_snapper.SetReach(SnapReach * m_panel->devicePixelRatioF());
     const auto found = m_snapper.Find(*m_panel->Camera(), {m_panel->Width(), m_panel->Height()},
                                       place.x(), place.y());
     if (!alive) return;

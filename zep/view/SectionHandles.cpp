@@ -22,11 +22,11 @@ namespace ZEP {
 namespace {
 
 // Pixels.
-constexpr double Side = 36;
+constexpr double HandleSide = 36;
 constexpr double BallRadius = 7;
 constexpr double ArrowReach = 16;
 constexpr double ArrowHead = 5;
-constexpr double Reach = 12;         // of a press from the middle
+constexpr double PressReach = 12;    // of a press from the middle
 constexpr double LeastTurned = 0.02; // of the normal from the line of sight, squared sine
 
 constexpr TColor TZEPBackdrop::TColors::*Colors[] = {
@@ -111,7 +111,7 @@ std::optional<QPoint> TZEPSectionHandles::PlaceOf(std::size_t section) const {
 }
 
 std::optional<std::size_t> TZEPSectionHandles::At(const QPoint& place) const {
-    const double reach = Reach * m_panel->devicePixelRatioF();
+    const double reach = PressReach * m_panel->devicePixelRatioF();
     for (std::size_t i = 0; i < SectionCount; ++i)
         if (const auto middle = PlaceOf(i))
             if (const QPoint away = *middle - place; std::hypot(away.x(), away.y()) <= reach)
@@ -219,13 +219,13 @@ void TZEPSectionHandles::Hover(const std::optional<std::size_t>& section) {
 /// A ball with an arrow to either side, as the normal is seen.
 QImage TZEPSectionHandles::Picture(std::size_t section, const TGLArrayd3& anchor) const {
     const double ratio = m_panel->devicePixelRatioF();
-    const int side = qRound(Side * ratio);
+    const int side = qRound(HandleSide * ratio);
     QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(ratio, ratio);
-    painter.translate(Side / 2, Side / 2);
+    painter.translate(HandleSide / 2, HandleSide / 2);
     const QColor color = ToQColor(ColorOf(section));
     const TGLMatrixd4 view = m_panel->Camera()->GetViewMatrix();
     const TGLArrayd3 normal = Unit(m_panel->Camera()->Sections()[section].Normal);

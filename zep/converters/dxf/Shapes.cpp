@@ -21,7 +21,7 @@ constexpr int CircleSegments = 45;
 
 /// Of an area, with its islands: the ways between them cross others, and each time costs.
 constexpr std::size_t MostOutlines = 500;
-constexpr int ClosedFlag = 1;
+constexpr int ClosedPath = 1;
 constexpr int RunsOnFlag = 128;
 constexpr int ThirdCorner = 12;
 constexpr int FourthCorner = 13;
@@ -209,7 +209,7 @@ void AddDXFLightPolyline(TDXFBuilder& builder, const TDXFRecord& record) {
         if (tag.Code == 41) vertexes.back().EndWidth = tag.Number();
         if (tag.Code == 42) vertexes.back().Bulge = tag.Number();
     }
-    builder.AddBulged(record, vertexes, record.Flag(70, ClosedFlag), FrameOf(record),
+    builder.AddBulged(record, vertexes, record.Flag(70, ClosedPath), FrameOf(record),
                       record.Flag(70, RunsOnFlag));
 }
 
@@ -222,7 +222,7 @@ void AddDXFEllipse(TDXFBuilder& builder, const TDXFRecord& record) {
 
 void AddDXFSpline(TDXFBuilder& builder, const TDXFRecord& record) {
     TDXFSpline spline{.Degree = record.Integer(71, 3),
-                      .Closed = record.Flag(70, ClosedFlag),
+                      .Closed = record.Flag(70, ClosedPath),
                       .StartTangent = record.Point(12),
                       .EndTangent = record.Point(13)};
     TPointList controls(10), fits(11);

@@ -10,7 +10,7 @@ namespace {
 using std::numbers::pi;
 
 constexpr double PointStep = pi / 36;
-constexpr double SameAngle = 1e-12;
+constexpr double SameSweep = 1e-12;
 
 double Angle(TRS274DPlanePoint center, TRS274DPlanePoint point) {
     return std::atan2(point.B - center.B, point.A - center.A);
@@ -103,7 +103,7 @@ TRS274DTurn::TRS274DTurn(TRS274DPlanePoint start, TRS274DPlanePoint end, TRS274D
     double sweep = Angle(center, end) - m_startAngle;
     if (!counterClockwise) sweep = -sweep;
     if (sweep < 0) sweep += 2 * pi;
-    if (m_full || sweep < SameAngle) sweep = 2 * pi;
+    if (m_full || sweep < SameSweep) sweep = 2 * pi;
     sweep += 2 * pi * (turns - 1);
     m_sweep = counterClockwise ? sweep : -sweep;
 }
