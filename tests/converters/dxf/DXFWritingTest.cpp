@@ -15,12 +15,9 @@
 #include <QBuffer>
 
 #include <cmath>
-#include <limits>
 
 namespace ZEP {
 namespace {
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 
 class DXFWriting : public DXF {
 protected:
@@ -95,8 +92,8 @@ TEST_F(DXFWriting, TransformsAreApplied) {
 
 TEST_F(DXFWriting, WhatDrawingsCannotHoldIsCounted) {
     Add<TZEPBox>(&Root);
-    Add<TZEPLine>(&Root)->P1()->SetData(NaN, 0, 0);
-    Add<TZEPCircle>(&Root)->XForm()->Translate()->SetData(0, NaN, 0);
+    Add<TZEPLine>(&Root)->P1()->SetData(NAN, 0, 0);
+    Add<TZEPCircle>(&Root)->XForm()->Translate()->SetData(0, NAN, 0);
     Add<TZEPLabel>(&Root)->SetBitmapFont(true);
     EXPECT_EQ(Entities(Written(), {0}), "");
     EXPECT_THAT(Passed(),
