@@ -74,10 +74,11 @@ void TZEPObject::DrawOwn(TZEPObject& object, const TZEPObject& flags, TZEPSceneC
     const TZEPDrawRun::Turn turn(frame.Run, shares);
     const auto draw = [&] {
         if (kind == dkSelect) return object.DrawForSelect(scene);
+        const bool outlines = kind == dkDraft || flags.m_drawType == dtLine;
+        if (!frame.Cut || outlines) return object.DrawPass(flags, scene, state, kind);
         const TZEPWatch alive(&object);
         object.DrawPass(flags, scene, state, kind);
-        const bool outlines = kind == dkDraft || flags.m_drawType == dtLine;
-        if (frame.Cut && !outlines && alive && !frame.SceneIsGone) DrawCaps(object, scene, state);
+        if (frame.Cut && alive && !frame.SceneIsGone) DrawCaps(object, scene, state);
     };
     if (shares || object.IsOfKnownClass()) return draw();
     const TZEPViewFrame anywhere(frame, std::nullopt); // it may draw others in places of its own
