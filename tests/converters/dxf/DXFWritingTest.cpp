@@ -14,7 +14,9 @@
 
 #include <QBuffer>
 
+#include <cerrno>
 #include <cmath>
+#include <cstring>
 
 namespace ZEP {
 namespace {
@@ -47,9 +49,9 @@ protected:
     std::string x, y;
     for (int number = 1; std::getline(first, x); ++number) {
         const bool isThere = bool(std::getline(second, y));
-        char* end = nullptr;
-        const double value = std::strtod(x.c_str(), &end), other = std::strtod(y.c_str(), nullptr);
-        const bool isNumber = end && *end == '\0' && !x.empty();
+        bool isNumber = false;
+        const double value = QByteArray::fromStdString(x).toDouble(&isNumber);
+        const double other = QByteArray::fromStdString(y).toDouble();
         const double tolerance = 1e-9 * std::max(1.0, std::abs(value));
         if (isThere && (x == y || (isNumber && std::abs(value - other) < tolerance))) continue;
         return ::testing::AssertionFailure() << "line " << number << ": " << x << " and " << y;
@@ -155,9 +157,9 @@ TEST_F(DXFWriting, AnOldFileStandsUntilTheNewOneIsWhole) {
     EXPECT_EQ(saved({}), "");
     EXPECT_TRUE(Contents("a.dxf").startsWith("0\nSECTION\n"));
     Converter.SetFileName(name + QStringLiteral("/b.dxf"));
-    EXPECT_EQ(ErrorOf([&] { Converter.SaveToFile(); }), "TDXFConverter.SaveToFile: Can't write \"" +
-                                                            name.toStdString() +
-                                                            "/b.dxf\": Not a directory.");
+    EXPECT_EQ(ErrorOf([&] { Converter.SaveToFile(); }),
+              "TDXFConverter.SaveToFile: Can't write \"" + name.toStdString() +
+                  "/b.dxf\": " + std::strerror(ENOTDIR) + ".");
 }
 
 } // namespace

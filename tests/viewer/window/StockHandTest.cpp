@@ -8,6 +8,7 @@
 #include <zep/stock/Workpiece.h>
 
 #include <QDoubleSpinBox>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -23,6 +24,7 @@ const QByteArray Groove = "G21\nT1 M6 (D=4 flat end mill)\nG1 Z-2 F600\nG1 X40\n
 class StockWindow : public WindowTest {
 protected:
     StockWindow() {
+        QLocale::setDefault(QLocale::c());
         Show({Put("a.nc", Groove)});
         m_window->resize(500, 400); // frames take less
         Action("Cut stock...")->trigger();
