@@ -263,8 +263,9 @@ public:
     virtual void DrawShadowVolumes() {}
     virtual void DrawShadows(bool draft) { static_cast<void>(draft); }
     virtual void DrawPost() {}
-    /// What it is full of, where all that `DrawSpecific` draws is the surface of a body without gaps
-    /// within `GetSize`: a section (`TZEPSection`) shows that. Null, as here: it is hollow or open.
+    /// What it is full of, where all that `DrawSpecific` draws is the surface of a body without
+    /// gaps within `GetSize`: a section (`TZEPSection`) shows that. Null, as here: it is hollow or
+    /// open.
     [[nodiscard]] virtual TZEPMaterial* SolidMaterial() { return nullptr; }
     /// The passes in which it may have something to draw itself: those that draw the objects, and
     /// what its class tells; all of them for a class not registered by `TRegisterObject`.

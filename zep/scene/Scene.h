@@ -100,12 +100,12 @@ public:
     void SetFirstPasses(bool draw);
 
     /// Draws one frame into the current context; nothing while an update bracket is open or
-    /// without a camera. A view that cuts the scene open shows no shadows. Shadows need a stencil buffer, and one of the two methods: where the
-    /// context cannot do what was chosen, the other one stands in for it. What an object throws
-    /// leaves OpenGL's state as it was between two passes. What is drawn may free others, also the
-    /// camera and the scene, with which the frame ends.
-    /// \param width, height  size of the view in device pixels
-    /// \param draft          outlines, and no shadows
+    /// without a camera. A view that cuts the scene open shows no shadows. Shadows need a stencil
+    /// buffer, and one of the two methods: where the context cannot do what was chosen, the other
+    /// one stands in for it. What an object throws leaves OpenGL's state as it was between two
+    /// passes. What is drawn may free others, also the camera and the scene, with which the frame
+    /// ends. \param width, height  size of the view in device pixels \param draft outlines, and no
+    /// shadows
     void Render(TZEPSceneCamera* camera, int width, int height, bool draft);
     /// Of the last frame; null once it is gone.
     [[nodiscard]] TZEPSceneCamera* CurrentCamera() const { return m_currentCamera; }
