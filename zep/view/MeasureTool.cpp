@@ -194,13 +194,15 @@ void TZEPMeasureTool::timerEvent(QTimerEvent* event) {
 }
 
 void TZEPMeasureTool::Look(const QPoint& place) {
-    if (!m_panel->Camera() || !m_panel->MakeCurrent()) return;
+    if (!m_panel->Camera()) return;
     const QPointer<TZEPMeasureTool> alive(this);
     m_snapper.SetReach(SnapReach * m_panel->devicePixelRatioF());
-    const auto found = m_snapper.Find(*m_panel->Camera(), {m_panel->Width(), m_panel->Height()},
-                                      place.x(), place.y());
+    std::optional<TZEPSnap> found;
+    m_panel->TryFind([&] {
+        found = m_snapper.Find(*m_panel->Camera(), {m_panel->Width(), m_panel->Height()}, place.x(),
+                               place.y());
+    });
     if (!alive) return;
-    m_panel->DoneCurrent();
     m_snap = found;
     m_panel->InvalidateOver();
 }

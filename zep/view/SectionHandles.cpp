@@ -178,11 +178,12 @@ bool TZEPSectionHandles::Press(const QMouseEvent& event) {
 
 bool TZEPSectionHandles::Follow(const QMouseEvent& event) {
     if (m_drag && !(event.buttons() & Qt::LeftButton)) m_drag.reset(); // the release went elsewhere
-    if (m_drag)
-        DragTo(PlaceOf(event));
-    else if (!m_panel->MouseDowned())
-        Hover(At(PlaceOf(event)));
-    return m_drag.has_value();
+    if (!m_drag) {
+        if (!m_panel->MouseDowned()) Hover(At(PlaceOf(event)));
+        return false;
+    }
+    DragTo(PlaceOf(event)); // who hears of it may free the panel, and this
+    return true;
 }
 
 bool TZEPSectionHandles::Release(const QMouseEvent& event) {
@@ -199,15 +200,16 @@ bool TZEPSectionHandles::TakeBack() {
 
 void TZEPSectionHandles::DragTo(const QPoint& place) {
     if (!m_panel->Camera() || !m_content) return;
+    const std::size_t dragged = m_drag->Section;
     TZEPSections sections = m_panel->Camera()->Sections();
-    TZEPSection& section = sections[m_drag->Section];
-    const TZEPSection& before = m_drag->Before[m_drag->Section];
+    TZEPSection& section = sections[dragged];
+    const TZEPSection& before = m_drag->Before[dragged];
     const TGLArrayd3 normal = Unit(before.Normal);
     const auto [least, most] = RangeAlong(*m_content, normal);
     const double moved = Along(m_drag->Anchor, normal, place) - m_drag->Grip;
     section.Distance = std::clamp(before.Distance + moved, least, most);
     m_panel->Camera()->SetSections(sections);
-    Q_EMIT Moved(m_drag->Section);
+    Q_EMIT Moved(dragged);
 }
 
 void TZEPSectionHandles::Hover(const std::optional<std::size_t>& section) {
