@@ -1,6 +1,6 @@
 #include "viewer/window/ViewOptions.h"
 
-#include "viewer/drawing/Look.h"
+#include <zep/view/Backdrop.h>
 
 #include <QActionGroup>
 #include <QColorDialog>
@@ -170,8 +170,9 @@ void TViewOptions::AddBackground(QMenu* menu) {
 }
 
 void TViewOptions::AskForBackground() {
-    const QColor color = QColorDialog::getColor(ToQColor(m_look.Background.value_or(Look::Sky)),
-                                                m_window, QStringLiteral("Background"));
+    const QColor color =
+        QColorDialog::getColor(ToQColor(m_look.Background.value_or(TZEPBackdrop::TColors().Top)),
+                               m_window, QStringLiteral("Background"));
     if (!color.isValid()) return;
     TViewLook look = m_look;
     look.Background = FromQColor(color);

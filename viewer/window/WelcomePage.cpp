@@ -1,8 +1,8 @@
 #include "viewer/window/WelcomePage.h"
 
-#include "viewer/drawing/Look.h"
 #include "viewer/files/Format.h"
 #include <zep/framework/Contrast.h>
+#include <zep/view/Backdrop.h>
 #include <zep/view/Camera.h>
 #include <zep/view/MousePresets.h>
 #include <zep/view/Panel.h>
@@ -68,7 +68,7 @@ QString SuffixesOf(TFileFormat format) {
 TWelcomePage::TWelcomePage(QWidget* parent)
     : QWidget(parent), m_view(new TZEPPanel(this)), m_recent(new QVBoxLayout) {
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(Style(Look::Sky, Look::Ground));
+    SetBackground({});
     m_view->SetCamera(m_start.Camera());
     m_view->installEventFilter(this);
     SetMousePreset(*m_view->PanelControl(), TZEPMousePreset::Cad);
@@ -105,7 +105,8 @@ QWidget* TWelcomePage::MakeSide() {
 
 void TWelcomePage::SetBackground(const std::optional<TColor>& color) {
     m_start.SetBackground(color);
-    const QString style = Style(color.value_or(Look::Sky), color.value_or(Look::Ground));
+    const auto colors = color ? TZEPBackdrop::TColors::Plain(*color) : TZEPBackdrop::TColors();
+    const QString style = Style(colors.Top, colors.Bottom);
     if (style != styleSheet()) setStyleSheet(style);
 }
 

@@ -1,5 +1,7 @@
 #include <zep/batch/DrawScopes.h>
 
+#include <zep/gl/Scopes.h>
+
 #include <array>
 
 namespace ZEP {
@@ -68,7 +70,7 @@ TDepthOnlyScope::TDepthOnlyScope(TZEPDrawRun& run, bool on) : m_run(run), m_on(o
     if (!m_on) return;
     m_run.End();
     glPushAttrib(GL_COLOR_BUFFER_BIT);
-    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    WriteColors(false);
 }
 
 TDepthOnlyScope::~TDepthOnlyScope() {

@@ -55,11 +55,10 @@ void TMeshEdges::Draw(TZEPMesh& mesh, TZEPSceneContext& scene, const TGLArrayf3&
     mesh.GetSize(min, max);
     if (TZEPViewVolume::OfContext(1).Shows(min, max) == TZEPSeen::Nothing) return;
     scene.Frame().Run.End();
-    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT | GL_LINE_BIT);
+    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LINE_BIT);
     for (const GLenum off : std::initializer_list<GLenum>{GL_LIGHTING, GL_TEXTURE_2D, GL_BLEND,
                                                           GL_LINE_STIPPLE, GL_ALPHA_TEST})
         glDisable(off);
-    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     glLineWidth(scene.Frame().Run.Rules().Widths);
     glColor3fv(color.data());
     {

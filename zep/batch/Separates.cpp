@@ -17,6 +17,12 @@ TZEPPassSet PassesOf(const TZEPObject& object) {
     return object.GetItemsCount() > 0 ? AllPasses : object.Passes();
 }
 
+bool TakesPart(const TZEPObject& object, TZEPDrawState state) {
+    if (object.GetItemsCount() > 0) return true;
+    if (state == dsTransparent && object.IsKnownOpaque()) return false;
+    return (object.Passes() & PassBit(state)) != 0;
+}
+
 /// Of the middle of its box. \param toEye  from what it lies in
 double DepthOf(TZEPObject& object, const TGLMatrixd4& toEye) {
     TGLArrayd3 min;
@@ -44,7 +50,7 @@ void TSeparates::Draw(const TPass& pass) const {
         TZEPFrame& frame = pass.Scene.Frame();
         const TMatrixScope place(frame, some.Frame);
         for (const QPointer<TZEPObject>& object : some.Objects)
-            if (object && (PassesOf(*object) & PassBit(pass.State)) != 0) DrawOne(object, pass);
+            if (object && TakesPart(*object, pass.State)) DrawOne(object, pass);
         frame.Run.End(); // before its matrix goes
         if (frame.SceneIsGone) return;
     }
@@ -57,7 +63,7 @@ void TSeparates::List(TZEPDrawState state, const TGLMatrixd4& toEye,
         TGLMatrixd4 place;
         MultMatrixd(toEye, some.Frame, place);
         for (const QPointer<TZEPObject>& object : some.Objects)
-            if (object && (PassesOf(*object) & PassBit(state)) != 0)
+            if (object && TakesPart(*object, state))
                 list.push_back({&some.Frame, object, DepthOf(*object, place)});
     }
 }

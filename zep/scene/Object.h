@@ -270,6 +270,8 @@ public:
     /// The passes in which it may have something to draw itself: those that draw the objects, and
     /// what its class tells; all of them for a class not registered by `TRegisterObject`.
     [[nodiscard]] TZEPPassSet Passes() const;
+    /// Nothing of what it draws itself is transparent, as far as its class can tell.
+    [[nodiscard]] bool IsKnownOpaque() const;
     /// @}
 
 protected:
@@ -390,8 +392,6 @@ private:
     void DrawPass(const TZEPObject& flags, TZEPSceneContext& scene, TZEPDrawState state,
                   TZEPDrawKind kind);
     void DrawForSelect(TZEPSceneContext& scene);
-    /// Nothing of what it draws itself is transparent.
-    [[nodiscard]] bool IsKnownOpaque() const;
     /// Adds its box, in the parent's frame.
     void ExtendBox(TZEPBlockBox& box) const;
     /// As a child of the block: adds its box, and the passes that it or its children take part in.

@@ -32,18 +32,13 @@ constexpr double LetterSize = 4;
 
 struct TAxis {
     TGLArrayd3 Direction;
-    TColor TZEPBackdrop::TColors::*Color;
     std::array<std::array<double, 4>, 3> Letter; ///< strokes x, y, x, y in -1..1
     std::size_t Strokes;
 };
 
-constexpr std::array Axes{
-    TAxis{unitx, &TZEPBackdrop::TColors::AxisX, {{{-1, -1, 1, 1}, {-1, 1, 1, -1}, {}}}, 2},
-    TAxis{unity, &TZEPBackdrop::TColors::AxisY, {{{0, 0, 0, -1}, {0, 0, -1, 1}, {0, 0, 1, 1}}}, 3},
-    TAxis{unitz,
-          &TZEPBackdrop::TColors::AxisZ,
-          {{{-1, 1, 1, 1}, {1, 1, -1, -1}, {-1, -1, 1, -1}}},
-          3}};
+constexpr std::array Axes{TAxis{unitx, {{{-1, -1, 1, 1}, {-1, 1, 1, -1}, {}}}, 2},
+                          TAxis{unity, {{{0, 0, 0, -1}, {0, 0, -1, 1}, {0, 0, 1, 1}}}, 3},
+                          TAxis{unitz, {{{-1, 1, 1, 1}, {1, 1, -1, -1}, {-1, -1, 1, -1}}}, 3}};
 
 /// State of flat, blended drawing that leaves no trace in the depth buffer.
 class TFlatScope {
@@ -274,10 +269,10 @@ void TZEPBackdrop::DrawOrigin(double length) const {
     const TNearScope nearby(*m_camera, zero3d);
     SetLineWidth(static_cast<float>(2 * PixelRatio()));
     glBegin(GL_LINES);
-    for (const TAxis& axis : Axes) {
-        SetColor(m_colors.*axis.Color);
+    for (std::size_t i = 0; i < Axes.size(); ++i) {
+        SetColor(m_colors.Axis(i));
         glVertex3dv(zero3d.data());
-        glVertex3dv((length * axis.Direction).data());
+        glVertex3dv((length * Axes[i].Direction).data());
     }
     glEnd();
 }
@@ -290,7 +285,7 @@ void TZEPBackdrop::DrawDirections() const {
     SetLineWidth(static_cast<float>(1.5 * PixelRatio()));
     glBegin(GL_LINES);
     for (std::size_t i = 0; i < Axes.size(); ++i) {
-        SetColor(m_colors.*Axes[i].Color);
+        SetColor(m_colors.Axis(i));
         SendDirection(Axes[i], look[4 * i], look[4 * i + 1]);
     }
     glEnd();

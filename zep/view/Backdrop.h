@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <cstddef>
 #include <optional>
 
 namespace ZEP {
@@ -37,6 +38,10 @@ public:
         TColor AxisY{0x6BCB6B};
         TColor AxisZ{0xFF9B5C};
 
+        /// \param axis  0 .. 2
+        [[nodiscard]] TColor Axis(std::size_t axis) const {
+            return axis == 0 ? AxisX : axis == 1 ? AxisY : AxisZ;
+        }
         /// One colour for all of the background.
         [[nodiscard]] ZEP_CORE_EXPORT static TColors Plain(TColor background);
         bool operator==(const TColors&) const = default;

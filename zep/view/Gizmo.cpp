@@ -27,8 +27,6 @@ constexpr double Grown = 2; // of the ball under the pointer
 constexpr std::pair<TDirection, TDirection> Ends[] = {{TDirection::Right, TDirection::Left},
                                                       {TDirection::Back, TDirection::Front},
                                                       {TDirection::Top, TDirection::Bottom}};
-constexpr TColor TZEPBackdrop::TColors::*Colors[] = {
-    &TZEPBackdrop::TColors::AxisX, &TZEPBackdrop::TColors::AxisY, &TZEPBackdrop::TColors::AxisZ};
 
 double RadiusOf(bool positive) {
     return positive ? LetterRadius : BareRadius;
@@ -149,25 +147,19 @@ void TZEPGizmo::Turn(TDirection direction) {
 // --- drawing -----------------------------------------------------------------------------------
 
 QImage TZEPGizmo::Picture(const TBalls& balls) const {
-    const double ratio = m_panel->devicePixelRatioF();
-    const int side = qRound(2 * Margin * ratio);
-    QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(ratio, ratio);
-    painter.translate(Margin, Margin);
-    QFont font = painter.font();
-    font.setPixelSize(12);
-    font.setBold(true);
-    painter.setFont(font);
-    for (const TBall& ball : balls) Paint(painter, ball);
-    return picture;
+    const QPointF middle(Margin, Margin);
+    return PaintedMark({2 * Margin, 2 * Margin}, middle, m_panel->devicePixelRatioF(),
+                       [&](QPainter& painter) {
+                           QFont font = painter.font();
+                           font.setPixelSize(12);
+                           font.setBold(true);
+                           painter.setFont(font);
+                           for (const TBall& ball : balls) Paint(painter, ball);
+                       });
 }
 
 void TZEPGizmo::Paint(QPainter& painter, const TBall& ball) const {
-    const TZEPBackdrop::TColors colors;
-    const QColor color = ToQColor(colors.*Colors[ball.Axis]);
+    const QColor color = ToQColor(TZEPBackdrop::TColors().Axis(ball.Axis));
     const bool isHovered = m_hovered == ball.Direction;
     const QPointF place(ball.Place.x(), -ball.Place.y());
     const double radius = RadiusOf(ball.Positive) + (isHovered ? Grown : 0);

@@ -198,10 +198,8 @@ void TZEPMeasureTool::Look(const QPoint& place) {
     const QPointer<TZEPMeasureTool> alive(this);
     m_snapper.SetReach(SnapReach * m_panel->devicePixelRatioF());
     std::optional<TZEPSnap> found;
-    m_panel->TryFind([&] {
-        found = m_snapper.Find(*m_panel->Camera(), {m_panel->Width(), m_panel->Height()}, place.x(),
-                               place.y());
-    });
+    m_panel->TryFind(
+        [&] { found = m_snapper.Find(*m_panel->Camera(), m_panel->Size(), place.x(), place.y()); });
     if (!alive) return;
     m_snap = found;
     m_panel->InvalidateOver();
@@ -262,26 +260,22 @@ void TZEPMeasureTool::Finish(const std::vector<TGLArrayd3>& points) {
 
 /// What the pointer snaps to, with its name beside it.
 QImage TZEPMeasureTool::Marker() const {
-    const double ratio = m_panel->devicePixelRatioF();
-    QImage picture((MarkSize * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(ratio, ratio);
-    painter.translate(MarkSize.height() / 2, MarkSize.height() / 2);
-    for (const auto& [color, width] : {std::pair{QColor(0, 0, 0, 200), 4.0}, {MarkColor, 2.0}}) {
-        painter.setPen(QPen(color, width));
-        PaintMark(painter, m_snap->Kind);
-    }
-    QFont font = painter.font();
-    font.setPixelSize(12);
-    painter.setFont(font);
-    const QString name = NameOf(m_snap->Kind);
-    const QRectF box(12, 4, painter.fontMetrics().horizontalAdvance(name) + 8, 14);
-    painter.fillRect(box, QColor(0, 0, 0, 170));
-    painter.setPen(MarkColor);
-    painter.drawText(box, Qt::AlignCenter, name);
-    return picture;
+    const QPointF middle(MarkSize.height() / 2, MarkSize.height() / 2);
+    return PaintedMark(MarkSize, middle, m_panel->devicePixelRatioF(), [this](QPainter& painter) {
+        for (const auto& [color, width] :
+             {std::pair{QColor(0, 0, 0, 200), 4.0}, {MarkColor, 2.0}}) {
+            painter.setPen(QPen(color, width));
+            PaintMark(painter, m_snap->Kind);
+        }
+        QFont font = painter.font();
+        font.setPixelSize(12);
+        painter.setFont(font);
+        const QString name = NameOf(m_snap->Kind);
+        const QRectF box(12, 4, painter.fontMetrics().horizontalAdvance(name) + 8, 14);
+        painter.fillRect(box, QColor(0, 0, 0, 170));
+        painter.setPen(MarkColor);
+        painter.drawText(box, Qt::AlignCenter, name);
+    });
 }
 
 /// Places count from the first point: far from the origin floats are coarse.

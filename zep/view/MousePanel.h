@@ -25,6 +25,7 @@ public:
     [[nodiscard]] virtual TZEPCamera* Camera() const = 0;
     [[nodiscard]] virtual int Width() const = 0;
     [[nodiscard]] virtual int Height() const = 0;
+    [[nodiscard]] QSize Size() const { return {Width(), Height()}; }
     [[nodiscard]] virtual bool SelectInMouseUp() const = 0;
 
     /// OpenGL draws in the panel from now on; false where it cannot.

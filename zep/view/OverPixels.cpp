@@ -46,20 +46,28 @@ void DrawBlended(const QImage& picture, const QPoint& at) {
     Send(picture.mirrored(), at);
 }
 
-QImage PivotMark(double pixelRatio) {
-    const int side = qRound(PivotSize * pixelRatio);
-    QImage mark(side, side, QImage::Format_ARGB32_Premultiplied);
+QImage PaintedMark(const QSizeF& size, const QPointF& middle, double pixelRatio,
+                   const std::function<void(QPainter&)>& paint) {
+    QImage mark((size * pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
     mark.fill(Qt::transparent);
     QPainter painter(&mark);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(pixelRatio, pixelRatio);
-    const QPointF middle(PivotSize / 2, PivotSize / 2);
-    for (const auto& [color, width] : {std::pair{QColor(0, 0, 0, 160), 4.0}, {Qt::white, 1.6}}) {
-        painter.setPen(QPen(color, width));
-        painter.drawEllipse(middle, PivotRadius, PivotRadius);
-        painter.drawPoint(middle);
-    }
+    painter.translate(middle);
+    paint(painter);
     return mark;
+}
+
+QImage PivotMark(double pixelRatio) {
+    const QPointF middle(PivotSize / 2, PivotSize / 2);
+    return PaintedMark({PivotSize, PivotSize}, middle, pixelRatio, [](QPainter& painter) {
+        for (const auto& [color, width] :
+             {std::pair{QColor(0, 0, 0, 160), 4.0}, {Qt::white, 1.6}}) {
+            painter.setPen(QPen(color, width));
+            painter.drawEllipse(QPointF(), PivotRadius, PivotRadius);
+            painter.drawPoint(QPointF());
+        }
+    });
 }
 
 } // namespace ZEP

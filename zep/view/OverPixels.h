@@ -3,6 +3,10 @@
 #include <QImage>
 #include <QPoint>
 
+#include <functional>
+
+class QPainter;
+
 namespace ZEP {
 
 /// \name Pictures over what the current context shows
@@ -15,6 +19,12 @@ void DrawPixels(const QImage& picture, const QPoint& at);
 /// \param picture  `Format_ARGB32_Premultiplied`
 void DrawBlended(const QImage& picture, const QPoint& at);
 /// @}
+
+/// A picture for `DrawBlended`, painted smoothly on nothing.
+/// \param size    in pixels of the application; the picture has device pixels
+/// \param middle  the painter's origin
+[[nodiscard]] QImage PaintedMark(const QSizeF& size, const QPointF& middle, double pixelRatio,
+                                 const std::function<void(QPainter&)>& paint);
 
 /// Two rings about the point that a view turns about.
 [[nodiscard]] QImage PivotMark(double pixelRatio);

@@ -6,12 +6,12 @@ namespace ZEP {
 
 std::optional<TGLArrayd3> TZEPPanel::GetWorldCoords(double x, double y, double depth) const {
     if (!m_camera) return {};
-    return ToWorld(*m_camera, {Width(), Height()}, {x, y, depth});
+    return ToWorld(*m_camera, Size(), {x, y, depth});
 }
 
 std::optional<TGLArrayd3> TZEPPanel::GetScreenCoords(const TGLArrayd3& world) const {
     if (!m_camera) return {};
-    return ToView(*m_camera, {Width(), Height()}, world);
+    return ToView(*m_camera, Size(), world);
 }
 
 } // namespace ZEP

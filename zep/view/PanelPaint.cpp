@@ -196,11 +196,11 @@ void TZEPPanel::InvalidateOver() {
 /// What moves is drawn anew anyway, and is not to wait for its pixels.
 void TZEPPanel::KeepFrame() {
     if (!m_keeps || MouseDowned() || (m_scene && m_scene->Animation())) return;
-    m_kept = ReadPixels({0, 0, Width(), Height()});
+    m_kept = ReadPixels({{}, Size()});
 }
 
 bool TZEPPanel::HasKept() const {
-    return m_kept.size() == QSize(Width(), Height());
+    return m_kept.size() == Size();
 }
 
 void TZEPPanel::PaintOver() {
@@ -303,8 +303,7 @@ QImage TZEPPanel::GrabFrame() {
     QImage picture;
     // OpenGL's first row is the lowest one.
     DrawFrame(false, [&] {
-        picture =
-            ReadPixels({0, 0, Width(), Height()}).mirrored().convertToFormat(QImage::Format_RGB32);
+        picture = ReadPixels({{}, Size()}).mirrored().convertToFormat(QImage::Format_RGB32);
     });
     return picture;
 }

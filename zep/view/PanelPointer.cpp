@@ -24,10 +24,6 @@ constexpr int OrbitCursor = 101;
 constexpr double Notch = 120;
 constexpr double NotchFactor = 1.2;
 
-QSize SizeOf(const TZEPMousePanel& panel) {
-    return {panel.Width(), panel.Height()};
-}
-
 /// Pixels about a place.
 TZEPPickRegion RegionAt(const QSize& view, QPoint at, const QSize& size) {
     return {view.width(),           view.height(), at.x(),
@@ -41,7 +37,7 @@ std::optional<double> DepthAt(TZEPMousePanel& panel, QPoint at,
     if (!camera || !camera->Scene()) return {};
     const QPointer<TZEPCamera> alive(panel.Camera());
     std::optional<double> depth;
-    const QSize view = SizeOf(panel);
+    const QSize view = panel.Size();
     panel.TryFind([&] {
         for (const QSize& size : sizes)
             if (!depth && alive && alive->Scene())
@@ -52,12 +48,12 @@ std::optional<double> DepthAt(TZEPMousePanel& panel, QPoint at,
 
 /// A place in the view, as deep as a point of the scene or as that depth.
 std::optional<TGLArrayd3> PointAt(const TZEPMousePanel& panel, QPoint at, double depth) {
-    return ToWorld(*panel.Camera(), SizeOf(panel), {1.0 * at.x(), 1.0 * at.y(), depth});
+    return ToWorld(*panel.Camera(), panel.Size(), {1.0 * at.x(), 1.0 * at.y(), depth});
 }
 
 std::optional<TGLArrayd3> PointAsDeepAs(const TZEPMousePanel& panel, QPoint at,
                                         const TGLArrayd3& point) {
-    const auto place = ToView(*panel.Camera(), SizeOf(panel), point);
+    const auto place = ToView(*panel.Camera(), panel.Size(), point);
     return place ? PointAt(panel, at, (*place)[2]) : std::nullopt;
 }
 

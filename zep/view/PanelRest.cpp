@@ -52,7 +52,7 @@ void TZEPPanel::DrawRestFrame() {
             .translated(static_cast<double>(shift.X), static_cast<double>(shift.Y)));
     m_drawsRest = true;
     DrawFrame(false, [this] {
-        if (m_restMean && !m_failed) m_restMean->Add(ReadPixels({0, 0, Width(), Height()}));
+        if (m_restMean && !m_failed) m_restMean->Add(ReadPixels({{}, Size()}));
     });
     if (camera) camera->SetDrawnPart({});
     if (!alive) return;

@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QtMath>
 
 #include <algorithm>
 #include <cmath>
@@ -28,17 +29,10 @@ constexpr double ArrowReach = 16;
 constexpr double ArrowHead = 5;
 constexpr double PressReach = 12;    // of a press from the middle
 constexpr double LeastTurned = 0.02; // of the normal from the line of sight, squared sine
-
-constexpr TColor TZEPBackdrop::TColors::*Colors[] = {
-    &TZEPBackdrop::TColors::AxisX, &TZEPBackdrop::TColors::AxisY, &TZEPBackdrop::TColors::AxisZ};
+constexpr QColor RimColor{0x10, 0x10, 0x18};
 
 TColor ColorOf(std::size_t section) {
-    const TZEPBackdrop::TColors colors;
-    return colors.*Colors[section];
-}
-
-QSize SizeOf(const TZEPPanel& panel) {
-    return {panel.Width(), panel.Height()};
+    return TZEPBackdrop::TColors().Axis(section);
 }
 
 /// How far the content reaches along a direction of length 1.
@@ -76,6 +70,23 @@ std::vector<TGLArrayd3> RimOf(const TZEPBounds& box, const TGLArrayd3& normal,
     return rim;
 }
 
+/// A ball with an arrow to either side, along x.
+void PaintHandle(QPainter& painter, const QColor& color, bool isLit) {
+    const QPointF ends[] = {{-ArrowReach, 0}, {ArrowReach, 0}};
+    for (const auto& [lineColor, width] : {std::pair{RimColor, 4}, {color, 2}}) {
+        painter.setPen(QPen(lineColor, width, Qt::SolidLine, Qt::RoundCap));
+        for (const QPointF& end : ends) {
+            const double back = end.x() > 0 ? -ArrowHead : ArrowHead;
+            painter.drawLine(QPointF(), end);
+            painter.drawLine(end, end + QPointF(back, ArrowHead));
+            painter.drawLine(end, end + QPointF(back, -ArrowHead));
+        }
+    }
+    painter.setPen(QPen(isLit ? QColor(Qt::white) : RimColor, 2));
+    painter.setBrush(color);
+    painter.drawEllipse(QPointF(), BallRadius, BallRadius);
+}
+
 } // namespace
 
 TZEPSectionHandles::TZEPSectionHandles(TZEPPanel* panel) : QObject(panel), m_panel(panel) {
@@ -105,7 +116,7 @@ std::optional<QPoint> TZEPSectionHandles::PlaceOf(std::size_t section) const {
     const auto anchor = Anchor(camera->Sections()[section]);
     const auto place = anchor ? m_panel->GetScreenCoords(*anchor) : std::nullopt;
     if (!place || (*place)[2] > 1 ||
-        !QRectF(QPointF(), SizeOf(*m_panel)).contains((*place)[0], (*place)[1]))
+        !QRectF(QPointF(), m_panel->Size()).contains((*place)[0], (*place)[1]))
         return {};
     return QPoint(qRound((*place)[0]), qRound((*place)[1]));
 }
@@ -218,44 +229,22 @@ void TZEPSectionHandles::Hover(const std::optional<std::size_t>& section) {
 
 // --- drawing -----------------------------------------------------------------------------------
 
-/// A ball with an arrow to either side, as the normal is seen.
 QImage TZEPSectionHandles::Picture(std::size_t section, const TGLArrayd3& anchor) const {
-    const double ratio = m_panel->devicePixelRatioF();
-    const int side = qRound(HandleSide * ratio);
-    QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(ratio, ratio);
-    painter.translate(HandleSide / 2, HandleSide / 2);
-    const QColor color = ToQColor(ColorOf(section));
     const TGLMatrixd4 view = m_panel->Camera()->GetViewMatrix();
-    const TGLArrayd3 normal = Unit(m_panel->Camera()->Sections()[section].Normal);
     TGLArrayd3 from = anchor;
-    TGLArrayd3 to = anchor + normal;
+    TGLArrayd3 to = anchor + Unit(m_panel->Camera()->Sections()[section].Normal);
     Xformd(view, from);
     Xformd(view, to);
     const TGLArrayd3 seen = to - from;
     const bool isSeen = std::hypot(seen[0], seen[1]) > 0.1;
-    painter.rotate(isSeen ? -std::atan2(seen[1], seen[0]) * 180 / M_PI : -90);
-    painter.setPen(QPen(QColor(0x10, 0x10, 0x18), 4, Qt::SolidLine, Qt::RoundCap));
-    const QPointF ends[] = {{-ArrowReach, 0}, {ArrowReach, 0}};
-    for (const bool isRim : {true, false}) {
-        if (!isRim) painter.setPen(QPen(color, 2, Qt::SolidLine, Qt::RoundCap));
-        for (const QPointF& end : ends) {
-            const double back = end.x() > 0 ? -ArrowHead : ArrowHead;
-            painter.drawLine(QPointF(), end);
-            painter.drawLine(end, end + QPointF(back, ArrowHead));
-            painter.drawLine(end, end + QPointF(back, -ArrowHead));
-        }
-    }
-    painter.setPen(QPen(m_hovered == section || (m_drag && m_drag->Section == section)
-                            ? Qt::white
-                            : QColor(0x10, 0x10, 0x18),
-                        2));
-    painter.setBrush(color);
-    painter.drawEllipse(QPointF(), BallRadius, BallRadius);
-    return picture;
+    const double turned = isSeen ? -qRadiansToDegrees(std::atan2(seen[1], seen[0])) : -90;
+    const bool isLit = m_hovered == section || (m_drag && m_drag->Section == section);
+    const QPointF middle(HandleSide / 2, HandleSide / 2);
+    return PaintedMark({HandleSide, HandleSide}, middle, m_panel->devicePixelRatioF(),
+                       [&](QPainter& painter) {
+                           painter.rotate(turned);
+                           PaintHandle(painter, ToQColor(ColorOf(section)), isLit);
+                       });
 }
 
 void TZEPSectionHandles::DrawRim(std::size_t section, const TGLArrayd3& anchor) const {
