@@ -186,7 +186,7 @@ TEST_F(BatchHosts, AreNotAskedForPassesInWhichTheyTakeNoPart) {
         box->Drawn.clear();
         Draw();
     };
-    const std::set<TZEPDrawState> shown{dsAllObjects, dsTransparent};
+    const std::set<TZEPDrawState> shown{dsAllObjects};
     drawn();
     EXPECT_EQ(box->Drawn, shown);
     other->SetCastShadows(true); // stands beside it
