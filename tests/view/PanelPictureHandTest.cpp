@@ -159,13 +159,12 @@ TEST(PanelPictureWithoutContext, IsRefusedWithoutABoxThatNobodyCloses) {
 }
 
 TEST_F(PanelPicture, IsNotDrawnWithinAFrame) {
-    int refused = 0;
+    std::string refused;
     QObject::connect(View, &TZEPPanel::BeforFlush, [&] {
-        EXPECT_THROW(static_cast<void>(View->RenderToCanvas({50, 50})), Exception);
-        ++refused;
+        refused += ErrorOf([&] { static_cast<void>(View->RenderToCanvas({50, 50})); });
     });
     View->Paint();
-    EXPECT_EQ(refused, 1);
+    EXPECT_EQ(refused, "RenderToCanvas: the panel draws a frame");
 }
 
 TEST_F(PanelPicture, IsPrintedOnOnePage) {

@@ -152,7 +152,8 @@ public:
     /// \param transparent  what the scene does not cover is left out, else it has the background's
     ///                     colour. What an object throws goes on to the caller.
     /// \return `Format_RGB32`, or `Format_ARGB32_Premultiplied` where transparent. Raises
-    ///         `Exception` ("RenderToCanvas: Can't set pixel format") where no context can be had.
+    ///         `Exception` ("RenderToCanvas: Can't set pixel format") where no context can be had,
+    ///         and ("RenderToCanvas: the panel draws a frame") in an event of such a frame.
     [[nodiscard]] QImage RenderToCanvas(const QSize& size, bool transparent = false);
     /// The same, smooth, with other widths, or a part of a larger view, as the options say.
     [[nodiscard]] QImage RenderPicture(const QSize& view, const TZEPPictureOptions& options);

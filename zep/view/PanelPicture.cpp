@@ -93,6 +93,7 @@ QImage TZEPPanel::RenderToCanvas(const QSize& size, bool transparent) {
 QImage TZEPPanel::RenderPicture(const QSize& view, const TZEPPictureOptions& options) {
     if (view.isEmpty()) return {};
     const QRect part = options.Part.isEmpty() ? QRect(QPoint(0, 0), view) : options.Part;
+    if (m_drawing) throw Exception(QStringLiteral("RenderToCanvas: the panel draws a frame"));
     QImage image = NewImage(part.size(), options.Transparent);
     OpenWindow();
     const double widths = Usable(options.Widths);
@@ -105,7 +106,7 @@ QImage TZEPPanel::RenderPicture(const QSize& view, const TZEPPictureOptions& opt
         if (alive) alive->DoneCurrent();
     });
     std::optional<TFrame> frame;
-    if (!m_drawing && !m_goes) frame.emplace(*this);
+    if (!m_goes) frame.emplace(*this);
     if (!frame || !*frame || !m_context.BeginPicture(buffer.width(), buffer.height()))
         throw Exception(QStringLiteral("RenderToCanvas: Can't set pixel format"));
     const auto end = qScopeGuard([this, &frame] {
