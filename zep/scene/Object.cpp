@@ -35,6 +35,11 @@ struct Census {
     }
 } Objects;
 
+Exception TooDeep() {
+    return Exception(
+        QStringLiteral("Objects are nested deeper than %1 levels").arg(DeepestNesting));
+}
+
 // A group of objects in a stream; no menu offers it.
 const TRegisterObject<TZEPObject> RegisteredObject("");
 
@@ -200,9 +205,9 @@ void TZEPObject::IterateOnChildren(TIterateProc proc, void* data) {
 /// \return  it exists and stands below no parent
 bool TZEPObject::LeaveParent() {
     if (!m_parent) return true;
+    const TZEPWatch alive(this);
     if (!m_leaving) {
         TZEPObject* parent = m_parent;
-        const TZEPWatch alive(this);
         m_leaving = true;
         const auto told = qScopeGuard([this, &alive] {
             if (alive) m_leaving = false;
@@ -212,7 +217,7 @@ bool TZEPObject::LeaveParent() {
         if (m_parent != parent) return !m_parent; // a listener was first
     }
     Detach();
-    return true;
+    return alive && !m_parent;
 }
 
 void TZEPObject::Detach() {
@@ -237,13 +242,12 @@ int TZEPObject::Height() const {
     return height;
 }
 
-void TZEPObject::CheckDepth(const TZEPObject& parent) {
+bool TZEPObject::FitsBelow(const TZEPObject& parent) {
     int depth = 0;
     for (const TZEPObject* object = &parent; object; object = object->m_parent) ++depth;
-    if (depth + KeptDepthBelow() <= DeepestNesting) return;
+    if (depth + KeptDepthBelow() <= DeepestNesting) return true;
     Extras().DepthBelow = Height(); // some may have gone
-    if (depth + KeptDepthBelow() <= DeepestNesting) return;
-    throw Exception(QStringLiteral("Objects are nested deeper than %1 levels").arg(DeepestNesting));
+    return depth + KeptDepthBelow() <= DeepestNesting;
 }
 
 void TZEPObject::Join(TZEPObject& parent, bool append) {
@@ -266,14 +270,17 @@ void TZEPObject::SetParentComponentExt(TComponent* parent, bool append) {
     auto* object = qobject_cast<TZEPObject*>(parent);
     if (object) {
         if (IsDestroying() || object->IsDestroying() || object->IsWithin(*this)) return;
-        CheckDepth(*object);
+        if (!FitsBelow(*object)) throw TooDeep();
     }
     const TZEPWatch alive(this);
     const TZEPWatch parentAlive(object);
     if (!LeaveParent()) return;
-    if (!object) return EnterScene(nullptr);
-    if (!parentAlive || object->IsWithin(*this)) return;
-    CheckDepth(*object); // who heard that this leaves may have put it deeper
+    // Who heard that this leaves may have freed the parent or put it below this, or deeper.
+    if (!object || !parentAlive || object->IsWithin(*this)) return EnterScene(nullptr);
+    if (!FitsBelow(*object)) {
+        EnterScene(nullptr);
+        throw TooDeep();
+    }
     Join(*object, append);
     if (m_scene && m_scene == object->SceneOfChildren())
         TellReordered();

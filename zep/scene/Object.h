@@ -403,7 +403,8 @@ private:
     bool LeaveParent();
     void Detach();
     void TellReordered();
-    void CheckDepth(const TZEPObject& parent);
+    /// Not nested too deep there.
+    [[nodiscard]] bool FitsBelow(const TZEPObject& parent);
     void Join(TZEPObject& parent, bool append);
     [[nodiscard]] bool IsWithin(const TZEPObject& other) const;
     [[nodiscard]] int Height() const;
