@@ -1,4 +1,6 @@
 #include "tests/ErrorOf.h"
+#include <zep/converters/rs274d/Interpreter.h>
+#include <zep/converters/rs274d/Report.h>
 #include <zep/scene/Vectors.h>
 #include <zep/stock/Guess.h>
 #include <zep/stock/Run.h>
@@ -170,6 +172,34 @@ TEST(Stock, RunGoesBackToWhatCuttingAnewMakes) {
     EXPECT_EQ(run.RapidCuts().size(), 1U);
 }
 
+TEST(Stock, RapidsBetweenPlacesThatTheProgramTellsCutAsAWhole) {
+    struct {
+        const char* Program;
+        double Depth; ///< of the only one; 0: none
+    } const rows[] = {
+        {"G0X10Y10Z5\nG0Z-8\n", 7.99},
+        {"G0Z-1\nX10Y10\n", 0.99},  // where it comes to
+        {"G0Z2\nX10Y10\nZ1\n", 0}, // not on the way from where the tool was
+        {"G0X10Y10Z5\nG91G28Z0\nG90G0X15\nZ5\n", 0},
+        {"G0X10Y10Z5\nG53G0Z-5\nG0Z5\n", 0},
+        {"G1X10F9\nG0Y9Z-3\n", 2.99},
+    };
+    for (const auto& row : rows) {
+        TToolPath path;
+        TRS274DReport report;
+        TRS274DInterpreter({}, path, report).Run(row.Program);
+        TStock stock({{-20, -20, -10}, {20, 20, 0}, 0.5});
+        TStockRun run(stock, path, {Flat});
+        for (int i = 0; i < path.Count(); ++i)
+            for (const double part : {0.3, 0.6, 0.9, 1.0}) run.GoTo(i, part);
+        run.GoTo(path.Count());
+        ASSERT_EQ(run.RapidCuts().size(), row.Depth > 0 ? 1U : 0U) << row.Program;
+        if (row.Depth > 0) {
+            EXPECT_NEAR(run.RapidCuts()[0].Depth, row.Depth, 1e-5) << row.Program;
+        }
+    }
+}
+
 TEST(Stock, ToolsAreGuessedFromTheirNames) {
     struct {
         const char* Name;
@@ -177,6 +207,7 @@ TEST(Stock, ToolsAreGuessedFromTheirNames) {
         bool Knows = true;
     } const rows[] = {{"D=6 flat", {.Diameter = 6}},
                       {"6mm end mill", {.Diameter = 6}},
+                      {"60MM LONG 6,5MM BALL NOSE", {.Shape = TStockShape::Ball, .Diameter = 6.5}},
                       {"1/4in ball", {.Shape = TStockShape::Ball, .Diameter = 6.35}},
                       {"V 60", {.Shape = TStockShape::V, .Angle = 60}, false},
                       {"drill 5 mm", {.Shape = TStockShape::V, .Diameter = 5, .Angle = 118}},

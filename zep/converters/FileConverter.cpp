@@ -58,8 +58,8 @@ TZEPObject& TFileConverter::RootThere() const {
 
 TProgress TFileConverter::GuardedProgress() const {
     if (!m_progress) return {};
-    return [this, root = m_root](qint64 done, qint64 total) {
-        return m_progress(done, total) && m_root == root;
+    return [this, progress = m_progress, root = m_root](qint64 done, qint64 total) {
+        return progress(done, total) && m_root == root;
     };
 }
 

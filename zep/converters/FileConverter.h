@@ -27,7 +27,8 @@ public:
     [[nodiscard]] const QString& FileName() const { return m_fileName; }
     void SetFileName(const QString& fileName) { m_fileName = fileName; }
 
-    /// Not published: called every 64 kilobytes or so while a file is read.
+    /// Not published: called every 64 kilobytes or so while a file is read; one that is set
+    /// meanwhile, from the next reading on. It may do anything but free the converter.
     void SetProgress(TProgress progress) { m_progress = std::move(progress); }
     /// The last reading was cancelled by the progress call.
     [[nodiscard]] bool Cancelled() const { return m_cancelled; }

@@ -36,7 +36,10 @@ double DiameterIn(const QString& name) {
         return inches * MillimetresOfInch;
     if (const double inches = NumberOf(name, R"((\d*\.?\d+)\s*(?:in\b|inch|"))"); inches > 0)
         return inches * MillimetresOfInch;
-    if (const double millimetres = NumberOf(name, R"((\d*\.?\d+)\s*mm)"); millimetres > 0)
+    // Not what is long or is held.
+    constexpr auto inMillimetres =
+        R"((\d*\.?\d+)\s*mm(?!\s*(?:long|length|loc\b|oal\b|reach|stick|shank|shaft)))";
+    if (const double millimetres = NumberOf(name, inMillimetres); millimetres > 0)
         return millimetres;
     return NumberOf(name, R"(\b(?:D|DIA)[ .=:]*(\d*\.?\d+))");
 }
@@ -61,15 +64,17 @@ double AngleIn(const QString& name) {
 } // namespace
 
 TGuessedTool GuessTool(const TPathTool& tool) {
+    static const QRegularExpression decimalComma(QStringLiteral(R"((\d),(\d))"));
+    const QString name = QString(tool.Name).replace(decimalComma, QStringLiteral(R"(\1.\2)"));
     TGuessedTool guess;
-    guess.Tool.Shape = ShapeIn(tool.Name);
-    const double diameter = tool.Diameter > 0 ? tool.Diameter : DiameterIn(tool.Name);
+    guess.Tool.Shape = ShapeIn(name);
+    const double diameter = tool.Diameter > 0 ? tool.Diameter : DiameterIn(name);
     if (diameter > 0) {
         guess.Tool.Diameter = diameter;
         guess.KnowsDiameter = true;
     }
-    guess.Tool.Angle = AngleIn(tool.Name);
-    const double corner = NumberOf(tool.Name, R"(\b(?:CR|R)\s*=?\s*(\d*\.?\d+))");
+    guess.Tool.Angle = AngleIn(name);
+    const double corner = NumberOf(name, R"(\b(?:CR|R)\s*=?\s*(\d*\.?\d+))");
     guess.Tool.CornerRadius = corner > 0 ? corner : guess.Tool.Diameter / 8;
     if (guess.Tool.Fault().isEmpty()) return guess;
     return {};

@@ -69,8 +69,7 @@ bool TStockRun::GoTo(int moves, double part, std::chrono::milliseconds limit) {
         CutNext();
         if (m_done % 16 == 0 && m_done < moves && TClock::now() >= end) return false;
     }
-    if (part > m_part) NoteRapid(CutMove(m_done, part));
-    m_part = part;
+    if (part > m_part) CutPart(part);
     return true;
 }
 
@@ -84,23 +83,34 @@ void TStockRun::Restore(const TKept& kept) {
     m_part = 0;
 }
 
+/// The parts of a way down cut one below the other: only as a whole do they tell how deep it is.
+void TStockRun::CutPart(double part) {
+    if (m_part == 0 && m_done >= m_furthest &&
+        m_path.Move(m_done).Kind == TToolMoveKind::Rapid) {
+        const auto before = m_stock.State();
+        NoteRapid(CutMove(m_done, 1));
+        m_stock.SetState(before);
+    }
+    CutMove(m_done, part);
+    m_part = part;
+}
+
 void TStockRun::CutNext() {
-    NoteRapid(CutMove(m_done, 1));
+    const double depth = CutMove(m_done, 1);
+    if (m_part == 0) NoteRapid(depth);
     ++m_done;
     m_part = 0;
     m_furthest = std::max(m_furthest, m_done);
     Keep();
 }
 
-/// \param depth  that the next move has cut, a part of it or the rest
+/// \param depth  that the next move cuts
 void TStockRun::NoteRapid(double depth) {
     if (m_done < m_furthest || !(depth > 0)) return;
     const TToolMove move = m_path.Move(m_done);
     if (move.Kind != TToolMoveKind::Rapid) return;
     if (m_rapidCuts.empty() || m_rapidCuts.back().Move != m_done)
         m_rapidCuts.push_back({m_done, move.Line, depth});
-    else
-        m_rapidCuts.back().Depth = std::max(m_rapidCuts.back().Depth, depth);
 }
 
 void TStockRun::Keep() {
@@ -145,9 +155,13 @@ double TStockRun::CutMove(int index, double part) {
 }
 
 double TStockRun::CutRapid(const TStockTool& tool, int index, double part) {
+    const TToolMove move = m_path.Move(index);
+    if (move.Placed == TRS274DPlaced::Neither || (move.Placed == TRS274DPlaced::End && part < 1))
+        return 0;
     const TGLArrayd3 raised{0, 0, RapidSlack};
-    return m_stock.CutLine(Slimmer(tool), m_path.Move(index).From + raised,
-                           m_path.PointOf(index, part) + raised, TStockMark::CutInRapid);
+    const TRS274DPoint from = move.Placed == TRS274DPlaced::End ? move.To : move.From;
+    return m_stock.CutLine(Slimmer(tool), from + raised, m_path.PointOf(index, part) + raised,
+                           TStockMark::CutInRapid);
 }
 
 double TStockRun::CutWay(const TStockTool& tool, int index, double part) {

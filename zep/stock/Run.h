@@ -22,7 +22,8 @@ struct TRapidCut {
 /// `MaxBytes`: where it would not, every other one is dropped.
 ///
 /// A tool in rapid is taken for `RapidSlack` smaller on all its sides: it may go back through its
-/// own cut, however the program's coordinates are rounded.
+/// own cut, however the program's coordinates are rounded. Between places that only the machine
+/// knows (`TRS274DPlaced`) it cuts nothing in rapid.
 ///
 /// Arcs in planes other than XY are cut along chords that are `ArcTolerance` from them at most.
 class ZEP_CORE_EXPORT TStockRun {
@@ -64,6 +65,7 @@ private:
     [[nodiscard]] const TKept& KeptBefore(int moves) const;
     void Restore(const TKept& kept);
     void CutNext();
+    void CutPart(double part);
     void NoteRapid(double depth);
     /// \return how deep it cut
     double CutMove(int index, double part);

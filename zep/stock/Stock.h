@@ -19,6 +19,7 @@ class TStockSweep;
 struct TStockBlock {
     TGLArrayd3 Min{0, 0, -10}, Max{100, 100, 0};
     double Cell = 0.5; ///< the longest side of a cell
+    bool operator==(const TStockBlock&) const = default;
 };
 
 /// How a cell's surface came to be.

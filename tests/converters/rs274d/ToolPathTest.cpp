@@ -23,6 +23,9 @@ std::string TextOf(const TToolMove& move, const TRS274DPoint& quarter) {
                        kinds[static_cast<std::size_t>(move.Kind)] + ' ' + PointText(move.To);
     if (move.Kind == TToolMoveKind::Arc) text += " over " + PointText(quarter);
     if (move.Feed > 0) text += ", F " + Number(move.Feed);
+    const bool isRapid = move.Kind == TToolMoveKind::Rapid;
+    if (isRapid && move.Placed == TRS274DPlaced::Neither) text += ", nobody knows where";
+    if (isRapid && move.Placed == TRS274DPlaced::End) text += ", nobody knows from where";
     return text + ", " + Number(move.Length) + " mm, " + Number(move.End - move.Begin) + " s\n";
 }
 
@@ -93,6 +96,7 @@ TEST(ToolPath, KeepsMovesTimesAndTools) {
         converter.SetRoot(&root);
         converter.SetShowQuickMove(showsRapids);
         converter.SetExtended(!c.Name.starts_with("plain"));
+        if (c.Name.starts_with("Fanuc")) converter.SetDialect(TRS274DDialect::Fanuc);
         converter.SetSink(&path);
         converter.ReadNC(c.Input);
         ExpectLinked(path, root);

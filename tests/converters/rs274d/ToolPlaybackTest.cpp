@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <cmath>
+
 namespace ZEP {
 namespace {
 
@@ -89,10 +91,14 @@ TEST(ToolPlayback, WithoutTimesCountsMoves) {
     playback.SetPath(PathOf("G0 X9\nG1 X10\nX11\n")); // without a feed
     EXPECT_FALSE(playback.HasTimes());
     EXPECT_EQ(ends(1.5, TToolPlayback::TPace::Machine), QStringLiteral("1+0.5, 1.5 s, X9.5"));
+    playback.SeekMove(1, std::nan(""));
+    EXPECT_EQ(PlaceOf(playback), QStringLiteral("1+0, 1 s, X9"));
+    playback.Seek(std::nan(""));
+    EXPECT_EQ(PlaceOf(playback), QStringLiteral("0+0, 0 s, X0"));
 }
 
 TEST(ToolPlayback, ItsHandlersMayDoAnything) {
-    for (const int what : {0, 1, 2, 3}) {
+    for (const int what : {0, 1, 2, 3, 4}) {
         auto* playback = new TToolPlayback;
         playback->SetPath(PathOf(Program));
         QObject::connect(playback, &TToolPlayback::Moved, [&](int, double) {
@@ -102,8 +108,13 @@ TEST(ToolPlayback, ItsHandlersMayDoAnything) {
             if (what == 1) told->Pause();
             if (what == 2) told->Play();
             if (what == 3) delete std::exchange(playback, nullptr);
+            if (what == 4 && told->Move() == 0) told->SetPath(nullptr);
         });
+        if (what == 4) playback->Seek(1e9); // from where it begins anew
         playback->Play();
+        if (what == 4) {
+            EXPECT_FALSE(playback->IsPlaying());
+        }
         playback->Advance(100);
         EXPECT_EQ(playback != nullptr, what != 3);
         delete playback;

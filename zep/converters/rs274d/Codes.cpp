@@ -95,8 +95,8 @@ constexpr auto Codes = [] {
         {930, FeedMode, static_cast<int>(TRS274DFeedMode::InverseTime), nullptr},
         {940, FeedMode, static_cast<int>(TRS274DFeedMode::PerMinute), nullptr},
         {950, FeedMode, static_cast<int>(TRS274DFeedMode::PerRevolution), nullptr},
-        {960, Silent, 0, nullptr},
-        {970, Silent, 0, nullptr},
+        {960, SurfaceSpeed, 1, nullptr},
+        {970, SurfaceSpeed, 0, nullptr},
         {980, RetractLevel, 0, "initial level return in canned cycles"},
         {990, RetractLevel, 1, "R value return in canned cycles"},
     });

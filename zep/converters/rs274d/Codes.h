@@ -30,6 +30,7 @@ enum class TRS274DGroup : std::uint8_t {
     MachineFrame,
     Dwell,
     FeedMode,
+    SurfaceSpeed, ///< S is that of the surface, or turns a minute
     SetData,
     Reference,
     StoreReference,

@@ -16,6 +16,6 @@ inline constexpr std::size_t RS274DGuessSize = std::size_t(1) << 18;
 
 /// Whether a program turns rather than mills, as far as `RS274DGuessSize` tells: it has no Y, but
 /// words that only lathes know.
-[[nodiscard]] bool TurnsRS274D(std::string_view text);
+[[nodiscard]] ZEP_CORE_EXPORT bool TurnsRS274D(std::string_view text);
 
 } // namespace ZEP

@@ -87,8 +87,7 @@ void TRS274DExtendedMachine::ApplyMode(const TRS274DCode& code) {
         m_centersFound = false;
         return;
     case TGroup::RetractLevel:
-        m_returnToInitial = code.Value == 0;
-        return;
+        return SetRetract(code.Value == 0);
     case TGroup::WorkSystem:
         return m_frames.SelectSystem(code.Value);
     case TGroup::MachineFrame:
@@ -110,6 +109,10 @@ void TRS274DExtendedMachine::ApplyOther(const TRS274DCode& code) {
         return m_report.Add(TRS274DPassed::LengthCompensation, m_place.Line);
     case TGroup::Radius:
         return m_report.Add(TRS274DPassed::RadiusCompensation, m_place.Line);
+    case TGroup::SurfaceSpeed:
+        m_hasNewSettings = true;
+        m_isSurfaceSpeed = code.Value == 1;
+        return;
     case TGroup::Polar:
         return SetPolar(code.Value == 1);
     case TGroup::EndRotation:
@@ -165,6 +168,7 @@ void TRS274DExtendedMachine::Execute(const TRS274DBlock& block) {
     if (!moves) return;
     if (m_plan.OtherUse && !m_plan.Motion) return;
     if (m_threads && block.Has('K')) SetPitch(Units(block.Value('K')));
+    NotePlaces(block);
     TellSettings(m_mode == mmDrill);
     Move(block);
 }
@@ -202,6 +206,7 @@ void TRS274DExtendedMachine::RunAction(const TRS274DBlock& block) {
         return GoToReference(which, block);
     case TGroup::StoreReference:
         m_references[which] = m_position;
+        m_knowsReference[which] = m_isPlaced;
         return;
     case TGroup::LocalOffset:
         return ForAxisWords(
@@ -209,6 +214,7 @@ void TRS274DExtendedMachine::RunAction(const TRS274DBlock& block) {
     case TGroup::Offset:
         return ForAxisWords(block, [&](std::size_t axis, double value) {
             m_frames.SetOffsetAt(axis, m_position[axis], value);
+            SetPlaced(axis, true);
         });
     case TGroup::ClearOffset:
         return m_frames.ClearOffset();
@@ -254,10 +260,20 @@ void TRS274DExtendedMachine::SetData(const TRS274DBlock& block) {
 
 void TRS274DExtendedMachine::GoToReference(std::size_t which, const TRS274DBlock& block) {
     const bool isAll = !block.HasAnyOf("XYZ");
-    if (!isAll) Rapid(Target(block));
+    if (!isAll) {
+        NotePlaces(block);
+        TellSettings(false);
+        Rapid(Target(block));
+    }
+    const bool wasPlaced = m_isPlaced;
     TRS274DPoint to = m_position;
-    for (std::size_t axis = 0; axis < to.size(); ++axis)
-        if (isAll || block.Has(LetterOf('X', axis))) to[axis] = m_references[which][axis];
+    for (std::size_t axis = 0; axis < to.size(); ++axis) {
+        if (!isAll && !block.Has(LetterOf('X', axis))) continue;
+        to[axis] = m_references[which][axis];
+        SetPlaced(axis, m_knowsReference[which]);
+    }
+    TellPlaces(wasPlaced);
+    TellSettings(false);
     Rapid(to);
 }
 

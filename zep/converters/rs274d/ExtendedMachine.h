@@ -34,8 +34,8 @@ public:
     /// answer tells: what such an arc itself tells goes in, what is to hold from here on comes out.
     using TCenterJudge = std::function<TRS274DCenters(TRS274DCenters)>;
     void SetCenterJudge(TCenterJudge judge) { m_judge = std::move(judge); }
-    /// A lathe runs the program: some cycles are others there.
-    void SetTurns(bool turns) { m_turns = turns; }
+    /// A lathe runs the program: some codes are others there, and F is a turn's.
+    void SetTurns(bool turns);
 
     /// What the block that ran last asks of the one who hands out blocks; told once.
     [[nodiscard]] TRS274DTransfer TakeTransfer() {
@@ -77,6 +77,7 @@ private:
     void NoteSettings(const TRS274DBlock& block);
     void SelectTool(double number);
     void SetFeedMode(TRS274DFeedMode mode);
+    void SetRetract(bool toInitial);
     void TurnSpindle(qint64 code);
     void ChangeTool(const TRS274DBlock& block);
     [[nodiscard]] double DwellOf(const TRS274DBlock& block) const;
@@ -86,6 +87,13 @@ private:
         if (m_hasNewSettings || m_settings.Drills != drills) TellNewSettings(drills);
     }
     void TellNewSettings(bool drills);
+    /// Before the moves of a block that has words of axes.
+    void NotePlaces(const TRS274DBlock& block) {
+        if (m_settings.Placed != TRS274DPlaced::Whole || m_plan.MachineFrame) FindPlaces(block);
+    }
+    void FindPlaces(const TRS274DBlock& block);
+    void SetPlaced(std::size_t axis, bool placed);
+    void TellPlaces(bool wasPlaced);
     void SetThreading(bool threads);
     void SetPitch(double pitch);
     /// @}
@@ -147,15 +155,19 @@ private:
 
     TPlan m_plan;
     double m_feed = 0, m_speed = 0; // F and S as programmed
-    TRS274DSettings m_settings, m_toldSettings;
+    TRS274DSettings m_settings{.Placed = TRS274DPlaced::Neither}, m_toldSettings;
     double m_selectedTool = 0, m_tool = 0;
     bool m_hasSelected = false; // a T was stated
     bool m_hasNewSettings = false;
     bool m_threads = false;
+    bool m_isSurfaceSpeed = false;
     double m_pitch = 0; // of the thread, millimetres
     TRS274DToolNames m_toolNames;
     TRS274DFrames m_frames;
     std::array<TRS274DPoint, 2> m_references{}; // of G28 and G30
+    std::array<bool, 2> m_knowsReference{};
+    std::array<bool, 3> m_placedAxes{}; // that the program has told the place of
+    bool m_isPlaced = false;            // all of them
     TRS274DCenters m_centers = TRS274DCenters::Unknown;
     bool m_centersFound = false; ///< absolute, which the program does not say
     TCenterJudge m_judge;

@@ -1,5 +1,6 @@
 #include <zep/converters/rs274d/ExtendedMachine.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ZEP {
@@ -23,6 +24,18 @@ void TRS274DExtendedMachine::SetFeedMode(TRS274DFeedMode mode) {
     m_hasNewSettings = true;
     m_settings.FeedMode = mode;
     m_settings.Feed = 0;
+}
+
+void TRS274DExtendedMachine::SetTurns(bool turns) {
+    m_turns = turns;
+    if (turns) SetFeedMode(TRS274DFeedMode::PerRevolution);
+}
+
+/// G98 and G99; on lathes they are what G94 and G95 are elsewhere.
+void TRS274DExtendedMachine::SetRetract(bool toInitial) {
+    m_returnToInitial = toInitial;
+    if (m_turns)
+        SetFeedMode(toInitial ? TRS274DFeedMode::PerMinute : TRS274DFeedMode::PerRevolution);
 }
 
 /// M13 and M14 turn the coolant on, too.
@@ -73,10 +86,40 @@ void TRS274DExtendedMachine::SetPitch(double pitch) {
     m_pitch = std::fmax(pitch, 0);
 }
 
+/// Where it cuts is taken for where it is drawn; what counts from where the tool is stays as it was.
+void TRS274DExtendedMachine::FindPlaces(const TRS274DBlock& block) {
+    const bool wasPlaced = m_isPlaced;
+    const TRS274DAxes axes = AxesOf(m_plane);
+    if (m_mode != mmQuick && !m_plan.MachineFrame) {
+        for (std::size_t axis = 0; axis < m_placedAxes.size(); ++axis) SetPlaced(axis, true);
+    } else if (m_plan.MachineFrame || !m_incremental) {
+        for (std::size_t axis = 0; axis < m_placedAxes.size(); ++axis)
+            if (block.Has(LetterOf('X', axis))) SetPlaced(axis, !m_plan.MachineFrame);
+        if (block.HasAnyOf("@^")) SetPlaced(0, true), SetPlaced(1, true);
+        if (m_isPolar && !m_plan.MachineFrame)
+            SetPlaced(axes.First, true), SetPlaced(axes.Second, true);
+    }
+    TellPlaces(wasPlaced);
+}
+
+void TRS274DExtendedMachine::SetPlaced(std::size_t axis, bool placed) {
+    m_placedAxes[axis] = placed;
+    m_isPlaced = std::ranges::all_of(m_placedAxes, std::identity());
+    m_hasNewSettings = true;
+}
+
+void TRS274DExtendedMachine::TellPlaces(bool wasPlaced) {
+    m_settings.Placed = !m_isPlaced ? TRS274DPlaced::Neither
+                        : wasPlaced ? TRS274DPlaced::Whole
+                                    : TRS274DPlaced::End;
+    m_hasNewSettings = true;
+}
+
 void TRS274DExtendedMachine::TellNewSettings(bool drills) {
     m_hasNewSettings = false;
     m_settings.Drills = drills;
     TRS274DSettings settings = m_settings;
+    if (m_isSurfaceSpeed) settings.SpindleSpeed = 0; // it depends on the place
     if (m_threads) {
         settings.FeedMode = TRS274DFeedMode::PerRevolution;
         if (!IsFanuc()) settings.Feed = m_pitch; // elsewhere F is the pitch

@@ -41,9 +41,7 @@ bool TRS274DRun::Go(const TProgress& progress) {
         const bool isThere = m_flow.Next(line);
         if (!isThere && m_flow.Depth() == 0) return true;
         if (m_flow.Taken() >= m_nextStep && progress && !TellProgress(progress)) return false;
-        const auto cost = static_cast<qint64>(1 + line.size() / CharactersOfBlock);
-        if (m_blocksLeft < cost || m_machine.Motions() > m_maxMotions) RefuseMore();
-        m_blocksLeft -= cost;
+        Spend(line.size());
         if (isThere)
             RunLine(line);
         else
@@ -55,6 +53,12 @@ bool TRS274DRun::Go(const TProgress& progress) {
 bool TRS274DRun::TellProgress(const TProgress& progress) {
     m_nextStep = m_flow.Taken() + ProgressStep;
     return progress(static_cast<qint64>(m_flow.Position()), m_size);
+}
+
+void TRS274DRun::Spend(std::size_t characters) {
+    const auto cost = static_cast<qint64>(1 + characters / CharactersOfBlock);
+    if (m_blocksLeft < cost || m_machine.Motions() > m_maxMotions) RefuseMore();
+    m_blocksLeft -= cost;
 }
 
 void TRS274DRun::RefuseMore() {

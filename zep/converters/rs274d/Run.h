@@ -27,6 +27,8 @@ private:
     void RunText(std::string_view text, const char* line);
     void RunWords();
     void RunStatement();
+    /// Counts a block of so many characters.
+    void Spend(std::size_t characters);
     /// The program asks for more than it may.
     [[noreturn]] void RefuseMore();
     void TellFault(TRS274DFault fault);
@@ -105,6 +107,7 @@ private:
     std::vector<double> m_values;
     TModalMacro m_modalMacro;
     std::string m_statementText; ///< behind THEN
+    int m_branches = 0;          ///< IF within IF, in one line
     TProgress m_progress;
     bool m_isCancelled = false;
     const qint64 m_size;

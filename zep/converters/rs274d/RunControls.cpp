@@ -9,7 +9,8 @@ bool TRS274DRun::RunControl(const char* line) {
     if (!block || block->Control == TRS274DControl::Unknown) return false;
     m_machine.StandAt(m_flow.Place());
     const int index = m_flow.Text().Words().IndexOf(line);
-    if (HasCounterpart(WordAt(index)))
+    const bool isListed = index != TControlWord::None; // one behind THEN is not
+    if (isListed && HasCounterpart(WordAt(index)))
         RunWord(index, *block);
     else
         m_machine.Fail(TPassed::UnmatchedControl,

@@ -1,5 +1,7 @@
 #include <zep/converters/rs274d/Run.h>
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <cmath>
 
@@ -41,6 +43,9 @@ double TRS274DRun::ConditionOf(const TRS274DMacroBlock& block) {
 
 void TRS274DRun::RunBranch(const TRS274DMacroBlock& block, const char* line) {
     if (ConditionOf(block) == 0) return;
+    if (m_branches == MaxRS274DExpressionDepth) return TellFault(TRS274DFault::TooDeep);
+    Spend(block.Rest.size());
+    const QScopedValueRollback nested(m_branches, m_branches + 1);
     m_statementText = block.Rest; // the block that it is a part of is read over
     RunText(m_statementText, line);
 }

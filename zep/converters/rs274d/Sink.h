@@ -48,6 +48,11 @@ enum class TRS274DFeedMode : std::uint8_t {
 
 enum class TRS274DSpindle : std::uint8_t { Stopped, Clockwise, CounterClockwise };
 
+/// Which ends of the moves that come the program tells. What only the machine knows is drawn as if
+/// it were 0: where the tool is before the program places it, the reference point, and what counts
+/// from the machine's own origin (G53).
+enum class TRS274DPlaced : std::uint8_t { Whole, End, Neither };
+
 /// What holds for the moves that come.
 struct TRS274DSettings {
     double Feed = 0; ///< millimetres a minute or a revolution, or moves a minute; 0: none stated
@@ -55,6 +60,7 @@ struct TRS274DSettings {
     TRS274DFeedMode FeedMode = TRS274DFeedMode::PerMinute;
     TRS274DSpindle Spindle = TRS274DSpindle::Stopped;
     bool Drills = false; ///< the moves are those of a drilling cycle
+    TRS274DPlaced Placed = TRS274DPlaced::Whole;
     bool operator==(const TRS274DSettings&) const = default;
 };
 

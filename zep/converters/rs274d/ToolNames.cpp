@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <string>
 
 namespace ZEP {
 
@@ -25,13 +26,35 @@ void DropSeparators(std::string_view& text, std::string_view separators = Separa
     text.remove_prefix(std::min(text.find_first_not_of(separators), text.size()));
 }
 
-/// Digits that no letter or digit follows; -1 where there are none.
+/// Digits with nothing behind them that makes a size of them, as in "10MM", "1/4" and "0.5"; -1
+/// where there are none.
 qint64 TakeNumber(std::string_view& text) {
     qint64 number = -1;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || number < 0) return -1;
     text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-    return text.empty() || !IsLetter(text[0]) ? number : -1;
+    if (text.empty()) return number;
+    const bool isDecimal = (text[0] == '.' || text[0] == ',') && text.size() > 1 && IsDigit(text[1]);
+    return isDecimal || IsLetter(text[0]) || text[0] == '/' ? -1 : number;
+}
+
+/// "TOOL 2: drill" and "TOOL 2 D=8" are of a list, "TOOL: 10 mm end mill" describes one.
+bool IsListed(std::string_view behindNumber) {
+    DropSeparators(behindNumber, " \t");
+    if (behindNumber.empty()) return false;
+    if (Separators.find(behindNumber[0]) != std::string_view::npos) return true;
+    return TakeWord(behindNumber, "D") &&
+           (TakeWord(behindNumber, "IA") || behindNumber.starts_with('='));
+}
+
+/// Up to the first character that is of no number; "8,5" is one, too.
+double NumberAt(std::string_view text) {
+    const std::size_t end = std::min(text.find_first_not_of("0123456789."), text.size());
+    const bool isComma = end + 1 < text.size() && text[end] == ',' && IsDigit(text[end + 1]);
+    if (!isComma) return end > 0 ? GetNumber(text.substr(0, end)) : 0;
+    std::string digits(text.substr(0, text.find_first_not_of("0123456789", end + 1)));
+    digits[end] = '.';
+    return GetNumber(digits);
 }
 
 double StatedDiameter(std::string_view name) {
@@ -40,9 +63,7 @@ double StatedDiameter(std::string_view name) {
         std::string_view rest = name.substr(i);
         if (!TakeWord(rest, "DIA.") && !TakeWord(rest, "DIA") && !TakeWord(rest, "D")) continue;
         DropSeparators(rest, " =:");
-        rest = rest.substr(0, rest.find_first_not_of("0123456789."));
-        const double value = rest.empty() ? 0 : GetNumber(rest);
-        if (value > 0) return value;
+        if (const double value = NumberAt(rest); value > 0) return value;
     }
     return 0;
 }
@@ -57,6 +78,7 @@ void TRS274DToolNames::Note(std::string_view comment, qint64 line) {
     m_lastLine = line;
     if (!isTool && !TakeWord(comment, "T")) return;
     const qint64 number = TakeNumber(comment);
+    if (isTool && !IsListed(comment)) return;
     DropSeparators(comment);
     if (number < 0 || comment.empty() || m_names.size() >= MaxRS274DTools) return;
     m_names.try_emplace(number, comment);

@@ -14,7 +14,7 @@ inline constexpr std::size_t MaxRS274DTools = 10'000;
 class TRS274DToolNames {
 public:
     /// A comment that stands alone in its line, or behind its number: "T1 D=6. CR=0. - flat end
-    /// mill" and "TOOL 1: drill" are of a list.
+    /// mill" and "TOOL 1: drill" are of a list, "TOOL: 10 mm drill" is of what comes next.
     void Note(std::string_view comment, qint64 line);
 
     /// \param ofBlock  the comment of the block that changes the tool; the best where it is there

@@ -52,6 +52,10 @@ TRS274DPoint ArcEnd(const TRS274DArc& arc, bool isEndAngle) {
     return AtAngle(arc, isEndAngle ? arc.EndAngle : arc.StartAngle);
 }
 
+bool TellsSize(const QString& name) {
+    return std::ranges::any_of(name, [](QChar c) { return c.isDigit(); });
+}
+
 bool IsFull(const TRS274DArc& arc) {
     return arc.StartAngle == arc.EndAngle;
 }
@@ -87,7 +91,8 @@ void TToolPath::Add(TKind kind, quint32 first, qint64 line, qint32 arc, double s
                                    .Arc = arc,
                                    .Rate = seconds,
                                    .Tool = m_tool,
-                                   .Kind = kind});
+                                   .Kind = kind,
+                                   .Placed = m_settings.Placed});
     const double length = LengthOf(move);
     if (kind != TKind::Rapid && kind != TKind::Dwell) NoteFeed(FeedFor(length));
     m_ends.push_back(Seconds() + SecondsOf(move, length));
@@ -156,12 +161,17 @@ void TToolPath::NextTool() {
 
 void TToolPath::ToolChange(const TRS274DTool& tool, qint64 /*line*/) {
     m_colors.Change(tool.Number);
+    const QString name = QString::fromUtf8(tool.Name.data(), qsizetype(tool.Name.size()));
     if (const auto known = m_numbered.find(tool.Number); known != m_numbered.end()) {
         m_tool = known->second;
+        TPathTool& present = m_tools[m_tool];
+        if (present.Diameter > 0 || TellsSize(present.Name) || !TellsSize(name)) return;
+        present.Name = name; // the first one was an operation, or nothing
+        present.Diameter = tool.Diameter;
         return;
     }
     AddTool({.Number = tool.Number,
-             .Name = QString::fromUtf8(tool.Name.data(), static_cast<qsizetype>(tool.Name.size())),
+             .Name = name,
              .Diameter = tool.Diameter,
              .Color = m_colors.Current()});
     if (tool.Number >= 0) m_numbered.try_emplace(tool.Number, m_tool);
@@ -204,7 +214,8 @@ TToolMove TToolPath::Move(int index) const {
             .Feed = move.Kind == TKind::Dwell ? 0 : move.Rate,
             .Length = LengthOf(move),
             .Begin = place > 0 ? m_ends[place - 1] : 0,
-            .End = m_ends[place]};
+            .End = m_ends[place],
+            .Placed = move.Placed};
 }
 
 const TRS274DArc* TToolPath::ArcOf(int index) const {
@@ -238,7 +249,7 @@ TZEPBounds TToolPath::BoundsOf(int index) const {
 
 TRS274DPoint TToolPath::PointOf(int index, double fraction) const {
     const TMove& move = m_moves[static_cast<std::size_t>(index)];
-    if (fraction <= 0 || move.First == move.Last) return m_points[move.First];
+    if (!(fraction > 0) || move.First == move.Last) return m_points[move.First];
     if (fraction >= 1) return m_points[move.Last];
     if (move.Arc > NoArc) return PointOnArc(move, fraction);
     // Points of a curve are as far apart from each other in its turn.

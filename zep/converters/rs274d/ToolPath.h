@@ -32,6 +32,7 @@ struct TToolMove {
     double Feed;           ///< millimetres a minute; 0 where none is known, and of a dwell
     double Length;         ///< along the way
     double Begin, End;
+    TRS274DPlaced Placed; ///< which ends the program tells
 };
 
 /// A tool of a path.
@@ -125,6 +126,7 @@ private:
         double Rate = 0;    ///< feed, or the seconds of a dwell
         quint16 Tool = 0;
         TToolMoveKind Kind;
+        TRS274DPlaced Placed = TRS274DPlaced::Whole;
     };
 
     /// \return the number of a point that lies there: the last one, or a new one

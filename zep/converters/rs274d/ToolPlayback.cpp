@@ -88,7 +88,7 @@ void TToolPlayback::Play() {
     if (m_count == 0) return;
     const QPointer<TToolPlayback> alive(this);
     if (IsAtEnd()) Set({0, 0});
-    if (alive) SetPlaying(true);
+    if (alive && m_count > 0) SetPlaying(true); // who hears of it may take the path away
 }
 
 void TToolPlayback::Pause() {
@@ -118,12 +118,12 @@ void TToolPlayback::Advance(double seconds) {
 }
 
 void TToolPlayback::Seek(double time) {
-    if (m_count > 0) Set(PlaceAt(std::max(time, 0.0)));
+    if (m_count > 0) Set(PlaceAt(time > 0 ? time : 0));
 }
 
 void TToolPlayback::SeekMove(int move, double fraction) {
     if (m_count == 0) return;
-    Set({std::clamp(move, 0, m_count - 1), std::clamp(fraction, 0.0, 1.0)});
+    Set({std::clamp(move, 0, m_count - 1), fraction > 0 ? std::min(fraction, 1.0) : 0});
 }
 
 void TToolPlayback::SeekToolChange(bool forward) {
