@@ -1,5 +1,5 @@
 %
-(Surface raster 60 x 60 mm, ball end mill: z = 6 sin(x/9) cos(y/11) + 4 exp(-((x-30)^2 + (y-30)^2) / 150))
+(Surface raster 60 x 60 mm, ball end mill)
 G21 G17 G90 G54
 S18000 M3
 G0 X0 Y0

@@ -35,16 +35,18 @@ QCheckBox* Box(const QString& text, bool checked) {
 template <class Spin>
 Spin* Number(QCheckBox* box) {
     auto* spin = new Spin;
-    spin->setFocusPolicy(Qt::ClickFocus);
+    spin->setFocusPolicy(Qt::StrongFocus);
     spin->setKeyboardTracking(false);
     spin->setEnabled(false);
     QObject::connect(box, &QCheckBox::toggled, spin, &QWidget::setEnabled);
     return spin;
 }
 
+/// \param keeps  values within the range
 template <class Spin, class Value>
-void SetRange(Spin* low, Spin* high, Value least, Value most) {
+void SetRange(Spin* low, Spin* high, Value least, Value most, bool keeps) {
     for (Spin* spin : {low, high}) spin->setRange(least, most);
+    if (keeps) return;
     low->setValue(least);
     high->setValue(most);
 }
@@ -107,18 +109,19 @@ void TMoveFilterBox::ShowCounts(const TToolPathStatistics& statistics) {
             KindName(kind), QLocale().toString(statistics.MovesByKind[kind])));
 }
 
-void TMoveFilterBox::SetProgram(const TToolPath& path, const TToolPathStatistics& statistics) {
-    ShowAll();
+void TMoveFilterBox::SetProgram(const TToolPath& path, const TToolPathStatistics& statistics,
+                                bool keeps) {
+    if (!keeps) ShowAll();
     SetTimes(path, statistics);
     ShowCounts(statistics);
     qint64 lastLine = 1;
     for (int i = 0; i < path.Count(); ++i) lastLine = std::max(lastLine, path.Move(i).Line);
-    SetRange(m_firstLine, m_lastLine, 1, static_cast<int>(lastLine));
+    SetRange(m_firstLine, m_lastLine, 1, static_cast<int>(lastLine), keeps && m_lines->isChecked());
     const TZEPBounds bounds = statistics.Bounds.value_or(TZEPBounds{});
     const auto within = [](double z) { return std::clamp(z, -FarthestZ, FarthestZ); };
     // Rounded outwards, so that the whole range shows all.
     SetRange(m_lowZ, m_highZ, std::floor(within(bounds.Min[2]) * 1000) / 1000,
-             std::ceil(within(bounds.Max[2]) * 1000) / 1000);
+             std::ceil(within(bounds.Max[2]) * 1000) / 1000, keeps && m_z->isChecked());
     m_changes->stop();
 }
 

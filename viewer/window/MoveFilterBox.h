@@ -24,8 +24,8 @@ class TMoveFilterBox : public QGroupBox {
 public:
     explicit TMoveFilterBox(QWidget* parent = nullptr);
 
-    /// All is shown then.
-    void SetProgram(const TToolPath& path, const TToolPathStatistics& statistics);
+    /// \param keeps  what is chosen; else all is shown then
+    void SetProgram(const TToolPath& path, const TToolPathStatistics& statistics, bool keeps);
     /// Times have changed.
     void SetTimes(const TToolPath& path, const TToolPathStatistics& statistics);
     [[nodiscard]] TMoveFilter Filter() const;

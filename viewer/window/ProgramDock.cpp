@@ -100,7 +100,10 @@ void TProgramDock::FollowProgram() {
     m_path->SetRapidRate(m_rate->value());
     const TToolPathStatistics statistics = StatisticsOf(*m_path);
     m_facts->setText(TableOf(FactsOf(statistics)));
-    m_filter->SetProgram(*m_path, statistics);
+    const bool isSame = !program->Text.isEmpty() && program->Text == m_file;
+    m_file = program->Text;
+    m_filter->SetProgram(*m_path, statistics, isSame);
+    if (isSame) ApplyFilter();
 }
 
 void TProgramDock::SetRapidRate(double rate) {

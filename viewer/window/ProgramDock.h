@@ -42,6 +42,7 @@ private:
     TMoveFilterBox* m_filter;
     std::shared_ptr<TToolPath> m_path; ///< null: none is known
     QPointer<TZEPBatch> m_root;        ///< of the moves
+    QString m_file;                    ///< of the path
 };
 
 } // namespace ZEP

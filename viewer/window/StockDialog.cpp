@@ -56,10 +56,10 @@ TStockDialog::TStockDialog(QWidget* parent, TStockView* view)
     layout->addWidget(m_tools);
     AddRapidCuts(*layout);
     AddButtons(*layout);
-    connect(m_view, &TStockView::PathChanged, this, &TStockDialog::Guess);
+    connect(m_view, &TStockView::PathChanged, this, &TStockDialog::TakeProgram);
     connect(m_view, &TStockView::Progressed, this, &TStockDialog::ShowState);
     connect(m_view, &TStockView::ShownChanged, this, &TStockDialog::ShowState);
-    Guess();
+    TakeProgram();
 }
 
 void TStockDialog::AddSizes(QFormLayout& form) {
@@ -105,24 +105,35 @@ void TStockDialog::AddButtons(QLayout& layout) {
         qobject_cast<QPushButton*>(button)->setAutoDefault(false);
     m_cut->setDefault(true);
     connect(m_cut, &QPushButton::clicked, this, &TStockDialog::Cut);
-    connect(m_remove, &QPushButton::clicked, m_view, &TStockView::Remove);
+    connect(m_remove, &QPushButton::clicked, this, &TStockDialog::Remove);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout.addWidget(buttons);
 }
 
-void TStockDialog::Guess() {
+void TStockDialog::TakeProgram() {
     const TToolPath* path = m_view->Path().get();
-    m_tools->SetPath(path);
     m_cut->setEnabled(path != nullptr);
-    if (const auto block = path ? GuessBlock(*path, m_tools->Tools()) : std::nullopt) {
-        for (std::size_t k = 0; k < 3; ++k) {
-            m_min[k]->setValue(block->Min[k]);
-            m_max[k]->setValue(block->Max[k]);
-        }
-        m_cell->setValue(block->Cell);
-    }
+    if (!path) return ShowState();
+    const bool isSame = m_view->Program() == m_program;
+    m_program = m_view->Program();
+    m_tools->SetPath(path, isSame);
+    if (!isSame || Block() == m_guessed) GuessBlock(*path);
     ShowCells();
     ShowState();
+    m_isCut = m_isCut && isSame && TryCut().isEmpty();
+}
+
+void TStockDialog::GuessBlock(const TToolPath& path) {
+    if (const auto block = ZEP::GuessBlock(path, m_tools->Tools())) SetBlock(*block);
+    m_guessed = Block();
+}
+
+void TStockDialog::SetBlock(const TStockBlock& block) {
+    for (std::size_t k = 0; k < 3; ++k) {
+        m_min[k]->setValue(block.Min[k]);
+        m_max[k]->setValue(block.Max[k]);
+    }
+    m_cell->setValue(block.Cell);
 }
 
 TStockBlock TStockDialog::Block() const {
@@ -135,12 +146,24 @@ TStockBlock TStockDialog::Block() const {
     return block;
 }
 
-void TStockDialog::Cut() {
+QString TStockDialog::TryCut() {
     try {
         m_view->Cut(Block(), m_tools->Tools());
     } catch (const Exception& error) {
-        QMessageBox::warning(this, windowTitle(), error.Message());
+        return error.Message();
     }
+    return {};
+}
+
+void TStockDialog::Cut() {
+    const QString error = TryCut();
+    if (!error.isEmpty()) return static_cast<void>(QMessageBox::warning(this, windowTitle(), error));
+    m_isCut = true;
+}
+
+void TStockDialog::Remove() {
+    m_isCut = false;
+    m_view->Remove();
 }
 
 void TStockDialog::ShowState() {

@@ -17,6 +17,7 @@ namespace ZEP {
 
 class TStockTools;
 class TStockView;
+class TToolPath;
 struct TRapidCut;
 
 /// Asks for the block that a program cuts and for its tools, as they are guessed at first, and
@@ -35,9 +36,16 @@ private:
     void AddRapidCuts(QLayout& layout);
     void AddButtons(QLayout& layout);
     [[nodiscard]] TStockBlock Block() const;
-    /// Another program is shown.
-    void Guess();
+    /// Another program is shown, or the same one anew: what the user has chosen for it stays, and
+    /// what was cut is cut again.
+    void TakeProgram();
+    /// What is as it was guessed is guessed anew.
+    void GuessBlock(const TToolPath& path);
+    void SetBlock(const TStockBlock& block);
+    /// What was wrong; nothing where it is cut.
+    QString TryCut();
     void Cut();
+    void Remove();
     void ShowState();
     void ListRapidCuts(const std::vector<TRapidCut>& cuts);
     void ShowCells();
@@ -51,6 +59,9 @@ private:
     QTreeWidget* m_rapidCuts = nullptr;
     QPushButton* m_cut = nullptr;
     QPushButton* m_remove = nullptr;
+    QString m_program;
+    TStockBlock m_guessed{}; ///< as the boxes show it
+    bool m_isCut = false;    ///< as far as the user has asked
 };
 
 } // namespace ZEP

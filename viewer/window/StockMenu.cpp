@@ -8,6 +8,7 @@
 
 #include <QMainWindow>
 #include <QMenu>
+#include <QStatusBar>
 
 namespace ZEP {
 
@@ -21,6 +22,7 @@ TStockMenu::TStockMenu(QMainWindow* window, TPlayback* playback, TSourceDock* so
     connect(source, &TSourceDock::ProgramChanged, this, &TStockMenu::TakeProgram);
     connect(playback, &TPlayback::StatusChanged, this, &TStockMenu::Follow);
     connect(m_view, &TStockView::ShownChanged, this, &TStockMenu::ShownChanged);
+    connect(m_view, &TStockView::Progressed, this, &TStockMenu::ShowProgress);
 }
 
 TStockMenu::~TStockMenu() {
@@ -42,13 +44,23 @@ void TStockMenu::TakeProgram() {
     const TProgram* program = m_source->Program();
     const TToolPath* played = m_playback->Player().Path();
     // What is not played is not that of the objects any more.
-    m_view->SetPath(program && program->Path.get() == played ? program->Path : nullptr);
+    if (program && program->Path.get() == played)
+        m_view->SetPath(program->Path, program->Text);
+    else
+        m_view->SetPath(nullptr, {});
     Follow();
 }
 
 void TStockMenu::Follow() {
     const auto place = m_playback->Place();
     m_view->Show(place ? place->Move : -1, place ? place->Part : 1);
+}
+
+void TStockMenu::ShowProgress() {
+    constexpr int shownFor = 1500; // ms
+    const int percent = qRound(m_view->Progress() * 100);
+    m_window->statusBar()->showMessage(
+        QStringLiteral("The program cuts its stock, as a whole first: %1 %").arg(percent), shownFor);
 }
 
 void TStockMenu::GoTo(int move) {

@@ -30,6 +30,7 @@ private:
     void ShowDialog();
     void TakeProgram();
     void Follow();
+    void ShowProgress();
     /// A move that cuts in rapid.
     void GoTo(int move);
 

@@ -57,15 +57,27 @@ TStockTools::TStockTools(QWidget* parent) : QTableWidget(0, ColumnCount, parent)
     setSizeAdjustPolicy(AdjustToContents);
 }
 
-void TStockTools::SetPath(const TToolPath* path) {
+void TStockTools::KeepChanged() {
+    const std::vector<TStockTool> tools = Tools();
+    for (const std::size_t tool : m_rows)
+        if (tools[tool] != m_guessed[tool]) m_changed[m_numbers[tool]] = tools[tool];
+}
+
+void TStockTools::SetPath(const TToolPath* path, bool keeps) {
+    if (keeps)
+        KeepChanged();
+    else
+        m_changed.clear();
     setRowCount(0);
     m_rows.clear();
     m_guessed.clear();
+    m_numbers.clear();
     if (!path) return;
     const std::vector<TPathSums> sums = StatisticsOf(*path).ByTool;
     for (std::size_t i = 0; i < path->Tools().size(); ++i) {
         const auto [guess, knowsDiameter] = GuessTool(path->Tools()[i]);
         m_guessed.push_back(guess);
+        m_numbers.push_back(path->Tools()[i].Number);
         if (sums[i].Moves > 0 && m_rows.size() < MostRows)
             AddRow(i, NameOf(path->Tools()[i]) +
                           (knowsDiameter ? QString() : QStringLiteral(" (diameter not stated)")));
@@ -75,7 +87,8 @@ void TStockTools::SetPath(const TToolPath* path) {
 
 void TStockTools::AddRow(std::size_t tool, const QString& name) {
     const int row = rowCount();
-    const TStockTool& guess = m_guessed[tool];
+    const auto changed = m_changed.find(m_numbers[tool]);
+    const TStockTool& shown = changed != m_changed.end() ? changed->second : m_guessed[tool];
     const QString unit = QStringLiteral(" mm");
     insertRow(row);
     m_rows.push_back(tool);
@@ -83,13 +96,13 @@ void TStockTools::AddRow(std::size_t tool, const QString& name) {
     item->setFlags(Qt::ItemIsEnabled);
     item->setToolTip(name);
     setItem(row, NameColumn, item);
-    auto* shape = ShapeBox(guess.Shape);
-    auto* corner = NumberBox(0.001, TStockTool::MaxDiameter / 2, guess.CornerRadius, unit);
-    auto* angle = NumberBox(1, 179, guess.Angle, QStringLiteral("\u00b0"));
+    auto* shape = ShapeBox(shown.Shape);
+    auto* corner = NumberBox(0.001, TStockTool::MaxDiameter / 2, shown.CornerRadius, unit);
+    auto* angle = NumberBox(1, 179, shown.Angle, QStringLiteral("\u00b0"));
     setCellWidget(row, ShapeColumn, shape);
     setCellWidget(
         row, DiameterColumn,
-        NumberBox(TStockTool::MinDiameter, TStockTool::MaxDiameter, guess.Diameter, unit));
+        NumberBox(TStockTool::MinDiameter, TStockTool::MaxDiameter, shown.Diameter, unit));
     setCellWidget(row, CornerColumn, corner);
     setCellWidget(row, AngleColumn, angle);
     const auto enable = [corner, angle](int chosen) {

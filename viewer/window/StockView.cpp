@@ -4,14 +4,18 @@
 #include <zep/scene/Scene.h>
 #include <zep/stock/Workpiece.h>
 
+#include <algorithm>
+#include <utility>
+
 namespace ZEP {
 
 namespace {
 
 /// The window answers in between.
 constexpr std::chrono::milliseconds Slice(40);
-/// The first cut is seen to go on; drawing it takes time from it.
-constexpr int SeenEach = 250; // ms
+/// The first cut is seen to go on; drawing it takes so much of the time at most.
+constexpr qint64 SeenEach = 250; // ms
+constexpr qint64 PartsOfTime = 5;
 
 } // namespace
 
@@ -23,10 +27,11 @@ TStockView::~TStockView() {
     delete m_workpiece;
 }
 
-void TStockView::SetPath(std::shared_ptr<const TToolPath> path) {
+void TStockView::SetPath(std::shared_ptr<const TToolPath> path, const QString& program) {
     if (path == m_path) return;
     Remove();
     m_path = std::move(path);
+    if (m_path) m_program = program;
     m_move = -1;
     m_part = 1;
     Q_EMIT PathChanged();
@@ -68,6 +73,7 @@ void TStockView::Show(int move, double part) {
 }
 
 void TStockView::CutOn() {
+    if (std::exchange(m_isSeen, false)) m_seeing = m_sinceSeen.elapsed();
     const bool goesToEnd = !m_isWhole || m_move < 0;
     const bool isPart = !goesToEnd && m_part < 1;
     const int moves = goesToEnd ? m_run->Count() : m_move + (isPart ? 0 : 1);
@@ -83,10 +89,11 @@ void TStockView::CutOn() {
 }
 
 void TStockView::Refresh(bool atOnce) {
-    if (!m_workpiece || (!atOnce && m_sinceSeen.isValid() && m_sinceSeen.elapsed() < SeenEach))
-        return;
+    const qint64 apart = std::max(SeenEach, PartsOfTime * m_seeing);
+    if (!m_workpiece || (!atOnce && m_sinceSeen.isValid() && m_sinceSeen.elapsed() < apart)) return;
     m_workpiece->Refresh();
     m_sinceSeen.start();
+    m_isSeen = true;
 }
 
 std::vector<TRapidCut> TStockView::RapidCuts() const {

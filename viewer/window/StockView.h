@@ -23,7 +23,10 @@ public:
     ~TStockView() override;
 
     /// The path of the program that is shown; null: none. Another one takes the block away.
-    void SetPath(std::shared_ptr<const TToolPath> path);
+    /// \param program  its file
+    void SetPath(std::shared_ptr<const TToolPath> path, const QString& program);
+    /// The file of the path, or of the one before.
+    [[nodiscard]] const QString& Program() const { return m_program; }
     [[nodiscard]] const std::shared_ptr<const TToolPath>& Path() const { return m_path; }
     /// Shows a block and cuts it. Raises `Exception` for one that cannot be, or for such tools;
     /// what was shown then stays.
@@ -54,11 +57,14 @@ private:
 
     QPointer<TZEPScene> m_scene;
     std::shared_ptr<const TToolPath> m_path;
+    QString m_program;
     std::shared_ptr<TStock> m_stock;
     std::unique_ptr<TStockRun> m_run;
     QPointer<TZEPWorkpiece> m_workpiece;
     QTimer m_timer;
     QElapsedTimer m_sinceSeen;
+    qint64 m_seeing = 0; ///< ms that the last picture took
+    bool m_isSeen = false;
     int m_move = -1;
     double m_part = 1;
     bool m_isWhole = false;

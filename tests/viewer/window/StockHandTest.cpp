@@ -114,6 +114,22 @@ TEST_F(StockWindow, WhatCannotBeCutIsToldAndWhatIsShownStays) {
     EXPECT_TRUE(View().IsWhole());
 }
 
+TEST_F(StockWindow, AProgramThatIsReadAnewIsCutAsBefore) {
+    auto& tools = *m_dialog->findChild<TStockTools*>();
+    const auto boxes = [&tools] { return tools.findChildren<QDoubleSpinBox*>(); };
+    m_dialog->findChildren<QDoubleSpinBox*>()[2]->setValue(-7); // the lowest z
+    boxes()[0]->setValue(6);
+    Cut();
+    Put("a.nc", Groove + "G1 Y10\n");
+    m_window->OpenFiles({Path("a.nc")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return View().IsShown() && View().IsWhole(); }, 5000));
+    EXPECT_EQ(Workpiece()->Stock()->Min()[2], -7);
+    EXPECT_EQ(tools.Tools()[1].Diameter, 6);
+    m_window->OpenFiles({Put("b.nc", Groove)});
+    EXPECT_FALSE(View().IsShown());
+    EXPECT_EQ(tools.Tools()[1].Diameter, 4);
+}
+
 TEST_F(StockWindow, WhateverHappensWhileItIsCutIsSafe) {
     QByteArray loops = "T1 M6 (D=8 ball)\nG1 F100 Z-2\n";
     for (int i = 0; i < 700; ++i)
