@@ -178,7 +178,7 @@ TEST(Stock, RapidsBetweenPlacesThatTheProgramTellsCutAsAWhole) {
         double Depth; ///< of the only one; 0: none
     } const rows[] = {
         {"G0X10Y10Z5\nG0Z-8\n", 7.99},
-        {"G0Z-1\nX10Y10\n", 0.99},  // where it comes to
+        {"G0Z-1\nX10Y10\n", 0.99}, // where it comes to
         {"G0Z2\nX10Y10\nZ1\n", 0}, // not on the way from where the tool was
         {"G0X10Y10Z5\nG91G28Z0\nG90G0X15\nZ5\n", 0},
         {"G0X10Y10Z5\nG53G0Z-5\nG0Z5\n", 0},

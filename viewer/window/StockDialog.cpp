@@ -157,7 +157,8 @@ QString TStockDialog::TryCut() {
 
 void TStockDialog::Cut() {
     const QString error = TryCut();
-    if (!error.isEmpty()) return static_cast<void>(QMessageBox::warning(this, windowTitle(), error));
+    if (!error.isEmpty())
+        return static_cast<void>(QMessageBox::warning(this, windowTitle(), error));
     m_isCut = true;
 }
 

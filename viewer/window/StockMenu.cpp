@@ -60,7 +60,8 @@ void TStockMenu::ShowProgress() {
     constexpr int shownFor = 1500; // ms
     const int percent = qRound(m_view->Progress() * 100);
     m_window->statusBar()->showMessage(
-        QStringLiteral("The program cuts its stock, as a whole first: %1 %").arg(percent), shownFor);
+        QStringLiteral("The program cuts its stock, as a whole first: %1 %").arg(percent),
+        shownFor);
 }
 
 void TStockMenu::GoTo(int move) {

@@ -85,8 +85,7 @@ void TStockRun::Restore(const TKept& kept) {
 
 /// The parts of a way down cut one below the other: only as a whole do they tell how deep it is.
 void TStockRun::CutPart(double part) {
-    if (m_part == 0 && m_done >= m_furthest &&
-        m_path.Move(m_done).Kind == TToolMoveKind::Rapid) {
+    if (m_part == 0 && m_done >= m_furthest && m_path.Move(m_done).Kind == TToolMoveKind::Rapid) {
         const auto before = m_stock.State();
         NoteRapid(CutMove(m_done, 1));
         m_stock.SetState(before);

@@ -86,7 +86,8 @@ void TRS274DExtendedMachine::SetPitch(double pitch) {
     m_pitch = std::fmax(pitch, 0);
 }
 
-/// Where it cuts is taken for where it is drawn; what counts from where the tool is stays as it was.
+/// Where it cuts is taken for where it is drawn; what counts from where the tool is stays as it
+/// was.
 void TRS274DExtendedMachine::FindPlaces(const TRS274DBlock& block) {
     const bool wasPlaced = m_isPlaced;
     const TRS274DAxes axes = AxesOf(m_plane);

@@ -34,7 +34,8 @@ qint64 TakeNumber(std::string_view& text) {
     if (error != std::errc() || number < 0) return -1;
     text.remove_prefix(static_cast<std::size_t>(end - text.data()));
     if (text.empty()) return number;
-    const bool isDecimal = (text[0] == '.' || text[0] == ',') && text.size() > 1 && IsDigit(text[1]);
+    const bool isDecimal =
+        (text[0] == '.' || text[0] == ',') && text.size() > 1 && IsDigit(text[1]);
     return isDecimal || IsLetter(text[0]) || text[0] == '/' ? -1 : number;
 }
 
