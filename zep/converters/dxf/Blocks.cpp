@@ -8,7 +8,8 @@ namespace ZEP {
 
 namespace {
 
-constexpr int ExternalFlags = 4 | 8;
+constexpr int OverlayFlag = 8;
+constexpr int ExternalFlags = 4 | OverlayFlag;
 
 } // namespace
 
@@ -30,11 +31,12 @@ void TDXFBlocks::ReadBlock(TDXFTags& tags, const TDXFTextDecoder& text) {
         if (value == "ENDBLK" || value == "BLOCK" || IsDXFSectionMark(value)) break;
     }
     if (tags.Code() == 0) tags.go_back_to_last();
-    if (record.Flag(70, ExternalFlags)) return;
+    const bool isOther = record.Flag(70, ExternalFlags);
     const std::string_view name = record.Text(2);
-    m_byName.try_emplace(FoldedDXFName(name),
-                         TDXFBlock{text.Decode(name), begin, tags.Position().Offset - begin.Offset,
-                                   record.Point(10)});
+    TDXFBlock block{text.Decode(name), begin,   tags.Position().Offset - begin.Offset,
+                    record.Point(10),  isOther, record.Flag(70, OverlayFlag)};
+    if (isOther) block.File = text.Decode(record.Text(1));
+    m_byName.try_emplace(FoldedDXFName(name), std::move(block));
 }
 
 const TDXFBlock* TDXFBlocks::Find(std::string_view name) const {

@@ -15,16 +15,18 @@ class TDXFTextDecoder;
 /// for each insertion.
 struct TDXFBlock {
     QString Name;
-    TDXFPosition Begin;   ///< of its first entity
-    std::size_t Size = 0; ///< bytes of its entities
-    TGLArrayd3 Base{};    ///< the point of it that lies where it is inserted
+    TDXFPosition Begin;     ///< of its first entity
+    std::size_t Size = 0;   ///< bytes of its entities
+    TGLArrayd3 Base{};      ///< the point of it that lies where it is inserted
+    bool IsOther = false;   ///< it lies in another file
+    bool IsOverlay = false; ///< and is not shown where the drawing is itself in another one
+    QString File{};         ///< as the drawing names that
 };
 
 /// Where the blocks of a drawing are.
 class TDXFBlocks {
 public:
     /// Reads a section of blocks, whose name was taken last. Of blocks of one name the first holds.
-    /// Those that lie in other files (external references) are left out.
     void Read(TDXFTags& tags, const TDXFTextDecoder& text);
 
     /// By a name as it stands in the text, without regard to the case of ASCII letters; null where

@@ -14,56 +14,23 @@ namespace ZEP {
 struct TDXFBulgeVertex;
 struct TDXFChain;
 
-/// What inserted blocks and curves may cost: a small file can name a block a million times, and
-/// blocks in it, and a curve has many points for one that is written down.
-class TDXFLimits {
+/// Inserts blocks.
+class TDXFInserter {
 public:
-    /// That are read again for blocks, which takes time.
-    static constexpr qint64 MaxBytes = 1LL << 30;
-    /// Memory of an object with its transform, and of a point of a curve.
-    static constexpr qint64 ObjectBytes = 896;
-    static constexpr qint64 PointBytes = 56;
+    /// \param record  whose layer and look the block gets
+    /// \return false where there is no such block. What else keeps it away is counted
+    virtual bool InsertNamed(TDXFScope& scope, const TDXFRecord& record, std::string_view name,
+                             const TDXFInsertion& insertion) = 0;
 
-    /// \param budget  outlives this
-    explicit TDXFLimits(TReadBudget& budget) : m_budget(budget) {}
-
-    /// \name False where the limit is exceeded
-    /// @{
-    /// An object of a block, and then no more of blocks.
-    bool TakeObject(std::size_t points) {
-        m_reached = m_reached || !Take(ObjectBytes, points);
-        return !m_reached;
-    }
-    /// \param bytes  that are read for it
-    bool TakeInsertion(std::size_t bytes) {
-        m_bytes -= static_cast<qint64>(bytes);
-        m_reached = m_reached || m_bytes < 0;
-        return TakeObject(0);
-    }
-    /// The points of a curve outside of blocks.
-    bool TakePoints(std::size_t points) { return Take(0, points); }
-    /// @}
-    [[nodiscard]] bool AreReached() const { return m_reached; }
-    /// Points that a curve can still have.
-    [[nodiscard]] std::size_t PointsLeft() const {
-        return static_cast<std::size_t>(m_budget.Left() / PointBytes);
-    }
-
-private:
-    [[nodiscard]] bool Take(qint64 bytes, std::size_t points) {
-        return m_budget.Take(bytes + PointBytes * static_cast<qint64>(points));
-    }
-
-    TReadBudget& m_budget;
-    qint64 m_bytes = MaxBytes;
-    bool m_reached = false;
+protected:
+    ~TDXFInserter() = default;
 };
 
 /// Makes the objects of entities in one scope.
 class TDXFBuilder {
 public:
-    TDXFBuilder(TDXFDrawing& drawing, TDXFScope& scope, TDXFLimits& limits)
-        : Drawing(drawing), Scope(scope), m_limits(limits) {}
+    TDXFBuilder(TDXFDrawing& drawing, TDXFScope& scope, TDXFLimits& limits, TDXFInserter& inserter)
+        : Drawing(drawing), Scope(scope), m_limits(limits), m_inserter(inserter) {}
 
     TDXFDrawing& Drawing;
     TDXFScope& Scope;
@@ -74,16 +41,20 @@ public:
     template <class T, class Fill>
     void Add(const TDXFRecord& record, std::size_t points, Fill&& fill) {
         TZEPObject* layer = Scope.LayerOf(record);
-        if (!layer) return Pass(record, TDXFReport::TReason::NoLayer);
-        if (Scope.IsInBlock() && !m_limits.TakeObject(points)) return;
-        if (!Scope.IsInBlock() && !m_limits.TakePoints(points))
-            return Pass(record, TDXFReport::TReason::TooMany);
+        T* object = Make<T>(record, layer, points);
+        if (!object) return;
+        fill(*object);
+        Place(object, Scope.ParentOn(layer), Drawing.Root);
+    }
+    /// The same without a parent. \return null where it cannot be, which is counted
+    template <class T>
+    T* Make(const TDXFRecord& record, TZEPObject* layer, std::size_t points) {
+        if (!MayMake(record, layer, points)) return nullptr;
         auto* object = new T(&Drawing.Root);
         object->SetColor(Scope.ColorOf(record, *layer));
         if (Drawing.Weights.AreShown) Widen(*object, Scope.WeightOf(record, *layer));
         if (record.Integer(60) != 0 || Scope.IsHidden()) object->SetVisible(false);
-        fill(*object);
-        Place(object, Scope.ParentOn(layer), Drawing.Root);
+        return object;
     }
 
     /// A polyline along the chain, which lies in `frame`; one of too few points is counted as
@@ -107,6 +78,11 @@ public:
     void AddFilled(const TDXFRecord& record, const TContours& contours, TFillRule rule,
                    const TGLMatrixd4& frame, const std::optional<TColor>& color = {});
 
+    /// The block of that name, in the look of the entity. \return false where there is none
+    bool Insert(const TDXFRecord& record, std::string_view name, const TDXFInsertion& insertion) {
+        return m_inserter.InsertNamed(Scope, record, name, insertion);
+    }
+
     /// Points that a curve can still have.
     [[nodiscard]] std::size_t PointsLeft() const { return m_limits.PointsLeft(); }
     /// Counts an entity that is passed over.
@@ -114,18 +90,23 @@ public:
         Drawing.Report.Add(record.Kind(), reason, record.Line());
     }
 
+    /// Null for what is solid.
+    [[nodiscard]] const TDXFLineType* LineTypeOf(const TDXFRecord& record);
+
 private:
     static constexpr int ThicknessCode = 39;
 
+    [[nodiscard]] bool MayMake(const TDXFRecord& record, const TZEPObject* layer,
+                               std::size_t points);
     static void Widen(TZEPObject& object, int weight);
     void AddWide(const TDXFRecord& record, std::span<const TDXFBulgeVertex> vertexes, bool closed,
                  const TGLMatrixd4& frame);
     void AddPolyline(const TDXFRecord& record, const TDXFChain& chain, bool runsOn);
-    [[nodiscard]] const TDXFLineType* LineTypeOf(const TDXFRecord& record);
     [[nodiscard]] std::shared_ptr<const TZEPDashPattern> PatternOf(const TDXFRecord& record,
                                                                    const TDXFChain& chain);
 
     TDXFLimits& m_limits;
+    TDXFInserter& m_inserter;
 };
 
 /// Makes what an entity shows. It is read to its end; what belongs to it (the vertexes of a
@@ -151,9 +132,32 @@ void AddDXFText(TDXFBuilder& builder, const TDXFRecord& record);
 void AddDXFLines(TDXFBuilder& builder, const TDXFRecord& record);
 /// POLYLINE: a chain, a mesh of rows and columns, or faces.
 void AddDXFPolyline(TDXFBuilder& builder, const TDXFRecord& record);
+/// XLINE and RAY.
+void AddDXFEndlessLine(TDXFBuilder& builder, const TDXFRecord& record);
 /// HATCH: an area or the lines of its pattern.
 void AddDXFHatch(TDXFBuilder& builder, const TDXFRecord& record);
+void AddDXFLeader(TDXFBuilder& builder, const TDXFRecord& record);
+/// MULTILEADER: its lines, arrow heads, and text or block.
+void AddDXFMultiLeader(TDXFBuilder& builder, const TDXFRecord& record);
+/// MLINE: its lines, caps and area.
+void AddDXFMultiLine(TDXFBuilder& builder, const TDXFRecord& record);
+/// TOLERANCE: a frame with texts.
+void AddDXFTolerance(TDXFBuilder& builder, const TDXFRecord& record);
+/// IMAGE: a picture beside the drawing, or its outline.
+void AddDXFImage(TDXFBuilder& builder, const TDXFRecord& record);
+/// MESH: its faces as they stand in the file.
+void AddDXFMesh(TDXFBuilder& builder, const TDXFRecord& record);
+/// ACAD_TABLE: the block that was made for it.
+void AddDXFTable(TDXFBuilder& builder, const TDXFRecord& record);
+/// DIMENSION and what else shows an anonymous block that was made for it.
+void AddDXFDimension(TDXFBuilder& builder, const TDXFRecord& record);
 /// @}
+
+/// What a text of several lines (MTEXT) takes up, from its place on: along its direction, and up.
+struct TDXFTextBox {
+    double Left = 0, Right = 0, Bottom = 0, Top = 0;
+};
+[[nodiscard]] TDXFTextBox DXFTextBox(TDXFBuilder& builder, const TDXFRecord& record);
 
 /// From the plane that the entity's extrusion says to the drawing.
 [[nodiscard]] TGLMatrixd4 FrameOf(const TDXFRecord& record);

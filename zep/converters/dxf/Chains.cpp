@@ -54,6 +54,17 @@ std::shared_ptr<const TZEPDashPattern> TDXFBuilder::PatternOf(const TDXFRecord& 
     return {};
 }
 
+bool TDXFBuilder::MayMake(const TDXFRecord& record, const TZEPObject* layer, std::size_t points) {
+    if (!layer) {
+        Pass(record, TDXFReport::TReason::NoLayer);
+        return false;
+    }
+    if (Scope.IsInBlock()) return m_limits.TakeObject(points);
+    if (m_limits.TakePoints(points)) return true;
+    Pass(record, TDXFReport::TReason::TooMany);
+    return false;
+}
+
 void TDXFBuilder::Widen(TZEPObject& object, int weight) {
     if (auto* line = qobject_cast<TZEPLineShape*>(&object))
         line->SetWidth(TDXFWeights::PixelsOf(weight));

@@ -108,7 +108,9 @@ void TDXFConverter::Read(std::string_view text, const QString& fileName) {
     m_minExtent = m_maxExtent = zero3d;
     CheckForm(text, fileName);
     const TRootUpdate update(Root());
-    TDXFDrawing drawing(text, *Root(), {.CreateLayers = m_createLayers, .Extended = m_extended});
+    TDXFDrawing drawing(
+        text, *Root(),
+        {.CreateLayers = m_createLayers, .Extended = m_extended, .FileName = fileName});
     drawing.Tags.SetProgress(GuardedProgress());
     CheckIsDrawing(drawing.Tags, text, fileName);
     SetCancelled(!Finishes([&] {

@@ -1,5 +1,7 @@
 #include <zep/converters/dxf/Drawing.h>
 
+#include <QFileInfo>
+
 namespace ZEP {
 
 bool TDXFDrawing::IsAtEnd(std::string_view end) {
@@ -10,8 +12,11 @@ bool TDXFDrawing::IsAtEnd(std::string_view end) {
     return true;
 }
 
-bool IsDXFSectionMark(std::string_view value) {
-    return value == "ENDSEC" || value == "SECTION" || value == "EOF";
+std::optional<std::string_view> TDXFDrawing::ReadFile(const QString& fileName) {
+    const qint64 bytes = QFileInfo(fileName).size();
+    if (!Limits.TakeFile(bytes)) return std::nullopt;
+    Budget.AddFile(bytes);
+    return m_shared->Files.emplace_back(fileName).Text();
 }
 
 } // namespace ZEP

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <utility>
 
 namespace ZEP {
 
@@ -20,23 +21,40 @@ struct TKind {
 };
 
 constexpr TKind Kinds[] = {
-    {"LINE", AddDXFLine},         {"LWPOLYLINE", AddDXFLightPolyline},
-    {"POLYLINE", AddDXFPolyline}, {"ARC", AddDXFArc},
-    {"CIRCLE", AddDXFCircle},     {"POINT", AddDXFPoint},
-    {"TEXT", AddDXFText},         {"ATTRIB", AddDXFText},
-    {"ATTDEF", AddDXFText},       {"MTEXT", AddDXFLines},
-    {"3DFACE", AddDXFFace},       {"SOLID", AddDXFSolid},
-    {"TRACE", AddDXFSolid},       {"ELLIPSE", AddDXFEllipse},
-    {"SPLINE", AddDXFSpline},     {"HELIX", AddDXFSpline},
+    {"LINE", AddDXFLine},
+    {"LWPOLYLINE", AddDXFLightPolyline},
+    {"POLYLINE", AddDXFPolyline},
+    {"ARC", AddDXFArc},
+    {"CIRCLE", AddDXFCircle},
+    {"POINT", AddDXFPoint},
+    {"TEXT", AddDXFText},
+    {"ATTRIB", AddDXFText},
+    {"ATTDEF", AddDXFText},
+    {"MTEXT", AddDXFLines},
+    {"3DFACE", AddDXFFace},
+    {"SOLID", AddDXFSolid},
+    {"TRACE", AddDXFSolid},
+    {"ELLIPSE", AddDXFEllipse},
+    {"SPLINE", AddDXFSpline},
+    {"HELIX", AddDXFSpline},
     {"HATCH", AddDXFHatch},
+    {"LEADER", AddDXFLeader},
+    {"MULTILEADER", AddDXFMultiLeader},
+    {"MLEADER", AddDXFMultiLeader},
+    {"XLINE", AddDXFEndlessLine},
+    {"RAY", AddDXFEndlessLine},
+    {"ACAD_TABLE", AddDXFTable},
+    {"MLINE", AddDXFMultiLine},
+    {"TOLERANCE", AddDXFTolerance},
+    {"IMAGE", AddDXFImage},
+    {"MESH", AddDXFMesh},
+    {"DIMENSION", AddDXFDimension},
+    {"ARC_DIMENSION", AddDXFDimension},
+    {"LARGE_RADIAL_DIMENSION", AddDXFDimension},
 };
 
 /// What belongs to other entities, or shows nothing in a model.
 constexpr std::string_view SilentKinds[] = {"SEQEND", "VERTEX", "VIEWPORT", "BLOCK", "ENDBLK"};
-
-/// What shows an anonymous block made for it.
-constexpr std::string_view DimensionKinds[] = {"DIMENSION", "ARC_DIMENSION",
-                                               "LARGE_RADIAL_DIMENSION"};
 
 TDXFAddEntity FindKind(std::string_view name) {
     for (const TKind& kind : Kinds)
@@ -78,22 +96,31 @@ bool AttributesFollow(TDXFTags& tags) {
 
 } // namespace
 
-TDXFExtendedReader::TDXFExtendedReader(TDXFDrawing& drawing)
-    : m_drawing(drawing), m_limits(drawing.Budget) {}
+TDXFExtendedReader::TDXFExtendedReader(TDXFDrawing& drawing, TDXFOtherDrawings& others)
+    : m_drawing(drawing), m_limits(drawing.Limits), m_others(others) {}
 
-// A layer is off where its colour is negative.
 void TDXFExtendedReader::ReadLayer() {
     if (!m_record.Read(m_drawing.Tags) || !m_record.Has(2)) return;
-    TZEPObject* layer = m_drawing.Layers.Declare(m_record.Text(2));
+    const std::string_view name = m_record.Text(2);
+    const bool isOfOther = !m_drawing.Options.LayerPrefix.isEmpty();
+    if (isOfOther && name == "0") return; // the layer of the insertion
+    // What the drawing says of layers of others goes first.
+    const bool isKept = isOfOther && m_drawing.Layers.FindLayer(name);
+    TZEPObject* layer = m_drawing.Layers.Declare(name);
     if (!layer) return;
-    const int number = std::clamp(m_record.Integer(62, WhiteNumber), -MaxNumber, MaxNumber);
-    const bool isFrozen = m_record.Flag(70, FrozenFlag);
-    layer->SetColor(m_record.Has(420) ? DXFTrueColor(m_record.Integer(420), std::abs(number))
-                                      : DXFPaletteColor(std::abs(number)));
-    if (number < 0 || isFrozen) layer->SetVisible(false);
-    if (isFrozen) m_frozen.insert(layer);
+    if (!isKept) SetLook(*layer);
     m_drawing.LineTypes.SetOfLayer(layer, m_record.Text(6));
     m_drawing.Weights.OfLayers[layer] = m_record.Integer(370, TDXFWeights::Default);
+}
+
+/// A layer is off where its colour is negative.
+void TDXFExtendedReader::SetLook(TZEPObject& layer) {
+    const int number = std::clamp(m_record.Integer(62, WhiteNumber), -MaxNumber, MaxNumber);
+    const bool isFrozen = m_record.Flag(70, FrozenFlag);
+    layer.SetColor(m_record.Has(420) ? DXFTrueColor(m_record.Integer(420), std::abs(number))
+                                     : DXFPaletteColor(std::abs(number)));
+    if (number < 0 || isFrozen) layer.SetVisible(false);
+    if (isFrozen) m_frozen.insert(&layer);
 }
 
 template <class Add>
@@ -104,16 +131,42 @@ void TDXFExtendedReader::ReadTable(std::string_view kind, Add&& add) {
 }
 
 void TDXFExtendedReader::ReadLineTypes() {
-    ReadTable("LTYPE", [this] { m_drawing.LineTypes.Add(m_record, m_drawing.Text); });
+    ReadTable("LTYPE", [this] {
+        m_drawing.LineTypes.Add(m_record, m_drawing.Text);
+        m_drawing.Handles.Add(m_record);
+    });
 }
 
 void TDXFExtendedReader::ReadTextStyles() {
-    ReadTable("STYLE", [this] { m_drawing.TextStyles.Add(m_record); });
+    ReadTable("STYLE", [this] {
+        m_drawing.TextStyles.Add(m_record);
+        m_drawing.Handles.Add(m_record);
+    });
+}
+
+void TDXFExtendedReader::ReadDimensionStyles() {
+    ReadTable("DIMSTYLE", [this] { m_drawing.DimensionStyles.Add(m_record); });
+}
+
+void TDXFExtendedReader::ReadBlockRecords() {
+    ReadTable("BLOCK_RECORD", [this] { m_drawing.Handles.Add(m_record); });
 }
 
 void TDXFExtendedReader::ReadEntities() {
     TDXFScope scope(m_drawing);
     ReadEntities(scope, "ENDSEC");
+}
+
+// NOLINTNEXTLINE(misc-no-recursion)
+void TDXFExtendedReader::ReadEntitiesInto(TDXFScope& scope) {
+    m_drawing.Tags.Goto({});
+    while (m_drawing.Tags.skip_upto_section("ENTITIES")) {
+        ReadEntities(scope, "ENDSEC");
+        if (m_drawing.Tags.IsCut())
+            m_drawing.Report.Add("ENTITIES", TDXFReport::TReason::CutOff,
+                                 m_drawing.Tags.LineNumber());
+        m_drawing.Tags.PassSearched();
+    }
 }
 
 // NOLINTNEXTLINE(misc-no-recursion): as deep as `TDXFScope::MaxDepth`
@@ -133,17 +186,15 @@ void TDXFExtendedReader::ReadEntity(TDXFScope& scope) {
     const std::string_view kind = tags.ValStr();
     const TDXFAddEntity add = FindKind(kind);
     const bool isInsert = kind == "INSERT";
-    const bool isDimension = Contains(DimensionKinds, kind);
-    if (!add && !isInsert && !isDimension) {
+    if (!add && !isInsert) {
         if (!Contains(SilentKinds, kind))
             m_drawing.Report.Add(kind, TDXFReport::TReason::NotDrawn, tags.LineNumber());
         return;
     }
     if (!m_record.Read(tags)) return;
-    TDXFBuilder builder(m_drawing, scope, m_limits);
+    TDXFBuilder builder(m_drawing, scope, m_limits, *this);
     if (m_record.Integer(67) != 0) return builder.Pass(m_record, TDXFReport::TReason::PaperSpace);
     if (isInsert) return ReadInsert(scope);
-    if (isDimension) return ReadDimension(scope);
     add(builder, m_record);
 }
 
@@ -153,17 +204,25 @@ void TDXFExtendedReader::ReadInsert(TDXFScope& scope) {
     const auto problem = ProblemOf(scope, block);
     if (problem) m_drawing.Report.Add("INSERT", *problem, m_record.Line());
     if (problem && !AttributesFollow(m_drawing.Tags)) return;
-    Insert(scope, problem ? nullptr : block, TDXFInsertion::Of(m_record));
+    Insert(scope, m_record, problem ? nullptr : block, TDXFInsertion::Of(m_record), true);
 }
 
+// What the record of all scopes holds is needed again behind the insertion.
 // NOLINTNEXTLINE(misc-no-recursion)
-void TDXFExtendedReader::ReadDimension(TDXFScope& scope) {
-    const TDXFBlock* block = m_blocks.Find(m_record.Text(2));
+bool TDXFExtendedReader::InsertNamed(TDXFScope& scope, const TDXFRecord& record,
+                                     std::string_view name, const TDXFInsertion& insertion) {
+    const TDXFBlock* block = m_blocks.Find(name);
+    if (!block) return false;
     const auto problem = ProblemOf(scope, block);
-    if (problem)
-        return m_drawing.Report.Add(m_record.Kind(), TDXFReport::TReason::NotDrawn,
-                                    m_record.Line());
-    Insert(scope, block, {.Hidden = m_record.Integer(60) != 0, .OfDimension = true});
+    if (problem) {
+        m_drawing.Report.Add(record.Kind(), *problem, record.Line());
+        return true;
+    }
+    TDXFRecord kept;
+    std::swap(kept, m_record);
+    Insert(scope, &record == &m_record ? kept : record, block, insertion, false);
+    std::swap(kept, m_record);
+    return true;
 }
 
 std::optional<TDXFReport::TReason> TDXFExtendedReader::ProblemOf(const TDXFScope& scope,
@@ -175,15 +234,17 @@ std::optional<TDXFReport::TReason> TDXFExtendedReader::ProblemOf(const TDXFScope
 }
 
 // NOLINTNEXTLINE(misc-no-recursion)
-void TDXFExtendedReader::Insert(TDXFScope& scope, const TDXFBlock* block, TDXFInsertion insertion) {
-    const qint64 line = m_record.Line();
-    const std::string_view kind = m_record.Kind();
-    TZEPObject* const layer = scope.LayerOf(m_record);
+void TDXFExtendedReader::Insert(TDXFScope& scope, const TDXFRecord& record, const TDXFBlock* block,
+                                TDXFInsertion insertion, bool withAttributes) {
+    const qint64 line = record.Line();
+    const std::string_view kind = record.Kind();
+    TZEPObject* const layer = scope.LayerOf(record);
     if (!layer) return m_drawing.Report.Add(kind, TDXFReport::TReason::NoLayer, line);
     insertion.Hidden = insertion.Hidden || m_frozen.contains(layer);
-    const TDXFLook look = scope.LookOf(m_record, *layer);
-    if (block) InsertCells(scope, *block, insertion, look);
-    ReadAttributes(scope, insertion, look);
+    const TDXFLook look = scope.LookOf(record, *layer);
+    if (block && block->IsOther) InsertOther(scope, *block, insertion, look, line);
+    if (block && !block->IsOther) InsertCells(scope, *block, insertion, look);
+    if (withAttributes) ReadAttributes(scope, insertion, look);
     if (m_limits.AreReached() && !scope.IsInBlock())
         m_drawing.Report.Add(kind, TDXFReport::TReason::TooMany, line);
 }
@@ -202,6 +263,26 @@ void TDXFExtendedReader::InsertCells(TDXFScope& scope, const TDXFBlock& block,
             ReadEntities(inner, "ENDBLK");
             tags.Goto(back);
             repeats.Count(block.Size);
+        }
+}
+
+/// In each cell, by the reader of the other drawing.
+// NOLINTNEXTLINE(misc-no-recursion)
+void TDXFExtendedReader::InsertOther(TDXFScope& scope, const TDXFBlock& block,
+                                     const TDXFInsertion& insertion, const TDXFLook& look,
+                                     qint64 line) {
+    if (block.IsOverlay && !m_drawing.Options.LayerPrefix.isEmpty()) return;
+    const TDXFOtherDrawing other = m_others.Find(block, line);
+    if (!other.Reader) return m_drawing.Report.Add("INSERT", other.Reason, line);
+    TDXFTags& tags = m_drawing.Tags;
+    TRepeats repeats(tags, double(other.Size) * insertion.Rows * insertion.Columns);
+    for (int row = 0; row < insertion.Rows; ++row)
+        for (int column = 0; column < insertion.Columns; ++column) {
+            if (tags.Cancelled() || !m_limits.TakeInsertion(other.Size)) return;
+            TDXFScope inner(other.Reader->Drawing(), scope, block, insertion.Single(column, row),
+                            look);
+            other.Reader->ReadEntitiesInto(inner);
+            repeats.Count(other.Size);
         }
 }
 
@@ -226,7 +307,7 @@ void TDXFExtendedReader::AddAttribute(TDXFScope& scope, TDXFInsertion insertion,
             if (isRepeat && !m_limits.TakeObject(0)) return;
             insertion.Place = first.WayTo(column, row);
             TDXFScope beside(scope, insertion, look);
-            TDXFBuilder builder(m_drawing, beside, m_limits);
+            TDXFBuilder builder(m_drawing, beside, m_limits, *this);
             if (m_record.Integer(67) != 0)
                 return builder.Pass(m_record, TDXFReport::TReason::PaperSpace);
             AddDXFText(builder, m_record);

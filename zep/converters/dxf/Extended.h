@@ -9,10 +9,30 @@
 
 namespace ZEP {
 
-/// The extended reading of a drawing's layers, blocks and entities.
-class TDXFExtendedReader {
+class TDXFExtendedReader;
+
+/// A drawing in another file (an external reference), or why there is none.
+struct TDXFOtherDrawing {
+    TDXFExtendedReader* Reader = nullptr;
+    std::size_t Size = 0; ///< of its text
+    TDXFReport::TReason Reason = TDXFReport::TReason::NoFile;
+};
+
+/// Finds them.
+class TDXFOtherDrawings {
 public:
-    explicit TDXFExtendedReader(TDXFDrawing& drawing);
+    /// \param block  that stands for it
+    /// \param line   of the insertion
+    virtual TDXFOtherDrawing Find(const TDXFBlock& block, qint64 line) = 0;
+
+protected:
+    ~TDXFOtherDrawings() = default;
+};
+
+/// The extended reading of a drawing's layers, blocks and entities.
+class TDXFExtendedReader final : private TDXFInserter {
+public:
+    TDXFExtendedReader(TDXFDrawing& drawing, TDXFOtherDrawings& others);
 
     /// Reads the layer of the table whose code 0 was taken last.
     void ReadLayer();
@@ -20,24 +40,34 @@ public:
     /// @{
     void ReadLineTypes();
     void ReadTextStyles();
+    void ReadDimensionStyles();
+    void ReadBlockRecords();
     /// @}
     /// \name Sections, whose name was taken last
     /// @{
     void ReadBlocks() { m_blocks.Read(m_drawing.Tags, m_drawing.Text); }
     void ReadEntities();
     /// @}
+    /// All sections of entities, for an insertion into another drawing.
+    void ReadEntitiesInto(TDXFScope& scope);
+    [[nodiscard]] TDXFDrawing& Drawing() const { return m_drawing; }
 
 private:
     /// \param kind  of the records of a table
     template <class Add>
     void ReadTable(std::string_view kind, Add&& add);
+    void SetLook(TZEPObject& layer);
     void ReadEntities(TDXFScope& scope, std::string_view end);
     void ReadEntity(TDXFScope& scope);
     void ReadInsert(TDXFScope& scope);
-    void ReadDimension(TDXFScope& scope);
-    void Insert(TDXFScope& scope, const TDXFBlock* block, TDXFInsertion insertion);
+    bool InsertNamed(TDXFScope& scope, const TDXFRecord& record, std::string_view name,
+                     const TDXFInsertion& insertion) override;
+    void Insert(TDXFScope& scope, const TDXFRecord& record, const TDXFBlock* block,
+                TDXFInsertion insertion, bool withAttributes);
     void InsertCells(TDXFScope& scope, const TDXFBlock& block, const TDXFInsertion& insertion,
                      const TDXFLook& look);
+    void InsertOther(TDXFScope& scope, const TDXFBlock& block, const TDXFInsertion& insertion,
+                     const TDXFLook& look, qint64 line);
     void ReadAttributes(TDXFScope& scope, const TDXFInsertion& insertion, const TDXFLook& look);
     void AddAttribute(TDXFScope& scope, TDXFInsertion insertion, const TDXFLook& look);
     [[nodiscard]] static std::optional<TDXFReport::TReason> ProblemOf(const TDXFScope& scope,
@@ -45,7 +75,8 @@ private:
 
     TDXFDrawing& m_drawing;
     TDXFBlocks m_blocks;
-    TDXFLimits m_limits;
+    TDXFLimits& m_limits;
+    TDXFOtherDrawings& m_others;
     TDXFRecord m_record; // of all scopes: what is needed behind an insertion is taken out before
     QSet<TZEPObject*> m_frozen; // layers
 };

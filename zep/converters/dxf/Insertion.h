@@ -2,10 +2,18 @@
 
 #include <zep/scene/Geom.h>
 
+#include <QHash>
+
+#include <memory>
+#include <string_view>
+
 namespace ZEP {
 
 class TDXFRecord;
 class TZEPXForm;
+
+/// Texts of attributes, by the handles of their definitions.
+using TDXFAttributeTexts = QHash<quint64, std::string_view>;
 
 /// How a block is inserted: in the plane of `Extrusion`, scaled, turned, moved. The insertion may
 /// be repeated in rows and columns, which turn with it but are not scaled.
@@ -21,6 +29,7 @@ struct TDXFInsertion {
     bool OfDimension = false; ///< what a dimension shows
     int Columns = 1, Rows = 1;
     double ColumnDistance = 0, RowDistance = 0;
+    std::shared_ptr<const TDXFAttributeTexts> Texts{}; ///< where no ATTRIB stands behind it
 
     /// From the first one to the one in that column and row, from 0.
     [[nodiscard]] TGLArrayd3 WayTo(int column, int row) const;

@@ -23,9 +23,13 @@ TZEPObject* TDXFLayers::FindLayer(std::string_view name) {
     return m_lastLayer = LookUp(name);
 }
 
+QString TDXFLayers::IdentOf(std::string_view name) const {
+    return m_options.LayerPrefix + m_text.Decode(name);
+}
+
 TZEPObject* TDXFLayers::LookUp(std::string_view name) {
     const auto [place, isNew] = m_byName.try_emplace(name);
-    if (isNew) place->second = m_byIdent.value(m_text.Decode(name).toCaseFolded());
+    if (isNew) place->second = m_byIdent.value(IdentOf(name).toCaseFolded());
     return place->second;
 }
 
@@ -41,7 +45,7 @@ TZEPObject* TDXFLayers::Make(const QString& ident) {
 TZEPObject* TDXFLayers::Declare(std::string_view name) {
     TZEPObject* layer = FindLayer(name);
     if (layer) return layer;
-    layer = Make(m_text.Decode(name));
+    layer = Make(IdentOf(name));
     // Other ways to write the name may have been looked up in vain.
     m_byName.clear();
     return layer;

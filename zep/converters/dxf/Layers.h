@@ -18,6 +18,8 @@ struct TDXFOptions {
     bool CreateLayers = true; ///< where an entity names one that is not there
     bool Extended = false;
     qint64 FreeBytes = TReadBudget::FreeBytes; ///< that a drawing of any size may make
+    QString FileName{};                        ///< beside which others lie; empty: there are none
+    QString LayerPrefix{};                     ///< of the names of layers
 };
 
 /// Where an entity goes, and how it looks there.
@@ -52,6 +54,7 @@ public:
 
 private:
     TZEPObject* Make(const QString& ident);
+    [[nodiscard]] QString IdentOf(std::string_view name) const;
     TZEPObject* LookUp(std::string_view name);
     [[nodiscard]] TDXFSpot SpotOn(TZEPObject* layer, const TEntity& entity) const;
 

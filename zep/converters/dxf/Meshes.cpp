@@ -3,6 +3,7 @@
 #include <zep/converters/dxf/Frame.h>
 #include <zep/objects/Mesh.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 
@@ -126,7 +127,46 @@ void AddMesh(TDXFBuilder& builder, const TDXFRecord& record, const TVertexes& ve
                           });
 }
 
+/// Of the list of a mesh: a count, and so many corners; again and again. They count from 0.
+class TFaceList {
+public:
+    explicit TFaceList(std::vector<TFace>& faces) : m_faces(faces) {}
+    void Take(int value) {
+        if (m_left == 0) {
+            m_left = std::max(value, 0);
+            m_taken = 0;
+            return;
+        }
+        --m_left;
+        ++m_taken;
+        if (m_taken == 1) m_first = value;
+        if (m_taken > 2) m_faces.push_back({m_first, m_last, value});
+        m_last = value;
+    }
+
+private:
+    std::vector<TFace>& m_faces;
+    int m_left = 0, m_taken = 0, m_first = 0, m_last = 0;
+};
+
 } // namespace
+
+void AddDXFMesh(TDXFBuilder& builder, const TDXFRecord& record) {
+    enum { Level = 91, Faces = 93, Edges = 94, Value = 90 };
+    TVertexes vertexes{};
+    TFaceList faces(vertexes.Faces);
+    bool isList = false;
+    for (const TDXFRecord::TTag& tag : record.Tags()) {
+        if (tag.Code == Faces || tag.Code == Edges) isList = tag.Code == Faces;
+        if (tag.Code == 10) vertexes.Places.emplace_back();
+        if (!vertexes.Places.empty() && (tag.Code == 10 || tag.Code == 20 || tag.Code == 30))
+            vertexes.Places.back().Point[static_cast<std::size_t>(tag.Code / 10 - 1)] =
+                tag.Number();
+        if (tag.Code == Value && isList) faces.Take(DXFInteger(tag.Value));
+    }
+    if (record.Integer(Level) > 0) builder.Pass(record, TDXFReport::TReason::NotSmooth);
+    AddMesh(builder, record, vertexes);
+}
 
 void AddDXFPolyline(TDXFBuilder& builder, const TDXFRecord& record) {
     TVertexes vertexes{

@@ -13,15 +13,24 @@ double TDXFRecord::TTag::Number() const {
     return DXFNumber(Value);
 }
 
-bool TDXFRecord::Read(TDXFTags& tags) {
-    m_kind = tags.ValStr();
-    m_line = tags.LineNumber();
+void TDXFRecord::Begin(std::string_view kind, qint64 line) {
+    m_kind = kind;
+    m_line = line;
     m_tags.clear();
+    m_added.clear();
+}
+
+bool TDXFRecord::Read(TDXFTags& tags) {
+    Begin(tags.ValStr(), tags.LineNumber());
     bool isEmbedded = false;
     int code = 0;
     while ((code = tags.NextGroupCode()) > 0) {
         isEmbedded = isEmbedded || code == EmbeddedObject;
-        if (!isEmbedded && code < FirstApplicationCode) Add(code, tags.ValStr());
+        if (isEmbedded) continue;
+        if (code < FirstApplicationCode)
+            Add(code, tags.ValStr());
+        else
+            m_added.push_back({code, tags.ValStr()});
     }
     if (code < 0) return false;
     tags.go_back_to_last();

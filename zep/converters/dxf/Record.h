@@ -17,15 +17,23 @@ public:
     };
 
     /// Reads the groups of the entity whose code 0 was taken last, up to the next code 0, which is
-    /// pushed back. What applications add (groups from 1000 on, embedded objects) is left out.
-    /// False where the text ends before that.
+    /// pushed back. What applications add (groups from 1000 on) stands apart; embedded objects are
+    /// left out. False where the text ends before that.
     bool Read(TDXFTags& tags);
+    /// \name Make one that no text holds
+    /// @{
+    void Begin(std::string_view kind, qint64 line);
+    /// \param code  below 1000
+    void Add(int code, std::string_view value);
+    /// @}
 
     [[nodiscard]] std::string_view Kind() const { return m_kind; }
     /// Of its code 0.
     [[nodiscard]] qint64 Line() const { return m_line; }
     /// As they stand in the text.
     [[nodiscard]] const std::vector<TTag>& Tags() const { return m_tags; }
+    /// What applications add.
+    [[nodiscard]] const std::vector<TTag>& Added() const { return m_added; }
 
     /// \name The last value of a group; `otherwise` where there is none
     /// @{
@@ -42,11 +50,11 @@ private:
     static constexpr std::size_t CodeCount = 1000;
 
     [[nodiscard]] const TTag* Find(int code) const;
-    void Add(int code, std::string_view value);
 
     std::string_view m_kind;
     qint64 m_line = 0;
     std::vector<TTag> m_tags;
+    std::vector<TTag> m_added;
     /// Index of the last tag of each code; it counts where that tag has the code.
     std::array<std::uint32_t, CodeCount> m_last{};
 };

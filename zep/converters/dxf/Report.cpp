@@ -41,6 +41,16 @@ QString KindText(const QString& name, TDXFReport::TReason reason) {
         return name + QStringLiteral(" of too many points for its width (drawn thin)");
     case TDXFReport::TReason::TooTangled:
         return name + QStringLiteral(" of too many islands or crossings");
+    case TDXFReport::TReason::Beside:
+        return name + QStringLiteral(" beside all that is drawn");
+    case TDXFReport::TReason::NotSmooth:
+        return name + QStringLiteral(" of a subdivision level (drawn without it)");
+    case TDXFReport::TReason::NoFile:
+        return name + QStringLiteral(" of a file that is not beside the drawing");
+    case TDXFReport::TReason::NoPicture:
+        return name + QStringLiteral(" of a file that is no picture");
+    case TDXFReport::TReason::NoDrawing:
+        return name + QStringLiteral(" of a file that is no ASCII DXF drawing");
     case TDXFReport::TReason::CutOff:
         return name + QStringLiteral(" sections that are cut off (the rest is missing)");
     case TDXFReport::TReason::NotDrawn:
@@ -51,13 +61,17 @@ QString KindText(const QString& name, TDXFReport::TReason reason) {
 
 } // namespace
 
-void TDXFReport::Add(std::string_view kind, TReason reason, qint64 line) {
+void TDXFReport::Add(const TDXFReport& other, qint64 line) {
+    for (const TCount& count : other.m_counts) Add(count.Kind, count.Reason, line, count.Count);
+}
+
+void TDXFReport::Add(std::string_view kind, TReason reason, qint64 line, qint64 count) {
     if (m_counts.size() >= MaxKinds && !m_indexes[static_cast<std::size_t>(reason)].contains(kind))
         kind = FurtherKinds;
     const auto [place, isNew] =
         m_indexes[static_cast<std::size_t>(reason)].try_emplace(kind, m_counts.size());
     if (isNew) m_counts.push_back({kind, reason, 0, line});
-    ++m_counts[place->second].Count;
+    m_counts[place->second].Count += count;
 }
 
 void TDXFReport::MoveTo(TReadReport& report, const TDXFTextDecoder& text) {

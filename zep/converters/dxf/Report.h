@@ -30,12 +30,19 @@ public:
         LineTexts,
         TooWide,
         TooTangled,
+        Beside,
+        NotSmooth,
+        NoFile,
+        NoPicture,
+        NoDrawing,
         CutOff
     };
-    static constexpr std::size_t ReasonCount = 14;
+    static constexpr std::size_t ReasonCount = 19;
 
     /// \param kind  of the entity, as it stands in the text; the name of a section that is cut off
-    void Add(std::string_view kind, TReason reason, qint64 line);
+    void Add(std::string_view kind, TReason reason, qint64 line, qint64 count = 1);
+    /// What was counted in a drawing that this one shows. \param line  where it does
+    void Add(const TDXFReport& other, qint64 line);
     /// Adds all that was counted to `report`, in the order of their first lines.
     void MoveTo(TReadReport& report, const TDXFTextDecoder& text);
 

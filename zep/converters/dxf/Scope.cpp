@@ -26,10 +26,10 @@ TZEPObject* ExtendedLayer(TDXFDrawing& drawing, std::string_view name) {
     return layer;
 }
 
-TDXFScope::TDXFScope(TDXFScope& outer, const TDXFBlock& block, const TDXFInsertion& insertion,
-                     const TDXFLook& look)
-    : m_drawing(outer.m_drawing), m_outer(&outer), m_block(&block), m_insertion(insertion),
-      m_look(look), m_depth(outer.m_depth + 1) {}
+TDXFScope::TDXFScope(TDXFDrawing& drawing, TDXFScope& outer, const TDXFBlock& block,
+                     const TDXFInsertion& insertion, const TDXFLook& look)
+    : m_drawing(drawing), m_outer(&outer), m_block(&block), m_insertion(insertion), m_look(look),
+      m_depth(outer.m_depth + 1) {}
 
 TDXFScope::TDXFScope(TDXFScope& outer, const TDXFInsertion& insertion, const TDXFLook& look)
     : m_drawing(outer.m_drawing), m_outer(&outer), m_insertion(insertion), m_look(look),
@@ -81,8 +81,8 @@ TZEPObject* TDXFScope::ParentOn(TZEPObject* layer) {
 TZEPNode* TDXFScope::MakeNode(TZEPObject* parent) const {
     auto* node = new TZEPNode(&m_drawing.Root);
     node->SetIdent(m_block->Name);
-    if (!m_insertion.IsIdentity(m_block->Base))
-        m_insertion.SetTransform(*node->XForm(), m_block->Base);
+    const TGLArrayd3& base = m_block->IsOther ? m_drawing.InsertionBase : m_block->Base;
+    if (!m_insertion.IsIdentity(base)) m_insertion.SetTransform(*node->XForm(), base);
     if (m_insertion.Hidden) node->SetVisible(false);
     return Place(node, parent, m_drawing.Root);
 }

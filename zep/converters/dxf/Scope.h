@@ -39,7 +39,11 @@ public:
     /// Of an inserted block.
     /// \param look  of the insertion, in the outer scope
     TDXFScope(TDXFScope& outer, const TDXFBlock& block, const TDXFInsertion& insertion,
-              const TDXFLook& look);
+              const TDXFLook& look)
+        : TDXFScope(outer.m_drawing, outer, block, insertion, look) {}
+    /// The same of a drawing in another file.
+    TDXFScope(TDXFDrawing& drawing, TDXFScope& outer, const TDXFBlock& block,
+              const TDXFInsertion& insertion, const TDXFLook& look);
     /// Of the texts of an insertion, which stand beside it.
     TDXFScope(TDXFScope& outer, const TDXFInsertion& insertion, const TDXFLook& look);
     Q_DISABLE_COPY_MOVE(TDXFScope)
@@ -48,6 +52,10 @@ public:
     [[nodiscard]] bool IsInBlock() const { return m_outer != nullptr; }
     /// What a dimension shows.
     [[nodiscard]] bool IsOfDimension() const { return m_insertion.OfDimension; }
+    /// What the insertion says for the definition of an attribute with that handle.
+    [[nodiscard]] std::string_view TextOf(quint64 definition) const {
+        return m_insertion.Texts ? m_insertion.Texts->value(definition) : std::string_view();
+    }
     /// \name Texts of an insertion: of a block its node says so
     /// @{
     [[nodiscard]] bool IsHidden() const { return !m_block && m_insertion.Hidden; }

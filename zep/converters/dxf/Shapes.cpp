@@ -1,5 +1,6 @@
 #include <zep/converters/dxf/Builder.h>
 #include <zep/converters/dxf/Frame.h>
+#include <zep/converters/dxf/PointList.h>
 #include <zep/converters/dxf/Spline.h>
 #include <zep/objects/Arc.h>
 #include <zep/objects/Circle.h>
@@ -93,23 +94,6 @@ void AddPolygon(TDXFBuilder& builder, const TDXFRecord& record,
         DrawAsTriangles(polygon);
     });
 }
-
-/// The coordinates of points that stand one behind the other, each begun by its x.
-class TPointList {
-public:
-    explicit TPointList(int code) : m_code(code) {}
-    void Take(const TDXFRecord::TTag& tag) {
-        const int axis = tag.Code - m_code;
-        if (axis == 0) Points.push_back({tag.Number(), 0, 0});
-        if (Points.empty() || (axis != 10 && axis != 20)) return;
-        Points.back()[static_cast<std::size_t>(axis / 10)] = tag.Number();
-    }
-
-    std::vector<TGLArrayd3> Points;
-
-private:
-    int m_code;
-};
 
 } // namespace
 
@@ -225,7 +209,7 @@ void AddDXFSpline(TDXFBuilder& builder, const TDXFRecord& record) {
                       .Closed = record.Flag(70, ClosedPath),
                       .StartTangent = record.Point(12),
                       .EndTangent = record.Point(13)};
-    TPointList controls(10), fits(11);
+    TDXFPointList controls(10), fits(11);
     for (const TDXFRecord::TTag& tag : record.Tags()) {
         if (tag.Code == 100 && tag.Value == HelixMark) break;
         if (tag.Code == 40) spline.Knots.push_back(tag.Number());

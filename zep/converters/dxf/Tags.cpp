@@ -66,6 +66,10 @@ int DXFInteger(std::string_view value) {
     return Converted<int>(value);
 }
 
+bool IsDXFSectionMark(std::string_view value) {
+    return value == "ENDSEC" || value == "SECTION" || value == "EOF";
+}
+
 TDXFTags::TDXFTags(std::string_view text, bool lenient)
     : m_longestValue(lenient ? std::numeric_limits<std::size_t>::max() : MaxDXFLineLength),
       m_lenient(lenient) {

@@ -17,6 +17,9 @@ inline constexpr std::size_t MaxDXFLineLength = 255;
 [[nodiscard]] int DXFInteger(std::string_view value);
 /// @}
 
+/// Whether a code 0 of that value stands between sections: no entity.
+[[nodiscard]] bool IsDXFSectionMark(std::string_view value);
+
 /// A place between two pairs, to come back to.
 struct TDXFPosition {
     std::size_t Offset = 0;
@@ -45,6 +48,11 @@ public:
     /// So many bytes are about to be read again. What is then not read is taken back.
     void ExpectRepeats(qint64 bytes) { m_repeats += bytes; }
     void CountRepeat(std::size_t bytes) { m_repeated += static_cast<qint64>(bytes); }
+    /// Asks now, while another text is read for this one. \return false where it is cancelled
+    bool AskOnce() {
+        Ask();
+        return !m_cancelled;
+    }
     [[nodiscard]] bool Cancelled() const { return m_cancelled; }
 
     /// \name Pairs

@@ -182,14 +182,24 @@ bool IsExample(const TDXFBuilder& builder, const TDXFRecord& record) {
            !record.Flag(70, ConstantAttribute);
 }
 
+/// As it stands in the file. Insertions without attributes of their own may say the texts of
+/// definitions.
+std::string_view ShortText(const TDXFBuilder& builder, const TDXFRecord& record) {
+    if (IsTag(builder, record)) return record.Text(2);
+    if (IsExample(builder, record)) return builder.Scope.TextOf(DXFHandle(record.Text(5)));
+    return record.Text(1);
+}
+
 /// A text of several lines (MTEXT), which stand about its attachment point.
 struct TDXFLongText {
     TDXFLongText(TDXFBuilder& builder, const TDXFRecord& record);
     void AddLine(std::size_t number);
+    [[nodiscard]] TDXFTextBox Box() const;
 
     std::vector<TDXFTextLine> Lines;
 
 private:
+    [[nodiscard]] double WidthOfLine(const TDXFTextLine& line) const;
     [[nodiscard]] double HeightOf(const TDXFTextLine& line) const;
     void AddRun(const TDXFRun& run, double up, const std::optional<double>& from);
 
@@ -226,13 +236,26 @@ double TDXFLongText::HeightOf(const TDXFTextLine& line) const {
     return line.empty() ? 1 : height;
 }
 
+double TDXFLongText::WidthOfLine(const TDXFTextLine& line) const {
+    double width = 0;
+    for (const TDXFRun& run : line) width += Measure(m_font)(run);
+    return width;
+}
+
+TDXFTextBox TDXFLongText::Box() const {
+    double width = 0;
+    for (const TDXFTextLine& line : Lines) width = std::max(width, WidthOfLine(line));
+    width *= m_height;
+    const double height = m_height * m_down.back();
+    const double left = -m_attachment.Along * width, top = m_attachment.Down * height;
+    return {left, left + width, top - height, top};
+}
+
 void TDXFLongText::AddLine(std::size_t number) {
     const TDXFTextLine& line = Lines[number];
     const double up = m_attachment.Down * m_down.back() - m_down[number];
     if (line.size() == 1) return AddRun(line.front(), up, {});
-    double width = 0;
-    for (const TDXFRun& run : line) width += Measure(m_font)(run);
-    double from = -m_attachment.Along * width;
+    double from = -m_attachment.Along * WidthOfLine(line);
     for (const TDXFRun& run : line) {
         AddRun(run, up, from);
         from += Measure(m_font)(run);
@@ -260,8 +283,8 @@ void TDXFLongText::AddRun(const TDXFRun& run, double up, const std::optional<dou
 
 void AddDXFText(TDXFBuilder& builder, const TDXFRecord& record) {
     const bool isTag = IsTag(builder, record);
-    const QString text = PlainDXFText(builder.Drawing.Text.Decode(record.Text(isTag ? 2 : 1)));
-    if (text.trimmed().isEmpty() || IsExample(builder, record)) return;
+    const QString text = PlainDXFText(builder.Drawing.Text.Decode(ShortText(builder, record)));
+    if (text.trimmed().isEmpty()) return;
     const bool isAttribute = record.Kind() != "TEXT";
     builder.Add<TZEPLabel>(record, 0, [&](TZEPLabel& label) {
         SetText(label, text);
@@ -282,6 +305,10 @@ void AddDXFText(TDXFBuilder& builder, const TDXFRecord& record) {
 void AddDXFLines(TDXFBuilder& builder, const TDXFRecord& record) {
     TDXFLongText text(builder, record);
     for (std::size_t i = 0; i < text.Lines.size(); ++i) text.AddLine(i);
+}
+
+TDXFTextBox DXFTextBox(TDXFBuilder& builder, const TDXFRecord& record) {
+    return TDXFLongText(builder, record).Box();
 }
 
 } // namespace ZEP
