@@ -1,5 +1,6 @@
 #include "tests/converters/dxf/DXFFixture.h"
 #include <zep/objects/Label.h>
+#include <zep/objects/Line.h>
 
 #include <cmath>
 
@@ -80,6 +81,41 @@ TEST_F(DXFTextsHand, RunsStandBehindEachOtherOnTheLinesOfTheirBox) {
     EXPECT_LT(last, 41);
     EXPECT_EQ(layer.GetItem(0)->Color(), clRed);
     EXPECT_NEAR(EndsOf(*layer.GetItem(3)).Start[1], -4 - 2 * 5 / 3.0, 1e-9);
+}
+
+TEST_F(DXFTextsHand, HaveLinesAsLongAsTheirLetters) {
+    const struct {
+        const char* Entity;
+        double Up;
+        double From; // of the text's width
+    } rows[] = {{"0 TEXT|1 %%uHello|40 2|10 3|20 4", -0.4, 0},
+                {"0 TEXT|1 Hi%%oHi|40 2|10 3|20 4", 2.4, 0.5},
+                {"0 MTEXT|1 \\KHello|40 2|10 3|20 4|71 7", 1, 0}};
+    for (const auto& row : rows) {
+        const TZEPObject& label = LabelOf(row.Entity);
+        ASSERT_EQ(label.Parent()->GetItemsCount(), 2) << row.Entity;
+        auto& line = dynamic_cast<TZEPLine&>(*label.Parent()->GetItem(1));
+        const TGLArrayd3 a = Absolute(line, line.P1()->Data()),
+                         b = Absolute(line, line.P2()->Data());
+        const auto [start, end] = EndsOf(label);
+        constexpr double room = 0.3; // beside the ink of letters
+        EXPECT_NEAR(a[0], std::lerp(start[0], end[0], row.From), room) << row.Entity;
+        EXPECT_NEAR(b[0], end[0], room) << row.Entity;
+        EXPECT_NEAR(a[1], 4 + row.Up, 1e-9) << row.Entity;
+        EXPECT_EQ(a[1], b[1]) << row.Entity;
+    }
+}
+
+TEST_F(DXFTextsHand, StackFractionsAboutTheMiddle) {
+    const TZEPObject& layer =
+        *LabelOf("0 MTEXT|1 x{\\H0.5x;\\A1;\\C1;\\S1/2;}\\S+3^-3;y|40 2|71 7").Parent();
+    ASSERT_EQ(layer.GetItemsCount(), 7);
+    // Letters of 1 and of 2: bases of both parts, and the line between the first ones.
+    const double ups[] = {0, 1.2, -0.2, 1, 2.4, 0, 0};
+    for (int i = 0; i < 7; ++i)
+        EXPECT_NEAR(Absolute(*layer.GetItem(i), {0, 0, 0})[1], ups[i], 1e-9) << i;
+    EXPECT_EQ(layer.GetItem(3)->Color(), clRed);
+    EXPECT_GT(Absolute(*layer.GetItem(6), {0, 0, 0})[0], EndsOf(*layer.GetItem(5)).End[0] - 0.1);
 }
 
 TEST_F(DXFTextsHand, LeanByTheirObliqueAngle) {

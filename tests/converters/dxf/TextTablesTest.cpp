@@ -20,7 +20,8 @@ QString Joined(const std::vector<TDXFTextLine>& lines) {
     QStringList texts;
     for (const TDXFTextLine& line : lines) {
         QString& text = texts.emplace_back();
-        for (const TDXFRun& run : line) text += run.Text;
+        for (const TDXFRun& run : line)
+            text += run.IsStack() ? run.Text + run.Bar + run.Lower : run.Text;
     }
     return texts.join(u'|');
 }
@@ -54,6 +55,29 @@ TEST(DXFText, HasRunsOfOneLook) {
     }
 }
 
+/// "from-to:rules" behind the text.
+TEST(DXFText, HasLinesAlongItsLetters) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"%%uall", "all 0-3:1"},
+        {"a%%ub%%u %%oc%%kd%%o%%ke", "ab cde 1-2:1 3-4:2 4-5:6"},
+        {"%%u%%u%%Uno%%u %%", "no %% 0-2:1"},
+        {"x%%k", "x"}};
+    for (const auto& [text, expected] : rows) {
+        std::vector<TDXFTextRules> rules;
+        QString shown = PlainDXFText(QString::fromLatin1(text), &rules);
+        for (const TDXFTextRules& rule : rules)
+            shown += QStringLiteral(" %1-%2:%3").arg(rule.From).arg(rule.To).arg(rule.Rules);
+        EXPECT_EQ(shown, QLatin1StringView(expected)) << text;
+    }
+    const auto line =
+        DXFTextLines(QStringLiteral("a\\Lb{\\Oc%%kd}e\\lf\\A1;g\\A2;\\S1/2;h\\A9;i")).front();
+    const int expected[] = {0, 1, 3, 7, 1, 0, 10, 20, 20};
+    ASSERT_EQ(line.size(), std::size(expected));
+    for (std::size_t i = 0; i < line.size(); ++i)
+        EXPECT_EQ(line[i].Look.Rules + 10 * line[i].Look.Alignment, expected[i]) << i;
+    EXPECT_TRUE(line[7].IsStack());
+}
+
 /// Each letter is as wide as its run is high.
 TEST(DXFText, IsBrokenAtBlanks) {
     const auto measure = [](const TDXFRun& run) {
@@ -67,6 +91,7 @@ TEST(DXFText, IsBrokenAtBlanks) {
         {" one two ", " one two"},
         {"one\\P\\Ptwo three", "one||two|three"},
         {"a{\\H2;b}c {\\H2;def} g", "abc|def g"},
+        {"abcde \\S1/2;abc d", "abcde|1/2abc d"},
     };
     for (const auto& [text, lines] : rows)
         EXPECT_EQ(Joined(WrappedDXFLines(DXFTextLines(QString::fromLatin1(text)), 8, measure)),

@@ -60,7 +60,7 @@ bool TDXFBuilder::MayMake(const TDXFRecord& record, const TZEPObject* layer, std
         return false;
     }
     if (Scope.IsInBlock()) return m_limits.TakeObject(points);
-    if (m_limits.TakePoints(points)) return true;
+    if (record.IsPart() ? m_limits.TakePart(points) : m_limits.TakePoints(points)) return true;
     Pass(record, TDXFReport::TReason::TooMany);
     return false;
 }

@@ -14,6 +14,7 @@ namespace {
 constexpr int FrozenFlag = 1;
 constexpr int WhiteNumber = 7;
 constexpr int MaxNumber = 256;
+constexpr int DictionaryCode = 360;
 
 struct TKind {
     std::string_view Name;
@@ -204,6 +205,9 @@ void TDXFExtendedReader::ReadInsert(TDXFScope& scope) {
     const auto problem = ProblemOf(scope, block);
     if (problem) m_drawing.Report.Add("INSERT", *problem, m_record.Line());
     if (problem && !AttributesFollow(m_drawing.Tags)) return;
+    if (m_record.Has(DictionaryCode) &&
+        m_drawing.Objects.HasBoundary(m_record.Text(DictionaryCode)))
+        m_drawing.Report.Add("INSERT", TDXFReport::TReason::NotClipped, m_record.Line());
     Insert(scope, m_record, problem ? nullptr : block, TDXFInsertion::Of(m_record), true);
 }
 

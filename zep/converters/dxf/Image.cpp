@@ -43,6 +43,14 @@ std::vector<TGLArrayd3> BoundaryOf(const TDXFRecord& record, const TPlacedImage&
     return Rectangle({-0.5, -0.5, 0}, {image.Width - 0.5, image.Height - 0.5, 0});
 }
 
+/// Each shows a texture of its own.
+bool FitsBudget(TDXFBuilder& builder, TZEPTexture& texture) {
+    constexpr qint64 longest = 1024, bytesOfTexel = 4;
+    const QSize size = texture.Image()->Image().size();
+    return builder.Drawing.Budget.Take(std::min<qint64>(size.width(), longest) *
+                                       std::min<qint64>(size.height(), longest) * bytesOfTexel);
+}
+
 TDXFReport::TReason ReasonOf(TModelTextures::TOutcome outcome) {
     switch (outcome) {
     case TModelTextures::TOutcome::NoPicture:
@@ -83,7 +91,9 @@ void AddDXFImage(TDXFBuilder& builder, const TDXFRecord& record) {
     const TDXFRecord* definition = builder.Drawing.Objects.Find(record.Text(340), "IMAGEDEF");
     const QString name = definition ? builder.Drawing.Text.Decode(definition->Text(1)) : QString();
     TZEPTexture texture;
-    const auto outcome = builder.Drawing.Pictures.Load(texture, name).Outcome;
+    auto outcome = builder.Drawing.Pictures.Load(texture, name).Outcome;
+    if (outcome == TModelTextures::TOutcome::Loaded && !FitsBudget(builder, texture))
+        outcome = TModelTextures::TOutcome::TooMany;
     const bool isLoaded = outcome == TModelTextures::TOutcome::Loaded;
     if (isLoaded && record.Flag(70, ifShow))
         return AddPicture(builder, record, image, boundary, texture);

@@ -40,6 +40,8 @@ public:
         m_fileBytes += bytes;
         return ++m_files <= MaxFiles && m_fileBytes <= MaxFileBytes;
     }
+    /// One of the objects that an entity outside of blocks shows.
+    bool TakePart(std::size_t points) { return Take(ObjectBytes, points); }
     /// The points of a curve outside of blocks.
     bool TakePoints(std::size_t points) { return Take(0, points); }
     /// @}

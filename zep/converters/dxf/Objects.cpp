@@ -58,4 +58,30 @@ const TDXFRecord* TDXFObjects::Find(std::string_view handle, std::string_view ki
     return record && record->Kind() == kind ? record : nullptr;
 }
 
+/// The handle behind a name in a dictionary; empty where there is none.
+std::string_view TDXFObjects::EntryOf(std::string_view dictionary, std::string_view name) {
+    constexpr int nameCode = 3, handleCode = 350, ownedCode = 360;
+    const TDXFRecord* record = Find(dictionary, "DICTIONARY");
+    bool isNext = false;
+    for (std::size_t i = 0; record && i < record->Tags().size(); ++i) {
+        const TDXFRecord::TTag& tag = record->Tags()[i];
+        if (isNext && (tag.Code == handleCode || tag.Code == ownedCode)) return tag.Value;
+        if (tag.Code == nameCode) isNext = tag.Value == name;
+    }
+    return {};
+}
+
+/// Dictionaries may be as long as the file, and insertions as many: each is asked once.
+bool TDXFObjects::HasBoundary(std::string_view dictionary) {
+    constexpr int enabledCode = 71;
+    const quint64 handle = DXFHandle(dictionary);
+    const auto known = m_boundaries.constFind(handle);
+    if (known != m_boundaries.constEnd()) return *known;
+    const std::string_view filter = EntryOf(EntryOf(dictionary, "ACAD_FILTER"), "SPATIAL");
+    const TDXFRecord* boundary = Find(filter, "SPATIAL_FILTER");
+    const bool has = boundary && boundary->Integer(enabledCode, 1) != 0;
+    m_boundaries.insert(handle, has);
+    return has;
+}
+
 } // namespace ZEP

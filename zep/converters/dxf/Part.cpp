@@ -25,15 +25,15 @@ TDXFInk TDXFInk::OfNumber(int number) {
 }
 
 TDXFInk TDXFInk::OfRaw(int raw) {
-    enum { ByLayer = 0xC0, TrueColor = 0xC2, Number = 0xC3 };
+    enum { KindByLayer = 0xC0, KindTrueColor = 0xC2, KindNumber = 0xC3 };
     constexpr unsigned shift = 24, rgb = 0xFFFFFF, number = 0xFF;
     const auto bits = static_cast<unsigned>(raw);
     switch (bits >> shift) {
-    case ByLayer:
+    case KindByLayer:
         return {.Color = LayerNumber};
-    case TrueColor:
+    case KindTrueColor:
         return {.TrueColor = static_cast<int>(bits & rgb)};
-    case Number:
+    case KindNumber:
         return OfNumber(static_cast<int>(bits & number));
     default:
         return {};
@@ -41,7 +41,7 @@ TDXFInk TDXFInk::OfRaw(int raw) {
 }
 
 TDXFPart::TDXFPart(const TDXFRecord& whole, std::string_view kind, const TDXFInk& ink) {
-    m_record.Begin(kind, whole.Line());
+    m_record.Begin(kind, whole.Line(), true);
     for (const int code : {8, 48, 60}) TakeOver(whole, code, m_record);
     if (ink.Color || ink.TrueColor) {
         if (ink.Color) Set(ColorCode, *ink.Color);

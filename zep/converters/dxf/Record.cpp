@@ -13,7 +13,8 @@ double TDXFRecord::TTag::Number() const {
     return DXFNumber(Value);
 }
 
-void TDXFRecord::Begin(std::string_view kind, qint64 line) {
+void TDXFRecord::Begin(std::string_view kind, qint64 line, bool isPart) {
+    m_isPart = isPart;
     m_kind = kind;
     m_line = line;
     m_tags.clear();
@@ -26,8 +27,7 @@ bool TDXFRecord::Read(TDXFTags& tags) {
     int code = 0;
     while ((code = tags.NextGroupCode()) > 0) {
         isEmbedded = isEmbedded || code == EmbeddedObject;
-        if (isEmbedded) continue;
-        if (code < FirstApplicationCode)
+        if (!isEmbedded && code < FirstApplicationCode)
             Add(code, tags.ValStr());
         else
             m_added.push_back({code, tags.ValStr()});

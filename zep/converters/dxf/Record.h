@@ -17,16 +17,19 @@ public:
     };
 
     /// Reads the groups of the entity whose code 0 was taken last, up to the next code 0, which is
-    /// pushed back. What applications add (groups from 1000 on) stands apart; embedded objects are
-    /// left out. False where the text ends before that.
+    /// pushed back. What applications add (groups from 1000 on) and embedded objects (from a group
+    /// 101 on) stand apart. False where the text ends before that.
     bool Read(TDXFTags& tags);
     /// \name Make one that no text holds
     /// @{
-    void Begin(std::string_view kind, qint64 line);
+    /// \param isPart  of another one
+    void Begin(std::string_view kind, qint64 line, bool isPart = false);
     /// \param code  below 1000
     void Add(int code, std::string_view value);
     /// @}
 
+    /// It is one of many things that an entity of the text shows.
+    [[nodiscard]] bool IsPart() const { return m_isPart; }
     [[nodiscard]] std::string_view Kind() const { return m_kind; }
     /// Of its code 0.
     [[nodiscard]] qint64 Line() const { return m_line; }
@@ -53,6 +56,7 @@ private:
 
     std::string_view m_kind;
     qint64 m_line = 0;
+    bool m_isPart = false;
     std::vector<TTag> m_tags;
     std::vector<TTag> m_added;
     /// Index of the last tag of each code; it counts where that tag has the code.

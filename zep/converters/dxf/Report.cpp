@@ -45,6 +45,12 @@ QString KindText(const QString& name, TDXFReport::TReason reason) {
         return name + QStringLiteral(" beside all that is drawn");
     case TDXFReport::TReason::NotSmooth:
         return name + QStringLiteral(" of a subdivision level (drawn without it)");
+    case TDXFReport::TReason::NotClipped:
+        return name + QStringLiteral(" clipped by a boundary (shown whole)");
+    case TDXFReport::TReason::NotVertical:
+        return name + QStringLiteral(" of a vertical style (its letters stand side by side)");
+    case TDXFReport::TReason::NoColumns:
+        return name + QStringLiteral(" in columns (shown as one)");
     case TDXFReport::TReason::NoFile:
         return name + QStringLiteral(" of a file that is not beside the drawing");
     case TDXFReport::TReason::NoPicture:

@@ -14,22 +14,24 @@ constexpr qsizetype MostDigits = 3;
 
 struct TSign {
     char16_t Code;
-    char16_t Sign; // 0: left out
+    char16_t Sign; // 0: begins or ends a line
+    TDXFRule Rule = drNone;
 };
-constexpr TSign Signs[] = {{u'c', u'\u00D8'}, {u'd', u'\u00B0'}, {u'p', u'\u00B1'}, {u'%', u'%'},
-                           {u'u', 0},         {u'o', 0},         {u'k', 0}};
+constexpr TSign Signs[] = {{u'c', u'\u00D8'},  {u'd', u'\u00B0'}, {u'p', u'\u00B1'},   {u'%', u'%'},
+                           {u'u', 0, drUnder}, {u'o', 0, drOver}, {u'k', 0, drThrough}};
 
 bool IsAsciiDigit(QChar c) {
     return c >= u'0' && c <= u'9';
 }
 
-/// Appends what the code at the start of `rest` ("%%...") stands for; the code's length, 0 for
-/// none.
-qsizetype TakePercentCode(QStringView rest, QString& text) {
+/// Appends what the code at the start of `rest` ("%%...") stands for, or begins or ends a line; the
+/// code's length, 0 for none.
+qsizetype TakePercentCode(QStringView rest, QString& text, int& rules) {
     if (rest.size() < 3 || rest[0] != Percent || rest[1] != Percent) return 0;
     for (const TSign& sign : Signs) {
         if (rest[2].toLower() != QChar(sign.Code)) continue;
         if (sign.Sign != 0) text += QChar(sign.Sign);
+        rules ^= sign.Rule;
         return 3;
     }
     qsizetype digits = 0;
@@ -66,6 +68,10 @@ private:
         m_line.clear();
         Skip(length);
     }
+    void SetRule(TDXFRule rule, bool isOn) {
+        m_look.Rules = isOn ? m_look.Rules | rule : m_look.Rules & ~rule;
+        Skip(2);
+    }
     void BeginGroup() {
         m_outer.push_back(m_look);
         Skip(1);
@@ -89,7 +95,8 @@ std::vector<TDXFTextLine> TInlineText::Lines() {
 
 void TInlineText::Append(const QString& text) {
     if (text.isEmpty()) return;
-    if (m_line.empty() || m_line.back().Look != m_look) m_line.push_back({{}, m_look});
+    if (m_line.empty() || m_line.back().IsStack() || m_line.back().Look != m_look)
+        m_line.push_back({{}, m_look});
     m_line.back().Text += text;
 }
 
@@ -110,7 +117,7 @@ void TInlineText::Step() {
     if (c == u'\n') return EndLine(1);
     if (c == u'\r') return Skip(1);
     QString sign;
-    const qsizetype length = TakePercentCode(m_rest, sign);
+    const qsizetype length = TakePercentCode(m_rest, sign, m_look.Rules);
     Append(sign);
     if (length > 0) return Skip(length);
     Take(1, c);
@@ -131,11 +138,13 @@ void TInlineText::TakeCode() {
         return Take(2, code);
     case u'L':
     case u'l':
+        return SetRule(drUnder, code == u'L');
     case u'O':
     case u'o':
+        return SetRule(drOver, code == u'O');
     case u'K':
     case u'k':
-        return Skip(2);
+        return SetRule(drThrough, code == u'K');
     case u'S':
         return TakeStack();
     default:
@@ -165,6 +174,7 @@ void TInlineText::Change(QChar code, QStringView parameter) {
     double value = parameter.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(value)) return;
     const bool isSize = value > 0;
+    if (code == u'A') m_look.Alignment = std::clamp(static_cast<int>(value), 0, 2);
     if (code == u'H') value *= isTimes ? m_look.Height : 1 / m_height;
     if (code == u'H' && isSize) m_look.Height = std::clamp(value, least, most);
     if (code == u'W' && isSize) m_look.Width = std::clamp(value, least, most);
@@ -180,20 +190,27 @@ void TInlineText::Change(QChar code, QStringView parameter) {
 void TInlineText::TakeStack() {
     QString upper, lower;
     QString* part = &upper;
+    QChar bar = u'^';
     qsizetype at = 2;
     for (; at < m_rest.size() && m_rest[at] != u';'; ++at) {
         const QChar c = m_rest[at];
-        if (c == u'\\' && at + 1 < m_rest.size())
+        if (c == u'\\' && at + 1 < m_rest.size()) {
             *part += m_rest[++at];
-        else if (part == &upper && (c == u'/' || c == u'#' || c == u'^'))
+        } else if (part == &upper && (c == u'/' || c == u'#' || c == u'^')) {
             part = &lower;
-        else
+            bar = c;
+        } else {
             *part += c;
+        }
     }
     upper = upper.trimmed();
     lower = lower.trimmed();
-    const bool isFraction = !upper.isEmpty() && !lower.isEmpty();
-    Append(isFraction ? upper + u'/' + lower : upper + lower);
+    if (bar == u'#')
+        Append(upper + u'/' + lower);
+    else if (part == &upper)
+        Append(upper);
+    else if (!upper.isEmpty() || !lower.isEmpty())
+        m_line.push_back({upper, m_look, lower, bar});
     Skip(std::min(at + 1, m_rest.size()));
 }
 
@@ -215,14 +232,23 @@ void TInlineText::TakeControl() {
 
 } // namespace
 
-QString PlainDXFText(const QString& text) {
+QString PlainDXFText(const QString& text, std::vector<TDXFTextRules>* rules) {
     if (!text.contains(QLatin1String("%%"))) return text;
     QString plain;
+    TDXFTextRules now;
+    const auto end = [&](int next) {
+        now.To = plain.size();
+        if (rules && now.Rules != drNone && now.To > now.From) rules->push_back(now);
+        now = {next, plain.size(), 0};
+    };
     for (QStringView rest = text; !rest.isEmpty();) {
-        const qsizetype length = TakePercentCode(rest, plain);
+        int next = now.Rules;
+        const qsizetype length = TakePercentCode(rest, plain, next);
+        if (next != now.Rules) end(next);
         if (length == 0) plain += rest.front();
         rest = rest.mid(std::max<qsizetype>(length, 1));
     }
+    end(drNone);
     return plain;
 }
 

@@ -16,7 +16,11 @@ public:
         : m_width(width * Slack), m_measure(measure) {}
 
     void Add(const TDXFTextLine& line) {
-        for (const TDXFRun& run : line) AddWords(run);
+        for (const TDXFRun& run : line)
+            if (run.IsStack())
+                AddStack(run);
+            else
+                AddWords(run);
         EndWord();
         EndLine();
     }
@@ -36,6 +40,11 @@ private:
             }
             rest = rest.mid(next - rest.begin());
         }
+    }
+
+    void AddStack(const TDXFRun& run) {
+        m_word.push_back(run);
+        m_wordWidth += m_measure(run);
     }
 
     void AddTo(TDXFTextLine& line, double& width, QStringView text, const TDXFRun& run) {
@@ -63,7 +72,8 @@ private:
 
     void Move(TDXFTextLine& pieces) {
         for (TDXFRun& piece : pieces)
-            if (!m_line.empty() && m_line.back().Look == piece.Look)
+            if (!m_line.empty() && !piece.IsStack() && !m_line.back().IsStack() &&
+                m_line.back().Look == piece.Look)
                 m_line.back().Text += piece.Text;
             else
                 m_line.push_back(std::move(piece));

@@ -1,6 +1,7 @@
 #include <zep/converters/dxf/annotation/Sketch.h>
 #include <zep/scene/Vectors.h>
 
+#include <algorithm>
 #include <numbers>
 
 namespace ZEP {
@@ -23,14 +24,14 @@ constexpr std::string_view LineMark = "LEADER_LINE{";
 constexpr int CurveType = 2;
 
 /// A stretch of a leader's line that other things cover.
-struct TBreak {
+struct TLeaderGap {
     int Piece = 0;
     TGLArrayd3 Start{}, End{};
 };
 
 struct TLeaderLine {
     std::vector<TGLArrayd3> Points{};
-    std::vector<TBreak> Breaks{};
+    std::vector<TLeaderGap> Gaps{};
     int Index = 0;
     int Color = 0; ///< raw
 };
@@ -45,10 +46,10 @@ void TakeOfLine(const TDXFRecord::TTag& tag, TLeaderLine& line, int& piece) {
     if (tag.Code == 10) line.Points.emplace_back();
     if (!line.Points.empty()) TakeCoordinate(tag, 10, line.Points.back());
     if (tag.Code == 90) piece = DXFInteger(tag.Value);
-    if (tag.Code == 11) line.Breaks.push_back({.Piece = piece});
-    if (!line.Breaks.empty()) {
-        TakeCoordinate(tag, 11, line.Breaks.back().Start);
-        TakeCoordinate(tag, 12, line.Breaks.back().End);
+    if (tag.Code == 11) line.Gaps.push_back({.Piece = piece});
+    if (!line.Gaps.empty()) {
+        TakeCoordinate(tag, 11, line.Gaps.back().Start);
+        TakeCoordinate(tag, 12, line.Gaps.back().End);
     }
     if (tag.Code == 91) line.Index = DXFInteger(tag.Value);
     if (tag.Code == 92) line.Color = DXFInteger(tag.Value);
@@ -80,6 +81,17 @@ void TMultiLeaderGroups::Take(const TDXFRecord::TTag& tag) {
     if (m_depth == 0) (m_isInContext ? Context : Body).Add(tag.Code, tag.Value);
     if (tag.Code == mmLeaderEnd && m_depth > 0) --m_depth;
     if (tag.Code == mmContextEnd) m_isInContext = false;
+}
+
+/// The handles of heads that lines have by their indexes.
+QHash<int, std::string_view> ArrowsOf(const TDXFRecord& body) {
+    QHash<int, std::string_view> arrows;
+    int index = -1;
+    for (const TDXFRecord::TTag& tag : body.Tags()) {
+        if (tag.Code == 94) index = DXFInteger(tag.Value);
+        if (tag.Code == 345) arrows.insert(index, tag.Value);
+    }
+    return arrows;
 }
 
 class TDXFMultiLeader {
@@ -115,6 +127,7 @@ private:
     TMultiLeaderGroups m_groups;
     const TDXFRecord& m_body = m_groups.Body;
     const TDXFRecord& m_context = m_groups.Context;
+    const QHash<int, std::string_view> m_arrows = ArrowsOf(m_groups.Body);
     TDXFSketch m_sketch;
 };
 
@@ -233,13 +246,7 @@ void TDXFMultiLeader::AddLeader(const TDXFRecord& leader, const std::vector<TLea
 }
 
 std::string_view TDXFMultiLeader::ArrowOf(int line) const {
-    std::string_view handle = m_body.Text(342);
-    int index = -1;
-    for (const TDXFRecord::TTag& tag : m_body.Tags()) {
-        if (tag.Code == 94) index = DXFInteger(tag.Value);
-        if (tag.Code == 345 && index == line) handle = tag.Value;
-    }
-    return m_builder.Drawing.Handles.NameOf(handle);
+    return m_builder.Drawing.Handles.NameOf(m_arrows.value(line, m_body.Text(342)));
 }
 
 void TDXFMultiLeader::AddLine(const TDXFRecord& leader, const TLeaderLine& line) {
@@ -266,14 +273,16 @@ void TDXFMultiLeader::AddLine(const TDXFRecord& leader, const TLeaderLine& line)
 /// \param points  of the line, in the plane
 void TDXFMultiLeader::AddPieces(const std::vector<TGLArrayd3>& points, const TLeaderLine& line,
                                 const TDXFInk& ink) {
+    std::vector<TLeaderGap> gaps = line.Gaps;
+    std::ranges::stable_sort(gaps, {}, &TLeaderGap::Piece);
+    auto gap = std::ranges::find_if(gaps, [](const TLeaderGap& one) { return one.Piece >= 0; });
     std::vector<TGLArrayd3> chain;
     for (std::size_t i = 0; i < points.size(); ++i) {
         chain.push_back(points[i]);
-        for (const TBreak& gap : line.Breaks) {
-            if (gap.Piece != static_cast<int>(i)) continue;
-            chain.push_back(m_sketch.ToPlane(gap.Start));
+        for (; gap != gaps.end() && gap->Piece == static_cast<int>(i); ++gap) {
+            chain.push_back(m_sketch.ToPlane(gap->Start));
             m_sketch.Chain(std::move(chain), ink);
-            chain = {m_sketch.ToPlane(gap.End)};
+            chain = {m_sketch.ToPlane(gap->End)};
         }
     }
     m_sketch.Chain(std::move(chain), ink);

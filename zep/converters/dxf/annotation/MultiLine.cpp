@@ -67,8 +67,7 @@ struct TMultiLineCorner {
     std::vector<std::vector<double>> Elements{};
 
     [[nodiscard]] TGLArrayd3 PlaceOf(std::size_t element) const {
-        if (element >= Elements.size() || Elements[element].empty()) return Place;
-        return Place + Miter * Elements[element].front();
+        return Elements[element].empty() ? Place : Place + Miter * Elements[element].front();
     }
 };
 
@@ -108,7 +107,13 @@ class TMultiLine {
 public:
     TMultiLine(TDXFBuilder& builder, const TDXFRecord& record);
 
-    [[nodiscard]] bool IsLine() const { return m_corners.size() > 1 && !m_elements.empty(); }
+    /// Each corner says where all elements are.
+    [[nodiscard]] bool IsLine() const {
+        return m_corners.size() > 1 && !m_elements.empty() &&
+               std::ranges::all_of(m_corners, [this](const TMultiLineCorner& corner) {
+                   return corner.Elements.size() == m_elements.size();
+               });
+    }
     void Add() const;
 
 private:
@@ -120,7 +125,6 @@ private:
     void AddStroke(std::size_t corner) const;
     [[nodiscard]] bool IsClosed() const { return m_record.Flag(71, mlClosed); }
 
-    TDXFBuilder& m_builder;
     const TDXFRecord& m_record;
     TDXFSketch m_sketch;
     const TDXFRecord* m_style;
@@ -130,7 +134,7 @@ private:
 };
 
 TMultiLine::TMultiLine(TDXFBuilder& builder, const TDXFRecord& record)
-    : m_builder(builder), m_record(record), m_sketch(builder, record, record.Point(210, unitz)),
+    : m_record(record), m_sketch(builder, record, record.Point(210, unitz)),
       m_style(builder.Drawing.Objects.Find(record.Text(340), "MLINESTYLE")),
       m_corners(CornersOfMultiLine(record)) {
     for (TMultiLineCorner& corner : m_corners) {
@@ -157,8 +161,7 @@ void TMultiLine::AddElement(std::size_t element) const {
     for (std::size_t i = 0; i < sides; ++i) {
         const TMultiLineCorner& corner = m_corners[i];
         const TGLArrayd3 start = corner.PlaceOf(element);
-        const bool hasValues = element < corner.Elements.size();
-        for (std::size_t k = 2; hasValues && k < corner.Elements[element].size(); ++k) {
+        for (std::size_t k = 2; k < corner.Elements[element].size(); ++k) {
             const TGLArrayd3 place = start + corner.Way * corner.Elements[element][k];
             isWhole = false;
             if (k % 2 != 0) {

@@ -157,7 +157,8 @@ void TDXFSketch::Arrow(std::string_view name, const TGLArrayd3& tip, const TGLAr
                                   .Scale = {size, size, size},
                                   .Rotation = std::atan2(along[1], along[0]) * Degrees180 /
                                               std::numbers::pi,
-                                  .Extrusion = {m_frame[2][0], m_frame[2][1], m_frame[2][2]}};
+                                  .Extrusion = {m_frame[2][0], m_frame[2][1], m_frame[2][2]},
+                                  .Hidden = m_whole.Integer(60) != 0};
     if (InsertArrow(m_builder, part.Record(), name, insertion)) return;
     const TGLArrayd3 back = along * -size;
     const TGLArrayd3 side = TGLArrayd3{-along[1], along[0], 0} * (size * kind.HalfAngle);
