@@ -214,6 +214,7 @@ void TDXFMultiLeader::AddLeaders() {
     for (const TDXFRecord::TTag& tag : m_record.Tags()) {
         if (tag.Code == mmLeader && tag.Value == LeaderMark) {
             isInLeader = true;
+            isInLine = false;
             leader.Begin(m_record.Kind(), m_record.Line());
             lines.clear();
         } else if (tag.Code == mmLine && isInLeader && tag.Value == LineMark) {

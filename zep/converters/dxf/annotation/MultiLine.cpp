@@ -142,8 +142,9 @@ TMultiLine::TMultiLine(TDXFBuilder& builder, const TDXFRecord& record)
         corner.Way = m_sketch.ToPlane(corner.Way);
         corner.Miter = m_sketch.ToPlane(corner.Miter);
     }
+    if (m_corners.empty()) return;
     if (m_style) m_elements = ElementsOf(*m_style);
-    if (!m_corners.empty()) m_elements.resize(m_corners.front().Elements.size());
+    m_elements.resize(m_corners.front().Elements.size());
     for (std::size_t i = 0; i < m_elements.size(); ++i) m_order.push_back(i);
     const auto offset = [this](std::size_t i) {
         const auto& values = m_corners.front().Elements[i];
