@@ -118,6 +118,26 @@ TEST_F(DXFFiles, OtherDrawingsMakeNoMoreThanTheLimit) {
     EXPECT_LT(PointCount(), 500'000);
 }
 
+/// The host is asked while another drawing is read, too, and then may cancel.
+TEST_F(DXFFiles, PutUpWithAHostThatFreesWhatIsThere) {
+    std::string points;
+    for (int i = 0; i < 30'000; ++i) points += i % 2 == 0 ? "|0 POINT|8 A" : "|0 RAY|8 B|11 1";
+    PutDrawing("Plan.dxf", LayerTable({"2 A|62 3", "2 C|62 1"}) + Entities("0 LINE|11 5" + points));
+    PutDrawing("main.dxf", Blocks(Other("Plan", "plan.dxf")) +
+                               Entities("0 LINE|11 9|0 INSERT|2 Plan|70 3|44 9|0 POINT"));
+    for (const int most : {1000, 3}) {
+        int calls = 0;
+        Converter.SetProgress([&](qint64 done, qint64 total) {
+            EXPECT_LE(done, total);
+            Root.Clear();
+            return ++calls < most;
+        });
+        Load("main.dxf");
+        EXPECT_EQ(Converter.Cancelled(), most == 3);
+        EXPECT_GT(calls, most == 3 ? 2 : 10);
+    }
+}
+
 TEST_F(DXFFiles, ShowPicturesWithinTheirBoundary) {
     QImage(8, 4, QImage::Format_RGB32).save(Path("Pic.png"));
     const std::string image = "0 IMAGE|10 1|20 1|11 0.5|12 0|22 0.5|13 8|23 4|70 7|340 B";
