@@ -1,3 +1,4 @@
+#include <zep/converters/dxf/Curves.h>
 #include <zep/converters/dxf/TextLabels.h>
 #include <zep/objects/Label.h>
 #include <zep/objects/Line.h>
@@ -75,6 +76,8 @@ struct TDXFLongText {
     TDXFLongText(TDXFBuilder& builder, const TDXFRecord& record);
     void AddLine(std::size_t number);
     [[nodiscard]] TDXFTextBox Box() const;
+    /// About the text, at the distance that the entity says.
+    void AddFrame();
 
     std::vector<TDXFTextLine> Lines;
 
@@ -157,6 +160,23 @@ void TDXFLongText::AddLine(std::size_t number) {
     }
 }
 
+void TDXFLongText::AddFrame() {
+    constexpr double usual = 1.5; // of the height of a line with the room about it
+    const double room = (m_record.Number(45, usual) - 1) * m_height;
+    const double angle = m_turn.Rotation * std::numbers::pi / 180;
+    const TGLArrayd3 place = Within(m_turn.Frame, m_record.Point(10));
+    const TGLArrayd3 along{std::cos(angle), std::sin(angle), 0}, up{-along[1], along[0], 0};
+    const TDXFTextBox box = Box();
+    const auto corner = [&](double x, double y) { return place + along * x + up * y; };
+    m_builder.AddChain(m_record,
+                       CheckedChain({{corner(box.Left - room, box.Bottom - room),
+                                      corner(box.Right + room, box.Bottom - room),
+                                      corner(box.Right + room, box.Top + room),
+                                      corner(box.Left - room, box.Top + room)},
+                                     true}),
+                       m_turn.Frame, false);
+}
+
 /// One part above the other about the middle of the letters, or on the line, or below its top.
 void TDXFLongText::AddStack(const TDXFRun& run, double up, double from, double height) {
     const double size = run.Look.Height, gap = run.Bar == u'/' ? 0.2 * size : 0.1 * size;
@@ -226,6 +246,9 @@ void AddDXFLines(TDXFBuilder& builder, const TDXFRecord& record) {
         builder.Pass(record, TDXFReport::TReason::NotVertical);
     if (IsInColumns(record)) builder.Pass(record, TDXFReport::TReason::NoColumns);
     for (std::size_t i = 0; i < text.Lines.size(); ++i) text.AddLine(i);
+    enum { BackgroundBits = 1 | 2, FrameBit = 16 };
+    if (record.Flag(90, BackgroundBits)) builder.Pass(record, TDXFReport::TReason::NoBackground);
+    if (record.Flag(90, FrameBit)) text.AddFrame();
 }
 
 TDXFTextBox DXFTextBox(TDXFBuilder& builder, const TDXFRecord& record) {

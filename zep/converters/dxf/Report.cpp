@@ -51,6 +51,8 @@ QString KindText(const QString& name, TDXFReport::TReason reason) {
         return name + QStringLiteral(" of a vertical style (its letters stand side by side)");
     case TDXFReport::TReason::NoColumns:
         return name + QStringLiteral(" in columns (shown as one)");
+    case TDXFReport::TReason::NoBackground:
+        return name + QStringLiteral(" with a background (without it)");
     case TDXFReport::TReason::NoFile:
         return name + QStringLiteral(" of a file that is not beside the drawing");
     case TDXFReport::TReason::NoPicture:

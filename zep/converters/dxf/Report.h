@@ -35,12 +35,13 @@ public:
         NotClipped,
         NotVertical,
         NoColumns,
+        NoBackground,
         NoFile,
         NoPicture,
         NoDrawing,
         CutOff
     };
-    static constexpr std::size_t ReasonCount = 22;
+    static constexpr std::size_t ReasonCount = 23;
 
     /// \param kind  of the entity, as it stands in the text; the name of a section that is cut off
     void Add(std::string_view kind, TReason reason, qint64 line, qint64 count = 1);

@@ -164,6 +164,8 @@ void TDXFMultiLeader::AddText() {
     const TDXFNote note = Note();
     m_sketch.Text(note, TDXFInk::OfRaw(m_context.Integer(90)));
     if (m_body.Integer(292) != 0) AddFrame(note);
+    if (m_context.Integer(292) != 0)
+        m_builder.Pass(m_record, TDXFReport::TReason::NoBackground);
 }
 
 void TDXFMultiLeader::AddFrame(const TDXFNote& note) {
