@@ -19,7 +19,7 @@ namespace {
 constexpr double LineDistance = 5.0 / 3;
 
 /// No text has more; each becomes an object.
-constexpr std::size_t MostLines = 1000;
+constexpr std::size_t MostTextLines = 1000;
 
 /// The attachment points of a text of several lines, by group 71: top left, top centre ...
 struct TAttachment {
@@ -106,9 +106,9 @@ TDXFLongText::TDXFLongText(TDXFBuilder& builder, const TDXFRecord& record)
     if (width > 0 && std::isfinite(width))
         Lines =
             WrappedDXFLines(Lines, width, [this](const TDXFRun& run) { return WidthOfRun(run); });
-    if (Lines.size() > MostLines) {
+    if (Lines.size() > MostTextLines) {
         builder.Pass(record, TDXFReport::TReason::TooMany);
-        Lines.resize(MostLines);
+        Lines.resize(MostTextLines);
     }
     const double spacing = LineDistance * record.Number(44, 1);
     for (const TDXFTextLine& line : Lines)

@@ -159,9 +159,7 @@ void AddDXFMesh(TDXFBuilder& builder, const TDXFRecord& record) {
     for (const TDXFRecord::TTag& tag : record.Tags()) {
         if (tag.Code == Faces || tag.Code == Edges) isList = tag.Code == Faces;
         if (tag.Code == 10) vertexes.Places.emplace_back();
-        if (!vertexes.Places.empty() && (tag.Code == 10 || tag.Code == 20 || tag.Code == 30))
-            vertexes.Places.back().Point[static_cast<std::size_t>(tag.Code / 10 - 1)] =
-                tag.Number();
+        if (!vertexes.Places.empty()) tag.SetCoordinate(10, vertexes.Places.back().Point);
         if (tag.Code == Value && isList) faces.Take(DXFInteger(tag.Value));
     }
     if (record.Integer(Level) > 0) builder.Pass(record, TDXFReport::TReason::NotSmooth);

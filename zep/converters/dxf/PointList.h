@@ -14,10 +14,8 @@ public:
         for (const TDXFRecord::TTag& tag : record.Tags()) Take(tag);
     }
     void Take(const TDXFRecord::TTag& tag) {
-        const int axis = tag.Code - m_code;
-        if (axis == 0) Points.push_back({tag.Number(), 0, 0});
-        if (Points.empty() || (axis != 10 && axis != 20)) return;
-        Points.back()[static_cast<std::size_t>(axis / 10)] = tag.Number();
+        if (tag.Code == m_code) Points.emplace_back();
+        if (!Points.empty()) tag.SetCoordinate(m_code, Points.back());
     }
 
     std::vector<TGLArrayd3> Points;

@@ -13,6 +13,12 @@ double TDXFRecord::TTag::Number() const {
     return DXFNumber(Value);
 }
 
+void TDXFRecord::TTag::SetCoordinate(int code, TGLArrayd3& point) const {
+    const int axis = (Code - code) / 10;
+    if (axis >= 0 && axis < 3 && Code == code + 10 * axis)
+        point[static_cast<std::size_t>(axis)] = Number();
+}
+
 void TDXFRecord::Begin(std::string_view kind, qint64 line, bool isPart) {
     m_isPart = isPart;
     m_kind = kind;

@@ -14,6 +14,9 @@ public:
 
         /// 0 where the value is no number.
         [[nodiscard]] double Number() const;
+        /// Its coordinate of a point whose x, y and z stand in the groups `code`, `code` + 10 and
+        /// `code` + 20; other tags change nothing.
+        void SetCoordinate(int code, TGLArrayd3& point) const;
     };
 
     /// Reads the groups of the entity whose code 0 was taken last, up to the next code 0, which is

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int UserPlaceFlag = 128;
 constexpr int MiddleCenter = 5;
-constexpr double FullTurn = 2 * std::numbers::pi;
+constexpr double DimensionTurn = 2 * std::numbers::pi;
 
 /// Read from below or from the right.
 TGLArrayd3 Readable(TGLArrayd3 direction) {
@@ -93,7 +93,7 @@ void TDXFDimensionSketch::PlaceText(const std::string& measured, const TGLArrayd
         Style.Integer(inside ? dvTextInsideHorizontal : dvTextOutsideHorizontal, 1) != 0;
     TGLArrayd3 along = isHorizontal ? unitx : Readable(direction);
     if (m_record.Number(53) != 0) {
-        const double turn = m_record.Number(53) * FullTurn / 360;
+        const double turn = m_record.Number(53) * DimensionTurn / 360;
         along = {std::cos(turn), std::sin(turn), 0};
     }
     m_note = {.Text = m_text,
@@ -138,8 +138,8 @@ void TDXFDimensionSketch::Line(const TGLArrayd3& from, const TGLArrayd3& to) con
 void TDXFDimensionSketch::Arc(const TGLArrayd3& center, double radius, double start,
                               double end) const {
     const auto turn = [](double angle) {
-        const double rest = std::fmod(angle, FullTurn);
-        return rest < 0 ? rest + FullTurn : rest;
+        const double rest = std::fmod(angle, DimensionTurn);
+        return rest < 0 ? rest + DimensionTurn : rest;
     };
     const TGLArrayd3 text = m_note.Place - center;
     const TGLArrayd3 out = Unit({text[0], text[1], 0});

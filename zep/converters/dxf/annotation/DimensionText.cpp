@@ -22,7 +22,7 @@ enum TAngleUnit { auDegrees, auMinutes, auGrads, auRadians };
 /// Of the value that says which zeros are left out.
 enum TZeroFlag { zfKeepFeet = 1, zfKeepInches = 2, zfLeading = 4, zfTrailing = 8 };
 
-std::string Digits(double value, std::chars_format format, int decimals) {
+std::string FormattedNumber(double value, std::chars_format format, int decimals) {
     constexpr std::size_t longest = 400;
     std::array<char, longest> digits{};
     const auto result =
@@ -47,7 +47,8 @@ char SeparatorOf(const TDXFDimensionStyle& style) {
 /// Of a number that is not negative.
 std::string Decimal(double value, int decimals, int zeros, const TDXFDimensionStyle& style) {
     std::string text = WithoutZeros(
-        Digits(value, std::chars_format::fixed, std::clamp(decimals, 0, MostDecimals)), zeros);
+        FormattedNumber(value, std::chars_format::fixed, std::clamp(decimals, 0, MostDecimals)),
+        zeros);
     std::ranges::replace(text, '.', SeparatorOf(style));
     return text;
 }
@@ -76,7 +77,7 @@ std::string FeetAndInches(double inches, int decimals, int zeros, bool isArchite
     const bool showsFeet = feet != 0 || kind == 1 || kind == 2;
     const bool showsInches = rest != 0 || kind == 1 || kind == 3 || !showsFeet;
     std::string text;
-    if (showsFeet) text = Digits(feet, std::chars_format::fixed, 0) + "'";
+    if (showsFeet) text = FormattedNumber(feet, std::chars_format::fixed, 0) + "'";
     if (showsFeet && showsInches) text += "-";
     if (showsInches)
         text += (isArchitectural ? Fraction(rest, decimals, " ")
@@ -86,7 +87,7 @@ std::string FeetAndInches(double inches, int decimals, int zeros, bool isArchite
 }
 
 std::string Scientific(double value, int decimals, const TDXFDimensionStyle& style) {
-    std::string text = Digits(value, std::chars_format::scientific, decimals);
+    std::string text = FormattedNumber(value, std::chars_format::scientific, decimals);
     std::ranges::replace(text, 'e', 'E');
     std::ranges::replace(text, '.', SeparatorOf(style));
     return text;
@@ -114,7 +115,7 @@ std::string Signed(double value, int decimals, int zeros, const TDXFDimensionSty
     return text.append(Unsigned(std::abs(value), decimals, zeros, style));
 }
 
-std::string Tolerance(double value, const char* plus, const TDXFDimensionStyle& style) {
+std::string ToleranceText(double value, const char* plus, const TDXFDimensionStyle& style) {
     const int decimals = style.Integer(dvToleranceDecimals, DefaultDecimals);
     std::string text = value < 0 ? "-" : plus;
     return text.append(Unsigned(std::abs(value), decimals, style.Integer(dvZeros), style));
@@ -125,9 +126,10 @@ std::string WithTolerances(double length, std::string text, const TDXFDimensionS
     const double lower = style.Number(dvLowerTolerance, 0);
     const bool hasLimits = style.Integer(dvLimits) != 0;
     if (!hasLimits && style.Integer(dvTolerances) == 0) return text;
-    if (!hasLimits && upper == lower) return text + "%%p" + Tolerance(upper, "", style);
+    if (!hasLimits && upper == lower) return text + "%%p" + ToleranceText(upper, "", style);
     const double times = style.Number(dvToleranceHeight, 1);
-    const std::string height = "{\\H" + Digits(times, std::chars_format::general, 6) + "x;\\S";
+    const std::string height =
+        "{\\H" + FormattedNumber(times, std::chars_format::general, 6) + "x;\\S";
     if (hasLimits) {
         const double factor = style.Number(dvLengthFactor, 1);
         const auto limit = [&](double value) {
@@ -137,17 +139,18 @@ std::string WithTolerances(double length, std::string text, const TDXFDimensionS
         const double value = length * std::abs(factor);
         return height + limit(value + upper) + "^ " + limit(value - lower) + ";}";
     }
-    return text + height + Tolerance(upper, "+", style) + "^ " + Tolerance(-lower, "+", style) +
-           ";}";
+    return text + height + ToleranceText(upper, "+", style) + "^ " +
+           ToleranceText(-lower, "+", style) + ";}";
 }
 
 std::string Minutes(double degrees, int decimals, const TDXFDimensionStyle& style) {
     constexpr double sixty = 60;
     const double parts = decimals > 2 ? sixty * sixty : decimals > 0 ? sixty : 1;
     const double all = std::round(degrees * parts) / parts;
-    std::string text = Digits(std::floor(all + 1e-9), std::chars_format::fixed, 0) + "%%d";
+    std::string text = FormattedNumber(std::floor(all + 1e-9), std::chars_format::fixed, 0) + "%%d";
     const double minutes = std::max((all - std::floor(all + 1e-9)) * sixty, 0.0);
-    if (decimals > 0) text += Digits(std::floor(minutes + 1e-6), std::chars_format::fixed, 0) + "'";
+    if (decimals > 0)
+        text += FormattedNumber(std::floor(minutes + 1e-6), std::chars_format::fixed, 0) + "'";
     if (decimals > 2)
         text += Decimal((minutes - std::floor(minutes + 1e-6)) * sixty + 1e-9,
                         decimals > 4 ? decimals - 4 : 0, 0, style) +

@@ -36,20 +36,14 @@ struct TLeaderLine {
     int Color = 0; ///< raw
 };
 
-void TakeCoordinate(const TDXFRecord::TTag& tag, int code, TGLArrayd3& point) {
-    const int axis = (tag.Code - code) / 10;
-    if (axis >= 0 && axis <= 2 && tag.Code == code + 10 * axis)
-        point[static_cast<std::size_t>(axis)] = tag.Number();
-}
-
 void TakeOfLine(const TDXFRecord::TTag& tag, TLeaderLine& line, int& piece) {
     if (tag.Code == 10) line.Points.emplace_back();
-    if (!line.Points.empty()) TakeCoordinate(tag, 10, line.Points.back());
+    if (!line.Points.empty()) tag.SetCoordinate(10, line.Points.back());
     if (tag.Code == 90) piece = DXFInteger(tag.Value);
     if (tag.Code == 11) line.Gaps.push_back({.Piece = piece});
     if (!line.Gaps.empty()) {
-        TakeCoordinate(tag, 11, line.Gaps.back().Start);
-        TakeCoordinate(tag, 12, line.Gaps.back().End);
+        tag.SetCoordinate(11, line.Gaps.back().Start);
+        tag.SetCoordinate(12, line.Gaps.back().End);
     }
     if (tag.Code == 91) line.Index = DXFInteger(tag.Value);
     if (tag.Code == 92) line.Color = DXFInteger(tag.Value);
@@ -164,8 +158,7 @@ void TDXFMultiLeader::AddText() {
     const TDXFNote note = Note();
     m_sketch.Text(note, TDXFInk::OfRaw(m_context.Integer(90)));
     if (m_body.Integer(292) != 0) AddFrame(note);
-    if (m_context.Integer(292) != 0)
-        m_builder.Pass(m_record, TDXFReport::TReason::NoBackground);
+    if (m_context.Integer(292) != 0) m_builder.Pass(m_record, TDXFReport::TReason::NoBackground);
 }
 
 void TDXFMultiLeader::AddFrame(const TDXFNote& note) {

@@ -71,21 +71,15 @@ struct TMultiLineCorner {
     }
 };
 
-void TakeAxis(const TDXFRecord::TTag& tag, int code, TGLArrayd3& point) {
-    const int axis = (tag.Code - code) / 10;
-    if (tag.Code == code + 10 * axis && axis >= 0 && axis < 3)
-        point[static_cast<std::size_t>(axis)] = tag.Number();
-}
-
 std::vector<TMultiLineCorner> CornersOfMultiLine(const TDXFRecord& record) {
     std::vector<TMultiLineCorner> corners;
     for (const TDXFRecord::TTag& tag : record.Tags()) {
         if (tag.Code == 11) corners.emplace_back();
         if (corners.empty()) continue;
         TMultiLineCorner& corner = corners.back();
-        TakeAxis(tag, 11, corner.Place);
-        TakeAxis(tag, 12, corner.Way);
-        TakeAxis(tag, 13, corner.Miter);
+        tag.SetCoordinate(11, corner.Place);
+        tag.SetCoordinate(12, corner.Way);
+        tag.SetCoordinate(13, corner.Miter);
         if (tag.Code == 74) corner.Elements.emplace_back();
         if (tag.Code == 41 && !corner.Elements.empty())
             corner.Elements.back().push_back(tag.Number());
