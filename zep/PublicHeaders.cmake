@@ -128,6 +128,8 @@ set(core_headers
   scene/VertexItems.h
   scene/ViewVolume.h
   scene/XForm.h
+  sheets/Layout.h
+  sheets/Viewport.h
   stock/Guess.h
   stock/Run.h
   stock/Stock.h

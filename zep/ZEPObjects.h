@@ -24,3 +24,5 @@
 #include <zep/objects/Torus.h>
 #include <zep/objects/User.h>
 #include <zep/scene/Vertex3.h>
+#include <zep/sheets/Layout.h>
+#include <zep/sheets/Viewport.h>

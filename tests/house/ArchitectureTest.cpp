@@ -24,6 +24,7 @@ constexpr const char* Floors[] = {"zep/Export.h", // any header may need it
                                   "zep/appearance/effects/",
                                   "zep/objects/",
                                   "zep/batch/",
+                                  "zep/sheets/",
                                   "zep/view/",
                                   "zep/converters/",
                                   "zep/stock/",

@@ -108,24 +108,33 @@ void TZEPBatch::Assign(const TComponent* source) {
 }
 
 void TZEPBatch::DrawChildren(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind) {
-    if (kind == dkSelect && m_hidden) return DrawShownForSelect(scene, state);
-    if (kind == dkSelect || scene.Frame().Carves)
+    if (!m_hidden && (kind == dkSelect || scene.Frame().Carves))
         return TZEPObject::DrawChildren(scene, state, kind);
+    DrawChildrenBut({}, scene, state, kind);
+}
+
+void TZEPBatch::DrawChildrenBut(const TZEPLeftOut& leftOut, TZEPSceneContext& scene,
+                                TZEPDrawState state, TZEPDrawKind kind) {
+    if (kind == dkSelect || scene.Frame().Carves) return DrawOneByOne(leftOut, scene, state, kind);
     const auto contents = m_contents;
-    contents->Draw(Look(scene.Frame().Shown), scene, state, kind);
+    TBatchLook look = Look(scene.Frame().Shown);
+    look.LeftOut = &leftOut;
+    contents->Draw(look, scene, state, kind);
 }
 
 /// What it draws may take away the batch and what is below it.
-void TZEPBatch::DrawShownForSelect(TZEPSceneContext& scene, TZEPDrawState state) {
+void TZEPBatch::DrawOneByOne(const TZEPLeftOut& leftOut, TZEPSceneContext& scene,
+                             TZEPDrawState state, TZEPDrawKind kind) {
     TZEPFrame& frame = scene.Frame(); // stays, where what is drawn frees the scene
     const auto hidden = m_hidden;
     const TZEPWatch alive(this);
     for (int i = 0; alive && !frame.SceneIsGone && i < GetItemsCount(); ++i) {
         const auto number = static_cast<std::size_t>(i);
-        if (number < hidden->size() && (*hidden)[number]) continue;
+        if (hidden && number < hidden->size() && (*hidden)[number]) continue;
         TZEPObject* child = GetItem(i);
+        if (leftOut.contains(child)) continue;
         frame.Run.Next(typeid(*child));
-        child->Draw(scene, state, dkSelect);
+        child->Draw(scene, state, kind);
     }
 }
 

@@ -1,5 +1,6 @@
 #include <zep/batch/BatchContents.h>
 
+#include <zep/appearance/effects/DrawnPlace.h>
 #include <zep/batch/GatheredClass.h>
 #include <zep/framework/Contrast.h>
 #include <zep/framework/Property.h>
@@ -176,13 +177,14 @@ bool TBatchContents::HasPartIn(TZEPDrawState state) const {
 
 // --- drawing -----------------------------------------------------------------------------------
 
-/// From the batch to the eye; none where something else is loaded than what the camera shows.
+/// From the batch to the eye; none where something else is loaded than what the camera shows. A
+/// viewport tells where it shows the batch.
 std::optional<TGLMatrixd4> TBatchContents::ExactView(const TZEPSceneContext& scene) const {
     if (!scene.Frame().ProxyTargets.empty() || !m_batch->Scene()) return {};
     const TZEPSceneCamera* camera = m_batch->Scene()->CurrentCamera();
     const std::optional<TGLMatrixd4> view = camera ? camera->ExactView() : std::nullopt;
     if (!view) return {};
-    const TGLMatrixd4 own = m_batch->GetAbsoluteMatrix();
+    const TGLMatrixd4 own = MatrixAsDrawn(scene.Frame(), *m_batch);
     const TGLMatrixd4 exact = Product(*view, own);
     const auto length = [](const TGLArrayd4& v) { return Length({v[0], v[1], v[2]}); };
     const double reach = length((*view)[3]) + length(own[3]);
@@ -224,7 +226,7 @@ void TBatchContents::Draw(const TBatchLook& look, TZEPSceneContext& scene, TZEPD
     TZEPFrame& frame = scene.Frame(); // stays, where what is drawn frees the scene
     TZEPDrawRun& run = frame.Run;
     const TZEPDrawRun::RuleScope rules(run, {view.Widths, run.Rules().EvenMaterials});
-    DrawLayers(scene, state, kind, view);
+    DrawLayers(scene, state, kind, view, look.LeftOut);
     if (!m_batch || state != dsTransparent || frame.SceneIsGone) return;
     MarkSelected();
     m_marks.Draw(frame, view);
@@ -232,7 +234,7 @@ void TBatchContents::Draw(const TBatchLook& look, TZEPSceneContext& scene, TZEPD
 
 // Each is made anew before where something that was drawn has freed what is in it.
 void TBatchContents::DrawLayers(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
-                                const TLayerView& view) {
+                                const TLayerView& view, const TZEPLeftOut* leftOut) {
     const TZEPFrame& frame = scene.Frame();
     DrawLayer(m_own, idd, scene, state, kind, view);
     const std::vector<TZEPObject*> order = m_order;
@@ -240,6 +242,7 @@ void TBatchContents::DrawLayers(TZEPSceneContext& scene, TZEPDrawState state, TZ
         if (frame.SceneIsGone) return;
         const auto found = m_batch ? m_layers.find(object) : m_layers.end();
         if (found == m_layers.end() || !found->second.Of || !object->Visible()) continue;
+        if (leftOut && leftOut->contains(object)) continue;
         if (found->second.Changes != m_changes) Make(*object, found->second);
         DrawLayer(found->second, object->GetMatrix(), scene, state, kind, view);
     }

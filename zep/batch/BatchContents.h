@@ -15,8 +15,9 @@ struct TBatchLook {
     TZEPShown Shown;
     bool RoundArcs = false;
     bool SmoothShading = false;
-    std::optional<int> Frontier{}; ///< children of the batch from this one on are to come
-    THiddenChildren Hidden{};      ///< of the batch
+    std::optional<int> Frontier{};        ///< children of the batch from this one on are to come
+    THiddenChildren Hidden{};             ///< of the batch
+    const TZEPLeftOut* LeftOut = nullptr; ///< layers; null: none
 };
 
 /// What a batch has made of its children: a `TLayerBatch` for each layer, and one for the children
@@ -60,7 +61,7 @@ private:
     [[nodiscard]] std::optional<TGLMatrixd4> ExactView(const TZEPSceneContext& scene) const;
     [[nodiscard]] TLayerView View(const TBatchLook& look, TZEPDrawKind kind, double pictureWidths);
     void DrawLayers(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind kind,
-                    const TLayerView& view);
+                    const TLayerView& view, const TZEPLeftOut* leftOut);
     static void DrawLayer(const TLayer& layer, const TGLMatrixd4& frame, TZEPSceneContext& scene,
                           TZEPDrawState state, TZEPDrawKind kind, TLayerView view);
     /// Calls `visit` for what is made of the batch itself and of each layer that is seen.

@@ -158,7 +158,7 @@ TPathFrontier TLayerContent::FrontierAt(const TSpot& spot, const TLayerView& vie
 
 void TLayerContent::DrawArrays(const TSpot& spot, TZEPSceneContext& scene, TZEPDrawState state,
                                const TLayerView& view) const {
-    const TZEPViewVolume volume = TZEPViewVolume::OfContext(WidestCulled / 2);
+    const TZEPViewVolume volume = TZEPViewVolume::OfContext(WidestCulled / 2, scene.Frame().Window);
     const TPixelScale pixels = TPixelScale::OfContext();
     const TDetail detail{view.Share, &volume, &pixels};
     if (state == dsTransparent) {

@@ -3,8 +3,14 @@
 #include <zep/framework/Color.h>
 
 #include <optional>
+#include <unordered_set>
 
 namespace ZEP {
+
+class TZEPObject;
+
+/// Children of a batch that hold others, which a part of a view does not show.
+using TZEPLeftOut = std::unordered_set<const TZEPObject*>;
 
 /// How faces of meshes are shaded.
 enum class TZEPShading {

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <zep/Export.h>
+#include <zep/framework/Component.h>
 #include <zep/framework/Watch.h>
 #include <zep/scene/DrawRun.h>
 #include <zep/scene/Kept.h>
+
+#include <QPointer>
 
 #include <vector>
 
@@ -14,6 +17,7 @@ class TZEPObject;
 class TZEPSceneContext;
 class TZEPViewFrame;
 struct TZEPCut;
+struct TZEPRegion;
 struct TZEPShown;
 
 /// What drawing carries from one object to the next. It belongs to the scene that draws, where its
@@ -31,6 +35,11 @@ struct ZEP_CORE_EXPORT TZEPFrame {
     double Widths = 1;
     /// What the view that draws cuts away; null: nothing.
     const TZEPCut* Cut = nullptr;
+    /// The object that the view that draws shows in place of the whole scene; null: the whole.
+    QPointer<TComponent> Sheet;
+    /// The pixels of the viewport that a `TZEPViewport` shows something in now, as which others are
+    /// not drawn in turn; null: none does.
+    const TZEPRegion* Window = nullptr;
     /// Where a proxy shows something now; null: all is drawn where it stands.
     const TZEPDrawnPlace* Place = nullptr;
     /// What proxies show now, each target within the one before, and how often one within itself.

@@ -177,6 +177,7 @@ private:
     void ClearBuffers() const;
     class TState;
     [[nodiscard]] bool DrawsShadows() const;
+    void DrawSheet(TZEPDrawState state, TZEPDrawKind kind);
     void DrawStates(std::initializer_list<TZEPDrawState> states, TZEPDrawKind kind);
     void DrawShadowedStates();
     [[nodiscard]] bool EnterState(TZEPDrawState state);

@@ -2,6 +2,7 @@
 #include <zep/appearance/materials/SharedMaterials.h>
 #include <zep/framework/Watch.h>
 #include <zep/gl/Names.h>
+#include <zep/gl/Scopes.h>
 #include <zep/gl/Told.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
@@ -12,6 +13,7 @@
 #include <zep/scene/XForm.h>
 
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include <initializer_list>
 #include <optional>
@@ -98,6 +100,7 @@ void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draf
     const std::shared_ptr<TZEPFrame> frame = m_frame;
     SetCurrentCamera(camera);
     const TZEPCutScope cut(*frame, *camera);
+    const QScopedValueRollback sheet(frame->Sheet, QPointer<TComponent>(camera->Sheet()));
     const TZEPDrawRun::RuleScope rules(
         frame->Run, {static_cast<float>(frame->Widths), frame->Run.Rules().EvenMaterials});
     frame->Kept.NextFrame();
@@ -108,7 +111,7 @@ void TZEPScene::Render(TZEPSceneCamera* camera, int width, int height, bool draf
     camera->Apply(width, height, -1);
     Q_EMIT AfterCamera(this);
     if (frame->SceneIsGone) return;
-    if (m_firstPasses) DrawStates({dsPre, dsReflections}, dkFull);
+    if (m_firstPasses && !frame->Sheet) DrawStates({dsPre, dsReflections}, dkFull);
     if (frame->SceneIsGone) return;
     if (!draft && DrawsShadows()) return DrawShadowedStates();
     DrawStates({dsAllLights, dsAllObjects, dsTransparent}, draft ? dkDraft : dkFull);
@@ -121,7 +124,7 @@ void TZEPScene::DrawStates(std::initializer_list<TZEPDrawState> states, TZEPDraw
 }
 
 bool TZEPScene::DrawsShadows() const {
-    return m_shadows && !m_frame->Cut && HasBuffer(GL_STENCIL_BITS) &&
+    return m_shadows && !m_frame->Cut && !m_frame->Sheet && HasBuffer(GL_STENCIL_BITS) &&
            (BlendEquationEXT || HasBuffer(GL_ACCUM_RED_BITS));
 }
 
@@ -151,7 +154,24 @@ void TZEPScene::Draw(TZEPSceneContext& scene, TZEPDrawState state, TZEPDrawKind 
     std::optional<TZEPSectionScope> sections;
     if ((SeenPasses & PassBit(state)) != 0) sections.emplace(*frame);
     const TZEPViewFrame view(*frame, VolumeOf(state, kind != dkSelect || m_selectsNear));
+    if (frame->Sheet && (SeenPasses & PassBit(state)) != 0) return DrawSheet(state, kind);
     DrawChildren(scene, state, kind);
+}
+
+/// What its view shows in place of the whole, in its place and visible or not.
+void TZEPScene::DrawSheet(TZEPDrawState state, TZEPDrawKind kind) {
+    const std::shared_ptr<TZEPFrame> frame = m_frame;
+    auto& sheet = static_cast<TZEPObject&>(*frame->Sheet);
+    if (sheet.Scene() != this) return;
+    const TZEPMatrixScope place;
+    const TGLMatrixd4 absolute = sheet.GetAbsoluteMatrix();
+    const TZEPViewFrame view(*frame, absolute);
+    glMultMatrixd(absolute[0].data());
+    frame->Run.Next(typeid(sheet));
+    const TZEPWatch alive(&sheet);
+    DrawOwn(sheet, sheet, *this, state, kind);
+    if (alive && !frame->SceneIsGone) sheet.DrawChildren(*this, state, kind);
+    frame->Run.End(); // before its matrix goes
 }
 
 bool TZEPScene::EnterState(TZEPDrawState state) {

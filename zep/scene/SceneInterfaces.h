@@ -30,6 +30,9 @@ public:
     /// From the scene to the eye as it is applied without jitter, in full precision: OpenGL counts
     /// in floats, which are coarse far from the origin. None where the camera cannot tell.
     [[nodiscard]] virtual std::optional<TGLMatrixd4> ExactView() const { return {}; }
+    /// What its view shows in place of the whole scene: an object of it, visible or not, with what
+    /// is below it (`TZEPLayout` for one). Null, as here: the whole scene.
+    [[nodiscard]] virtual TZEPObject* Sheet() const { return nullptr; }
     /// Where its view cuts the scene open: nowhere.
     [[nodiscard]] virtual TZEPSections Sections() const { return {}; }
     /// The camera as an object of a tree.

@@ -72,6 +72,12 @@ std::array<TZEPPickRegion, 4> Around(const TZEPPickRegion& region) {
     return {strip(-1, 0), strip(1, 0), strip(0, -1), strip(0, 1)};
 }
 
+bool IsBelow(const TZEPObject& object, const TZEPObject& other) {
+    const TZEPObject* above = &object;
+    while (above && above != &other) above = above->Parent();
+    return above;
+}
+
 TFoundObjects SelectableOf(const TZEPSelectHits& hits) {
     TFoundObjects found;
     std::unordered_set<const TZEPObject*> known;
@@ -79,6 +85,14 @@ TFoundObjects SelectableOf(const TZEPSelectHits& hits) {
         if (hit.Object->Selectable() && known.insert(hit.Object).second)
             found.emplace_back(hit.Object);
     return found;
+}
+
+/// What is seen through a viewport of a sheet stands elsewhere, so that nothing tells whether all
+/// of it is seen.
+void KeepOnSheet(const TZEPSceneCamera& camera, TFoundObjects& objects) {
+    const TZEPObject* sheet = camera.Sheet();
+    if (sheet)
+        std::erase_if(objects, [&](const auto& object) { return !IsBelow(*object, *sheet); });
 }
 
 void Remove(TFoundObjects& objects, const TZEPSelectHits& hits) {
@@ -136,7 +150,10 @@ std::vector<TZEPObject*> TZEPScene::ObjectsIn(TZEPSceneCamera& camera, const TZE
     const auto hits = FindHits(camera, region);
     if (!hits) return {};
     TFoundObjects found = SelectableOf(*hits);
-    if (reach == TZEPReach::Inside && cameraObject) KeepInside(camera, region, found);
+    if (reach == TZEPReach::Inside && cameraObject) {
+        KeepOnSheet(camera, found);
+        KeepInside(camera, region, found);
+    }
     std::vector<TZEPObject*> objects;
     for (const QPointer<TZEPObject>& object : found)
         if (object) objects.push_back(object);

@@ -10,6 +10,7 @@
 
 #include <QPointer>
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <cmath>
@@ -72,6 +73,7 @@ std::optional<TZEPSelectHits> TZEPScene::FindHits(TZEPSceneCamera& camera,
     const std::shared_ptr<TZEPFrame> frame = m_frame;
     const TZEPMatricesScope matrices;
     const TZEPCutScope cut(*frame, camera);
+    const QScopedValueRollback sheet(frame->Sheet, QPointer<TComponent>(camera.Sheet()));
     camera.Pick(region.ViewWidth, region.ViewHeight, region.X, region.Y, std::max(region.Width, 1),
                 std::max(region.Height, 1));
     const QPointer<TZEPScene> alive(this);

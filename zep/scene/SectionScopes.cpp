@@ -31,7 +31,7 @@ TGLArrayd4 InEyeFrame(const TGLArrayd4& plane, const TGLMatrixd4& view) {
 
 TZEPCutScope::TZEPCutScope(TZEPFrame& frame, const TZEPSceneCamera& camera)
     : m_frame(frame), m_outer(frame.Cut), m_cut{camera.Sections(), {}} {
-    const bool cuts = AnyCuts(m_cut.Sections);
+    const bool cuts = !camera.Sheet() && AnyCuts(m_cut.Sections);
     if (cuts) m_cut.View = camera.ExactView();
     frame.Cut = cuts ? &m_cut : nullptr;
 }

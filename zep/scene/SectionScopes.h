@@ -18,7 +18,7 @@ class TZEPSceneCamera;
 inline constexpr std::array<GLenum, SectionCount> SectionPlanes{GL_CLIP_PLANE1, GL_CLIP_PLANE2,
                                                                 GL_CLIP_PLANE3};
 
-/// What a frame draws while this lives is cut as a camera's view is.
+/// What a frame draws while this lives is cut as a camera's view is; a sheet is not cut.
 class ZEP_CORE_EXPORT TZEPCutScope {
 public:
     TZEPCutScope(TZEPFrame& frame, const TZEPSceneCamera& camera);

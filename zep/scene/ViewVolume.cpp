@@ -2,6 +2,7 @@
 
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
+#include <zep/scene/SeenRegion.h>
 
 #include <cmath>
 #include <utility>
@@ -12,6 +13,18 @@ namespace {
 
 /// OpenGL calculates in single precision: what lies outside by less may be seen.
 constexpr double Slack = 1e-6;
+
+/// From the clip coordinates of a viewport to those of a part of it.
+TGLMatrixd4 ToPart(const std::array<GLint, 4>& viewport, const TZEPRegion& part) {
+    TGLMatrixd4 matrix = idd;
+    const auto narrow = [&](std::size_t axis, double size, double start, double width) {
+        matrix[axis][axis] = size / width;
+        matrix[3][axis] = (size - 2 * start) / width - 1;
+    };
+    narrow(0, viewport[2], part.X, part.Width);
+    narrow(1, viewport[3], part.Y, part.Height);
+    return matrix;
+}
 
 } // namespace
 
@@ -28,11 +41,15 @@ TZEPViewVolume::TZEPViewVolume(const TGLMatrixd4& toClip, double marginX, double
     Measure();
 }
 
-TZEPViewVolume TZEPViewVolume::OfContext(double pixels) {
+TZEPViewVolume TZEPViewVolume::OfContext(double pixels, const TZEPRegion* part) {
     std::array<GLint, 4> viewport{};
     glGetIntegerv(GL_VIEWPORT, viewport.data());
-    return TZEPViewVolume(LoadedToClip(), 2 * pixels / std::fmax(viewport[2], 1),
-                          2 * pixels / std::fmax(viewport[3], 1));
+    if (!part || part->IsEmpty())
+        return TZEPViewVolume(LoadedToClip(), 2 * pixels / std::fmax(viewport[2], 1),
+                              2 * pixels / std::fmax(viewport[3], 1));
+    TGLMatrixd4 toClip;
+    MultMatrixd(ToPart(viewport, *part), LoadedToClip(), toClip);
+    return TZEPViewVolume(toClip, 2 * pixels / part->Width, 2 * pixels / part->Height);
 }
 
 std::optional<TZEPViewVolume> TZEPViewVolume::OfSight() {

@@ -11,6 +11,8 @@ namespace ZEP {
 /// Lines and points wider than this, in pixels, are drawn wherever they are.
 inline constexpr float WidestCulled = 32;
 
+struct TZEPRegion;
+
 /// How much of a box a view shows.
 enum class TZEPSeen { Nothing, Part, All };
 
@@ -40,7 +42,8 @@ public:
     /// \param marginX, marginY  how far around the view counts as seen, in half widths and heights
     explicit TZEPViewVolume(const TGLMatrixd4& toClip, double marginX = 0, double marginY = 0);
     /// What OpenGL's present matrices show, with some pixels around.
-    [[nodiscard]] static TZEPViewVolume OfContext(double pixels);
+    /// \param part  of the viewport, beyond which nothing is seen; null: all of it
+    [[nodiscard]] static TZEPViewVolume OfContext(double pixels, const TZEPRegion* part = nullptr);
     /// The same, with room for the widest lines and points that are not drawn everywhere; none
     /// while a display list is made, which may be called in another view.
     [[nodiscard]] static std::optional<TZEPViewVolume> OfSight();

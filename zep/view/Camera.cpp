@@ -103,6 +103,18 @@ void TZEPCamera::SetSections(const TZEPSections& sections) {
     if (Change(m_sections, sections)) Invalidate(this);
 }
 
+void TZEPCamera::SetSheet(TZEPObject* sheet) {
+    if (m_sheet == sheet) return;
+    m_sheet = sheet;
+    Invalidate(this);
+}
+
+bool TZEPCamera::IsOffSheet(const TZEPObject& object) const {
+    const TZEPObject* above = m_sheet ? &object : nullptr;
+    while (above && above != m_sheet) above = above->Parent();
+    return m_sheet && !above;
+}
+
 void TZEPCamera::SetViewOffset(const TGLArrayd3& offset) {
     if (Change(m_navigation.View, offset)) Invalidate(this);
 }

@@ -5,6 +5,7 @@
 #include <zep/scene/SceneInterfaces.h>
 #include <zep/scene/Vertex3.h>
 
+#include <QPointer>
 #include <QRectF>
 
 #include <optional>
@@ -113,6 +114,14 @@ public:
     /// (zep/scene/Sections.h). Rules of the view, of which nothing is stored.
     [[nodiscard]] TZEPSections Sections() const override { return m_sections; }
     void SetSections(const TZEPSections& sections);
+    /// What its view shows in place of the whole scene, in every panel, picture and click: a
+    /// `TZEPLayout` for one. Lights shine, but there are neither shadows nor mirrors. Another rule
+    /// of the view, of which nothing is stored; null, also once the object is gone: the scene.
+    [[nodiscard]] TZEPObject* Sheet() const override { return m_sheet; }
+    void SetSheet(TZEPObject* sheet);
+    /// The object is not seen where it stands: the view shows a sheet, and it does not belong to
+    /// that. It may be seen through a viewport of the sheet.
+    [[nodiscard]] bool IsOffSheet(const TZEPObject& object) const;
     /// Multiplies the current matrix by what leads from the whole view to the part that is drawn;
     /// nothing where that is the whole. For what is drawn in coordinates of the view.
     void ApplyPart() const;
@@ -190,6 +199,7 @@ private:
     TZEPVertex3 m_up;
     TZEPObject* m_positionObject = nullptr;
     TZEPObject* m_targetObject = nullptr;
+    QPointer<TZEPObject> m_sheet;
     double m_focalLength = 0;
     double m_fovy = 0;
     double m_nearClipPlane = 0.1;

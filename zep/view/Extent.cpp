@@ -3,6 +3,8 @@
 #include <zep/batch/GatheredClass.h>
 #include <zep/objects/Mesh.h>
 #include <zep/scene/Vectors.h>
+#include <zep/sheets/Layout.h>
+#include <zep/sheets/Viewport.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -38,6 +40,10 @@ bool CanBeDrawn(const TZEPBounds& box) {
         if (!(box.Min[k] <= box.Max[k] && box.Min[k] >= -Largest && box.Max[k] <= Largest))
             return false;
     return true;
+}
+
+bool IsLayout(const TZEPObject& object) {
+    return qobject_cast<const TZEPLayout*>(&object);
 }
 
 } // namespace
@@ -95,9 +101,10 @@ void TZEPExtent::Add(TZEPObject& object) {
 }
 
 void TZEPExtent::AddVisible(TZEPObject& object) {
-    if (!object.Visible()) return;
+    if (!object.Visible() && !IsLayout(object)) return;
     Add(object);
-    for (int i = 0, count = object.GetItemsCount(); i < count; ++i) AddVisible(*object.GetItem(i));
+    for (int i = 0, count = object.GetItemsCount(); i < count; ++i)
+        if (TZEPObject& child = *object.GetItem(i); !IsLayout(child)) AddVisible(child);
 }
 
 std::vector<TGLArrayd3> TZEPExtent::Corners() const {
@@ -106,7 +113,10 @@ std::vector<TGLArrayd3> TZEPExtent::Corners() const {
 }
 
 bool Draws(const TZEPObject& object) {
-    return qobject_cast<const TZEPColoredObject*>(&object) && !IsGroup(object);
+    if (qobject_cast<const TZEPColoredObject*>(&object)) return !IsGroup(object);
+    if (const auto* layout = qobject_cast<const TZEPLayout*>(&object)) return layout->HasPaper();
+    const auto* viewport = qobject_cast<const TZEPViewport*>(&object);
+    return viewport && viewport->Scale() > 0;
 }
 
 TZEPExtent VisibleExtent(TZEPObject& node) {

@@ -33,7 +33,8 @@ public:
     /// What the object itself draws, as far as it reaches; nothing for one that only holds others,
     /// for lights and cameras. A mesh fills its box badly, so that its vertexes count.
     void Add(TZEPObject& object);
-    /// The object and all below it, without what is invisible.
+    /// The object and all below it, without what is invisible and without layouts; of a layout, the
+    /// sheet, visible or not.
     void AddVisible(TZEPObject& object);
 
     /// None of nothing.
@@ -50,10 +51,10 @@ private:
     std::array<double, Directions> m_reach{};
 };
 
-/// It has a place and a form of its own: no group, light or camera.
+/// It has a place and a form of its own: no group, light or camera. Paper and viewports have, too.
 [[nodiscard]] ZEP_CORE_EXPORT bool Draws(const TZEPObject& object);
 
-/// Of all that can be seen of an object and of what is below it.
+/// Of all that can be seen of an object and of what is below it, as `TZEPExtent::AddVisible`.
 [[nodiscard]] ZEP_CORE_EXPORT TZEPExtent VisibleExtent(TZEPObject& node);
 
 } // namespace ZEP

@@ -93,6 +93,7 @@ void TZEPHover::Mark(TZEPObject* object) {
 
 void TZEPHover::Draw() {
     if (!m_object || !m_object->Scene() || !m_panel->Camera()) return;
+    if (m_panel->Camera()->IsOffSheet(*m_object)) return; // it stands elsewhere
     if (!m_mark) m_mark = std::make_unique<TObjectMark>(*m_object);
     const TGLMatrixd4 view = m_panel->Camera()->GetViewMatrix();
     TZEPFrame& frame = m_object->Scene()->Frame();

@@ -67,6 +67,11 @@ private:
     bool m_parallel, m_manual;
 };
 
+/// Of the sheet that its view shows, else of all of the scene.
+std::vector<TGLArrayd3> ShownPoints(const TZEPCamera& camera) {
+    return VisiblePoints(camera.Sheet() ? *camera.Sheet() : *camera.Scene());
+}
+
 /// Half of what a view shows across and upwards that reaches as far as the points.
 struct TReach {
     double Across = 0, Upwards = 0;
@@ -84,7 +89,7 @@ struct TReach {
 /// All of the scene in the middle of a parallel view.
 /// \return  none where there is nothing
 std::optional<TReach> LookAtAll(TZEPCamera& camera) {
-    const std::vector<TGLArrayd3> points = VisiblePoints(*camera.Scene());
+    const std::vector<TGLArrayd3> points = ShownPoints(camera);
     SwitchProjection(camera, true, 1);
     if (!FitCamera(camera, points, 1, {.Margin = 1})) return {};
     return TReach(camera, points);
@@ -92,7 +97,7 @@ std::optional<TReach> LookAtAll(TZEPCamera& camera) {
 
 /// Half of the view's width becomes `across`: the camera looks as it does, from far enough away.
 void Widen(TZEPCamera& camera, double across, double aspect) {
-    std::vector<TGLArrayd3> points = VisiblePoints(*camera.Scene());
+    std::vector<TGLArrayd3> points = ShownPoints(camera);
     TGLMatrixd4 toWorld = camera.GetViewMatrix();
     InverseMatrixd(toWorld);
     const double depth = -Distance(camera.GetPosition(), camera.GetTarget());
