@@ -7,7 +7,7 @@
 
 namespace ZEP {
 
-/// Absolute, of all that draws below `root`, seen or not.
+/// Absolute, of all that draws below `root`, seen or not, but for what is on sheets.
 [[nodiscard]] TZEPExtent ExtentOf(TZEPObject& root);
 
 } // namespace ZEP

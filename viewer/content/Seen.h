@@ -6,7 +6,7 @@
 
 namespace ZEP {
 
-/// Nothing is hidden, neither the object nor anything below it.
+/// Nothing is hidden, neither the object nor anything below it; sheets are seen by themselves.
 [[nodiscard]] bool IsSeenWhole(const TZEPObject& object);
 
 /// Absolute, of what can be seen of objects and all that is below them.

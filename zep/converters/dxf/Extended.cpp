@@ -55,7 +55,14 @@ constexpr TKind Kinds[] = {
 };
 
 /// What belongs to other entities, or shows nothing in a model.
-constexpr std::string_view SilentKinds[] = {"SEQEND", "VERTEX", "VIEWPORT", "BLOCK", "ENDBLK"};
+constexpr std::string_view SilentKinds[] = {"SEQEND", "VERTEX", "BLOCK", "ENDBLK"};
+
+/// Begins what an object says of a layer in a viewport.
+constexpr std::string_view OwnLookOfLayer = "{ADSK_LYR_";
+
+/// What may be the outline of a viewport.
+constexpr std::string_view OutlineKinds[] = {"LWPOLYLINE", "POLYLINE", "CIRCLE", "ELLIPSE",
+                                             "SPLINE"};
 
 TDXFAddEntity FindKind(std::string_view name) {
     for (const TKind& kind : Kinds)
@@ -98,7 +105,7 @@ bool AttributesFollow(TDXFTags& tags) {
 } // namespace
 
 TDXFExtendedReader::TDXFExtendedReader(TDXFDrawing& drawing, TDXFOtherDrawings& others)
-    : m_drawing(drawing), m_limits(drawing.Limits), m_others(others) {}
+    : m_drawing(drawing), m_sheets(drawing), m_limits(drawing.Limits), m_others(others) {}
 
 void TDXFExtendedReader::ReadLayer() {
     if (!m_record.Read(m_drawing.Tags) || !m_record.Has(2)) return;
@@ -110,6 +117,7 @@ void TDXFExtendedReader::ReadLayer() {
     TZEPObject* layer = m_drawing.Layers.Declare(name);
     if (!layer) return;
     if (!isKept) SetLook(*layer);
+    m_sheets.AddLayer(m_record, layer);
     m_drawing.LineTypes.SetOfLayer(layer, m_record.Text(6));
     m_drawing.Weights.OfLayers[layer] = m_record.Integer(370, TDXFWeights::Default);
 }
@@ -153,6 +161,26 @@ void TDXFExtendedReader::ReadBlockRecords() {
     ReadTable("BLOCK_RECORD", [this] { m_drawing.Handles.Add(m_record); });
 }
 
+void TDXFExtendedReader::ReadObjects() {
+    TDXFTags& tags = m_drawing.Tags;
+    while (tags.NextGroupCode() >= 0 && !m_drawing.IsAtEnd("ENDSEC")) {
+        if (tags.Code() == 102 && tags.ValStr().starts_with(OwnLookOfLayer))
+            m_sheets.AddOwnLook(tags.LineNumber());
+        if (tags.Code() != 0 || tags.ValStr() != "LAYOUT") continue;
+        if (m_record.Read(tags)) m_sheets.AddLayout(m_record);
+    }
+}
+
+void TDXFExtendedReader::ReadSheets() {
+    m_sheets.ForEachBlock([this](std::string_view name, TDXFScope& scope) {
+        const TDXFBlock* block = m_blocks.Find(name);
+        if (!block || block->Size == 0) return;
+        m_drawing.Tags.Goto(block->Begin);
+        ReadEntities(scope, "ENDBLK");
+    });
+    m_sheets.Finish();
+}
+
 void TDXFExtendedReader::ReadEntities() {
     TDXFScope scope(m_drawing);
     ReadEntities(scope, "ENDSEC");
@@ -176,7 +204,8 @@ void TDXFExtendedReader::ReadEntities(TDXFScope& scope, std::string_view end) {
     while (tags.NextGroupCode() >= 0) {
         if (tags.Code() != 0) continue;
         if (m_drawing.IsAtEnd(end)) return;
-        if (scope.IsInBlock() && (tags.ValStr() == "BLOCK" || m_limits.AreReached())) return;
+        if (end == "ENDBLK" && tags.ValStr() == "BLOCK") return;
+        if (scope.IsInBlock() && m_limits.AreReached()) return;
         ReadEntity(scope);
     }
 }
@@ -187,16 +216,43 @@ void TDXFExtendedReader::ReadEntity(TDXFScope& scope) {
     const std::string_view kind = tags.ValStr();
     const TDXFAddEntity add = FindKind(kind);
     const bool isInsert = kind == "INSERT";
+    if (kind == "VIEWPORT") return ReadViewport(scope);
     if (!add && !isInsert) {
         if (!Contains(SilentKinds, kind))
             m_drawing.Report.Add(kind, TDXFReport::TReason::NotDrawn, tags.LineNumber());
         return;
     }
     if (!m_record.Read(tags)) return;
-    TDXFBuilder builder(m_drawing, scope, m_limits, *this);
-    if (m_record.Integer(67) != 0) return builder.Pass(m_record, TDXFReport::TReason::PaperSpace);
-    if (isInsert) return ReadInsert(scope);
+    const bool isOnPaper = m_record.Integer(67) != 0 && !scope.IsOnSheet();
+    TDXFScope& space = isOnPaper && !scope.IsInBlock() ? m_sheets.ScopeOf(m_record) : scope;
+    TDXFBuilder builder(m_drawing, space, m_limits, *this);
+    if (isOnPaper && scope.IsInBlock())
+        return builder.Pass(m_record, TDXFReport::TReason::PaperSpace);
+    if (isInsert) return ReadInsert(space);
+    if (space.IsSheet() && Contains(OutlineKinds, kind)) return AddOnSheet(add, builder);
     add(builder, m_record);
+}
+
+/// In a model it shows nothing.
+void TDXFExtendedReader::ReadViewport(TDXFScope& scope) {
+    TDXFTags& tags = m_drawing.Tags;
+    const TDXFPosition begin = tags.Position();
+    if (!m_record.Read(tags) || scope.IsInBlock()) return;
+    if (!scope.IsSheet() && m_record.Integer(67) == 0) return;
+    TDXFScope& sheet = scope.IsSheet() ? scope : m_sheets.ScopeOf(m_record);
+    TDXFBuilder builder(m_drawing, sheet, m_limits, *this);
+    m_sheets.AddViewport(builder, m_record, TDXFWindow::Of(m_record, tags, begin));
+}
+
+/// What may be the outline of a viewport. Of a wide polyline that is the line in its middle.
+void TDXFExtendedReader::AddOnSheet(TDXFAddEntity add, TDXFBuilder& builder) {
+    TZEPObject* layer = builder.Scope.LayerOf(m_record);
+    const QPointer<TZEPObject> part = layer ? builder.Scope.ParentOn(layer) : nullptr;
+    const int first = part ? part->GetItemsCount() : 0;
+    const quint64 handle = DXFHandle(m_record.Text(5));
+    add(builder, m_record);
+    for (int i = first; part && i < part->GetItemsCount(); ++i)
+        m_sheets.AddOutline(handle, *part->GetItem(i));
 }
 
 // NOLINTNEXTLINE(misc-no-recursion)
@@ -312,7 +368,7 @@ void TDXFExtendedReader::AddAttribute(TDXFScope& scope, TDXFInsertion insertion,
             insertion.Place = first.WayTo(column, row);
             TDXFScope beside(scope, insertion, look);
             TDXFBuilder builder(m_drawing, beside, m_limits, *this);
-            if (m_record.Integer(67) != 0)
+            if (m_record.Integer(67) != 0 && !beside.IsOnSheet())
                 return builder.Pass(m_record, TDXFReport::TReason::PaperSpace);
             AddDXFText(builder, m_record);
         }

@@ -2,6 +2,7 @@
 
 #include <zep/converters/dxf/Blocks.h>
 #include <zep/converters/dxf/Builder.h>
+#include <zep/converters/dxf/Sheets.h>
 
 #include <QSet>
 
@@ -46,11 +47,16 @@ public:
     /// \name Sections, whose name was taken last
     /// @{
     void ReadBlocks() { m_blocks.Read(m_drawing.Tags, m_drawing.Text); }
+    void ReadObjects();
     void ReadEntities();
     /// @}
     /// All sections of entities, for an insertion into another drawing.
     void ReadEntitiesInto(TDXFScope& scope);
     [[nodiscard]] TDXFDrawing& Drawing() const { return m_drawing; }
+    /// Makes the sheets that objects declare, before any entity.
+    void MakeSheets() { m_sheets.Make(); }
+    /// Reads the blocks of sheets, behind all entities.
+    void ReadSheets();
 
 private:
     /// \param kind  of the records of a table
@@ -59,6 +65,8 @@ private:
     void SetLook(TZEPObject& layer);
     void ReadEntities(TDXFScope& scope, std::string_view end);
     void ReadEntity(TDXFScope& scope);
+    void ReadViewport(TDXFScope& scope);
+    void AddOnSheet(TDXFAddEntity add, TDXFBuilder& builder);
     void ReadInsert(TDXFScope& scope);
     bool InsertNamed(TDXFScope& scope, const TDXFRecord& record, std::string_view name,
                      const TDXFInsertion& insertion) override;
@@ -75,6 +83,7 @@ private:
 
     TDXFDrawing& m_drawing;
     TDXFBlocks m_blocks;
+    TDXFSheets m_sheets;
     TDXFLimits& m_limits;
     TDXFOtherDrawings& m_others;
     TDXFRecord m_record; // of all scopes: what is needed behind an insertion is taken out before

@@ -32,6 +32,8 @@ public:
     void SetOfLayer(const TZEPObject* layer, std::string_view name) { m_ofLayers[layer] = name; }
 
     [[nodiscard]] bool AreThere() const { return !m_byName.empty(); }
+    /// Something is drawn in one of them.
+    [[nodiscard]] bool AreUsed() const { return !m_patterns.empty(); }
     /// Null for what is solid.
     [[nodiscard]] const TDXFLineType* Find(std::string_view name) const;
     [[nodiscard]] const TDXFLineType* OfLayer(const TZEPObject* layer) const;

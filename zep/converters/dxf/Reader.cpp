@@ -26,7 +26,10 @@ TDXFReader::~TDXFReader() = default;
 
 void TDXFReader::Read() {
     ReadTables();
+    if (m_extended) ReadSections("OBJECTS", &TDXFReader::read_objects);
+    if (m_extended) m_extended->MakeSheets();
     ReadSections("ENTITIES", &TDXFReader::read_entity_section);
+    if (m_extended) m_extended->ReadSheets();
     TakeResultsOfOthers();
     m_drawing.EndlessLines.Place(m_drawing.Root, m_drawing.Report);
 }
@@ -162,6 +165,10 @@ void TDXFReader::ReadLayer() {
 
 void TDXFReader::read_blocks() {
     m_extended->ReadBlocks();
+}
+
+void TDXFReader::read_objects() {
+    m_extended->ReadObjects();
 }
 
 void TDXFReader::read_entity_section() {

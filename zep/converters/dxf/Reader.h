@@ -35,6 +35,7 @@ private:
     void read_layer_information();
     void ReadLayer();
     void read_blocks();
+    void read_objects();
     void read_entity_section();
 
     TDXFDrawing& m_drawing;

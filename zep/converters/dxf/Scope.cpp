@@ -71,11 +71,19 @@ int TDXFScope::WeightOf(const TDXFRecord& record, const TZEPObject& layer) const
 }
 
 TZEPObject* TDXFScope::ParentOn(TZEPObject* layer) {
-    if (!IsInBlock()) return layer;
-    if (!m_block) return m_outer->ParentOn(layer);
+    if (!IsInBlock() && !m_isSheet) return layer;
+    if (!m_block && !m_isSheet) return m_outer->ParentOn(layer);
     QPointer<TZEPObject>& node = m_nodes[layer];
-    if (!node) node = MakeNode(m_outer->ParentOn(layer));
+    if (!node) node = m_isSheet ? MakePart(*layer) : MakeNode(m_outer->ParentOn(layer));
     return node;
+}
+
+/// Of a layer, on a sheet.
+TZEPNode* TDXFScope::MakePart(const TZEPObject& layer) const {
+    auto* part = new TZEPNode(&m_drawing.Root);
+    part->SetIdent(layer.Ident());
+    part->SetColor(layer.Color());
+    return Place(part, m_sheet, m_drawing.Root);
 }
 
 TZEPNode* TDXFScope::MakeNode(TZEPObject* parent) const {

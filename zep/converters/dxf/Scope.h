@@ -36,6 +36,10 @@ public:
 
     /// Of the drawing itself.
     explicit TDXFScope(TDXFDrawing& drawing) : m_drawing(drawing) {}
+    /// Of a sheet, where a part for each layer holds what is drawn on it. \param sheet  null, also
+    /// once the host has freed it: what is made has no parent
+    TDXFScope(TDXFDrawing& drawing, TZEPObject* sheet)
+        : m_drawing(drawing), m_sheet(sheet), m_isSheet(true) {}
     /// Of an inserted block.
     /// \param look  of the insertion, in the outer scope
     TDXFScope(TDXFScope& outer, const TDXFBlock& block, const TDXFInsertion& insertion,
@@ -50,6 +54,10 @@ public:
 
     /// Or among the texts of an insertion.
     [[nodiscard]] bool IsInBlock() const { return m_outer != nullptr; }
+    /// Of a sheet itself.
+    [[nodiscard]] bool IsSheet() const { return m_isSheet; }
+    /// Or in a block on one.
+    [[nodiscard]] bool IsOnSheet() const { return m_isSheet || (m_outer && m_outer->IsOnSheet()); }
     /// What a dimension shows.
     [[nodiscard]] bool IsOfDimension() const { return m_insertion.OfDimension; }
     /// What the insertion says for the definition of an attribute with that handle.
@@ -87,6 +95,7 @@ public:
 
 private:
     [[nodiscard]] TZEPNode* MakeNode(TZEPObject* parent) const;
+    [[nodiscard]] TZEPNode* MakePart(const TZEPObject& layer) const;
 
     TDXFDrawing& m_drawing;
     TDXFScope* m_outer = nullptr;
@@ -94,6 +103,8 @@ private:
     TDXFInsertion m_insertion;
     TDXFLook m_look;
     int m_depth = 0;
+    QPointer<TZEPObject> m_sheet;
+    bool m_isSheet = false;
     std::unordered_map<TZEPObject*, QPointer<TZEPObject>> m_nodes; // by layer
 };
 

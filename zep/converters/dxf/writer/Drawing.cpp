@@ -4,6 +4,7 @@
 #include <zep/converters/ReadReport.h>
 #include <zep/converters/dxf/writer/Pairs.h>
 #include <zep/scene/Vectors.h>
+#include <zep/sheets/Layout.h>
 #include <zep/view/Actor.h>
 
 #include <algorithm>
@@ -107,6 +108,10 @@ void TDXFDrawingWriter::WriteBelow(TZEPObject& object, const TDXFPlace& place,
                                    TDXFEntityWriter& writer, bool asks) {
     for (int i = 0, count = object.GetItemsCount(); i < count; ++i) {
         TZEPObject& child = *object.GetItem(i);
+        if (qobject_cast<TZEPLayout*>(&child)) {
+            writer.Count(QStringLiteral("sheets of paper (layouts)"));
+            continue;
+        }
         TDXFPlace own = place;
         MultMatrixd(place.Matrix, child.GetMatrix(), own.Matrix);
         if (child.metaObject() == &TZEPActor::staticMetaObject) {

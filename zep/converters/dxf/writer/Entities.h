@@ -35,6 +35,9 @@ public:
     /// The object itself; what only holds others writes nothing.
     void Write(TZEPObject& object, const TDXFPlace& place);
 
+    /// Counts what is left out.
+    void Count(const QString& kind);
+
     /// \name Of all that was written
     /// @{
     [[nodiscard]] const std::optional<TZEPBounds>& Bounds() const { return m_bounds; }
@@ -61,7 +64,6 @@ private:
     [[nodiscard]] static const TKind* KindOf(const TZEPObject& object);
     [[nodiscard]] TStyle StyleOf(const TZEPObject& object);
     void SetLineType(TStyle& style, const TZEPDashPattern& pattern, double scale);
-    void Count(const QString& kind);
     [[nodiscard]] TGLArrayd3 Placed(TGLArrayd3 point) const;
     template <class TList>
     [[nodiscard]] TPoints PlacedEach(TList& vertexes) const {
