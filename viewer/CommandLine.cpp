@@ -41,6 +41,11 @@ struct TOptions {
         QStringLiteral("camera"),
         QStringLiteral("With --picture or --print: look through the camera of that name in FILE."),
         QStringLiteral("NAME")};
+    QCommandLineOption Layout{
+        QStringLiteral("layout"),
+        QStringLiteral("Show the sheet of that name in a drawing, in place of the model (--info "
+                       "lists them)."),
+        QStringLiteral("NAME")};
     QCommandLineOption Shadows{
         QStringLiteral("shadows"),
         QStringLiteral("With --picture or --print: surfaces cast shadows on each other.")};
@@ -82,8 +87,8 @@ struct TOptions {
                        "without newer kinds of entities and blocks.")};
 
     [[nodiscard]] QList<QCommandLineOption> All() const {
-        return {Help,   Version,     Info,     Json,  Picture, Size, View, Camera, Shadows,
-                Ground, Transparent, NoGuides, Scale, Print,   Page, Save, Plain};
+        return {Help,    Version, Info,        Json,     Picture, Size,  View, Camera, Layout,
+                Shadows, Ground,  Transparent, NoGuides, Scale,   Print, Page, Save,   Plain};
     }
 };
 
@@ -178,6 +183,9 @@ void CheckCompany(const QCommandLineParser& parser, const TOptions& options) {
     excludes(options.Picture, options.Save);
     excludes(options.Print, options.Save);
     excludes(options.View, options.Camera);
+    excludes(options.Layout, options.Camera);
+    excludes(options.Layout, options.Info);
+    excludes(options.Layout, options.Save);
 }
 
 TCommandLine::TTask TaskOf(const QCommandLineParser& parser, const TOptions& options) {
@@ -277,6 +285,7 @@ TCommandLine ParseCommandLine(const QStringList& arguments) {
     if (line.Task == Print) ParsePaper(parser, options, line);
     if (parser.isSet(options.View)) line.Direction = ParseDirection(parser.value(options.View));
     line.Camera = parser.value(options.Camera);
+    line.Layout = parser.value(options.Layout);
     line.Shadows = parser.isSet(options.Shadows);
     line.Ground = parser.isSet(options.Ground);
     line.SavedFile = parser.value(options.Save);

@@ -4,6 +4,7 @@
 #include "viewer/Display.h"
 #include "viewer/drawing/ViewLook.h"
 #include "viewer/files/FileCameras.h"
+#include "viewer/files/FileLayouts.h"
 #include "viewer/files/Info.h"
 #include "viewer/files/Picture.h"
 #include "viewer/window/MainWindow.h"
@@ -73,6 +74,8 @@ int PrintInfo(const TCommandLine& line) {
 /// \param size  of what is drawn, in any unit
 TViewLook Look(const TCommandLine& line, TDocument& document, const QSizeF& size) {
     const double aspect = size.width() / size.height();
+    if (!line.Layout.isEmpty())
+        document.ShowLayout(LayoutNamed(line.Layout, document.Files()), aspect);
     if (line.Direction)
         document.LookFrom(*line.Direction, aspect);
     else
@@ -100,7 +103,7 @@ int ShowWindow(const TCommandLine& line) {
     window.show();
     // After the window is there, so that progress and errors have one to stand on.
     if (!line.Files.isEmpty())
-        QTimer::singleShot(0, &window, [&] { window.OpenFiles(line.Files); });
+        QTimer::singleShot(0, &window, [&] { window.OpenFiles(line.Files, line.Layout); });
     return QApplication::exec();
 }
 

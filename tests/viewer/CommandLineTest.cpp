@@ -27,6 +27,7 @@ std::string AskedFor(const TCommandLine& line) {
     if (!line.Picture.Guides || !line.Paper.Guides) text += " bare";
     if (line.Direction) text += std::string(" ") + Directions[static_cast<int>(*line.Direction)];
     if (!line.Camera.isEmpty()) text += " camera " + line.Camera.toStdString();
+    if (!line.Layout.isEmpty()) text += " layout " + line.Layout.toStdString();
     if (line.Shadows) text += " shadows";
     if (line.Ground) text += " ground";
     return line.SavedFile.isEmpty() ? text : text + " " + line.SavedFile.toStdString();

@@ -4,11 +4,13 @@
 #include "viewer/content/Visibility.h"
 #include "viewer/drawing/ShownBatches.h"
 #include "viewer/files/DrawingSaving.h"
+#include "viewer/files/FileLayouts.h"
 #include "viewer/files/Loading.h"
 #include "viewer/files/Materials.h"
 #include "viewer/files/SceneSaving.h"
 #include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
+#include <zep/sheets/Layout.h>
 #include <zep/view/Dimension.h>
 #include <zep/view/Fitting.h>
 
@@ -23,6 +25,7 @@ namespace ZEP {
 namespace {
 
 constexpr double StandardLens = 45; // mm
+constexpr TColor AroundSheets{0x9A9A9A};
 
 /// Of what is seen of the files.
 TZEPExtent ExtentSeen(const std::vector<TOpenedFile>& files) {
@@ -32,13 +35,36 @@ TZEPExtent ExtentSeen(const std::vector<TOpenedFile>& files) {
     return extent;
 }
 
+struct TTakenDimension {
+    TZEPObject* Dimension;
+    std::optional<QString> Layout; ///< that it stood on
+};
+
 /// Takes what was measured in a file out of it. A scene is read with its own.
-std::vector<TZEPObject*> TakeDimensions(const TOpenedFile& file) {
+std::vector<TTakenDimension> TakeDimensions(const TOpenedFile& file) {
     std::vector<TZEPObject*> dimensions;
     if (file.Format != TFileFormat::Scene)
         file.Root->ListChildren(dimensions, {&TZEPDimension::staticMetaObject});
-    for (TZEPObject* dimension : dimensions) dimension->SetParentComponent(nullptr);
-    return dimensions;
+    std::vector<TTakenDimension> taken;
+    for (TZEPObject* dimension : dimensions) {
+        const auto* layout = qobject_cast<TZEPLayout*>(dimension->Parent());
+        taken.push_back({dimension, layout ? std::optional(layout->Ident()) : std::nullopt});
+        dimension->SetParentComponent(nullptr);
+    }
+    return taken;
+}
+
+/// The first one of that ident; null where there is none.
+TZEPLayout* FindLayout(const TOpenedFile& file, const QString& ident) {
+    for (const TFileLayout& each : LayoutsOf({&file, 1}))
+        if (each.Layout->Ident() == ident) return each.Layout;
+    return nullptr;
+}
+
+bool IsIn(const TOpenedFile& file, const TZEPObject& object) {
+    const TZEPObject* above = &object;
+    while (above && above != file.Root) above = above->Parent();
+    return above;
 }
 
 double PixelRatio() {
@@ -119,9 +145,9 @@ template <class Change>
 void TDocument::ChangeFiles(Change&& change) {
     Q_EMIT AboutToChange();
     m_scene->BeginUpdate();
+    m_places.clear();
     change();
-    m_backdrop.SetContent(Bounds());
-    ShowColors();
+    SetLayout(m_layout);
     m_scene->EndUpdate();
     m_scene->Invalidate(m_scene.get());
     Q_EMIT Changed();
@@ -145,13 +171,49 @@ void TDocument::Replace(std::size_t index, TLoading& loading) {
     const bool visible = old.Visible();
     const QSet<QString> hidden = HiddenBelow(old);
     const QSet<QString> hiddenBefore = m_files[index].HiddenInFile;
-    const std::vector<TZEPObject*> dimensions = TakeDimensions(m_files[index]);
+    const std::vector<TTakenDimension> dimensions = TakeDimensions(m_files[index]);
+    const bool isSheet = m_layout && IsIn(m_files[index], *m_layout);
+    const QString sheet = isSheet ? m_layout->Ident() : QString();
     Remove(index);
     const TOpenedFile& file = *m_files.insert(m_files.begin() + static_cast<std::ptrdiff_t>(index),
                                               loading.Show(*m_scene));
-    for (TZEPObject* dimension : dimensions) dimension->SetParentComponent(file.Root);
+    for (const auto& [dimension, ident] : dimensions) {
+        TZEPObject* layout = ident ? FindLayout(file, *ident) : nullptr;
+        dimension->SetParentComponent(layout ? layout : file.Root);
+    }
     RestoreHidden(*file.Root, hiddenBefore, hidden);
     file.Root->SetVisible(visible);
+    if (isSheet) m_layout = FindLayout(file, sheet);
+}
+
+TZEPLayout* TDocument::Layout() const {
+    return m_layout;
+}
+
+void TDocument::SetLayout(TZEPLayout* layout) {
+    m_layout = layout;
+    m_camera->SetSheet(layout);
+    m_sheet = layout ? VisibleExtent(*layout) : TZEPExtent();
+    m_backdrop.SetContent(Bounds());
+    m_backdrop.SetGuides(m_guides && !layout);
+    ShowColors();
+}
+
+void TDocument::ShowLayout(TZEPLayout* layout, double aspect) {
+    if (layout == m_layout) return;
+    m_places[m_layout] = TCameraPlace::Of(*m_camera);
+    SetLayout(layout);
+    if (const auto place = m_places.find(layout); place != m_places.end())
+        LookAgain(place->second);
+    else
+        LookBest(aspect);
+    Q_EMIT LayoutShown();
+}
+
+void TDocument::LookAgain(const TCameraPlace& place) {
+    place.Apply(*m_camera);
+    Q_EMIT ProjectionChanged(place.Parallel);
+    Q_EMIT LookedFrom(place.IsFlatView() ? TDirection::Top : TDirection::Iso);
 }
 
 QString TDocument::UnitOf(const TZEPObject& object) const {
@@ -162,24 +224,30 @@ QString TDocument::UnitOf(const TZEPObject& object) const {
 }
 
 std::optional<TZEPBounds> TDocument::Bounds() const {
+    if (m_layout) return m_sheet.Bounds();
     std::optional<TZEPBounds> bounds;
     for (const TOpenedFile& file : m_files) Widen(bounds, file.Extent.Bounds());
     return bounds;
 }
 
 void TDocument::SetGuides(bool shown) {
-    m_backdrop.SetGuides(shown);
+    m_guides = shown;
+    m_backdrop.SetGuides(shown && !m_layout);
 }
 
 void TDocument::SetBackground(const std::optional<TColor>& color) {
-    using TColors = TZEPBackdrop::TColors;
-    m_backdrop.SetColors(color ? TColors::Plain(*color) : TColors());
+    m_background = color;
     ShowColors();
 }
 
 void TDocument::ShowColors() {
-    ChangeShown(*m_scene, [this](const TZEPBatch&, TZEPShown& shown) {
-        shown.Background = m_backdrop.MiddleColor();
+    using TColors = TZEPBackdrop::TColors;
+    const std::optional<TColor> around =
+        m_layout && !m_background ? std::optional(AroundSheets) : m_background;
+    m_backdrop.SetColors(around ? TColors::Plain(*around) : TColors());
+    const TColor behind = m_layout && m_layout->HasPaper() ? clWhite : m_backdrop.MiddleColor();
+    ChangeShown(*m_scene, [&](const TZEPBatch&, TZEPShown& shown) {
+        shown.Background = behind;
         shown.Widths = PixelRatio();
     });
 }
@@ -216,14 +284,15 @@ void TDocument::LookFrom(TDirection direction, double aspect) {
 }
 
 void TDocument::FitAll(double aspect) {
-    const TZEPExtent seen = ExtentSeen(m_files);
+    const TZEPExtent seen = m_layout ? m_sheet : ExtentSeen(m_files);
     if (FitCamera(*m_camera, seen.Corners(), aspect)) return;
     if (const std::optional<TZEPBounds> bounds = Bounds()) FitCamera(*m_camera, *bounds, aspect);
 }
 
 void TDocument::FitObjects(const std::vector<TZEPObject*>& objects, double aspect) {
-    if (!FitCamera(*m_camera, SeenOf(objects).Corners(), aspect, {.KeepsDepth = true}))
-        FitAll(aspect);
+    std::vector<TZEPObject*> seen = objects;
+    std::erase_if(seen, [this](TZEPObject* object) { return m_camera->IsOffSheet(*object); });
+    if (!FitCamera(*m_camera, SeenOf(seen).Corners(), aspect, {.KeepsDepth = true})) FitAll(aspect);
 }
 
 } // namespace ZEP

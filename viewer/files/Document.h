@@ -1,6 +1,7 @@
 #pragma once
 
 #include "viewer/content/Objects.h"
+#include "viewer/files/CameraPlace.h"
 #include "viewer/files/OpenedFile.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
 #include <zep/view/Backdrop.h>
@@ -8,15 +9,18 @@
 #include <zep/view/Directions.h>
 
 #include <QObject>
+#include <QPointer>
 #include <QStringList>
 
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace ZEP {
 
 class TLoading;
+class TZEPLayout;
 class TZEPScene;
 
 /// What the viewer shows: a scene, the camera that looks at it, and the files in it. A line's
@@ -51,13 +55,20 @@ public:
     [[nodiscard]] const TOpenedFile* Find(const QString& file) const;
     /// What lengths of the object are told in.
     [[nodiscard]] QString UnitOf(const TZEPObject& object) const;
-    /// Of everything that draws; none in an empty document.
+    /// Of everything that draws, or of the sheet that is shown; none in an empty document.
     [[nodiscard]] std::optional<TZEPBounds> Bounds() const;
+    /// The sheet that is shown in place of the model; null for the model.
+    [[nodiscard]] TZEPLayout* Layout() const;
+    /// Shows a sheet of one of the files, or the model: null. Each is seen as it was left; at first
+    /// it is looked at as by `LookBest`.
+    void ShowLayout(TZEPLayout* layout, double aspect);
     [[nodiscard]] const TZEPBackdrop& Backdrop() const { return m_backdrop; }
     [[nodiscard]] TZEPBackdrop& Backdrop() { return m_backdrop; }
-    /// Shows or hides grid and axes.
+    /// Shows or hides grid and axes; sheets have none.
     void SetGuides(bool shown);
-    /// One colour in place of the background of its own.
+    [[nodiscard]] bool Guides() const { return m_guides; }
+    /// One colour in place of the background of its own, which about a sheet is grey.
+    [[nodiscard]] const std::optional<TColor>& Background() const { return m_background; }
     void SetBackground(const std::optional<TColor>& color);
     /// A file is so large that it can be drawn in part, for speed: see `SetShare`.
     [[nodiscard]] bool IsLarge() const;
@@ -84,12 +95,16 @@ Q_SIGNALS:
     void Changed();
     /// The camera looks from one of the standard sides now.
     void LookedFrom(ZEP::TDirection direction);
+    /// Another sheet, or the model, is shown now.
+    void LayoutShown();
     /// The view became parallel, or perspective.
     void ProjectionChanged(bool parallel);
 
 private:
     bool Read(TLoading& loading, const QStringList& files, const TOpenProgress& progress);
     void ShowColors();
+    void SetLayout(TZEPLayout* layout);
+    void LookAgain(const TCameraPlace& place);
     template <class Change>
     void ChangeFiles(Change&& change);
     void Remove(std::size_t index);
@@ -101,6 +116,11 @@ private:
     std::vector<TOpenedFile> m_files;
     std::vector<TFailure> m_failures;
     TZEPBackdrop m_backdrop;
+    QPointer<TZEPLayout> m_layout;
+    TZEPExtent m_sheet;                                           ///< its extent
+    std::unordered_map<const TZEPLayout*, TCameraPlace> m_places; ///< of what is not shown
+    std::optional<TColor> m_background;
+    bool m_guides = true;
 };
 
 } // namespace ZEP

@@ -3,6 +3,7 @@
 #include "viewer/content/Describe.h"
 #include "viewer/content/ProgramText.h"
 #include "viewer/files/FileCameras.h"
+#include "viewer/files/FileLayouts.h"
 #include "viewer/files/ProgramJson.h"
 #include "viewer/files/Programs.h"
 #include <zep/appearance/effects/Light.h>
@@ -114,6 +115,7 @@ TFileInfo InfoOf(const TOpenedFile& file) {
     });
     info.Materials = file.Materials;
     for (const TFileCamera& camera : CamerasOf({&file, 1})) info.Cameras << camera.Name;
+    for (const TFileLayout& layout : LayoutsOf({&file, 1})) info.Layouts << layout.Name;
     for (const auto& [metaObject, count] : counts)
         info.Objects[QString::fromLatin1(metaObject->className())
                          .section(QStringLiteral("::"), -1)] += count;
@@ -147,6 +149,8 @@ QString ToText(const TFileInfo& info) {
                 .arg(info.Lights);
     if (!info.Cameras.isEmpty())
         text += QStringLiteral("Cameras: %1\n").arg(info.Cameras.join(QStringLiteral(", ")));
+    if (!info.Layouts.isEmpty())
+        text += QStringLiteral("Layouts: %1\n").arg(info.Layouts.join(QStringLiteral(", ")));
     if (info.Bounds)
         text += QStringLiteral("Bounds: %1 to %2\n")
                     .arg(PointToText(info.Bounds->Min), PointToText(info.Bounds->Max));
@@ -167,6 +171,7 @@ QJsonObject ToJson(const TFileInfo& info) {
                      {QStringLiteral("faces"), info.Faces},
                      {QStringLiteral("lights"), info.Lights},
                      {QStringLiteral("cameras"), QJsonArray::fromStringList(info.Cameras)},
+                     {QStringLiteral("layouts"), QJsonArray::fromStringList(info.Layouts)},
                      {QStringLiteral("bounds"), BoundsToJson(info.Bounds)},
                      {QStringLiteral("messages"), MessagesToJson(info.Messages)}};
     if (info.Path) json.insert(QStringLiteral("program"), ProgramToJson(*info.Path));

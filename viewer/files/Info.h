@@ -20,6 +20,7 @@ struct TFileInfo {
     qint64 Faces = 0;    ///< of meshes, and polygons
     qint64 Lights = 0;
     QStringList Cameras;                     ///< names to choose them by
+    QStringList Layouts;                     ///< likewise: sheets, in the order of their tabs
     std::optional<TZEPBounds> Bounds;        ///< absolute; none where nothing draws
     std::shared_ptr<const TToolPath> Path{}; ///< of the first program that has one; null: none
     std::vector<TPassedOver> Messages;
@@ -32,8 +33,9 @@ struct TFileInfo {
 [[nodiscard]] QString MessagesToText(const std::vector<TPassedOver>& messages);
 [[nodiscard]] QString ToText(const TFileInfo& info);
 /// Keys: file, format, dialect (of a program that was not read plain), seconds, objects, layers,
-/// materials, vertices, faces, lights, cameras (their names), bounds (min, max; null where nothing
-/// draws), messages (kind to count), and of a program `program` (see docs/zepview.md).
+/// materials, vertices, faces, lights, cameras and layouts (their names), bounds (min, max; null
+/// where nothing draws), messages (kind to count), and of a program `program` (see
+/// docs/zepview.md).
 [[nodiscard]] QJsonObject ToJson(const TFileInfo& info);
 
 } // namespace ZEP

@@ -3,11 +3,13 @@
 #include "viewer/content/Objects.h"
 #include "viewer/content/Visibility.h"
 #include "viewer/drawing/Look.h"
+#include "viewer/files/FileLayouts.h"
 #include "viewer/files/Materials.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
 #include <zep/batch/Batch.h>
 #include <zep/framework/Exception.h>
 #include <zep/scene/Scene.h>
+#include <zep/sheets/Layout.h>
 #include <zep/view/Actor.h>
 
 #include <QElapsedTimer>
@@ -39,6 +41,14 @@ qint64 CountBelow(TZEPObject& root) {
         if (object.GetItemsCount() == 0 && !qobject_cast<const TZEPActor*>(&object)) ++count;
     });
     return count;
+}
+
+/// Of a drawing, which are drawn as it is.
+void PrepareLayouts(const TOpenedFile& file, bool even) {
+    for (const TFileLayout& each : LayoutsOf({&file, 1})) {
+        each.Layout->SetEvenLight(even);
+        each.Layout->SetRoundArcs(true);
+    }
 }
 
 } // namespace
@@ -105,6 +115,7 @@ void TLoading::Prepare(TLoaded& loaded) {
     if (IsModel(file.Format)) ApplyLook(*loaded.Library);
     file.Extent = ExtentOf(*file.Root);
     const std::optional<TZEPBounds>& bounds = file.Extent.Bounds();
+    if (file.Format == TFileFormat::DXF) PrepareLayouts(file, !bounds || IsFlat(*bounds));
     if (!bounds) return;
     if (file.Format != TFileFormat::Scene || !file.StoresRoot) {
         file.Root->SetEvenLight(IsFlat(*bounds));

@@ -86,15 +86,14 @@ std::optional<double> ScaleNamed(const QString& text) {
 class TPaper::TWhite {
 public:
     TWhite(TZEPPanel& panel, TDocument& document, bool guides)
-        : m_panel(panel), m_document(document), m_colors(document.Backdrop().Colors()),
-          m_fog(panel.Fog()->Color()), m_guides(document.Backdrop().Guides()) {
+        : m_panel(panel), m_document(document), m_background(document.Background()),
+          m_fog(panel.Fog()->Color()), m_guides(document.Guides()) {
         document.SetBackground(clWhite);
         document.SetGuides(m_guides && guides);
         panel.Fog()->SetColor(clWhite);
     }
     ~TWhite() {
-        const bool own = m_colors == TZEPBackdrop::TColors();
-        m_document.SetBackground(own ? std::optional<TColor>() : m_colors.Top);
+        m_document.SetBackground(m_background);
         m_document.SetGuides(m_guides);
         m_panel.Fog()->SetColor(m_fog);
     }
@@ -104,7 +103,7 @@ public:
 private:
     TZEPPanel& m_panel;
     TDocument& m_document;
-    TZEPBackdrop::TColors m_colors;
+    std::optional<TColor> m_background;
     TColor m_fog;
     bool m_guides;
 };

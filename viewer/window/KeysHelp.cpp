@@ -20,6 +20,7 @@ constexpr TEntry Entries[] = {
     {"Home", "back to the last fit"},
     {"X", "orthographic"},
     {"Ctrl+1 to Ctrl+9", "cameras in the file"},
+    {"Ctrl+PgDown, Ctrl+PgUp", "next, previous sheet of a drawing"},
     {"S, O, P, L, R, D, E, V",
      "left button: select, orbit, pan, look, roll, dolly, zoom, perspective<br>"
      "with Shift: right button, with Alt+Shift: middle button"},

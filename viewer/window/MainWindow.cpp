@@ -1,10 +1,12 @@
 #include "viewer/window/MainWindow.h"
 
 #include "viewer/content/Describe.h"
+#include "viewer/files/FileLayouts.h"
 #include "viewer/files/FileWatch.h"
 #include "viewer/files/RecentFiles.h"
 #include "viewer/window/ContentsDock.h"
 #include "viewer/window/DetailControl.h"
+#include "viewer/window/LayoutTabs.h"
 #include "viewer/window/LoadBar.h"
 #include "viewer/window/MessagesDock.h"
 #include "viewer/window/Playback.h"
@@ -30,6 +32,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <new>
@@ -90,6 +93,7 @@ QString SizeOf(const TZEPBounds& box, const QString& unit, double gridStep) {
 
 TMainWindow::TMainWindow(bool plain)
     : m_pages(new QStackedWidget(this)), m_welcome(new TWelcomePage), m_panel(new TZEPPanel),
+      m_layouts(new TLayoutTabs(m_document, [this] { return Aspect(); })),
       m_watch(new TFileWatch(this)), m_loadBar(new TLoadBar), m_status(new QLabel),
       m_size(new QLabel), m_bar(addToolBar(QStringLiteral("Files and views"))), m_plain(plain) {
     setWindowTitle(QStringLiteral("zepview"));
@@ -120,7 +124,13 @@ TMainWindow::~TMainWindow() {
 void TMainWindow::MakePages() {
     m_pages->addWidget(m_welcome);
     m_pages->addWidget(m_panel);
-    setCentralWidget(m_pages);
+    auto* view = new QWidget(this);
+    auto* rows = new QVBoxLayout(view);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(m_pages, 1);
+    rows->addWidget(m_layouts);
+    setCentralWidget(view);
     m_panel->SetCamera(m_document.Camera());
     m_panel->SetRestSamples(RestSamples);
     new TDetailControl(m_panel, m_document);
@@ -155,6 +165,7 @@ void TMainWindow::MakeDocks() {
     connect(&m_document, &TDocument::AboutToChange, this,
             [this] { m_selection->SelectOnly(nullptr); });
     connect(&m_document, &TDocument::Changed, this, &TMainWindow::ShowFiles);
+    connect(&m_document, &TDocument::LayoutShown, this, &TMainWindow::ShowStatus);
     connect(m_watch, &TFileWatch::Changed, this, &TMainWindow::FilesChangedOnDisk);
     connect(m_watch, &TFileWatch::Vanished, this, [this](const QString& file) {
         statusBar()->showMessage(QStringLiteral("%1 is gone from the disk; it stays shown.")
@@ -186,8 +197,8 @@ void TMainWindow::MakeStatusBar() {
                                       "the grid's lines"));
 }
 
-void TMainWindow::OpenFiles(const QStringList& files) {
-    Want({files});
+void TMainWindow::OpenFiles(const QStringList& files, const QString& layout) {
+    Want({.Files = files, .Layout = layout});
 }
 
 void TMainWindow::AddFiles(const QStringList& files) {
@@ -228,11 +239,21 @@ void TMainWindow::LoadNext() {
             QStringLiteral("There is not enough memory to open %1.").arg(request.Files.first()));
     }
     statusBar()->clearMessage();
+    LookAt(request, wasEmpty);
+    EndLoad(request);
+}
+
+void TMainWindow::LookAt(const TRequest& request, bool wasEmpty) {
     if (!request.KeepsView && request.Adds && !wasEmpty)
         m_document.FitAll(Aspect());
     else if (!request.KeepsView)
         m_document.LookBest(Aspect());
-    EndLoad(request);
+    if (request.Layout.isEmpty()) return;
+    try {
+        m_document.ShowLayout(LayoutNamed(request.Layout, m_document.Files()), Aspect());
+    } catch (const Exception& error) {
+        Tell(request, error.Message());
+    }
 }
 
 void TMainWindow::EndLoad(const TRequest& request) {

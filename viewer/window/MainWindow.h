@@ -14,6 +14,7 @@ namespace ZEP {
 
 class TContentsDock;
 class TFileWatch;
+class TLayoutTabs;
 class TLoadBar;
 class TMessagesDock;
 class TPlayback;
@@ -37,7 +38,8 @@ public:
     /// Shows these files in place of what is shown, from where they show best. What goes
     /// wrong is told in a dialog, and what was shown stays. During a load it is called off for this
     /// one.
-    void OpenFiles(const QStringList& files);
+    /// \param layout  name of the sheet that is shown first; empty: the model
+    void OpenFiles(const QStringList& files, const QString& layout = {});
     /// Shows these in addition; those that are shown already are read again.
     void AddFiles(const QStringList& files);
     void CloseFile(const QString& file);
@@ -62,6 +64,7 @@ private:
         bool Adds = false; ///< to what is shown; those that are shown are read again
         bool KeepsView = false;
         bool IsQuiet = false; ///< what goes wrong stands among the messages
+        QString Layout{};     ///< to be shown; empty: the model
     };
 
     void MakePages();
@@ -93,6 +96,7 @@ private:
     bool Load(const TRequest& request);
     void ShowFiles();
     void FilesChangedOnDisk(const QStringList& files);
+    void LookAt(const TRequest& request, bool wasEmpty);
     void EndLoad(const TRequest& request);
     void Tell(const TRequest& request, const QString& error);
     [[nodiscard]] double Aspect() const;
@@ -101,6 +105,7 @@ private:
     QStackedWidget* m_pages;
     TWelcomePage* m_welcome;
     TZEPPanel* m_panel;
+    TLayoutTabs* m_layouts;
     TSelection* m_selection = nullptr; ///< owned by the panel
     TSourceDock* m_source = nullptr;
     TProgramDock* m_program = nullptr;

@@ -9,6 +9,7 @@
 #include "viewer/window/EditMenu.h"
 #include "viewer/window/Icons.h"
 #include "viewer/window/KeysHelp.h"
+#include "viewer/window/LayoutTabs.h"
 #include "viewer/window/MainWindow.h"
 #include "viewer/window/MeasureMenu.h"
 #include "viewer/window/MessagesDock.h"
@@ -159,7 +160,7 @@ void TMainWindow::AddViewMenu() {
     menu->addSeparator();
     QAction* guides = menu->addAction(QStringLiteral("&Grid and axes"), QKeySequence(Qt::Key_G));
     guides->setCheckable(true);
-    guides->setChecked(m_document.Backdrop().Guides());
+    guides->setChecked(m_document.Guides());
     connect(guides, &QAction::toggled, this, [this](bool shown) { m_document.SetGuides(shown); });
     Explained(guides,
               QStringLiteral("Show the floor below what is read, and the axes of its origin"));
@@ -167,6 +168,7 @@ void TMainWindow::AddViewMenu() {
     connect(&m_document, &TDocument::Changed, guides,
             [this, guides] { guides->setEnabled(!m_document.Files().empty()); });
     new TSectionMenu(menu, this, m_panel, m_document);
+    m_layouts->AddTo(menu);
     AddDocks(menu);
     AddViewOptions(menu);
     AddFullScreen(menu);

@@ -5,6 +5,7 @@
 #include <zep/batch/Batch.h>
 #include <zep/scene/ForEach.h>
 #include <zep/scene/Scene.h>
+#include <zep/sheets/Layout.h>
 #include <zep/view/MeasureTool.h>
 #include <zep/view/Panel.h>
 
@@ -101,6 +102,7 @@ void TMeasureMenu::Keep(TZEPDimension* dimension, const TZEPObject* of) {
     for (const TZEPObject* above = of; above; above = above->Parent())
         for (const TOpenedFile& file : m_document.Files())
             if (file.Root == above) root = file.Root;
+    if (TZEPLayout* sheet = m_document.Layout()) root = sheet;
     if (!root) return;
     dimension->SetParentComponent(root);
     m_stack.push(new TMove(QStringLiteral("measuring"), {dimension}, true));
