@@ -16,7 +16,7 @@
 using namespace ZEP;
 
 // What the documents define. Each sample is called here; who adds one calls it and counts it.
-static_assert(ZEP_DOC_SAMPLES == 29, "a sample of the documents is not called here");
+static_assert(ZEP_DOC_SAMPLES == 30, "a sample of the documents is not called here");
 void AddBallOnFloor(TZEPScene& scene);
 void AddDrilledCube(TZEPScene& scene);
 void AddFan(TZEPScene& scene);
@@ -39,6 +39,7 @@ void ReadAside(TZEPScene& scene, const QString& fileName,
 void SaveAndLoad(TZEPObject& content, const QString& folder);
 void ShowEffects(TZEPScene& scene);
 void ShowOnPaper(TZEPScene& scene, TZEPBatch& drawing);
+void ShowSheet(TZEPBatch& model, TZEPCamera& camera, double aspect);
 void ShowTree(QTreeView& tree, TZEPScene& scene);
 void ShowTwice(QWidget& window, TZEPScene& scene);
 std::unique_ptr<TZEPBackdrop> ShowWhole(TZEPScene& scene, TZEPCamera& camera);
@@ -241,6 +242,9 @@ TEST_F(DocSamples, ShowLinesOnPaperAndInATree) {
         line->SetColor(clWhite);
     }
     const QImage onBlack = PictureOf(*AddCamera(scene), {320, 240});
+    TZEPCamera* camera = AddCamera(scene);
+    ShowSheet(*drawing, *camera, 4.0 / 3);
+    EXPECT_NEAR(BrightShare(PictureOf(*camera, {320, 240})), 0.7, 0.1) << "the paper";
     ShowOnPaper(scene, *drawing);
     QImage onPaper = PictureOf(*AddCamera(scene), {320, 240});
     onPaper.invertPixels();

@@ -99,7 +99,8 @@ std::optional<TZEPSnap> TZEPSnapper::Find(TZEPCamera& camera, const QSize& view,
     const TLooking look(camera, view);
     std::vector<QPointer<TZEPObject>> objects;
     for (TZEPObject* object : look.Objects(x, y, 2 * m_reach))
-        if (objects.size() < MostObjects && !qobject_cast<TZEPDimension*>(object))
+        if (objects.size() < MostObjects && !qobject_cast<TZEPDimension*>(object) &&
+            !camera.IsOffSheet(*object))
             objects.emplace_back(object);
     const auto surface = look.Surface(x, y, 2 * m_reach);
     const TSnapBox near = search.Around(surface.value_or(zero3d));

@@ -240,8 +240,10 @@ void TDXFExtendedReader::ReadViewport(TDXFScope& scope) {
     if (!m_record.Read(tags) || scope.IsInBlock()) return;
     if (!scope.IsSheet() && m_record.Integer(67) == 0) return;
     TDXFScope& sheet = scope.IsSheet() ? scope : m_sheets.ScopeOf(m_record);
+    const TDXFWindow window = TDXFWindow::Of(m_record, tags, begin);
+    if (tags.Cancelled()) return; // the host may have freed what is there
     TDXFBuilder builder(m_drawing, sheet, m_limits, *this);
-    m_sheets.AddViewport(builder, m_record, TDXFWindow::Of(m_record, tags, begin));
+    m_sheets.AddViewport(builder, m_record, window);
 }
 
 /// What may be the outline of a viewport. Of a wide polyline that is the line in its middle.

@@ -27,7 +27,7 @@ TDXFReader::~TDXFReader() = default;
 void TDXFReader::Read() {
     ReadTables();
     if (m_extended) ReadSections("OBJECTS", &TDXFReader::read_objects);
-    if (m_extended) m_extended->MakeSheets();
+    if (m_extended && !m_tags.Cancelled()) m_extended->MakeSheets();
     ReadSections("ENTITIES", &TDXFReader::read_entity_section);
     if (m_extended) m_extended->ReadSheets();
     TakeResultsOfOthers();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <zep/converters/dxf/Scope.h>
-#include <zep/converters/dxf/Windows.h>
+#include <zep/converters/dxf/SheetWindow.h>
 
 #include <QPointer>
 #include <QString>

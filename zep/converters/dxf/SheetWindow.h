@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zep/converters/dxf/Record.h>
+#include <zep/converters/dxf/Handles.h>
 
 #include <vector>
 

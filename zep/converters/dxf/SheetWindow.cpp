@@ -1,4 +1,4 @@
-#include <zep/converters/dxf/Windows.h>
+#include <zep/converters/dxf/SheetWindow.h>
 
 #include <charconv>
 
