@@ -84,6 +84,30 @@ TEST_F(PanelSmooth, AViewThatRestsIsSmoothUntilItChanges) {
     EXPECT_TRUE(QTest::qWaitFor(isSmooth, Longest));
 }
 
+TEST_F(PanelSmooth, SamplesAreAWishThatComesWithAnotherContext) {
+    const auto samples = [this] { return View->Context()->PixelFormat().Samples; };
+    View->SetSampleWish({.Samples = 4});
+    Settle();
+    if (View->Context()->Acceleration() == QStringLiteral("Software"))
+        EXPECT_EQ(samples(), 0) << "software pays for each";
+    const int before = View->FrameCount();
+    View->SetSampleWish({.Samples = 4, .InSoftware = true});
+    Settle();
+    if (samples() == 0) GTEST_SKIP() << "the display has no format with samples";
+    EXPECT_LE(samples(), 4);
+    EXPECT_GT(View->FrameCount(), before) << "the new window shows nothing";
+    EXPECT_GT(Shades(OnScreen()), 0) << "of the first frame";
+    EXPECT_GT(Covered(View->RenderToCanvas({160, 120})), 50);
+    Camera->Orbit(5, 0);
+    QCoreApplication::processEvents();
+    EXPECT_GT(Shades(OnScreen()), 0) << "while it moves";
+    QObject::connect(View, &TZEPPanel::BeforDraw, [this] { View->SetSampleWish({}); });
+    View->repaint();
+    Settle();
+    EXPECT_EQ(samples(), 0) << "asked for in a frame";
+    EXPECT_EQ(Shades(OnScreen()), 0);
+}
+
 TEST_F(PanelSmooth, FramesThatStayRoughOrFailAreNotSmoothed) {
     View->SetRestSamples(8);
     bool throws = false;

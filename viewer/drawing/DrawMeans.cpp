@@ -8,7 +8,8 @@ namespace ZEP {
 TDrawMeans TDrawMeans::Of(const TZEPContext& context) {
     return {.StencilBits = context.StencilBits(),
             .AccumBits = context.PixelFormat().AccumBits,
-            .Subtracts = BlendEquationEXT != nullptr};
+            .Subtracts = BlendEquationEXT != nullptr,
+            .Samples = context.PixelFormat().Samples};
 }
 
 QString TDrawMeans::WhyNo(TViewLook::TShadows shadows) const {
@@ -20,6 +21,9 @@ QString TDrawMeans::WhyNo(TViewLook::TShadows shadows) const {
     if (shadows == Subtracted && !Subtracts)
         return QStringLiteral("The graphics driver cannot subtract colours "
                               "(GL_EXT_blend_subtract)");
+    if (shadows == Accumulated && AccumBits == 0 && Samples > 1)
+        return QStringLiteral("With multisampling there is no accumulation buffer: choose View / "
+                              "Multisampling / Never");
     if (shadows == Accumulated && AccumBits == 0)
         return QStringLiteral("The graphics driver gives this window no accumulation buffer");
     return {};

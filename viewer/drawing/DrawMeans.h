@@ -11,6 +11,7 @@ struct TDrawMeans {
     int StencilBits = 0;
     int AccumBits = 0;
     bool Subtracts = false; ///< blending can subtract
+    int Samples = 0;        ///< of a pixel, where there are several
 
     /// Of one that was created.
     [[nodiscard]] static TDrawMeans Of(const TZEPContext& context);

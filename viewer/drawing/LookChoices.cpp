@@ -14,6 +14,7 @@ const QString FacesKey = QStringLiteral("view/faces");
 const QString ShadowsKey = QStringLiteral("view/shadows");
 const QString ReflectionsKey = QStringLiteral("view/reflections");
 const QString GroundKey = QStringLiteral("view/ground");
+const QString SamplesKey = QStringLiteral("view/samples");
 const QString BackgroundKey = QStringLiteral("view/background");
 
 /// As it was kept, or the first where that is none.
@@ -36,6 +37,7 @@ TViewLook TViewLook::Load() {
     look.Shadows = Kept(settings, ShadowsKey, TShadows::Accumulated);
     look.Reflections = settings.value(ReflectionsKey, look.Reflections).toBool();
     look.Ground = settings.value(GroundKey, look.Ground).toBool();
+    look.Samples = Kept(settings, SamplesKey, TSamples::Never);
     const QColor background(settings.value(BackgroundKey).toString());
     if (background.isValid()) look.Background = FromQColor(background);
     return look;
@@ -51,6 +53,7 @@ void TViewLook::Save() const {
     settings.setValue(ShadowsKey, static_cast<int>(Shadows));
     settings.setValue(ReflectionsKey, Reflections);
     settings.setValue(GroundKey, Ground);
+    settings.setValue(SamplesKey, static_cast<int>(Samples));
     settings.setValue(BackgroundKey, Background ? ToQColor(*Background).name() : QString());
 }
 

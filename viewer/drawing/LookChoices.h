@@ -15,14 +15,18 @@ struct TViewLook {
     /// How surfaces are drawn.
     enum class TFaces { Shaded, Edged, HiddenLine, Wire };
 
+    /// Multisampling, which smooths what moves, too.
+    enum class TSamples { ByHardware, Always, Never };
+
     bool Lights = true;
     bool Headlight = false;
     TFog Fog = TFog::Off;
     bool Flat = false;
     TFaces Faces = TFaces::Shaded;
     TShadows Shadows = TShadows::Own;
-    bool Reflections = true;            ///< mirrors mirror
-    bool Ground = false;                ///< below surfaces; see `TGround`
+    bool Reflections = true; ///< mirrors mirror
+    bool Ground = false;     ///< below surfaces; see `TGround`
+    TSamples Samples = TSamples::ByHardware;
     std::optional<TColor> Background{}; ///< none: the view's own
 
     bool operator==(const TViewLook&) const = default;

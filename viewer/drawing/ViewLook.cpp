@@ -25,6 +25,8 @@ constexpr TColor Sun{0x989898};
 constexpr TColor AmbientUnderHeadlight{0x303030};
 constexpr TColor AmbientUnderLights{0x202020};
 
+constexpr int MostSamples = 8; // of a pixel
+
 // Of fog, in distances from the eye to what it looks at: that is seen through about a third of it.
 constexpr double FogStart = 0.65;
 constexpr double FogEnd = 1.6;
@@ -42,6 +44,11 @@ constexpr TFogMode ModeOf(TViewLook::TFog fog) {
     }
 }
 
+TSampleWish WishOf(TViewLook::TSamples samples) {
+    using enum TViewLook::TSamples;
+    return {.Samples = samples == Never ? 0 : MostSamples, .InSoftware = samples == Always};
+}
+
 TZEPEdges EdgesOf(TViewLook::TFaces faces) {
     switch (faces) {
     case TViewLook::TFaces::Edged:
@@ -54,6 +61,14 @@ TZEPEdges EdgesOf(TViewLook::TFaces faces) {
 }
 
 } // namespace
+
+void GiveLook(const TViewLook& look, bool even, TZEPShown& shown) {
+    const auto faces = even ? TViewLook::TFaces::Shaded : look.Faces;
+    shown.Wire = faces == TViewLook::TFaces::Wire;
+    shown.Edges = EdgesOf(faces);
+    shown.SortTransparent = true;
+    shown.Shading = look.Flat ? TZEPShading::Flat : TZEPShading::Own;
+}
 
 TDressedView::TDressedView(TZEPPanel* panel, TSetBackground setBackground,
                            std::function<TColor()> background)
@@ -77,6 +92,7 @@ void TDressedView::Dress(const TViewLook& look) {
     options.setFlag(goFlatShadeModel, look.Flat);
     options.setFlag(goCullFace, !m_openSurfaces);
     m_panel->SetOptions(options);
+    m_panel->SetSampleWish(WishOf(look.Samples));
     m_panel->Invalidate();
 }
 
@@ -160,11 +176,7 @@ void TDressedView::DressAmbient(bool lit) {
 void TDressedView::DressBatches(const TViewLook& look) {
     ChangeShown(*m_scene, [&](const TZEPBatch& batch, TZEPShown& shown) {
         shown.EvenLight = !m_shines;
-        const auto faces = batch.EvenLight() ? TViewLook::TFaces::Shaded : look.Faces;
-        shown.Wire = faces == TViewLook::TFaces::Wire;
-        shown.Edges = EdgesOf(faces);
-        shown.SortTransparent = true;
-        shown.Shading = look.Flat ? TZEPShading::Flat : TZEPShading::Own;
+        GiveLook(look, batch.EvenLight(), shown);
     });
 }
 

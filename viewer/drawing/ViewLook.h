@@ -17,6 +17,10 @@ class TSunLight;
 class TZEPPanel;
 class TZEPScene;
 struct TDrawMeans;
+struct TZEPShown;
+
+/// Rules for a batch, but for its light. \param even  it is lit evenly in any case
+void GiveLook(const TViewLook& look, bool even, TZEPShown& shown);
 
 /// A panel and the scene of its camera, dressed as a `TViewLook` says. What is dressed comes back
 /// as it was. Both are there whenever it dresses.

@@ -50,6 +50,7 @@ TViewOptions::TViewOptions(QMenu* menu, QWidget* window) : QObject(window), m_wi
     AddFlag(menu, QStringLiteral("Flat &shading"), &TViewLook::Flat,
             QStringLiteral("One colour for each face; else faces run into each other"));
     AddFaces(menu->addMenu(QStringLiteral("Surfa&ces")));
+    AddSamples(menu->addMenu(QStringLiteral("&Multisampling")));
     AddBackground(menu);
     menu->setToolTipsVisible(true);
     connect(menu, &QMenu::aboutToShow, this, &TViewOptions::ShowMeans);
@@ -125,6 +126,25 @@ void TViewOptions::AddFaces(QMenu* menu) {
     for (const TEntry& entry : entries)
         AddChoice(group, menu->addAction(entry.Text), m_look.Faces == entry.Faces, entry.Tip,
                   [faces = entry.Faces](TViewLook& look) { look.Faces = faces; });
+}
+
+void TViewOptions::AddSamples(QMenu* menu) {
+    using enum TViewLook::TSamples;
+    struct TEntry {
+        QString Text;
+        TViewLook::TSamples Samples;
+        QString Tip;
+    };
+    const TEntry entries[] = {
+        {QStringLiteral("By &hardware"), ByHardware,
+         QStringLiteral("What moves is smooth, too, where a graphics card draws")},
+        {QStringLiteral("&Always"), Always,
+         QStringLiteral("What moves is smooth, too, also where that takes its time")},
+        {QStringLiteral("&Never"), Never, QStringLiteral("Only what rests is smooth")}};
+    auto* group = new QActionGroup(menu);
+    for (const TEntry& entry : entries)
+        AddChoice(group, menu->addAction(entry.Text), m_look.Samples == entry.Samples, entry.Tip,
+                  [samples = entry.Samples](TViewLook& look) { look.Samples = samples; });
 }
 
 /// A context is made with its window, long after the menu.

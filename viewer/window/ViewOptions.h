@@ -39,6 +39,7 @@ private:
     QAction* AddFlag(QMenu* menu, const QString& text, bool TViewLook::*flag, const QString& tip);
     void AddShadows(QMenu* menu);
     void AddFaces(QMenu* menu);
+    void AddSamples(QMenu* menu);
     void AddFog(QMenu* menu);
     void AddChoice(QActionGroup* group, QAction* action, bool isChosen, const QString& tip,
                    const std::function<void(TViewLook&)>& choose);

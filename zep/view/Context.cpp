@@ -76,6 +76,7 @@ void TZEPContext::OpenWindow(TWindowHandle window) {
     m_formatIndex = 0;
     m_format = {};
     m_binding->SetWindow(window);
+    m_binding->SetSampleWish(m_sampleWish);
 }
 
 void TZEPContext::CreateContext_Original(TWindowHandle window) {
@@ -179,11 +180,15 @@ void TZEPContext::Release() {
 }
 
 bool TZEPContext::BeginPicture(int width, int height) {
-    return IsCurrent() && m_binding->BeginPicture(m_context, width, height);
+    if (!IsCurrent() || !m_binding->BeginPicture(m_context, width, height)) return false;
+    // Not all systems give samples to pictures, and with samples no line is smooth by itself.
+    if (m_format.Samples > 0) glDisable(GL_MULTISAMPLE);
+    return true;
 }
 
 void TZEPContext::EndPicture() {
     m_binding->EndPicture(m_context);
+    if (m_format.Samples > 0 && IsCurrent()) glEnable(GL_MULTISAMPLE);
 }
 
 void TZEPContext::DestroyContext() {

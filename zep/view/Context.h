@@ -71,6 +71,10 @@ public:
     /// Searches all pixel formats instead of leaving the choice to the system.
     [[nodiscard]] bool SafeMode() const { return m_safeMode; }
     void SetSafeMode(bool safeMode) { m_safeMode = safeMode; }
+    /// Multisampling of the contexts that are created from now on; `PixelFormat` tells what was
+    /// granted. With samples there is no accumulation buffer on most systems. At first none.
+    void SetSampleWish(const TSampleWish& wish) { m_sampleWish = wish; }
+    [[nodiscard]] const TSampleWish& SampleWish() const { return m_sampleWish; }
     /// No message box tells that no context could be had: whoever asked is told by the answer.
     void SetQuiet(bool quiet) { m_quiet = quiet; }
 
@@ -132,6 +136,7 @@ private:
     bool m_useSoftwareRenderer = false;
     bool m_safeMode = true;
     bool m_quiet = false;
+    TSampleWish m_sampleWish;
     int m_formatIndex = 0;
     TPixelFormat m_format;
     TPaletteHandle m_palette = 0;

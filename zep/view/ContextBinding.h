@@ -39,7 +39,10 @@ public:
     virtual bool DescribeFormat(int index, TPixelFormat& format) = 0;
     /// The format nearest to `request`, 0 for none.
     [[nodiscard]] virtual int ChooseFormat(const TPixelFormat& request) = 0;
-    /// Gives the window that format; false where the system refuses.
+    /// What `SetFormat` grants from then on beside the format, where the system has it.
+    virtual void SetSampleWish(const TSampleWish& /*wish*/) {}
+    /// Gives the window that format; false where the system refuses. `DescribeFormat` tells of that
+    /// format then how the window has got it: samples are had in place of an accumulation buffer.
     virtual bool SetFormat(int index) = 0;
     /// Makes `palette` the window's own.
     virtual TPaletteHandle RealizePalette(const std::vector<TPaletteEntry>& palette) = 0;

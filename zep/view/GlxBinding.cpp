@@ -8,6 +8,7 @@
 #include <array>
 #include <cstring>
 #include <map>
+#include <optional>
 
 // After Qt: X defines common words as macros.
 #include <GL/glx.h>
@@ -76,6 +77,11 @@ public:
     std::map<Window, std::function<void()>> Handlers;
 };
 
+struct Sampled {
+    TPixelFormat Format;
+    GLXFBConfig Config;
+};
+
 /// What the contexts of one X connection have in common.
 struct Screen {
     explicit Screen(Display* display);
@@ -87,6 +93,8 @@ struct Screen {
     int Number;
     std::vector<GLXFBConfig> Configs;
     std::vector<TPixelFormat> Formats; // of the same place in `Configs`
+    /// With several samples a pixel. No format of the search: one is had in place of its like.
+    std::vector<Sampled> SampledConfigs;
     /// Keeps display lists and textures while there is no other context.
     GLXContext ShareRoot = nullptr;
     ExposeFilter Exposed;
@@ -129,6 +137,7 @@ TPixelFormat Describe(Display* display, GLXFBConfig config, bool generic) {
                        value(GLX_ACCUM_BLUE_SIZE) + value(GLX_ACCUM_ALPHA_SIZE);
     format.DepthBits = value(GLX_DEPTH_SIZE);
     format.StencilBits = value(GLX_STENCIL_SIZE);
+    format.Samples = value(GLX_SAMPLES);
     return format;
 }
 
@@ -168,8 +177,13 @@ void Screen::ReadFormats() {
     std::vector<std::pair<TPixelFormat, GLXFBConfig>> found;
     const bool generic = count > 0 && IsGeneric(Connection, Number, configs[0]);
     for (int i = 0; i < count; ++i)
-        if (Attribute(Connection, configs[i], GLX_SAMPLES) == 0 && IsOpaque(Connection, configs[i]))
-            found.emplace_back(Describe(Connection, configs[i], generic), configs[i]);
+        if (IsOpaque(Connection, configs[i])) {
+            const TPixelFormat format = Describe(Connection, configs[i], generic);
+            if (format.Samples > 0)
+                SampledConfigs.push_back({format, configs[i]});
+            else
+                found.emplace_back(format, configs[i]);
+        }
     if (configs) XFree(configs);
     std::stable_sort(found.begin(), found.end(), [](const auto& left, const auto& right) {
         return ListedBefore(left.first, right.first);
@@ -231,6 +245,7 @@ public:
     [[nodiscard]] int FormatCount() override;
     bool DescribeFormat(int index, TPixelFormat& format) override;
     [[nodiscard]] int ChooseFormat(const TPixelFormat& request) override;
+    void SetSampleWish(const TSampleWish& wish) override { m_wish = wish; }
     bool SetFormat(int index) override;
     // Formats with a palette are not among those above.
     TPaletteHandle RealizePalette(const std::vector<TPaletteEntry>&) override { return 0; }
@@ -250,12 +265,16 @@ private:
     [[nodiscard]] std::shared_ptr<Screen> Alive() const { return m_screen.lock(); }
     void DestroyChild();
     bool CreateChild(Screen& screen, GLXFBConfig config);
+    [[nodiscard]] const Sampled* SampledFor(const Screen& screen, const TPixelFormat& format) const;
 
     std::weak_ptr<Screen> m_screen;
     Window m_window = 0;
     Window m_child = 0;
     Colormap m_colormap = 0;
     GLXFBConfig m_config = nullptr;
+    TSampleWish m_wish;
+    int m_index = 0;                       // of the format
+    std::optional<TPixelFormat> m_sampled; // what the window has got in its place
     GLXPbuffer m_picture = 0;
     std::function<void()> m_exposed;
 };
@@ -277,6 +296,7 @@ void GlxBinding::DestroyChild() {
     m_child = 0;
     m_colormap = 0;
     m_config = nullptr;
+    m_sampled.reset();
 }
 
 void GlxBinding::SetExposeHandler(std::function<void()> handler) {
@@ -300,7 +320,8 @@ int GlxBinding::FormatCount() {
 
 bool GlxBinding::DescribeFormat(int index, TPixelFormat& format) {
     if (index < 1 || index > FormatCount()) return false;
-    format = Alive()->Formats[static_cast<std::size_t>(index) - 1];
+    const bool isSampled = m_sampled && index == m_index;
+    format = isSampled ? *m_sampled : Alive()->Formats[static_cast<std::size_t>(index) - 1];
     return true;
 }
 
@@ -313,7 +334,29 @@ bool GlxBinding::SetFormat(int index) {
     DestroyChild();
     const auto screen = Alive();
     if (!screen || index < 1 || index > FormatCount()) return false;
-    return CreateChild(*screen, screen->Configs[static_cast<std::size_t>(index) - 1]);
+    const auto place = static_cast<std::size_t>(index) - 1;
+    m_index = index;
+    const Sampled* sampled = SampledFor(*screen, screen->Formats[place]);
+    if (sampled && CreateChild(*screen, sampled->Config)) {
+        m_sampled = sampled->Format;
+        return true;
+    }
+    return CreateChild(*screen, screen->Configs[place]);
+}
+
+/// The one of the most samples that are not too many; null where there is none.
+const Sampled* GlxBinding::SampledFor(const Screen& screen, const TPixelFormat& format) const {
+    const bool isSoftware = format.Has(pfGenericFormat) && !format.Has(pfGenericAccelerated);
+    if (m_wish.Samples < 2 || (isSoftware && !m_wish.InSoftware)) return nullptr;
+    const Sampled* best = nullptr;
+    for (const Sampled& sampled : screen.SampledConfigs) {
+        TPixelFormat like = sampled.Format;
+        like.Samples = 0;
+        like.AccumBits = format.AccumBits; // few systems have both
+        if (like != format || sampled.Format.Samples > m_wish.Samples) continue;
+        if (!best || sampled.Format.Samples > best->Format.Samples) best = &sampled;
+    }
+    return best;
 }
 
 bool GlxBinding::CreateChild(Screen& screen, GLXFBConfig config) {

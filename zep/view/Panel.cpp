@@ -155,6 +155,21 @@ void TZEPPanel::OpenHandle() {
     Invalidate();
 }
 
+// A window is made for its format. In a frame it waits for that to end.
+void TZEPPanel::SetSampleWish(const TSampleWish& wish) {
+    if (wish == m_context.SampleWish()) return;
+    if (m_drawing) {
+        QMetaObject::invokeMethod(
+            this, [this, wish] { SetSampleWish(wish); }, Qt::QueuedConnection);
+        return;
+    }
+    m_context.SetSampleWish(wish);
+    if (!m_context.HasContext()) return;
+    m_control.Cancel(*this);
+    CloseHandle();
+    OpenHandle();
+}
+
 void TZEPPanel::CloseHandle() {
     m_context.DestroyContext();
     m_appliedOptions.reset();

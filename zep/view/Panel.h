@@ -125,6 +125,10 @@ public:
     /// nothing is counted; `AfterDraw` is not fired.
     /// \param samples  2 to 66; none below
     void SetRestSamples(int samples);
+    /// Multisampling smooths surfaces and lines of every frame, also while the view moves. Another
+    /// wish than before has a window get another context, with all that is drawn in it; what was
+    /// granted is told by `Context()->PixelFormat()`. At first none.
+    void SetSampleWish(const TSampleWish& wish);
     /// The frame that was drawn last is not smoothed when the view rests, since another one follows
     /// then: for hosts that show less while they move it. To be called by a handler of `AfterDraw`.
     void StayRough() { m_staysRough = true; }

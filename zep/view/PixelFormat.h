@@ -37,9 +37,19 @@ struct TPixelFormat {
     int AccumBits = 0; ///< sum over the four channels
     int DepthBits = 0;
     int StencilBits = 0;
+    int Samples = 0; ///< of a pixel, where the window has got more than one
 
     [[nodiscard]] bool Has(std::uint32_t flags) const { return (Flags & flags) == flags; }
     bool operator==(const TPixelFormat&) const = default;
+};
+
+/// Multisampling that a host would like: a wish that no format is refused for.
+struct TSampleWish {
+    int Samples = 0; ///< of a pixel, at most; up to 1: no multisampling
+    /// Also where a software renderer draws, which pays for each sample.
+    bool InSoftware = false;
+
+    bool operator==(const TSampleWish&) const = default;
 };
 
 /// A colour of a logical palette.
