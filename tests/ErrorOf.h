@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 
 #include <string>
 
@@ -13,6 +13,17 @@ std::string ErrorOf(Action&& action) {
         action();
     } catch (const Exception& error) {
         return error.what();
+    }
+    return {};
+}
+
+/// The same as a user is told it.
+template <class Action>
+std::string ToldOf(Action&& action) {
+    try {
+        action();
+    } catch (const std::exception& error) {
+        return ErrorReport(error).toStdString();
     }
     return {};
 }

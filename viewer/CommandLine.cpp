@@ -202,8 +202,10 @@ TCommandLine::TTask TaskOf(const QCommandLineParser& parser, const TOptions& opt
 void CheckOutput(const TCommandLine& line, const char* option, const QString& output) {
     for (const QString& file : line.Files)
         if (IsSameFile(file, output))
-            throw Exception(QStringLiteral("--%1 would write over \"%2\", which is to be read.")
-                                .arg(QLatin1StringView(option), file));
+            throw Exception(QStringLiteral("It is to be read, and --%1 would write over it: choose "
+                                           "another name.")
+                                .arg(QLatin1StringView(option)),
+                            {.File = file});
 }
 
 void CheckPicture(const TCommandLine& line) {

@@ -9,8 +9,8 @@
 #include "viewer/files/Picture.h"
 #include "viewer/window/MainWindow.h"
 #include <zep/Version.h>
-#include <zep/framework/Exception.h>
 #include <zep/framework/Message.h>
+#include <zep/framework/UserError.h>
 
 #include <QApplication>
 #include <QFile>
@@ -28,7 +28,8 @@ namespace {
 enum ExitCode { Done = 0, Failed = 1, NotUnderstood = 2 };
 
 void PrintError(const QString& text) {
-    PrintText(stderr, QStringLiteral("zepview: ") + text + QLatin1Char('\n'));
+    for (const QString& line : text.split(QLatin1Char('\n')))
+        PrintText(stderr, QStringLiteral("zepview: ") + line + QLatin1Char('\n'));
 }
 
 /// What Qt warns of, which may name a file.
@@ -56,7 +57,7 @@ int PrintVersion() {
 /// What is written holds all of the files or is not written.
 void OpenAll(TDocument& document, const TCommandLine& line) {
     document.Open(line.Files, line.Plain);
-    if (!document.Failures().empty()) throw Exception(document.Failures().front().Error);
+    if (!document.Failures().empty()) throw Exception(ReportOf(document.Failures()));
 }
 
 int PrintInfo(const TCommandLine& line) {
@@ -127,7 +128,9 @@ int RunWithoutDisplay(int& argc, char** argv, const TCommandLine& line) {
     TDocument document;
     OpenAll(document, line);
     const std::vector<TPassedOver> left = document.Save(line.SavedFile);
-    if (!left.empty()) PrintError(QStringLiteral("left out:\n") + MessagesToText(left).chopped(1));
+    for (const TPassedOver& kind : left)
+        PrintError(QStringLiteral("%1: %2: %3 left out, which a drawing cannot hold.")
+                       .arg(line.SavedFile, kind.Kind, QString::number(kind.Count)));
     return Done;
 }
 
@@ -149,10 +152,8 @@ template <class Task>
 int Guarded(Task&& task, ExitCode failure) {
     try {
         return task();
-    } catch (const Exception& error) {
-        PrintError(error.Message());
     } catch (const std::exception& error) {
-        PrintError(QString::fromLocal8Bit(error.what()));
+        PrintError(ErrorReport(error));
     }
     return failure;
 }

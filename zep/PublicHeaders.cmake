@@ -69,6 +69,7 @@ set(core_headers
   framework/ReadBudget.h
   framework/Registry.h
   framework/SharedCollection.h
+  framework/UserError.h
   framework/stream/ClassLayout.h
   framework/stream/Reader.h
   framework/stream/References.h

@@ -2,10 +2,11 @@
 #include <zep/converters/dxf/Converter.h>
 #include <zep/converters/rs274d/Converter.h>
 #include <zep/converters/threeds/Converter.h>
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 #include <zep/scene/Scene.h>
 
 #include <functional>
+#include <new>
 
 namespace ZEP {
 namespace {
@@ -67,6 +68,46 @@ TEST_F(Exceptions, TellTheirOriginBesideTheMessage) {
             EXPECT_EQ(error.Message(), head + error.Text());
         }
     }
+}
+
+TEST_F(Exceptions, AreToldToUsersInOneForm) {
+    const QString none = Path("none.nc");
+    const QString program = Put("a.nc", "G21\n\nX1\n");
+    const QString model = Put("a.3ds", QByteArray("MM\x05\0\0\0", 6));
+    const QString text = Put("a.zept", "object TZEPScene\n  A = =\nend\n");
+    const QString drawing = Put("a.dxf", "AutoCAD Binary DXF\r\n");
+    const struct {
+        std::function<void()> Raise;
+        QString File, Rest;
+    } rows[] = {
+        {[&] { Read<TRS274DConverter>(none); }, none,
+         ": There is no such file: it may have been moved or renamed."},
+        {[&] { Read<TDXFConverter>(Path(".")); }, Path("."),
+         ": It is a folder: open the files in it."},
+        {[&] { Read<TRS274DConverter>(program); }, program,
+         ", line 3: Cannot use axis commands with no motion mode set."},
+        {[&] { Read<TF3DSConverter>(model); }, model,
+         ", offset 0: Chunk 0x4D4D has the length 5, but its header has 6 bytes."},
+        {[&] { TZEPScene().LoadFromTextFile(text); }, text,
+         ", line 2, column 7: Expected a value, but found =."},
+        {[&] { Read<TDXFConverter>(drawing); }, drawing,
+         ": It is binary DXF, and only its ASCII form can be read."},
+        {[] { throw Exception(QStringLiteral("f: no."), {.File = QStringLiteral("f")}); }, "f",
+         ": No."},
+        {[] { throw std::bad_alloc(); }, "f",
+         ": There is not enough memory: close other files or programs."},
+        {[] { throw std::runtime_error("broken"); }, {}, "Broken."},
+        {[] { throw Exception(QStringLiteral("a.nc: No.\nb.nc: No.")); },
+         {},
+         "a.nc: No.\nb.nc: No."},
+    };
+    for (const auto& row : rows) try {
+            row.Raise();
+            ADD_FAILURE() << "no error";
+        } catch (const std::exception& error) {
+            EXPECT_EQ(ErrorReport(error, row.File).toStdString(),
+                      (row.File + row.Rest).toStdString());
+        }
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "viewer/files/FileLayouts.h"
 #include "viewer/files/Loading.h"
 #include "viewer/files/Materials.h"
+#include "viewer/files/Memory.h"
 #include "viewer/files/SceneSaving.h"
 #include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
@@ -16,6 +17,7 @@
 
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <memory>
@@ -26,6 +28,7 @@ namespace {
 
 constexpr double StandardLens = 45; // mm
 constexpr TColor AroundSheets{0x9A9A9A};
+constexpr qint64 ManyObjects = 100'000;
 
 /// Of what is seen of the files.
 TZEPExtent ExtentSeen(const std::vector<TOpenedFile>& files) {
@@ -91,14 +94,12 @@ TDocument::TDocument() : m_scene(std::make_unique<TZEPScene>()) {
 TDocument::~TDocument() = default;
 
 bool TDocument::Read(TLoading& loading, const QStringList& files, const TOpenProgress& progress) {
-    m_failures.clear();
-    const bool isRead = loading.Read(files, progress);
-    if (isRead) m_failures = loading.Failures();
-    return isRead;
+    const auto take = qScopeGuard([&] { m_failures = loading.Failures(); });
+    return loading.Read(files, progress);
 }
 
 bool TDocument::Open(const QStringList& files, bool plain, const TOpenProgress& progress) {
-    TLoading loading(plain);
+    TLoading loading(plain, FirstShown());
     if (!Read(loading, files, progress)) return false;
     ChangeFiles([&] {
         while (!m_files.empty()) Remove(m_files.size() - 1);
@@ -108,7 +109,7 @@ bool TDocument::Open(const QStringList& files, bool plain, const TOpenProgress& 
 }
 
 bool TDocument::Add(const QStringList& files, bool plain, const TOpenProgress& progress) {
-    TLoading loading(plain);
+    TLoading loading(plain, FirstShown());
     if (!Read(loading, files, progress)) return false;
     ChangeFiles([&] {
         while (!loading.IsEmpty()) {
@@ -157,6 +158,7 @@ void TDocument::Remove(std::size_t index) {
     const TOpenedFile gone = std::move(m_files[index]);
     m_files.erase(m_files.begin() + static_cast<std::ptrdiff_t>(index));
     delete gone.Root;
+    if (gone.Objects > ManyObjects) GiveBackMemory();
     const int end = gone.FirstMaterial + gone.SharedMaterials;
     for (int i = end; i > gone.FirstMaterial; --i) m_materials.Materials()->Delete(i - 1);
     for (TOpenedFile& file : m_files) {
@@ -245,11 +247,18 @@ void TDocument::ShowColors() {
     const std::optional<TColor> around =
         m_layout && !m_background ? std::optional(AroundSheets) : m_background;
     m_backdrop.SetColors(around ? TColors::Plain(*around) : TColors());
-    const TColor behind = m_layout && m_layout->HasPaper() ? clWhite : m_backdrop.MiddleColor();
-    ChangeShown(*m_scene, [&](const TZEPBatch&, TZEPShown& shown) {
-        shown.Background = behind;
-        shown.Widths = PixelRatio();
-    });
+    ChangeShown(*m_scene, [this](const TZEPBatch&, TZEPShown& shown) { GiveColors(shown); });
+}
+
+void TDocument::GiveColors(TZEPShown& shown) const {
+    shown.Background = m_layout && m_layout->HasPaper() ? clWhite : m_backdrop.MiddleColor();
+    shown.Widths = PixelRatio();
+}
+
+std::optional<TZEPShown> TDocument::FirstShown() const {
+    std::optional<TZEPShown> shown = m_firstShown;
+    if (shown) GiveColors(*shown);
+    return shown;
 }
 
 bool TDocument::IsFlat() const {

@@ -4,6 +4,7 @@
 #include "viewer/files/CameraPlace.h"
 #include "viewer/files/OpenedFile.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
+#include <zep/batch/Shown.h>
 #include <zep/view/Backdrop.h>
 #include <zep/view/Camera.h>
 #include <zep/view/Directions.h>
@@ -43,7 +44,10 @@ public:
     /// Adds to what is shown. Files that are shown already are read again in their place: what the
     /// user hid or showed, by ident, stays so. Raises and answers as `Open`.
     bool Add(const QStringList& files, bool plain, const TOpenProgress& progress = {});
-    /// Files of the last `Open` or `Add` that could not be read, where others could.
+    /// How files are shown at first that are opened from now on, but for background and widths: it
+    /// is made ready while they are read. Nothing is, for programs without a window.
+    void SetFirstShown(const TZEPShown& shown) { m_firstShown = shown; }
+    /// Files of the last `Open` or `Add` that could not be read.
     [[nodiscard]] const std::vector<TFailure>& Failures() const { return m_failures; }
     /// Writes what is shown as a scene or, where the name ends so, as a drawing; see `SaveScene`
     /// and `SaveDrawing`. Where the name is that of a file that is shown, that file counts as
@@ -105,6 +109,8 @@ private:
     void ShowColors();
     void SetLayout(TZEPLayout* layout);
     void LookAgain(const TCameraPlace& place);
+    void GiveColors(TZEPShown& shown) const;
+    [[nodiscard]] std::optional<TZEPShown> FirstShown() const;
     template <class Change>
     void ChangeFiles(Change&& change);
     void Remove(std::size_t index);
@@ -115,6 +121,7 @@ private:
     TZEPCamera* m_camera = nullptr;
     std::vector<TOpenedFile> m_files;
     std::vector<TFailure> m_failures;
+    std::optional<TZEPShown> m_firstShown;
     TZEPBackdrop m_backdrop;
     QPointer<TZEPLayout> m_layout;
     TZEPExtent m_sheet;                                           ///< its extent

@@ -12,9 +12,8 @@ std::vector<TPassedOver> SaveDrawing(std::span<const TOpenedFile> files, const Q
     std::vector<TZEPObject*> roots;
     for (const TOpenedFile& file : files) {
         if (IsSameFile(file.Name, fileName))
-            throw Exception(QStringLiteral("%1 is shown from this file, of which a part would be "
-                                           "lost: choose another name.")
-                                .arg(fileName),
+            throw Exception(QStringLiteral("It is shown from this file, of which a part would be "
+                                           "lost: choose another name."),
                             {.File = fileName});
         roots.push_back(file.Root);
     }

@@ -70,8 +70,8 @@ void LookThrough(const QString& name, TDocument& document) {
     const QString known = names.isEmpty()
                               ? QStringLiteral("it has none")
                               : QStringLiteral("it has ") + names.join(QStringLiteral(", "));
-    throw Exception(QStringLiteral("%1 has no camera \"%2\": %3.")
-                        .arg(document.Files().front().Name, name, known));
+    throw Exception(QStringLiteral("There is no camera \"%1\": %2.").arg(name, known),
+                    {.File = document.Files().front().Name});
 }
 
 } // namespace ZEP

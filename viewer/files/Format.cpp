@@ -3,6 +3,7 @@
 #include <zep/converters/LineSource.h>
 #include <zep/converters/assimp/Converter.h>
 #include <zep/framework/Exception.h>
+#include <zep/framework/FileText.h>
 #include <zep/framework/stream/StreamFile.h>
 
 #include <QFile>
@@ -139,19 +140,16 @@ TFileFormat FormatOf(const QString& fileName, QByteArrayView head) {
 }
 
 TFileFormat FormatOf(const QString& fileName) {
+    CheckIsFile(fileName);
     QFile file(fileName);
-    const QFileInfo info(fileName);
-    if (info.isDir()) throw Exception(QStringLiteral("%1 is a folder, not a file.").arg(fileName));
-    // Not opened: that would wait for whoever writes into a pipe.
-    if (info.exists() && !info.isFile())
-        throw Exception(QStringLiteral("%1 is a pipe or a device, not a file.").arg(fileName));
     if (!file.open(QIODevice::ReadOnly))
-        throw Exception(QStringLiteral("%1 cannot be read: %2.").arg(fileName, file.errorString()));
+        throw Exception(QStringLiteral("It cannot be read: %1.").arg(file.errorString()),
+                        {.File = fileName});
     const TFileFormat format = FormatOf(fileName, file.read(HeadSize));
     if (format == TFileFormat::Unknown)
-        throw Exception(
-            QStringLiteral("%1 is of no format that can be opened. These can: %2.")
-                .arg(fileName, FormatsAs(QStringLiteral("%1 (%2)"), QStringLiteral(", "))));
+        throw Exception(QStringLiteral("It is of no format that can be opened. These can: %1.")
+                            .arg(FormatsAs(QStringLiteral("%1 (%2)"), QStringLiteral(", "))),
+                        {.File = fileName});
     return format;
 }
 

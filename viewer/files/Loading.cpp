@@ -5,6 +5,7 @@
 #include "viewer/drawing/Look.h"
 #include "viewer/files/FileLayouts.h"
 #include "viewer/files/Materials.h"
+#include "viewer/files/Memory.h"
 #include <zep/appearance/materials/MaterialLibrary.h>
 #include <zep/batch/Batch.h>
 #include <zep/framework/Exception.h>
@@ -16,12 +17,13 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 namespace ZEP {
 
 namespace {
+
+constexpr double ReadShare = 0.6; // of the time that opening a file takes, about
 
 /// What one of the files tells, in terms of all. The end, 1, is not reached.
 TLoadProgress PartOf(const TOpenProgress& progress, const QStringList& files, qsizetype index) {
@@ -54,34 +56,33 @@ void PrepareLayouts(const TOpenedFile& file, bool even) {
 } // namespace
 
 TLoading::~TLoading() {
+    if (m_loaded.empty()) return;
     for (const TLoaded& loaded : m_loaded) delete loaded.File.Root;
+    m_loaded.clear();
+    GiveBackMemory();
 }
 
 bool TLoading::Read(const QStringList& files, const TOpenProgress& progress) {
     for (qsizetype i = 0; i < files.size(); ++i)
         if (!ReadOrFail(files[i], PartOf(progress, files, i))) return false;
-    if (m_loaded.empty() && !m_failures.empty()) throw Exception(m_failures.front().Error);
-    if (progress && !progress(files.last(), 1)) return false;
-    for (TLoaded& loaded : m_loaded) Prepare(loaded);
-    return true;
+    if (m_loaded.empty() && !m_failures.empty()) throw Exception(ReportOf(m_failures));
+    return !progress || progress(files.last(), 1);
 }
 
 bool TLoading::ReadOrFail(const QString& name, const TLoadProgress& progress) {
     TLoaded& loaded = m_loaded.emplace_back();
     try {
         return ReadOne(loaded, name, progress);
-    } catch (const Exception& error) {
-        Fail(name, error.Message());
-    } catch (const std::bad_alloc&) {
-        Fail(name, QStringLiteral("There is not enough memory to open %1.").arg(name));
+    } catch (const std::exception& error) {
+        Fail(name, error);
     }
     return true;
 }
 
-void TLoading::Fail(const QString& name, const QString& error) {
+void TLoading::Fail(const QString& name, const std::exception& error) {
     delete m_loaded.back().File.Root;
     m_loaded.pop_back();
-    m_failures.push_back({name, error});
+    m_failures.emplace_back(name, error);
 }
 
 bool TLoading::ReadOne(TLoaded& loaded, const QString& name, const TLoadProgress& progress) const {
@@ -94,35 +95,46 @@ bool TLoading::ReadOne(TLoaded& loaded, const QString& name, const TLoadProgress
     QElapsedTimer timer;
     timer.start();
     bool cancelled = false;
-    const TLoadProgress watched = [&](qint64 done, qint64 total) {
-        cancelled = cancelled || !progress(done, total);
+    const auto watched = [&](double share) {
+        constexpr qint64 steps = 100'000;
+        cancelled = cancelled || !progress(static_cast<qint64>(share * double(steps)), steps);
         return !cancelled;
     };
-    ReadFile(file, *loaded.Library, m_plain, watched);
+    ReadFile(file, *loaded.Library, m_plain, [&](qint64 done, qint64 total) {
+        return watched(ReadShare * double(done) / double(std::max<qint64>(total, 1)));
+    });
+    if (cancelled || !watched(ReadShare)) return false;
     file.Seconds = static_cast<double>(timer.nsecsElapsed()) * 1e-9;
     if (file.Root->Ident().isEmpty()) file.Root->SetIdent(QFileInfo(name).fileName());
     file.Materials = loaded.Library->Materials()->Count();
     file.HiddenInFile = HiddenBelow(*file.Root);
     file.Objects = CountBelow(*file.Root);
-    return !cancelled;
+    return Prepare(loaded, [&](double share) {
+        return watched(ReadShare + (1 - ReadShare) * std::min(share, 1.0));
+    });
 }
 
-void TLoading::Prepare(TLoaded& loaded) {
+bool TLoading::Prepare(TLoaded& loaded, const std::function<bool(double)>& progress) const {
     TOpenedFile& file = loaded.File;
     ShowFacesWithoutMaterial(*file.Root, *loaded.Library);
     const bool isProgram = file.Format == TFileFormat::RS274D;
     if (isProgram) ApplyLook(*file.Root);
     if (IsModel(file.Format)) ApplyLook(*loaded.Library);
     file.Extent = ExtentOf(*file.Root);
+    if (!progress(0)) return false;
     const std::optional<TZEPBounds>& bounds = file.Extent.Bounds();
     if (file.Format == TFileFormat::DXF) PrepareLayouts(file, !bounds || IsFlat(*bounds));
-    if (!bounds) return;
+    if (!bounds) return true;
     if (file.Format != TFileFormat::Scene || !file.StoresRoot) {
         file.Root->SetEvenLight(IsFlat(*bounds));
         file.Root->SetSmoothShading(IsModel(file.Format));
         file.Root->SetRoundArcs(file.Format == TFileFormat::DXF);
     }
-    file.Root->Prepare();
+    if (!m_shown) return true;
+    TZEPShown shown = *m_shown;
+    if (file.Root->EvenLight()) shown.Edges = TZEPEdges::None; // as the view has it
+    file.Root->SetShown(shown);
+    return file.Root->Prepare(progress);
 }
 
 TOpenedFile TLoading::Show(TZEPScene& scene) {

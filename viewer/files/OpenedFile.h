@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QSet>
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -56,8 +57,15 @@ struct TOpenedFile {
 /// A file that could not be read, beside others that could.
 struct TFailure {
     QString File;
-    QString Error; ///< names the file
+    QString Error;   ///< "FILE, line 3: what is wrong"
+    QString Reason;  ///< what is wrong
+    qint64 Line = 0; ///< 0: none is known
+
+    TFailure(const QString& file, const std::exception& error);
 };
+
+/// Each in a line; of many the first ones.
+[[nodiscard]] QString ReportOf(const std::vector<TFailure>& failures);
 
 /// Called now and then with the file that is read, and how much of all is done, from 0 to 1; false
 /// cancels.

@@ -9,6 +9,7 @@ struct TPassedOver {
     QString Kind;
     qint64 Count = 0;
     qint64 FirstLine = 0; ///< 0: the file has no lines
+    bool IsMinor = false; ///< what is seen is as the file has it all the same
 };
 
 } // namespace ZEP

@@ -58,7 +58,7 @@ std::optional<TZEPVectorFormat> VectorFormatOf(const QString& fileName) {
 
 void CheckName(const QString& fileName) {
     if (IsPictureName(fileName)) return;
-    throw Exception(QStringLiteral("%1 does not end as a picture does.").arg(fileName),
+    throw Exception(QStringLiteral("It does not end as a picture does: .png and .jpg do."),
                     {.File = fileName});
 }
 
@@ -88,9 +88,8 @@ void WritePicture(TZEPPanel& panel, TZEPBackdrop& backdrop, const TPictureWish& 
                   const QString& fileName) {
     CheckName(fileName);
     if (wish.Transparent && !KeepsTransparency(fileName))
-        throw Exception(
-            QStringLiteral("%1 cannot be transparent: a PNG, WebP or TIFF can.").arg(fileName),
-            {.File = fileName});
+        throw Exception(QStringLiteral("It cannot be transparent: a PNG, WebP or TIFF can."),
+                        {.File = fileName});
     const std::optional<TZEPVectorFormat> format = VectorFormatOf(fileName);
     if (!format) return WritePicture(DrawPicture(panel, backdrop, wish), fileName);
     const QByteArray content = DrawVectors(panel, backdrop, wish, *format);
@@ -110,15 +109,14 @@ void WritePicture(TDocument& document, const TViewLook& look, const TPictureWish
 void WritePicture(const QImage& picture, const QString& fileName) {
     CheckName(fileName);
     if (picture.isNull())
-        throw Exception(QStringLiteral("OpenGL cannot draw here: no rendering context was made."));
+        throw Exception(QStringLiteral("OpenGL cannot draw here: check the graphics driver."));
     QBuffer encoded;
     encoded.open(QIODevice::WriteOnly);
     QImageWriter writer(&encoded, EncodingOf(fileName));
     if (writer.format().startsWith("jp")) writer.setQuality(Quality);
     if (!writer.write(picture))
-        throw Exception(
-            QStringLiteral("%1 cannot be written: %2.").arg(fileName, writer.errorString()),
-            {.File = fileName});
+        throw Exception(QStringLiteral("It cannot be written: %1.").arg(writer.errorString()),
+                        {.File = fileName});
     SaveFile(fileName, [&](QIODevice& device) { device.write(encoded.data()); });
 }
 

@@ -10,7 +10,6 @@
 #include <zep/converters/rs274d/DialectGuess.h>
 #include <zep/converters/rs274d/ToolPath.h>
 #include <zep/converters/threeds/Converter.h>
-#include <zep/framework/Exception.h>
 
 #include <QFile>
 #include <QVariant>
@@ -19,25 +18,14 @@ namespace ZEP {
 
 namespace {
 
-/// Without the method that raised it, but with the file.
-QString ForUser(const Exception& error, const QString& fileName) {
-    if (error.Origin().File == fileName) return error.Text();
-    return fileName + QStringLiteral(": ") + error.Text();
-}
-
 template <class Converter>
 void Convert(Converter& converter, TOpenedFile& file, const TLoadProgress& progress) {
     converter.SetRoot(file.Root);
     converter.SetFileName(file.Name);
     converter.SetProgress(progress);
-    try {
-        converter.LoadFromFile();
-    } catch (const Exception& error) {
-        throw Exception(ForUser(error, file.Name),
-                        {.File = file.Name, .Place = error.Origin().Place});
-    }
+    converter.LoadFromFile();
     for (const auto& entry : converter.Report().Entries())
-        file.Messages.push_back({entry.Kind, entry.Count, entry.FirstLine});
+        file.Messages.push_back({entry.Kind, entry.Count, entry.FirstLine, entry.IsMinor});
 }
 
 /// As its first part tells.

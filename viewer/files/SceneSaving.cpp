@@ -19,9 +19,8 @@ void CheckTarget(std::span<const TOpenedFile> files, const QString& fileName) {
     for (const TOpenedFile& file : files)
         if (file.Format != TFileFormat::Scene && IsSameFile(file.Name, fileName))
             throw Exception(
-                QStringLiteral("%1 is shown from this file, which is no scene and would "
-                               "be lost: choose another name.")
-                    .arg(fileName),
+                QStringLiteral("It is shown from this file, which is no scene and would be lost: "
+                               "choose another name."),
                 {.File = fileName});
 }
 

@@ -45,7 +45,7 @@ void TLoadBar::Start() {
 bool TLoadBar::Progress(const QString& file, double fraction) {
     if (m_sinceEvents.elapsed() < EventInterval && fraction < 1) return !m_cancelled;
     m_bar->setValue(static_cast<int>(fraction * Steps));
-    m_label->setText(fraction < 1 ? QStringLiteral("Reading ") + QFileInfo(file).fileName()
+    m_label->setText(fraction < 1 ? QStringLiteral("Opening ") + QFileInfo(file).fileName()
                                   : QStringLiteral("Preparing the view"));
     if (m_sinceStart.elapsed() > Moment) show();
     QCoreApplication::processEvents();

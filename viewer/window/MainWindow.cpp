@@ -17,7 +17,7 @@
 #include "viewer/window/ViewOptions.h"
 #include "viewer/window/WelcomePage.h"
 #include <zep/batch/Batch.h>
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 #include <zep/view/Panel.h>
 
 #include <QDragEnterEvent>
@@ -35,7 +35,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 namespace ZEP {
@@ -133,6 +132,9 @@ void TMainWindow::MakePages() {
     setCentralWidget(view);
     m_panel->SetCamera(m_document.Camera());
     m_panel->SetRestSamples(RestSamples);
+    connect(m_panel, &TZEPPanel::FrameFailed, this, [this](TZEPPanel*, const QString& error) {
+        statusBar()->showMessage(QStringLiteral("The view cannot be drawn: %1").arg(error));
+    });
     new TDetailControl(m_panel, m_document);
     m_selection = new TSelection(m_panel, m_document.Scene());
     connect(m_selection, &TSelection::Changed, this, &TMainWindow::ShowStatus);
@@ -229,14 +231,9 @@ void TMainWindow::LoadNext() {
             statusBar()->showMessage(QStringLiteral("Cancelled."), MessageTime);
             return;
         }
-    } catch (const Exception& error) {
-        for (const QString& file : request.Files)
-            if (!QFileInfo::exists(file)) ForgetFile(file);
-        return Tell(request, error.Message());
-    } catch (const std::bad_alloc&) {
-        return Tell(
-            request,
-            QStringLiteral("There is not enough memory to open %1.").arg(request.Files.first()));
+    } catch (const std::exception& error) {
+        if (!m_document.Failures().empty()) return EndLoad(request); // none can be read
+        return Tell(ErrorReport(error, request.Files.first()));
     }
     statusBar()->clearMessage();
     LookAt(request, wasEmpty);
@@ -257,19 +254,25 @@ void TMainWindow::LookAt(const TRequest& request, bool wasEmpty) {
 }
 
 void TMainWindow::EndLoad(const TRequest& request) {
-    QStringList read = request.Files, errors;
-    for (const auto& [file, error] : m_document.Failures()) {
-        read.removeAll(file);
-        errors << error;
-        if (!QFileInfo::exists(file)) ForgetFile(file);
+    QStringList read = request.Files;
+    for (const TFailure& failure : m_document.Failures()) {
+        read.removeAll(failure.File);
+        if (!QFileInfo::exists(failure.File)) ForgetFile(failure.File);
     }
     if (!request.KeepsView) RememberFiles(read);
-    if (!errors.isEmpty()) Tell(request, errors.join(QLatin1Char('\n')));
+    if (!m_closed && !m_document.Failures().empty()) TellFailures(request.IsQuiet);
 }
 
 bool TMainWindow::Load(const TRequest& request) {
-    const auto finish = qScopeGuard([this] { m_loadBar->Finish(); });
+    const auto finish = qScopeGuard([this] {
+        m_loadBar->Finish();
+        m_welcome->Start().SetMoving(m_welcome->isVisible());
+    });
     m_loadBar->Start();
+    m_welcome->Start().SetMoving(false); // its frames would take the time
+    TZEPShown shown;
+    GiveLook(m_viewOptions->Look(), false, shown);
+    m_document.SetFirstShown(shown);
     const auto progress = [this](const QString& file, double fraction) {
         return m_loadBar->Progress(file, fraction);
     };
@@ -301,15 +304,18 @@ void TMainWindow::FilesChangedOnDisk(const QStringList& files) {
                                  .arg(QFileInfo(files.first()).fileName()));
 }
 
-void TMainWindow::Tell(const TRequest& request, const QString& error) {
-    if (m_closed) return;
-    if (!request.IsQuiet)
-        QMessageBox::critical(this, QStringLiteral("Cannot open"), error);
-    else
-        m_messages->SetNote(request.Files.first(),
-                            QStringLiteral("What is shown is older than the file, which cannot be "
-                                           "read: ") +
-                                error);
+void TMainWindow::Tell(const QString& error) {
+    QMessageBox::critical(this, QStringLiteral("Cannot open"), error);
+}
+
+/// \param quietly  among the messages
+void TMainWindow::TellFailures(bool quietly) {
+    const std::vector<TFailure> failures = m_document.Failures(); // a dialog lives long
+    if (!quietly) return Tell(ReportOf(failures));
+    for (const TFailure& failure : failures)
+        m_messages->SetNote(
+            failure.File, QStringLiteral("What is shown is older than the file. ") + failure.Reason,
+            failure.Line);
 }
 
 void TMainWindow::closeEvent(QCloseEvent* event) {

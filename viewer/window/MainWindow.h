@@ -98,7 +98,8 @@ private:
     void FilesChangedOnDisk(const QStringList& files);
     void LookAt(const TRequest& request, bool wasEmpty);
     void EndLoad(const TRequest& request);
-    void Tell(const TRequest& request, const QString& error);
+    void Tell(const QString& error);
+    void TellFailures(bool quietly);
     [[nodiscard]] double Aspect() const;
 
     TDocument m_document;

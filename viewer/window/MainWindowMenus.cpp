@@ -27,7 +27,7 @@
 #include "viewer/window/WelcomePage.h"
 #include <zep/Version.h>
 #include <zep/batch/Batch.h>
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 #include <zep/view/Gizmo.h>
 #include <zep/view/Panel.h>
 
@@ -284,8 +284,8 @@ void TMainWindow::AskAndSave() {
         name += QLatin1StringView(SavedForms[chosen].Suffix);
     try {
         SaveAs(name);
-    } catch (const Exception& error) {
-        QMessageBox::critical(this, QStringLiteral("Cannot save"), error.Message());
+    } catch (const std::exception& error) {
+        QMessageBox::critical(this, QStringLiteral("Cannot save"), ErrorReport(error, name));
     }
 }
 

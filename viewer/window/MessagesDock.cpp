@@ -51,8 +51,8 @@ void TMessagesDock::MakeList() {
     m_list->addAction(copy);
 }
 
-void TMessagesDock::SetNote(const QString& file, const QString& text) {
-    m_model->SetNote(file, text);
+void TMessagesDock::SetNote(const QString& file, const QString& text, qint64 line) {
+    m_model->SetNote(file, text, line);
     Update();
 }
 
@@ -60,7 +60,7 @@ void TMessagesDock::Update() {
     const QString summary = m_model->Summary();
     m_badge->setText(summary);
     m_badge->setVisible(!summary.isEmpty());
-    Offer(!summary.isEmpty());
+    Offer(m_model->ChangesPicture());
 }
 
 void TMessagesDock::Copy() {

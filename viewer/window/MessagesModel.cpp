@@ -9,6 +9,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <utility>
 
 namespace ZEP {
 
@@ -41,16 +42,15 @@ TMessagesModel::TMessagesModel(const TDocument& document, QObject* parent)
     Fill();
 }
 
-void TMessagesModel::SetNote(const QString& file, const QString& text) {
-    m_notes[file] = text;
+void TMessagesModel::SetNote(const QString& file, const QString& text, qint64 line) {
+    m_notes[file] = {QFileInfo(file).fileName(), text, line, true};
     Fill();
 }
 
 void TMessagesModel::Fill() {
     beginResetModel();
     m_rows.clear();
-    for (auto note = m_notes.begin(); note != m_notes.end(); ++note)
-        m_rows.push_back({QFileInfo(note.key()).fileName(), note.value(), 0, true});
+    for (const TRow& note : std::as_const(m_notes)) m_rows.push_back(note);
     for (const TOpenedFile& file : m_document.Files())
         for (const TPassedOver& message : file.Messages)
             m_rows.push_back({QFileInfo(file.Name).fileName(), MessageText(file.Format, message),
@@ -71,13 +71,20 @@ QString TMessagesModel::Summary() const {
     return parts.join(QStringLiteral(", "));
 }
 
+bool TMessagesModel::ChangesPicture() const {
+    const auto changes = [](const TOpenedFile& file) {
+        return !std::ranges::all_of(file.Messages, &TPassedOver::IsMinor);
+    };
+    return !m_notes.isEmpty() || std::ranges::any_of(m_document.Files(), changes);
+}
+
 QString TMessagesModel::ToText(const QModelIndexList& rows) const {
     QString text;
     for (const QModelIndex& index : rows) {
         const TRow& row = m_rows[static_cast<std::size_t>(index.row())];
-        text += row.File + QStringLiteral(": ") + row.Text;
-        if (row.Line > 0) text += QStringLiteral(", first in line %1").arg(row.Line);
-        text += QLatin1Char('\n');
+        text += row.File;
+        if (row.Line > 0) text += QStringLiteral(", line %1").arg(row.Line);
+        text += QStringLiteral(": ") + row.Text + QLatin1Char('\n');
     }
     return text;
 }

@@ -19,10 +19,13 @@ public:
     explicit TMessagesModel(const TDocument& document, QObject* parent = nullptr);
 
     /// Stands above the others until files are opened, read again or closed.
-    void SetNote(const QString& file, const QString& text);
+    /// \param line  of the file; 0: none
+    void SetNote(const QString& file, const QString& text, qint64 line = 0);
     /// "3 kinds passed over", "1 kind passed over", "1 file is not up to date"; empty for none.
     [[nodiscard]] QString Summary() const;
-    /// The rows as lines: "a.dxf: LWPOLYLINE: 312 not drawn, first in line 1204".
+    /// Some of them tell of a picture that is not as the files have it.
+    [[nodiscard]] bool ChangesPicture() const;
+    /// The rows as lines: "a.dxf, line 1204: LWPOLYLINE: 312 not drawn".
     [[nodiscard]] QString ToText(const QModelIndexList& rows) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -42,7 +45,7 @@ private:
     void Fill();
 
     const TDocument& m_document;
-    QMap<QString, QString> m_notes; ///< by the file's name
+    QMap<QString, TRow> m_notes; ///< by the file's name
     std::vector<TRow> m_rows;
 };
 

@@ -3,7 +3,7 @@
 #include "viewer/files/Document.h"
 #include "viewer/window/PictureDialog.h"
 #include "viewer/window/PrintDialog.h"
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 #include <zep/view/Panel.h>
 
 #include <QAction>
@@ -16,9 +16,8 @@
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QScopeGuard>
 #include <QStatusBar>
-
-#include <new>
 
 namespace ZEP {
 
@@ -58,18 +57,18 @@ TPictureMenu::TPictureMenu(QMainWindow* window, QMenu* menu, TDocument& document
 
 template <class Task>
 bool TPictureMenu::Try(const QString& title, Task&& task) {
-    try {
+    QString error;
+    {
         QApplication::setOverrideCursor(Qt::WaitCursor);
-        task();
-        QApplication::restoreOverrideCursor();
-        return true;
-    } catch (const Exception& error) {
-        QApplication::restoreOverrideCursor();
-        QMessageBox::critical(m_window, title, error.Message());
-    } catch (const std::bad_alloc&) {
-        QApplication::restoreOverrideCursor();
-        QMessageBox::critical(m_window, title, QStringLiteral("There is not enough memory."));
+        const auto back = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
+        try {
+            task();
+            return true;
+        } catch (const std::exception& thrown) {
+            error = ErrorReport(thrown);
+        }
     }
+    QMessageBox::critical(m_window, title, error);
     return false;
 }
 

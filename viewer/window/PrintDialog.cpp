@@ -1,6 +1,6 @@
 #include "viewer/window/PrintDialog.h"
 
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 #include <zep/view/PanelPages.h>
 
 #include <QCheckBox>
@@ -139,8 +139,8 @@ void TPrintDialog::ReadChoices() {
                                           .arg(paper.Pages().Columns())
                                           .arg(paper.Pages().Rows())) +
                         (scale.isEmpty() ? QString() : QStringLiteral(", ") + scale));
-    } catch (const Exception& error) {
-        m_note->setText(error.Message());
+    } catch (const std::exception& error) {
+        m_note->setText(ErrorReport(error));
         fits = false;
     }
     m_print->setEnabled(fits);
@@ -157,8 +157,8 @@ void TPrintDialog::PaintPreview(QPrinter* printer) {
     if (!m_pdf->isEnabled()) return;
     try {
         TPaper(*m_panel, m_document, m_wish, PreviewResolution).Pages().Print(*printer);
-    } catch (const Exception& error) {
-        m_note->setText(error.Message());
+    } catch (const std::exception& error) {
+        m_note->setText(ErrorReport(error));
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include "viewer/window/StockTools.h"
 #include "viewer/window/StockView.h"
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 #include <zep/stock/Guess.h>
 
 #include <QDialogButtonBox>
@@ -149,8 +149,8 @@ TStockBlock TStockDialog::Block() const {
 QString TStockDialog::TryCut() {
     try {
         m_view->Cut(Block(), m_tools->Tools());
-    } catch (const Exception& error) {
-        return error.Message();
+    } catch (const std::exception& error) {
+        return ErrorReport(error);
     }
     return {};
 }
@@ -158,7 +158,8 @@ QString TStockDialog::TryCut() {
 void TStockDialog::Cut() {
     const QString error = TryCut();
     if (!error.isEmpty())
-        return static_cast<void>(QMessageBox::warning(this, windowTitle(), error));
+        return static_cast<void>(
+            QMessageBox::critical(this, QStringLiteral("Cannot cut"), error));
     m_isCut = true;
 }
 

@@ -90,8 +90,8 @@ void TZEPBatch::SetHiddenChildren(const std::shared_ptr<const std::vector<bool>>
     if (Change(m_hidden, hidden)) Invalidate(this);
 }
 
-void TZEPBatch::Prepare() {
-    m_contents->Update(Look(nullptr));
+bool TZEPBatch::Prepare(const std::function<bool(double)>& progress) {
+    return m_contents->Prepare(Look(nullptr), progress);
 }
 
 bool TZEPBatch::IsLarge() const {

@@ -4,6 +4,7 @@
 #include <zep/batch/Shown.h>
 #include <zep/scene/Object.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -80,8 +81,14 @@ public:
         return m_hidden;
     }
 
-    /// Makes the arrays ready, which the first frame would do otherwise.
-    void Prepare();
+    /// Makes ready what the first frame would make otherwise: arrays, and of meshes their smooth
+    /// normals and edges, where they are shown (`SetShown`). It may do so before it stands in a
+    /// scene.
+    /// \param progress  called now and then with the share that is done, 0 .. 1; false calls it
+    /// off.
+    ///                  It changes nothing below the batch
+    /// \return false when it was called off: the first frame makes it then
+    bool Prepare(const std::function<bool(double)>& progress = {});
     /// So much is gathered that a host may wish to draw a share of it while the view moves.
     [[nodiscard]] bool IsLarge() const;
 

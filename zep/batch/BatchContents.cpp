@@ -4,10 +4,13 @@
 #include <zep/batch/GatheredClass.h>
 #include <zep/framework/Contrast.h>
 #include <zep/framework/Property.h>
+#include <zep/objects/Mesh.h>
 #include <zep/scene/Frame.h>
 #include <zep/scene/GLState.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vectors.h>
+
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cmath>
@@ -33,6 +36,15 @@ void AddEdges(const TZEPShown& shown, TLayerView& view) {
     view.Look.Edges = {parts[0], parts[1], parts[2]};
     view.Look.Hidden = alone;
     view.Surfaces.Sinks = true;
+}
+
+/// Of the steps in which all below an object is made ready: an object is gathered and taken over.
+double WeightBelow(TZEPObject& object) {
+    double weight = 2;
+    if (auto* mesh = qobject_cast<TZEPMesh*>(&object)) weight += mesh->Faces()->Count();
+    for (int i = 0, count = object.GetItemsCount(); i < count; ++i)
+        weight += WeightBelow(*object.GetItem(i));
+    return weight;
 }
 
 } // namespace
@@ -111,7 +123,7 @@ void TBatchContents::SwitchBackground(const std::optional<TColor>& background) {
         std::swap(layer.Batch, layer.Other);
         if (!known) layer.Batch.reset();
     });
-    m_rules.Shown = TBatchRules{}.Shown;
+    m_rules.Shown = [](TColor color) { return color; };
     if (background)
         m_rules.Shown = [behind = *background](TColor color) { return Readable(color, behind); };
 }
@@ -123,6 +135,30 @@ void TBatchContents::Update(const TBatchLook& look) {
     m_own.Batch->SetFrontier(look.Frontier);
     for (TZEPObject* object : m_order)
         if (object->Visible()) Make(*object, m_layers[object]);
+}
+
+bool TBatchContents::Prepare(const TBatchLook& look, const TSteps::TWatch& watch) {
+    // What is half made is of no use.
+    auto drop = qScopeGuard([this] { ForEachLayer([](TLayer& layer) { layer.Drop(); }); });
+    const auto end = qScopeGuard([steps = m_rules.Steps] { steps->End(); });
+    m_rules.Steps->Start(watch, WeightBelow(*m_batch));
+    try {
+        Update(look);
+        PrepareMeshes(View(look, dkFull, 1).Look);
+    } catch (const TSteps::TCancelled&) {
+        return false;
+    }
+    drop.dismiss();
+    return true;
+}
+
+void TBatchContents::PrepareMeshes(const TSurfaceLook& look) {
+    ForEachLayer([&](const TLayer& layer) {
+        if (!layer.Batch || (layer.Of && !layer.Of->Visible())) return;
+        layer.Batch->Content()->ForEachOther([&](TZEPObject& object) {
+            layer.Meshes->Prepare(object, look.Smooth, look.Edges.has_value(), *m_rules.Steps);
+        });
+    });
 }
 
 void TBatchContents::MarkSelected() {

@@ -33,6 +33,9 @@ public:
     void Hear(TZEPObject& sender, TZEPObjectAction action);
     /// Makes anew what is out of date.
     void Update(const TBatchLook& look);
+    /// Makes ready what a frame of that look would make.
+    /// \return false when `watch` called it off: then nothing is made
+    bool Prepare(const TBatchLook& look, const TSteps::TWatch& watch);
     [[nodiscard]] bool IsLarge() const;
     void Draw(const TBatchLook& look, TZEPSceneContext& scene, TZEPDrawState state,
               TZEPDrawKind kind);
@@ -54,6 +57,7 @@ private:
     bool Make(TZEPObject& object, TLayer& layer);
     void Follow(const TBatchLook& look);
     void SwitchBackground(const std::optional<TColor>& background);
+    void PrepareMeshes(const TSurfaceLook& look);
     void MarkSelected();
     [[nodiscard]] std::size_t VertexCount() const;
     [[nodiscard]] bool HasLines() const;

@@ -211,6 +211,7 @@ void TGathering::LookInto(TZEPObject& group, const TGLMatrixd4& frame, TPart& pa
 }
 
 void TGathering::Note(TZEPObject& object, std::uint32_t frame, TPart& part) {
+    if (m_steps) m_steps->Take();
     TBlock& block = Blocks.back();
     m_weight += WeightOf(object);
     if (Gathers(object)) {

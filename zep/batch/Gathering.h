@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zep/batch/Separates.h>
+#include <zep/batch/Steps.h>
 #include <zep/scene/ViewVolume.h>
 
 #include <memory>
@@ -69,8 +70,11 @@ public:
 
     /// \param groups  what stands in groups, too
     /// \param hidden  children of `of` that are left out
-    TGathering(bool groups, TIsBatch isBatch, const TZEPObject* of, THiddenChildren hidden)
-        : m_groups(groups), m_isBatch(isBatch), m_of(of), m_hidden(std::move(hidden)) {}
+    /// \param steps   told of each object; null: nobody is
+    TGathering(bool groups, TIsBatch isBatch, const TZEPObject* of, THiddenChildren hidden,
+               TSteps* steps)
+        : m_groups(groups), m_isBatch(isBatch), m_of(of), m_hidden(std::move(hidden)),
+          m_steps(steps) {}
     /// Neighbours among the children of a group. \return  at least one part
     [[nodiscard]] TParts Collect(TZEPObject& group, const TGLMatrixd4& frame, int first, int count);
 
@@ -93,6 +97,7 @@ private:
     TIsBatch m_isBatch;
     const TZEPObject* m_of;
     THiddenChildren m_hidden;
+    TSteps* m_steps;
     std::size_t m_weight = 0; ///< of the last block: vertexes, about
 };
 

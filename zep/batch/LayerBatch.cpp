@@ -25,7 +25,7 @@ void TLayerBatch::Hide(const THiddenChildren& hidden) {
 }
 
 TGathering TLayerBatch::StartGathering() const {
-    return {m_groups, m_isBatch, m_root.Group, m_hidden};
+    return {m_groups, m_isBatch, m_root.Group, m_hidden, m_rules.Steps.get()};
 }
 
 TPartsUpdate TLayerBatch::StartUpdate(bool selections) const {

@@ -45,8 +45,10 @@ TLayerContent::TLayerContent(TGathering&& gathering, const TSpots& spots, const 
         spot.PlainFaces.Start(spot.Origin);
         spot.Texts.Start(spot.Origin);
     }
-    for (const TGathering::TFound& found : gathering.Found)
+    for (const TGathering::TFound& found : gathering.Found) {
+        rules.Steps->Take();
         Take(found, gathering.Frames[found.Frame], rules);
+    }
     for (TSpot& spot : m_spots) {
         spot.Paths.Close();
         spot.Faces.Close();

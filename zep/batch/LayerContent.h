@@ -44,6 +44,11 @@ public:
     [[nodiscard]] std::size_t GatheredCount() const;
     [[nodiscard]] std::size_t VertexCount() const;
     [[nodiscard]] bool HasLines() const;
+    /// Calls `visit` for each object that is not gathered.
+    template <class Visit>
+    void ForEachOther(const Visit& visit) const {
+        for (const TGathering::TBlock& block : m_blocks) block.Others.ForEach(visit);
+    }
     /// It has something to draw in that pass.
     [[nodiscard]] bool TakesPartIn(TZEPDrawState state) const {
         return (m_passes & PassBit(state)) != 0;

@@ -11,18 +11,24 @@ namespace {
 
 constexpr TZEPPassSet ShownPasses = ObjectPasses | PassBit(dsShadows);
 
-/// Of those passes, the ones that draw the mesh.
-bool IsShown(const TZEPMesh& mesh, const TZEPSceneContext& scene, TZEPDrawState state) {
+/// Of those passes, the ones that draw the object.
+bool IsShown(const TZEPShadowedObject& object, const TZEPSceneContext& scene, TZEPDrawState state) {
     switch (state) {
     case dsNonShadowObjects:
-        return scene.Shadows() && !mesh.ReceivesShadows();
+        return scene.Shadows() && !object.ReceivesShadows();
     case dsShadowObjects:
-        return scene.Shadows() && mesh.ReceivesShadows();
+        return scene.Shadows() && object.ReceivesShadows();
     case dsShadows:
-        return mesh.ReceivesShadows();
+        return object.ReceivesShadows();
     default:
         return true;
     }
+}
+
+/// It has no shading of its own.
+bool IsSmoothed(const TZEPMesh& mesh) {
+    return !mesh.Smooth() && mesh.AutoNormal() && mesh.DrawType() != dtLine &&
+           mesh.GetItemsCount() == 0;
 }
 
 /// A class that inherits from the mesh may draw anything.
@@ -49,12 +55,20 @@ std::size_t SignatureOf(TZEPMesh& mesh) {
     return sum;
 }
 
+void TMeshLooks::Prepare(TZEPObject& object, bool smooth, bool edges, TSteps& steps) {
+    TZEPMesh* mesh = MeshOf(object);
+    if (!mesh || !mesh->Visible()) return;
+    const double half = mesh->Faces()->Count() / 2.0;
+    if (smooth && IsSmoothed(*mesh)) static_cast<void>(m_smooth.Of(*mesh));
+    steps.Take(half);
+    if (edges && mesh->DrawType() != dtLine) static_cast<void>(m_edges.Of(*mesh));
+    steps.Take(half);
+}
+
 bool TMeshLooks::DrawSmooth(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state,
                             bool sorted) {
     TZEPMesh* mesh = (ShownPasses & PassBit(state)) != 0 ? MeshOf(object) : nullptr;
-    if (!mesh || mesh->Smooth() || !mesh->AutoNormal() || mesh->DrawType() == dtLine ||
-        mesh->GetItemsCount() > 0)
-        return false;
+    if (!mesh || !IsSmoothed(*mesh)) return false;
     const TSmoothMesh& smooth = m_smooth.Of(*mesh);
     if (IsShown(*mesh, scene, state)) smooth.Draw(*mesh, scene, state, sorted);
     return true;

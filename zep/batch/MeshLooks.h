@@ -2,6 +2,7 @@
 
 #include <zep/batch/MeshEdges.h>
 #include <zep/batch/SmoothMesh.h>
+#include <zep/batch/Steps.h>
 
 #include <QPointer>
 
@@ -51,6 +52,9 @@ private:
 /// How the meshes of a layer look that do not draw themselves, or not alone.
 class TMeshLooks {
 public:
+    /// Makes what the first frame would make.
+    /// \param steps  told of each face
+    void Prepare(TZEPObject& object, bool smooth, bool edges, TSteps& steps);
     /// With smooth normals.
     /// \param sorted  transparent faces from the farthest on
     /// \return false for what is no mesh, or one that has a shading of its own, and in passes that

@@ -2,9 +2,11 @@
 
 #include <zep/appearance/effects/LineShape.h>
 #include <zep/batch/ArcArray.h>
+#include <zep/batch/Steps.h>
 #include <zep/framework/Color.h>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace ZEP {
@@ -22,6 +24,8 @@ struct TBatchRules {
     bool RoundArcs = false;
     /// The colour that is shown for the one of an object.
     std::function<TColor(TColor)> Shown = [](TColor color) { return color; };
+    /// Told of each object that is taken over.
+    std::shared_ptr<TSteps> Steps = std::make_shared<TSteps>();
 };
 
 class TPathBatch;

@@ -1,6 +1,6 @@
 #include <zep/framework/FileSaving.h>
 
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 
 #include <QBuffer>
 #include <QFile>
@@ -82,8 +82,10 @@ public:
 
 private:
     [[noreturn]] void Refuse(const QString& reason) const {
-        throw Exception(QStringLiteral("Can't write \"%1\": %2.").arg(m_fileName, reason),
-                        {.File = m_fileName});
+        throw TUserError(
+            QStringLiteral("Can't write \"%1\": %2.").arg(m_fileName, reason),
+            QStringLiteral("It cannot be written (%1): choose another name or folder.").arg(reason),
+            {.File = m_fileName});
     }
     [[noreturn]] void Refuse(int error) const { Refuse(qt_error_string(error)); }
 

@@ -15,6 +15,11 @@ namespace ZEP {
 /// may lead, and not out of the folder, nor to a pipe that nobody writes into.
 [[nodiscard]] ZEP_CORE_EXPORT bool IsFileIn(const QString& folder, const QString& fileName);
 
+/// Raises `Exception` for a name that is no ordinary file's: missing, a folder, a pipe, a device.
+/// It does not open it, which would wait for the writer of a pipe. \param method  that asks for it:
+/// "TRS274DConverter.LoadFromFile"; may be empty
+ZEP_CORE_EXPORT void CheckIsFile(const QString& fileName, const QString& method = {});
+
 /// The bytes of a file as they are when it is opened. They are read and not mapped: other programs
 /// may rewrite a file, cut it short or remove it at any time.
 class ZEP_CORE_EXPORT TFileText {
@@ -24,7 +29,7 @@ public:
 
     /// Raises `Exception` for whatever is not a readable file (missing, a directory, a device). A
     /// file that is cut short meanwhile is taken as far as it goes.
-    /// \param method  that asks for it: "TRS274DConverter.LoadFromFile"; may be empty
+    /// \param method  that asks for it, as of `CheckIsFile`
     TFileText(const QString& fileName, const QString& method = {});
 
     [[nodiscard]] std::string_view Text() const { return {m_bytes.get(), m_size}; }

@@ -1,9 +1,9 @@
 #include <zep/framework/Picture.h>
 
-#include <zep/framework/Exception.h>
 #include <zep/framework/FileText.h>
 #include <zep/framework/PictureDecoding.h>
 #include <zep/framework/ReadBudget.h>
+#include <zep/framework/UserError.h>
 
 #include <QBuffer>
 
@@ -44,7 +44,7 @@ void TPicture::LoadFromFile(const QString& fileName, TReadBudget* budget) {
     } catch (const TPictureTooLarge& error) {
         throw TPictureTooLarge(named(error), {.File = fileName});
     } catch (const Exception& error) {
-        throw Exception(named(error), {.File = fileName});
+        throw TUserError(named(error), error.Text(), {.File = fileName});
     }
 }
 

@@ -1,6 +1,6 @@
 #include <zep/view/PanelPages.h>
 
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 #include <zep/scene/Scene.h>
 #include <zep/scene/Vectors.h>
 #include <zep/view/Camera.h>
@@ -119,7 +119,7 @@ QString Ratio(double scale) {
 }
 
 [[noreturn]] void Refuse(const QString& what) {
-    throw Exception(QStringLiteral("Print: ") + what);
+    throw TUserError(QStringLiteral("Print: ") + what, what);
 }
 
 } // namespace

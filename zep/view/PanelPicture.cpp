@@ -1,4 +1,4 @@
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 #include <zep/gl/Names.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
@@ -69,9 +69,13 @@ QImage NewImage(const QSize& size, bool transparent) {
         image =
             QImage(size, transparent ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
     if (image.isNull())
-        throw Exception(QStringLiteral("RenderToCanvas: no memory for %1 by %2 pixels")
-                            .arg(size.width())
-                            .arg(size.height()));
+        throw TUserError(QStringLiteral("RenderToCanvas: no memory for %1 by %2 pixels")
+                             .arg(size.width())
+                             .arg(size.height()),
+                         QStringLiteral("There is no memory for a picture of %1 by %2 pixels: "
+                                        "choose a smaller one.")
+                             .arg(size.width())
+                             .arg(size.height()));
     image.fill(transparent ? Qt::transparent : Qt::black);
     return image;
 }
@@ -108,7 +112,8 @@ QImage TZEPPanel::RenderPicture(const QSize& view, const TZEPPictureOptions& opt
     std::optional<TFrame> frame;
     if (!m_goes) frame.emplace(*this);
     if (!frame || !*frame || !m_context.BeginPicture(buffer.width(), buffer.height()))
-        throw Exception(QStringLiteral("RenderToCanvas: Can't set pixel format"));
+        throw TUserError(QStringLiteral("RenderToCanvas: Can't set pixel format"),
+                         QStringLiteral("OpenGL cannot draw here: check the graphics driver."));
     const auto end = qScopeGuard([this, &frame] {
         if (!*frame) return;
         m_widths = 1;

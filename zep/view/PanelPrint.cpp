@@ -1,4 +1,4 @@
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 #include <zep/view/Panel.h>
 
 #include <QPainter>
@@ -23,10 +23,12 @@ void TZEPPanel::Print(QPrinter& printer) {
         RenderToCanvas(place.boundedTo(view.scaled(FinestPrint, FinestPrint, Qt::KeepAspectRatio)));
     if (printer.docName().isEmpty()) printer.setDocName(QStringLiteral("ZEP rendered image"));
     QPainter painter;
-    if (!painter.begin(&printer))
-        throw Exception(QStringLiteral("Print: cannot print to %1")
-                            .arg(printer.outputFileName().isEmpty() ? printer.printerName()
-                                                                    : printer.outputFileName()));
+    if (!painter.begin(&printer)) {
+        const QString target =
+            printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
+        throw TUserError(QStringLiteral("Print: cannot print to %1").arg(target),
+                         QStringLiteral("%1 takes no pages: choose another one.").arg(target));
+    }
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(
         QRect(QPoint((page.width() - place.width()) / 2, (page.height() - place.height()) / 2),

@@ -1,6 +1,6 @@
 #include <zep/view/PanelVectors.h>
 
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 #include <zep/gl/Told.h>
 #include <zep/scene/Scene.h>
 #include <zep/view/Camera.h>
@@ -130,9 +130,13 @@ QByteArray RenderVectors(TZEPPanel& panel, const QSize& size, TZEPVectorFormat f
     const auto done = qScopeGuard([&] { panel.DoneCurrent(); });
     const int most = context.MaxViewportSize();
     if (size.width() > most || size.height() > most || !context.BeginPicture(16, 16))
-        throw Exception(QStringLiteral("RenderVectors: %1 by %2 is too large")
-                            .arg(size.width())
-                            .arg(size.height()));
+        throw TUserError(
+            QStringLiteral("RenderVectors: %1 by %2 is too large")
+                .arg(size.width())
+                .arg(size.height()),
+            QStringLiteral("A picture of lines and areas has at most %1 pixels a side: choose a "
+                           "smaller one.")
+                .arg(most));
     const auto end = qScopeGuard([&] {
         context.EndPicture();
         glViewport(0, 0, panel.Width(), panel.Height());

@@ -1,5 +1,6 @@
 #include "tests/ErrorOf.h"
 #include "tests/FolderTest.h"
+#include "tests/ResidentMemory.h"
 #include "tests/viewer/SampleFiles.h"
 #include "viewer/CommandLine.h"
 #include "viewer/files/Document.h"
@@ -11,6 +12,8 @@
 #include <QImage>
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
 
 #include <sys/stat.h>
 
@@ -45,9 +48,46 @@ TEST_F(Failures, OneBadFileAmongSeveralLeavesTheOthers) {
     ASSERT_TRUE(document.Add({bad, b, pipe}, false));
     EXPECT_EQ(document.Files()[1].Root->GetItemsCount(), 1);
     EXPECT_EQ(document.Failures().size(), 2U);
-    EXPECT_NE(ErrorOf([&] { document.Open({bad, none}, false); }), "");
+    EXPECT_THAT(ErrorOf([&] {
+                    document.Open({bad, none}, false);
+                }),
+                testing::AllOf(testing::HasSubstr("bad.3ds: "), testing::HasSubstr("none.dxf: ")));
     EXPECT_EQ(document.Files().size(), 2U);
-    EXPECT_TRUE(document.Failures().empty());
+    EXPECT_EQ(document.Failures().size(), 2U);
+    const QString stray = Put("stray.zept", "object TZEPScene\n  A = =\nend\n");
+    EXPECT_NE(ErrorOf([&] { document.Open({stray}, false); }), "");
+    EXPECT_EQ(document.Failures()[0].Line, 2);
+    EXPECT_EQ(document.Failures()[0].Reason, QStringLiteral("Expected a value, but found =."));
+}
+
+/// Made ready for a view, as far as `until` of all.
+bool IsOpened(TDocument& document, const QString& file, double until, QStringList& told) {
+    return document.Open({file}, false, [&](const QString&, double share) {
+        told << QString::number(share, 'f', 1);
+        return share < until;
+    });
+}
+
+TEST_F(Failures, TheViewIsMadeReadyWhileOneWaitsAndMayCancel) {
+    QByteArray program;
+    for (int i = 0; i < 60'000; ++i)
+        program += "G1 X" + QByteArray::number(i) + " Y" + QByteArray::number(i % 7) + "\n";
+    const QString large = Put("large.nc", program), small = PutProgram("small.nc");
+    TDocument document;
+    document.SetFirstShown({});
+    ASSERT_TRUE(document.Open({small}, false));
+    QStringList told;
+    ASSERT_TRUE(IsOpened(document, large, 2, told));
+    EXPECT_TRUE(std::ranges::is_sorted(told)) << "it goes back";
+    for (const char* share : {"0.2", "0.5", "0.7", "0.9", "1.0"})
+        EXPECT_TRUE(told.contains(QLatin1String(share))) << share;
+    ASSERT_TRUE(document.Open({small}, false));
+    const double before = ResidentBytes();
+    for (const double until : {0.8, 0.95, 0.5}) {
+        EXPECT_FALSE(IsOpened(document, large, until, told));
+        EXPECT_EQ(document.Files().front().Name, small);
+        EXPECT_LT(ResidentBytes() - before, 4e6) << "kept of what was read until " << until;
+    }
 }
 
 TEST_F(Failures, WhatIsReadIsNeverWritten) {

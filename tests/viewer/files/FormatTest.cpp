@@ -19,7 +19,7 @@ TEST(Format, TheBeginningComesFirstThenTheSuffixThenWhatTheTextLooksLike) {
 
 TEST(Format, WhatCannotBeReadIsNamed) {
     for (const QString& file : {QDir::tempPath(), QStringLiteral("no such file.nc")}) {
-        const std::string error = ErrorOf([&] { static_cast<void>(FormatOf(file)); });
+        const std::string error = ToldOf([&] { static_cast<void>(FormatOf(file)); });
         EXPECT_TRUE(error.starts_with(file.toStdString())) << error;
     }
 }

@@ -111,8 +111,8 @@ TEST_F(MessagesModel, TellsWhatWasPassedOverByFileKindCountAndLine) {
         {Put("a.dxf", Drawing(Layer("p", 1), hatch + hatch)), Put("b.nc", "G1 X1\nG1 X[2+3]\n")},
         true));
     EXPECT_EQ(TextOf(model).toStdString(),
-              "a.dxf: HATCH: 2 not drawn, first in line 25\n"
-              "b.nc: blocks with expressions: 1 passed over, first in line 2\n");
+              "a.dxf, line 25: HATCH: 2 not drawn\n"
+              "b.nc, line 2: blocks with expressions: 1 passed over\n");
     EXPECT_EQ(model.Summary(), QStringLiteral("2 kinds passed over"));
     document.Close(Path("a.dxf"));
     EXPECT_EQ(model.Summary(), QStringLiteral("1 kind passed over"));
@@ -124,12 +124,30 @@ TEST_F(MessagesModel, ANoteStandsFirstUntilFilesChange) {
     const QString file = Put("b.nc", "G1 X[2+3]\n");
     ASSERT_TRUE(document.Open({file}, true));
     model.SetNote(file, QStringLiteral("cannot be read"));
-    model.SetNote(file, QStringLiteral("still cannot be read"));
-    EXPECT_TRUE(TextOf(model).startsWith(QStringLiteral("b.nc: still cannot be read\nb.nc: ")));
+    model.SetNote(file, QStringLiteral("still cannot be read"), 7);
+    EXPECT_TRUE(
+        TextOf(model).startsWith(QStringLiteral("b.nc, line 7: still cannot be read\nb.nc, ")));
     EXPECT_EQ(model.rowCount(), 2);
     EXPECT_EQ(model.Summary(), QStringLiteral("1 file is not up to date, 1 kind passed over"));
     ASSERT_TRUE(document.Add({file}, true));
     EXPECT_EQ(model.rowCount(), 1);
+}
+
+TEST_F(MessagesModel, TellsWhetherThePictureIsAsTheFileHasIt) {
+    const struct {
+        const char* Program;
+        bool Changes;
+    } rows[] = {
+        {"/G1 X1\nG1 X2\n", false},     {"G1 X1\nG43 H1\nM99\n", false},  {"G1 X1 A5\n", true},
+        {"G1 X1\nG3 X9 Y9 R1\n", true}, {"G1 X[#100+1]\n/G1 X1\n", true}, {"G1 X1\nM77\n", false},
+    };
+    for (const auto& row : rows) {
+        TDocument document;
+        const TMessagesModel model(document);
+        ASSERT_TRUE(document.Open({Put("b.nc", row.Program)}, false));
+        EXPECT_NE(model.Summary(), QString()) << row.Program;
+        EXPECT_EQ(model.ChangesPicture(), row.Changes) << row.Program;
+    }
 }
 
 TEST_F(MessagesModel, CountsReadAsSentences) {

@@ -1,6 +1,7 @@
 #include "tests/viewer/WindowTest.h"
 #include "viewer/window/MessagesDock.h"
 #include "viewer/window/ViewOptions.h"
+#include "viewer/window/WelcomePage.h"
 #include <zep/view/Panel.h>
 
 #include <QClipboard>
@@ -70,6 +71,9 @@ TEST_F(Files, MessagesAppearByThemselvesUnlessTheyWereClosed) {
     EXPECT_FALSE(Messages().isVisible());
     m_window->OpenFiles({PutMultiline()});
     EXPECT_TRUE(Messages().isVisible()) << "wanted again";
+    m_window->OpenFiles({Put("c.nc", "G1 X1\n/G1 X2\n")});
+    EXPECT_FALSE(Messages().isVisible()) << "nothing is missing";
+    EXPECT_EQ(Badge(), QStringLiteral("1 kind passed over"));
 }
 
 TEST_F(Files, MessagesAreCopied) {
@@ -78,7 +82,7 @@ TEST_F(Files, MessagesAreCopied) {
     list->setFocus();
     QTest::keySequence(list, QKeySequence::Copy);
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(),
-              "lines.dxf: MLINE: 1 not drawn, first in line 37\n");
+              "lines.dxf, line 37: MLINE: 1 not drawn\n");
 }
 
 TEST_F(Files, AChangeOnTheDiskIsReadAndTheViewStays) {
@@ -156,6 +160,19 @@ TEST_F(Files, ChangesWaitWhereTheUserWantsThat) {
     EXPECT_EQ(Root(0).GetItemsCount(), 3);
     QTest::keyClick(&*m_window, Qt::Key_F5);
     EXPECT_EQ(Root(0).GetItemsCount(), 1);
+}
+
+TEST_F(Files, LeaveTheStartPageUndrawn) {
+    Show({});
+    auto& page = *m_window->findChild<TWelcomePage*>();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return page.View()->FrameCount() > 1; }, Longest));
+    m_window->OpenFiles({PutDrawing()});
+    const int drawn = page.View()->FrameCount();
+    m_window->findChild<TViewOptions*>()->SetLook({.Flat = true});
+    QTest::qWait(200);
+    EXPECT_EQ(page.View()->FrameCount(), drawn);
+    m_window->CloseAll();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return page.View()->FrameCount() > drawn + 1; }, Longest));
 }
 
 TEST_F(Files, AreClosedAtOnce) {

@@ -1,8 +1,8 @@
 #include <zep/converters/assimp/Converter.h>
 
 #include <zep/appearance/materials/MaterialLibrary.h>
-#include <zep/framework/Exception.h>
 #include <zep/framework/Registry.h>
+#include <zep/framework/UserError.h>
 
 #if __has_include(<assimp/cimport.h>)
 #include <zep/converters/Placing.h>
@@ -58,9 +58,10 @@ bool TAssimpConverter::IsTurned() const {
 void TAssimpConverter::LoadFromFile() {
     CheckFile("LoadFromFile");
     if (!IsAvailable())
-        throw Exception(QStringLiteral("Can't read \"%1\": the library Assimp is not installed.")
-                            .arg(FileName()),
-                        {.Method = Method("LoadFromFile"), .File = FileName()});
+        throw TUserError(QStringLiteral("Can't read \"%1\": the library Assimp is not installed.")
+                             .arg(FileName()),
+                         QStringLiteral("Models of this kind need the library Assimp: install it."),
+                         {.Method = Method("LoadFromFile"), .File = FileName()});
     Read();
 }
 
@@ -113,8 +114,8 @@ void TAssimpConverter::Read() {
     const TFileText text(FileName(), Method("LoadFromFile"));
     const TProgress progress = GuardedProgress();
     const auto fail = [this](const QString& reason) -> void {
-        throw Exception(QStringLiteral("Can't read \"%1\": %2").arg(FileName(), reason),
-                        {.Method = Method("LoadFromFile"), .File = FileName()});
+        throw TUserError(QStringLiteral("Can't read \"%1\": %2").arg(FileName(), reason), reason,
+                         {.Method = Method("LoadFromFile"), .File = FileName()});
     };
     SetCancelled(!Finishes([&] {
         const TAssimpLibrary& assimp = *TAssimpLibrary::Instance();

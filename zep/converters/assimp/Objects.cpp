@@ -96,7 +96,8 @@ void TAssimpObjects::Make() {
         if (count > 0) m_target.Report.Add(QLatin1StringView(kind), 0, count);
     };
     report("lights after the first 256", qint64(m_model.mNumLights) - MaxLights);
-    report("animations", m_model.mNumAnimations);
+    if (m_model.mNumAnimations > 0)
+        m_target.Report.AddMinor(QStringLiteral("animations"), 0, m_model.mNumAnimations);
     report("meshes with colours of their own for vertexes", m_coloredMeshes);
     report("numbers that are none (taken as 0)", m_strayNumbers);
 }

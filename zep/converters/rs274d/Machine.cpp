@@ -1,6 +1,6 @@
 #include <zep/converters/rs274d/Machine.h>
 
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 
 #include <charconv>
 #include <cmath>
@@ -57,8 +57,8 @@ void TRS274DMachine::Refuse(const QString& message, const QString& gap) const {
         m_place.File
             ? QStringLiteral(" In \"%1\", line %2.").arg(*m_place.File).arg(m_place.FileLine)
             : QString();
-    throw Exception(message + file + gap + QStringLiteral("Line: %1").arg(m_place.Line),
-                    {.Place = {.Line = m_place.Line}});
+    throw TUserError(message + file + gap + QStringLiteral("Line: %1").arg(m_place.Line),
+                     message + file, {.Place = {.Line = m_place.Line}});
 }
 
 void TRS274DMachine::FailArc(TRS274DPassed kind) {

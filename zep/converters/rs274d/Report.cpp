@@ -72,13 +72,28 @@ QString KindText(TRS274DPassed kind) {
     return {};
 }
 
+/// The path is as the program has it all the same.
+bool IsMinor(TRS274DPassed kind) {
+    switch (kind) {
+    case TRS274DPassed::Deleted:
+    case TRS274DPassed::RefusedSetting:
+    case TRS274DPassed::UnneededWord:
+    case TRS274DPassed::MainReturn:
+    case TRS274DPassed::AbsoluteCenter:
+    case TRS274DPassed::LengthCompensation:
+        return true;
+    default:
+        return false;
+    }
+}
+
 /// Beyond every real code, so that a hostile file can not fill the memory with kinds.
 constexpr double MaxReportedCode = 1000;
 
 } // namespace
 
 void TRS274DReport::Add(TRS274DPassed kind, qint64 line) {
-    Add(KindText(kind), line);
+    IsMinor(kind) ? AddMinor(KindText(kind), line) : Add(KindText(kind), line);
 }
 
 void TRS274DReport::AddCode(char letter, double code, qint64 line) {
@@ -86,7 +101,8 @@ void TRS274DReport::AddCode(char letter, double code, qint64 line) {
     if (code < 0 || code >= MaxReportedCode)
         return Add(QStringLiteral("%1 codes out of range").arg(prefix), line);
     const auto hundredths = static_cast<int>(std::lround(code * 100));
-    Add(QStringLiteral("code %1%2").arg(prefix).arg(hundredths / 100.0), line);
+    const QString kind = QStringLiteral("code %1%2").arg(prefix).arg(hundredths / 100.0);
+    letter == 'M' ? AddMinor(kind, line) : Add(kind, line); // what switches something moves nothing
 }
 
 } // namespace ZEP

@@ -1,5 +1,7 @@
 #include <zep/converters/threeds/Chunks.h>
 
+#include <zep/framework/UserError.h>
+
 #include <algorithm>
 #include <limits>
 
@@ -13,10 +15,10 @@ void TF3DSCursor::Refuse(const QString& text, std::size_t offset) const {
     const QString located =
         QStringLiteral("%1 at offset 0x%2.").arg(text, QString::number(offset, 16).toUpper());
     const QString named = QStringLiteral("Can't read \"%1\": %2").arg(m_source.File, located);
-    throw Exception(m_source.File.isEmpty() ? located : named,
-                    {.Method = m_source.Method,
-                     .File = m_source.File,
-                     .Place = {.Offset = static_cast<qint64>(offset)}});
+    throw TUserError(m_source.File.isEmpty() ? located : named, text,
+                     {.Method = m_source.Method,
+                      .File = m_source.File,
+                      .Place = {.Offset = static_cast<qint64>(offset)}});
 }
 
 bool TF3DSCursor::IsWithin(const TF3DSChunk& chunk) const {

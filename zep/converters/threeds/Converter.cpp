@@ -4,9 +4,9 @@
 #include <zep/converters/DumpFile.h>
 #include <zep/converters/RootUpdate.h>
 #include <zep/converters/threeds/Reader.h>
-#include <zep/framework/Exception.h>
 #include <zep/framework/FileText.h>
 #include <zep/framework/Registry.h>
+#include <zep/framework/UserError.h>
 
 #include <QScopeGuard>
 
@@ -73,7 +73,9 @@ void TF3DSConverter::Read3DS(std::string_view bytes) {
 
 void TF3DSConverter::Read(std::string_view bytes, const TErrorOrigin& source) {
     if (!TF3DSReader::IsF3DS(bytes))
-        throw Exception(QStringLiteral("main chunk not found."), {.Method = source.Method});
+        throw TUserError(QStringLiteral("main chunk not found."),
+                         QStringLiteral("It is no 3DS model: its main chunk is not there."),
+                         {.Method = source.Method});
     m_report.Clear();
     SetCancelled(false);
     const TRootUpdate update(Root());

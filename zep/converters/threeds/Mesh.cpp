@@ -145,7 +145,8 @@ void TF3DSMeshes::ReportStrays() {
     const auto report = [this](const char* what, qint64 count) {
         if (count > 0) m_stream.Report().Add(QLatin1String(what), 0, count);
     };
-    report("faces without a material", m_bareFaces);
+    if (m_bareFaces > 0)
+        m_stream.Report().AddMinor(QStringLiteral("faces without a material"), 0, m_bareFaces);
     report("faces with a corner that is no vertex", m_strayCorners);
     report("materials of faces that the mesh lacks", m_strayFaces);
     report("texture coordinates without a vertex", m_strayTexCoords);

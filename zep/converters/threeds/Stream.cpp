@@ -16,17 +16,18 @@ struct TMissed {
     std::uint16_t Parent;
     std::uint16_t Id;
     const char* What;
+    bool IsMinor = false; ///< the model stands and looks as it does
 };
 
 constexpr TMissed Missed[] = {
-    {idMain, idKeyframer, "animation"},
+    {idMain, idKeyframer, "animation", true},
     {idEditor, 0x1100, "background picture"},
     {idEditor, 0x1300, "background gradient"},
     {idEditor, 0x2200, "fog"},
     {idEditor, 0x2300, "distance cue"},
     {idEditor, 0x2302, "layer fog"},
     {idObject, idHidden, "hidden object"},
-    {idLight, 0x4620, "light that is off"},
+    {idLight, 0x4620, "light that is off", true},
     {idLight, 0x4625, "attenuation of a light"},
     {idMaterial, 0xA085, "wire frame"},
     {idMaterial, 0xA204, "specular map"},
@@ -71,9 +72,11 @@ void TF3DSStream::SkipChunk(const TF3DSChunk& chunk, std::uint16_t parent) {
 
 void TF3DSStream::ReportMissed(const TF3DSChunk& chunk, std::uint16_t parent) {
     for (const TMissed& missed : Missed)
-        if (missed.Parent == parent && missed.Id == chunk.Id)
-            m_report.Add(QStringLiteral("chunk %1 (%2)")
-                             .arg(F3DSChunkName(chunk.Id), QLatin1String(missed.What)));
+        if (missed.Parent == parent && missed.Id == chunk.Id) {
+            const QString kind = QStringLiteral("chunk %1 (%2)")
+                                     .arg(F3DSChunkName(chunk.Id), QLatin1String(missed.What));
+            missed.IsMinor ? m_report.AddMinor(kind) : m_report.Add(kind);
+        }
 }
 
 // --- values ------------------------------------------------------------------------------------

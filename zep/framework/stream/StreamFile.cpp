@@ -13,10 +13,9 @@ namespace {
 
 TStreamForm FormOfFile(const QString& fileName, std::string_view head) {
     if (const auto form = StreamFormOf(head)) return *form;
-    throw TStreamError(
-        fileName + QStringLiteral(": expected a component stream, which begins with \"TPF0\" or "
-                                  "\"object\""),
-        {.File = fileName});
+    const QString reason =
+        QStringLiteral("expected a component stream, which begins with \"TPF0\" or \"object\"");
+    throw TStreamError(fileName + QStringLiteral(": ") + reason, reason, {.File = fileName});
 }
 
 } // namespace
@@ -56,7 +55,7 @@ void TStreamFile::Read(const std::function<void(TTokenSource&)>& read) {
     try {
         read(*m_source);
     } catch (const TStreamError& error) {
-        throw TStreamError(m_fileName + QStringLiteral(": ") + error.Text(),
+        throw TStreamError(m_fileName + QStringLiteral(": ") + error.Text(), error.Reason(),
                            {.File = m_fileName, .Place = error.Origin().Place});
     }
 }

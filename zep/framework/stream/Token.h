@@ -1,7 +1,7 @@
 #pragma once
 
 #include <zep/Export.h>
-#include <zep/framework/Exception.h>
+#include <zep/framework/UserError.h>
 
 #include <string_view>
 
@@ -54,11 +54,11 @@ inline constexpr std::size_t MaxStreamClassName = 0xEF;
 /// @}
 
 /// The error of a stream whose structure is broken; the message begins with the place.
-class ZEP_CORE_EXPORT TStreamError : public Exception {
+class ZEP_CORE_EXPORT TStreamError : public TUserError {
 public:
-    using Exception::Exception;
+    using TUserError::TUserError;
     TStreamError(const QString& message, const TFilePlace& place)
-        : Exception(place.Text() + QStringLiteral(": ") + message, {.Place = place}) {}
+        : TUserError(place.Text() + QStringLiteral(": ") + message, message, {.Place = place}) {}
 };
 
 /// Gives the tokens of a stream one after the other. Whatever the bytes are, it either gives tokens
