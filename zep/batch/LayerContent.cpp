@@ -144,6 +144,7 @@ void TLayerContent::Draw(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEP
                                      view.Exact);
             DrawArrays(spot, scene, state, view);
         }
+    if (state == dsTransparent && view.Look.Hidden) DrawHiddenEdges(frame, scene, kind, view);
     if (((m_shapePasses | m_otherPasses) & PassBit(state)) == 0) return;
     const TZEPFrame& drawn = scene.Frame(); // stays, where what is drawn frees the scene
     const TMatrixScope place(scene.Frame(), frame);
@@ -164,6 +165,7 @@ void TLayerContent::DrawArrays(const TSpot& spot, TZEPSceneContext& scene, TZEPD
     const TPixelScale pixels = TPixelScale::OfContext();
     const TDetail detail{view.Share, &volume, &pixels};
     if (state == dsTransparent) {
+        if (view.Look.Hidden) DrawFaceEdges(spot, detail, view);
         spot.Paths.Draw(detail, view.Fine, view.Widths, FrontierAt(spot, view));
         return spot.Texts.Draw(view.LeastText);
     }
@@ -174,9 +176,22 @@ void TLayerContent::DrawArrays(const TSpot& spot, TZEPSceneContext& scene, TZEPD
         spot.Faces.Draw(detail, !view.Even && !outlines, outlines);
         spot.PlainFaces.Draw(detail, !view.Even && !outlines, outlines, true);
     }
+    if (!view.Look.Hidden) DrawFaceEdges(spot, detail, view);
+}
+
+void TLayerContent::DrawFaceEdges(const TSpot& spot, const TDetail& detail,
+                                  const TLayerView& view) {
     if (!view.Look.Edges) return;
     spot.Faces.DrawEdges(detail, *view.Look.Edges);
     spot.PlainFaces.DrawEdges(detail, *view.Look.Edges);
+}
+
+void TLayerContent::DrawHiddenEdges(const TGLMatrixd4& frame, TZEPSceneContext& scene,
+                                    TZEPDrawKind kind, const TLayerView& view) const {
+    if (!view.Look.Edges) return;
+    const TMatrixScope place(scene.Frame(), frame);
+    for (const TBlock& block : m_blocks)
+        block.Others.DrawEdges({scene, dsTransparent, kind, view.Meshes, view.Look});
 }
 
 void TLayerContent::DrawShapes(const TPass& pass) const {

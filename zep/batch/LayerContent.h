@@ -77,6 +77,9 @@ private:
     void ListPasses();
     void DrawArrays(const TSpot& spot, TZEPSceneContext& scene, TZEPDrawState state,
                     const TLayerView& view) const;
+    static void DrawFaceEdges(const TSpot& spot, const TDetail& detail, const TLayerView& view);
+    void DrawHiddenEdges(const TGLMatrixd4& frame, TZEPSceneContext& scene, TZEPDrawKind kind,
+                         const TLayerView& view) const;
     [[nodiscard]] TPathFrontier FrontierAt(const TSpot& spot, const TLayerView& view) const;
     void DrawShapes(const TPass& pass) const;
     void DrawOthers(const TPass& pass, const TLayerView& view) const;

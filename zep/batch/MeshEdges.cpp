@@ -48,11 +48,12 @@ TMeshEdges::TMeshEdges(TZEPMesh& mesh) {
         }
 }
 
-void TMeshEdges::Draw(TZEPMesh& mesh, TZEPSceneContext& scene, const TGLArrayf3& color) const {
-    const TMatrixScope place(scene.Frame(), mesh.GetMatrix());
+void TMeshEdges::Draw(TZEPObject& object, TZEPSceneContext& scene, const TGLArrayf3& color) const {
+    if (m_sharp.empty() && m_smooth.empty()) return;
+    const TMatrixScope place(scene.Frame(), object.GetMatrix());
     TGLArrayd3 min;
     TGLArrayd3 max;
-    mesh.GetSize(min, max);
+    object.GetSize(min, max);
     if (TZEPViewVolume::OfContext(1).Shows(min, max) == TZEPSeen::Nothing) return;
     scene.Frame().Run.End();
     glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LINE_BIT);

@@ -9,15 +9,16 @@
 namespace ZEP {
 
 class TZEPMesh;
+class TZEPObject;
 class TZEPSceneContext;
 
-/// The sharp edges of a mesh, and those that are on its outline from where it is seen.
+/// The sharp edges of a mesh or a solid, and those that are on its outline from where it is seen.
 class TMeshEdges {
 public:
     explicit TMeshEdges(TZEPMesh& mesh);
-    /// \param mesh   that it was made of
-    /// \param color  0 .. 1
-    void Draw(TZEPMesh& mesh, TZEPSceneContext& scene, const TGLArrayf3& color) const;
+    /// \param object  that shows what it was made of
+    /// \param color   0 .. 1
+    void Draw(TZEPObject& object, TZEPSceneContext& scene, const TGLArrayf3& color) const;
 
 private:
     /// Where a mesh is seen from: a place, or with `IsFar` all places that way.

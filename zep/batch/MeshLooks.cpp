@@ -76,20 +76,24 @@ bool TMeshLooks::DrawSmooth(TZEPObject& object, TZEPSceneContext& scene, TZEPDra
 
 void TMeshLooks::DrawEdges(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state,
                            const TGLArrayf3& color) {
-    if (state == dsTransparent || state == dsShadows || (ShownPasses & PassBit(state)) == 0) return;
+    if (state == dsShadows || (ShownPasses & PassBit(state)) == 0) return;
+    auto* shaded = qobject_cast<TZEPShadowedObject*>(&object);
+    if (!shaded || object.DrawType() == dtLine || !IsShown(*shaded, scene, state)) return;
     TZEPMesh* mesh = MeshOf(object);
-    if (!mesh || mesh->DrawType() == dtLine || !IsShown(*mesh, scene, state)) return;
-    m_edges.Of(*mesh).Draw(*mesh, scene, color);
+    const TMeshEdges* edges = mesh ? &m_edges.Of(*mesh) : m_solids.Of(object, scene);
+    if (edges) edges->Draw(object, scene, color);
 }
 
 void TMeshLooks::Doubt(const TZEPObject& object) {
     m_smooth.Doubt(object);
     m_edges.Doubt(object);
+    m_solids.Doubt(object);
 }
 
 void TMeshLooks::ForgetFreed() {
     m_smooth.ForgetFreed();
     m_edges.ForgetFreed();
+    m_solids.ForgetFreed();
 }
 
 } // namespace ZEP

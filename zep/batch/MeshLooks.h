@@ -2,6 +2,7 @@
 
 #include <zep/batch/MeshEdges.h>
 #include <zep/batch/SmoothMesh.h>
+#include <zep/batch/SolidEdges.h>
 #include <zep/batch/Steps.h>
 
 #include <QPointer>
@@ -60,7 +61,7 @@ public:
     /// \return false for what is no mesh, or one that has a shading of its own, and in passes that
     ///         do not show it
     bool DrawSmooth(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state, bool sorted);
-    /// In the pass that shows what is opaque; nothing for what is no mesh.
+    /// In passes that show it; nothing for what is no mesh and no solid.
     void DrawEdges(TZEPObject& object, TZEPSceneContext& scene, TZEPDrawState state,
                    const TGLArrayf3& color);
     /// It may have changed, or be another one.
@@ -70,6 +71,7 @@ public:
 private:
     TMadeOfMeshes<TSmoothMesh> m_smooth;
     TMadeOfMeshes<TMeshEdges> m_edges;
+    TSolidEdges m_solids;
 };
 
 } // namespace ZEP

@@ -82,8 +82,16 @@ void TSeparates::DrawOne(const QPointer<TZEPObject>& object, const TPass& pass) 
         const TDepthOnlyScope faces(pass.Scene.Frame().Run, pass.Look.Hidden && !isText);
         DrawFaces(*object, pass);
     }
-    if (pass.Look.Edges && object)
+    if (pass.Look.Edges && !pass.Look.Hidden && pass.State != dsTransparent && object)
         pass.Meshes->DrawEdges(*object, pass.Scene, pass.State, *pass.Look.Edges);
+}
+
+void TSeparates::DrawEdges(const TPass& pass) const {
+    for (const TNeighbours& some : m_frames) {
+        const TMatrixScope place(pass.Scene.Frame(), some.Frame);
+        for (const QPointer<TZEPObject>& object : some.Objects)
+            if (object) pass.Meshes->DrawEdges(*object, pass.Scene, pass.State, *pass.Look.Edges);
+    }
 }
 
 void TSeparates::DrawFaces(TZEPObject& object, const TPass& pass) {

@@ -18,9 +18,10 @@ using TIsBatch = bool (*)(const TZEPObject&);
 
 /// How the surfaces among them look.
 struct TSurfaceLook {
-    bool Smooth = false;               ///< meshes, where their faces meet at a small angle
-    bool Wire = false;                 ///< as outlines
-    bool Hidden = false;               ///< not at all, but they hide what is behind them
+    bool Smooth = false; ///< meshes, where their faces meet at a small angle
+    bool Wire = false;   ///< as outlines
+    /// Not at all, but they hide what is behind them; their edges come in the transparent pass.
+    bool Hidden = false;
     bool Sorted = false;               ///< what is transparent, from the farthest on
     std::optional<TGLArrayf3> Edges{}; ///< the colour of edges that are drawn, 0 .. 1
 };
@@ -42,6 +43,8 @@ public:
     /// That one of them takes part in.
     [[nodiscard]] TZEPPassSet Passes() const { return m_passes; }
     void Draw(const TPass& pass) const;
+    /// Edges alone, over what hides them: once all faces of the scene are drawn.
+    void DrawEdges(const TPass& pass) const;
 
     /// One of them, and how far before the eye its middle is (farther behind: lower).
     struct TPlaced {

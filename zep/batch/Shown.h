@@ -19,8 +19,9 @@ enum class TZEPShading {
     Smooth ///< faces run into each other where they meet at a small angle
 };
 
-/// Which edges of surfaces are drawn: where a mesh ends or its faces meet at 30 degrees and more
-/// (`FeatureEdges`), its silhouette, and the outlines of polygons. Other solids have none.
+/// Which edges of surfaces are drawn: where a mesh or a solid (`TZEPSolid`) ends or its faces meet
+/// at 30 degrees and more (`FeatureEdges`), its silhouette, and the outlines of polygons. Solids of
+/// classes that are registered have them, and their published numbers are what tells their form.
 enum class TZEPEdges {
     None,
     OnFaces, ///< dark, over the faces
