@@ -135,8 +135,9 @@ TEST_F(Document, AViewThroughACameraOfTheFileStandsWhereItDoes) {
     document.LookFrom(TDirection::Top, 1);
     EXPECT_EQ(view.FocalLength(), 45) << "the lens of the camera stays";
     EXPECT_EQ(view.RollAngle(), 0);
-    EXPECT_EQ(ErrorOf([&] { LookThrough(QStringLiteral("Right"), document); }),
-              Path("a.3ds").toStdString() + " has no camera \"Right\": it has Left, Eye, Eye (2).");
+    EXPECT_EQ(ToldOf([&] { LookThrough(QStringLiteral("Right"), document); }),
+              Path("a.3ds").toStdString() +
+                  ": There is no camera \"Right\": it has Left, Eye, Eye (2).");
 }
 
 TEST_F(Document, WhatIsHiddenIsNotFitted) {
@@ -158,10 +159,9 @@ TEST_F(Document, ErrorsNameTheFileOnce) {
     const QString model = Put("a.3ds", "text");
     const QString drawing = Put("a.dxf", QByteArray("AutoCAD Binary DXF\r\n\x1a\0", 22));
     EXPECT_EQ(ErrorOf([&] { document.Open({model}, false); }),
-              model.toStdString() + ": main chunk not found.");
+              model.toStdString() + ": It is no 3DS model: its main chunk is not there.");
     EXPECT_EQ(ErrorOf([&] { document.Open({drawing}, false); }),
-              "\"" + drawing.toStdString() +
-                  "\" is binary DXF, and only its ASCII form can be read.");
+              drawing.toStdString() + ": It is binary DXF, and only its ASCII form can be read.");
 }
 
 TEST_F(Document, PlainDrawingsAreReadByTheBareRules) {

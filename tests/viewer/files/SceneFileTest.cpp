@@ -133,8 +133,8 @@ TEST_F(SceneFile, WhatIsBrokenIsNamedAndWhatWasShownStays) {
     ASSERT_TRUE(document.Open({Put("a.zept", "object TZEPLine end")}, false));
     const QString broken = Put("b.zept", "object TZEPScene\n  object TZEPLine\n");
     EXPECT_EQ(ErrorOf([&] { document.Open({broken}, false); }),
-              broken.toStdString() + ": line 3, column 1: expected a property, object or end, but "
-                                     "found the end");
+              broken.toStdString() + ", line 3, column 1: Expected a property, object or end, but "
+                                     "found the end.");
     EXPECT_EQ(document.Files().front().Name, Path("a.zept"));
 }
 
