@@ -45,6 +45,13 @@ public:
         if (!IsEmpty()) VisitSeen(volume, m_levels.size() - 1, 0, visit);
     }
 
+    /// Calls `visit(item)` with those of which `meets(box)` is true, as it is of all boxes about
+    /// them.
+    template <class Meets, class Visit>
+    void ForEachMeeting(const Meets& meets, const Visit& visit) const {
+        if (!IsEmpty()) VisitMeeting(meets, m_levels.size() - 1, 0, visit);
+    }
+
 private:
     static constexpr float Most = 3e38F;
     static constexpr std::size_t Fan = 8;
@@ -71,6 +78,15 @@ private:
         std::size_t width = 1;
         for (std::size_t i = 0; i < level; ++i) width *= Fan;
         visit(number * width, std::min((number + 1) * width, m_levels.front().size()));
+    }
+
+    template <class Meets, class Visit>
+    void VisitMeeting(const Meets& meets, std::size_t level, std::size_t number,
+                      const Visit& visit) const {
+        if (!meets(m_levels[level][number])) return;
+        if (level == 0) return visit(number);
+        const std::size_t end = std::min((number + 1) * Fan, m_levels[level - 1].size());
+        for (std::size_t i = number * Fan; i < end; ++i) VisitMeeting(meets, level - 1, i, visit);
     }
 
     std::vector<std::vector<TBox>> m_levels; // from the items up to one box

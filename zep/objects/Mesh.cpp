@@ -55,6 +55,7 @@ void TZEPMesh::Invalidate(TObject* sender) {
         m_kept.Runs.clear();
         m_kept.HasBox = false;
         m_kept.IsClosed.reset();
+        m_kept.Blocks.reset();
         if (m_groups) m_groups->GiveBack();
     }
     TZEPShadowedObject::Invalidate(sender);
@@ -62,7 +63,7 @@ void TZEPMesh::Invalidate(TObject* sender) {
 
 // What was computed must go, also where the scene is updated by hand.
 bool TZEPMesh::WantsInvalidation() const {
-    return m_kept.HasBox || m_kept.IsClosed || !m_kept.Normals.empty() || !m_kept.Runs.empty() ||
+    return m_kept.HasBox || m_kept.IsClosed || m_kept.Blocks || !m_kept.Normals.empty() || !m_kept.Runs.empty() ||
            m_groups || TZEPShadowedObject::WantsInvalidation();
 }
 

@@ -5,6 +5,7 @@
 #include <zep/scene/VertexItems.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -12,6 +13,7 @@
 
 namespace ZEP {
 
+class TBoxTree;
 class TMeshArrays;
 class TMeshGroups;
 
@@ -65,6 +67,12 @@ public:
     /// Where it is closed, each edge run along as often in one direction as in the other, whatever
     /// vertexes stand there twice: that of most of its faces.
     [[nodiscard]] TZEPMaterial* SolidMaterial() override;
+    /// Calls `visit` with the numbers of faces that stand in boxes of the mesh's frame of which
+    /// `reaches` is true, as it is of boxes about those: of a million faces few boxes are asked,
+    /// once they are made. Faces of vertexes that do not exist are left out.
+    void
+    ForEachFaceIn(const std::function<bool(const TGLArrayd3& min, const TGLArrayd3& max)>& reaches,
+                  const std::function<void(int face)>& visit) const;
     void DrawMain(bool draft) override;
     void DrawTransparent(bool draft) override;
     void DrawShadows(bool draft) override;
@@ -95,6 +103,7 @@ private:
         TGLArrayd3 Min{}, Max{};
         bool HasBox = false;
         std::optional<bool> IsClosed;
+        std::shared_ptr<const TBoxTree> Blocks; // of faces
     };
     /// Which number a vertex has in the arrays that are filled; empty until it is needed.
     using TNumbers = std::vector<std::uint32_t>;
@@ -108,6 +117,7 @@ private:
     [[nodiscard]] bool HasCorners(const TZEPFace3CI& face) const;
     [[nodiscard]] TGLArrayf3 FaceNormal(const TZEPFace3CI& face) const;
     [[nodiscard]] bool IsClosed() const;
+    [[nodiscard]] std::shared_ptr<const TBoxTree> BlocksOfFaces() const;
     void KeepNormals() const;
     /// The normal of a vertex; where it has none, it gets that of the face.
     const TGLArrayf3& SmoothNormal(const TZEPFace3CI& face, TZEPVertex3TexCI& vertex) const;

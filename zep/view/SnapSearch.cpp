@@ -19,6 +19,7 @@ constexpr int ArcPieces = 128;                          // of the part of an arc
 constexpr std::size_t MostMeeting = 64 + 2 * ArcPieces; // edges that are looked at for that
 constexpr double Touching = 1e-7; // of two edges, in lengths of the shorter one
 constexpr double NearSurface = 8; // reaches about a surface, where its edges count
+constexpr double Tube = 1.25;     // reaches about the line of sight, which are larger farther away
 
 /// Where on a line through `from` along `along` it comes nearest to another one; none where they
 /// are parallel.
@@ -33,16 +34,26 @@ std::optional<double> NearestOn(const TGLArrayd3& from, const TGLArrayd3& along,
     return (c * Dotd(along, away) - b * Dotd(otherAlong, away)) / turned;
 }
 
+/// So far apart along an axis that they do not meet.
+bool AreApart(const TSnapEdge& a, const TSnapEdge& b, double reach) {
+    for (std::size_t k = 0; k < 3; ++k)
+        if (std::max(a.From[k], a.To[k]) + reach < std::min(b.From[k], b.To[k]) ||
+            std::max(b.From[k], b.To[k]) + reach < std::min(a.From[k], a.To[k]))
+            return true;
+    return false;
+}
+
 std::optional<TGLArrayd3> MeetingOf(const TSnapEdge& a, const TSnapEdge& b) {
     const TGLArrayd3 u = a.To - a.From;
     const TGLArrayd3 v = b.To - b.From;
+    const double reach = Touching * std::max(Length(u), Length(v)) +
+                         1e-12 * std::max(Length(a.From), Length(b.From));
+    if (AreApart(a, b, 2 * reach)) return {};
     const auto s = NearestOn(a.From, u, b.From, v);
     const auto t = NearestOn(b.From, v, a.From, u);
     const auto within = [](const auto& at) { return at && *at >= -1e-9 && *at <= 1 + 1e-9; };
     if (!within(s) || !within(t)) return {};
     const TGLArrayd3 onA = a.From + *s * u;
-    const double reach = Touching * std::max(Length(u), Length(v)) +
-                         1e-12 * std::max(Length(a.From), Length(b.From));
     return Distance(onA, b.From + *t * v) <= reach ? std::optional(onA) : std::nullopt;
 }
 
@@ -65,7 +76,8 @@ TSnapSearch::TSnapSearch(const TZEPCamera& camera, const QSize& view, double x, 
 
 void TSnapSearch::Add(TZEPObject& object, const TSnapShape& shape) {
     for (const auto& [kind, point] : shape.Points) Offer(kind, point, &object, {});
-    for (const auto& [from, to] : shape.Edges) AddEdge({from, to, &object, {}, 0}, true);
+    for (const auto& [from, to] : shape.Edges)
+        AddEdge({from, to, &object, {}, 0, shape.IsSurface}, true);
     for (const TSnapCircle& circle : shape.Circles) AddCircle(circle, object);
 }
 
@@ -74,13 +86,17 @@ void TSnapSearch::AddCentre(TZEPObject* object, const TZEPRound& round) {
 }
 
 void TSnapSearch::AddMeetings() {
+    if (m_edges.size() > MostMeeting) {
+        std::ranges::nth_element(m_edges, m_edges.begin() + MostMeeting, {}, &TSnapEdge::Pixels);
+        m_edges.erase(m_edges.begin() + MostMeeting, m_edges.end());
+    }
     std::ranges::sort(m_edges, {}, &TSnapEdge::Pixels);
-    if (m_edges.size() > MostMeeting) m_edges.resize(MostMeeting);
     for (std::size_t i = 0; i < m_edges.size(); ++i)
         for (std::size_t k = 0; k < i; ++k) {
             const TSnapEdge& a = m_edges[i];
             const TSnapEdge& b = m_edges[k];
-            if (a.Round && b.Round && a.Object == b.Object) continue; // of one arc
+            const bool isWhole = (a.Round && b.Round) || (a.IsOfSurface && b.IsOfSurface);
+            if (isWhole && a.Object == b.Object) continue; // of one arc, or one surface
             const bool joined =
                 a.From == b.From || a.From == b.To || a.To == b.From || a.To == b.To;
             if (joined) continue; // at a corner
@@ -90,11 +106,12 @@ void TSnapSearch::AddMeetings() {
 
 std::vector<TZEPSnap> TSnapSearch::Found() const {
     std::vector<TZEPSnap> found;
-    auto offers = m_offers;
-    std::ranges::stable_sort(offers, {}, [](const TOffer& offer) {
-        return std::pair(offer.Snap.Kind == Nearest, offer.Pixels);
+    std::vector<const TOffer*> offers;
+    for (const TOffer& offer : m_offers) offers.push_back(&offer);
+    std::ranges::stable_sort(offers, {}, [](const TOffer* offer) {
+        return std::pair(offer->Snap.Kind == Nearest, offer->Pixels);
     });
-    for (const TOffer& offer : offers) found.push_back(offer.Snap);
+    for (const TOffer* offer : offers) found.push_back(offer->Snap);
     return found;
 }
 
@@ -104,7 +121,8 @@ double TSnapSearch::DepthOf(const TGLArrayd3& point) const {
 
 TSnapBox TSnapSearch::Around(const TGLArrayd3& at) const {
     const double reach = NearSurface * ReachAt(at);
-    return {at - TGLArrayd3{reach, reach, reach}, at + TGLArrayd3{reach, reach, reach}};
+    const TGLArrayd3 side{reach, reach, reach};
+    return {at - side, at + side, m_eye, m_sight, Tube * ReachAt(at)};
 }
 
 double TSnapSearch::PixelsTo(const TGLArrayd3& point) const {

@@ -23,6 +23,8 @@ struct TSnapEdge {
     TZEPObject* Object;
     std::optional<TZEPRound> Round;
     double Pixels; ///< from the pointer
+    /// Those of one surface meet at its corners alone.
+    bool IsOfSurface = false;
 };
 
 /// One search of what one place in a view snaps to.

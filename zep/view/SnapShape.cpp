@@ -127,25 +127,37 @@ private:
         }
     }
     void AddMesh(TZEPMesh& mesh) {
-        std::vector<TGLArrayd3> points = PointsOf(*mesh.Vertexes());
-        for (TGLArrayd3& point : points) Xformd(m_place, point);
-        const auto& faces = *mesh.Faces();
-        for (int i = 0; i < faces.Count(); ++i) {
-            const std::array<int, 3> corners{faces[i].A(), faces[i].B(), faces[i].C()};
-            if (!std::ranges::all_of(corners, [&](int corner) {
-                    return corner >= 0 && static_cast<std::size_t>(corner) < points.size();
-                }))
-                continue;
-            AddFace(points[static_cast<std::size_t>(corners[0])],
-                    points[static_cast<std::size_t>(corners[1])],
-                    points[static_cast<std::size_t>(corners[2])]);
+        const auto at = [&](int corner) { return Absolute((*mesh.Vertexes())[corner].Data()); };
+        const auto reaches = [this](const TGLArrayd3& min, const TGLArrayd3& max) {
+            return ReachesNear(min, max);
+        };
+        mesh.ForEachFaceIn(reaches, [&](int i) {
+            const TZEPFace3CI& face = (*mesh.Faces())[i];
+            AddFace(at(face.A()), at(face.B()), at(face.C()));
+        });
+    }
+    /// \return  a box of the object's frame meets what is near, but for the rounding of its corners
+    [[nodiscard]] bool ReachesNear(const TGLArrayd3& min, const TGLArrayd3& max) const {
+        constexpr double rounding = 1e-6; // of a coordinate
+        const TGLArrayd3 middle = Absolute((min + max) / 2);
+        TGLArrayd3 half{};
+        for (std::size_t k = 0; k < 3; ++k) {
+            half[k] = rounding * std::abs(middle[k]);
+            for (std::size_t i = 0; i < 3; ++i)
+                half[k] += std::abs(m_place[i][k]) *
+                           ((max[i] - min[i]) / 2 +
+                            rounding * std::max(std::abs(min[i]), std::abs(max[i])));
         }
+        return m_near.Meets(middle, half);
     }
     void AddFace(const TGLArrayd3& a, const TGLArrayd3& b, const TGLArrayd3& c) {
-        for (std::size_t k = 0; k < 3; ++k)
-            if (std::max({a[k], b[k], c[k]}) < m_near.Min[k] ||
-                std::min({a[k], b[k], c[k]}) > m_near.Max[k])
-                return;
+        TGLArrayd3 middle{}, half{};
+        for (std::size_t k = 0; k < 3; ++k) {
+            const auto [min, max] = std::minmax({a[k], b[k], c[k]});
+            middle[k] = (min + max) / 2;
+            half[k] = (max - min) / 2;
+        }
+        if (!m_near.Meets(middle, half)) return;
         for (const auto& [from, to] : {std::pair(a, b), {b, c}, {c, a}}) {
             m_shape.Points.emplace_back(Vertex, from);
             m_shape.Edges.emplace_back(from, to);
@@ -159,6 +171,12 @@ private:
 };
 
 } // namespace
+
+bool TSnapBox::Meets(const TGLArrayd3& middle, const TGLArrayd3& half) const {
+    for (std::size_t k = 0; k < 3; ++k)
+        if (middle[k] + half[k] < Min[k] || middle[k] - half[k] > Max[k]) return false;
+    return Length(Cross(middle - Eye, Sight)) <= Reach + Length(half);
+}
 
 TGLArrayd3 TSnapCircle::At(double angle) const {
     return Center + std::cos(angle) * U + std::sin(angle) * V;

@@ -22,9 +22,14 @@ struct TSnapCircle {
     [[nodiscard]] std::optional<double> Radius() const;
 };
 
-/// Absolute.
+/// What is near a line of sight, within a box. Absolute.
 struct TSnapBox {
     TGLArrayd3 Min, Max;
+    TGLArrayd3 Eye, Sight; ///< the line, and its direction of length 1
+    double Reach;          ///< from it
+
+    /// A box meets it, or nearly does. \param half  of its extents
+    [[nodiscard]] bool Meets(const TGLArrayd3& middle, const TGLArrayd3& half) const;
 };
 
 /// What of an object can be snapped to, in absolute coordinates.
