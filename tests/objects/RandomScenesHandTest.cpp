@@ -1,5 +1,6 @@
 #include "tests/gl/OffscreenTest.h"
 #include "tests/objects/RandomScene.h"
+#include <zep/sheets/Viewport.h>
 
 #include <QScopeGuard>
 
@@ -43,7 +44,7 @@ protected:
 void DrawAlone(TZEPObject& object, TRandomScene& random, TZEPDrawState state) {
     if (!object.Visible()) return;
     if (qobject_cast<TZEPProxy*>(&object) || qobject_cast<TZEPBatch*>(&object) ||
-        qobject_cast<TZEPLogicalObject*>(&object))
+        qobject_cast<TZEPViewport*>(&object) || qobject_cast<TZEPLogicalObject*>(&object))
         return object.Draw(random.Scene, state, random.Kind); // in ways of their own
     glPushMatrix();
     glMultMatrixd(object.GetMatrix()[0].data());

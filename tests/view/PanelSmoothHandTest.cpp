@@ -88,8 +88,9 @@ TEST_F(PanelSmooth, SamplesAreAWishThatComesWithAnotherContext) {
     const auto samples = [this] { return View->Context()->PixelFormat().Samples; };
     View->SetSampleWish({.Samples = 4});
     Settle();
-    if (View->Context()->Acceleration() == QStringLiteral("Software"))
+    if (View->Context()->Acceleration() == QStringLiteral("Software")) {
         EXPECT_EQ(samples(), 0) << "software pays for each";
+    }
     const int before = View->FrameCount();
     View->SetSampleWish({.Samples = 4, .InSoftware = true});
     Settle();

@@ -248,8 +248,8 @@ void TMainWindow::LookAt(const TRequest& request, bool wasEmpty) {
     if (request.Layout.isEmpty()) return;
     try {
         m_document.ShowLayout(LayoutNamed(request.Layout, m_document.Files()), Aspect());
-    } catch (const Exception& error) {
-        Tell(request, error.Message());
+    } catch (const std::exception& error) {
+        if (!m_closed) Tell(ErrorReport(error, request.Files.first()));
     }
 }
 

@@ -27,9 +27,9 @@ protected:
     [[nodiscard]] QString Badge() const {
         return Messages().Badge()->isHidden() ? QString() : Messages().Badge()->text();
     }
-    QString PutMultiline() {
+    QString PutUnknown() {
         using namespace Sample;
-        return Put("lines.dxf", Drawing(Layer("p", 1), LineOn("p") + Pairs({{0, "MLINE"}})));
+        return Put("lines.dxf", Drawing(Layer("p", 1), LineOn("p") + Pairs({{0, "3DSOLID"}})));
     }
     void Drop(const QString& file, Qt::KeyboardModifiers modifiers) {
         QMimeData data;
@@ -57,19 +57,19 @@ TEST_F(Files, MessagesAppearByThemselvesUnlessTheyWereClosed) {
     Show({PutDrawing()});
     EXPECT_FALSE(Messages().isVisible());
     EXPECT_EQ(Badge(), QString());
-    m_window->OpenFiles({PutMultiline()});
+    m_window->OpenFiles({PutUnknown()});
     EXPECT_TRUE(Messages().isVisible());
     EXPECT_EQ(Badge(), QStringLiteral("1 kind passed over"));
     Messages().close();
-    m_window->OpenFiles({PutDrawing(), PutMultiline()});
+    m_window->OpenFiles({PutDrawing(), PutUnknown()});
     EXPECT_FALSE(Messages().isVisible());
-    Show({PutMultiline()});
+    Show({PutUnknown()});
     EXPECT_FALSE(Messages().isVisible()) << "not remembered";
     Messages().Badge()->click();
     EXPECT_TRUE(Messages().isVisible());
     m_window->OpenFiles({PutDrawing()});
     EXPECT_FALSE(Messages().isVisible());
-    m_window->OpenFiles({PutMultiline()});
+    m_window->OpenFiles({PutUnknown()});
     EXPECT_TRUE(Messages().isVisible()) << "wanted again";
     m_window->OpenFiles({Put("c.nc", "G1 X1\n/G1 X2\n")});
     EXPECT_FALSE(Messages().isVisible()) << "nothing is missing";
@@ -77,12 +77,12 @@ TEST_F(Files, MessagesAppearByThemselvesUnlessTheyWereClosed) {
 }
 
 TEST_F(Files, MessagesAreCopied) {
-    Show({PutMultiline()});
+    Show({PutUnknown()});
     auto* list = Messages().findChild<QTreeView*>();
     list->setFocus();
     QTest::keySequence(list, QKeySequence::Copy);
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(),
-              "lines.dxf, line 37: MLINE: 1 not drawn\n");
+              "lines.dxf, line 37: 3DSOLID: 1 not drawn\n");
 }
 
 TEST_F(Files, AChangeOnTheDiskIsReadAndTheViewStays) {
