@@ -29,7 +29,7 @@ struct TCommandLine {
     TPaperWish Paper;
     QString SavedFile;                   ///< to be written; ends in ".zep", ".zept" or ".dxf"
     std::optional<TDirection> Direction; ///< none: from where it shows best
-    QString Layout;       ///< sheet of the file to be shown; empty: the model
+    QString Layout;                      ///< sheet of the file to be shown; empty: the model
     QString Camera;       ///< of the file, to look through; empty: from the direction
     bool Shadows = false; ///< in the picture
     bool Ground = false;  ///< likewise

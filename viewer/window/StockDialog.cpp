@@ -158,8 +158,7 @@ QString TStockDialog::TryCut() {
 void TStockDialog::Cut() {
     const QString error = TryCut();
     if (!error.isEmpty())
-        return static_cast<void>(
-            QMessageBox::critical(this, QStringLiteral("Cannot cut"), error));
+        return static_cast<void>(QMessageBox::critical(this, QStringLiteral("Cannot cut"), error));
     m_isCut = true;
 }
 

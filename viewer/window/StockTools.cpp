@@ -23,9 +23,9 @@ enum TToolColumn {
     ColumnCount
 };
 
-constexpr std::size_t MostRows = 200; // four boxes each: of more the rest is cut as guessed
+constexpr std::size_t MostTools = 200; // four boxes each: of more the rest is cut as guessed
 constexpr int MostRowsSeen = 6, LeastRowsSeen = 2;
-constexpr int WidestName = 260; // pixels
+constexpr int WidestToolName = 260; // pixels
 
 QDoubleSpinBox* NumberBox(double min, double max, double value, const QString& unit) {
     auto* box = new QDoubleSpinBox;
@@ -78,7 +78,7 @@ void TStockTools::SetPath(const TToolPath* path, bool keeps) {
         const auto [guess, knowsDiameter] = GuessTool(path->Tools()[i]);
         m_guessed.push_back(guess);
         m_numbers.push_back(path->Tools()[i].Number);
-        if (sums[i].Moves > 0 && m_rows.size() < MostRows)
+        if (sums[i].Moves > 0 && m_rows.size() < MostTools)
             AddRow(i, NameOf(path->Tools()[i]) +
                           (knowsDiameter ? QString() : QStringLiteral(" (diameter not stated)")));
     }
@@ -136,7 +136,7 @@ QSize TStockTools::minimumSizeHint() const {
 }
 
 QSize TStockTools::sizeHint() const {
-    int width = WidestName;
+    int width = WidestToolName;
     for (int column = ShapeColumn; column < ColumnCount; ++column)
         width += std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column));
     return {width, minimumSizeHint().height()};

@@ -63,8 +63,8 @@ void TZEPMesh::Invalidate(TObject* sender) {
 
 // What was computed must go, also where the scene is updated by hand.
 bool TZEPMesh::WantsInvalidation() const {
-    return m_kept.HasBox || m_kept.IsClosed || m_kept.Blocks || !m_kept.Normals.empty() || !m_kept.Runs.empty() ||
-           m_groups || TZEPShadowedObject::WantsInvalidation();
+    return m_kept.HasBox || m_kept.IsClosed || m_kept.Blocks || !m_kept.Normals.empty() ||
+           !m_kept.Runs.empty() || m_groups || TZEPShadowedObject::WantsInvalidation();
 }
 
 // --- materials ---------------------------------------------------------------------------------
