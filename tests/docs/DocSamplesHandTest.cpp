@@ -16,7 +16,7 @@
 using namespace ZEP;
 
 // What the documents define. Each sample is called here; who adds one calls it and counts it.
-static_assert(ZEP_DOC_SAMPLES == 30, "a sample of the documents is not called here");
+static_assert(ZEP_DOC_SAMPLES == 31, "a sample of the documents is not called here");
 void AddBallOnFloor(TZEPScene& scene);
 void AddDrilledCube(TZEPScene& scene);
 void AddFan(TZEPScene& scene);
@@ -44,6 +44,7 @@ void ShowTree(QTreeView& tree, TZEPScene& scene);
 void ShowTwice(QWidget& window, TZEPScene& scene);
 std::unique_ptr<TZEPBackdrop> ShowWhole(TZEPScene& scene, TZEPCamera& camera);
 void CutOpen(TZEPPanel& panel, TZEPScene& scene);
+void CutProgram(TZEPScene& scene, std::string_view program);
 void MeasureDistances(TZEPPanel& panel, const std::function<void(const QString&)>& tell);
 void AddCadMouse(TZEPPanel* panel, bool flat);
 QString TryToOpen(TZEPObject& drawing, const QString& fileName);
@@ -256,6 +257,13 @@ TEST_F(DocSamples, ShowLinesOnPaperAndInATree) {
     EXPECT_EQ(tree.model()->rowCount(), scene.GetItemsCount());
     tree.selectionModel()->select(tree.model()->index(0, 0), QItemSelectionModel::Select);
     EXPECT_TRUE(drawing->Selected());
+}
+
+TEST_F(DocSamples, CutAProgram) {
+    TZEPScene scene;
+    CutProgram(scene, "T1 M6 (D=4)\nG0 X5 Y5 Z5\nG1 Z-2 F100\nX40\n");
+    ASSERT_EQ(scene.GetItemsCount(), 1);
+    EXPECT_NE(scene.GetItem(0)->ClassName().indexOf(QStringLiteral("Workpiece")), -1);
 }
 
 TEST_F(DocSamples, ReadBesideTheWindow) {
