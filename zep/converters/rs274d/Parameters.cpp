@@ -11,6 +11,11 @@ namespace {
 
 constexpr std::string_view CallLevel = "<_CALL_LEVEL>";
 
+std::size_t CostOf(std::string_view name) {
+    constexpr std::size_t charactersOfName = 64;
+    return 1 + name.size() / charactersOfName;
+}
+
 /// Such names are there for all subprograms, and for the machine.
 bool IsGlobal(std::string_view name) {
     return name.starts_with("<_");
@@ -111,7 +116,7 @@ void TRS274DParameters::SetName(std::string_view name, double value) {
         place->second = value;
     } else if (!IsFull()) {
         names.emplace(name, value);
-        ++m_nameCount;
+        m_nameCount += CostOf(name);
     }
 }
 
@@ -126,7 +131,7 @@ void TRS274DParameters::LeaveSub() {
 }
 
 void TRS274DParameters::LeaveProgram() {
-    m_nameCount -= m_localNames.back().size();
+    for (const auto& [name, value] : m_localNames.back()) m_nameCount -= CostOf(name);
     m_localNames.pop_back();
 }
 

@@ -24,7 +24,8 @@ struct TRS274DReference {
 /// A parameter that nothing has set.
 inline constexpr double RS274DVacant = std::numeric_limits<double>::quiet_NaN();
 
-/// Names that may have a value at a time; more are an error of the program.
+/// Names that may have a value at a time, each counting once more for each 64 characters; more are
+/// an error of the program.
 inline constexpr std::size_t MaxRS274DNames = 100000;
 
 /// What a machine knows of itself, by the numbers of the RS-274/NGC dialect: 5220 is the work
