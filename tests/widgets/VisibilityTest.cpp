@@ -2,7 +2,10 @@
 
 #include "tests/Cases.h"
 #include "tests/Words.h"
+#include <zep/scene/Add.h>
 #include <zep/scene/Scene.h>
+#include <zep/sheets/Layout.h>
+#include <zep/view/Actor.h>
 
 namespace ZEP {
 namespace {
@@ -80,6 +83,22 @@ TEST(Visibility, IsAsItIsWrittenDown) {
         TVisibleFiles files;
         return EachLine(c, [&](const std::string& line) { return files.Do(line); });
     });
+}
+
+TEST(Visibility, SheetsCountAsShown) {
+    TZEPScene scene;
+    auto* drawing = Add<TZEPActor>(&scene);
+    Add<TZEPActor>(drawing);
+    auto* sheet = Add<TZEPLayout>(drawing);
+    sheet->SetVisible(false);
+    auto* part = Add<TZEPActor>(sheet);
+    TZEPVisibility visibility;
+    EXPECT_EQ(visibility.StateOf(*drawing), Qt::Checked);
+    EXPECT_EQ(visibility.StateOf(*part), Qt::Checked);
+    visibility.SetShown(*part, false);
+    EXPECT_EQ(visibility.StateOf(*part), Qt::Unchecked);
+    EXPECT_EQ(visibility.StateOf(*drawing), Qt::PartiallyChecked);
+    EXPECT_FALSE(sheet->Visible());
 }
 
 } // namespace

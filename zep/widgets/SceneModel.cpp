@@ -2,6 +2,7 @@
 
 #include <zep/framework/Exception.h>
 #include <zep/scene/SceneOf.h>
+#include <zep/sheets/Layout.h>
 #include <zep/view/Camera.h>
 #include <zep/widgets/ObjectLook.h>
 #include <zep/widgets/SceneSync.h>
@@ -21,7 +22,7 @@ TZEPScene* NeedScene(TZEPObject* root) {
 
 /// A camera shows nothing that could be hidden.
 bool HasBox(const TZEPObject& object) {
-    return !qobject_cast<const TZEPCamera*>(&object);
+    return !qobject_cast<const TZEPCamera*>(&object) && !qobject_cast<const TZEPLayout*>(&object);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include <zep/widgets/Visibility.h>
 
 #include <zep/scene/ForEach.h>
+#include <zep/sheets/Layout.h>
 
 #include <unordered_set>
 
@@ -13,8 +14,13 @@ bool HasParentRow(const TZEPObject& object) {
     return object.Parent() && object.Parent()->Parent();
 }
 
+/// A sheet is shown by the camera, whatever is said of it.
+bool IsShown(const TZEPObject& object) {
+    return object.Visible() || qobject_cast<const TZEPLayout*>(&object);
+}
+
 bool IsSeen(const TZEPObject& object) {
-    if (!object.Visible()) return false;
+    if (!IsShown(object)) return false;
     return !HasParentRow(object) || IsSeen(*object.Parent());
 }
 
@@ -23,7 +29,7 @@ void LeadTo(TZEPObject& object) {
     if (!HasParentRow(object)) return;
     TZEPObject& parent = *object.Parent();
     LeadTo(parent);
-    if (parent.Visible()) return;
+    if (IsShown(parent)) return;
     for (int i = 0, count = parent.GetItemsCount(); i < count; ++i)
         parent.GetItem(i)->SetVisible(false);
     parent.SetVisible(true);
@@ -47,7 +53,7 @@ Qt::CheckState TZEPVisibility::StateOf(const TZEPObject& object) const {
 }
 
 Qt::CheckState TZEPVisibility::OwnState(const TZEPObject& object) const {
-    if (!object.Visible()) return Qt::Unchecked;
+    if (!IsShown(object)) return Qt::Unchecked;
     if (object.GetItemsCount() == 0) return Qt::Checked;
     const auto known = m_states.find(&object);
     if (known != m_states.end()) return known->second.Value;
