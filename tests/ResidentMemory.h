@@ -6,6 +6,13 @@
 
 namespace ZEP {
 
+/// Freed memory stays for a while, so that its use is seen.
+#ifdef __SANITIZE_ADDRESS__
+inline constexpr bool KeepsFreedMemory = true;
+#else
+inline constexpr bool KeepsFreedMemory = false;
+#endif
+
 /// What the process holds in memory.
 inline double ResidentBytes() {
     std::ifstream file("/proc/self/statm");
