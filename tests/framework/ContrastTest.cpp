@@ -37,5 +37,10 @@ TEST(Contrast, AColourThatGivesWayKeepsItsHue) {
     EXPECT_GT(navy.value(), 0x30);
 }
 
+TEST(Contrast, OfAColourWithAPaletteTheLowerBytesCount) {
+    EXPECT_EQ(ColorToRGB(TColor{0x02FFFFFF}), 0xFFFFFFU);
+    EXPECT_EQ(Readable(TColor{0x02FFFFFF}, clWhite), clBlack);
+}
+
 } // namespace
 } // namespace ZEP

@@ -86,5 +86,14 @@ TEST(PictureDecoding, EachFormatTellsItsSize) {
     EXPECT_EQ(picture.Image().size(), QSize(1, 1)) << "gif";
 }
 
+TEST(PictureDecoding, AnImageTakesThePlaceOfTheBytesThatWereLoaded) {
+    TPicture picture;
+    const QByteArray loaded = Encoded(Plain(3, 2), "BMP");
+    picture.SetData(loaded);
+    EXPECT_EQ(picture.Data(), loaded);
+    picture.SetImage(Plain(5, 4));
+    EXPECT_EQ(QImage::fromData(picture.Data()).size(), QSize(5, 4));
+}
+
 } // namespace
 } // namespace ZEP
