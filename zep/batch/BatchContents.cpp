@@ -141,7 +141,7 @@ bool TBatchContents::Prepare(const TBatchLook& look, const TSteps::TWatch& watch
     // What is half made is of no use.
     auto drop = qScopeGuard([this] { ForEachLayer([](TLayer& layer) { layer.Drop(); }); });
     const auto end = qScopeGuard([steps = m_rules.Steps] { steps->End(); });
-    m_rules.Steps->Start(watch, WeightBelow(*m_batch));
+    m_rules.Steps->Start(watch, watch ? WeightBelow(*m_batch) : 0);
     try {
         Update(look);
         PrepareMeshes(View(look, dkFull, 1).Look);
