@@ -186,7 +186,9 @@ void TZEPTexture::SetFilters() const {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, Wraps[m_wrapT]);
 }
 
+// Without a context GLU would end the program.
 void TZEPTexture::BuildMipmaps() const {
+    if (!glGetString(GL_VERSION)) return;
     gluBuild2DMipmaps(GL_TEXTURE_2D, 3, Width(), Height(), GL_RGBA, GL_UNSIGNED_BYTE,
                       Pixels().data());
 }
