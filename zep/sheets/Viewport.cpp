@@ -2,6 +2,7 @@
 
 #include <zep/appearance/effects/DrawnPlace.h>
 #include <zep/batch/DrawScopes.h>
+#include <zep/batch/Gathering.h>
 #include <zep/framework/Property.h>
 #include <zep/framework/Watch.h>
 #include <zep/scene/Frame.h>
@@ -47,13 +48,6 @@ const TZEPLayout* LayoutAbove(const TZEPObject& object) {
     const TZEPObject* above = object.Parent();
     while (above && !qobject_cast<const TZEPLayout*>(above)) above = above->Parent();
     return static_cast<const TZEPLayout*>(above);
-}
-
-/// a · b.
-TGLMatrixd4 Times(const TGLMatrixd4& a, const TGLMatrixd4& b) {
-    TGLMatrixd4 product;
-    MultMatrixd(a, b, product);
-    return product;
 }
 
 void DrawEach(TZEPObject& model, const TZEPLeftOut& leftOut, TZEPSceneContext& scene,
@@ -135,7 +129,7 @@ TGLMatrixd4 TZEPViewport::ModelToWindow() const {
     for (std::size_t i = 0; i < 3; ++i) turn[i] = {right[i], up[i], toEye[i], 0};
     TGLMatrixd4 matrix = idd;
     Rotated(m_twist, 0, 0, 1, matrix);
-    matrix = Times(matrix, turn);
+    matrix = Product(matrix, turn);
     const TGLArrayd3 factors{scale, scale, scale * Flatness};
     for (TGLArrayd4& column : matrix)
         for (std::size_t row = 0; row < 3; ++row) column[row] *= factors[row];
@@ -179,7 +173,7 @@ void TZEPViewport::DrawModel(TZEPObject& model, TZEPSceneContext& scene, TZEPDra
     const TGLMatrixd4 matrix = ModelToWindow();
     std::optional<TZEPDrawnPlace> placed; // so that what is far from the origin is exact
     if (IsIdentityd(model.GetMatrix()))
-        placed.emplace(frame, model, Times(MatrixAsDrawn(frame, *this), matrix));
+        placed.emplace(frame, model, Product(MatrixAsDrawn(frame, *this), matrix));
     const TMatrixScope place(frame, matrix);
     std::optional<TZEPViewFrame> seen;
     if (TZEPViewFrame::Bounds(frame))

@@ -106,7 +106,6 @@ void TRS274DExtendedMachine::FindPlaces(const TRS274DBlock& block) {
 void TRS274DExtendedMachine::SetPlaced(std::size_t axis, bool placed) {
     m_placedAxes[axis] = placed;
     m_isPlaced = std::ranges::all_of(m_placedAxes, std::identity());
-    m_hasNewSettings = true;
 }
 
 void TRS274DExtendedMachine::TellPlaces(bool wasPlaced) {
